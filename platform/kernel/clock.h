@@ -1,0 +1,31 @@
+// The layer's clock, behind GetTickCount, GetLocalTime, Sleep, timed waits and timers. The system's
+// own clock unless the simulated machine has put another in its place.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <ctime>
+
+namespace platform {
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  // Milliseconds since an arbitrary start; never goes backwards.
+  virtual std::uint64_t TickMilliseconds() = 0;
+
+  // The calendar time, with millisecond precision.
+  virtual std::chrono::system_clock::time_point Now() = 0;
+
+  // Blocks the calling thread for that long on this clock.
+  virtual void Sleep(std::chrono::milliseconds duration) = 0;
+};
+
+Clock& CurrentClock();
+
+// Puts another clock in place, or the system's own with null. The caller keeps the clock alive and
+// no thread may be sleeping on the one it replaces.
+void SetClock(Clock* clock);
+
+}  // namespace platform

@@ -1,0 +1,94 @@
+#include "platform/kernel/encoding.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace platform {
+namespace {
+
+constexpr wchar_t kReplacement = 0xFFFD;
+
+bool IsScalarValue(std::uint32_t code) {
+  return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+}
+
+void AppendUtf8(std::string& out, std::uint32_t code) {
+  if (code < 0x80) {
+    out += static_cast<char>(code);
+  } else if (code < 0x800) {
+    out += static_cast<char>(0xC0 | (code >> 6));
+    out += static_cast<char>(0x80 | (code & 0x3F));
+  } else if (code < 0x10000) {
+    out += static_cast<char>(0xE0 | (code >> 12));
+    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (code & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (code >> 18));
+    out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (code & 0x3F));
+  }
+}
+
+// Decodes one sequence at `at` and moves past it; past one byte when it is not well formed.
+wchar_t DecodeOne(std::string_view text, std::size_t& at) {
+  const auto lead = static_cast<unsigned char>(text[at]);
+  const int extra = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
+  static constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+  ++at;
+  if (extra < 0 || lead > 0xF4 || text.size() - at < static_cast<std::size_t>(extra)) {
+    return kReplacement;
+  }
+  std::uint32_t code = lead & (0x3Fu >> extra);
+  for (int i = 0; i < extra; ++i) {
+    const auto next = static_cast<unsigned char>(text[at + static_cast<std::size_t>(i)]);
+    if ((next & 0xC0) != 0x80) return kReplacement;
+    code = (code << 6) | (next & 0x3F);
+  }
+  if (code < kSmallest[extra] || !IsScalarValue(code)) return kReplacement;
+  at += static_cast<std::size_t>(extra);
+  return static_cast<wchar_t>(code);
+}
+
+wchar_t LowerLetter(wchar_t letter) {
+  return letter >= L'A' && letter <= L'Z' ? letter + (L'a' - L'A') : letter;
+}
+
+}  // namespace
+
+std::string Utf8(std::wstring_view wide) {
+  std::string out;
+  out.reserve(wide.size());
+  for (const wchar_t letter : wide) {
+    const auto code = static_cast<std::uint32_t>(letter);
+    AppendUtf8(out, IsScalarValue(code) ? code : static_cast<std::uint32_t>(kReplacement));
+  }
+  return out;
+}
+
+std::wstring Wide(std::string_view utf8) {
+  std::wstring out;
+  out.reserve(utf8.size());
+  for (std::size_t at = 0; at < utf8.size();) {
+    const auto lead = static_cast<unsigned char>(utf8[at]);
+    if (lead < 0x80) {
+      out += static_cast<wchar_t>(lead);
+      ++at;
+    } else {
+      out += DecodeOne(utf8, at);
+    }
+  }
+  return out;
+}
+
+bool EqualNames(std::wstring_view left, std::wstring_view right) {
+  return std::ranges::equal(left, right, {}, LowerLetter, LowerLetter);
+}
+
+std::wstring LowerName(std::wstring_view name) {
+  std::wstring lower(name);
+  std::ranges::transform(lower, lower.begin(), LowerLetter);
+  return lower;
+}
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+// Resources that the resource compiler linked into the executable: bytes by type, name and
+// language. Read-only after start; any thread.
+#pragma once
+
+#include <windef.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+struct Resource {
+  std::uint16_t type;
+  std::uint16_t name;
+  LANGID language;
+  std::span<const std::byte> data;
+};
+
+// Called by the code that the resource compiler generates, before main runs. The resources must
+// live for the whole process. The order of the calls is the order of enumeration.
+void RegisterResources(std::span<const Resource> resources);
+
+// Every language of one resource, in resource order.
+std::vector<LANGID> ResourceLanguages(std::uint16_t type, std::uint16_t name);
+
+// The bytes of one resource in exactly this language; empty when there is none.
+std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name,
+                                             LANGID language);
+
+}  // namespace platform

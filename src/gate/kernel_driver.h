@@ -1,0 +1,51 @@
+// A kernel driver that the program needs: makes sure that its service exists, starts it, opens its
+// device, and stops it again if this object started it. Used by one thread at a time.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "storage/handle.h"
+
+namespace quillgate {
+
+class KernelDriver {
+ public:
+  KernelDriver() = default;
+  KernelDriver(const KernelDriver&) = delete;
+  KernelDriver& operator=(const KernelDriver&) = delete;
+
+  // Whether Open reconfigures the service if it exists already: to start on demand.
+  void SetReconfigureExisting(bool reconfigure) { reconfigureExisting_ = reconfigure; }
+
+  // Brings the driver up; closes a device that was open before. `file` is the driver's image for
+  // the service control manager; null: the name with ".sys" in the current folder if it is there,
+  // else in the system's drivers folder. `devicePath` null: the name. 0, or the error of the
+  // device's opening, which is the step that counts.
+  DWORD Open(const wchar_t* name, DWORD fileFlags, const wchar_t* file, const wchar_t* devicePath);
+
+  // Closes the device and stops the service unless it was running before. Never fails.
+  void Close();
+
+  HANDLE Device() const { return device_.Get(); }
+  DWORD Error() const { return error_; }
+
+ private:
+  std::wstring ResolveFile(const wchar_t* file) const;
+  std::wstring ResolveDevicePath(const wchar_t* devicePath) const;
+  void EnsureService(SC_HANDLE manager);
+  void StartDriver(SC_HANDLE manager);
+  DWORD OpenDevice();
+
+  FileHandle device_;
+  std::wstring name_;
+  std::wstring file_;
+  std::wstring devicePath_;
+  DWORD error_ = 0;
+  DWORD fileFlags_ = 0;
+  bool stopOnClose_ = true;
+  bool reconfigureExisting_ = false;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,82 @@
+// The one way to the database: statements as text, results as rows of text, one lock around every
+// statement. The process has one Database, made by service/; a test makes its own. DbQuery and
+// DbExecute may be called from any thread; DbOpen before any other thread uses the database,
+// DbClose after the last one has stopped.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "storage/critical_section.h"
+#include "storage/db_error.h"
+
+namespace quillgate {
+
+// One text for each column, in the statement's column order; NULL reads as an empty text.
+using DbRow = std::vector<std::wstring>;
+// In the order in which the engine delivers them.
+using DbRows = std::vector<DbRow>;
+
+class DbEngine;
+
+// "quillgate.dat" in the folder of the executable.
+std::wstring DatabasePath();
+
+// The value between apostrophes, ready to stand in a statement. A value that cannot stand there
+// because it holds an apostrophe or a NUL throws DBerror(-1): it never reaches the engine.
+std::wstring SqlText(std::wstring_view value);
+
+class Database {
+ public:
+  explicit Database(std::wstring path = DatabasePath());
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  // Loads the engine, opens the file and makes the tables that are missing. Throws DBerror; a later
+  // statement then tries again.
+  void DbOpen();
+
+  // Closes the connection and releases the engine. Statements after it throw "No database open.".
+  // Closing what is not open does nothing.
+  void DbClose();
+
+  // Runs one statement of at most 1023 characters and puts its rows in place of what `rows` held.
+  // Opens the database first when it is not open. An engine that stays busy for 20 attempts is no
+  // failure: the statement then yields no rows. Every other failure is a DBerror.
+  void DbQuery(std::wstring sql, DbRows& rows);
+  void DbExecute(std::wstring sql);
+
+ private:
+  friend class DbTransaction;
+  // Whether the engine carried the statement out; false when it stayed busy to the end.
+  bool Run(const std::wstring& sql, DbRows& rows);
+
+  std::wstring path_;
+  std::unique_ptr<DbEngine> engine_;
+  CriticalSection lock_;
+  bool open_ = false;
+};
+
+// Several statements that take effect together or not at all. Holds the database lock for as long
+// as it lives, so keep it short; not to be nested. Without Commit, everything is undone.
+class DbTransaction {
+ public:
+  // Throws DBerror when the transaction cannot begin, a busy engine included.
+  explicit DbTransaction(Database& database);
+  ~DbTransaction();
+  DbTransaction(const DbTransaction&) = delete;
+  DbTransaction& operator=(const DbTransaction&) = delete;
+
+  // Throws DBerror, and everything is undone, when the changes cannot be made permanent; also when
+  // the connection was reopened since the transaction began.
+  void Commit();
+
+ private:
+  Database& database_;
+  CriticalSectionLock lock_;
+  bool done_ = false;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,27 @@
+// The one exception of the storage layer. Thrown by value, caught by reference, copyable.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace quillgate {
+
+class DBerror : public std::exception {
+ public:
+  // The code of a failure that this layer finds itself; others are the engine's result codes.
+  static constexpr std::int32_t kOwnFailure = -1;
+
+  DBerror(std::wstring message, std::int32_t code) : message_(std::move(message)), code_(code) {}
+
+  // The text to show to the user as it stands; what() holds no text of use.
+  const std::wstring& Message() const { return message_; }
+  std::int32_t Code() const { return code_; }
+  const char* what() const noexcept override { return "DBerror"; }
+
+ private:
+  std::wstring message_;
+  std::int32_t code_;
+};
+
+}  // namespace quillgate

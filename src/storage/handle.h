@@ -1,0 +1,82 @@
+// Ownership of system handles: one move-only type, told by a trait what a handle is, which value
+// means none, and how it is closed. A raw handle as a parameter is borrowed; one of these is owned.
+#pragma once
+
+#include <windows.h>
+#include <winsvc.h>
+
+#include <utility>
+
+namespace quillgate {
+
+// Trait: `using Type`, `static Type Invalid()`, `static void Close(Type)`.
+template <class Trait>
+class UniqueHandle {
+ public:
+  using Type = typename Trait::Type;
+
+  UniqueHandle() = default;
+  explicit UniqueHandle(Type handle) : handle_(handle) {}
+  UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.Release()) {}
+  UniqueHandle& operator=(UniqueHandle&& other) noexcept {
+    Reset(other.Release());
+    return *this;
+  }
+  ~UniqueHandle() { Reset(); }
+
+  Type Get() const { return handle_; }
+  bool IsValid() const { return handle_ != Trait::Invalid(); }
+  Type Release() { return std::exchange(handle_, Trait::Invalid()); }
+
+  // Closes what is held and holds the new one. Keeps the last error as it was.
+  void Reset(Type handle = Trait::Invalid()) noexcept {
+    const Type old = std::exchange(handle_, handle);
+    if (old == Trait::Invalid()) return;
+    const DWORD error = ::GetLastError();
+    Trait::Close(old);
+    ::SetLastError(error);
+  }
+
+ private:
+  Type handle_ = Trait::Invalid();
+};
+
+// Files and devices: none is INVALID_HANDLE_VALUE.
+struct FileHandleTrait {
+  using Type = HANDLE;
+  static Type Invalid() { return INVALID_HANDLE_VALUE; }
+  static void Close(Type handle) { ::CloseHandle(handle); }
+};
+using FileHandle = UniqueHandle<FileHandleTrait>;
+
+// Threads, mutexes and the like: none is null.
+struct KernelHandleTrait {
+  using Type = HANDLE;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type handle) { ::CloseHandle(handle); }
+};
+using KernelHandle = UniqueHandle<KernelHandleTrait>;
+
+struct ModuleHandleTrait {
+  using Type = HMODULE;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type handle) { ::FreeLibrary(handle); }
+};
+using ModuleHandle = UniqueHandle<ModuleHandleTrait>;
+
+struct RegistryKeyTrait {
+  using Type = HKEY;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type handle) { ::RegCloseKey(handle); }
+};
+using RegistryKey = UniqueHandle<RegistryKeyTrait>;
+
+// The service control manager and the services opened through it.
+struct ServiceHandleTrait {
+  using Type = SC_HANDLE;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type handle) { ::CloseServiceHandle(handle); }
+};
+using ServiceHandle = UniqueHandle<ServiceHandleTrait>;
+
+}  // namespace quillgate

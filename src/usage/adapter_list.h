@@ -1,0 +1,29 @@
+// The installed network cards, as the registry lists them.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "storage/settings.h"
+#include "usage/network_adapter.h"
+
+namespace quillgate {
+
+struct AdapterEntry {
+  std::wstring serviceName;  // "Unknown" when it cannot be read
+  std::wstring description;  // likewise
+};
+
+// In the order of the registry's keys; empty when they cannot be read.
+std::vector<AdapterEntry> ListInstalledAdapters();
+
+// Empty when no card has this service name.
+std::wstring AdapterDescription(std::wstring_view serviceName);
+
+// The adapter that the settings name; else the first card, whose name is then stored in the
+// settings. Null when the machine has no card.
+std::unique_ptr<NetworkAdapter> ChooseAdapter(Settings& settings);
+
+}  // namespace quillgate

@@ -1,0 +1,24 @@
+// OLE automation dates: days since 1899-12-30 as a double, valid from -657434 to 2958465.
+#pragma once
+
+#include <oleauto.h>
+#include <windows.h>
+
+#include <string>
+
+namespace quillgate {
+
+// One day before the smallest valid date: marks an invalid one.
+inline constexpr DATE kInvalidDate = -657435.0;
+
+// Local time now, in whole seconds; kInvalidDate if it cannot be converted.
+DATE LocalNow();
+
+// A calendar day at 00:00:00; kInvalidDate if there is no such day (see SystemTimeToVariantTime).
+DATE DateOf(int year, int month, int day);
+
+// "2005-03-14 18:05:09" and "2005-03-14"; both empty for an invalid date.
+std::wstring FormatTimestamp(DATE date);
+std::wstring FormatDay(DATE date);
+
+}  // namespace quillgate
