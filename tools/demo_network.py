@@ -1,0 +1,134 @@
+"""The demonstration's network: this namespace is the host, with a router and an Internet behind it.
+
+Addresses of the Internet are documentation addresses (RFC 5737, RFC 3849), which no private range
+covers. The program that uses this must already be in a network namespace of its own.
+"""
+import subprocess
+import sys
+import time
+
+SERVER = """
+import socket, sys, threading, time
+rate = int(sys.argv[1])
+chunk = bytes(rate // 20)
+
+def stream(connection):
+    try:
+        while True:
+            connection.sendall(chunk)
+            time.sleep(0.05)
+    except OSError:
+        connection.close()
+
+def echo():
+    server = socket.socket(socket.AF_INET6, socket.SOCK_DGRAM)
+    server.bind(("::", 53))
+    while True:
+        data, peer = server.recvfrom(2048)
+        server.sendto(data, peer)
+
+threading.Thread(target=echo, daemon=True).start()
+server = socket.create_server(("::", 8080), family=socket.AF_INET6, dualstack_ipv6=True)
+print("ready", flush=True)
+while True:
+    connection, _ = server.accept()
+    threading.Thread(target=stream, args=(connection,), daemon=True).start()
+"""
+
+PROBE = """
+import socket, sys
+kind, address = sys.argv[1:]
+family = socket.AF_INET6 if ":" in address else socket.AF_INET
+try:
+    if kind == "tcp":
+        with socket.create_connection((address, 8080), timeout=1.5):
+            sys.exit(0)
+    with socket.socket(family, socket.SOCK_DGRAM) as probe:
+        probe.settimeout(1.5)
+        # A DNS query for the root name servers (RFC 1035).
+        probe.sendto(bytes.fromhex("1234010000010000000000000000020001"), (address, 53))
+        probe.recvfrom(2048)
+except OSError:
+    sys.exit(1)
+"""
+
+
+def ip(*words):
+    subprocess.run(["ip", *words], check=True)
+
+
+class Network:
+    interface = "uplink"
+    internet = "203.0.113.10"
+    internet6 = "2001:db8:113::10"
+
+    def __init__(self, bytes_per_second):
+        ip("link", "set", "lo", "up")
+        for name in ("router", "internet"):
+            ip("netns", "add", name)
+            ip("-n", name, "link", "set", "lo", "up")
+        self.connect()
+        self.server = subprocess.Popen(
+            ["ip", "netns", "exec", "internet", sys.executable, "-c", SERVER, str(bytes_per_second)],
+            stdout=subprocess.PIPE,
+            text=True,
+        )
+        if self.server.stdout.readline().strip() != "ready":
+            raise RuntimeError("the server on the Internet side did not start")
+
+    def connect(self):
+        ip("link", "add", self.interface, "type", "veth", "peer", "name", "lan", "netns", "router")
+        ip("-n", "router", "link", "add", "wan", "type", "veth", "peer", "name", "web",
+           "netns", "internet")
+        here, router, internet = [], ["-n", "router"], ["-n", "internet"]
+        for side, device, address in (
+            (here, self.interface, "192.168.77.2/24"),
+            (here, self.interface, "2001:db8:77::2/64"),
+            (router, "lan", "192.168.77.1/24"),
+            (router, "lan", "2001:db8:77::1/64"),
+            (router, "wan", "203.0.113.1/24"),
+            (router, "wan", "2001:db8:113::1/64"),
+            (internet, "web", "203.0.113.10/24"),
+            (internet, "web", "2001:db8:113::10/64"),
+        ):
+            flags = ["nodad"] if ":" in address else []
+            ip(*side, "address", "add", address, "dev", device, *flags)
+            ip(*side, "link", "set", device, "up")
+        subprocess.run(
+            ["ip", "netns", "exec", "router", "sh", "-c",
+             "echo 1 >/proc/sys/net/ipv4/ip_forward; echo 1 >/proc/sys/net/ipv6/conf/all/forwarding"],
+            check=True,
+        )
+        ip("route", "add", "default", "via", "192.168.77.1")
+        ip("-6", "route", "add", "default", "via", "2001:db8:77::1")
+        ip(*internet, "route", "add", "default", "via", "203.0.113.1")
+        ip(*internet, "-6", "route", "add", "default", "via", "2001:db8:113::1")
+        self.await_path()
+
+    def await_path(self):
+        for address in (self.internet, self.internet6):
+            for _ in range(20):
+                if subprocess.run(ping(address), stdout=subprocess.DEVNULL, check=False).returncode == 0:
+                    break
+                time.sleep(0.2)
+            else:
+                raise RuntimeError(f"{address} cannot be reached")
+
+    def close(self):
+        self.server.kill()
+        self.server.wait()
+
+
+def ping(address):
+    return ["ping", "-c", "1", "-W", "1", "-n", address]
+
+
+def probes(network):
+    """Which kinds of traffic reach the Internet and are answered, all tried at once."""
+    running = {}
+    for family, address in (("IPv4", network.internet), ("IPv6", network.internet6)):
+        for name, kind in (("TCP", "tcp"), ("DNS over UDP", "udp")):
+            words = [sys.executable, "-c", PROBE, kind, address]
+            running[f"{name}, {family}"] = subprocess.Popen(words)
+        running[f"ping, {family}"] = subprocess.Popen(ping(address), stdout=subprocess.DEVNULL)
+    return {name: process.wait() == 0 for name, process in running.items()}
