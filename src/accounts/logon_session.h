@@ -72,7 +72,9 @@ class LogonSession {
 
  private:
   std::shared_ptr<User> FindLogonUser(LogonSystem system, std::wstring_view name);
-  void MakeFirstUser();
+  std::shared_ptr<User> FindQuillgateUser();
+  // False when the question was cancelled. A name that cannot be added is dropped silently.
+  bool MakeFirstUser();
   void SetCurrent(std::shared_ptr<User> user);
 
   Settings& settings_;

@@ -12,8 +12,9 @@ namespace quillgate {
 // std::runtime_error when the library refuses.
 std::array<unsigned char, 16> Md5(std::string_view bytes);
 
-// 32 upper-case hexadecimal digits of the password's first `limitBytes` multibyte bytes; a password
-// that does not fit counts as empty, as the system's own conversion has it.
+// 32 upper-case hexadecimal digits of the digest of the password's multibyte form, cut after the
+// last whole character that fits in `limitBytes`: what the system's own conversion leaves in a
+// buffer of that size. Too long a password never counts as a blank one.
 std::wstring PasswordDigest(std::wstring_view password, int limitBytes);
 
 }  // namespace quillgate

@@ -62,6 +62,9 @@ class User {
   bool Save(std::wstring_view table, Database& database) const;
 
  private:
+  // Sets the fields in column order; throws std::out_of_range at the first that is malformed.
+  void ReadRow(const DbRow& row);
+
   std::wstring name_;
   std::wstring digest_;
   bool administrator_ = false;

@@ -16,11 +16,12 @@ namespace quillgate {
 
 class UserCollection {
  public:
-  // Loads the table's users.
+  // Loads the table's users, as LoadAll does.
   UserCollection(LogonSystem system, Database& database);
 
-  // Empties the collection and reads the table. On a database failure it keeps the users read so
-  // far and answers false.
+  // Replaces the collection by what the table holds. False when the table or one of its rows could
+  // not be read: the users read so far are kept, one with a malformed row too, with the fields that
+  // could be read, so that saving does not lose it. Never throws.
   bool LoadAll();
 
   // Replaces the table by the collection, all or nothing: on a failure (false) the table stays as
@@ -46,16 +47,20 @@ class UserCollection {
   std::wstring_view Table() const { return UserTableOf(system_); }
 
  private:
+  using UserMap = std::map<std::wstring, std::shared_ptr<User>, std::less<>>;
+
   bool HasOtherAdministrator(std::wstring_view name) const;
+  bool ReadTable(UserMap& users);
+  UserMap Snapshot() const;
 
   LogonSystem system_;
   Database& database_;
   mutable CriticalSection lock_;
-  std::map<std::wstring, std::shared_ptr<User>, std::less<>> users_;
+  UserMap users_;
 };
 
-// The NONE system's two users, if the collection is empty: "User" and the administrator "Admin",
-// both with the blank password; saved.
+// The NONE system's two users, if its table is empty: "User" and the administrator "Admin", both
+// with the blank password; saved. A table that cannot be read is left alone.
 void EnsureBuiltInUsers(UserCollection& users);
 
 }  // namespace quillgate

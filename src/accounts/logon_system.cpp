@@ -1,0 +1,27 @@
+#include "accounts/logon_system.h"
+
+namespace quillgate {
+
+LogonSystem LogonSystemOf(std::wstring_view word) {
+  if (word == L"QUILLGATE") return LogonSystem::kQuillgate;
+  if (word == L"WINDOWS") return LogonSystem::kWindows;
+  return LogonSystem::kNone;
+}
+
+std::wstring_view UserTableOf(LogonSystem system) {
+  switch (system) {
+    case LogonSystem::kQuillgate:
+      return L"Users_Quillgate";
+    case LogonSystem::kWindows:
+      return L"Users_Windows";
+    case LogonSystem::kNone:
+      break;
+  }
+  return L"Users_None";
+}
+
+LogonSystem CurrentLogonSystem(Settings& settings) {
+  return LogonSystemOf(settings.GetSetting(SettingKey::kLogonSystem, L"NONE"));
+}
+
+}  // namespace quillgate
