@@ -114,6 +114,8 @@ DWORD WINAPI FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId, DWORD 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR commandLine, int show);
 
 // --- event log ---
+#define EVENTLOG_ERROR_TYPE 0x0001
+#define EVENTLOG_WARNING_TYPE 0x0002
 #define EVENTLOG_INFORMATION_TYPE 0x0004
 HANDLE WINAPI RegisterEventSourceW(LPCWSTR server, LPCWSTR source);
 BOOL WINAPI DeregisterEventSource(HANDLE eventLog);

@@ -18,6 +18,7 @@ DECLARE_HANDLE(SERVICE_STATUS_HANDLE);
 #define SERVICE_QUERY_STATUS 0x0004u
 #define SERVICE_START 0x0010u
 #define SERVICE_STOP 0x0020u
+#define SERVICE_PAUSE_CONTINUE 0x0040u
 #define SERVICE_INTERROGATE 0x0080u
 #define SERVICE_USER_DEFINED_CONTROL 0x0100u
 #define SERVICE_ALL_ACCESS 0xF01FFu
@@ -37,7 +38,11 @@ DECLARE_HANDLE(SERVICE_STATUS_HANDLE);
 #define SERVICE_START_PENDING 0x00000002u
 #define SERVICE_STOP_PENDING 0x00000003u
 #define SERVICE_RUNNING 0x00000004u
+#define SERVICE_CONTINUE_PENDING 0x00000005u
+#define SERVICE_PAUSE_PENDING 0x00000006u
+#define SERVICE_PAUSED 0x00000007u
 #define SERVICE_ACCEPT_STOP 0x00000001u
+#define SERVICE_ACCEPT_PAUSE_CONTINUE 0x00000002u
 #define SERVICE_ACCEPT_SHUTDOWN 0x00000004u
 #define SERVICE_CONTROL_STOP 0x00000001u
 #define SERVICE_CONTROL_PAUSE 0x00000002u
@@ -55,6 +60,19 @@ struct SERVICE_STATUS {
   DWORD dwWaitHint;
 };
 using LPSERVICE_STATUS = SERVICE_STATUS*;
+
+struct SERVICE_STATUS_PROCESS {
+  DWORD dwServiceType;
+  DWORD dwCurrentState;
+  DWORD dwControlsAccepted;
+  DWORD dwWin32ExitCode;
+  DWORD dwServiceSpecificExitCode;
+  DWORD dwCheckPoint;
+  DWORD dwWaitHint;
+  DWORD dwProcessId;
+  DWORD dwServiceFlags;
+};
+enum SC_STATUS_TYPE { SC_STATUS_PROCESS_INFO = 0 };
 
 struct QUERY_SERVICE_CONFIGW {
   DWORD dwServiceType;
@@ -90,6 +108,8 @@ BOOL WINAPI ChangeServiceConfigW(SC_HANDLE service, DWORD serviceType, DWORD sta
 BOOL WINAPI QueryServiceConfigW(SC_HANDLE service, LPQUERY_SERVICE_CONFIGW config, DWORD bytes,
                                 LPDWORD bytesNeeded);
 BOOL WINAPI QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status);
+BOOL WINAPI QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE infoLevel, LPBYTE buffer,
+                                 DWORD bytes, LPDWORD bytesNeeded);
 BOOL WINAPI StartServiceW(SC_HANDLE service, DWORD argumentCount, LPCWSTR* arguments);
 BOOL WINAPI ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status);
 BOOL WINAPI DeleteService(SC_HANDLE service);
