@@ -1,0 +1,102 @@
+// The session object: opens and closes the gate for the user who is logged on, measures and logs
+// the session, and enforces the rules. The process has one, made by service/ on the service main
+// thread and destroyed at process exit. Every operation may be called on any thread and is atomic
+// to the others; none waits for a person.
+#pragma once
+
+#include <exception>
+#include <string>
+
+#include "gate/ip_filter_hook.h"
+#include "session/access_rules.h"
+#include "session/connection_log.h"
+#include "session/gate_indicator.h"
+#include "session/limit_warnings.h"
+#include "session/session_meter.h"
+
+namespace quillgate {
+
+// What the session object works with; all of it outlives the session object.
+struct SessionSurroundings {
+  Database& database;
+  Settings& settings;
+  const MessageCatalogue& catalogue;
+  const WeekCalendar& calendar;
+  const LogonSession& logon;
+  GateIndicator& indicator;
+};
+
+class SessionLog final : public SessionControl {
+ public:
+  // Brings the drivers up and, when they came up, opens the gate; chooses the adapter to measure.
+  explicit SessionLog(const SessionSurroundings& surroundings);
+  // Opens the gate, for the computer is never left blocked by a service that ends in order, then
+  // brings the drivers down. Needs no database.
+  ~SessionLog() override;
+  SessionLog(const SessionLog&) = delete;
+  SessionLog& operator=(const SessionLog&) = delete;
+
+  // --- gate ---
+  // Opens the gate and starts a session, also when the gate is open. Without a driver only the
+  // program's own state and the icon change.
+  void Enable();
+  // Closes the gate and ends the measuring. Local traffic passes if the settings say exactly "YES".
+  void Disable();
+  bool IsOnline() const;
+  bool IsHookAvailable() const;
+  // Why the hook is not available; 0 when it is.
+  DWORD HookError() const;
+
+  // --- measuring; see SessionMeter ---
+  std::uint32_t SecondsOnline() const;
+  std::uint64_t BytesReceived() const;
+  std::uint64_t BytesSent() const;
+  DATE StartDate() const;
+  void SetAdapter(std::wstring serviceName);
+  // The adapter that the settings name.
+  void ReloadAdapter();
+
+  // --- log; each throws DBerror ---
+  // Writes the session to ConnLog, empties CrashLog and closes the gate, which is closed also when
+  // the database fails. The gate then stays closed until the next Reevaluate.
+  void EndSession() override;
+  // Mirrors the session of the user who is logged on in CrashLog.
+  void SnapshotSession();
+  // Moves what a crash left in CrashLog to ConnLog.
+  void RecoverSessions();
+
+  // --- rules; see AccessRules ---
+  AccessReason CheckAccess(bool refresh);
+  std::wstring ReasonText(AccessReason reason) const;
+  std::uint64_t TimeLeft() const;
+  std::uint64_t BytesLeft() const;
+
+  // --- enforcement; both throw DBerror ---
+  // Switches the gate by the rules, gives the warnings, mirrors the session. A gate that must close
+  // is closed whatever the database does.
+  void RunEnforcementCycle();
+  // After a logon or a change of users: opens the gate, which starts a session, or closes it.
+  void Reevaluate() override;
+
+ private:
+  void SwitchGate();
+  void CloseFor(AccessReason reason);
+  void FinishSession();
+  void ShowGate(GateIcon icon, MessageId state);
+  void TellDisabled(const std::wstring& reasonText);
+
+  Settings& settings_;
+  const MessageCatalogue& catalogue_;
+  const LogonSession& logon_;
+  GateIndicator& indicator_;
+  mutable CriticalSection lock_;
+  IpFilterHook hook_;
+  SessionMeter meter_;
+  ConnectionLog log_;
+  AccessRules rules_;
+  LimitWarnings warnings_;
+  // Between a log-off and the next decision about a user, when the gate must not open by itself.
+  bool sessionEnded_ = false;
+};
+
+}  // namespace quillgate
