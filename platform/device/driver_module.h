@@ -18,8 +18,9 @@ struct DriverDevice {
 
 // What the layer gives to a driver; lives until DriverUnload has returned.
 struct DriverHost {
-  // 0, or the error; the structure is copied, the name too.
+  // 0, or the error; the structure is copied, the name too. To be called from DriverLoad.
   std::uint32_t (*createDevice)(const DriverDevice* device);
+  // Devices that are left when the driver is unloaded are deleted before DriverUnload is called.
   void (*deleteDevice)(const wchar_t* name);
   void (*logLine)(const char* utf8);
 };

@@ -1,0 +1,179 @@
+#include "platform/device/module_driver.h"
+
+#include <windows.h>
+
+#include <dlfcn.h>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/device/api_result.h"
+#include "platform/device/device_table.h"
+#include "platform/device/driver_module.h"
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+struct CloseModule {
+  void operator()(void* module) const { ::dlclose(module); }
+};
+using ModulePointer = std::unique_ptr<void, CloseModule>;
+
+// A device whose operations lie in the shared object. A handle may keep it longer than the driver
+// stays loaded, so it is retired first: from then on it calls nothing.
+class ModuleDevice final : public Device {
+ public:
+  explicit ModuleDevice(const DriverDevice& operations) : operations_(operations) {}
+
+  DWORD Open(DWORD access) override {
+    const std::lock_guard lock(mutex_);
+    return retired_ ? ERROR_FILE_NOT_FOUND : operations_.open(operations_.context, access);
+  }
+
+  DWORD Control(DWORD code, std::span<const std::byte> in, std::span<std::byte> out,
+                DWORD& returned) override {
+    const std::lock_guard lock(mutex_);
+    if (retired_) return ERROR_GEN_FAILURE;
+    return operations_.control(operations_.context, code, in.data(),
+                               static_cast<std::uint32_t>(in.size()), out.data(),
+                               static_cast<std::uint32_t>(out.size()), &returned);
+  }
+
+  // Waits for a call that is running.
+  void Retire() {
+    const std::lock_guard lock(mutex_);
+    retired_ = true;
+  }
+
+ private:
+  std::mutex mutex_;
+  const DriverDevice operations_;
+  bool retired_ = false;
+};
+
+class ModuleDriver final : public LoadedDriver {
+ public:
+  ModuleDriver(ModulePointer module, DriverUnloadFunction unload)
+      : module_(std::move(module)), unload_(unload) {}
+  ~ModuleDriver() override;
+  ModuleDriver(const ModuleDriver&) = delete;
+  ModuleDriver& operator=(const ModuleDriver&) = delete;
+
+  DWORD Load(DriverLoadFunction load);
+  DWORD CreateDevice(const DriverDevice& operations);
+  void DeleteDevice(std::wstring_view name);
+
+ private:
+  struct OwnDevice {
+    std::wstring name;
+    std::shared_ptr<ModuleDevice> device;
+  };
+  void DeleteDevices();
+
+  std::vector<OwnDevice> devices_;
+  ModulePointer module_;
+  DriverUnloadFunction unload_;
+  bool loaded_ = false;
+};
+
+// The driver whose DriverLoad or DriverUnload runs on this thread: the module's interface has no
+// place for telling which driver calls.
+thread_local ModuleDriver* callingDriver = nullptr;
+
+std::uint32_t HostCreateDevice(const DriverDevice* device) noexcept {
+  if (callingDriver == nullptr || device == nullptr || device->name == nullptr ||
+      device->open == nullptr || device->control == nullptr) {
+    return ERROR_INVALID_PARAMETER;
+  }
+  return Guarded([&] { return callingDriver->CreateDevice(*device); });
+}
+
+void HostDeleteDevice(const wchar_t* name) noexcept {
+  if (callingDriver != nullptr && name != nullptr) callingDriver->DeleteDevice(name);
+}
+
+void HostLogLine(const char* utf8) noexcept {
+  if (utf8 != nullptr) LogLine(utf8);
+}
+
+constexpr DriverHost kHost = {HostCreateDevice, HostDeleteDevice, HostLogLine};
+
+DWORD ModuleDriver::Load(DriverLoadFunction load) {
+  callingDriver = this;
+  const DWORD error = load(&kHost);
+  callingDriver = nullptr;
+  loaded_ = error == NO_ERROR;
+  return error;
+}
+
+ModuleDriver::~ModuleDriver() {
+  DeleteDevices();
+  if (!loaded_) return;
+  callingDriver = this;
+  unload_();
+  callingDriver = nullptr;
+}
+
+DWORD ModuleDriver::CreateDevice(const DriverDevice& operations) {
+  DriverDevice own = operations;
+  own.name = nullptr;  // the caller's text need not live on
+  auto device = std::make_shared<ModuleDevice>(own);
+  if (!RegisterDevice(operations.name, device)) return ERROR_ALREADY_EXISTS;
+  devices_.push_back({operations.name, std::move(device)});
+  return NO_ERROR;
+}
+
+void ModuleDriver::DeleteDevice(std::wstring_view name) {
+  std::erase_if(devices_, [name](const OwnDevice& own) {
+    if (!EqualNames(own.name, name)) return false;
+    UnregisterDevice(own.name);
+    own.device->Retire();
+    return true;
+  });
+}
+
+void ModuleDriver::DeleteDevices() {
+  while (!devices_.empty())
+    DeleteDevice(std::wstring(devices_.back().name));
+}
+
+template <class Function>
+Function EntryPoint(void* module, const char* name) {
+  return reinterpret_cast<Function>(::dlsym(module, name));
+}
+
+// One process has one copy of a shared object, so a driver cannot be loaded twice.
+bool IsLoaded(const std::filesystem::path& file) {
+  return ModulePointer(::dlopen(file.c_str(), RTLD_NOLOAD | RTLD_LAZY)) != nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file, DWORD& error) {
+  if (IsLoaded(file)) {
+    error = ERROR_ALREADY_EXISTS;
+    return nullptr;
+  }
+  ModulePointer module(::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL));
+  if (module == nullptr) {
+    LogLine(std::string("driver not loaded: ") + ::dlerror());
+    error = ERROR_BAD_EXE_FORMAT;
+    return nullptr;
+  }
+  const auto load = EntryPoint<DriverLoadFunction>(module.get(), "DriverLoad");
+  const auto unload = EntryPoint<DriverUnloadFunction>(module.get(), "DriverUnload");
+  if (load == nullptr || unload == nullptr) {
+    LogLine(file.string() + " is no driver: it lacks DriverLoad or DriverUnload");
+    error = ERROR_PROC_NOT_FOUND;
+    return nullptr;
+  }
+  auto driver = std::make_unique<ModuleDriver>(std::move(module), unload);
+  error = driver->Load(load);
+  if (error != NO_ERROR) return nullptr;
+  return driver;
+}
+
+}  // namespace platform

@@ -1,0 +1,18 @@
+// A driver that is a shared object with the two functions of driver_module.h. Any thread.
+#pragma once
+
+#include <windef.h>
+
+#include <filesystem>
+#include <memory>
+
+#include "platform/device/driver_host.h"
+
+namespace platform {
+
+// Loads the shared object and calls its DriverLoad. Null with `error` set: ERROR_BAD_EXE_FORMAT
+// when it cannot be loaded, ERROR_PROC_NOT_FOUND when it is no driver, ERROR_ALREADY_EXISTS when it
+// is loaded already, or what DriverLoad answers.
+std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file, DWORD& error);
+
+}  // namespace platform
