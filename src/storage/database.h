@@ -6,17 +6,13 @@
 
 #include <memory>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "storage/critical_section.h"
 #include "storage/db_error.h"
+#include "storage/db_row.h"
 
 namespace quillgate {
-
-// One text for each column, in the statement's column order; NULL reads as an empty text.
-using DbRow = std::vector<std::wstring>;
-// In the order in which the engine delivers them.
-using DbRows = std::vector<DbRow>;
 
 class DbEngine;
 
@@ -43,15 +39,21 @@ class Database {
   void DbClose();
 
   // Runs one statement of at most 1023 characters and puts its rows in place of what `rows` held.
-  // Opens the database first when it is not open. An engine that stays busy for 20 attempts is no
-  // failure: the statement then yields no rows. Every other failure is a DBerror.
+  // Opens the database first when it is not open. An engine that stays busy for 20 attempts (2 s)
+  // is no failure: the statement then yields no rows. Every other failure is a DBerror, and leaves
+  // `rows` empty or, when it was found before the engine was asked, as it was.
   void DbQuery(std::wstring sql, DbRows& rows);
   void DbExecute(std::wstring sql);
 
+  // As DbQuery, for callers that must know: whether the engine carried the statement out; false
+  // when it stayed busy to the end.
+  bool Run(const std::wstring& sql, DbRows& rows);
+
  private:
   friend class DbTransaction;
-  // Whether the engine carried the statement out; false when it stayed busy to the end.
-  bool Run(const std::wstring& sql, DbRows& rows);
+  Database& Opened();
+  DbEngine& Engine();
+  void MakeTables();
 
   std::wstring path_;
   std::unique_ptr<DbEngine> engine_;
@@ -60,7 +62,8 @@ class Database {
 };
 
 // Several statements that take effect together or not at all. Holds the database lock for as long
-// as it lives, so keep it short; not to be nested. Without Commit, everything is undone.
+// as it lives, so keep it short; not to be nested. Without Commit, everything is undone. Once one
+// of its statements has failed - here a busy engine is a failure too - the others and Commit fail.
 class DbTransaction {
  public:
   // Throws DBerror when the transaction cannot begin, a busy engine included.

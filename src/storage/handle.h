@@ -79,4 +79,20 @@ struct ServiceHandleTrait {
 };
 using ServiceHandle = UniqueHandle<ServiceHandleTrait>;
 
+// Memory of the process heap.
+struct HeapBlockTrait {
+  using Type = void*;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type block) { ::HeapFree(::GetProcessHeap(), 0, block); }
+};
+using HeapBlock = UniqueHandle<HeapBlockTrait>;
+
+// Memory that a system call allocated for its caller.
+struct LocalBlockTrait {
+  using Type = HLOCAL;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type block) { ::LocalFree(block); }
+};
+using LocalBlock = UniqueHandle<LocalBlockTrait>;
+
 }  // namespace quillgate

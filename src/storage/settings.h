@@ -3,6 +3,7 @@
 // thread.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 

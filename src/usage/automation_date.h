@@ -1,8 +1,8 @@
 // OLE automation dates: days since 1899-12-30 as a double, valid from -657434 to 2958465.
 #pragma once
 
-#include <oleauto.h>
 #include <windows.h>
+#include <oleauto.h>
 
 #include <string>
 

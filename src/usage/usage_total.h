@@ -3,8 +3,8 @@
 // session in progress is not in it.
 #pragma once
 
-#include <oleauto.h>
 #include <windows.h>
+#include <oleauto.h>
 
 #include <cstdint>
 #include <string>

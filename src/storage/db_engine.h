@@ -1,0 +1,57 @@
+// One connection to the database file through the engine library. Owned by Database, which holds
+// its lock around every call.
+#pragma once
+
+#include <string>
+
+#include "storage/db_row.h"
+#include "storage/engine_library.h"
+
+namespace quillgate {
+
+class DbEngine {
+ public:
+  // Characters of the longest statement, and bytes of its narrow form.
+  static constexpr std::size_t kMaxStatement = 1023;
+  // Characters of the longest value that a result may hold.
+  static constexpr std::size_t kMaxValue = 511;
+  static constexpr int kAttempts = 20;
+  static constexpr DWORD kRetryMilliseconds = 100;
+
+  // Loads the library; throws DBerror.
+  DbEngine() = default;
+  ~DbEngine() { Close(); }
+  DbEngine(const DbEngine&) = delete;
+  DbEngine& operator=(const DbEngine&) = delete;
+
+  // Throws DBerror with the engine's text; Path() is then empty.
+  void Open(const std::wstring& path);
+  void Close() noexcept;
+  const std::wstring& Path() const { return path_; }
+
+  // Runs one statement. False, with no rows, when the engine stayed busy for all attempts; every
+  // other failure throws DBerror. No row is left behind by a failure. Inside a transaction staying
+  // busy and a connection that had to be reopened are failures too, and after any failure the
+  // transaction's other statements fail as well.
+  bool Run(const std::wstring& sql, DbRows& rows);
+
+  // Throw DBerror. A failed Begin leaves no transaction; a failed Commit leaves one to roll back.
+  void Begin();
+  void Commit();
+  // Ends the transaction with nothing changed, if need be by closing and reopening the connection.
+  void RollBack() noexcept;
+
+ private:
+  enum class Transaction { kNone, kOpen, kBroken };
+
+  bool RunOnce(const std::wstring& sql, DbRows& rows);
+  bool Fetch(const char* sql, class ResultTable& table);
+  void Reopen();
+
+  EngineLibrary library_;
+  EngineLibrary::Connection* connection_ = nullptr;
+  std::wstring path_;
+  Transaction transaction_ = Transaction::kNone;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,39 @@
+// The engine library: loaded by name, bound by ten numbered entry points. Owned by DbEngine. The
+// entry points take and give narrow text in the process's multibyte code page; calls are serialised
+// by the database lock.
+#pragma once
+
+#include <windows.h>
+
+#include "storage/handle.h"
+
+namespace quillgate {
+
+class EngineLibrary {
+ public:
+  struct Connection;  // opaque
+
+  // The library's file name, looked for beside the executable first.
+  static constexpr const wchar_t* kFileName = L"qgdbeng.dll";
+
+  // Throws DBerror when the library cannot be loaded or lacks one of the ten entry points, the ones
+  // that are never called included.
+  EngineLibrary();
+
+  // Null on failure, and then with an error text.
+  Connection* (*open)(const char* path, int mode, char** message) = nullptr;
+  int (*close)(Connection* connection) = nullptr;
+  // 0 or a result code. On success a table of (rows + 1) x columns texts, the column names first;
+  // a null pointer stands for NULL.
+  int (*getTable)(Connection* connection, const char* sql, char*** table, int* rows, int* columns,
+                  char** message) = nullptr;
+  void (*freeTable)(char** table) = nullptr;
+  void (*freeMessage)(char* message) = nullptr;
+
+ private:
+  void Bind();
+
+  ModuleHandle module_;
+};
+
+}  // namespace quillgate

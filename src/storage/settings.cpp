@@ -1,0 +1,72 @@
+#include "storage/settings.h"
+
+namespace quillgate {
+namespace {
+
+std::wstring UpperKey(std::wstring_view key) {
+  std::wstring upper(key);
+  for (wchar_t& each : upper) {
+    if (each >= L'a' && each <= L'z') each = static_cast<wchar_t>(each - L'a' + L'A');
+  }
+  return upper;
+}
+
+std::wstring KeyText(SettingKey key) {
+  return std::to_wstring(static_cast<unsigned>(key));
+}
+
+std::wstring SelectValue(const std::wstring& quotedKey) {
+  return L"SELECT Value FROM Settings WHERE Key = " + quotedKey + L";";
+}
+
+}  // namespace
+
+std::wstring Settings::GetSetting(std::wstring_view key, std::wstring_view defaultValue) {
+  try {
+    DbRows rows;
+    database_.DbQuery(SelectValue(SqlText(UpperKey(key))), rows);
+    if (!rows.empty()) return rows.front().front();
+  } catch (const std::exception&) {
+    // Every reader has a default that the program can live with.
+  }
+  return std::wstring(defaultValue);
+}
+
+std::wstring Settings::GetSetting(SettingKey key, std::wstring_view defaultValue) {
+  return GetSetting(KeyText(key), defaultValue);
+}
+
+void Settings::SetSetting(std::wstring_view key, std::wstring_view value) {
+  try {
+    const std::wstring quotedKey = SqlText(UpperKey(key));
+    const std::wstring quotedValue = SqlText(value);
+    DbRows rows;
+    // While the engine stays busy it is not known whether the key is there; a second row for it
+    // would never be read.
+    if (!database_.Run(SelectValue(quotedKey), rows)) return;
+    if (rows.empty()) {
+      database_.DbExecute(L"INSERT INTO Settings (Key, Value) VALUES (" + quotedKey + L", " +
+                          quotedValue + L");");
+    } else {
+      database_.DbExecute(L"UPDATE Settings SET Value = " + quotedValue + L" WHERE Key = " +
+                          quotedKey + L";");
+    }
+  } catch (const std::exception&) {
+    // The option keeps its old value.
+  }
+}
+
+void Settings::SetSetting(SettingKey key, std::wstring_view value) {
+  SetSetting(KeyText(key), value);
+}
+
+std::uint32_t SettingNumber(std::wstring_view text) {
+  std::uint32_t number = 0;
+  for (const wchar_t each : text) {
+    if (each < L'0' || each > L'9') break;
+    number = number * 10 + static_cast<std::uint32_t>(each - L'0');
+  }
+  return number;
+}
+
+}  // namespace quillgate

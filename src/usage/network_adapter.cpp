@@ -1,0 +1,118 @@
+#include "usage/network_adapter.h"
+
+#include <iphlpapi.h>
+#include <ntddndis.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <optional>
+#include <span>
+
+#include "storage/handle.h"
+#include "usage/counter_extension.h"
+#include "usage/ndis_query.h"
+
+namespace quillgate {
+namespace {
+
+using NdisBuffer = std::array<BYTE, 16>;
+
+// The table may grow between the question for its size and the reading.
+constexpr std::size_t kTableRoomFactor = 864;
+
+std::span<const MIB_IFROW> RowsOf(const MIB_IFTABLE& table) {
+  return {table.table, table.dwNumEntries};
+}
+
+// Null when there is no table.
+HeapBlock ReadInterfaceTable() {
+  ULONG bytes = 0;
+  if (::GetIfTable(nullptr, &bytes, TRUE) != ERROR_INSUFFICIENT_BUFFER) return {};
+  const std::size_t room = std::min<std::size_t>(bytes * kTableRoomFactor, 0xFFFFFFFFu);
+  HeapBlock block(::HeapAlloc(::GetProcessHeap(), 0, room));
+  if (!block.IsValid()) return {};
+  bytes = static_cast<ULONG>(room);
+  const DWORD error = ::GetIfTable(static_cast<PMIB_IFTABLE>(block.Get()), &bytes, TRUE);
+  return error == NO_ERROR ? std::move(block) : HeapBlock();
+}
+
+DWORD FindInterfaceIndex(std::span<const BYTE> macAddress) {
+  if (macAddress.empty() || macAddress.size() > MAXLEN_PHYSADDR) {
+    return NetworkAdapter::kUnknownIndex;
+  }
+  const HeapBlock block = ReadInterfaceTable();
+  if (!block.IsValid()) return NetworkAdapter::kUnknownIndex;
+  for (const MIB_IFROW& row : RowsOf(*static_cast<const MIB_IFTABLE*>(block.Get()))) {
+    if (std::memcmp(row.bPhysAddr, macAddress.data(), macAddress.size()) == 0) return row.dwIndex;
+  }
+  return NetworkAdapter::kUnknownIndex;
+}
+
+// Nothing when the driver does not answer with a counter.
+std::optional<std::uint64_t> DriverCounter(const NetworkAdapter& adapter, DWORD objectId) {
+  NdisBuffer buffer{};
+  DWORD returned = 0;
+  adapter.QueryNdis(objectId, buffer.data(), sizeof(buffer), &returned);
+  if (returned != sizeof(std::uint32_t) && returned != sizeof(std::uint64_t)) return std::nullopt;
+  std::uint64_t count = 0;
+  std::memcpy(&count, buffer.data(), returned);
+  return count;
+}
+
+// Reads the driver's counter, else a field of the interface table.
+std::uint64_t ReadCounter(const NetworkAdapter& adapter, DWORD objectId, DWORD MIB_IFROW::*field,
+                          CounterExtension& extension) {
+  if (const auto count = DriverCounter(adapter, objectId)) return *count;
+  if (adapter.InterfaceIndex() == NetworkAdapter::kUnknownIndex) return 0;
+  MIB_IFROW row{};
+  row.dwIndex = adapter.InterfaceIndex();
+  return ::GetIfEntry(&row) == NO_ERROR ? extension.Extend(row.*field) : 0;
+}
+
+// The bytes that the driver told; at most the buffer.
+std::span<const BYTE> QueryMacAddress(const NetworkAdapter& adapter, NdisBuffer& buffer) {
+  DWORD returned = 0;
+  adapter.QueryNdis(OID_802_3_CURRENT_ADDRESS, buffer.data(), sizeof(buffer), &returned);
+  return {buffer.data(), std::min<std::size_t>(returned, buffer.size())};
+}
+
+}  // namespace
+
+NetworkAdapter::NetworkAdapter(std::wstring serviceName) {
+  SetServiceName(std::move(serviceName));
+}
+
+void NetworkAdapter::SetServiceName(std::wstring serviceName) {
+  serviceName_ = std::move(serviceName);
+  NdisBuffer buffer{};
+  interfaceIndex_ = FindInterfaceIndex(QueryMacAddress(*this, buffer));
+}
+
+std::uint64_t NetworkAdapter::BytesSent() const {
+  return ReadCounter(*this, OID_GEN_DIRECTED_BYTES_XMIT, &MIB_IFROW::dwOutOctets,
+                     SentBytesExtension());
+}
+
+std::uint64_t NetworkAdapter::BytesReceived() const {
+  return ReadCounter(*this, OID_GEN_DIRECTED_BYTES_RCV, &MIB_IFROW::dwInOctets,
+                     ReceivedBytesExtension());
+}
+
+std::wstring NetworkAdapter::MacAddressText() const {
+  constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
+  NdisBuffer buffer{};
+  std::wstring text;
+  for (const BYTE each : QueryMacAddress(*this, buffer)) {
+    if (!text.empty()) text += L'-';
+    text += kDigits[each >> 4];
+    text += kDigits[each & 0x0F];
+  }
+  return text;
+}
+
+DWORD NetworkAdapter::QueryNdis(DWORD objectId, void* buffer, DWORD bytes, DWORD* returned) const {
+  return QueryNdisObject(serviceName_, objectId, buffer, bytes, returned);
+}
+
+}  // namespace quillgate

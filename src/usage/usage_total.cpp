@@ -1,0 +1,84 @@
+#include "usage/usage_total.h"
+
+#include <chrono>
+#include <cmath>
+#include <cwchar>
+
+#include "usage/automation_date.h"
+
+namespace quillgate {
+namespace {
+
+// From the first moment of a week to the last second of its seventh day.
+constexpr double kWeekSpan = 6.999988425925926;
+
+SYSTEMTIME LocalTime() {
+  SYSTEMTIME now{};
+  ::GetLocalTime(&now);
+  return now;
+}
+
+int DaysInMonth(int year, int month) {
+  using namespace std::chrono;
+  const year_month_day_last last = std::chrono::year(year) /
+                                   std::chrono::month(static_cast<unsigned>(month)) /
+                                   std::chrono::last;
+  return static_cast<int>(static_cast<unsigned>(last.day()));
+}
+
+}  // namespace
+
+std::wstring_view ColumnOf(UsageMeasure measure) {
+  switch (measure) {
+    case UsageMeasure::kSeconds:
+      return L"Seconds";
+    case UsageMeasure::kBytesReceived:
+      return L"BytesRecv";
+    case UsageMeasure::kBytesSent:
+      return L"BytesSent";
+  }
+  return {};
+}
+
+UsageTotal::UsageTotal(UsageMeasure measure, std::wstring user, Database& database,
+                       const WeekCalendar& calendar)
+    : measure_(measure), user_(std::move(user)), database_(database), calendar_(calendar) {}
+
+std::uint64_t UsageTotal::Sum(DATE from, DATE to) const {
+  const DATE fromDay = std::trunc(from);
+  const DATE toDay = std::trunc(to);
+  if (fromDay > toDay) return 0;
+  std::wstring sql = L"SELECT SUM(";
+  sql.append(ColumnOf(measure_)).append(L") FROM ConnLog WHERE StartDate >= '");
+  sql.append(FormatDay(fromDay)).append(L" 00:00:00' AND StartDate <= '");
+  sql.append(FormatDay(toDay)).append(L" 23:59:59'");
+  if (!user_.empty()) sql.append(L" AND User = ").append(SqlText(user_));
+  DbRows rows;
+  database_.DbQuery(sql.append(L";"), rows);
+  return rows.empty() ? 0 : std::wcstoull(rows.front().front().c_str(), nullptr, 10);
+}
+
+std::uint64_t UsageTotal::TodayTotal() const {
+  const SYSTEMTIME now = LocalTime();
+  const DATE today = DateOf(now.wYear, now.wMonth, now.wDay);
+  return Sum(today, today);
+}
+
+std::uint64_t UsageTotal::WeekTotal() const {
+  const SYSTEMTIME now = LocalTime();
+  CalendarWeek week{};
+  CalendarDay first{};
+  if (!calendar_.GetWeekOfDate({now.wYear, now.wMonth, now.wDay}, &week)) return 0;
+  if (!calendar_.GetFirstDateOfWeek(week, &first)) return 0;
+  const DATE start = DateOf(first.year, first.month, first.day);
+  const DATE end = start == kInvalidDate ? kInvalidDate : std::trunc(start + kWeekSpan);
+  return Sum(start, end);
+}
+
+std::uint64_t UsageTotal::MonthTotal() const {
+  const SYSTEMTIME now = LocalTime();
+  return Sum(DateOf(now.wYear, now.wMonth, 1),
+             DateOf(now.wYear, now.wMonth, DaysInMonth(now.wYear, now.wMonth)));
+}
+
+}  // namespace quillgate
