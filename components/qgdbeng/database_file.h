@@ -1,0 +1,32 @@
+// Opening the database file itself: what may be opened, how it is made, how it is kept.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace quillgate::engine {
+
+struct DatabaseCloser {
+  void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+};
+using DatabaseHandle = std::unique_ptr<sqlite3, DatabaseCloser>;
+
+// Why a file was not opened, for the user to read.
+class OpenError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Opens the file for reading and writing, or makes it with mode 0600 when it is not there; throws
+// OpenError. It has a write-ahead log (where the file system can share memory; else the rollback
+// journal stays, as safe and slower), every commit reaches the disk, and nobody but its owner can
+// read it. Statements on the connection do not wait for other processes.
+DatabaseHandle OpenDatabaseFile(const std::string& path);
+
+// Whether the file that was opened is not at its path any more.
+bool HasMoved(sqlite3* database);
+
+}  // namespace quillgate::engine
