@@ -15,6 +15,6 @@ std::array<unsigned char, 16> Md5(std::string_view bytes);
 // 32 upper-case hexadecimal digits of the digest of the password's multibyte form, cut after the
 // last whole character that fits in `limitBytes`: what the system's own conversion leaves in a
 // buffer of that size. Too long a password never counts as a blank one.
-std::wstring PasswordDigest(std::wstring_view password, int limitBytes);
+std::wstring PasswordDigest(std::wstring_view password, std::size_t limitBytes);
 
 }  // namespace quillgate

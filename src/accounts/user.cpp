@@ -13,8 +13,8 @@ namespace quillgate {
 namespace {
 
 // The two limits differ, so a password that is cut when it is set is never accepted.
-constexpr int kSetLimitBytes = 255;
-constexpr int kCheckLimitBytes = 256;
+constexpr std::size_t kSetLimitBytes = 255;
+constexpr std::size_t kCheckLimitBytes = 256;
 
 // Where a row holds what: the order of the table's columns.
 enum Column : std::size_t {
