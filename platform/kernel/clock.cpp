@@ -1,5 +1,6 @@
 #include "platform/kernel/clock.h"
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 
@@ -15,14 +16,25 @@ class SystemClock final : public Clock {
   }
   std::chrono::system_clock::time_point Now() override { return std::chrono::system_clock::now(); }
   void Sleep(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
+  void WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+               std::chrono::milliseconds duration) override {
+    condition.wait_for(lock, duration);
+  }
 };
 
 std::atomic<Clock*> replacement = nullptr;
 
 }  // namespace
 
+void Clock::WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+                    std::chrono::milliseconds duration) {
+  constexpr std::chrono::milliseconds kSlice{2};
+  condition.wait_for(lock, std::min(duration, kSlice));
+}
+
 Clock& CurrentClock() {
-  static SystemClock systemClock;
+  // Never destroyed: threads may still sleep when the process ends.
+  static SystemClock& systemClock = *new SystemClock;
   Clock* other = replacement.load();
   return other != nullptr ? *other : systemClock;
 }

@@ -3,8 +3,9 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
-#include <ctime>
+#include <mutex>
 
 namespace platform {
 
@@ -20,6 +21,12 @@ class Clock {
 
   // Blocks the calling thread for that long on this clock.
   virtual void Sleep(std::chrono::milliseconds duration) = 0;
+
+  // Waits until the condition is notified or that long has passed on this clock. May return early
+  // for no reason at all, so the caller looks again at what it waits for and at the tick count. A
+  // clock that does not say otherwise returns every few real milliseconds.
+  virtual void WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+                       std::chrono::milliseconds duration);
 };
 
 Clock& CurrentClock();

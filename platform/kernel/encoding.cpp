@@ -12,26 +12,8 @@ bool IsScalarValue(std::uint32_t code) {
   return code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
 }
 
-void AppendUtf8(std::string& out, std::uint32_t code) {
-  if (code < 0x80) {
-    out += static_cast<char>(code);
-  } else if (code < 0x800) {
-    out += static_cast<char>(0xC0 | (code >> 6));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    out += static_cast<char>(0xE0 | (code >> 12));
-    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (code >> 18));
-    out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  }
-}
-
-// Decodes one sequence at `at` and moves past it; past one byte when it is not well formed.
-wchar_t DecodeOne(std::string_view text, std::size_t& at) {
+// A sequence of two to four bytes.
+wchar_t DecodeSequence(std::string_view text, std::size_t& at) {
   const auto lead = static_cast<unsigned char>(text[at]);
   const int extra = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
   static constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
@@ -56,28 +38,42 @@ wchar_t LowerLetter(wchar_t letter) {
 
 }  // namespace
 
+wchar_t DecodeUtf8(std::string_view utf8, std::size_t& at) {
+  const auto lead = static_cast<unsigned char>(utf8[at]);
+  if (lead >= 0x80) return DecodeSequence(utf8, at);
+  ++at;
+  return static_cast<wchar_t>(lead);
+}
+
+std::size_t EncodeUtf8(wchar_t letter, char* bytes) {
+  const auto given = static_cast<std::uint32_t>(letter);
+  const std::uint32_t code = IsScalarValue(given) ? given : std::uint32_t{kReplacement};
+  if (code < 0x80) {
+    bytes[0] = static_cast<char>(code);
+    return 1;
+  }
+  const std::size_t extra = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+  constexpr unsigned kLeads[] = {0, 0xC0, 0xE0, 0xF0};
+  bytes[0] = static_cast<char>(kLeads[extra] | (code >> (6 * extra)));
+  for (std::size_t i = 1; i <= extra; ++i)
+    bytes[i] = static_cast<char>(0x80 | ((code >> (6 * (extra - i))) & 0x3F));
+  return extra + 1;
+}
+
 std::string Utf8(std::wstring_view wide) {
   std::string out;
   out.reserve(wide.size());
-  for (const wchar_t letter : wide) {
-    const auto code = static_cast<std::uint32_t>(letter);
-    AppendUtf8(out, IsScalarValue(code) ? code : static_cast<std::uint32_t>(kReplacement));
-  }
+  char bytes[kMaximumUtf8Bytes];
+  for (const wchar_t letter : wide)
+    out.append(bytes, EncodeUtf8(letter, bytes));
   return out;
 }
 
 std::wstring Wide(std::string_view utf8) {
   std::wstring out;
   out.reserve(utf8.size());
-  for (std::size_t at = 0; at < utf8.size();) {
-    const auto lead = static_cast<unsigned char>(utf8[at]);
-    if (lead < 0x80) {
-      out += static_cast<wchar_t>(lead);
-      ++at;
-    } else {
-      out += DecodeOne(utf8, at);
-    }
-  }
+  for (std::size_t at = 0; at < utf8.size();)
+    out += DecodeUtf8(utf8, at);
   return out;
 }
 

@@ -2,6 +2,7 @@
 // What cannot be converted becomes U+FFFD; nothing throws but for lack of memory.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,15 @@ namespace platform {
 
 std::string Utf8(std::wstring_view wide);
 std::wstring Wide(std::string_view utf8);
+
+// One character of UTF-8 text at `at`, which moves past it; U+FFFD, and past one byte, when the
+// bytes there are not well formed.
+wchar_t DecodeUtf8(std::string_view utf8, std::size_t& at);
+
+// Writes the one to four bytes of a character and returns their number; what is no character is
+// U+FFFD.
+inline constexpr std::size_t kMaximumUtf8Bytes = 4;
+std::size_t EncodeUtf8(wchar_t letter, char* bytes);
 
 // Comparison without regard to the case of ASCII letters, as names of keys, services, devices and
 // modules are compared.

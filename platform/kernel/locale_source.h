@@ -1,5 +1,6 @@
-// The user's language and first day of the week, as ICU reads them from the environment, unless the
-// simulated machine says otherwise.
+// The user's language (LC_ALL, LC_MESSAGES, LANG) and first day of the week (LC_ALL, LC_TIME,
+// LANG), as ICU understands those names, unless the simulated machine says otherwise. The plain
+// locales "C" and "POSIX" are American English. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -13,7 +14,8 @@ struct LocaleChoice {
   int firstDayFromMonday;  // 0 = Monday ... 6 = Sunday, as LOCALE_IFIRSTDAYOFWEEK counts
 };
 
-LocaleChoice CurrentLocale();
+LANGID CurrentLanguage();
+int CurrentFirstDayFromMonday();
 void SetLocaleChoice(std::optional<LocaleChoice> choice);
 
 }  // namespace platform

@@ -1,0 +1,32 @@
+#include <windows.h>
+
+#include <mutex>
+
+namespace {
+
+std::recursive_mutex& MutexOf(LPCRITICAL_SECTION section) {
+  return *static_cast<std::recursive_mutex*>(section->opaque);
+}
+
+}  // namespace
+
+extern "C" {
+
+void WINAPI InitializeCriticalSection(LPCRITICAL_SECTION section) {
+  section->opaque = new std::recursive_mutex;
+}
+
+void WINAPI EnterCriticalSection(LPCRITICAL_SECTION section) {
+  MutexOf(section).lock();
+}
+
+void WINAPI LeaveCriticalSection(LPCRITICAL_SECTION section) {
+  MutexOf(section).unlock();
+}
+
+void WINAPI DeleteCriticalSection(LPCRITICAL_SECTION section) {
+  delete &MutexOf(section);
+  section->opaque = nullptr;
+}
+
+}  // extern "C"

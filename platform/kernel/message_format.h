@@ -1,0 +1,19 @@
+// The escapes and inserts of a message text, as FormatMessage documents them. Pure; any thread.
+#pragma once
+
+#include <windef.h>
+
+#include <cstdarg>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// The formatted text. "%n" and every line break become CR LF, "%0" ends the text, "%1" to "%99"
+// insert an argument: a wide string, or a 32-bit number when "!u!", "!lu!", "!d!" or "!ld!"
+// follows. Arguments are taken from the list in the order of their numbers, one each however often
+// a text uses it. NO_ERROR; else ERROR_INVALID_PARAMETER: an insert without a list, of an unknown
+// format, or used both as a number and as a string.
+DWORD FormatMessageText(std::wstring_view text, va_list* arguments, std::wstring& formatted);
+
+}  // namespace platform

@@ -1,0 +1,87 @@
+#include "platform/kernel/message_table.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "platform/kernel/encoding.h"
+
+namespace platform {
+namespace {
+
+using Bytes = std::span<const std::byte>;
+
+constexpr std::size_t kBlockBytes = 12;
+constexpr std::size_t kEntryHeaderBytes = 4;
+constexpr std::uint16_t kUnicodeEntry = 1;
+
+// Little-endian, as this machine is; zero past the end of the table.
+template <class Number>
+Number ReadNumber(Bytes table, std::size_t offset) {
+  Number number = 0;
+  if (offset <= table.size() && table.size() - offset >= sizeof number) {
+    std::memcpy(&number, table.data() + offset, sizeof number);
+  }
+  return number;
+}
+
+std::wstring DecodeUtf16(Bytes text) {
+  std::wstring wide;
+  for (std::size_t at = 0; at + 1 < text.size(); at += 2) {
+    const std::uint32_t unit = ReadNumber<std::uint16_t>(text, at);
+    const std::uint32_t next = ReadNumber<std::uint16_t>(text, at + 2);
+    if (unit >= 0xD800 && unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+      wide += static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
+      at += 2;
+    } else {
+      wide += static_cast<wchar_t>(unit);
+    }
+  }
+  return wide;
+}
+
+std::wstring EntryText(Bytes text, std::uint16_t flags) {
+  std::wstring wide =
+      flags == kUnicodeEntry
+          ? DecodeUtf16(text)
+          : Wide(std::string_view(reinterpret_cast<const char*>(text.data()), text.size()));
+  wide.resize(wide.find_last_not_of(L'\0') + 1);
+  return wide;
+}
+
+std::optional<std::wstring> EntryAt(Bytes table, std::size_t offset) {
+  const auto length = ReadNumber<std::uint16_t>(table, offset);
+  const auto flags = ReadNumber<std::uint16_t>(table, offset + 2);
+  if (length < kEntryHeaderBytes || offset > table.size() || table.size() - offset < length) {
+    return std::nullopt;
+  }
+  return EntryText(table.subspan(offset + kEntryHeaderBytes, length - kEntryHeaderBytes), flags);
+}
+
+// Entries have no index: those before the wanted one are skipped by their lengths.
+std::optional<std::size_t> SkipEntries(Bytes table, std::size_t offset, DWORD count) {
+  for (DWORD i = 0; i < count; ++i) {
+    const auto length = ReadNumber<std::uint16_t>(table, offset);
+    if (length < kEntryHeaderBytes) return std::nullopt;
+    offset += length;
+  }
+  return offset;
+}
+
+}  // namespace
+
+std::optional<std::wstring> FindMessage(Bytes table, DWORD messageId) {
+  const auto blocks = ReadNumber<std::uint32_t>(table, 0);
+  for (std::size_t i = 0; i < blocks; ++i) {
+    const std::size_t block = sizeof(std::uint32_t) + i * kBlockBytes;
+    if (block + kBlockBytes > table.size()) return std::nullopt;
+    const auto low = ReadNumber<std::uint32_t>(table, block);
+    const auto high = ReadNumber<std::uint32_t>(table, block + 4);
+    if (messageId < low || messageId > high) continue;
+    const auto first = ReadNumber<std::uint32_t>(table, block + 8);
+    const std::optional<std::size_t> offset = SkipEntries(table, first, messageId - low);
+    return offset ? EntryAt(table, *offset) : std::nullopt;
+  }
+  return std::nullopt;
+}
+
+}  // namespace platform

@@ -1,0 +1,165 @@
+#include <windows.h>
+#include <process.h>
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+#include "platform/kernel/clock.h"
+#include "platform/kernel/log.h"
+#include "platform/kernel/waitable.h"
+
+namespace platform {
+namespace {
+
+// A thread as its handle shows it: suspended until it is resumed, signalled when it has ended.
+class Thread final : public Waitable {
+ public:
+  Thread(_beginthreadex_proc_type entry, void* argument, bool suspended)
+      : entry_(entry), argument_(argument), suspended_(suspended) {}
+
+  DWORD Wait(const Deadline& deadline) override;
+
+  // Zero when it was not suspended.
+  DWORD Resume();
+
+  // The creator's: waits until the thread has told its identifier.
+  DWORD AwaitId();
+
+  // The thread's own.
+  void Begin();
+  void RunEntry() { entry_(argument_); }
+  void End();
+
+ private:
+  const _beginthreadex_proc_type entry_;
+  void* const argument_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  DWORD id_ = 0;
+  bool suspended_;
+  bool ended_ = false;
+};
+
+DWORD Thread::Wait(const Deadline& deadline) {
+  std::unique_lock lock(mutex_);
+  while (!ended_) {
+    if (deadline.HasCome()) return WAIT_TIMEOUT;
+    CurrentClock().WaitFor(changed_, lock, deadline.Left());
+  }
+  return WAIT_OBJECT_0;
+}
+
+DWORD Thread::Resume() {
+  const std::lock_guard lock(mutex_);
+  const DWORD previousCount = suspended_ ? 1 : 0;
+  suspended_ = false;
+  changed_.notify_all();
+  return previousCount;
+}
+
+DWORD Thread::AwaitId() {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return id_ != 0; });
+  return id_;
+}
+
+void Thread::Begin() {
+  std::unique_lock lock(mutex_);
+  id_ = ::GetCurrentThreadId();
+  changed_.notify_all();
+  changed_.wait(lock, [this] { return !suspended_; });
+}
+
+void Thread::End() {
+  const std::lock_guard lock(mutex_);
+  ended_ = true;
+  changed_.notify_all();
+}
+
+// Signals the handle when the thread is really over: it is the first thread-local object of its
+// thread and so the last to go, after everything that the thread's code left there.
+struct ThreadEnd {
+  std::shared_ptr<Thread> thread;
+  ThreadEnd() = default;
+  ThreadEnd(const ThreadEnd&) = delete;
+  ThreadEnd& operator=(const ThreadEnd&) = delete;
+  ~ThreadEnd() {
+    if (thread != nullptr) thread->End();
+  }
+};
+
+void* RunThread(void* parameter) noexcept {
+  static thread_local ThreadEnd end;
+  const std::unique_ptr<std::shared_ptr<Thread>> given(
+      static_cast<std::shared_ptr<Thread>*>(parameter));
+  end.thread = *given;
+  (*given)->Begin();
+  (*given)->RunEntry();
+  return nullptr;
+}
+
+int StartThread(std::shared_ptr<Thread> thread, unsigned stackBytes) {
+  auto given = std::make_unique<std::shared_ptr<Thread>>(std::move(thread));
+  pthread_attr_t attributes;
+  ::pthread_attr_init(&attributes);
+  ::pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+  const std::size_t smallest = PTHREAD_STACK_MIN;
+  int error = 0;
+  if (stackBytes != 0) {
+    error = ::pthread_attr_setstacksize(&attributes, std::max<std::size_t>(stackBytes, smallest));
+  }
+  pthread_t id{};
+  if (error == 0) error = ::pthread_create(&id, &attributes, RunThread, given.get());
+  ::pthread_attr_destroy(&attributes);
+  if (error == 0) given.release();
+  return error;
+}
+
+}  // namespace
+}  // namespace platform
+
+extern "C" {
+
+std::uintptr_t _beginthreadex(void*, unsigned stackBytes, _beginthreadex_proc_type startAddress,
+                              void* argument, unsigned initFlag, unsigned* threadId) {
+  if (startAddress == nullptr || (initFlag & ~CREATE_SUSPENDED) != 0) {
+    if (startAddress != nullptr) platform::LogLine("_beginthreadex: unsupported flag");
+    errno = EINVAL;
+    return 0;
+  }
+  const bool suspended = (initFlag & CREATE_SUSPENDED) != 0;
+  auto thread = std::make_shared<platform::Thread>(startAddress, argument, suspended);
+  const int error = platform::StartThread(thread, stackBytes);
+  if (error != 0) {
+    errno = error;
+    return 0;
+  }
+  const DWORD id = thread->AwaitId();
+  if (threadId != nullptr) *threadId = id;
+  return reinterpret_cast<std::uintptr_t>(
+      platform::Handles().Insert(platform::HandleKind::kThread, std::move(thread)));
+}
+
+DWORD WINAPI GetCurrentThreadId() {
+  return static_cast<DWORD>(::gettid());
+}
+
+DWORD WINAPI GetCurrentProcessId() {
+  return static_cast<DWORD>(::getpid());
+}
+
+DWORD WINAPI ResumeThread(HANDLE thread) {
+  const auto found = platform::Resolve<platform::Thread>(platform::HandleKind::kThread, thread);
+  if (found == nullptr) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return static_cast<DWORD>(-1);
+  }
+  return found->Resume();
+}
+
+}  // extern "C"

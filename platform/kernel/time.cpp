@@ -1,0 +1,45 @@
+#include <windows.h>
+
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+#include "platform/kernel/clock.h"
+
+extern "C" {
+
+void WINAPI GetLocalTime(LPSYSTEMTIME time) {
+  using std::chrono::milliseconds;
+  using std::chrono::seconds;
+  const auto now = platform::CurrentClock().Now();
+  const auto whole = std::chrono::floor<seconds>(now);
+  const std::time_t stamp = std::chrono::system_clock::to_time_t(whole);
+  std::tm fields{};
+  ::localtime_r(&stamp, &fields);
+  *time = {};
+  time->wYear = static_cast<WORD>(fields.tm_year + 1900);
+  time->wMonth = static_cast<WORD>(fields.tm_mon + 1);
+  time->wDayOfWeek = static_cast<WORD>(fields.tm_wday);
+  time->wDay = static_cast<WORD>(fields.tm_mday);
+  time->wHour = static_cast<WORD>(fields.tm_hour);
+  time->wMinute = static_cast<WORD>(fields.tm_min);
+  // A leap second, which some time zone files know, has no place in the API.
+  time->wSecond = static_cast<WORD>(fields.tm_sec > 59 ? 59 : fields.tm_sec);
+  time->wMilliseconds = static_cast<WORD>(std::chrono::floor<milliseconds>(now - whole).count());
+}
+
+DWORD WINAPI GetTickCount() {
+  return static_cast<DWORD>(platform::CurrentClock().TickMilliseconds());
+}
+
+void WINAPI Sleep(DWORD milliseconds) {
+  if (milliseconds == 0) {
+    std::this_thread::yield();
+    return;
+  }
+  do {
+    platform::CurrentClock().Sleep(std::chrono::milliseconds(milliseconds));
+  } while (milliseconds == INFINITE);
+}
+
+}  // extern "C"
