@@ -1,0 +1,46 @@
+#include "service/monitor_thread.h"
+
+namespace quillgate {
+namespace {
+
+constexpr DWORD kWakeMilliseconds = 1000;
+constexpr DWORD kWakesPerCycle = 20;
+
+}  // namespace
+
+void MonitorThread::AwaitCycle() {
+  const CriticalSectionLock hold(cycle_);
+}
+
+unsigned MonitorThread::Run() noexcept {
+  for (DWORD wake = 0; !IsStopRequested(); ++wake) {
+    if (wake % kWakesPerCycle == 0) RunCycle();
+    ::Sleep(kWakeMilliseconds);
+  }
+  SignalCompletion();
+  return 0;
+}
+
+void MonitorThread::RunCycle() noexcept {
+  const CriticalSectionLock hold(cycle_);
+  if (IsStopRequested()) return;
+  try {
+    session_.RunEnforcementCycle();
+    lastFailure_.clear();
+  } catch (...) {
+    LogFailure();
+  }
+}
+
+void MonitorThread::LogFailure() noexcept {
+  try {
+    const std::wstring failure = CurrentExceptionText();
+    if (failure == lastFailure_) return;
+    events_.LogEvent(failure);
+    lastFailure_ = failure;
+  } catch (...) {
+    // Without memory for its text, the failure is not logged; the next cycle matters more.
+  }
+}
+
+}  // namespace quillgate

@@ -1,0 +1,56 @@
+#include "service/process_entry.h"
+
+#include <windows.h>
+
+#include "service/command_line.h"
+#include "service/service_installation.h"
+#include "service/service_names.h"
+#include "storage/handle.h"
+
+namespace quillgate {
+namespace {
+
+constexpr wchar_t kProgramKey[] = L"Software\\Quillgate";
+// Read from outside under this very spelling.
+constexpr wchar_t kInstallPathValue[] = L"IInstallPath";
+constexpr std::size_t kPathLimit = 259;
+
+// The folder of the program as it was started. Nothing is told if it cannot be recorded.
+void RecordInstallPath(const std::wstring& program) {
+  HKEY key = nullptr;
+  if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, kProgramKey, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                        KEY_WRITE, nullptr, &key, nullptr) != ERROR_SUCCESS) {
+    return;
+  }
+  const RegistryKey owner(key);
+  const std::wstring folder = FolderOf(program.substr(0, kPathLimit));
+  ::RegSetValueExW(key, kInstallPathValue, 0, REG_SZ, reinterpret_cast<const BYTE*>(folder.c_str()),
+                   static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
+}
+
+}  // namespace
+
+int RunProcess(ServiceModule& service, ProcessObjects& objects,
+               const std::vector<std::wstring>& words) {
+  RecordInstallPath(words.empty() ? std::wstring() : words.front());
+  if (!service.Initialise(kServiceName, kServiceDisplayName)) return 1;
+  switch (CommandOf(words)) {
+    case CommandWord::kRunService:
+      service.RunAsService();
+      break;
+    case CommandWord::kInstall:
+      InstallService();
+      break;
+    case CommandWord::kUninstall:
+      UninstallService();
+      break;
+    case CommandWord::kSetupWizard:
+      objects.Events().LogEvent(L"The setup wizard is not available in this version.");
+      break;
+    case CommandWord::kUnknown:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace quillgate

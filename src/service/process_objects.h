@@ -1,0 +1,70 @@
+// The objects of which the process has one each, and what each is given to work with. Made at
+// process entry, before any thread; destroyed at process exit, after the service has stopped. Only
+// this folder makes them: everything else takes what it uses in its constructor.
+#pragma once
+
+#include <memory>
+
+#include "accounts/logon_session.h"
+#include "service/event_log.h"
+#include "service/event_log_indicator.h"
+#include "service/logon_requests.h"
+#include "service/monitor_thread.h"
+#include "service/unattended_prompts.h"
+#include "service/windows_logon_name.h"
+#include "session/session_log.h"
+#include "text/message_catalogue.h"
+#include "usage/week_calendar.h"
+
+namespace quillgate {
+
+class ProcessObjects {
+ public:
+  ProcessObjects() = default;
+  // Ends the monitor, then opens the gate and brings the drivers down.
+  ~ProcessObjects();
+  ProcessObjects(const ProcessObjects&) = delete;
+  ProcessObjects& operator=(const ProcessObjects&) = delete;
+
+  EventLog& Events() { return events_; }
+  Database& GetDatabase() { return database_; }
+  Settings& GetSettings() { return settings_; }
+  MessageCatalogue& Catalogue() { return catalogue_; }
+  WeekCalendar& Calendar() { return calendar_; }
+  GateIndicator& Indicator() { return indicator_; }
+  LogonRequests& Logons() { return logonRequests_; }
+
+  // The session object, made on the first call, which the service main thread makes. From then on
+  // logons and log-offs switch the gate.
+  SessionLog& Session();
+
+  // The users of the logon system that the settings choose; the NONE system's two are made if its
+  // table is known to be empty.
+  void LoadUsers();
+  void ReleaseUsers();
+
+  // Makes the monitor and starts it. Throws std::runtime_error.
+  void StartMonitor();
+  // Null before StartMonitor.
+  MonitorThread* Monitor() { return monitor_.get(); }
+
+ private:
+  bool HasNoUsers();
+  void TellMissingHook();
+
+  EventLog events_;
+  Database database_;
+  Settings settings_{database_};
+  MessageCatalogue catalogue_;
+  WeekCalendar calendar_;
+  EventLogIndicator indicator_{events_};
+  UnattendedPrompts prompts_;
+  WindowsLogonName windowsLogonName_{database_};
+  LogonSession logon_{settings_, prompts_, windowsLogonName_};
+  LogonRequests logonRequests_{logon_, events_};
+  std::unique_ptr<UserCollection> users_;
+  std::unique_ptr<SessionLog> session_;
+  std::unique_ptr<MonitorThread> monitor_;
+};
+
+}  // namespace quillgate

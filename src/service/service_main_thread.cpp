@@ -1,0 +1,73 @@
+#include "service/service_main_thread.h"
+
+#include <stdexcept>
+
+#include "service/service_module.h"
+#include "service/service_window.h"
+
+namespace quillgate {
+namespace {
+
+constexpr DWORD kMonitorStopMilliseconds = 5000;
+// For the monitor, which looks for the stop request once a second, to notice it.
+constexpr DWORD kStopPauseMilliseconds = 500;
+
+constexpr std::uint32_t kLanguageBits = 0xFFFF;
+constexpr std::uint32_t kDefaultSublanguage = 0x400;
+
+}  // namespace
+
+void ServiceMainThread::Run() {
+  module_.SetMainThread();
+  objects_.LoadUsers();
+  ApplyLanguage();
+  ApplyFirstDayOfWeek();
+  ServiceWindow window(objects_);
+  try {
+    if (!window.Create()) throw std::runtime_error("Could not create the service window.");
+    objects_.StartMonitor();
+    RunMessageLoop();
+  } catch (...) {
+    TakeDown();
+    throw;
+  }
+  TakeDown();
+}
+
+void ServiceMainThread::ApplyLanguage() {
+  const std::uint32_t stored =
+      SettingNumber(objects_.GetSettings().GetSetting(SettingKey::kLanguage, L"0"));
+  objects_.Catalogue().SetInterfaceLanguage((stored & kLanguageBits) | kDefaultSublanguage);
+}
+
+void ServiceMainThread::ApplyFirstDayOfWeek() {
+  Settings& settings = objects_.GetSettings();
+  WeekCalendar& calendar = objects_.Calendar();
+  const std::wstring stored = settings.GetSetting(SettingKey::kFirstDayOfWeek, {});
+  if (stored.empty()) {
+    settings.SetSetting(SettingKey::kFirstDayOfWeek, std::to_wstring(calendar.GetFirstDayOfWeek()));
+  } else {
+    calendar.SetFirstDayOfWeek(static_cast<int>(SettingNumber(stored)));
+  }
+}
+
+void ServiceMainThread::RunMessageLoop() {
+  MSG message{};
+  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+  }
+}
+
+void ServiceMainThread::TakeDown() {
+  MonitorThread* monitor = objects_.Monitor();
+  if (monitor != nullptr) monitor->Stop(kMonitorStopMilliseconds);
+  ::Sleep(kStopPauseMilliseconds);
+  // The pause is enough for a monitor that sleeps; one in the middle of a cycle still uses the
+  // database.
+  if (monitor != nullptr) monitor->AwaitCycle();
+  objects_.ReleaseUsers();
+  objects_.GetDatabase().DbClose();
+}
+
+}  // namespace quillgate

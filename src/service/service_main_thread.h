@@ -1,0 +1,31 @@
+// What the service does between "running" and "stopped": prepares users and language, makes the
+// hidden window and with it the session object, starts the monitor, runs the message loop, and
+// takes everything down in order. Runs on the service main thread.
+#pragma once
+
+#include "service/process_objects.h"
+
+namespace quillgate {
+
+class ServiceModule;
+
+class ServiceMainThread {
+ public:
+  ServiceMainThread(ServiceModule& module, ProcessObjects& objects)
+      : module_(module), objects_(objects) {}
+
+  // Returns when WM_QUIT has been posted to this thread. Throws std::runtime_error when the window
+  // or the monitor cannot be made; everything has been taken down then too.
+  void Run();
+
+ private:
+  void ApplyLanguage();
+  void ApplyFirstDayOfWeek();
+  void RunMessageLoop();
+  void TakeDown();
+
+  ServiceModule& module_;
+  ProcessObjects& objects_;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,141 @@
+#include "service/service_module.h"
+
+#include "service/service_installation.h"
+#include "service/service_main_thread.h"
+#include "service/service_names.h"
+
+namespace quillgate {
+namespace {
+
+constexpr std::size_t kNameLimit = 256;
+
+// The module whose routines the service control manager calls, which come without a context.
+std::atomic<ServiceModule*> dispatchedModule{nullptr};
+
+SERVICE_STATUS StoppedStatus() {
+  SERVICE_STATUS status{};
+  status.dwServiceType = SERVICE_WIN32_OWN_PROCESS;
+  status.dwCurrentState = SERVICE_STOPPED;
+  status.dwControlsAccepted = SERVICE_ACCEPT_STOP;
+  return status;
+}
+
+}  // namespace
+
+ServiceModule::ServiceModule(ProcessObjects& objects)
+    : objects_(objects),
+      runningMutex_(::CreateMutexW(nullptr, TRUE, kRunningMutexName)),
+      status_(StoppedStatus()) {}
+
+bool ServiceModule::Initialise(const std::wstring& serviceName, const std::wstring& displayName) {
+  serviceName_ = serviceName.substr(0, kNameLimit);
+  displayName_ = displayName.substr(0, kNameLimit);
+  status_ = StoppedStatus();
+  try {
+    objects_.GetDatabase().DbOpen();
+    return true;
+  } catch (const DBerror& error) {
+    ::MessageBoxW(nullptr, error.Message().c_str(), displayName_.c_str(), MB_ICONERROR);
+  }
+  StopOwnService();
+  return false;
+}
+
+void ServiceModule::RunAsService() {
+  dispatchedModule = this;
+  objects_.Events().SetRunningAsService(true);
+  const SERVICE_TABLE_ENTRYW table[] = {{serviceName_.data(), ServiceMain}, {nullptr, nullptr}};
+  if (!::StartServiceCtrlDispatcherW(table)) {
+    const DWORD error = ::GetLastError();
+    objects_.Events().SetRunningAsService(false);
+    objects_.Events().LogEvent(L"StartServiceCtrlDispatcher Error=" + std::to_wstring(error));
+  }
+  dispatchedModule = nullptr;
+}
+
+void WINAPI ServiceModule::ServiceMain(DWORD, LPWSTR*) noexcept {
+  ServiceModule* module = dispatchedModule;
+  try {
+    module->RunServiceMain();
+  } catch (...) {
+    module->objects_.Events().LogCurrentException();
+  }
+}
+
+void WINAPI ServiceModule::ControlHandler(DWORD control) noexcept {
+  ServiceModule* module = dispatchedModule;
+  try {
+    module->HandleControl(control);
+  } catch (...) {
+    module->objects_.Events().LogCurrentException();
+  }
+}
+
+void ServiceModule::RunServiceMain() {
+  EventLog& events = objects_.Events();
+  {
+    const CriticalSectionLock hold(statusLock_);
+    status_.dwCurrentState = SERVICE_START_PENDING;
+    statusHandle_ = ::RegisterServiceCtrlHandlerW(serviceName_.c_str(), ControlHandler);
+  }
+  if (statusHandle_ == nullptr) {
+    events.LogEvent(L"Handler not installed");
+    return;
+  }
+  ReportState(SERVICE_START_PENDING);
+  events.LogEvent(L"Service started");
+  if (events.IsRunningAsService()) ReportState(SERVICE_RUNNING);
+  try {
+    ServiceMainThread(*this, objects_).Run();
+  } catch (...) {
+    events.LogCurrentException();
+  }
+  ReportState(SERVICE_STOPPED);
+  events.LogEvent(L"Service stopped");
+}
+
+void ServiceModule::ReportState(DWORD state) {
+  const CriticalSectionLock hold(statusLock_);
+  status_.dwCurrentState = state;
+  ::SetServiceStatus(statusHandle_, &status_);
+}
+
+void ServiceModule::HandleControl(DWORD control) {
+  switch (control) {
+    case SERVICE_CONTROL_STOP:
+      objects_.Events().LogEvent(L"Request to stop...");
+      ReportState(SERVICE_STOP_PENDING);
+      RequestStop();
+      break;
+    case SERVICE_CONTROL_PAUSE:
+    case SERVICE_CONTROL_CONTINUE:
+    case SERVICE_CONTROL_INTERROGATE:
+    case SERVICE_CONTROL_SHUTDOWN:
+      break;
+    case kControlWindowsLogon:
+      objects_.Logons().LogOn();
+      break;
+    case kControlWindowsLogoff:
+      objects_.Logons().LogOff(1);
+      break;
+    default:
+      objects_.Events().LogEvent(L"Bad service request");
+      break;
+  }
+}
+
+void ServiceModule::RequestStop() {
+  stopRequested_ = true;
+  const DWORD thread = mainThreadId_;
+  if (thread != 0) ::PostThreadMessageW(thread, WM_QUIT, 0, 0);
+}
+
+void ServiceModule::SetMainThread() {
+  // A thread has a queue to post to once it has looked into it.
+  MSG message{};
+  ::PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
+  mainThreadId_ = ::GetCurrentThreadId();
+  if (stopRequested_) ::PostQuitMessage(0);
+}
+
+}  // namespace quillgate

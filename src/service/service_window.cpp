@@ -1,0 +1,106 @@
+#include "service/service_window.h"
+
+#include <wtsapi32.h>
+
+namespace quillgate {
+namespace {
+
+// What LogOff is told at an ordinary end of a logon, and after a critical resume.
+constexpr int kOrdinaryLogOff = 1;
+constexpr int kLogOffAfterCrash = 0;
+
+}  // namespace
+
+ServiceWindow::ServiceWindow(ProcessObjects& objects)
+    : objects_(objects), notificationLibrary_(::LoadLibraryW(L"wtsapi32.dll")) {
+  if (!notificationLibrary_.IsValid()) return;
+  const HMODULE library = notificationLibrary_.Get();
+  registerNotification_ = reinterpret_cast<RegisterNotification>(
+      ::GetProcAddress(library, "WTSRegisterSessionNotification"));
+  unregisterNotification_ = reinterpret_cast<UnregisterNotification>(
+      ::GetProcAddress(library, "WTSUnRegisterSessionNotification"));
+  if (registerNotification_ != nullptr && unregisterNotification_ != nullptr) return;
+  registerNotification_ = nullptr;
+  unregisterNotification_ = nullptr;
+  notificationLibrary_.Reset();
+}
+
+ServiceWindow::~ServiceWindow() {
+  if (notificationLibrary_.IsValid()) unregisterNotification_(Window());
+}
+
+LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      OnCreate(window);
+      break;
+    case WM_POWERBROADCAST:
+      if (OnPowerEvent(wParam)) return TRUE;
+      break;
+    case WM_WTSSESSION_CHANGE:
+      OnSessionChange(wParam);
+      break;
+    default:
+      break;
+  }
+  return ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+void ServiceWindow::OnCreate(HWND window) {
+  RecoverSessions();
+  objects_.Logons().LogOff(kOrdinaryLogOff);
+  if (System() != LogonSystem::kQuillgate) objects_.Logons().LogOn();
+  if (objects_.GetSettings().GetSetting(SettingKey::kFirstStart, L"1") == L"1") OnFirstStart();
+  if (registerNotification_ != nullptr) registerNotification_(window, NOTIFY_FOR_ALL_SESSIONS);
+}
+
+void ServiceWindow::OnFirstStart() {
+  if (System() == LogonSystem::kQuillgate) objects_.Logons().LogOn();
+  objects_.GetSettings().SetSetting(SettingKey::kFirstStart, L"0");
+  const MessageCatalogue& catalogue = objects_.Catalogue();
+  objects_.Indicator().ShowMessage(catalogue.GetMessageText(kMsgWelcomeText),
+                                   catalogue.GetMessageText(kMsgWelcome), BalloonIcon::kInformation,
+                                   0);
+}
+
+bool ServiceWindow::OnPowerEvent(WPARAM event) {
+  switch (event) {
+    case PBT_APMQUERYSUSPEND:
+      return true;
+    case PBT_APMSUSPEND:
+      objects_.Logons().LogOff(kOrdinaryLogOff);
+      return true;
+    case PBT_APMRESUMECRITICAL:
+      // Nobody was asked about this suspension: the session before it counts as crashed.
+      RecoverSessions();
+      objects_.Logons().LogOff(kLogOffAfterCrash);
+      objects_.Logons().LogOn();
+      return true;
+    case PBT_APMRESUMESUSPEND:
+      objects_.Logons().LogOn();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void ServiceWindow::OnSessionChange(WPARAM reason) {
+  // Under the WINDOWS system the package's own log-off control ends the session.
+  if (reason == WTS_CONSOLE_DISCONNECT && System() != LogonSystem::kWindows) {
+    objects_.Logons().LogOff(kOrdinaryLogOff);
+  }
+}
+
+void ServiceWindow::RecoverSessions() noexcept {
+  try {
+    objects_.Session().RecoverSessions();
+  } catch (...) {
+    objects_.Events().LogCurrentException();
+  }
+}
+
+LogonSystem ServiceWindow::System() {
+  return CurrentLogonSystem(objects_.GetSettings());
+}
+
+}  // namespace quillgate
