@@ -1,0 +1,83 @@
+#include "platform/account/linux_accounts.h"
+
+#include <pwd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <fstream>
+#include <mutex>
+#include <sstream>
+#include <string>
+
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+// The first field of GECOS is the person's name; "&" in it stands for the account's.
+std::string FullName(const passwd& entry) {
+  const std::string_view gecos = entry.pw_gecos == nullptr ? "" : entry.pw_gecos;
+  std::string name;
+  for (const char c : gecos.substr(0, gecos.find(','))) {
+    if (c == '&') {
+      name += entry.pw_name;
+    } else {
+      name += c;
+    }
+  }
+  return name;
+}
+
+void ReadNumber(const std::string& text, unsigned& number) {
+  unsigned value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc() && end == text.data() + text.size()) number = value;
+}
+
+}  // namespace
+
+UserIdRange ReadUserIdRange(std::istream& configuration) {
+  UserIdRange range;
+  for (std::string line; std::getline(configuration, line);) {
+    std::istringstream words(line);
+    std::string keyword;
+    std::string value;
+    if (!(words >> keyword >> value)) continue;
+    if (keyword == "UID_MIN") ReadNumber(value, range.first);
+    if (keyword == "UID_MAX") ReadNumber(value, range.last);
+  }
+  return range;
+}
+
+bool IsLoginShell(std::string_view shell) {
+  const std::string_view program = shell.substr(shell.rfind('/') + 1);
+  return program != "nologin" && program != "false" && program != "sync";
+}
+
+std::optional<std::vector<LocalAccount>> HumanAccounts() {
+  std::ifstream configuration("/etc/login.defs");
+  const UserIdRange range = ReadUserIdRange(configuration);
+  // The walk over the password database is one for the whole process.
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
+  std::vector<LocalAccount> accounts;
+  ::setpwent();
+  errno = 0;
+  while (const passwd* const entry = ::getpwent()) {
+    const bool human = entry->pw_uid >= range.first && entry->pw_uid <= range.last;
+    if (human && IsLoginShell(entry->pw_shell == nullptr ? "" : entry->pw_shell)) {
+      accounts.push_back({Wide(entry->pw_name), Wide(FullName(*entry)), entry->pw_uid});
+    }
+    errno = 0;
+  }
+  const int error = errno;
+  ::endpwent();
+  if (error != 0 && error != ENOENT) {
+    LogLine("the password database cannot be read");
+    return std::nullopt;
+  }
+  return accounts;
+}
+
+}  // namespace platform

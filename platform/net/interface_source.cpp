@@ -1,0 +1,24 @@
+#include "platform/net/interface_source.h"
+
+#include <atomic>
+
+#include "platform/net/linux_interfaces.h"
+
+namespace platform {
+namespace {
+
+std::atomic<InterfaceSource*> replacement = nullptr;
+
+}  // namespace
+
+InterfaceSource& CurrentInterfaces() {
+  static LinuxInterfaces kernel;
+  InterfaceSource* const source = replacement;
+  return source == nullptr ? kernel : *source;
+}
+
+void SetInterfaceSource(InterfaceSource* source) {
+  replacement = source;
+}
+
+}  // namespace platform
