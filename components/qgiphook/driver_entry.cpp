@@ -1,0 +1,90 @@
+// The driver module's two entry points, and its one device.
+#include <winerror.h>
+
+#include <exception>
+#include <memory>
+#include <string>
+
+#include "packet_gate.h"
+#include "platform/device/driver_module.h"
+
+namespace {
+
+using quillgate::gate::PacketGate;
+
+constexpr const wchar_t* kDeviceName = L"QGIpHook";
+
+// Device type 0x939C, buffered, any access; none has data.
+constexpr std::uint32_t kBlock = 0x939C2094;
+constexpr std::uint32_t kPass = 0x939C2098;
+constexpr std::uint32_t kAllowLocal = 0x939C209C;
+constexpr std::uint32_t kBlockLocal = 0x939C20A0;
+
+std::unique_ptr<PacketGate> theGate;
+const DriverHost* theHost = nullptr;
+
+void LogLine(const std::string& text) noexcept {
+  try {
+    theHost->logLine(("QGIpHook: " + text).c_str());
+  } catch (const std::exception&) {
+    // No memory for the line: the error code still tells the caller.
+  }
+}
+
+// Nothing may throw out of the module.
+template <class Work>
+std::uint32_t Guarded(Work work) noexcept {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    return ERROR_NOT_ENOUGH_MEMORY;
+  } catch (const std::exception& failure) {
+    LogLine(failure.what());
+    return ERROR_GEN_FAILURE;
+  }
+}
+
+std::uint32_t OpenGate(void* context, std::uint32_t /*access*/) noexcept {
+  return Guarded([context] { return static_cast<PacketGate*>(context)->Open(); });
+}
+
+std::uint32_t ControlGate(PacketGate& gate, std::uint32_t code) {
+  switch (code) {
+    case kBlock:
+      return gate.Block();
+    case kPass:
+      return gate.Pass();
+    case kAllowLocal:
+      return gate.AllowLocal(true);
+    case kBlockLocal:
+      return gate.AllowLocal(false);
+    default:
+      return ERROR_INVALID_FUNCTION;
+  }
+}
+
+std::uint32_t Control(void* context, std::uint32_t code, const void* /*in*/,
+                      std::uint32_t /*inBytes*/, void* /*out*/, std::uint32_t /*outBytes*/,
+                      std::uint32_t* returnedBytes) noexcept {
+  if (returnedBytes != nullptr) *returnedBytes = 0;
+  return Guarded([=] { return ControlGate(*static_cast<PacketGate*>(context), code); });
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
+    const DriverHost* host) noexcept {
+  theHost = host;
+  return Guarded([host] {
+    theGate = std::make_unique<PacketGate>(LogLine);
+    const DriverDevice device{kDeviceName, theGate.get(), OpenGate, Control};
+    return host->createDevice(&device);
+  });
+}
+
+// Leaves the gate as it is: who ends in order has opened it before, and after anything else a
+// closed gate stays closed.
+extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
+  theHost->deleteDevice(kDeviceName);
+  theGate.reset();
+}

@@ -1,0 +1,76 @@
+#include "local_networks.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace quillgate::gate {
+
+namespace {
+
+struct Range {
+  int family;
+  const char* address;
+  unsigned length;
+};
+
+constexpr Range kUnicast[] = {
+    {AF_INET, "10.0.0.0", 8},     {AF_INET, "172.16.0.0", 12}, {AF_INET, "192.168.0.0", 16},
+    {AF_INET, "169.254.0.0", 16}, {AF_INET6, "fc00::", 7},     {AF_INET6, "fe80::", 10},
+};
+
+constexpr Range kGroups4[] = {
+    {AF_INET, "224.0.0.0", 24}, {AF_INET, "239.255.0.0", 16}, {AF_INET, "255.255.255.255", 32}};
+
+// An address with a shorter prefix than any real link has does not make half of the Internet
+// local: a route for everything (/0), the halves that tunnels use (/1), automatic tunnels such as
+// 2002::/16 and 2001::/32.
+constexpr unsigned kShortestSubnet4 = 8;
+constexpr unsigned kShortestSubnet6 = 48;
+
+NetworkPrefix PrefixOf(const Range& range) {
+  in6_addr address{};
+  ::inet_pton(range.family, range.address, &address);
+  return MakePrefix(range.family, &address, range.length);
+}
+
+bool IsSubnet(const NetworkPrefix& prefix) {
+  return prefix.length >= (prefix.family == AF_INET ? kShortestSubnet4 : kShortestSubnet6);
+}
+
+// ff<flags><scope>::/16. The flags are zero or say: transient (1), and made from a unicast prefix
+// (3), and with the rendezvous point in it (7).
+std::vector<NetworkPrefix> LocalGroups6() {
+  constexpr unsigned kFlags[] = {0, 1, 3, 7};
+  constexpr unsigned kInterfaceScope = 1;
+  constexpr unsigned kSiteScope = 5;
+  std::vector<NetworkPrefix> groups;
+  for (const unsigned flags : kFlags) {
+    for (unsigned scope = kInterfaceScope; scope <= kSiteScope; ++scope) {
+      const std::uint8_t address[16] = {0xff, static_cast<std::uint8_t>(flags << 4 | scope)};
+      groups.push_back(MakePrefix(AF_INET6, address, 16));
+    }
+  }
+  return groups;
+}
+
+}  // namespace
+
+std::vector<NetworkPrefix> LocalUnicast(int family, const std::vector<NetworkPrefix>& connected) {
+  std::vector<NetworkPrefix> prefixes;
+  for (const Range& range : kUnicast) {
+    if (range.family == family) prefixes.push_back(PrefixOf(range));
+  }
+  std::ranges::copy_if(connected, std::back_inserter(prefixes), IsSubnet);
+  return WithoutContained(std::move(prefixes));
+}
+
+std::vector<NetworkPrefix> LocalGroups(int family) {
+  if (family == AF_INET6) return LocalGroups6();
+  std::vector<NetworkPrefix> groups;
+  std::ranges::transform(kGroups4, std::back_inserter(groups), PrefixOf);
+  return groups;
+}
+
+}  // namespace quillgate::gate

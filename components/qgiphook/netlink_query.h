@@ -1,0 +1,39 @@
+// One question to the kernel over netlink, and its answer. For one use, by one thread.
+#pragma once
+
+#include <libmnl/libmnl.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace quillgate::gate {
+
+class NetlinkQuery {
+ public:
+  // `bus` is NETLINK_ROUTE or NETLINK_NETFILTER; `flags` are added to NLM_F_REQUEST.
+  NetlinkQuery(int bus, std::uint16_t type, std::uint16_t flags);
+
+  // The header that follows the message's own; zero at first, to be asked for once.
+  template <class T>
+  T& Header() {
+    return *static_cast<T*>(mnl_nlmsg_put_extra_header(message_, sizeof(T)));
+  }
+
+  // Asks, and hands each message of the answer to `read`. Throws std::system_error with the
+  // kernel's error number; what was read before it does not count.
+  void Run(const std::function<void(const nlmsghdr*)>& read);
+
+ private:
+  struct SocketCloser {
+    void operator()(mnl_socket* socket) const { mnl_socket_close(socket); }
+  };
+  using Socket = std::unique_ptr<mnl_socket, SocketCloser>;
+
+  int bus_;
+  std::vector<char> request_;
+  nlmsghdr* message_;
+};
+
+}  // namespace quillgate::gate

@@ -1,0 +1,27 @@
+// A range of IPv4 or IPv6 addresses that share their first bits.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quillgate::gate {
+
+struct NetworkPrefix {
+  int family = 0;                          // AF_INET or AF_INET6
+  std::array<std::uint8_t, 16> address{};  // network byte order; the first 4 for IPv4
+  unsigned length = 0;                     // in bits
+
+  bool Contains(const NetworkPrefix& other) const;
+  std::string Text() const;  // "192.168.0.0/16"
+  auto operator<=>(const NetworkPrefix&) const = default;
+};
+
+// The prefix of these first bits of an address: the bits behind them are cleared.
+NetworkPrefix MakePrefix(int family, const void* address, unsigned length);
+
+// Without those that another one contains, and each once: ranges that do not overlap.
+std::vector<NetworkPrefix> WithoutContained(std::vector<NetworkPrefix> prefixes);
+
+}  // namespace quillgate::gate

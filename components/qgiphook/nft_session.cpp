@@ -1,0 +1,80 @@
+#include "nft_session.h"
+
+#include <linux/netfilter/nf_tables.h>
+#include <linux/netfilter/nfnetlink.h>
+#include <winerror.h>
+
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <system_error>
+
+#include "netlink_query.h"
+
+namespace quillgate::gate {
+
+namespace {
+
+struct ErrorPair {
+  int number;
+  std::uint32_t error;
+};
+
+// The numbers that tell that there is no packet filter depend on what of it is missing.
+constexpr ErrorPair kAccessErrors[] = {
+    {EPERM, ERROR_ACCESS_DENIED},
+    {EACCES, ERROR_ACCESS_DENIED},
+    {EINVAL, ERROR_FILE_NOT_FOUND},
+    {EOPNOTSUPP, ERROR_FILE_NOT_FOUND},
+    {EPROTONOSUPPORT, ERROR_FILE_NOT_FOUND},
+    {EAFNOSUPPORT, ERROR_FILE_NOT_FOUND},
+    {ENOMEM, ERROR_NOT_ENOUGH_MEMORY},
+    {ENOBUFS, ERROR_NOT_ENOUGH_MEMORY},
+};
+
+constexpr ErrorPair kCommandErrors[] = {
+    {EPERM, ERROR_ACCESS_DENIED},       {ENOENT, ERROR_FILE_NOT_FOUND},
+    {EOPNOTSUPP, ERROR_NOT_SUPPORTED},  {ENOMEM, ERROR_NOT_ENOUGH_MEMORY},
+    {ENOBUFS, ERROR_NOT_ENOUGH_MEMORY},
+};
+
+// The library tells the kernel's error number as its text only.
+std::uint32_t ErrorOfText(const std::string& text) {
+  for (const auto& [number, error] : kCommandErrors) {
+    if (text.find(std::strerror(number)) != std::string::npos) return error;
+  }
+  return ERROR_GEN_FAILURE;
+}
+
+}  // namespace
+
+std::uint32_t FilterAccess() {
+  try {
+    NetlinkQuery query(NETLINK_NETFILTER, NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_GETGEN, NLM_F_ACK);
+    query.Header<nfgenmsg>().version = NFNETLINK_V0;
+    query.Run([](const nlmsghdr*) {});
+    return 0;
+  } catch (const std::system_error& failure) {
+    for (const auto& [number, error] : kAccessErrors) {
+      if (failure.code().value() == number) return error;
+    }
+    return ERROR_GEN_FAILURE;
+  }
+}
+
+NftSession::NftSession() : context_(nft_ctx_new(NFT_CTX_DEFAULT)) {
+  if (context_ == nullptr) throw std::bad_alloc();
+  nft_ctx_output_set_flags(context_.get(), NFT_CTX_OUTPUT_STATELESS);
+  if (nft_ctx_buffer_output(context_.get()) != 0) throw std::bad_alloc();
+  if (nft_ctx_buffer_error(context_.get()) != 0) throw std::bad_alloc();
+}
+
+std::uint32_t NftSession::Run(const std::string& commands) {
+  const int result = nft_run_cmd_from_buffer(context_.get(), commands.c_str());
+  // Both must be fetched every time: what is left would stand before the next texts.
+  output_ = nft_ctx_get_output_buffer(context_.get());
+  error_ = nft_ctx_get_error_buffer(context_.get());
+  return result == 0 ? 0 : ErrorOfText(error_);
+}
+
+}  // namespace quillgate::gate

@@ -1,0 +1,39 @@
+// The way to the kernel's packet filter. Used by one thread at a time.
+#pragma once
+
+#include <nftables/libnftables.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace quillgate::gate {
+
+// Whether this process may use the packet filter: 0, ERROR_ACCESS_DENIED without the right to,
+// ERROR_FILE_NOT_FOUND when the kernel has none, or what else went wrong.
+std::uint32_t FilterAccess();
+
+class NftSession {
+ public:
+  // Only after FilterAccess answered 0: without a kernel that knows the packet filter, the library
+  // beneath ends the process. Throws std::bad_alloc.
+  NftSession();
+
+  // Carries all of the commands out as one transaction, or none. 0, or the Win32 error of the first
+  // reason, of which Error() then is the text.
+  std::uint32_t Run(const std::string& commands);
+
+  // What the latest commands printed, and why they failed; until the next Run.
+  const std::string& Output() const { return output_; }
+  const std::string& Error() const { return error_; }
+
+ private:
+  struct ContextCloser {
+    void operator()(nft_ctx* context) const { nft_ctx_free(context); }
+  };
+  std::unique_ptr<nft_ctx, ContextCloser> context_;
+  std::string output_;
+  std::string error_;
+};
+
+}  // namespace quillgate::gate
