@@ -51,6 +51,8 @@ struct CREATESTRUCTW {
 };
 using LPCREATESTRUCTW = CREATESTRUCTW*;
 
+#define WS_CHILD 0x40000000u
+
 ATOM WINAPI RegisterClassExW(const WNDCLASSEXW* windowClass);
 ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass);
 BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance);

@@ -12,7 +12,8 @@ class EventLoop {
   virtual ~EventLoop() = default;
 
   // Handles the desktop's own events until Wake is called or the time is over (nothing: without
-  // limit). Called on the window thread only.
+  // limit; zero: handles what is there already). May return earlier. Called on the window thread
+  // only, also from inside an event that the loop handles.
   virtual void Wait(std::optional<std::chrono::milliseconds> limit) = 0;
 
   // Ends the running or the next Wait. Any thread.

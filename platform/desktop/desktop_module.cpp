@@ -1,0 +1,48 @@
+#include "platform/user/desktop_module.h"
+
+#include <QApplication>
+#include <clocale>
+#include <exception>
+#include <string>
+
+#include "platform/desktop/message_box.h"
+#include "platform/desktop/qt_event_loop.h"
+
+namespace platform {
+namespace {
+
+class QtDesktop final : public DesktopModule {
+ public:
+  QtDesktop() {
+    // Qt has taken over the user's locale; a program that reads and writes numbers in the locale
+    // it started with would find its decimal point changed.
+    std::setlocale(LC_ALL, localeBefore_.c_str());
+    QApplication::setQuitOnLastWindowClosed(false);
+  }
+
+  EventLoop& Loop() override { return loop_; }
+  std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxRequest& request) override {
+    return std::make_unique<QtMessageBox>(request, loop_);
+  }
+
+ private:
+  // Qt keeps references to these as long as the application lives.
+  std::string name_ = "desktop";
+  char* arguments_[2] = {name_.data(), nullptr};
+  int argumentCount_ = 1;
+  const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
+  QApplication application_{argumentCount_, arguments_};
+  QtEventLoop loop_;
+};
+
+}  // namespace
+}  // namespace platform
+
+extern "C" __attribute__((visibility("default"))) platform::DesktopModule*
+CreateDesktopModule() noexcept {
+  try {
+    return new platform::QtDesktop;
+  } catch (const std::exception&) {
+    return nullptr;
+  }
+}

@@ -1,0 +1,32 @@
+#include "platform/desktop/qt_event_loop.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QThread>
+
+namespace platform {
+
+QtEventLoop::QtEventLoop() {
+  limit_.setSingleShot(true);
+  limit_.setTimerType(Qt::PreciseTimer);
+}
+
+void QtEventLoop::Wait(std::optional<std::chrono::milliseconds> limit) {
+  const bool mayBlock = !limit.has_value() || limit->count() > 0;
+  if (woken_.exchange(false) || !mayBlock) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    return;
+  }
+  // The timer's own event ends the wait; it needs nobody to receive it.
+  if (limit.has_value()) limit_.start(*limit);
+  QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  limit_.stop();
+  woken_ = false;
+}
+
+void QtEventLoop::Wake() {
+  woken_ = true;
+  limit_.thread()->eventDispatcher()->wakeUp();
+}
+
+}  // namespace platform

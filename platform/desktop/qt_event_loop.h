@@ -1,0 +1,24 @@
+// Qt's event loop as what a thread queue waits in. Lives on the window thread.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <atomic>
+
+#include "platform/user/event_loop.h"
+
+namespace platform {
+
+class QtEventLoop final : public EventLoop {
+ public:
+  QtEventLoop();
+
+  void Wait(std::optional<std::chrono::milliseconds> limit) override;
+  void Wake() override;
+
+ private:
+  std::atomic<bool> woken_ = false;
+  QTimer limit_;
+};
+
+}  // namespace platform

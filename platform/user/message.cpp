@@ -1,0 +1,136 @@
+// Posting, sending, taking and dispatching messages.
+#include "platform/kernel/log.h"
+#include "platform/user/atom_table.h"
+#include "platform/user/thread_queue.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+BOOL ReportPost(PostResult result, DWORD errorWhenEnded) {
+  if (result == PostResult::kPosted) return TRUE;
+  ::SetLastError(result == PostResult::kFull ? ERROR_NOT_ENOUGH_QUOTA : errorWhenEnded);
+  return FALSE;
+}
+
+// Sets the last error when messages cannot be taken like this.
+bool CheckTaking(const MSG* message, HWND window) {
+  if (message == nullptr) {
+    ::SetLastError(ERROR_NOACCESS);
+    return false;
+  }
+  if (window == nullptr || window == kNoWindow) return true;
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return false;
+  if (found->BelongsToCaller()) return true;
+  ::SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
+  return false;
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) {
+  if (!CheckTaking(message, window)) return -1;
+  const MessageFilter filter{window, first, last};
+  ThreadQueue& queue = *CurrentQueue();
+  for (;;) {
+    queue.ServeCalls();
+    if (const auto taken = queue.Take(filter, true)) {
+      *message = *taken;
+      return taken->message != WM_QUIT ? TRUE : FALSE;
+    }
+    queue.Wait(filter);
+  }
+}
+
+BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+  if (!CheckTaking(message, window)) return FALSE;
+  if (remove != PM_REMOVE && remove != PM_NOREMOVE) {
+    LogLine("PeekMessageW: only PM_NOREMOVE and PM_REMOVE are supported");
+    ::SetLastError(ERROR_INVALID_FLAGS);
+    return FALSE;
+  }
+  const MessageFilter filter{window, first, last};
+  ThreadQueue& queue = *CurrentQueue();
+  queue.ServeCalls();
+  auto taken = queue.Take(filter, remove == PM_REMOVE);
+  if (!taken.has_value()) {
+    queue.PollEventLoop();
+    taken = queue.Take(filter, remove == PM_REMOVE);
+  }
+  if (!taken.has_value()) return FALSE;
+  *message = *taken;
+  return TRUE;
+}
+
+BOOL WINAPI TranslateMessage(const MSG* /*message*/) {
+  // Key messages alone are translated, and hidden windows get none.
+  return FALSE;
+}
+
+LRESULT WINAPI DispatchMessageW(const MSG* message) {
+  if (message->message == WM_TIMER && message->lParam != 0) {
+    const auto callback = reinterpret_cast<TIMERPROC>(message->lParam);
+    callback(message->hwnd, WM_TIMER, message->wParam, ::GetTickCount());
+    return 0;
+  }
+  if (message->hwnd == nullptr) return 0;
+  const auto window = FindWindowOf(message->hwnd);
+  if (window == nullptr) return 0;
+  if (!window->BelongsToCaller()) {
+    ::SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
+    return 0;
+  }
+  return window->CallProcedure(message->message, message->wParam, message->lParam);
+}
+
+LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return 0;
+  if (found->BelongsToCaller()) return found->CallProcedure(message, wParam, lParam);
+  bool delivered = false;
+  LRESULT result = 0;
+  found->queue->Call([&] {
+    delivered = found->IsLive();
+    if (delivered) result = found->CallProcedure(message, wParam, lParam);
+  });
+  if (!delivered) ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+  return result;
+}
+
+BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (window == nullptr) {
+    return ::PostThreadMessageW(::GetCurrentThreadId(), message, wParam, lParam);
+  }
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  return ReportPost(found->queue->Post({window, message, wParam, lParam, 0, {}}),
+                    ERROR_INVALID_WINDOW_HANDLE);
+}
+
+BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto queue = QueueOfThread(threadId);
+  if (queue == nullptr) {
+    ::SetLastError(ERROR_INVALID_THREAD_ID);
+    return FALSE;
+  }
+  return ReportPost(queue->Post({nullptr, message, wParam, lParam, 0, {}}),
+                    ERROR_INVALID_THREAD_ID);
+}
+
+void WINAPI PostQuitMessage(int exitCode) {
+  CurrentQueue()->PostQuit(exitCode);
+}
+
+UINT WINAPI RegisterWindowMessageW(LPCWSTR name) {
+  if (name == nullptr || name[0] == L'\0') {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  const ATOM atom = Atoms().Add(name);
+  if (atom == 0) ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return atom;
+}

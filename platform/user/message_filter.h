@@ -1,0 +1,30 @@
+// Which messages GetMessageW and PeekMessageW are asked for.
+#pragma once
+
+#include <windows.h>
+
+namespace platform {
+
+// A filter's window that stands for "messages of no window".
+inline const HWND kNoWindow = reinterpret_cast<HWND>(static_cast<LONG_PTR>(-1));
+
+struct MessageFilter {
+  HWND window = nullptr;  // null: every window's and the thread's own
+  UINT first = 0;         // both zero: every number
+  UINT last = 0;
+
+  bool PassesWindow(HWND candidate) const {
+    if (window == kNoWindow) return candidate == nullptr;
+    return window == nullptr || window == candidate;
+  }
+  // WM_QUIT passes whatever the range.
+  bool PassesNumber(UINT message) const {
+    const bool everyNumber = first == 0 && last == 0;
+    return everyNumber || message == WM_QUIT || (message >= first && message <= last);
+  }
+  bool Passes(HWND candidate, UINT message) const {
+    return PassesWindow(candidate) && PassesNumber(message);
+  }
+};
+
+}  // namespace platform

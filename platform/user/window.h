@@ -1,0 +1,51 @@
+// Windows: hidden ones only, top-level or children, each owned by the thread that made it. A
+// window's handle, procedure and user data may be used by any thread; all else by its own.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/kernel/handle_table.h"
+#include "platform/user/thread_queue.h"
+#include "platform/user/window_class.h"
+
+namespace platform {
+
+class Window final : public Object {
+ public:
+  HWND handle = nullptr;
+  std::shared_ptr<const WindowClass> windowClass;
+  std::shared_ptr<ThreadQueue> queue;
+  // The parent of a child, else the owner; null or HWND_MESSAGE without either.
+  HWND parent = nullptr;
+  bool isChild = false;
+  bool isBeingDestroyed = false;
+  std::atomic<WNDPROC> procedure = nullptr;
+  std::atomic<LONG_PTR> userData = 0;
+
+  bool BelongsToCaller() const;
+  // Whether the handle still stands for this window.
+  bool IsLive() const;
+  LRESULT CallProcedure(UINT message, WPARAM wParam, LPARAM lParam) const;
+};
+
+// The window of a live handle; null, with ERROR_INVALID_WINDOW_HANDLE as the last error, for any
+// other.
+std::shared_ptr<Window> FindWindowOf(HWND handle);
+
+bool ClassHasWindows(const WindowClass& windowClass);
+
+// Ends the windows of a thread that ends. Their procedures are not called, since what they use may
+// be gone already.
+void ForgetWindowsOf(const ThreadQueue& queue);
+
+// Called with every window's handle after its last message. Any thread; observers stay for good.
+using WindowObserver = std::function<void(HWND)>;
+void ObserveDestroyedWindows(WindowObserver observer);
+
+}  // namespace platform

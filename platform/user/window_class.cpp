@@ -1,0 +1,143 @@
+#include "platform/user/window_class.h"
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+#include "platform/kernel/log.h"
+#include "platform/user/atom_table.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+constexpr std::size_t kLongestName = 256;
+constexpr UINT kGlobalClass = 0x4000;  // CS_GLOBALCLASS
+
+struct ClassRegistry {
+  std::mutex mutex;
+  std::vector<std::shared_ptr<const WindowClass>> classes;
+};
+
+ClassRegistry& Registry() {
+  static ClassRegistry& registry = *new ClassRegistry;
+  return registry;
+}
+
+HINSTANCE InstanceOrExecutable(HINSTANCE instance) {
+  return instance != nullptr ? instance : ::GetModuleHandleW(nullptr);
+}
+
+ATOM AtomOf(LPCWSTR name) {
+  if (name == nullptr) return 0;
+  if (IS_INTRESOURCE(name)) return LOWORD(reinterpret_cast<ULONG_PTR>(name));
+  return Atoms().Find(name);
+}
+
+auto Locate(std::vector<std::shared_ptr<const WindowClass>>& classes, HINSTANCE instance,
+            ATOM atom) {
+  return std::ranges::find_if(classes, [&](const auto& each) {
+    return each->atom == atom && each->data.hInstance == instance;
+  });
+}
+
+bool HasUnsupportedParts(const WNDCLASSEXW& data) {
+  const bool unsupported = data.cbClsExtra != 0 || data.cbWndExtra != 0 ||
+                           data.lpszMenuName != nullptr || (data.style & kGlobalClass) != 0;
+  if (unsupported) LogLine("window class: extra memory, menus and global classes: not supported");
+  return unsupported;
+}
+
+bool IsValid(const WNDCLASSEXW& data) {
+  if (data.lpfnWndProc == nullptr || data.lpszClassName == nullptr) return false;
+  if (IS_INTRESOURCE(data.lpszClassName) || data.lpszClassName[0] == L'\0') return false;
+  return std::wstring_view(data.lpszClassName).size() <= kLongestName;
+}
+
+ATOM Register(WNDCLASSEXW data) {
+  if (!IsValid(data) || HasUnsupportedParts(data)) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  auto made = std::make_shared<WindowClass>();
+  made->name = data.lpszClassName;
+  made->atom = Atoms().Add(made->name);
+  data.hInstance = InstanceOrExecutable(data.hInstance);
+  data.lpszClassName = nullptr;
+  made->data = data;
+  ClassRegistry& registry = Registry();
+  const std::lock_guard lock(registry.mutex);
+  const bool exists =
+      Locate(registry.classes, data.hInstance, made->atom) != registry.classes.end();
+  if (made->atom == 0 || exists) {
+    ::SetLastError(exists ? ERROR_CLASS_ALREADY_EXISTS : ERROR_NOT_ENOUGH_MEMORY);
+    return 0;
+  }
+  registry.classes.push_back(made);
+  return made->atom;
+}
+
+}  // namespace
+
+std::shared_ptr<const WindowClass> FindWindowClass(HINSTANCE instance, LPCWSTR name) {
+  const HINSTANCE owner = InstanceOrExecutable(instance);
+  const ATOM atom = AtomOf(name);
+  ClassRegistry& registry = Registry();
+  const std::lock_guard lock(registry.mutex);
+  const auto found = Locate(registry.classes, owner, atom);
+  return found != registry.classes.end() ? *found : nullptr;
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+ATOM WINAPI RegisterClassExW(const WNDCLASSEXW* windowClass) {
+  if (windowClass == nullptr || windowClass->cbSize != sizeof(WNDCLASSEXW)) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  return Register(*windowClass);
+}
+
+ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
+  if (windowClass == nullptr) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  const WNDCLASSW& given = *windowClass;
+  return Register({sizeof(WNDCLASSEXW), given.style, given.lpfnWndProc, given.cbClsExtra,
+                   given.cbWndExtra, given.hInstance, given.hIcon, given.hCursor,
+                   given.hbrBackground, given.lpszMenuName, given.lpszClassName, nullptr});
+}
+
+BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) {
+  const HINSTANCE owner = InstanceOrExecutable(instance);
+  const ATOM atom = AtomOf(className);
+  ClassRegistry& registry = Registry();
+  const std::lock_guard lock(registry.mutex);
+  const auto found = Locate(registry.classes, owner, atom);
+  if (found == registry.classes.end()) {
+    ::SetLastError(ERROR_CLASS_DOES_NOT_EXIST);
+    return FALSE;
+  }
+  if (ClassHasWindows(**found)) {
+    ::SetLastError(ERROR_CLASS_HAS_WINDOWS);
+    return FALSE;
+  }
+  registry.classes.erase(found);
+  return TRUE;
+}
+
+BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* windowClass) {
+  // An instance of null asks for a class of the system, and there is none.
+  const auto found = instance != nullptr ? FindWindowClass(instance, className) : nullptr;
+  if (found == nullptr || windowClass == nullptr) {
+    ::SetLastError(found == nullptr ? ERROR_CLASS_DOES_NOT_EXIST : ERROR_INVALID_PARAMETER);
+    return FALSE;
+  }
+  const WNDCLASSEXW& data = found->data;
+  *windowClass = {data.style, data.lpfnWndProc, data.cbClsExtra,    data.cbWndExtra, data.hInstance,
+                  data.hIcon, data.hCursor,     data.hbrBackground, nullptr,         className};
+  return TRUE;
+}

@@ -1,0 +1,39 @@
+// Every live window of the process, in order of creation. Any thread.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "platform/user/window.h"
+
+namespace platform {
+
+class WindowList {
+ public:
+  // Makes the window's handle and enters it.
+  void Add(const std::shared_ptr<Window>& window);
+
+  // Ends the handle, with the messages and timers of the window. Called by the window's thread.
+  void Remove(const std::shared_ptr<Window>& window);
+
+  // Children of the window, or the windows it owns, in order of creation.
+  std::vector<std::shared_ptr<Window>> ChildrenOf(HWND window) const;
+  std::vector<std::shared_ptr<Window>> OwnedBy(HWND window) const;
+  std::vector<std::shared_ptr<Window>> OfThread(const ThreadQueue& queue) const;
+  bool HasClass(const WindowClass& windowClass) const;
+
+  void Observe(WindowObserver observer);
+
+ private:
+  template <class Condition>
+  std::vector<std::shared_ptr<Window>> Select(Condition condition) const;
+
+  mutable std::mutex mutex_;
+  std::vector<std::shared_ptr<Window>> windows_;
+  std::vector<WindowObserver> observers_;
+};
+
+WindowList& Windows();
+
+}  // namespace platform
