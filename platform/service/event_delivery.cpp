@@ -1,0 +1,63 @@
+#include "platform/service/event_delivery.h"
+
+#include <ctime>
+#include <mutex>
+
+#include "platform/kernel/clock.h"
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/log.h"
+#include "platform/service/service_host.h"
+
+namespace platform {
+namespace {
+
+struct Sink {
+  std::mutex mutex;
+  EventSink sink;
+};
+
+Sink& ChosenSink() {
+  // Never destroyed: programs log their last words from destructors of static objects.
+  static Sink& chosen = *new Sink;
+  return chosen;
+}
+
+std::string TimeText() {
+  const std::time_t now = std::chrono::system_clock::to_time_t(CurrentClock().Now());
+  std::tm fields{};
+  ::localtime_r(&now, &fields);
+  char text[32] = {};
+  std::strftime(text, sizeof text, "%F %T", &fields);
+  return text;
+}
+
+// A service's log is read in the system's; whoever runs a program by hand wants to see it at once.
+void WriteOwnLog(const LoggedEvent& event) {
+  const bool written = WriteSystemLog(event);
+  const bool foreground = ServiceHost::Current() == nullptr;
+  if (!written || foreground) {
+    LogLine(TimeText() + ' ' + Utf8(event.source) + ": " + Utf8(event.text));
+  }
+}
+
+}  // namespace
+
+void SetEventSink(EventSink sink) {
+  const std::lock_guard guard(ChosenSink().mutex);
+  ChosenSink().sink = std::move(sink);
+}
+
+void DeliverEvent(const LoggedEvent& event) {
+  EventSink sink;
+  {
+    const std::lock_guard guard(ChosenSink().mutex);
+    sink = ChosenSink().sink;
+  }
+  if (sink) {
+    sink(event);
+  } else {
+    WriteOwnLog(event);
+  }
+}
+
+}  // namespace platform

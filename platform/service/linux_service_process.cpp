@@ -1,0 +1,150 @@
+#include "platform/service/linux_service_process.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <winerror.h>
+
+#include <array>
+#include <cerrno>
+
+#include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/system_error.h"
+#include "platform/service/service_channel.h"
+
+namespace platform {
+namespace {
+
+constexpr off_t kMaxLogBytes = 1024 * 1024;
+// Descriptors that are on their way to their place wait above it.
+constexpr int kAboveInherited = 10;
+
+// What the two new processes tell back: the process's number, then nothing, or an error.
+struct LaunchReport {
+  pid_t pid = 0;
+  int error = 0;
+};
+
+// Everything that the new process needs, made before the fork: between it and exec nothing may be
+// called that could wait for a lock of another thread.
+struct Prepared {
+  std::vector<char*> words;
+  std::vector<char*> environment;
+  const char* folder;
+  int input;
+  int output;
+  int channel;
+  int lock;
+  int report;
+};
+
+std::vector<char*> Pointers(const std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  for (const std::string& text : texts)
+    pointers.push_back(const_cast<char*>(text.c_str()));
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// The log of earlier runs is kept, and the one before it, but it does not grow for ever.
+FileDescriptor OpenLog(const std::filesystem::path& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0 && status.st_size > kMaxLogBytes) {
+    ::rename(path.c_str(), (path.native() + ".old").c_str());
+  }
+  return FileDescriptor(
+      ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600));
+}
+
+void Tell(int report, const LaunchReport& told) {
+  [[maybe_unused]] const ssize_t written = ::write(report, &told, sizeof told);
+}
+
+// A caller's mask and ignored signals would stay with the service for ever.
+void ResetSignals() {
+  for (int number = 1; number < NSIG; ++number)
+    ::signal(number, SIG_DFL);
+  sigset_t none;
+  sigemptyset(&none);
+  ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+bool PlaceDescriptors(Prepared& prepared) {
+  for (int* each :
+       {&prepared.channel, &prepared.lock, &prepared.report, &prepared.input, &prepared.output}) {
+    *each = ::fcntl(*each, F_DUPFD_CLOEXEC, kAboveInherited);
+    if (*each < 0) return false;
+  }
+  const bool placed = ::dup2(prepared.input, STDIN_FILENO) >= 0 &&
+                      ::dup2(prepared.output, STDOUT_FILENO) >= 0 &&
+                      ::dup2(prepared.output, STDERR_FILENO) >= 0 &&
+                      ::dup2(prepared.channel, kInheritedChannel) >= 0 &&
+                      ::dup2(prepared.lock, kInheritedLock) >= 0;
+  return placed && ::close_range(kInheritedLock + 1, ~0U, CLOSE_RANGE_CLOEXEC) == 0;
+}
+
+[[noreturn]] void BecomeService(Prepared& prepared) {
+  ResetSignals();
+  if (PlaceDescriptors(prepared) && ::chdir(prepared.folder) == 0) {
+    ::execve(prepared.words[0], prepared.words.data(), prepared.environment.data());
+  }
+  Tell(prepared.report, {0, errno});
+  ::_exit(127);
+}
+
+// The process in between, whose end leaves the service without a parent.
+[[noreturn]] void LetGo(Prepared& prepared) {
+  ::setsid();
+  const pid_t pid = ::fork();
+  if (pid == 0) BecomeService(prepared);
+  Tell(prepared.report, {pid, pid < 0 ? errno : 0});
+  ::_exit(0);
+}
+
+// Until both processes have closed their end: by exec, or by their own end.
+DWORD ReadReports(int descriptor, pid_t& pid) {
+  DWORD error = NO_ERROR;
+  LaunchReport report;
+  while (true) {
+    const ssize_t bytes = ::read(descriptor, &report, sizeof report);
+    if (bytes < 0 && errno == EINTR) continue;
+    if (bytes != sizeof report) return error;
+    if (report.pid > 0) pid = report.pid;
+    if (report.error != 0) {
+      error = report.error == ENOEXEC ? ERROR_BAD_EXE_FORMAT : ErrorFromErrno(report.error);
+    }
+  }
+}
+
+}  // namespace
+
+DWORD LaunchServiceProcess(const ServiceProcess& process, pid_t& pid) {
+  std::array<int, 2> ends{};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return ErrorFromErrno(errno);
+  const FileDescriptor reading(ends[0]);
+  FileDescriptor writing(ends[1]);
+  const FileDescriptor input(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+  const FileDescriptor output = OpenLog(process.log);
+  if (!input.IsOpen() || !output.IsOpen()) return ErrorFromErrno(errno);
+  Prepared prepared{Pointers(process.words),
+                    Pointers(process.environment),
+                    process.folder.c_str(),
+                    input.Get(),
+                    output.Get(),
+                    process.channel,
+                    process.lock,
+                    writing.Get()};
+  const pid_t between = ::fork();
+  if (between < 0) return ErrorFromErrno(errno);
+  if (between == 0) LetGo(prepared);
+  writing.Reset();
+  const DWORD error = ReadReports(reading.Get(), pid);
+  while (::waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  return error;
+}
+
+}  // namespace platform

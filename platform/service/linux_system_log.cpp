@@ -1,0 +1,78 @@
+// The journal by its native protocol (fields as "NAME=value" lines, a value with line breaks as its
+// name, a line break, its length as 64 bits little-endian, the value), and syslog by RFC 3164.
+#include <windows.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/file_descriptor.h"
+#include "platform/service/event_delivery.h"
+
+namespace platform {
+namespace {
+
+constexpr std::string_view kJournalSocket = "/run/systemd/journal/socket";
+constexpr std::string_view kSyslogSocket = "/dev/log";
+constexpr int kDaemonFacility = 3;
+
+// The severities of RFC 5424.
+int Priority(WORD type) {
+  constexpr int kError = 3;
+  constexpr int kWarning = 4;
+  constexpr int kInformation = 6;
+  if (type == EVENTLOG_ERROR_TYPE) return kError;
+  return type == EVENTLOG_WARNING_TYPE ? kWarning : kInformation;
+}
+
+void AppendField(std::string& datagram, std::string_view name, std::string_view value) {
+  datagram += name;
+  datagram += '\n';
+  for (std::uint64_t length = value.size(), byte = 0; byte < 8; ++byte)
+    datagram += static_cast<char>((length >> (8 * byte)) & 0xFF);
+  datagram += value;
+  datagram += '\n';
+}
+
+std::string JournalDatagram(const LoggedEvent& event) {
+  std::string datagram;
+  AppendField(datagram, "MESSAGE", Utf8(event.text));
+  AppendField(datagram, "PRIORITY", std::to_string(Priority(event.type)));
+  AppendField(datagram, "SYSLOG_IDENTIFIER", Utf8(event.source));
+  AppendField(datagram, "EVENT_ID", std::to_string(event.id));
+  return datagram;
+}
+
+std::string SyslogDatagram(const LoggedEvent& event) {
+  std::string text = Utf8(event.text);
+  std::ranges::replace(text, '\n', ' ');
+  return '<' + std::to_string(kDaemonFacility * 8 + Priority(event.type)) + '>' +
+         Utf8(event.source) + '[' + std::to_string(::getpid()) + "]: " + text;
+}
+
+bool SendDatagram(std::string_view path, const std::string& datagram) {
+  const FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::ranges::copy(path, address.sun_path);
+  // A log that is stuck must not stop the program.
+  return ::sendto(socket.Get(), datagram.data(), datagram.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
+                  reinterpret_cast<const sockaddr*>(&address),
+                  sizeof address) == static_cast<ssize_t>(datagram.size());
+}
+
+}  // namespace
+
+bool WriteSystemLog(const LoggedEvent& event) {
+  return SendDatagram(kJournalSocket, JournalDatagram(event)) ||
+         SendDatagram(kSyslogSocket, SyslogDatagram(event));
+}
+
+}  // namespace platform

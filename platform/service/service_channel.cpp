@@ -1,0 +1,78 @@
+#include "platform/service/service_channel.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+
+#include "platform/kernel/encoding.h"
+#include "platform/service/service_files.h"
+
+namespace platform {
+namespace {
+
+constexpr char kTaken = 'T';
+constexpr std::chrono::seconds kPatience{30};
+
+bool IsSocket(int descriptor) {
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+bool IsLockFile(int descriptor, std::wstring_view name) {
+  struct stat status {};
+  struct stat file {};
+  return ::fstat(descriptor, &status) == 0 &&
+         ::stat(ServiceFilePath(name, ServiceFile::kLock).c_str(), &file) == 0 &&
+         status.st_dev == file.st_dev && status.st_ino == file.st_ino;
+}
+
+// Readable, at its end, or past the time: whichever comes first.
+void AwaitInput(int channel) {
+  using std::chrono::steady_clock;
+  const auto deadline = steady_clock::now() + kPatience;
+  pollfd entry{channel, POLLIN, 0};
+  while (true) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
+    const int timeout = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
+    if (::poll(&entry, 1, timeout) >= 0 || errno != EINTR) return;
+  }
+}
+
+}  // namespace
+
+std::optional<ServiceChannel> TakeInheritedChannel() {
+  const char* variable = std::getenv(kServiceVariable);
+  if (variable == nullptr) return std::nullopt;
+  ServiceChannel inherited;
+  inherited.name = Wide(variable);
+  ::unsetenv(kServiceVariable);
+  // The variable alone proves nothing: a program may have passed it on to one that it started.
+  if (!IsServiceName(inherited.name) || !IsSocket(kInheritedChannel) ||
+      !IsLockFile(kInheritedLock, inherited.name)) {
+    return std::nullopt;
+  }
+  inherited.channel.Reset(kInheritedChannel);
+  inherited.lock.Reset(kInheritedLock);
+  ::fcntl(kInheritedChannel, F_SETFD, FD_CLOEXEC);
+  ::fcntl(kInheritedLock, F_SETFD, FD_CLOEXEC);
+  return inherited;
+}
+
+void ReportTaken(int channel) {
+  // A keeper that has died meanwhile misses the report, and nothing else.
+  [[maybe_unused]] const ssize_t sent = ::send(channel, &kTaken, sizeof kTaken, MSG_NOSIGNAL);
+}
+
+bool AwaitTaken(int channel) {
+  AwaitInput(channel);
+  char report = 0;
+  return ::recv(channel, &report, sizeof report, MSG_DONTWAIT) == sizeof report && report == kTaken;
+}
+
+}  // namespace platform

@@ -1,0 +1,109 @@
+// Control and status of services: ControlService, QueryServiceStatus, QueryServiceStatusEx.
+#include <windows.h>
+#include <winsvc.h>
+
+#include <cstring>
+
+#include "platform/device/api_result.h"
+#include "platform/service/control_message.h"
+#include "platform/service/driver_keeper.h"
+#include "platform/service/service_handle.h"
+#include "platform/service/service_state.h"
+
+namespace platform {
+namespace {
+
+// A driver has no process of its own to ask; its published status tells all.
+DWORD ControlDriver(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
+  status = ReadState(service.name, service.type).status;
+  const DWORD error = JudgeControl(status, control);
+  if (error != NO_ERROR || control != SERVICE_CONTROL_STOP) return error;
+  const DWORD stopError = StopDriver(service.name);
+  status = ReadState(service.name, service.type).status;
+  return stopError;
+}
+
+// A process that lives judges for itself: nobody knows its status better.
+DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
+  ControlReply reply;
+  DWORD error = SendControl(service.name, control, reply);
+  if (error == NO_ERROR) {
+    status = reply.status;
+    return reply.error;
+  }
+  // Nobody answers: the process is starting, or has stopped.
+  if (error != ERROR_SERVICE_NOT_ACTIVE) return error;
+  status = ReadState(service.name, service.type).status;
+  error = JudgeControl(status, control);
+  return error == NO_ERROR ? ERROR_SERVICE_REQUEST_TIMEOUT : error;
+}
+
+bool TellsStatus(DWORD error) {
+  return error == NO_ERROR || error == ERROR_INVALID_SERVICE_CONTROL ||
+         error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL || error == ERROR_SERVICE_NOT_ACTIVE;
+}
+
+DWORD Control(SC_HANDLE handle, DWORD control, SERVICE_STATUS* status) {
+  const DWORD access = AccessForControl(control);
+  std::shared_ptr<ServiceObject> service;
+  DWORD error = FindService(handle, access, service);
+  if (error != NO_ERROR) return error;
+  if (access == 0 || status == nullptr) return ERROR_INVALID_PARAMETER;
+  SERVICE_STATUS current{};
+  error = service->type == SERVICE_KERNEL_DRIVER ? ControlDriver(*service, control, current)
+                                                 : ControlProcess(*service, control, current);
+  if (TellsStatus(error)) *status = current;
+  return error;
+}
+
+DWORD QueryState(SC_HANDLE handle, ServiceState& state) {
+  std::shared_ptr<ServiceObject> service;
+  const DWORD error = FindService(handle, SERVICE_QUERY_STATUS, service);
+  if (error == NO_ERROR) state = ReadState(service->name, service->type);
+  return error;
+}
+
+DWORD QueryProcess(SC_HANDLE handle, LPBYTE buffer, DWORD bytes, LPDWORD bytesNeeded) {
+  ServiceState state;
+  const DWORD error = QueryState(handle, state);
+  if (error != NO_ERROR) return error;
+  if (bytesNeeded == nullptr) return ERROR_INVALID_PARAMETER;
+  *bytesNeeded = sizeof(SERVICE_STATUS_PROCESS);
+  if (buffer == nullptr || bytes < sizeof(SERVICE_STATUS_PROCESS)) return ERROR_INSUFFICIENT_BUFFER;
+  SERVICE_STATUS_PROCESS process{};
+  static_assert(offsetof(SERVICE_STATUS_PROCESS, dwProcessId) == sizeof state.status);
+  std::memcpy(&process, &state.status, sizeof state.status);
+  process.dwProcessId = state.processId;
+  std::memcpy(buffer, &process, sizeof process);
+  return NO_ERROR;
+}
+
+}  // namespace
+}  // namespace platform
+
+extern "C" {
+
+BOOL WINAPI ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) {
+  return platform::BoolResult(
+      platform::Guarded([&] { return platform::Control(service, control, status); }));
+}
+
+BOOL WINAPI QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status) {
+  return platform::BoolResult(platform::Guarded([&] {
+    if (status == nullptr) return ERROR_INVALID_PARAMETER;
+    platform::ServiceState state;
+    const DWORD error = platform::QueryState(service, state);
+    if (error == NO_ERROR) *status = state.status;
+    return error;
+  }));
+}
+
+BOOL WINAPI QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE infoLevel, LPBYTE buffer,
+                                 DWORD bytes, LPDWORD bytesNeeded) {
+  return platform::BoolResult(platform::Guarded([&] {
+    if (infoLevel != SC_STATUS_PROCESS_INFO) return ERROR_INVALID_LEVEL;
+    return platform::QueryProcess(service, buffer, bytes, bytesNeeded);
+  }));
+}
+
+}  // extern "C"
