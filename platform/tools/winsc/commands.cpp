@@ -1,0 +1,178 @@
+#include "platform/tools/winsc/commands.h"
+
+#include <windows.h>
+#include <winreg.h>
+#include <winsvc.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <vector>
+
+#include "platform/tools/winsc/service.h"
+
+namespace platform::winsc {
+namespace {
+
+constexpr DWORD kPollMilliseconds = 50;
+constexpr DWORD kStopPatienceMilliseconds = 60'000;
+
+struct Text {
+  DWORD number;
+  const wchar_t* text;
+};
+
+const wchar_t* StateText(DWORD state) {
+  static constexpr const wchar_t* kTexts[] = {L"stopped", L"start pending",    L"stop pending",
+                                              L"running", L"continue pending", L"pause pending",
+                                              L"paused"};
+  return state >= 1 && state <= std::size(kTexts) ? kTexts[state - 1] : L"unknown";
+}
+
+const wchar_t* ErrorText(DWORD error) {
+  static constexpr Text kTexts[] = {
+      {ERROR_FILE_NOT_FOUND, L"the program or driver was not found"},
+      {ERROR_ACCESS_DENIED, L"access denied"},
+      {ERROR_INVALID_PARAMETER, L"not a control that can be sent"},
+      {ERROR_INVALID_NAME, L"not a name of a service"},
+      {ERROR_INVALID_SERVICE_CONTROL, L"the service does not accept this control"},
+      {ERROR_SERVICE_REQUEST_TIMEOUT, L"the service did not respond in time"},
+      {ERROR_SERVICE_ALREADY_RUNNING, L"already running"},
+      {ERROR_SERVICE_DISABLED, L"the service is disabled"},
+      {ERROR_SERVICE_DOES_NOT_EXIST, L"no such service"},
+      {ERROR_SERVICE_CANNOT_ACCEPT_CTRL, L"the service cannot accept controls now"},
+      {ERROR_SERVICE_NOT_ACTIVE, L"not running"},
+      {ERROR_SERVICE_MARKED_FOR_DELETE, L"the service is marked for deletion"},
+  };
+  const auto* found = std::ranges::find(kTexts, error, &Text::number);
+  return found == std::end(kTexts) ? L"failed" : found->text;
+}
+
+int Fail(const std::wstring& name, DWORD error) {
+  std::fwprintf(stderr, L"%ls: %ls (error %u)\n", name.c_str(), ErrorText(error), error);
+  return kFailed;
+}
+
+void Tell(const std::wstring& name, const wchar_t* text) {
+  std::wprintf(L"%ls: %ls\n", name.c_str(), text);
+}
+
+bool IsDriver(const Service& service) {
+  DWORD type = 0;
+  DWORD startType = 0;
+  return service.ReadConfig(type, startType) == NO_ERROR && type == SERVICE_KERNEL_DRIVER;
+}
+
+// Until the service is stopped and nothing of it runs any more.
+DWORD AwaitEnd(const Service& service) {
+  for (DWORD waited = 0; waited < kStopPatienceMilliseconds; waited += kPollMilliseconds) {
+    SERVICE_STATUS_PROCESS status{};
+    const DWORD error = service.Query(status);
+    if (error != NO_ERROR) return error;
+    if (status.dwCurrentState == SERVICE_STOPPED && status.dwProcessId == 0) return NO_ERROR;
+    ::Sleep(kPollMilliseconds);
+  }
+  return ERROR_SERVICE_REQUEST_TIMEOUT;
+}
+
+std::vector<std::wstring> ServiceNames() {
+  std::vector<std::wstring> names;
+  HKEY key = nullptr;
+  if (::RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Services", 0, KEY_READ,
+                      &key) != ERROR_SUCCESS) {
+    return names;
+  }
+  wchar_t name[256] = {};
+  DWORD characters = std::size(name);
+  for (DWORD index = 0; ::RegEnumKeyExW(key, index, name, &characters, nullptr, nullptr, nullptr,
+                                        nullptr) == ERROR_SUCCESS;
+       ++index) {
+    names.emplace_back(name, characters);
+    characters = std::size(name);
+  }
+  ::RegCloseKey(key);
+  return names;
+}
+
+int StartAtBoot(const std::wstring& name) {
+  const Service service(name);
+  DWORD type = 0;
+  DWORD startType = SERVICE_DISABLED;
+  const DWORD error =
+      service.Error() != NO_ERROR ? service.Error() : service.ReadConfig(type, startType);
+  if (error != NO_ERROR) return Fail(name, error);
+  if (startType > SERVICE_AUTO_START) return kDone;
+  if (type == SERVICE_KERNEL_DRIVER) {
+    Tell(name, L"left to the service that needs this driver");
+    return kDone;
+  }
+  const DWORD startError = service.Start();
+  if (startError != NO_ERROR && startError != ERROR_SERVICE_ALREADY_RUNNING) {
+    return Fail(name, startError);
+  }
+  Tell(name, startError == NO_ERROR ? L"started" : L"already running");
+  return kDone;
+}
+
+}  // namespace
+
+int Start(const std::wstring& name) {
+  const Service service(name);
+  if (service.Error() != NO_ERROR) return Fail(name, service.Error());
+  if (IsDriver(service)) {
+    std::fwprintf(stderr, L"%ls: a driver lives in the process that starts it; not started\n",
+                  name.c_str());
+    return kFailed;
+  }
+  const DWORD error = service.Start();
+  if (error != NO_ERROR) return Fail(name, error);
+  Tell(name, L"started");
+  return kDone;
+}
+
+int Stop(const std::wstring& name) {
+  const Service service(name);
+  if (service.Error() != NO_ERROR) return Fail(name, service.Error());
+  SERVICE_STATUS status{};
+  DWORD error = service.Control(SERVICE_CONTROL_STOP, status);
+  // One that is stopping already is waited for all the same.
+  const bool stopping =
+      error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL && status.dwCurrentState == SERVICE_STOP_PENDING;
+  if (error == NO_ERROR || stopping) error = AwaitEnd(service);
+  if (error != NO_ERROR) return Fail(name, error);
+  Tell(name, L"stopped");
+  return kDone;
+}
+
+int Query(const std::wstring& name) {
+  const Service service(name);
+  SERVICE_STATUS_PROCESS status{};
+  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Query(status);
+  if (error != NO_ERROR) return Fail(name, error);
+  std::wprintf(L"%ls: %ls", name.c_str(), StateText(status.dwCurrentState));
+  if (status.dwProcessId != 0) std::wprintf(L", process %u", status.dwProcessId);
+  if (status.dwCurrentState == SERVICE_STOPPED) {
+    std::wprintf(L", exit code %u", status.dwWin32ExitCode);
+  }
+  std::wprintf(L"\n");
+  return status.dwCurrentState == SERVICE_STOPPED ? kNotRunning : kDone;
+}
+
+int Control(const std::wstring& name, DWORD code) {
+  const Service service(name);
+  SERVICE_STATUS status{};
+  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Control(code, status);
+  if (error != NO_ERROR) return Fail(name, error);
+  std::wprintf(L"%ls: control %u taken, %ls\n", name.c_str(), code,
+               StateText(status.dwCurrentState));
+  return kDone;
+}
+
+int Autostart() {
+  int result = kDone;
+  for (const std::wstring& name : ServiceNames())
+    result = std::max(result, StartAtBoot(name));
+  return result;
+}
+
+}  // namespace platform::winsc

@@ -1,0 +1,44 @@
+// One service, as the command sees it through the service control manager.
+#pragma once
+
+#include <windows.h>
+#include <winsvc.h>
+
+#include <string>
+#include <utility>
+
+namespace platform::winsc {
+
+class ServiceHandle {
+ public:
+  explicit ServiceHandle(SC_HANDLE handle = nullptr) : handle_(handle) {}
+  ServiceHandle(ServiceHandle&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  ServiceHandle& operator=(ServiceHandle&&) = delete;
+  ~ServiceHandle() {
+    if (handle_ != nullptr) ::CloseServiceHandle(handle_);
+  }
+
+  SC_HANDLE Get() const { return handle_; }
+
+ private:
+  SC_HANDLE handle_;
+};
+
+class Service {
+ public:
+  // Errors are Win32 codes, 0 is success. The other functions are for a service that is open.
+  explicit Service(const std::wstring& name);
+  DWORD Error() const { return error_; }
+
+  DWORD Start() const;
+  DWORD Control(DWORD code, SERVICE_STATUS& status) const;
+  DWORD Query(SERVICE_STATUS_PROCESS& status) const;
+  DWORD ReadConfig(DWORD& type, DWORD& startType) const;
+
+ private:
+  ServiceHandle manager_;
+  ServiceHandle service_;
+  DWORD error_ = 0;
+};
+
+}  // namespace platform::winsc
