@@ -1,0 +1,172 @@
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <iphlpapi.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/testing/simulated_machine.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class InterfaceTable : public testing::Test {
+ protected:
+  void Set(std::vector<platform::NetworkInterface> interfaces) {
+    machine_.Interfaces().Set(std::move(interfaces));
+  }
+
+  std::vector<MIB_IFROW> Table(BOOL order) const {
+    ULONG bytes = 0;
+    EXPECT_EQ(::GetIfTable(nullptr, &bytes, order), ERROR_INSUFFICIENT_BUFFER);
+    std::vector<MIB_IFROW> memory(bytes / sizeof(MIB_IFROW) + 2);
+    auto* const table = reinterpret_cast<MIB_IFTABLE*>(memory.data());
+    EXPECT_EQ(::GetIfTable(table, &bytes, order), NO_ERROR);
+    return {table->table, table->table + table->dwNumEntries};
+  }
+
+  platform::SimulatedMachine machine_;
+};
+
+TEST_F(InterfaceTable, RowsAreSortedByIndexOnlyWhenAsked) {
+  Set({platform::SimulatedCard(7, L"eth7"), platform::SimulatedCard(3, L"eth3")});
+  const auto offered = Table(FALSE);
+  ASSERT_EQ(offered.size(), 2u);
+  EXPECT_EQ(offered[0].dwIndex, 7u);
+  const auto sorted = Table(TRUE);
+  EXPECT_EQ(sorted[0].dwIndex, 3u);
+  EXPECT_EQ(sorted[1].dwIndex, 7u);
+}
+
+TEST_F(InterfaceTable, ABufferThatIsOneByteShortStaysUntouched) {
+  Set({platform::SimulatedCard(1, L"a"), platform::SimulatedCard(2, L"b")});
+  ULONG bytes = 0;
+  ::GetIfTable(nullptr, &bytes, TRUE);
+  const ULONG needed = bytes;
+  std::vector<BYTE> memory(needed + sizeof(DWORD), 0xEE);
+  bytes = needed - 1;
+  EXPECT_EQ(::GetIfTable(reinterpret_cast<MIB_IFTABLE*>(memory.data()), &bytes, TRUE),
+            ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_EQ(bytes, needed);
+  EXPECT_THAT(memory, testing::Each(0xEE));
+  EXPECT_EQ(::GetIfTable(nullptr, nullptr, TRUE), ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(InterfaceTable, AMachineWithoutInterfacesHasAnEmptyTable) {
+  EXPECT_THAT(Table(TRUE), IsEmpty());
+}
+
+TEST_F(InterfaceTable, ARowTellsTheAddressAndTheLow32BitsOfTheCounters) {
+  auto card = platform::SimulatedCard(4, L"eth4");
+  card.physicalAddress = {0x00, 0x0C, 0x29, 0x3A, 0x5B, 0x7C};
+  card.counters = {0x1'0000'0005, 0x2'FFFF'FFFE, 17, 18};
+  card.bitsPerSecond = 10'000'000'000;
+  card.up = true;
+  Set({card});
+  MIB_IFROW row{};
+  row.dwIndex = 4;
+  ASSERT_EQ(::GetIfEntry(&row), NO_ERROR);
+  EXPECT_EQ(row.dwInOctets, 5u);
+  EXPECT_EQ(row.dwOutOctets, 0xFFFFFFFEu);
+  EXPECT_EQ(row.dwInUcastPkts, 17u);
+  EXPECT_EQ(row.dwSpeed, 0xFFFFFFFFu);  // more than the field can tell
+  EXPECT_EQ(row.dwOperStatus, 5u);
+  EXPECT_EQ(row.dwPhysAddrLen, 6u);
+  EXPECT_EQ(row.bPhysAddr[5], 0x7C);
+  EXPECT_STREQ(row.wszName, L"eth4");
+}
+
+TEST_F(InterfaceTable, AnUnknownIndexIsRefused) {
+  Set({platform::SimulatedCard(4, L"eth4")});
+  MIB_IFROW row{};
+  row.dwIndex = 5;
+  EXPECT_EQ(::GetIfEntry(&row), ERROR_INVALID_DATA);
+  EXPECT_EQ(::GetIfEntry(nullptr), ERROR_INVALID_PARAMETER);
+}
+
+class Adapters : public InterfaceTable {
+ protected:
+  // The chain, in a buffer that lives as long as the test.
+  const IP_ADAPTER_INFO* Chain() {
+    ULONG bytes = 0;
+    EXPECT_EQ(::GetAdaptersInfo(nullptr, &bytes), ERROR_BUFFER_OVERFLOW);
+    memory_.resize(bytes / sizeof(IP_ADAPTER_INFO) + 1);
+    EXPECT_EQ(::GetAdaptersInfo(memory_.data(), &bytes), NO_ERROR);
+    return memory_.data();
+  }
+
+  static std::vector<std::string> Addresses(const IP_ADDR_STRING& list) {
+    std::vector<std::string> addresses;
+    for (const IP_ADDR_STRING* each = &list; each != nullptr; each = each->Next) {
+      addresses.emplace_back(each->IpAddress.String);
+    }
+    return addresses;
+  }
+
+  std::vector<IP_ADAPTER_INFO> memory_;
+};
+
+TEST_F(Adapters, AChainHoldsTheCardsWithAllOfTheirAddresses) {
+  auto first = platform::SimulatedCard(2, L"eth0");
+  first.description = L"Fj\u00e4rr";
+  first.addresses = {{"192.0.2.5", "255.255.255.0"}, {"198.51.100.7", "255.255.0.0"}};
+  first.gateways = {"192.0.2.1", "192.0.2.2", "192.0.2.3"};
+  first.dhcp = true;
+  auto loopback = platform::SimulatedCard(1, L"lo");
+  loopback.isCard = false;
+  auto second = platform::SimulatedCard(3, L"eth1");
+  second.addresses = {{"203.0.113.9", "255.255.255.255"}};
+  Set({first, loopback, second});
+
+  const IP_ADAPTER_INFO* const chain = Chain();
+  EXPECT_STREQ(chain->AdapterName, "eth0");
+  EXPECT_STREQ(chain->Description, "Fj\xC3\xA4rr");
+  EXPECT_EQ(chain->Index, 2u);
+  EXPECT_EQ(chain->AddressLength, 6u);
+  EXPECT_EQ(chain->DhcpEnabled, 1u);
+  EXPECT_EQ(chain->CurrentIpAddress, &chain->IpAddressList);
+  EXPECT_THAT(Addresses(chain->IpAddressList), ElementsAre("192.0.2.5", "198.51.100.7"));
+  EXPECT_STREQ(chain->IpAddressList.Next->IpMask.String, "255.255.0.0");
+  EXPECT_THAT(Addresses(chain->GatewayList), ElementsAre("192.0.2.1", "192.0.2.2", "192.0.2.3"));
+  ASSERT_NE(chain->Next, nullptr);
+  EXPECT_STREQ(chain->Next->AdapterName, "eth1");
+  EXPECT_THAT(Addresses(chain->Next->IpAddressList), ElementsAre("203.0.113.9"));
+  EXPECT_EQ(chain->Next->Next, nullptr);
+}
+
+TEST_F(Adapters, ACardWithoutAddressesHasAZeroOne) {
+  Set({platform::SimulatedCard(2, L"eth0")});
+  const IP_ADAPTER_INFO* const chain = Chain();
+  EXPECT_EQ(chain->CurrentIpAddress, nullptr);
+  EXPECT_THAT(Addresses(chain->IpAddressList), ElementsAre("0.0.0.0"));
+  EXPECT_THAT(Addresses(chain->GatewayList), ElementsAre("0.0.0.0"));
+}
+
+TEST_F(Adapters, WithoutCardsThereIsNoDataAndNoSizeToAllocate) {
+  auto loopback = platform::SimulatedCard(1, L"lo");
+  loopback.isCard = false;
+  Set({loopback});
+  ULONG bytes = 0;
+  EXPECT_EQ(::GetAdaptersInfo(nullptr, &bytes), ERROR_NO_DATA);
+  EXPECT_EQ(bytes, 0u);
+}
+
+TEST_F(Adapters, NameServersBelongToTheAdapterThatIsAskedFor) {
+  auto card = platform::SimulatedCard(2, L"eth0");
+  card.nameServers = {"192.0.2.53", "198.51.100.53"};
+  Set({card, platform::SimulatedCard(3, L"eth1")});
+  ULONG bytes = 0;
+  ASSERT_EQ(::GetPerAdapterInfo(2, nullptr, &bytes), ERROR_BUFFER_OVERFLOW);
+  std::vector<IP_PER_ADAPTER_INFO> info(bytes / sizeof(IP_PER_ADAPTER_INFO) + 1);
+  ASSERT_EQ(::GetPerAdapterInfo(2, info.data(), &bytes), NO_ERROR);
+  EXPECT_THAT(Addresses(info[0].DnsServerList), ElementsAre("192.0.2.53", "198.51.100.53"));
+  ASSERT_EQ(::GetPerAdapterInfo(3, info.data(), &bytes), NO_ERROR);
+  EXPECT_THAT(Addresses(info[0].DnsServerList), ElementsAre(""));
+  EXPECT_EQ(::GetPerAdapterInfo(9, info.data(), &bytes), ERROR_INVALID_PARAMETER);
+}
+
+}  // namespace

@@ -1,0 +1,172 @@
+// The kernel's own interfaces, in a network namespace of the test's.
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <iphlpapi.h>
+
+#include <linux/if_packet.h>
+#include <net/if.h>
+
+#include <ntddndis.h>
+
+#include <sys/socket.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "own_namespaces.h"
+
+namespace {
+
+using own_namespaces::Succeeds;
+using testing::ElementsAre;
+
+class KernelInterfaces : public testing::Test {
+ protected:
+  void SetUp() override {
+    const std::string reason = own_namespaces::Enter();
+    if (!reason.empty()) GTEST_SKIP() << reason;
+    // Where there is IPv6, its own packets would be counted too.
+    Succeeds("echo 1 2>/dev/null >/proc/sys/net/ipv6/conf/default/disable_ipv6");
+    Succeeds("ip link del near 2>/dev/null");
+    ASSERT_TRUE(Succeeds("ip link add near mtu 65535 type veth"
+                         " peer name far mtu 65535") &&
+                Succeeds("ip link set near up && ip link set far up"));
+  }
+  void TearDown() override { Succeeds("ip link del near 2>/dev/null"); }
+
+  // Sends frames of that many bytes out of the interface.
+  static void Send(const char* interface, std::size_t bytes, int count) {
+    const int socket = ::socket(AF_PACKET, SOCK_RAW | SOCK_CLOEXEC, 0);
+    ASSERT_GE(socket, 0);
+    sockaddr_ll to{};
+    to.sll_family = AF_PACKET;
+    to.sll_ifindex = static_cast<int>(::if_nametoindex(interface));
+    const std::vector<char> frame(bytes, '\xFF');
+    for (int i = 0; i < count; ++i) {
+      const auto sent = ::sendto(socket, frame.data(), frame.size(), 0,
+                                 reinterpret_cast<const sockaddr*>(&to), sizeof to);
+      ASSERT_EQ(sent, static_cast<ssize_t>(bytes)) << std::strerror(errno);
+    }
+    ::close(socket);
+  }
+
+  static std::uint64_t Counter(const std::wstring& name, DWORD objectId) {
+    const HANDLE device = ::CreateFileW((L"\\\\.\\" + name).c_str(), 0, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+    std::uint64_t value = 0;
+    DWORD returned = 0;
+    EXPECT_TRUE(::DeviceIoControl(device, IOCTL_NDIS_QUERY_GLOBAL_STATS, &objectId, sizeof objectId,
+                                  &value, sizeof value, &returned, nullptr));
+    ::CloseHandle(device);
+    return value;
+  }
+
+  std::vector<IP_ADAPTER_INFO> Adapters() {
+    ULONG bytes = 0;
+    ::GetAdaptersInfo(nullptr, &bytes);
+    memory_.resize(bytes / sizeof(IP_ADAPTER_INFO) + 1);
+    EXPECT_EQ(::GetAdaptersInfo(memory_.data(), &bytes), NO_ERROR);
+    std::vector<IP_ADAPTER_INFO> adapters;
+    for (const auto* each = memory_.data(); each != nullptr; each = each->Next) {
+      adapters.push_back(*each);
+    }
+    return adapters;
+  }
+
+  static std::vector<std::string> Names(const std::vector<IP_ADAPTER_INFO>& adapters) {
+    std::vector<std::string> names;
+    for (const IP_ADAPTER_INFO& each : adapters)
+      names.emplace_back(each.AdapterName);
+    return names;
+  }
+
+  std::vector<IP_ADAPTER_INFO> memory_;
+};
+
+TEST_F(KernelInterfaces, CountersFollowRealPacketsInTheirDirection) {
+  const auto sent = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto received = Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV);
+  const auto farReceived = Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV);
+  Send("near", 1000, 7);
+  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), sent + 7000);
+  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received);
+  Send("far", 500, 2);
+  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received + 1000);
+  EXPECT_EQ(Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV), farReceived + 7000);
+}
+
+TEST_F(KernelInterfaces, CountersDoNotWrapAtFourGigabytes) {
+  constexpr std::size_t kFrame = 65'000;
+  constexpr int kFrames = 66'100;  // a little more than 2 to the power of 32
+  const auto before = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  Send("near", kFrame, kFrames);
+  const auto after = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  EXPECT_EQ(after - before, std::uint64_t{kFrame} * kFrames);
+  EXPECT_GT(after, 0xFFFF'FFFFu);
+  MIB_IFROW row{};
+  row.dwIndex = ::if_nametoindex("near");
+  ASSERT_EQ(::GetIfEntry(&row), NO_ERROR);
+  EXPECT_EQ(row.dwOutOctets, static_cast<DWORD>(after & 0xFFFF'FFFF));
+}
+
+TEST_F(KernelInterfaces, TheCardWithTheDefaultRouteIsOfferedFirst) {
+  ASSERT_TRUE(Succeeds("ip addr add 192.0.2.5/24 dev near") &&
+              Succeeds("ip addr add 198.51.100.7/26 dev far valid_lft 600 preferred_lft 600") &&
+              Succeeds("ip route add default via 192.0.2.1 dev near metric 20"));
+  auto adapters = Adapters();
+  ASSERT_THAT(Names(adapters), ElementsAre("near", "far"));
+  EXPECT_STREQ(adapters[0].IpAddressList.IpAddress.String, "192.0.2.5");
+  EXPECT_STREQ(adapters[0].GatewayList.IpAddress.String, "192.0.2.1");
+  EXPECT_EQ(adapters[0].DhcpEnabled, 0u);
+  EXPECT_STREQ(adapters[1].IpAddressList.IpMask.String, "255.255.255.192");
+  EXPECT_STREQ(adapters[1].GatewayList.IpAddress.String, "0.0.0.0");
+  EXPECT_EQ(adapters[1].DhcpEnabled, 1u);
+
+  ASSERT_TRUE(Succeeds("ip route add default via 198.51.100.65 dev far metric 10 onlink"));
+  EXPECT_THAT(Names(Adapters()), ElementsAre("far", "near"));
+  ASSERT_TRUE(Succeeds("ip route del default dev far") &&
+              Succeeds("ip route del default dev near") &&
+              Succeeds("ip route add default nexthop via 192.0.2.2 dev near"
+                       " nexthop via 198.51.100.66 dev far onlink"));
+  adapters = Adapters();
+  EXPECT_STREQ(adapters[0].GatewayList.IpAddress.String, "198.51.100.66");
+  EXPECT_STREQ(adapters[1].GatewayList.IpAddress.String, "192.0.2.2");
+}
+
+TEST_F(KernelInterfaces, PartsOfABridgeComeLastAndLoopbackNever) {
+  if (!Succeeds("ip link add bridge type bridge")) GTEST_SKIP() << "no bridges";
+  ASSERT_TRUE(Succeeds("ip link set near master bridge"));
+  EXPECT_THAT(Names(Adapters()), ElementsAre("far", "bridge", "near"));
+  Succeeds("ip link del bridge");
+}
+
+TEST_F(KernelInterfaces, NameServersComeFromTheResolversConfiguration) {
+  ASSERT_TRUE(own_namespaces::CoverFile(
+      "/etc/resolv.conf",
+      "# nameserver 192.0.2.50\nsearch example.org\nnameserver 192.0.2.53\n"
+      "nameserver 2001:db8::53\nnameserver  198.51.100.53 # second\nnameserver none\n"));
+  ASSERT_TRUE(Succeeds("ip addr add 192.0.2.5/24 dev near") &&
+              Succeeds("ip route add default via 192.0.2.1 dev near"));
+  std::vector<IP_PER_ADAPTER_INFO> info(4);
+  ULONG bytes = static_cast<ULONG>(info.size() * sizeof info[0]);
+  ASSERT_EQ(::GetPerAdapterInfo(::if_nametoindex("near"), info.data(), &bytes), NO_ERROR);
+  EXPECT_STREQ(info[0].DnsServerList.IpAddress.String, "192.0.2.53");
+  ASSERT_NE(info[0].DnsServerList.Next, nullptr);
+  EXPECT_STREQ(info[0].DnsServerList.Next->IpAddress.String, "198.51.100.53");
+  EXPECT_EQ(info[0].DnsServerList.Next->Next, nullptr);
+  ASSERT_EQ(::GetPerAdapterInfo(::if_nametoindex("far"), info.data(), &bytes), NO_ERROR);
+  EXPECT_STREQ(info[0].DnsServerList.IpAddress.String, "");
+}
+
+TEST_F(KernelInterfaces, AnInterfaceThatWentAwayIsMissedAtOnce) {
+  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), 0u);
+  ASSERT_TRUE(Succeeds("ip link del near"));
+  EXPECT_EQ(::CreateFileW(L"\\\\.\\near", 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
+            INVALID_HANDLE_VALUE);
+  EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
+}
+
+}  // namespace
