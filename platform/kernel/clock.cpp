@@ -16,9 +16,8 @@ class SystemClock final : public Clock {
   }
   std::chrono::system_clock::time_point Now() override { return std::chrono::system_clock::now(); }
   void Sleep(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
-  void WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
-               std::chrono::milliseconds duration) override {
-    condition.wait_for(lock, duration);
+  std::chrono::milliseconds LongestBlock(std::chrono::milliseconds duration) override {
+    return duration;
   }
 };
 
@@ -26,10 +25,14 @@ std::atomic<Clock*> replacement = nullptr;
 
 }  // namespace
 
+std::chrono::milliseconds Clock::LongestBlock(std::chrono::milliseconds duration) {
+  constexpr std::chrono::milliseconds kSlice{2};
+  return std::min(duration, kSlice);
+}
+
 void Clock::WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
                     std::chrono::milliseconds duration) {
-  constexpr std::chrono::milliseconds kSlice{2};
-  condition.wait_for(lock, std::min(duration, kSlice));
+  condition.wait_for(lock, LongestBlock(duration));
 }
 
 Clock& CurrentClock() {

@@ -22,11 +22,14 @@ class Clock {
   // Blocks the calling thread for that long on this clock.
   virtual void Sleep(std::chrono::milliseconds duration) = 0;
 
+  // How long a waiter may really block, at most, before it looks at this clock again, when it waits
+  // for that long on it. A clock that does not say otherwise is looked at every few milliseconds.
+  virtual std::chrono::milliseconds LongestBlock(std::chrono::milliseconds duration);
+
   // Waits until the condition is notified or that long has passed on this clock. May return early
-  // for no reason at all, so the caller looks again at what it waits for and at the tick count. A
-  // clock that does not say otherwise returns every few real milliseconds.
-  virtual void WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
-                       std::chrono::milliseconds duration);
+  // for no reason at all, so the caller looks again at what it waits for and at the tick count.
+  void WaitFor(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+               std::chrono::milliseconds duration);
 };
 
 Clock& CurrentClock();

@@ -123,10 +123,12 @@ std::optional<MSG> ThreadQueue::TakeQuit(bool remove) {
 
 void ThreadQueue::Wait(const MessageFilter& filter) {
   const auto limit = timers_.UntilNext(filter);
-  if (loop_ != nullptr) {
-    loop_->Wait(limit);
-  } else {
+  if (loop_ == nullptr) {
     WaitInQueue(limit);
+  } else if (limit.has_value()) {
+    loop_->Wait(CurrentClock().LongestBlock(*limit));
+  } else {
+    loop_->Wait(std::nullopt);
   }
 }
 

@@ -26,10 +26,6 @@ bool ClassHasWindows(const WindowClass& windowClass) {
   return Windows().HasClass(windowClass);
 }
 
-void ObserveDestroyedWindows(WindowObserver observer) {
-  Windows().Observe(std::move(observer));
-}
-
 }  // namespace platform
 
 using namespace platform;

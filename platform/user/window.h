@@ -5,10 +5,7 @@
 #include <windows.h>
 
 #include <atomic>
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "platform/kernel/handle_table.h"
 #include "platform/user/thread_queue.h"
@@ -43,9 +40,5 @@ bool ClassHasWindows(const WindowClass& windowClass);
 // Ends the windows of a thread that ends. Their procedures are not called, since what they use may
 // be gone already.
 void ForgetWindowsOf(const ThreadQueue& queue);
-
-// Called with every window's handle after its last message. Any thread; observers stay for good.
-using WindowObserver = std::function<void(HWND)>;
-void ObserveDestroyedWindows(WindowObserver observer);
 
 }  // namespace platform

@@ -16,14 +16,8 @@ void WindowList::Remove(const std::shared_ptr<Window>& window) {
   // After the handle, so that nothing can be added for the window any more.
   window->queue->DiscardMessagesOf(window->handle);
   window->queue->Timers().KillAllOf(window->handle);
-  std::vector<WindowObserver> observers;
-  {
-    const std::lock_guard lock(mutex_);
-    std::erase(windows_, window);
-    observers = observers_;
-  }
-  for (const WindowObserver& observer : observers)
-    observer(window->handle);
+  const std::lock_guard lock(mutex_);
+  std::erase(windows_, window);
 }
 
 template <class Condition>
@@ -48,11 +42,6 @@ std::vector<std::shared_ptr<Window>> WindowList::OfThread(const ThreadQueue& que
 
 bool WindowList::HasClass(const WindowClass& windowClass) const {
   return !Select([&](const auto& each) { return each->windowClass.get() == &windowClass; }).empty();
-}
-
-void WindowList::Observe(WindowObserver observer) {
-  const std::lock_guard lock(mutex_);
-  observers_.push_back(std::move(observer));
 }
 
 WindowList& Windows() {

@@ -23,15 +23,12 @@ class WindowList {
   std::vector<std::shared_ptr<Window>> OfThread(const ThreadQueue& queue) const;
   bool HasClass(const WindowClass& windowClass) const;
 
-  void Observe(WindowObserver observer);
-
  private:
   template <class Condition>
   std::vector<std::shared_ptr<Window>> Select(Condition condition) const;
 
   mutable std::mutex mutex_;
   std::vector<std::shared_ptr<Window>> windows_;
-  std::vector<WindowObserver> observers_;
 };
 
 WindowList& Windows();

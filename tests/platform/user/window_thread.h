@@ -1,0 +1,47 @@
+// A thread with a window of the class "Recording" and a message loop, for tests of several threads.
+#pragma once
+
+#include <windows.h>
+
+#include <future>
+#include <thread>
+
+#include "platform/user/recording_window.h"
+
+class WindowThread {
+ public:
+  WindowThread() {
+    std::promise<HWND> created;
+    std::future<HWND> result = created.get_future();
+    thread_ = std::thread([&created, this] {
+      id_ = ::GetCurrentThreadId();
+      created.set_value(Recording::Create());
+      MSG message;
+      while (::GetMessageW(&message, nullptr, 0, 0) > 0)
+        ::DispatchMessageW(&message);
+      exitCode_ = message.wParam;
+    });
+    window_ = result.get();
+  }
+  ~WindowThread() {
+    if (thread_.joinable()) Stop(0);
+  }
+  WindowThread(const WindowThread&) = delete;
+  WindowThread& operator=(const WindowThread&) = delete;
+
+  // Ends the loop, and with it the thread; what the loop ended with.
+  WPARAM Stop(WPARAM exitCode) {
+    ::PostThreadMessageW(id_, WM_QUIT, exitCode, 0);
+    thread_.join();
+    return exitCode_;
+  }
+
+  HWND Window() const { return window_; }
+  DWORD Id() const { return id_; }
+
+ private:
+  std::thread thread_;
+  HWND window_ = nullptr;
+  DWORD id_ = 0;
+  WPARAM exitCode_ = 0;
+};
