@@ -20,14 +20,4 @@ void LogonRequests::LogOff(int flag) noexcept {
   }
 }
 
-void LogonRequests::SetUsers(UserCollection* users) {
-  const CriticalSectionLock hold(lock_);
-  logon_.SetUsers(users);
-}
-
-void LogonRequests::SetSessionControl(SessionControl* session) {
-  const CriticalSectionLock hold(lock_);
-  logon_.SetSessionControl(session);
-}
-
 }  // namespace quillgate

@@ -1,6 +1,5 @@
 // Logons and log-offs that the system asks for, from the service main thread and from the control
-// dispatcher's: one at a time, and whatever fails in one is logged. The users of the logon state
-// are exchanged here too, so that none go away under a logon.
+// dispatcher's: one at a time, and whatever fails in one is logged.
 #pragma once
 
 #include "accounts/logon_session.h"
@@ -16,9 +15,8 @@ class LogonRequests {
   void LogOn() noexcept;
   void LogOff(int flag) noexcept;
 
-  // Null: none from now on. The former ones may be destroyed once this has returned.
-  void SetUsers(UserCollection* users);
-  void SetSessionControl(SessionControl* session);
+  // Held by each request. Whoever holds it keeps them out: to exchange what a logon works with.
+  CriticalSection& Lock() { return lock_; }
 
  private:
   LogonSession& logon_;

@@ -4,14 +4,15 @@ namespace quillgate {
 
 ProcessObjects::~ProcessObjects() {
   monitor_.reset();
-  logonRequests_.SetSessionControl(nullptr);
+  logon_.SetSessionControl(nullptr);
 }
 
 SessionLog& ProcessObjects::Session() {
   if (session_ == nullptr) {
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
-    logonRequests_.SetSessionControl(session_.get());
+    const CriticalSectionLock hold(logonRequests_.Lock());
+    logon_.SetSessionControl(session_.get());
     if (!session_->IsHookAvailable()) TellMissingHook();
   }
   return *session_;
@@ -29,7 +30,8 @@ void ProcessObjects::LoadUsers() {
   // Saving the two replaces the table, so a table that could not be read must not count as empty.
   if (users_->Count() == 0 && !HasNoUsers()) users_->LoadAll();
   if (system == LogonSystem::kNone && HasNoUsers()) EnsureBuiltInUsers(*users_);
-  logonRequests_.SetUsers(users_.get());
+  const CriticalSectionLock hold(logonRequests_.Lock());
+  logon_.SetUsers(users_.get());
 }
 
 bool ProcessObjects::HasNoUsers() {
@@ -44,7 +46,8 @@ bool ProcessObjects::HasNoUsers() {
 }
 
 void ProcessObjects::ReleaseUsers() {
-  logonRequests_.SetUsers(nullptr);
+  const CriticalSectionLock hold(logonRequests_.Lock());
+  logon_.SetUsers(nullptr);
   users_.reset();
 }
 

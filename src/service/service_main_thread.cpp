@@ -66,6 +66,7 @@ void ServiceMainThread::TakeDown() {
   // The pause is enough for a monitor that sleeps; one in the middle of a cycle still uses the
   // database.
   if (monitor != nullptr) monitor->AwaitCycle();
+  const CriticalSectionLock noLogons(objects_.Logons().Lock());
   objects_.ReleaseUsers();
   objects_.GetDatabase().DbClose();
 }

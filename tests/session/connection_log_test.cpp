@@ -1,0 +1,116 @@
+// The rows of finished and running sessions, in order and when the database fails.
+#include "session/connection_log.h"
+
+#include "session_test.h"
+
+namespace quillgate {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ConnectionLogTest : public SessionTest {
+ protected:
+  static SessionRecord Session(const std::wstring& user, std::uint64_t seconds) {
+    // 2005-03-14 18:05:09.
+    return {user, seconds, 1000, 65536, 38425.0 + (18 * 3600 + 5 * 60 + 9) / 86400.0};
+  }
+  static DbRow Row(const std::wstring& user, const std::wstring& seconds) {
+    return {user, seconds, L"1000", L"65536", L"2005-03-14 18:05:09"};
+  }
+
+  ConnectionLog log_{database_};
+};
+
+TEST_F(ConnectionLogTest, AFinishedSessionIsWrittenColumnByColumn) {
+  log_.Finish(Session(L"Anna", 3725));
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"3725")));
+}
+
+TEST_F(ConnectionLogTest, AnInvalidStartIsWrittenAsAnEmptyText) {
+  SessionRecord session = Session(L"Anna", 1);
+  session.startDate = kInvalidDate;
+  log_.Finish(session);
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(DbRow{L"Anna", L"1", L"1000", L"65536", L""}));
+}
+
+TEST_F(ConnectionLogTest, CountsOf64BitsAreWrittenWhole) {
+  SessionRecord session = Session(L"Anna", 0xFFFFFFFFFFFFFFFF);
+  log_.Snapshot(session);
+  EXPECT_EQ(Rows(L"CrashLog").at(0).at(1), L"18446744073709551615");
+}
+
+TEST_F(ConnectionLogTest, TwoSnapshotsLeaveOneRow) {
+  log_.Snapshot(Session(L"Anna", 1));
+  log_.Snapshot(Session(L"Anna", 2));
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"2")));
+}
+
+TEST_F(ConnectionLogTest, ACrashedSessionIsRecoveredOnce) {
+  log_.Snapshot(Session(L"Anna", 20));
+  ConnectionLog next(database_);
+  next.Recover();
+  next.Recover();
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"20")));
+  EXPECT_THAT(Rows(L"CrashLog"), IsEmpty());
+}
+
+TEST_F(ConnectionLogTest, ASnapshotThatFailsKeepsTheOneBefore) {
+  log_.Snapshot(Session(L"Anna", 1));
+  BreakWritesTo(L"CrashLog");
+  EXPECT_THROW(log_.Snapshot(Session(L"Anna", 2)), DBerror);
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"1")));
+}
+
+TEST_F(ConnectionLogTest, AFinishedSessionThatCannotBeWrittenIsCountedAndWrittenLater) {
+  log_.Snapshot(Session(L"Anna", 20));
+  BreakWritesTo(L"ConnLog");
+  EXPECT_THROW(log_.Finish(Session(L"Anna", 30)), DBerror);
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"20"))) << "its only trace is gone";
+  EXPECT_EQ(log_.UnwrittenOf(L"Anna").seconds, 30u);
+  EXPECT_EQ(log_.UnwrittenOf(L"Anna").bytesReceived, 65536u);
+  EXPECT_EQ(log_.UnwrittenOf(L"Bo").seconds, 0u);
+  EXPECT_THROW(log_.Snapshot(Session(L"Bo", 0)), DBerror);
+
+  MendWrites();
+  log_.Snapshot(Session(L"Bo", 5));
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"30")));
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Bo", L"5")));
+  EXPECT_EQ(log_.UnwrittenOf(L"Anna").seconds, 0u);
+  EXPECT_FALSE(log_.HasUnwritten());
+}
+
+TEST_F(ConnectionLogTest, ARecoveryThatFailsIsMadeUpForBeforeTheNextSnapshot) {
+  log_.Snapshot(Session(L"Anna", 20));
+  ConnectionLog next(database_);
+  BreakWritesTo(L"ConnLog");
+  EXPECT_THROW(next.Recover(), DBerror);
+  MendWrites();
+  next.Snapshot(Session(L"Bo", 1));
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"20")));
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Bo", L"1")));
+}
+
+TEST_F(ConnectionLogTest, ASessionIsNotRecoveredFromItsSnapshotWhenItsEndIsStillToBeWritten) {
+  log_.Snapshot(Session(L"Anna", 20));
+  BreakWritesTo(L"ConnLog");
+  EXPECT_THROW(log_.Finish(Session(L"Anna", 30)), DBerror);
+  MendWrites();
+  log_.Recover();
+  EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"30")));
+  EXPECT_THAT(Rows(L"CrashLog"), IsEmpty());
+}
+
+TEST_F(ConnectionLogTest, ANameWithAnApostropheFailsAndSmugglesNothing) {
+  log_.Snapshot(Session(L"Anna", 20));
+  const std::wstring name = L"x', '1', '1', '1', '1'); DELETE FROM CrashLog; --";
+  EXPECT_THROW(log_.Finish(Session(name, 1)), DBerror);
+  EXPECT_THROW(log_.Snapshot(Session(name, 1)), DBerror);
+  EXPECT_THAT(Rows(L"ConnLog"), IsEmpty());
+  EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"20")));
+  EXPECT_FALSE(log_.HasUnwritten()) << "it would fail for ever and hold up the others";
+}
+
+}  // namespace
+}  // namespace quillgate

@@ -1,0 +1,139 @@
+// What the tests of this folder share: a machine with both drivers and one card, a database, one
+// user named Anna under the QUILLGATE system, and an indicator that remembers what it was told.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/testing/simulated_machine.h"
+#include "session/session_log.h"
+
+namespace quillgate {
+
+class RecordingIndicator final : public GateIndicator {
+ public:
+  struct Balloon {
+    std::wstring title;
+    std::wstring text;
+    BalloonIcon icon;
+    bool operator==(const Balloon&) const = default;
+  };
+
+  void SetIcon(GateIcon icon) override { icons.push_back(icon); }
+  void SetTip(const std::wstring& text) override { tip = text; }
+  void Show() override { shown = true; }
+  void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
+                   int kind) override {
+    balloons.push_back({title, text, icon});
+    EXPECT_EQ(kind, 0);
+  }
+  void Lock() override {}
+  void Unlock() override {}
+
+  std::vector<GateIcon> icons;
+  std::wstring tip;
+  std::vector<Balloon> balloons;
+  bool shown = false;
+};
+
+// Lets the user of that name on; nobody when it is empty.
+class ScriptedPrompts final : public LogonPrompts {
+ public:
+  std::optional<std::wstring> AskLogon(LogonSystem, UserCollection&) override {
+    return name.empty() ? std::nullopt : std::optional(name);
+  }
+  std::optional<std::wstring> AskFirstUserName() override { return {}; }
+  void TellFirstUserMade() override {}
+
+  std::wstring name = L"Anna";
+};
+
+class NoIdentity final : public WindowsIdentity {
+ public:
+  std::wstring UserName() override { return {}; }
+};
+
+class SessionTest : public testing::Test {
+ protected:
+  static constexpr DWORD kEnableCode = 0x939C2098;
+  static constexpr DWORD kDisableCode = 0x939C2094;
+  static constexpr DWORD kAllowLocalCode = 0x939C209C;
+  static constexpr DWORD kBlockLocalCode = 0x939C20A0;
+
+  SessionTest() {
+    machine_.Interfaces().Set({platform::SimulatedCard(2, L"eth0")});
+    settings_.SetSetting(SettingKey::kLogonSystem, L"QUILLGATE");
+    users_ = std::make_unique<UserCollection>(LogonSystem::kQuillgate, database_);
+    users_->Add(anna_);
+    logon_.SetUsers(users_.get());
+    MakeSession();
+  }
+  ~SessionTest() override { logon_.SetSessionControl(nullptr); }
+
+  void MakeSession() {
+    session_ = std::make_unique<SessionLog>(
+        SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
+    logon_.SetSessionControl(session_.get());
+  }
+
+  // Anna is on, her session begins now, and nothing is remembered of what led there.
+  void LogOn() {
+    ASSERT_TRUE(logon_.LogOn({}));
+    hook_->ClearCodes();
+    indicator_.balloons.clear();
+  }
+
+  // The same, with nothing used up before.
+  void LogOnAfresh() {
+    logon_.LogOff(1);
+    database_.DbExecute(L"DELETE FROM ConnLog;");
+    LogOn();
+  }
+
+  void Pass(std::chrono::milliseconds time) { machine_.Time().Advance(time); }
+  void Receive(std::uint64_t bytes) { machine_.Interfaces().Count(L"eth0", bytes, 0); }
+
+  DbRows Rows(const std::wstring& table) {
+    DbRows rows;
+    database_.DbQuery(L"SELECT * FROM " + table + L";", rows);
+    return rows;
+  }
+  void Insert(const std::wstring& table, const DbRow& row) {
+    std::wstring values;
+    for (const std::wstring& value : row)
+      values += (values.empty() ? L"'" : L", '") + value + L"'";
+    database_.DbExecute(L"INSERT INTO " + table + L" VALUES (" + values + L");");
+  }
+
+  // From now on, until Mend, no row can be added to the table.
+  void BreakWritesTo(const std::wstring& table) {
+    database_.DbExecute(L"CREATE TRIGGER Broken BEFORE INSERT ON " + table +
+                        L" BEGIN SELECT RAISE(ABORT, 'broken'); END;");
+  }
+  void MendWrites() { database_.DbExecute(L"DROP TRIGGER Broken;"); }
+
+  // From now on, until Mend, the finished sessions can be neither read nor written.
+  void BreakLog() { database_.DbExecute(L"ALTER TABLE ConnLog RENAME TO Gone;"); }
+  void MendLog() { database_.DbExecute(L"ALTER TABLE Gone RENAME TO ConnLog;"); }
+
+  platform::SimulatedMachine machine_;
+  std::shared_ptr<platform::RecordingDevice> filter_ = machine_.AddIpFilterDriver();
+  std::shared_ptr<platform::RecordingDevice> hook_ = machine_.AddDriver(L"QGIpHook", L"QGIpHook");
+  Database database_;
+  Settings settings_{database_};
+  MessageCatalogue catalogue_;
+  WeekCalendar calendar_;
+  ScriptedPrompts prompts_;
+  NoIdentity identity_;
+  LogonSession logon_{settings_, prompts_, identity_};
+  RecordingIndicator indicator_;
+  std::shared_ptr<User> anna_ = std::make_shared<User>(L"Anna");
+  std::unique_ptr<UserCollection> users_;
+  std::unique_ptr<SessionLog> session_;
+};
+
+}  // namespace quillgate
