@@ -22,7 +22,7 @@ class EngineLibrary {
 
   // Null on failure, and then with an error text.
   Connection* (*open)(const char* path, int mode, char** message) = nullptr;
-  int (*close)(Connection* connection) = nullptr;
+  void (*close)(Connection* connection) = nullptr;
   // 0 or a result code. On success a table of (rows + 1) x columns texts, the column names first;
   // a null pointer stands for NULL.
   int (*getTable)(Connection* connection, const char* sql, char*** table, int* rows, int* columns,

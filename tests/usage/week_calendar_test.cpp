@@ -1,0 +1,139 @@
+#include "usage/week_calendar.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ctime>
+#include <string>
+
+#include "platform/testing/simulated_machine.h"
+
+namespace quillgate {
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::year_month_day;
+
+sys_days SysDays(const CalendarDay& date) {
+  const sys_days first = std::chrono::year(date.year) / date.month / 1;
+  return first + days(date.day - 1);
+}
+
+CalendarDay Fields(sys_days day) {
+  const year_month_day date(day);
+  return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day()))};
+}
+
+// Year and week of a date by ISO 8601, as the C library knows them.
+CalendarWeek IsoWeek(sys_days day) {
+  const std::time_t time = std::chrono::system_clock::to_time_t(day);
+  std::tm fields{};
+  ::gmtime_r(&time, &fields);
+  char text[16];
+  std::strftime(text, sizeof(text), "%G %V", &fields);
+  return {std::stoi(text), std::stoi(text + 5)};
+}
+
+class WeekCalendarTest : public testing::Test {
+ protected:
+  WeekCalendar CalendarFrom(int firstDay) {
+    machine_.SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), firstDay - 1);
+    return WeekCalendar();
+  }
+
+  platform::SimulatedMachine machine_;
+};
+
+TEST_F(WeekCalendarTest, TheLocalesMondayIsOneAndItsSundayIsSeven) {
+  for (int fromMonday = 0; fromMonday <= 6; ++fromMonday) {
+    machine_.SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), fromMonday);
+    EXPECT_EQ(WeekCalendar().GetFirstDayOfWeek(), fromMonday + 1);
+  }
+}
+
+TEST_F(WeekCalendarTest, OnlyZeroToSixCanBeSet) {
+  WeekCalendar calendar;
+  for (const int day : {0, 6})
+    EXPECT_EQ((calendar.SetFirstDayOfWeek(day), calendar.GetFirstDayOfWeek()), day);
+  for (const int day : {-1, 7, 100})
+    EXPECT_EQ((calendar.SetFirstDayOfWeek(day), calendar.GetFirstDayOfWeek()), 6);
+}
+
+TEST_F(WeekCalendarTest, MissingOutputsAreRefused) {
+  const WeekCalendar calendar;
+  EXPECT_FALSE(calendar.GetWeekOfDate({2005, 3, 14}, nullptr));
+  EXPECT_FALSE(calendar.GetFirstDateOfWeek({2005, 11}, nullptr));
+}
+
+TEST_F(WeekCalendarTest, WeeksFromMondayAreThoseOfIso8601) {
+  const WeekCalendar calendar = CalendarFrom(1);
+  for (sys_days day = SysDays({1990, 1, 1}); day < SysDays({2040, 1, 1}); day += days(1)) {
+    const CalendarDay date = Fields(day);
+    const CalendarWeek expected = IsoWeek(day);
+    CalendarWeek week{};
+    ASSERT_TRUE(calendar.GetWeekOfDate(date, &week));
+    ASSERT_EQ(week.week, expected.week) << date.year << "-" << date.month << "-" << date.day;
+    // The first days of January keep their own year, whatever week they fall into.
+    ASSERT_EQ(week.year, expected.year < date.year ? date.year : expected.year) << date.year;
+    if (week.year != expected.year) continue;
+    CalendarDay first{};
+    ASSERT_TRUE(calendar.GetFirstDateOfWeek(week, &first));
+    const int sinceMonday = (static_cast<int>(std::chrono::weekday(day).c_encoding()) + 6) % 7;
+    ASSERT_EQ(SysDays(first), day - days(sinceMonday)) << date.year << " week " << week.week;
+  }
+}
+
+struct WeekCase {
+  int firstDay;
+  CalendarDay date;
+  CalendarWeek week;
+  CalendarDay first;  // day 0: refused
+};
+
+TEST_F(WeekCalendarTest, OtherFirstDaysHaveTheirOddities) {
+  const WeekCase cases[] = {
+      {1, {2004, 8, 25}, {2004, 35}, {2004, 8, 23}},
+      {1, {2004, 1, 1}, {2004, 1}, {2003, 12, 29}},
+      {1, {2003, 12, 29}, {2004, 1}, {2003, 12, 29}},
+      {1, {2004, 12, 31}, {2004, 53}, {2004, 12, 27}},
+      {1, {2005, 1, 1}, {2005, 53}, {2005, 0, 0}},
+      {1, {2013, 4, 1}, {2013, 14}, {2013, 3, 32}},
+      {1, {2004, 3, 1}, {2004, 10}, {2004, 2, 30}},
+      {0, {2004, 8, 25}, {2004, 34}, {2004, 8, 15}},
+      {7, {2004, 8, 25}, {2004, 34}, {2004, 8, 22}},
+      {0, {2003, 8, 27}, {2003, 35}, {2003, 8, 24}},
+      {7, {2003, 8, 27}, {2003, 35}, {2003, 8, 31}},
+  };
+  for (const WeekCase& each : cases) {
+    WeekCalendar calendar = CalendarFrom(each.firstDay == 0 ? 7 : each.firstDay);
+    calendar.SetFirstDayOfWeek(each.firstDay);  // ignores the 7 that the locale gave
+    SCOPED_TRACE(testing::Message() << each.firstDay << ": " << each.date.year << "-"
+                                    << each.date.month << "-" << each.date.day);
+    CalendarWeek week{};
+    CalendarDay first{};
+    EXPECT_TRUE(calendar.GetWeekOfDate(each.date, &week));
+    EXPECT_EQ(week.year, each.week.year);
+    EXPECT_EQ(week.week, each.week.week);
+    ASSERT_EQ(calendar.GetFirstDateOfWeek(week, &first), each.first.day != 0);
+    if (each.first.day == 0) continue;
+    EXPECT_EQ(first.year, each.first.year);
+    EXPECT_EQ(first.month, each.first.month);
+    EXPECT_EQ(first.day, each.first.day);
+  }
+}
+
+TEST_F(WeekCalendarTest, WeeksThatAYearDoesNotHaveAreRefused) {
+  const WeekCalendar calendar = CalendarFrom(1);
+  CalendarDay first{};
+  EXPECT_TRUE(calendar.GetFirstDateOfWeek({2004, 53}, &first));
+  EXPECT_TRUE(calendar.GetFirstDateOfWeek({2009, 53}, &first));
+  EXPECT_TRUE(calendar.GetFirstDateOfWeek({1900, 1}, &first));
+  for (const CalendarWeek& week :
+       {CalendarWeek{2005, 53}, {2004, 54}, {2004, 0}, {2004, -1}, {1899, 10}})
+    EXPECT_FALSE(calendar.GetFirstDateOfWeek(week, &first)) << week.year << " " << week.week;
+}
+
+}  // namespace
+}  // namespace quillgate
