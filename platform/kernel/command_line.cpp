@@ -1,3 +1,5 @@
+#include "platform/kernel/command_line.h"
+
 #include <shellapi.h>
 
 #include <algorithm>
@@ -10,7 +12,6 @@
 #include <vector>
 
 #include "platform/kernel/encoding.h"
-#include "platform/kernel/modules.h"
 #include "platform/kernel/path.h"
 
 namespace {
@@ -107,8 +108,14 @@ std::wstring TakeWord(std::wstring_view& line) {
   return word;
 }
 
+std::wstring ProgramPath() {
+  std::wstring path(32768, L'\0');  // the longest path that the API knows
+  path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path;
+}
+
 std::vector<std::wstring> SplitCommandLine(std::wstring_view line) {
-  if (line.empty()) return {platform::WindowsPath(platform::ExecutablePath())};
+  if (line.empty()) return {ProgramPath()};
   std::vector<std::wstring> words{TakeProgram(line)};
   for (SkipBlanks(line); !line.empty(); SkipBlanks(line))
     words.push_back(TakeWord(line));
@@ -135,6 +142,19 @@ LPWSTR* PackWords(const std::vector<std::wstring>& words) {
 }
 
 }  // namespace
+
+namespace platform {
+
+LPWSTR CommandLineArguments() {
+  const LPWSTR line = ::GetCommandLineW();
+  std::wstring_view rest = line;
+  const std::size_t whole = rest.size();
+  TakeProgram(rest);
+  SkipBlanks(rest);
+  return line + (whole - rest.size());
+}
+
+}  // namespace platform
 
 extern "C" {
 

@@ -106,7 +106,8 @@ DWORD HiveFile::Load() {
     }
     error = ERROR_REGISTRY_CORRUPT;
   }
-  LogLine("the registry cannot be read: " + path_.string());
+  if (!complained_) LogLine("the registry cannot be read: " + path_.string());
+  complained_ = true;
   return error;
 }
 
@@ -115,6 +116,7 @@ void HiveFile::Remember(HiveKey root, FileDescriptor file) {
   file_ = std::move(file);
   if (file_.IsOpen()) ::fstat(file_.Get(), &status_);
   known_ = true;
+  complained_ = false;
 }
 
 DWORD HiveFile::LockForWriting(FileDescriptor& lock) {

@@ -43,7 +43,8 @@ class HiveFile {
   // The file that was read last stays open, so that no other gets its number and looks the same.
   FileDescriptor file_;
   struct stat status_ {};
-  bool known_ = false;  // root_ is what the file, or its absence, said
+  bool known_ = false;       // root_ is what the file, or its absence, said
+  bool complained_ = false;  // about a file that cannot be understood; once is enough
 };
 
 }  // namespace platform

@@ -1,0 +1,105 @@
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/kernel/modules.h"
+#include "platform/testing/simulated_machine.h"
+
+namespace {
+
+INT_PTR WINAPI Answer() {
+  return 42;
+}
+
+class ModuleTest : public ::testing::Test {
+ protected:
+  platform::SimulatedMachine machine_;
+};
+
+TEST_F(ModuleTest, AModuleOfTheLayerIsFoundInAnyCaseAndWithoutSuffix) {
+  platform::RegisterBuiltInModule(L"BuiltIn.dll", {{"Answer", Answer}});
+  for (const wchar_t* name : {L"builtin.DLL", L"BUILTIN", L"\\anywhere\\BuiltIn.dll"}) {
+    const HMODULE module = ::LoadLibraryW(name);
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(::GetProcAddress(module, "Answer"), Answer);
+    EXPECT_EQ(::GetProcAddress(module, "answer"), nullptr);
+    EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+    EXPECT_TRUE(::FreeLibrary(module));
+  }
+  platform::UnregisterBuiltInModule(L"builtin.dll");
+  EXPECT_EQ(::LoadLibraryW(L"BuiltIn.dll"), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
+}
+
+TEST_F(ModuleTest, IsUnloadedWhenItHasBeenFreedAsOftenAsLoaded) {
+  const HMODULE module = ::LoadLibraryW(L"sample_module.dll");
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(::LoadLibraryW(L"SAMPLE_MODULE"), module);
+  EXPECT_EQ(::GetModuleHandleW(L"sample_module"), module);
+  const FARPROC answer = ::GetProcAddress(module, "SampleAnswer");
+  ASSERT_NE(answer, nullptr);
+  EXPECT_EQ(answer(), 7);
+  EXPECT_TRUE(::FreeLibrary(module));
+  EXPECT_EQ(answer(), 7);
+  EXPECT_TRUE(::FreeLibrary(module));
+  EXPECT_EQ(::GetModuleHandleW(L"sample_module"), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
+  EXPECT_FALSE(::FreeLibrary(module));
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(::GetProcAddress(module, "SampleAnswer"), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
+}
+
+TEST_F(ModuleTest, OnlyItsOwnExportsAreFound) {
+  const HMODULE module = ::LoadLibraryW(L"sample_module.dll");
+  ASSERT_NE(module, nullptr);
+  for (const char* foreign : {"malloc", "SampleHidden", "NoSuchName"}) {
+    EXPECT_EQ(::GetProcAddress(module, foreign), nullptr) << foreign;
+    EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+  }
+  EXPECT_EQ(::GetProcAddress(module, reinterpret_cast<LPCSTR>(std::uintptr_t{1})), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+  EXPECT_TRUE(::FreeLibrary(module));
+}
+
+TEST_F(ModuleTest, AFileThatIsNoModuleIsToldFromAMissingOne) {
+  std::ofstream(machine_.ProgramFolder() / "broken.so") << "not a module";
+  EXPECT_EQ(::LoadLibraryW(L"broken.dll"), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_BAD_EXE_FORMAT);
+  EXPECT_EQ(::LoadLibraryW(L"missing.dll"), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
+  EXPECT_EQ(::LoadLibraryW(L""), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(ModuleTest, ANameThatDoesNotFitIsCutAndSaysSo) {
+  wchar_t path[MAX_PATH] = {};
+  const DWORD length = ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+  EXPECT_EQ(std::wstring(path).size(), length);
+  EXPECT_TRUE(std::wstring_view(path).ends_with(L"\\program\\program"));
+
+  wchar_t cut[MAX_PATH] = {};
+  ::SetLastError(NO_ERROR);
+  EXPECT_EQ(::GetModuleFileNameW(nullptr, cut, length), length);
+  EXPECT_EQ(::GetLastError(), ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_EQ(cut, std::wstring(path, length - 1));
+  EXPECT_EQ(::GetModuleFileNameW(nullptr, cut, length + 1), length);
+  EXPECT_STREQ(cut, path);
+  EXPECT_EQ(::GetModuleFileNameW(nullptr, cut, 0), 0u);
+  EXPECT_EQ(::GetModuleFileNameW(reinterpret_cast<HMODULE>(cut), cut, MAX_PATH), 0u);
+  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
+}
+
+TEST_F(ModuleTest, TheExecutableIsThereForGood) {
+  const HMODULE executable = ::GetModuleHandleW(nullptr);
+  ASSERT_NE(executable, nullptr);
+  EXPECT_TRUE(::FreeLibrary(executable));
+  EXPECT_EQ(::GetModuleHandleW(nullptr), executable);
+  wchar_t path[MAX_PATH];
+  EXPECT_NE(::GetModuleFileNameW(executable, path, MAX_PATH), 0u);
+}
+
+}  // namespace
