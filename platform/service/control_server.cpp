@@ -42,10 +42,6 @@ bool IsValid(const ControlRequest& request, ssize_t bytes) {
 
 }  // namespace
 
-ControlServer::~ControlServer() {
-  if (!path_.empty()) ::unlink(path_.c_str());
-}
-
 DWORD ControlServer::Listen(std::wstring_view serviceName) {
   const std::string path = ServiceFilePath(serviceName, ServiceFile::kSocket).native();
   const ControlSocketAddress address(serviceName);
@@ -61,6 +57,13 @@ DWORD ControlServer::Listen(std::wstring_view serviceName) {
   path_ = path;
   listener_ = std::move(socket);
   return NO_ERROR;
+}
+
+void ControlServer::Close() {
+  if (!path_.empty()) ::unlink(path_.c_str());
+  path_.clear();
+  listener_.Reset();
+  clients_.clear();
 }
 
 void ControlServer::AppendTo(std::vector<pollfd>& entries) const {

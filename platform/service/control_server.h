@@ -22,12 +22,14 @@ class ControlServer {
   using Handler = std::function<ControlReply(DWORD control)>;
 
   ControlServer() = default;
-  ~ControlServer();
+  ~ControlServer() { Close(); }
   ControlServer(const ControlServer&) = delete;
   ControlServer& operator=(const ControlServer&) = delete;
 
   // Makes the socket; one that a dead process left is replaced. 0, or the error.
   DWORD Listen(std::wstring_view serviceName);
+  // Drops every client and removes the socket.
+  void Close();
 
   // What the dispatcher is to poll, appended; and for how long at most, -1 for ever.
   void AppendTo(std::vector<pollfd>& entries) const;

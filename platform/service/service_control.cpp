@@ -31,9 +31,10 @@ DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS
     status = reply.status;
     return reply.error;
   }
-  // Nobody answers: the process is starting, or has stopped.
-  if (error != ERROR_SERVICE_NOT_ACTIVE) return error;
+  // Nobody answers: the process has stopped or died meanwhile, or it is starting still.
   status = ReadState(service.name, service.type).status;
+  if (status.dwCurrentState == SERVICE_STOPPED) return ERROR_SERVICE_NOT_ACTIVE;
+  if (error != ERROR_SERVICE_NOT_ACTIVE) return error;
   error = JudgeControl(status, control);
   return error == NO_ERROR ? ERROR_SERVICE_REQUEST_TIMEOUT : error;
 }

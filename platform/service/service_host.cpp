@@ -71,6 +71,7 @@ DWORD ServiceHost::Run(LPSERVICE_MAIN_FUNCTIONW serviceMain) {
   ReportTaken(channel_.Get());
   channel_.Reset();
   Dispatch();
+  server_.Close();
   mainThread.join();
   return NO_ERROR;
 }

@@ -1,0 +1,210 @@
+#include <sched.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <fstream>
+
+#include "platform/device/driver_host.h"
+#include "platform/service/service_fixture.h"
+
+namespace {
+
+constexpr DWORD kReverse = 0x800;
+constexpr DWORD kOverstate = 0x804;
+constexpr const wchar_t* kImage = L"%SystemRoot%\\system32\\Drivers\\platform_test_driver.sys";
+constexpr const wchar_t* kDevice = L"\\\\.\\testmoduledevice";
+
+class Driver : public ServiceFixture {
+ protected:
+  ~Driver() override {
+    ::unsetenv("TEST_DRIVER_ERROR");
+    ::unsetenv("TEST_DRIVER_UNLOADED");
+  }
+  static DWORD Start(const ScHandle& driver) {
+    return ErrorOf(::StartServiceW(driver.Get(), 0, nullptr));
+  }
+  static DWORD Stop(const ScHandle& driver) {
+    SERVICE_STATUS status{};
+    return ErrorOf(::ControlService(driver.Get(), SERVICE_CONTROL_STOP, &status));
+  }
+  static HANDLE OpenDevice(const wchar_t* path) {
+    return ::CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+  }
+  static DWORD DeviceError(const wchar_t* path) {
+    const HANDLE device = OpenDevice(path);
+    return device == INVALID_HANDLE_VALUE ? ::GetLastError() : (::CloseHandle(device), NO_ERROR);
+  }
+  std::filesystem::path DriverFile(const char* name) const {
+    return machine_.Root() / "root" / "System32" / "Drivers" / name;
+  }
+};
+
+TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
+  const ScHandle driver = CreateDriver(L"TestDriver", kImage);
+  EXPECT_EQ(DeviceError(kDevice), ERROR_FILE_NOT_FOUND);
+  ASSERT_EQ(Start(driver), NO_ERROR);
+  EXPECT_EQ(StatusOf(driver).dwServiceType, SERVICE_KERNEL_DRIVER);
+  EXPECT_EQ(StateOf(driver), SERVICE_RUNNING);
+  EXPECT_EQ(Start(driver), ERROR_SERVICE_ALREADY_RUNNING);
+
+  const HANDLE device = OpenDevice(kDevice);
+  ASSERT_NE(device, INVALID_HANDLE_VALUE) << ::GetLastError();
+  char in[] = {'a', 'b', 'c', 'd'};
+  char out[3] = {};
+  DWORD returned = 0;
+  ASSERT_TRUE(::DeviceIoControl(device, kReverse, in, 4, out, 3, &returned, nullptr));
+  EXPECT_EQ(std::string(out, returned), "cba");
+  EXPECT_FALSE(::DeviceIoControl(device, 0x900, nullptr, 0, nullptr, 0, &returned, nullptr));
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_FUNCTION);
+  ASSERT_TRUE(::DeviceIoControl(device, kOverstate, nullptr, 0, out, 3, &returned, nullptr));
+  EXPECT_EQ(returned, 3u) << "more than the buffer holds";
+
+  // The handle outlives the driver and must not lead into its code any more.
+  ASSERT_EQ(Stop(driver), NO_ERROR);
+  EXPECT_STREQ(std::getenv("TEST_DRIVER_UNLOADED"), "1");
+  EXPECT_FALSE(::DeviceIoControl(device, kReverse, in, 4, out, 3, &returned, nullptr));
+  EXPECT_EQ(::GetLastError(), ERROR_GEN_FAILURE);
+  EXPECT_TRUE(::CloseHandle(device));
+  EXPECT_EQ(DeviceError(kDevice), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
+  EXPECT_EQ(Stop(driver), ERROR_SERVICE_NOT_ACTIVE);
+  EXPECT_EQ(Start(driver), NO_ERROR);
+  EXPECT_EQ(Stop(driver), NO_ERROR);
+}
+
+TEST_F(Driver, AnImageThatIsNoDriverFailsTheStart) {
+  std::ofstream(DriverFile("text.so")) << "not a shared object";
+  // A proper shared object that lacks the two functions.
+  std::filesystem::copy_file(ProgramFile("platform_test_no_driver.so"), DriverFile("nodriver.so"));
+  const struct {
+    const wchar_t* image;
+    DWORD error;
+  } cases[] = {
+      {L"System32\\Drivers\\missing.sys", ERROR_FILE_NOT_FOUND},
+      {L"SYSTEM32\\DRIVERS\\text.sys", ERROR_BAD_EXE_FORMAT},
+      {L"%systemroot%\\System32\\drivers\\nodriver.sys", ERROR_PROC_NOT_FOUND},
+  };
+  for (const auto& each : cases) {
+    const ScHandle driver = CreateDriver(L"bad", each.image);
+    EXPECT_EQ(Start(driver), each.error);
+    EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
+    EXPECT_EQ(StatusOf(driver).dwWin32ExitCode, each.error);
+    EXPECT_TRUE(::DeleteService(driver.Get()));
+  }
+}
+
+TEST_F(Driver, ADriverThatRefusesToLoadLeavesNoDevice) {
+  ::setenv("TEST_DRIVER_ERROR", "50", 1);
+  const ScHandle driver = CreateDriver(L"TestDriver", kImage);
+  EXPECT_EQ(Start(driver), ERROR_NOT_SUPPORTED);
+  EXPECT_EQ(DeviceError(kDevice), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(std::getenv("TEST_DRIVER_UNLOADED"), nullptr) << "unloaded without having loaded";
+}
+
+TEST_F(Driver, DriversTakeNoControlsButStopAndInterrogate) {
+  machine_.AddDriver(L"Built", L"BuiltDevice");
+  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+  ASSERT_EQ(Start(driver), NO_ERROR);
+  SERVICE_STATUS status{};
+  EXPECT_TRUE(::ControlService(driver.Get(), SERVICE_CONTROL_INTERROGATE, &status));
+  EXPECT_EQ(ErrorOf(::ControlService(driver.Get(), 128, &status)), ERROR_INVALID_SERVICE_CONTROL);
+  EXPECT_EQ(Stop(driver), NO_ERROR);
+}
+
+TEST_F(Driver, DeletedWhileLoadedItGoesWhenItIsStopped) {
+  machine_.AddDriver(L"Built", L"BuiltDevice");
+  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+  ASSERT_EQ(Start(driver), NO_ERROR);
+  ASSERT_TRUE(::DeleteService(driver.Get()));
+  EXPECT_EQ(OpenError(L"built"), NO_ERROR);
+  ASSERT_EQ(Stop(driver), NO_ERROR);
+  EXPECT_EQ(OpenError(L"built"), ERROR_SERVICE_DOES_NOT_EXIST);
+}
+
+// Another process hosts the driver: it can be seen, neither started nor stopped, until it dies.
+TEST_F(Driver, ItsHostsDeathStopsIt) {
+  machine_.AddDriver(L"Built", L"BuiltDevice");
+  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+  int ends[2] = {};
+  ASSERT_EQ(::pipe(ends), 0);
+  const pid_t host = ::fork();
+  if (host == 0) {
+    const char result = Start(driver) == NO_ERROR ? 'y' : 'n';
+    if (::write(ends[1], &result, 1) == 1) ::pause();
+    ::_exit(1);
+  }
+  char result = 0;
+  ASSERT_EQ(::read(ends[0], &result, 1), 1);
+  ASSERT_EQ(result, 'y');
+  EXPECT_EQ(StateOf(driver), SERVICE_RUNNING);
+  EXPECT_EQ(ProcessOf(driver), static_cast<DWORD>(host));
+  EXPECT_EQ(Start(driver), ERROR_SERVICE_ALREADY_RUNNING);
+  EXPECT_EQ(Stop(driver), ERROR_SERVICE_CANNOT_ACCEPT_CTRL);
+  ::kill(host, SIGKILL);
+  ::waitpid(host, nullptr, 0);
+  EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
+  EXPECT_EQ(StatusOf(driver).dwWin32ExitCode, ERROR_PROCESS_ABORTED);
+  EXPECT_EQ(Start(driver), NO_ERROR);
+  EXPECT_EQ(Stop(driver), NO_ERROR);
+}
+
+constexpr const wchar_t* kFilterImage = L"System32\\Drivers\\IpFltDrv.sys";
+constexpr const wchar_t* kFilterDevice = L"\\\\.\\IpFilterDriver";
+
+TEST_F(Driver, TheSystemsFilterDriverHasADeviceWithoutControlCodes) {
+  const ScHandle driver = CreateDriver(L"IpFilterDriver", kFilterImage);
+  if (Start(driver) == ERROR_FILE_NOT_FOUND) GTEST_SKIP() << "the kernel has no nf_tables";
+  ASSERT_EQ(StateOf(driver), SERVICE_RUNNING);
+  const HANDLE device = OpenDevice(kFilterDevice);
+  if (device == INVALID_HANDLE_VALUE) {
+    EXPECT_EQ(::GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(Stop(driver), NO_ERROR);
+    GTEST_SKIP() << "no right to use nf_tables";
+  }
+  DWORD returned = 0;
+  EXPECT_FALSE(::DeviceIoControl(device, 0x128058, nullptr, 0, nullptr, 0, &returned, nullptr));
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_FUNCTION);
+  ::CloseHandle(device);
+  EXPECT_EQ(Stop(driver), NO_ERROR);
+  EXPECT_EQ(DeviceError(kFilterDevice), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(Driver, WithoutTheRightTheSystemsFilterDeviceIsDenied) {
+  const ScHandle driver = CreateDriver(L"IpFilterDriver", kFilterImage);
+  constexpr int kNoNamespace = 77;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    // In a user namespace of its own, a process has no rights over the network outside.
+    if (::unshare(CLONE_NEWUSER) != 0) ::_exit(kNoNamespace);
+    const DWORD error = Start(driver);
+    if (error == ERROR_FILE_NOT_FOUND) ::_exit(kNoNamespace);
+    ::_exit(error == NO_ERROR && DeviceError(kFilterDevice) == ERROR_ACCESS_DENIED ? 0 : 1);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  if (WEXITSTATUS(status) == kNoNamespace) GTEST_SKIP() << "no user namespaces, or no nf_tables";
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST_F(Driver, ATestsOwnDriverStandsInForTheSystemsOneAndGivesItBack) {
+  const ScHandle driver = CreateDriver(L"IpFilterDriver", kFilterImage);
+  {
+    const auto device = machine_.AddIpFilterDriver();
+    ASSERT_EQ(Start(driver), NO_ERROR);
+    const HANDLE handle = OpenDevice(kFilterDevice);
+    DWORD returned = 0;
+    EXPECT_TRUE(::DeviceIoControl(handle, 7, nullptr, 0, nullptr, 0, &returned, nullptr));
+    EXPECT_EQ(device->Codes(), std::vector<DWORD>{7});
+    ::CloseHandle(handle);
+    ASSERT_EQ(Stop(driver), NO_ERROR);
+  }
+  platform::UnregisterBuiltInDriver(L"ipfltdrv");
+  const DWORD error = Start(driver);
+  EXPECT_TRUE(error == NO_ERROR || error == ERROR_FILE_NOT_FOUND) << error;
+  EXPECT_EQ(Stop(driver), error == NO_ERROR ? NO_ERROR : ERROR_SERVICE_NOT_ACTIVE);
+}
+
+}  // namespace

@@ -1,0 +1,90 @@
+// A service for the tests. The first word after the program's path tells how it behaves; what it
+// sees, it tells in its status: the last control as wait hint, 1 as check point when it started in
+// the system's folder, the number of its arguments as service-specific exit code.
+#include <windows.h>
+#include <shellapi.h>
+#include <winsvc.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace {
+
+std::wstring mode;
+std::mutex mutex;
+std::condition_variable changed;
+bool stopping = false;
+SERVICE_STATUS_HANDLE statusHandle = nullptr;
+SERVICE_STATUS status{};
+
+void Report(DWORD state) {
+  status.dwCurrentState = state;
+  ::SetServiceStatus(statusHandle, &status);
+}
+
+void HandleStop() {
+  Report(SERVICE_STOP_PENDING);
+  const std::lock_guard lock(mutex);
+  stopping = true;
+  changed.notify_all();
+}
+
+void WINAPI HandleControl(DWORD control) {
+  if (mode == L"throwing" && control == 200) throw 1;
+  if (control == SERVICE_CONTROL_STOP) {
+    HandleStop();
+    return;
+  }
+  status.dwWaitHint = control;
+  Report(status.dwCurrentState);
+}
+
+bool StartedInSystemFolder() {
+  wchar_t folder[4096] = {};
+  const DWORD length = ::GetCurrentDirectoryW(4096, folder);
+  return std::wstring(folder, length).ends_with(L"\\System32");
+}
+
+void AwaitStop() {
+  std::unique_lock lock(mutex);
+  changed.wait(lock, [] { return stopping; });
+}
+
+void WINAPI ServiceMain(DWORD argumentCount, LPWSTR* arguments) {
+  if (mode == L"deserter") return;
+  if (mode == L"faulty") throw 1;
+  statusHandle = ::RegisterServiceCtrlHandlerW(arguments[0], HandleControl);
+  status.dwServiceType = SERVICE_WIN32_OWN_PROCESS;
+  status.dwControlsAccepted = mode == L"deaf" ? 0 : SERVICE_ACCEPT_STOP;
+  status.dwCheckPoint = StartedInSystemFolder() ? 1 : 0;
+  status.dwServiceSpecificExitCode = argumentCount;
+  Report(SERVICE_START_PENDING);
+  if (mode == L"dawdler") std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  if (mode != L"pending") Report(SERVICE_RUNNING);
+  AwaitStop();
+  Report(SERVICE_STOPPED);
+}
+
+std::wstring SecondWord() {
+  int count = 0;
+  LPWSTR* words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  std::wstring word = count > 1 ? words[1] : L"";
+  ::LocalFree(words);
+  return word;
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+  mode = SecondWord();
+  if (mode == L"dead") return 1;
+  std::wstring name = L"any";
+  const SERVICE_TABLE_ENTRYW table[] = {{name.data(), ServiceMain}, {nullptr, nullptr}};
+  const bool dispatched = ::StartServiceCtrlDispatcherW(table);
+  // A process that takes its time to end after its service has stopped.
+  if (mode == L"lingering") std::this_thread::sleep_for(std::chrono::milliseconds(700));
+  return dispatched ? 0 : static_cast<int>(::GetLastError() == 1063 ? 63 : 1);
+}
