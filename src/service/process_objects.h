@@ -32,6 +32,7 @@ class ProcessObjects {
   MessageCatalogue& Catalogue() { return catalogue_; }
   WeekCalendar& Calendar() { return calendar_; }
   GateIndicator& Indicator() { return indicator_; }
+  LogonSession& Logon() { return logon_; }
   LogonRequests& Logons() { return logonRequests_; }
 
   // The session object, made on the first call, which the service main thread makes. From then on

@@ -1,0 +1,122 @@
+// When the monitor runs its cycles, and that nothing stops it but a stop.
+#include "service/monitor_thread.h"
+
+#include <atomic>
+#include <thread>
+
+#include "service_test.h"
+
+namespace quillgate {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MonitorThreadTest : public ServiceTest {
+ protected:
+  MonitorThreadTest() {
+    AddUser(LogonSystem::kNone, L"User");
+    objects_.LoadUsers();
+    objects_.Session();
+    objects_.Logons().LogOn();
+    machine_.Time().HoldSleepers();
+  }
+
+  // Waits until the monitor has woken that often in all and sleeps again.
+  bool AwaitWakes(int wakes) {
+    for (int attempt = 0; attempt < 10'000; ++attempt) {
+      if (machine_.Time().TotalSlept() == wakes * 1000ms) return machine_.Time().AwaitSleepers(1);
+      std::this_thread::sleep_for(1ms);
+    }
+    return false;
+  }
+  // Lets the monitor wake that often.
+  void Wake(int times) {
+    for (int i = 0; i < times; ++i) {
+      machine_.Time().Advance(1000ms);
+      ASSERT_TRUE(AwaitWakes(++wakes_));
+    }
+  }
+  void StartMonitor() {
+    objects_.StartMonitor();
+    ASSERT_TRUE(AwaitWakes(wakes_));
+  }
+
+  // Whether a cycle has run since this was last asked: each one renews the mirrored session.
+  bool HasCycled() {
+    const bool cycled = !Query(L"SELECT * FROM CrashLog;").empty();
+    Execute(L"DELETE FROM CrashLog;");
+    return cycled;
+  }
+
+  int wakes_ = 1;
+};
+
+TEST_F(MonitorThreadTest, TheFirstCycleComesAtOnceAndTheNextAtTheTwentiethWake) {
+  EXPECT_FALSE(HasCycled());
+  StartMonitor();
+  EXPECT_TRUE(HasCycled());
+  Wake(19);
+  EXPECT_FALSE(HasCycled());
+  Wake(1);
+  EXPECT_TRUE(HasCycled());
+  Wake(19);
+  EXPECT_FALSE(HasCycled());
+  Wake(1);
+  EXPECT_TRUE(HasCycled());
+}
+
+TEST_F(MonitorThreadTest, AFailingDatabaseIsLoggedOnceAndDoesNotEndTheCycles) {
+  StartMonitor();
+  const std::size_t before = machine_.Events().size();
+  Execute(L"ALTER TABLE CrashLog RENAME TO Gone;");
+  Wake(40);
+  EXPECT_EQ(machine_.Events().size(), before + 1);
+  EXPECT_EQ(machine_.EventTexts().back(), L"Database error: no such table: CrashLog");
+  Execute(L"ALTER TABLE Gone RENAME TO CrashLog;");
+  HasCycled();
+  Wake(20);
+  EXPECT_TRUE(HasCycled());
+  Execute(L"ALTER TABLE CrashLog RENAME TO Gone;");
+  Wake(20);
+  EXPECT_EQ(machine_.Events().size(), before + 2) << "a new failure of the same kind";
+}
+
+TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
+  StartMonitor();
+  Wake(18);
+  HasCycled();
+  // The mutex is this thread's own, so that the wait is no wait.
+  EXPECT_TRUE(objects_.Monitor()->Stop(5000));
+  objects_.Monitor()->AwaitCycle();
+  machine_.Time().Advance(2000ms);
+  machine_.Time().Release();
+  EXPECT_FALSE(HasCycled());
+}
+
+TEST_F(MonitorThreadTest, AMonitorThatWasNeverStartedEndsWithoutACycle) {
+  { MonitorThread monitor(objects_.Session(), objects_.Events()); }
+  EXPECT_FALSE(HasCycled());
+}
+
+class FinishedThread final : public WorkerThread {
+ public:
+  ~FinishedThread() override { Join(); }
+  void AwaitEnd() { Join(); }
+
+ private:
+  unsigned Run() noexcept override {
+    SignalCompletion();
+    return 0;
+  }
+};
+
+TEST_F(MonitorThreadTest, AThreadThatSignalledItsEndIsNotWaitedFor) {
+  FinishedThread thread;
+  thread.AwaitEnd();
+  EXPECT_FALSE(thread.Stop(5000)) << "its mutex is cleared";
+}
+
+}  // namespace
+}  // namespace quillgate

@@ -1,0 +1,123 @@
+// The service from its start to its stop, on a thread of its own.
+#include "service/service_main_thread.h"
+
+#include <thread>
+
+#include "service_test.h"
+
+namespace quillgate {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ServiceMainThreadTest : public ServiceTest {
+ protected:
+  ServiceMainThreadTest() {
+    machine_.Time().HoldSleepers();
+    Set(SettingKey::kFirstStart, L"0");
+  }
+  ~ServiceMainThreadTest() override { Stop(); }
+
+  // Returns when the first cycle is over and the monitor sleeps.
+  void Start() {
+    thread_ = std::thread([this] { ServiceMainThread(module_, objects_).Run(); });
+    ASSERT_TRUE(machine_.Time().AwaitSleepers(1));
+  }
+  void Stop() {
+    if (!thread_.joinable()) return;
+    module_.HandleControl(SERVICE_CONTROL_STOP);
+    EXPECT_TRUE(machine_.Time().AwaitSleepers(2));
+    machine_.Time().Advance(500ms);
+    thread_.join();
+  }
+
+  std::thread thread_;
+};
+
+TEST_F(ServiceMainThreadTest, TheNoneSystemBeginsWithItsTwoUsersAndAnOpenGate) {
+  Start();
+  EXPECT_THAT(Query(L"SELECT Name, Privileges FROM Users_None ORDER BY Name;"),
+              ElementsAre(DbRow{L"Admin", L"1"}, DbRow{L"User", L"0"}));
+  EXPECT_EQ(LoggedOn(), L"User");
+  EXPECT_TRUE(objects_.Session().IsOnline());
+  EXPECT_THAT(Query(L"SELECT User FROM CrashLog;"), ElementsAre(DbRow{L"User"}))
+      << "the first cycle runs at once";
+}
+
+TEST_F(ServiceMainThreadTest, ATableWithOneUserGainsNone) {
+  AddUser(LogonSystem::kNone, L"User");
+  Start();
+  EXPECT_THAT(Query(L"SELECT Name FROM Users_None;"), ElementsAre(DbRow{L"User"}));
+}
+
+TEST_F(ServiceMainThreadTest, UsersThatCannotBeReadAreNotReplacedByNewOnes) {
+  AddUser(LogonSystem::kNone, L"Admin");
+  Execute(L"ALTER TABLE Users_None RENAME COLUMN Name TO Gone;");
+  Start();
+  EXPECT_EQ(Query(L"SELECT Gone FROM Users_None;").size(), 1u);
+  EXPECT_EQ(LoggedOn(), L"");
+  EXPECT_FALSE(objects_.Session().IsOnline());
+}
+
+TEST_F(ServiceMainThreadTest, ALogonSystemInOtherLettersIsTheNoneSystem) {
+  Set(SettingKey::kLogonSystem, L"Quillgate");
+  Start();
+  EXPECT_EQ(Query(L"SELECT Name FROM Users_None;").size(), 2u);
+}
+
+TEST_F(ServiceMainThreadTest, LanguageAndFirstDayOfTheWeekComeFromTheSettings) {
+  Set(SettingKey::kLanguage, L"29");
+  Set(SettingKey::kFirstDayOfWeek, L"3");
+  Start();
+  EXPECT_EQ(objects_.Calendar().GetFirstDayOfWeek(), 3);
+  EXPECT_EQ(Setting(SettingKey::kFirstDayOfWeek), L"3");
+  EXPECT_EQ(objects_.Catalogue().InterfaceLanguageId(), 0x41D);
+}
+
+TEST_F(ServiceMainThreadTest, AnUnsetFirstDayOfTheWeekIsTheLocales) {
+  Start();
+  EXPECT_EQ(Setting(SettingKey::kFirstDayOfWeek), L"1");
+}
+
+TEST_F(ServiceMainThreadTest, AfterTheStopNothingUsesUsersOrDatabase) {
+  Start();
+  Stop();
+  EXPECT_EQ(machine_.Time().TotalSlept(), 1500ms) << "the monitor's wake and the pause";
+  try {
+    Execute(L"DELETE FROM CrashLog;");
+    FAIL() << "the database is open";
+  } catch (const DBerror& error) {
+    EXPECT_EQ(error.Message(), L"No database open.");
+  }
+  module_.HandleControl(kControlWindowsLogoff);
+  EXPECT_EQ(LoggedOn(), L"");
+  module_.HandleControl(kControlWindowsLogon);
+  EXPECT_EQ(LoggedOn(), L"") << "there are no users";
+}
+
+TEST_F(ServiceMainThreadTest, ProcessExitOpensTheGateAndStopsTheDrivers) {
+  AddUser(LogonSystem::kNone, L"Admin");
+  auto objects = std::make_unique<ProcessObjects>();
+  objects->GetDatabase().DbOpen();
+  {
+    ServiceModule module(*objects);
+    std::thread thread([&] { ServiceMainThread(module, *objects).Run(); });
+    ASSERT_TRUE(machine_.Time().AwaitSleepers(1));
+    EXPECT_FALSE(objects->Session().IsOnline()) << "User is missing";
+    module.HandleControl(SERVICE_CONTROL_STOP);
+    ASSERT_TRUE(machine_.Time().AwaitSleepers(2));
+    machine_.Time().Advance(500ms);
+    thread.join();
+  }
+  hook_->ClearCodes();
+  machine_.Time().Release();
+  objects.reset();
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kHookPass));
+  EXPECT_EQ(::CreateFileW(L"\\\\.\\QGIpHook", 0, 0, nullptr, OPEN_EXISTING, 0, nullptr),
+            INVALID_HANDLE_VALUE);
+}
+
+}  // namespace
+}  // namespace quillgate

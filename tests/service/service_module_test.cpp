@@ -1,0 +1,81 @@
+// The control handler and what it sets off.
+#include "service/service_module.h"
+
+#include <thread>
+
+#include "service_test.h"
+
+namespace quillgate {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ServiceModuleTest : public ServiceTest {
+ protected:
+  static bool TakeQuit() {
+    MSG message{};
+    return ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE &&
+           message.message == WM_QUIT;
+  }
+};
+
+TEST_F(ServiceModuleTest, ControlsThatMeanNothingDoNothingAndUnknownOnesAreLogged) {
+  for (const DWORD control : {2u, 3u, 4u, 5u})
+    module_.HandleControl(control);
+  EXPECT_THAT(machine_.EventTexts(), IsEmpty());
+  for (const DWORD control : {6u, 127u, 130u, 255u})
+    module_.HandleControl(control);
+  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Bad service request", L"Bad service request",
+                                                 L"Bad service request", L"Bad service request"));
+}
+
+TEST_F(ServiceModuleTest, AStopEndsTheMainThreadsLoop) {
+  module_.SetMainThread();
+  EXPECT_FALSE(TakeQuit());
+  module_.HandleControl(SERVICE_CONTROL_STOP);
+  EXPECT_TRUE(TakeQuit());
+  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Request to stop..."));
+}
+
+TEST_F(ServiceModuleTest, AStopBeforeTheMainThreadIsKnownIsNotLost) {
+  module_.HandleControl(SERVICE_CONTROL_STOP);
+  EXPECT_FALSE(TakeQuit());
+  module_.SetMainThread();
+  EXPECT_TRUE(TakeQuit());
+}
+
+TEST_F(ServiceModuleTest, TheWindowsLogonControlsLogOnAndOffFromTheirOwnThread) {
+  Set(SettingKey::kLogonSystem, L"WINDOWS");
+  AddUser(LogonSystem::kWindows, L"Anna");
+  Execute(L"CREATE TABLE WlNpData (Key, Value);");
+  Execute(L"INSERT INTO WlNpData VALUES ('UserName', 'Anna');");
+  objects_.LoadUsers();
+  objects_.Session();
+  const auto onDispatcher = [this](DWORD control) {
+    std::thread([&] { module_.HandleControl(control); }).join();
+  };
+  onDispatcher(kControlWindowsLogon);
+  EXPECT_EQ(LoggedOn(), L"Anna");
+  onDispatcher(kControlWindowsLogoff);
+  EXPECT_EQ(LoggedOn(), L"");
+  EXPECT_FALSE(objects_.Session().IsOnline());
+}
+
+TEST_F(ServiceModuleTest, ALogonThatFailsIsLoggedAndGoesNoFurther) {
+  Set(SettingKey::kLogonSystem, L"WINDOWS");
+  objects_.LoadUsers();
+  module_.HandleControl(kControlWindowsLogon);
+  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Database error: no such table: WlNpData"));
+}
+
+TEST_F(ServiceModuleTest, WithoutAHandlerTheServiceDoesNotBegin) {
+  // The manager has not started this process, so it takes no handler from it.
+  module_.Initialise(kServiceName, kServiceDisplayName);
+  module_.RunServiceMain();
+  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Handler not installed"));
+  EXPECT_THAT(hook_->Codes(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillgate

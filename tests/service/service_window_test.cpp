@@ -1,0 +1,188 @@
+// The service's first steps, and what it does when the machine sleeps, wakes or changes hands.
+#include "service/service_window.h"
+
+#include "platform/kernel/modules.h"
+#include "service_test.h"
+
+namespace quillgate {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr wchar_t kWelcome[] =
+    L"Welcome to Quillgate!: Right-click this icon to display the Quillgate menu from which you "
+    L"can access all program features.";
+
+class ServiceWindowTest : public ServiceTest {
+ protected:
+  // One user for each system, who is logged on to Windows as well.
+  void Prepare(const wchar_t* system, const wchar_t* firstStart = L"0") {
+    Set(SettingKey::kLogonSystem, system);
+    Set(SettingKey::kFirstStart, firstStart);
+    AddUser(LogonSystem::kNone, L"User");
+    AddUser(LogonSystem::kWindows, L"Anna");
+    AddUser(LogonSystem::kQuillgate, L"Bo");
+    Execute(L"CREATE TABLE WlNpData (Key, Value);");
+    Execute(L"INSERT INTO WlNpData VALUES ('UserName', 'Anna');");
+    objects_.LoadUsers();
+  }
+  LRESULT Send(UINT message, WPARAM wParam) {
+    return ::SendMessageW(window_.Window(), message, wParam, 0);
+  }
+  void MirrorSession() {
+    Execute(L"INSERT INTO CrashLog VALUES ('Anna', '20', '1', '2', '2005-03-14 08:00:00');");
+  }
+
+  ServiceWindow window_{objects_};
+};
+
+struct Start {
+  const wchar_t* system;
+  const wchar_t* firstStart;
+  const wchar_t* loggedOn;
+};
+
+class ServiceStartTest : public ServiceWindowTest, public testing::WithParamInterface<Start> {};
+
+TEST_P(ServiceStartTest, OnlyTheSystemsWithoutALogonLogOnByThemselves) {
+  Prepare(GetParam().system, GetParam().firstStart);
+  const bool first = GetParam().firstStart == std::wstring(L"1");
+  ASSERT_TRUE(window_.Create());
+  EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
+  EXPECT_EQ(objects_.Session().IsOnline(), !LoggedOn().empty());
+  EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
+  EXPECT_EQ(std::ranges::count(machine_.EventTexts(), kWelcome), first ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Systems, ServiceStartTest,
+    testing::Values(Start{L"NONE", L"1", L"User"}, Start{L"NONE", L"0", L"User"},
+                    Start{L"WINDOWS", L"1", L"Anna"}, Start{L"WINDOWS", L"0", L"Anna"},
+                    Start{L"windows", L"0", L"User"}, Start{L"QUILLGATE", L"1", L""},
+                    Start{L"QUILLGATE", L"0", L""}));
+
+TEST_F(ServiceWindowTest, TheFirstStartIsTheOneWithoutTheSetting) {
+  objects_.LoadUsers();
+  ASSERT_TRUE(window_.Create());
+  EXPECT_THAT(machine_.EventTexts(), Contains(kWelcome));
+  EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
+}
+
+TEST_F(ServiceWindowTest, ASessionThatACrashLeftIsRecoveredBeforeAnyoneLogsOn) {
+  Prepare(L"NONE");
+  MirrorSession();
+  ASSERT_TRUE(window_.Create());
+  EXPECT_THAT(Query(L"SELECT User, Seconds FROM ConnLog;"), ElementsAre(DbRow{L"Anna", L"20"}));
+  EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), IsEmpty());
+}
+
+TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
+  Prepare(L"NONE");
+  Execute(L"DROP TABLE ConnLog;");
+  Execute(L"DROP TABLE CrashLog;");
+  ASSERT_TRUE(window_.Create());
+  EXPECT_FALSE(objects_.Session().IsOnline());
+  EXPECT_THAT(machine_.EventTexts(), Contains(L"Database error: no such table: ConnLog"));
+}
+
+TEST_F(ServiceWindowTest, AMissingHookIsToldWithItsError) {
+  Prepare(L"NONE");
+  hook_->FailOpenWith(ERROR_ACCESS_DENIED);
+  ASSERT_TRUE(window_.Create());
+  EXPECT_THAT(machine_.EventTexts(),
+              Contains(L"The IP filter hook driver is not available, so traffic cannot be blocked. "
+                       L"Error=5"));
+}
+
+TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSession) {
+  Prepare(L"NONE");
+  ASSERT_TRUE(window_.Create());
+  EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMQUERYSUSPEND), TRUE);
+  EXPECT_EQ(LoggedOn(), L"User");
+  EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMSUSPEND), TRUE);
+  EXPECT_EQ(LoggedOn(), L"");
+  EXPECT_THAT(Query(L"SELECT User FROM ConnLog;"), ElementsAre(DbRow{L"User"}));
+  EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMESUSPEND), TRUE);
+  EXPECT_EQ(LoggedOn(), L"User");
+}
+
+TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
+  Prepare(L"NONE");
+  ASSERT_TRUE(window_.Create());
+  MirrorSession();
+  EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMECRITICAL), TRUE);
+  EXPECT_THAT(Query(L"SELECT User FROM ConnLog ORDER BY rowid;"),
+              ElementsAre(DbRow{L"Anna"}, DbRow{L"User"}));
+  EXPECT_EQ(LoggedOn(), L"User");
+  EXPECT_TRUE(objects_.Session().IsOnline());
+}
+
+TEST_F(ServiceWindowTest, OtherPowerEventsAreTheSystems) {
+  Prepare(L"NONE");
+  ASSERT_TRUE(window_.Create());
+  for (const WPARAM event : {1, 2, 3, 5, 8, 18}) {
+    EXPECT_EQ(Send(WM_POWERBROADCAST, event),
+              ::DefWindowProcW(window_.Window(), WM_POWERBROADCAST, event, 0));
+    EXPECT_EQ(LoggedOn(), L"User") << event;
+  }
+}
+
+TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
+  Prepare(L"NONE");
+  ASSERT_TRUE(window_.Create());
+  for (const WPARAM reason : {1, 3, 4, 5, 6, 7, 8})
+    Send(WM_WTSSESSION_CHANGE, reason);
+  EXPECT_EQ(LoggedOn(), L"User");
+  Set(SettingKey::kLogonSystem, L"WINDOWS");
+  Send(WM_WTSSESSION_CHANGE, WTS_CONSOLE_DISCONNECT);
+  EXPECT_EQ(LoggedOn(), L"User");
+  Set(SettingKey::kLogonSystem, L"NONE");
+  Send(WM_WTSSESSION_CHANGE, WTS_CONSOLE_DISCONNECT);
+  EXPECT_EQ(LoggedOn(), L"");
+}
+
+// What the session notifications' library was called with.
+struct Notifications {
+  HWND registered = nullptr;
+  DWORD flags = 0;
+  HWND unregistered = nullptr;
+};
+Notifications notifications;
+
+BOOL WINAPI Register(HWND window, DWORD flags) {
+  notifications.registered = window;
+  notifications.flags = flags;
+  return TRUE;
+}
+BOOL WINAPI Unregister(HWND window) {
+  notifications.unregistered = window;
+  return TRUE;
+}
+
+TEST_F(ServiceWindowTest, SessionNotificationsLastAsLongAsTheWindow) {
+  Prepare(L"QUILLGATE");
+  for (const bool complete : {false, true}) {
+    platform::ExportTable exports = {
+        {"WTSRegisterSessionNotification", reinterpret_cast<FARPROC>(Register)}};
+    if (complete) {
+      exports["WTSUnRegisterSessionNotification"] = reinterpret_cast<FARPROC>(Unregister);
+    }
+    platform::RegisterBuiltInModule(L"wtsapi32.dll", exports);
+    notifications = {};
+    HWND handle = nullptr;
+    {
+      ServiceWindow window(objects_);
+      ASSERT_TRUE(window.Create());
+      handle = window.Window();
+    }
+    EXPECT_EQ(notifications.registered, complete ? handle : nullptr);
+    EXPECT_EQ(notifications.unregistered, complete ? handle : nullptr);
+    EXPECT_EQ(notifications.flags, complete ? 1u : 0u);
+    platform::UnregisterBuiltInModule(L"wtsapi32.dll");
+  }
+}
+
+}  // namespace
+}  // namespace quillgate
