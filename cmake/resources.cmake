@@ -34,7 +34,8 @@ function(qg_layer_resources target script messages stem folder)
     DEPFILE ${product}.d
     VERBATIM)
   add_library(${target} OBJECT ${product}.cpp)
-  target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/platform/include)
+  target_include_directories(${target} PRIVATE
+    ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/platform/include)
   target_link_libraries(${target} PRIVATE qg_warnings INTERFACE platform)
 endfunction()
 

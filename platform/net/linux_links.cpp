@@ -44,12 +44,13 @@ std::string MaskText(unsigned prefixBits) {
 }
 
 // As the interface table counts types.
+constexpr std::uint32_t kOther = 1;
+constexpr std::uint32_t kEthernet = 6;
+constexpr std::uint32_t kPpp = 23;
+constexpr std::uint32_t kLoopback = 24;
+constexpr std::uint32_t kTunnel = 131;
+
 std::uint32_t TypeOf(const ifinfomsg& header) {
-  constexpr std::uint32_t kOther = 1;
-  constexpr std::uint32_t kEthernet = 6;
-  constexpr std::uint32_t kPpp = 23;
-  constexpr std::uint32_t kLoopback = 24;
-  constexpr std::uint32_t kTunnel = 131;
   if ((header.ifi_flags & IFF_LOOPBACK) != 0) return kLoopback;
   switch (header.ifi_type) {
     case ARPHRD_ETHER:
@@ -66,17 +67,17 @@ std::uint32_t TypeOf(const ifinfomsg& header) {
 
 // Hardware has no kind: that is the name of the driver which makes virtual links.
 Nature NatureOf(std::uint32_t type, std::string_view kind, bool enslaved) {
-  constexpr std::uint32_t kLoopback = 24;
-  constexpr std::uint32_t kOther = 1;
   if (type == kLoopback || type == kOther) return Nature::kNoCard;
   if (enslaved || kind == "ifb" || kind == "dummy") return Nature::kPartOfAnother;
   return kind.empty() ? Nature::kPhysical : Nature::kVirtual;
 }
 
-std::wstring DescriptionOf(const std::string& name, const std::string& alias,
+// An alias is what the administrator calls the interface.
+std::wstring DescriptionOf(std::uint32_t type, const std::string& name, const std::string& alias,
                            std::string_view kind) {
   if (!alias.empty()) return Wide(alias);
   std::string what(kind);
+  if (type == kLoopback) what = "Loopback";
   if (what.empty()) what = name.starts_with("wl") ? "Wireless" : "Ethernet";
   what.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(what.front())));
   return Wide(what + " (" + name + ")");
@@ -95,8 +96,9 @@ Link ReadLink(const nlmsghdr& message) {
   const std::string name = TextOf(attributes[IFLA_IFNAME]);
   interface.index = static_cast<std::uint32_t>(header.ifi_index);
   interface.name = Wide(name);
-  interface.description = DescriptionOf(name, TextOf(attributes[IFLA_IFALIAS]), kind);
   interface.type = TypeOf(header);
+  interface.description =
+      DescriptionOf(interface.type, name, TextOf(attributes[IFLA_IFALIAS]), kind);
   interface.mtu = NumberOf(attributes[IFLA_MTU], 0);
   interface.up = (header.ifi_flags & IFF_UP) != 0 && (header.ifi_flags & IFF_RUNNING) != 0;
   interface.counters = CountersOf(attributes[IFLA_STATS64]);
