@@ -12,7 +12,8 @@ std::atomic<InterfaceSource*> replacement = nullptr;
 }  // namespace
 
 InterfaceSource& CurrentInterfaces() {
-  static LinuxInterfaces kernel;
+  // Never destroyed: other threads may still read counters while the process ends.
+  static auto& kernel = *new LinuxInterfaces;
   InterfaceSource* const source = replacement;
   return source == nullptr ? kernel : *source;
 }
