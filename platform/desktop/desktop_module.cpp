@@ -4,12 +4,20 @@
 #include <clocale>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/qt_event_loop.h"
 
 namespace platform {
 namespace {
+
+// Qt keeps its record of the thread that made the application until the process ends, and counts on
+// that thread's being the first, which never ends before. An object that stays holds the record.
+void KeepThreadRecord() {
+  static auto& keepers = *new std::vector<QObject*>;
+  keepers.push_back(new QObject);
+}
 
 class QtDesktop final : public DesktopModule {
  public:
@@ -18,6 +26,7 @@ class QtDesktop final : public DesktopModule {
     // it started with would find its decimal point changed.
     std::setlocale(LC_ALL, localeBefore_.c_str());
     QApplication::setQuitOnLastWindowClosed(false);
+    KeepThreadRecord();
   }
 
   EventLoop& Loop() override { return loop_; }
