@@ -165,7 +165,7 @@ void Fill(QUERY_SERVICE_CONFIGW& config, const ServiceRecord& record, std::wstri
   config.lpBinaryPathName = texts.Append(record.imagePath);
   config.lpLoadOrderGroup = texts.Append({});
   config.dwTagId = 0;
-  // A list that ends with an empty text; the terminator of the next text ends this one.
+  // A list of texts that ends with an empty one: this one ends at once.
   config.lpDependencies = texts.Append({});
   config.lpServiceStartName = texts.Append(account);
   config.lpDisplayName = texts.Append(record.displayName);
