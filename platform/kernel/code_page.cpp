@@ -17,6 +17,14 @@ namespace {
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::size_t kChunk = 8;
 
+bool IsAscii(char byte) {
+  return (static_cast<unsigned char>(byte) & 0x80) == 0;
+}
+
+bool IsAscii(wchar_t letter) {
+  return static_cast<std::uint32_t>(letter) < 0x80;
+}
+
 bool IsAsciiChunk(const char* text) {
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, text, sizeof bytes);
@@ -61,6 +69,7 @@ struct ByteSink {
   std::size_t count = 0;
 
   bool Put(wchar_t letter) {
+    if (IsAscii(letter)) return PutByte(static_cast<char>(letter));
     char bytes[platform::kMaximumUtf8Bytes];
     const std::size_t size = platform::EncodeUtf8(letter, bytes);
     if (out != nullptr) {
@@ -68,6 +77,14 @@ struct ByteSink {
       std::memcpy(out + count, bytes, size);
     }
     count += size;
+    return true;
+  }
+  bool PutByte(char byte) {
+    if (out != nullptr) {
+      if (count == room) return false;
+      out[count] = byte;
+    }
+    ++count;
     return true;
   }
   bool PutChunk(const wchar_t* wide) {
@@ -87,6 +104,11 @@ DWORD Widen(std::string_view text, bool strict, WideSink& sink) {
     if (text.size() - at >= kChunk && IsAsciiChunk(text.data() + at) &&
         sink.PutChunk(text.data() + at)) {
       at += kChunk;
+      continue;
+    }
+    if (IsAscii(text[at])) {
+      if (!sink.Put(static_cast<wchar_t>(text[at]))) return ERROR_INSUFFICIENT_BUFFER;
+      ++at;
       continue;
     }
     const std::size_t start = at;

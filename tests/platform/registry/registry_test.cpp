@@ -6,8 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -123,7 +123,7 @@ TEST_F(RegistryTest, ValuesOfEveryTypeComeBackByteForByte) {
       DWORD size = sizeof data;
       if (::RegQueryValueExW(own, each.name, nullptr, &type, data.data(), &size) != 0 ||
           type != each.type || size != each.data.size() ||
-          std::memcmp(data.data(), each.data.data(), size) != 0) {
+          !std::equal(each.data.begin(), each.data.end(), data.begin())) {
         ++wrong;
       }
     }
