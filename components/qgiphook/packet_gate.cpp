@@ -42,10 +42,17 @@ std::uint32_t PacketGate::ReadPresence(bool& present) {
   return 0;
 }
 
-std::uint32_t PacketGate::ReadBack(const TableShape& wanted) {
+std::uint32_t PacketGate::ReadShape(TableShape& shape) {
   const std::uint32_t error = Session().Run("list table " + std::string(kTableName));
   if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
-  if (ReadTableShape(Session().Output()) == wanted) return 0;
+  shape = ReadTableShape(Session().Output());
+  return 0;
+}
+
+std::uint32_t PacketGate::ReadBack(const TableShape& wanted) {
+  TableShape present;
+  const std::uint32_t error = ReadShape(present);
+  if (error != 0 || present == wanted) return error;
   return Failed("the gate is not closed as it should be", ERROR_INVALID_DATA,
                 "the kernel holds other rules");
 }
@@ -86,10 +93,21 @@ std::uint32_t PacketGate::Pass() {
   return Failed("the gate is not open", ERROR_INVALID_DATA, "the kernel still holds the rules");
 }
 
+std::uint32_t PacketGate::Replace(const Ruleset& closed) {
+  bool isPresent = false;
+  TableShape present;
+  std::uint32_t error = ReadPresence(isPresent);
+  if (error == 0 && isPresent) error = ReadShape(present);
+  if (error != 0) return error;
+  const bool keepChains = isPresent && CanKeepChains(present, closed.shape);
+  error = Session().Run(keepChains ? closed.replaceRules : closed.replaceTable);
+  return error == 0 ? 0 : Failed("the gate stays as it is", error, Session().Error());
+}
+
 std::uint32_t PacketGate::Block() {
   const Ruleset closed = ClosedGateNow();
-  std::uint32_t error = Session().Run(closed.commands);
-  if (error != 0) return Failed("the gate stays as it is", error, Session().Error());
+  std::uint32_t error = Replace(closed);
+  if (error != 0) return error;
   localInForce_ = allowLocal_;
   error = ReadBack(closed.shape);
   if (error == 0) WarnOfFlowTables();

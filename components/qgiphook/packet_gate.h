@@ -38,6 +38,8 @@ class PacketGate {
  private:
   std::uint32_t ReadBack(const TableShape& wanted);
   std::uint32_t ReadPresence(bool& present);
+  std::uint32_t ReadShape(TableShape& shape);
+  std::uint32_t Replace(const Ruleset& closed);
   void WarnOfFlowTables();
   std::vector<NetworkPrefix> UnicastNow(int family);
   Ruleset ClosedGateNow();

@@ -1,6 +1,6 @@
 #include "ruleset.h"
 
-#include <span>
+#include <algorithm>
 
 namespace quillgate::gate {
 
@@ -29,6 +29,12 @@ std::string Discovery(const char* type, const char* onlyFor = "") {
   return std::string(onlyFor) + kDiscovery + type + " accept";
 }
 
+// The policy of a chain comes into force a moment after its rules do, so a rule says it too.
+Rules ThenDrop(Rules rules) {
+  rules.push_back("drop");
+  return rules;
+}
+
 Rules InputRules(bool allowLocal) {
   Rules rules = {
       "iifname \"lo\" accept",
@@ -38,11 +44,11 @@ Rules InputRules(bool allowLocal) {
       Discovery("nd-neighbor-solicit"),
       Discovery("nd-neighbor-advert"),
   };
-  if (!allowLocal) return rules;
+  if (!allowLocal) return ThenDrop(rules);
   rules.insert(rules.end(), kNotReallyLocal.begin(), kNotReallyLocal.end());
   rules.insert(rules.end(), {"ip saddr @local4 accept", "ip6 saddr @local6 accept",
                              "ip daddr @groups4 accept", "ip6 daddr @groups6 accept"});
-  return rules;
+  return ThenDrop(rules);
 }
 
 Rules OutputRules(bool allowLocal) {
@@ -55,59 +61,68 @@ Rules OutputRules(bool allowLocal) {
       Discovery("nd-neighbor-solicit"),
       Discovery("nd-neighbor-advert"),
   };
-  if (!allowLocal) return rules;
+  if (!allowLocal) return ThenDrop(rules);
   rules.insert(rules.end(), kNotReallyLocal.begin(), kNotReallyLocal.end());
   rules.insert(rules.end(), {"ip daddr @local4 accept", "ip6 daddr @local6 accept",
                              "ip daddr @groups4 accept", "ip6 daddr @groups6 accept"});
-  return rules;
+  return ThenDrop(rules);
 }
 
 // For others only what has both of its ends on this side.
 Rules ForwardRules(bool allowLocal) {
-  if (!allowLocal) return {};
+  if (!allowLocal) return ThenDrop({});
   Rules rules = kNotReallyLocal;
   rules.insert(
       rules.end(),
       {"ip saddr @local4 ip daddr @local4 accept", "ip6 saddr @local6 ip6 daddr @local6 accept",
        "ip saddr @local4 ip daddr @groups4 accept", "ip6 saddr @local6 ip6 daddr @groups6 accept"});
-  return rules;
+  return ThenDrop(rules);
 }
 
-class RulesetWriter {
- public:
-  RulesetWriter() {
-    result_.commands = OpenGateCommands();
-    Line("add table", "");
-  }
-
-  void AddSet(const std::string& name, const char* type, std::span<const NetworkPrefix> prefixes) {
-    std::string elements;
-    for (const NetworkPrefix& prefix : prefixes) {
-      elements += (elements.empty() ? "" : ", ") + prefix.Text();
-    }
-    Line("add set",
-         " " + name + " { type " + type + "; flags interval; elements = { " + elements + " }; }");
-    result_.shape.sets.insert(name);
-  }
-
-  // A chain is named for the place where it stands.
-  void AddChain(const std::string& hook, const Rules& rules) {
-    Line("add chain",
-         " " + hook + " { type filter hook " + hook + " priority filter; policy drop; }");
-    for (const std::string& rule : rules)
-      Line("add rule", " " + hook + " " + rule);
-    result_.shape.chains[hook] = {.hook = hook, .drops = true, .rules = rules.size()};
-  }
-
-  Ruleset Take() { return std::move(result_); }
-
- private:
-  void Line(const char* verb, const std::string& rest) {
-    result_.commands += std::string(verb) + " " + std::string(kTableName) + rest + "\n";
-  }
-
-  Ruleset result_;
+struct SetOfAddresses {
+  const char* name;
+  const char* type;
+  std::vector<NetworkPrefix> LocalTraffic::*prefixes;
 };
+constexpr SetOfAddresses kSets[] = {
+    {kLocal4, "ipv4_addr", &LocalTraffic::unicast4},
+    {kLocal6, "ipv6_addr", &LocalTraffic::unicast6},
+    {kGroups4, "ipv4_addr", &LocalTraffic::groups4},
+    {kGroups6, "ipv6_addr", &LocalTraffic::groups6},
+};
+
+std::string Command(const char* verb, const std::string& rest = "") {
+  return std::string(verb) + " " + std::string(kTableName) + rest + "\n";
+}
+
+std::string SetBody(const SetOfAddresses& set, const std::string& elements) {
+  return std::string(" ") + set.name + " { type " + set.type + "; flags interval; " + elements +
+         "}";
+}
+
+// Without the rules and the sets; adding a set first makes deleting it succeed where it is missing.
+std::string EmptyTable() {
+  std::string commands = Command("flush table");
+  for (const SetOfAddresses& set : kSets) {
+    commands +=
+        Command("add set", SetBody(set, "")) + Command("delete set", std::string(" ") + set.name);
+  }
+  return commands;
+}
+
+std::string AddSet(const SetOfAddresses& set, const std::vector<NetworkPrefix>& prefixes) {
+  std::string elements;
+  for (const NetworkPrefix& prefix : prefixes) {
+    elements += (elements.empty() ? "" : ", ") + prefix.Text();
+  }
+  return Command("add set", SetBody(set, "elements = { " + elements + " }; "));
+}
+
+// A chain is named for the place where it stands.
+std::string AddChain(const std::string& hook) {
+  return Command("add chain",
+                 " " + hook + " { type filter hook " + hook + " priority filter; policy drop; }");
+}
 
 std::string_view Trimmed(std::string_view line) {
   const auto start = line.find_first_not_of(" \t");
@@ -168,24 +183,46 @@ class ShapeReader {
 }  // namespace
 
 Ruleset ClosedGate(const LocalTraffic* local) {
-  RulesetWriter writer;
   const bool allowLocal = local != nullptr;
+  Ruleset result;
+  std::string chains;
+  std::string content;
   if (allowLocal) {
-    writer.AddSet(kLocal4, "ipv4_addr", local->unicast4);
-    writer.AddSet(kLocal6, "ipv6_addr", local->unicast6);
-    writer.AddSet(kGroups4, "ipv4_addr", local->groups4);
-    writer.AddSet(kGroups6, "ipv6_addr", local->groups6);
+    for (const SetOfAddresses& set : kSets) {
+      content += AddSet(set, local->*set.prefixes);
+      result.shape.sets.insert(set.name);
+    }
   }
-  writer.AddChain("input", InputRules(allowLocal));
-  writer.AddChain("output", OutputRules(allowLocal));
-  writer.AddChain("forward", ForwardRules(allowLocal));
-  return writer.Take();
+  const std::map<std::string, Rules> rulesOf = {{"input", InputRules(allowLocal)},
+                                                {"output", OutputRules(allowLocal)},
+                                                {"forward", ForwardRules(allowLocal)}};
+  for (const auto& [hook, rules] : rulesOf) {
+    chains += AddChain(hook);
+    for (const std::string& rule : rules)
+      content += Command("add rule", " " + hook + " " + rule);
+    result.shape.chains[hook] = {.hook = hook, .drops = true, .rules = rules.size()};
+  }
+  result.replaceTable = OpenGateCommands() + Command("add table") + chains + content;
+  result.replaceRules = EmptyTable() + content;
+  return result;
 }
 
+bool CanKeepChains(const TableShape& table, const TableShape& closedGate) {
+  const auto withoutRules = [](std::map<std::string, ChainShape> chains) {
+    for (auto& [name, chain] : chains)
+      chain.rules = 0;
+    return chains;
+  };
+  const auto isOurs = [](const std::string& name) {
+    return std::ranges::find(kSets, name, &SetOfAddresses::name) != std::end(kSets);
+  };
+  return !table.dormant && std::ranges::all_of(table.sets, isOurs) &&
+         withoutRules(table.chains) == withoutRules(closedGate.chains);
+}
+
+// Adding first makes deleting succeed where there is no table.
 std::string OpenGateCommands() {
-  const std::string table(kTableName);
-  // Adding first makes deleting succeed where there is no table.
-  return "add table " + table + "\ndelete table " + table + "\n";
+  return Command("add table") + Command("delete table");
 }
 
 TableShape ReadTableShape(std::string_view listing) {

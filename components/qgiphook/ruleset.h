@@ -44,13 +44,24 @@ struct TableShape {
   auto operator<=>(const TableShape&) const = default;
 };
 
+// The closed gate, and the two ways to it. Each is one transaction.
 struct Ruleset {
-  std::string commands;  // replaces the table in one transaction
-  TableShape shape;      // what the table must look like afterwards
+  TableShape shape;  // what the table must look like afterwards
+
+  // Makes the table anew, whatever there was of that name.
+  std::string replaceTable;
+  // Puts other rules into the chains that stand there already. When a chain takes another one's
+  // place, there are moments when a packet has passed the new one before its rules are in force and
+  // comes to the place of the old one after it has gone; chains that stay have no such moments.
+  std::string replaceRules;
 };
 
 // Null: everything is blocked that is not needed to keep the link alive.
 Ruleset ClosedGate(const LocalTraffic* local);
+
+// Whether a table has the chains of the closed gate, whatever their rules, and nothing that stays
+// when its rules are replaced.
+bool CanKeepChains(const TableShape& table, const TableShape& closedGate);
 
 // Removes the table, in one transaction; succeeds when there is none.
 std::string OpenGateCommands();

@@ -1,0 +1,88 @@
+// What the gate costs: the time of a change with everything that belongs to it, and the throughput
+// of the machine with an open gate, and of local traffic past a closed one, in proportion to that
+// of a machine that never had one. In network namespaces of its own.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <vector>
+
+#include "lab/download_source.h"
+#include "lab/hook_driver.h"
+#include "lab/network_lab.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+double Median(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values.empty() ? 0 : values[values.size() / 2];
+}
+
+// One closing (two codes, as the program sends them) and one opening, each read back.
+void GateChange(benchmark::State& state) {
+  const std::string reason = lab::NetworkNamespace::WhyNot();
+  if (!reason.empty()) return state.SkipWithError(reason.c_str());
+  const lab::NetworkLab machines;
+  std::vector<double> closings;
+  std::vector<double> openings;
+  machines.Host().Run([&] {
+    lab::LoadedDriver driver;
+    for (auto _ : state) {
+      const auto start = Clock::now();
+      const bool closed = driver.Control(lab::kAllowLocal) == 0 && driver.Control(lab::kBlock) == 0;
+      const auto middle = Clock::now();
+      const bool opened = driver.Control(lab::kPass) == 0;
+      closings.push_back(Seconds(middle - start).count() * 1000);
+      openings.push_back(Seconds(Clock::now() - middle).count() * 1000);
+      if (!closed || !opened) return state.SkipWithError("the gate failed");
+    }
+  });
+  state.counters["close_ms"] = Median(closings);
+  state.counters["open_ms"] = Median(openings);
+}
+BENCHMARK(GateChange)->Iterations(300)->Unit(benchmark::kMillisecond);
+
+double BytesPerSecond(int socket, Seconds duration) {
+  std::vector<char> buffer(256 * 1024);
+  std::uint64_t bytes = 0;
+  const auto start = Clock::now();
+  while (Clock::now() - start < duration) {
+    const ssize_t size = ::recv(socket, buffer.data(), buffer.size(), 0);
+    if (size <= 0) return 0;
+    bytes += static_cast<std::uint64_t>(size);
+  }
+  return static_cast<double>(bytes) / Seconds(Clock::now() - start).count();
+}
+
+// Turn and turn about, so that whatever else the machine does hits all alike.
+void Throughput(benchmark::State& state) {
+  const std::string reason = lab::NetworkNamespace::WhyNot();
+  if (!reason.empty()) return state.SkipWithError(reason.c_str());
+  const lab::NetworkLab machines;
+  const lab::DownloadSource source(machines.Internet(), AF_INET, lab::kIp4.router);
+  lab::DriverProcess driver(machines.Host());
+  std::vector<double> without;
+  std::vector<double> open;
+  std::vector<double> closed;
+  for (auto _ : state) {
+    const auto download = lab::ConnectToDownload(machines.Host(), AF_INET, lab::kIp4.router);
+    constexpr Seconds kSlice{0.2};
+    machines.Host().Shell("nft flush ruleset");
+    without.push_back(BytesPerSecond(download.Get(), kSlice));
+    if (!driver.Close(false) || !driver.OpenGate()) return state.SkipWithError("the gate failed");
+    open.push_back(BytesPerSecond(download.Get(), kSlice));
+    if (!driver.Close(true)) return state.SkipWithError("the gate failed");
+    closed.push_back(BytesPerSecond(download.Get(), kSlice));
+    driver.OpenGate();
+  }
+  state.counters["open_ratio"] = Median(open) / Median(without);
+  state.counters["local_while_closed_ratio"] = Median(closed) / Median(without);
+  state.counters["MB_per_s"] = Median(without) / 1e6;
+}
+BENCHMARK(Throughput)->Iterations(15)->Unit(benchmark::kMillisecond);
+
+}  // namespace

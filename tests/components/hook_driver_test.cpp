@@ -1,0 +1,184 @@
+// The hook driver in a network namespace: its device, its codes and the rules that they leave.
+#include "lab/hook_driver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <winerror.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lab/network_namespace.h"
+
+namespace {
+
+using lab::kAllowLocal;
+using lab::kBlock;
+using lab::kBlockLocal;
+using lab::kPass;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class HookDriver : public testing::Test {
+ protected:
+  void SetUp() override {
+    const std::string reason = lab::NetworkNamespace::WhyNot();
+    if (!reason.empty()) GTEST_SKIP() << reason;
+    place_.emplace();
+    place_->Shell(
+        "set -e; ip link set lo up; ip link add one type veth peer name two;"
+        "ip link set one up; ip link set two up");
+  }
+
+  // Runs `work` inside, with the driver loaded.
+  void WithDriver(const std::function<void(lab::LoadedDriver&)>& work) {
+    place_->Run([&work] {
+      lab::LoadedDriver driver;
+      ASSERT_EQ(driver.LoadResult(), 0u);
+      ASSERT_TRUE(driver.HasDevice());
+      work(driver);
+      EXPECT_THAT(driver.TakeLines(), IsEmpty());
+    });
+  }
+
+  std::string Tables() { return place_->Shell("nft list tables"); }
+  std::string Rules() { return place_->Shell("nft -n list table inet quillgate"); }
+
+  std::optional<lab::NetworkNamespace> place_;
+};
+
+TEST_F(HookDriver, BlocksInOneTableAndPassesWithoutAny) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Open(), 0u);
+    EXPECT_EQ(Tables(), "");
+    EXPECT_EQ(driver.Control(kPass), 0u);
+    EXPECT_EQ(Tables(), "");
+    EXPECT_EQ(driver.Control(kBlockLocal), 0u);
+    EXPECT_EQ(Tables(), "");
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    for (const char* chain : {"input", "output", "forward"}) {
+      EXPECT_THAT(Rules(), HasSubstr(std::string("type filter hook ") + chain +
+                                     " priority 0; policy drop;"));
+    }
+    EXPECT_THAT(Rules(), Not(HasSubstr("established")));
+    EXPECT_EQ(driver.Control(kPass), 0u);
+    EXPECT_EQ(driver.Control(kPass), 0u);
+    EXPECT_EQ(Tables(), "");
+  });
+}
+
+TEST_F(HookDriver, LocalTrafficIsBlockedUntilItIsAllowed) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_THAT(Rules(), Not(HasSubstr("192.168.0.0/16")));
+    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
+    EXPECT_THAT(Rules(), HasSubstr("192.168.0.0/16"));
+    EXPECT_EQ(driver.Control(kBlockLocal), 0u);
+    EXPECT_THAT(Rules(), Not(HasSubstr("192.168.0.0/16")));
+  });
+}
+
+TEST_F(HookDriver, OtherCodesAreInvalidAndChangeNothing) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    const std::string before = Rules();
+    for (const std::uint32_t code : {0u, 0x939C2090u, 0x939C2095u, 0x939C20A4u}) {
+      EXPECT_EQ(driver.Control(code), ERROR_INVALID_FUNCTION) << code;
+    }
+    EXPECT_EQ(Rules(), before);
+  });
+}
+
+TEST_F(HookDriver, ADefaultRouteIsNoLocalSubnet) {
+  place_->Shell(
+      "set -e; ip addr add 203.0.113.5/24 dev one; ip addr add 203.0.113.77/26 dev two;"
+      "ip addr add 8.8.4.4/0 dev one; ip addr add 9.0.0.1 peer 9.9.9.9/1 dev two;"
+      "ip addr add 128.1.2.3/1 dev one; ip addr add 9.0.0.2 peer 9.0.0.3/32 dev two;"
+      "ip addr add 2001:db8:5::1/64 dev one nodad; ip addr add 2400::1/0 dev two nodad;"
+      "ip addr add 2002:1::1/16 dev one nodad; ip addr add 127.0.0.53/2 dev lo;"
+      "ip link add spare0 type veth peer name spare1; ip addr add 192.0.2.1/24 dev spare0");
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+  });
+  EXPECT_EQ(place_->Shell("for set in local4 local6; do nft list set inet quillgate $set |"
+                          " tr -d ' \\t\\n' | sed 's/.*elements={//; s/}.*//'; echo; done"),
+            "9.0.0.3,10.0.0.0/8,169.254.0.0/16,172.16.0.0/12,192.168.0.0/16,203.0.113.0/24\n"
+            "2001:db8:5::/64,fc00::/7,fe80::/10\n");
+}
+
+TEST_F(HookDriver, EachBlockTakesTheAddressesOfItsMoment) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_THAT(Rules(), Not(HasSubstr("203.0.113.0/24")));
+    place_->Shell("ip addr add 203.0.113.5/24 dev one");
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_THAT(Rules(), HasSubstr("203.0.113.0/24"));
+  });
+}
+
+TEST_F(HookDriver, UnloadingLeavesTheGateAsItIsAndTheNextOneFindsIt) {
+  WithDriver([](lab::LoadedDriver& driver) { EXPECT_EQ(driver.Control(kBlock), 0u); });
+  const std::string before = Rules();
+  WithDriver([&](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Open(), 0u);
+    EXPECT_EQ(Rules(), before);
+    // The gate is closed, by another: what is chosen takes effect at once here too.
+    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
+    EXPECT_NE(Rules(), before);
+    EXPECT_EQ(driver.Control(kPass), 0u);
+    EXPECT_EQ(Tables(), "");
+  });
+}
+
+TEST_F(HookDriver, ADamagedTableIsReplacedAndOthersAreLeftAlone) {
+  place_->Shell(
+      "nft add table inet other && nft add table inet quillgate '{ flags dormant; }' &&"
+      "nft add chain inet quillgate input '{ type filter hook input priority 5; }'");
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_THAT(Rules(), Not(HasSubstr("dormant")));
+    EXPECT_THAT(Rules(), HasSubstr("type filter hook input priority 0; policy drop;"));
+    EXPECT_EQ(driver.Control(kPass), 0u);
+    EXPECT_EQ(Tables(), "table inet other\n");
+  });
+}
+
+bool GiveUpNetworkRights() {
+  __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+  __user_cap_data_struct rights[_LINUX_CAPABILITY_U32S_3] = {};
+  if (::syscall(SYS_capget, &header, rights) != 0) return false;
+  rights[0].effective &= ~(1u << CAP_NET_ADMIN);
+  return ::syscall(SYS_capset, &header, rights) == 0;
+}
+
+TEST_F(HookDriver, WithoutTheRightItSaysSoAndTheStateStays) {
+  WithDriver([](lab::LoadedDriver& driver) { EXPECT_EQ(driver.Control(kBlock), 0u); });
+  const std::string before = Rules();
+  const pid_t child = place_->Start([] {
+    lab::LoadedDriver driver;
+    if (!GiveUpNetworkRights()) return 2;
+    if (driver.Open() != ERROR_ACCESS_DENIED) return 3;
+    if (driver.TakeLines() != std::vector<std::string>{"QGIpHook: the gate cannot be opened: no "
+                                                       "right to change the packet filter"}) {
+      return 4;
+    }
+    if (driver.Control(kPass) != ERROR_ACCESS_DENIED) return 5;
+    return driver.TakeLines().size() == 1 ? 0 : 6;
+  });
+  int status = -1;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(Rules(), before);
+}
+
+}  // namespace

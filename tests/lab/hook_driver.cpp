@@ -1,0 +1,128 @@
+#include "lab/hook_driver.h"
+
+#include <dlfcn.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+namespace lab {
+
+namespace {
+
+constexpr std::uint32_t kEnd = 0;  // not a control code: open the gate and end
+
+// The driver's host has no context, so what it is told is kept here.
+std::optional<DriverDevice> device;
+std::vector<std::string> lines;
+
+const DriverHost kHost = {
+    .createDevice = [](const DriverDevice* created) -> std::uint32_t {
+      device = *created;
+      return 0;
+    },
+    .deleteDevice = [](const wchar_t*) { device.reset(); },
+    .logLine = [](const char* line) { lines.emplace_back(line); },
+};
+
+void* Module() {
+  static void* const module = [] {
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    void* const loaded = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (loaded == nullptr) throw std::runtime_error(::dlerror());
+    return loaded;
+  }();
+  return module;
+}
+
+int Serve(int commands) {
+  LoadedDriver driver;
+  std::uint32_t code = 0;
+  while (::recv(commands, &code, sizeof code, 0) == sizeof code && code != kEnd) {
+    const std::uint32_t result = driver.Control(code);
+    if (::send(commands, &result, sizeof result, MSG_NOSIGNAL) < 0) return 1;
+  }
+  return driver.Control(kPass) == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+LoadedDriver::LoadedDriver() {
+  const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(Module(), "DriverLoad"));
+  unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(Module(), "DriverUnload"));
+  if (load == nullptr || unload_ == nullptr) throw std::runtime_error("not a driver");
+  loadResult_ = load(&kHost);
+}
+
+LoadedDriver::~LoadedDriver() {
+  unload_();
+}
+
+bool LoadedDriver::HasDevice() const {
+  return device && std::wstring(device->name) == L"QGIpHook";
+}
+
+std::uint32_t LoadedDriver::Open() {
+  return device->open(device->context, 0);
+}
+
+std::uint32_t LoadedDriver::Control(std::uint32_t code) {
+  std::uint32_t returned = 1;
+  const auto result = device->control(device->context, code, nullptr, 0, nullptr, 0, &returned);
+  if (returned != 0) throw std::runtime_error("the driver returned data");
+  return result;
+}
+
+std::vector<std::string> LoadedDriver::TakeLines() {
+  return std::exchange(lines, {});
+}
+
+DriverProcess::DriverProcess(const NetworkNamespace& place) {
+  int ends[2];
+  if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+    throw std::runtime_error("no socket pair");
+  }
+  commands_ = FileDescriptor(ends[0]);
+  const FileDescriptor theirs(ends[1]);
+  process_ = place.Start([&] {
+    commands_ = {};
+    return Serve(theirs.Get());
+  });
+}
+
+DriverProcess::~DriverProcess() {
+  if (process_ > 0) Kill();
+}
+
+std::uint32_t DriverProcess::Control(std::uint32_t code) {
+  std::uint32_t result = 0;
+  if (::send(commands_.Get(), &code, sizeof code, MSG_NOSIGNAL) != sizeof code ||
+      ::recv(commands_.Get(), &result, sizeof result, 0) != sizeof result) {
+    throw std::runtime_error("the driver's process is gone");
+  }
+  return result;
+}
+
+bool DriverProcess::Close(bool allowLocal) {
+  return Control(allowLocal ? kAllowLocal : kBlockLocal) == 0 && Control(kBlock) == 0;
+}
+
+void DriverProcess::Kill() {
+  ::kill(process_, SIGKILL);
+  ::waitpid(process_, nullptr, 0);
+  process_ = 0;
+}
+
+bool DriverProcess::Stop() {
+  ::send(commands_.Get(), &kEnd, sizeof kEnd, MSG_NOSIGNAL);
+  int status = 0;
+  const bool ended = ::waitpid(process_, &status, 0) == process_;
+  process_ = 0;
+  return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+}  // namespace lab

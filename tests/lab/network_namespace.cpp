@@ -1,0 +1,123 @@
+#include "lab/network_namespace.h"
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
+
+namespace lab {
+
+namespace {
+
+constexpr const char* kOwnNamespace = "/proc/thread-self/ns/net";
+
+[[noreturn]] void ThrowError(const char* what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+ino_t NumberOf(const char* file) {
+  struct stat status {};
+  if (::stat(file, &status) != 0) ThrowError(file);
+  return status.st_ino;
+}
+
+void RunOnThread(const std::function<void()>& work) {
+  std::exception_ptr failure;
+  std::thread([&] {
+    try {
+      work();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }).join();
+  if (failure) std::rethrow_exception(failure);
+}
+
+// The interfaces under /sys are those of the namespace that mounted it.
+void ShowOwnInterfaces() {
+  if (::unshare(CLONE_NEWNS) != 0) ThrowError("unshare");
+  if (::mount("none", "/", nullptr, MS_REC | MS_SLAVE, nullptr) != 0) ThrowError("mount /");
+  ::umount2("/sys", MNT_DETACH);
+  if (::mount("sysfs", "/sys", "sysfs", 0, nullptr) != 0) ThrowError("mount /sys");
+}
+
+}  // namespace
+
+NetworkNamespace::NetworkNamespace() {
+  RunOnThread([this] {
+    if (::unshare(CLONE_NEWNET) != 0) ThrowError("unshare");
+    descriptor_ = FileDescriptor(::open(kOwnNamespace, O_RDONLY | O_CLOEXEC));
+    if (!descriptor_.IsValid()) ThrowError(kOwnNamespace);
+  });
+}
+
+std::string NetworkNamespace::WhyNot() {
+  try {
+    NetworkNamespace().Shell("command -v ip nft && ip link set lo up && nft list ruleset");
+    return {};
+  } catch (const std::exception& failure) {
+    return std::string("no network namespace to test in (root, or unshare -Ur?): ") +
+           failure.what();
+  }
+}
+
+void NetworkNamespace::Enter() const {
+  const ino_t outside = NumberOf("/proc/self/ns/net");
+  if (::setns(descriptor_.Get(), CLONE_NEWNET) != 0) ThrowError("setns");
+  // Whatever follows would otherwise change the machine's own network.
+  if (NumberOf(kOwnNamespace) == outside) throw std::logic_error("still in the first namespace");
+}
+
+void NetworkNamespace::Run(const std::function<void()>& work) const {
+  RunOnThread([&] {
+    Enter();
+    work();
+  });
+}
+
+std::string NetworkNamespace::Shell(const std::string& command) const {
+  std::string output;
+  int status = -1;
+  Run([&] {
+    FILE* const pipe = ::popen(("{ " + command + "\n} 2>&1").c_str(), "r");
+    if (pipe == nullptr) ThrowError("popen");
+    char buffer[512];
+    while (std::fgets(buffer, sizeof buffer, pipe) != nullptr)
+      output += buffer;
+    status = ::pclose(pipe);
+  });
+  if (status != 0) throw std::runtime_error(command + ": " + output);
+  return output;
+}
+
+pid_t NetworkNamespace::Start(const std::function<int()>& work) const {
+  const pid_t process = ::fork();
+  if (process < 0) ThrowError("fork");
+  if (process > 0) return process;
+  int status = 1;
+  try {
+    const ino_t outside = NumberOf(kOwnNamespace);
+    if (::setns(descriptor_.Get(), CLONE_NEWNET) != 0) ThrowError("setns");
+    if (NumberOf(kOwnNamespace) == outside) throw std::logic_error("still in the first namespace");
+    ShowOwnInterfaces();
+    status = work();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+  }
+  ::_exit(status);
+}
+
+std::string NetworkNamespace::Path() const {
+  return "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(descriptor_.Get());
+}
+
+}  // namespace lab
