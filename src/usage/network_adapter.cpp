@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <optional>
 #include <span>
 
 #include "storage/handle.h"
@@ -49,61 +48,72 @@ DWORD FindInterfaceIndex(std::span<const BYTE> macAddress) {
   return NetworkAdapter::kUnknownIndex;
 }
 
-// Nothing when the driver does not answer with a counter.
-std::optional<std::uint64_t> DriverCounter(const NetworkAdapter& adapter, DWORD objectId) {
-  NdisBuffer buffer{};
-  DWORD returned = 0;
-  adapter.QueryNdis(objectId, buffer.data(), sizeof(buffer), &returned);
-  if (returned != sizeof(std::uint32_t) && returned != sizeof(std::uint64_t)) return std::nullopt;
-  std::uint64_t count = 0;
-  std::memcpy(&count, buffer.data(), returned);
-  return count;
-}
-
-// Reads the driver's counter, else a field of the interface table.
-std::uint64_t ReadCounter(const NetworkAdapter& adapter, DWORD objectId, DWORD MIB_IFROW::*field,
-                          CounterExtension& extension) {
-  if (const auto count = DriverCounter(adapter, objectId)) return *count;
-  if (adapter.InterfaceIndex() == NetworkAdapter::kUnknownIndex) return 0;
-  MIB_IFROW row{};
-  row.dwIndex = adapter.InterfaceIndex();
-  return ::GetIfEntry(&row) == NO_ERROR ? extension.Extend(row.*field) : 0;
-}
-
 // The bytes that the driver told; at most the buffer.
-std::span<const BYTE> QueryMacAddress(const NetworkAdapter& adapter, NdisBuffer& buffer) {
+std::span<const BYTE> QueryMacAddress(const std::wstring& serviceName, NdisBuffer& buffer) {
   DWORD returned = 0;
-  adapter.QueryNdis(OID_802_3_CURRENT_ADDRESS, buffer.data(), sizeof(buffer), &returned);
+  QueryNdisObject(serviceName, OID_802_3_CURRENT_ADDRESS, buffer.data(), sizeof(buffer), &returned);
   return {buffer.data(), std::min<std::size_t>(returned, buffer.size())};
 }
 
 }  // namespace
+
+// Where a direction is counted: by the driver, and in the interface table.
+struct NetworkAdapter::Counter {
+  DWORD objectId;
+  DWORD MIB_IFROW::*field;
+  CounterExtension& extension;
+};
 
 NetworkAdapter::NetworkAdapter(std::wstring serviceName) {
   SetServiceName(std::move(serviceName));
 }
 
 void NetworkAdapter::SetServiceName(std::wstring serviceName) {
-  serviceName_ = std::move(serviceName);
   NdisBuffer buffer{};
-  interfaceIndex_ = FindInterfaceIndex(QueryMacAddress(*this, buffer));
+  const DWORD index = FindInterfaceIndex(QueryMacAddress(serviceName, buffer));
+  const CriticalSectionLock lock(lock_);
+  serviceName_ = std::move(serviceName);
+  interfaceIndex_ = index;
+}
+
+std::wstring NetworkAdapter::ServiceName() const {
+  const CriticalSectionLock lock(lock_);
+  return serviceName_;
+}
+
+DWORD NetworkAdapter::InterfaceIndex() const {
+  const CriticalSectionLock lock(lock_);
+  return interfaceIndex_;
+}
+
+std::uint64_t NetworkAdapter::Read(const Counter& counter) const {
+  NdisBuffer buffer{};
+  DWORD returned = 0;
+  QueryNdis(counter.objectId, buffer.data(), sizeof(buffer), &returned);
+  if (returned == sizeof(std::uint32_t) || returned == sizeof(std::uint64_t)) {
+    std::uint64_t count = 0;
+    std::memcpy(&count, buffer.data(), returned);
+    return count;
+  }
+  MIB_IFROW row{};
+  row.dwIndex = InterfaceIndex();
+  if (row.dwIndex == kUnknownIndex || ::GetIfEntry(&row) != NO_ERROR) return 0;
+  return counter.extension.Extend(row.*counter.field);
 }
 
 std::uint64_t NetworkAdapter::BytesSent() const {
-  return ReadCounter(*this, OID_GEN_DIRECTED_BYTES_XMIT, &MIB_IFROW::dwOutOctets,
-                     SentBytesExtension());
+  return Read({OID_GEN_DIRECTED_BYTES_XMIT, &MIB_IFROW::dwOutOctets, SentBytesExtension()});
 }
 
 std::uint64_t NetworkAdapter::BytesReceived() const {
-  return ReadCounter(*this, OID_GEN_DIRECTED_BYTES_RCV, &MIB_IFROW::dwInOctets,
-                     ReceivedBytesExtension());
+  return Read({OID_GEN_DIRECTED_BYTES_RCV, &MIB_IFROW::dwInOctets, ReceivedBytesExtension()});
 }
 
 std::wstring NetworkAdapter::MacAddressText() const {
   constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
   NdisBuffer buffer{};
   std::wstring text;
-  for (const BYTE each : QueryMacAddress(*this, buffer)) {
+  for (const BYTE each : QueryMacAddress(ServiceName(), buffer)) {
     if (!text.empty()) text += L'-';
     text += kDigits[each >> 4];
     text += kDigits[each & 0x0F];
@@ -112,7 +122,7 @@ std::wstring NetworkAdapter::MacAddressText() const {
 }
 
 DWORD NetworkAdapter::QueryNdis(DWORD objectId, void* buffer, DWORD bytes, DWORD* returned) const {
-  return QueryNdisObject(serviceName_, objectId, buffer, bytes, returned);
+  return QueryNdisObject(ServiceName(), objectId, buffer, bytes, returned);
 }
 
 }  // namespace quillgate

@@ -7,7 +7,8 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
+
+#include "storage/critical_section.h"
 
 namespace quillgate {
 
@@ -20,8 +21,8 @@ class NetworkAdapter {
 
   // Finds the interface index again.
   void SetServiceName(std::wstring serviceName);
-  const std::wstring& ServiceName() const { return serviceName_; }
-  DWORD InterfaceIndex() const { return interfaceIndex_; }
+  std::wstring ServiceName() const;
+  DWORD InterfaceIndex() const;
 
   // Bytes since the adapter began to count; 0 when nothing can be read.
   std::uint64_t BytesSent() const;
@@ -34,6 +35,10 @@ class NetworkAdapter {
   DWORD QueryNdis(DWORD objectId, void* buffer, DWORD bytes, DWORD* returned) const;
 
  private:
+  struct Counter;
+  std::uint64_t Read(const Counter& counter) const;
+
+  mutable CriticalSection lock_;  // the adapter is changed on one thread and read on others
   std::wstring serviceName_;
   DWORD interfaceIndex_ = kUnknownIndex;
 };

@@ -1,8 +1,10 @@
 // Weeks: which day they begin with and how they are numbered, in the manner of ISO 8601 with a
 // first day of choice. The process has one calendar, made by service/. First days count 0 = Sunday
 // ... 6 = Saturday; 7 is a Sunday taken from the locale, and GetFirstDateOfWeek then answers seven
-// days later than with 0.
+// days later than with 0. Any thread.
 #pragma once
+
+#include <atomic>
 
 namespace quillgate {
 
@@ -33,7 +35,7 @@ class WeekCalendar {
   virtual bool GetFirstDateOfWeek(const CalendarWeek& week, CalendarDay* first) const;
 
  private:
-  int firstDay_;
+  std::atomic<int> firstDay_;
 };
 
 }  // namespace quillgate

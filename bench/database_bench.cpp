@@ -1,0 +1,179 @@
+// What the query layer costs on top of the bare database: each pair runs the same statement on the
+// same file, turn by turn in one process, and reports the medians and their ratio.
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/testing/simulated_machine.h"
+#include "storage/database.h"
+#include "storage/settings.h"
+#include "usage/automation_date.h"
+#include "usage/usage_total.h"
+#include "usage/week_calendar.h"
+
+namespace quillgate {
+namespace {
+
+// Ten users over ten years, one session every five minutes or so.
+constexpr char kFillLog[] =
+    "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999999) "
+    "INSERT INTO ConnLog SELECT 'User' || (i * 7 % 10), CAST(i % 7200 AS TEXT), "
+    "CAST(i * 31 % 1000000 AS TEXT), CAST(i * 3701 % 100000000 AS TEXT), "
+    "strftime('%Y-%m-%d %H:%M:%S', '1996-01-01', '+' || (i * 315) || ' seconds') FROM n;";
+
+class BareConnection {
+ public:
+  explicit BareConnection(const std::string& path) {
+    Check(sqlite3_open(path.c_str(), &database_));
+  }
+  ~BareConnection() { sqlite3_close(database_); }
+  BareConnection(const BareConnection&) = delete;
+  BareConnection& operator=(const BareConnection&) = delete;
+
+  void Execute(const char* sql) { Check(sqlite3_exec(database_, sql, nullptr, nullptr, nullptr)); }
+
+  // The table interface, once.
+  void GetTable(const char* sql) {
+    char** table = nullptr;
+    int rows = 0;
+    int columns = 0;
+    Check(sqlite3_get_table(database_, sql, &table, &rows, &columns, nullptr));
+    benchmark::DoNotOptimize(table);
+    sqlite3_free_table(table);
+  }
+
+  sqlite3* Get() const { return database_; }
+
+ private:
+  static void Check(int code) {
+    if (code != SQLITE_OK) throw std::runtime_error(sqlite3_errstr(code));
+  }
+
+  sqlite3* database_ = nullptr;
+};
+
+// One file with a full log, opened both ways.
+struct Setting {
+  Setting() : bare((machine.ProgramFolder() / "quillgate.dat").string()) {
+    Settings(database).SetSetting(SettingKey::kLogonSystem, L"QUILLGATE");
+    bare.Execute(kFillLog);
+    bare.Execute("PRAGMA wal_checkpoint(TRUNCATE);");
+  }
+
+  platform::SimulatedMachine machine;
+  Database database;
+  BareConnection bare;
+};
+
+Setting& TheSetting() {
+  static Setting setting;
+  return setting;
+}
+
+using Clock = std::chrono::steady_clock;
+
+template <class Work>
+double Seconds(Work& work) {
+  const auto start = Clock::now();
+  work();
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::ranges::nth_element(values, middle);
+  return *middle;
+}
+
+// Runs both turn by turn, with each as often first as second.
+template <class Bare, class Layer>
+void Compare(benchmark::State& state, Bare bare, Layer layer) {
+  std::vector<double> bareTimes;
+  std::vector<double> layerTimes;
+  bare();
+  layer();
+  for (auto _ : state) {
+    if (bareTimes.size() % 2 == 0) {
+      bareTimes.push_back(Seconds(bare));
+      layerTimes.push_back(Seconds(layer));
+    } else {
+      layerTimes.push_back(Seconds(layer));
+      bareTimes.push_back(Seconds(bare));
+    }
+    state.SetIterationTime(layerTimes.back());
+  }
+  state.counters["bare_us"] = Median(bareTimes) * 1e6;
+  state.counters["layer_us"] = Median(layerTimes) * 1e6;
+  state.counters["ratio"] = Median(layerTimes) / Median(bareTimes);
+}
+
+void CompareQueries(benchmark::State& state, const std::string& sql) {
+  Setting& setting = TheSetting();
+  const std::wstring wide(sql.begin(), sql.end());
+  Compare(
+      state, [&] { setting.bare.GetTable(sql.c_str()); },
+      [&] {
+        DbRows rows;
+        setting.database.DbQuery(wide, rows);
+        benchmark::DoNotOptimize(rows.data());
+      });
+}
+
+void OneRow(benchmark::State& state) {
+  CompareQueries(state, "SELECT Value FROM Settings WHERE Key = '845';");
+}
+
+void TenThousandRowsOfFiveColumns(benchmark::State& state) {
+  CompareQueries(state,
+                 "SELECT StartDate, User, Seconds, BytesRecv, BytesSent FROM ConnLog LIMIT 10000;");
+}
+
+// Against the fastest that the database can do: a statement compiled beforehand, on the same index.
+void CompareMonthTotals(benchmark::State& state, const std::wstring& user,
+                        const std::string& condition) {
+  Setting& setting = TheSetting();
+  const WeekCalendar calendar;
+  const UsageTotal total(UsageMeasure::kBytesReceived, user, setting.database, calendar);
+  const std::string sql =
+      "SELECT SUM(BytesRecv) FROM ConnLog WHERE StartDate >= '2005-03-01 00:00:00' AND "
+      "StartDate <= '2005-03-31 23:59:59'" +
+      condition + ";";
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare_v2(setting.bare.Get(), sql.c_str(), -1, &statement, nullptr);
+  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(statement, sqlite3_finalize);
+  sqlite3_int64 bareSum = 0;
+  std::uint64_t layerSum = 0;
+  Compare(
+      state,
+      [&] {
+        sqlite3_step(statement);
+        bareSum = sqlite3_column_int64(statement, 0);
+        sqlite3_reset(statement);
+      },
+      [&] { layerSum = total.Sum(DateOf(2005, 3, 1), DateOf(2005, 3, 31)); });
+  if (layerSum == 0 || layerSum != static_cast<std::uint64_t>(bareSum)) {
+    state.SkipWithError("the totals differ");
+  }
+}
+
+void MonthTotalOfOneUserInAMillionRows(benchmark::State& state) {
+  CompareMonthTotals(state, L"User3", " AND User = 'User3'");
+}
+
+void MonthTotalOfEverybodyInAMillionRows(benchmark::State& state) {
+  CompareMonthTotals(state, L"", "");
+}
+
+BENCHMARK(OneRow)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(TenThousandRowsOfFiveColumns)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(MonthTotalOfOneUserInAMillionRows)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(MonthTotalOfEverybodyInAMillionRows)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace quillgate
