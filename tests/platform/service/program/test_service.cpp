@@ -20,8 +20,16 @@ bool stopping = false;
 SERVICE_STATUS_HANDLE statusHandle = nullptr;
 SERVICE_STATUS status{};
 
+// The main function and the handler report from threads of their own.
 void Report(DWORD state) {
+  const std::lock_guard lock(mutex);
   status.dwCurrentState = state;
+  ::SetServiceStatus(statusHandle, &status);
+}
+
+void ReportControl(DWORD control) {
+  const std::lock_guard lock(mutex);
+  status.dwWaitHint = control;
   ::SetServiceStatus(statusHandle, &status);
 }
 
@@ -36,10 +44,9 @@ void WINAPI HandleControl(DWORD control) {
   if (mode == L"throwing" && control == 200) throw 1;
   if (control == SERVICE_CONTROL_STOP) {
     HandleStop();
-    return;
+  } else {
+    ReportControl(control);
   }
-  status.dwWaitHint = control;
-  Report(status.dwCurrentState);
 }
 
 bool StartedInSystemFolder() {
