@@ -50,11 +50,13 @@ void ServiceModule::RunAsService() {
     objects_.Events().SetRunningAsService(false);
     objects_.Events().LogEvent(L"StartServiceCtrlDispatcher Error=" + std::to_wstring(error));
   }
+  const CriticalSectionLock afterMainRoutine(mainRoutine_);
   dispatchedModule = nullptr;
 }
 
 void WINAPI ServiceModule::ServiceMain(DWORD, LPWSTR*) noexcept {
   ServiceModule* module = dispatchedModule;
+  const CriticalSectionLock running(module->mainRoutine_);
   try {
     module->RunServiceMain();
   } catch (...) {

@@ -49,6 +49,9 @@ class ServiceModule {
 
   ProcessObjects& objects_;
   KernelHandle runningMutex_;
+  // Held by the main routine, which may outlast the dispatcher by what it does after its last
+  // report.
+  CriticalSection mainRoutine_;
   std::atomic<DWORD> mainThreadId_{0};
   std::atomic<bool> stopRequested_{false};
   std::wstring serviceName_;
