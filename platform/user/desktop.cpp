@@ -1,18 +1,14 @@
 #include "platform/user/desktop.h"
 
 #include <dlfcn.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "platform/kernel/log.h"
 #include "platform/kernel/modules.h"
+#include "platform/user/desktop_probe.h"
 
 namespace platform {
 namespace {
@@ -37,27 +33,14 @@ bool EnvironmentNamesDesktop() {
   });
 }
 
-// The toolkit ends the process when it cannot reach the desktop, so a process of its own tries.
-bool CanReachDesktop(const std::filesystem::path& folder) {
-  std::string program = (folder / "windesktop_probe").string();
-  char* arguments[] = {program.data(), nullptr};
-  pid_t child = 0;
-  const int error = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, ::environ);
-  if (error != 0) return false;
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0) {
-    if (errno != EINTR) return false;
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 std::unique_ptr<DesktopModule> LoadModule() {
   const std::filesystem::path file = FindSharedObject(L"windesktop.dll");
   if (file.empty()) {
     LogLine("desktop: the desktop module is not installed");
     return nullptr;
   }
-  if (!CanReachDesktop(file.parent_path())) {
+  const DesktopProbe probe(file.parent_path());
+  if (!probe.HasReachedDesktop()) {
     LogLine("desktop: the desktop cannot be reached");
     return nullptr;
   }

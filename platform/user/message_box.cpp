@@ -74,8 +74,13 @@ int AskOnDesktop(const MessageBoxRequest& request) {
     if (joined && Windows().OfThread(*caller).empty()) LeaveDesktop(*caller);
     return answer;
   }
+  bool asked = false;
   int answer = 0;
-  const bool asked = windowThread->Call([&] { answer = RunBox(*windowThread, request); });
+  windowThread->Call([&] {
+    // It may have left the desktop before it came to this.
+    asked = WindowThread() == windowThread;
+    if (asked) answer = RunBox(*windowThread, request);
+  });
   return asked ? answer : FailWithoutDesktop(request);
 }
 

@@ -1,4 +1,5 @@
-// Message boxes on Qt's offscreen platform, answered with real clicks and keys.
+// Message boxes answered with real clicks and keys, on Qt's offscreen platform unless
+// QT_QPA_PLATFORM names another.
 #include <windows.h>
 
 #include <gmock/gmock.h>
@@ -17,7 +18,7 @@ namespace {
 
 class Offscreen : public ::testing::Environment {
  public:
-  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 1); }
+  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 0); }
 };
 [[maybe_unused]] const auto* const offscreen = ::testing::AddGlobalTestEnvironment(new Offscreen);
 
