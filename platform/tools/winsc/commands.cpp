@@ -15,6 +15,7 @@ namespace platform::winsc {
 namespace {
 
 constexpr DWORD kPollMilliseconds = 50;
+constexpr DWORD kStartPatienceMilliseconds = 30'000;
 constexpr DWORD kStopPatienceMilliseconds = 60'000;
 
 struct Text {
@@ -61,6 +62,21 @@ bool IsDriver(const Service& service) {
   DWORD type = 0;
   DWORD startType = 0;
   return service.ReadConfig(type, startType) == NO_ERROR && type == SERVICE_KERNEL_DRIVER;
+}
+
+// Until the service has reported what became of its start.
+DWORD AwaitStart(const Service& service) {
+  for (DWORD waited = 0; waited < kStartPatienceMilliseconds; waited += kPollMilliseconds) {
+    SERVICE_STATUS_PROCESS status{};
+    const DWORD error = service.Query(status);
+    if (error != NO_ERROR) return error;
+    if (status.dwCurrentState == SERVICE_STOPPED) {
+      return status.dwWin32ExitCode == NO_ERROR ? ERROR_SERVICE_NOT_ACTIVE : status.dwWin32ExitCode;
+    }
+    if (status.dwCurrentState != SERVICE_START_PENDING) return NO_ERROR;
+    ::Sleep(kPollMilliseconds);
+  }
+  return ERROR_SERVICE_REQUEST_TIMEOUT;
 }
 
 // Until the service is stopped and nothing of it runs any more.
@@ -124,7 +140,8 @@ int Start(const std::wstring& name) {
                   name.c_str());
     return kFailed;
   }
-  const DWORD error = service.Start();
+  DWORD error = service.Start();
+  if (error == NO_ERROR) error = AwaitStart(service);
   if (error != NO_ERROR) return Fail(name, error);
   Tell(name, L"started");
   return kDone;
