@@ -22,7 +22,7 @@ namespace quillgate::gate {
 
 inline constexpr std::string_view kTableName = "inet quillgate";
 
-// What counts as local; empty lists where local traffic is blocked too.
+// What counts as local, at the moment of closing.
 struct LocalTraffic {
   std::vector<NetworkPrefix> unicast4;
   std::vector<NetworkPrefix> unicast6;

@@ -4,12 +4,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <linux/capability.h>
+#include <linux/filter.h>
+#include <linux/netlink.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <winerror.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +34,38 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+
+bool GiveUpNetworkRights() {
+  __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+  __user_cap_data_struct rights[_LINUX_CAPABILITY_U32S_3] = {};
+  if (::syscall(SYS_capget, &header, rights) != 0) return false;
+  rights[0].effective &= ~(1u << CAP_NET_ADMIN);
+  return ::syscall(SYS_capset, &header, rights) == 0;
+}
+
+// From now on this process is on a kernel that was built without netfilter's sockets.
+bool HideThePacketFilter() {
+  constexpr auto kFirst = static_cast<unsigned>(offsetof(seccomp_data, args[0]));
+  constexpr auto kThird = static_cast<unsigned>(offsetof(seccomp_data, args[2]));
+  sock_filter program[] = {
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 5),
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kFirst),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_NETLINK, 0, 3),
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kThird),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, NETLINK_NETFILTER, 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPROTONOSUPPORT),
+      BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+  };
+  const sock_fprog filter{static_cast<unsigned short>(std::size(program)), program};
+  return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+constexpr const char* kNoRight =
+    "QGIpHook: the gate cannot be opened: no right to change the packet filter";
+constexpr const char* kNoFilter =
+    "QGIpHook: the gate cannot be opened: the kernel has no nf_tables";
 
 class HookDriver : public testing::Test {
  protected:
@@ -47,6 +87,16 @@ class HookDriver : public testing::Test {
       work(driver);
       EXPECT_THAT(driver.TakeLines(), IsEmpty());
     });
+  }
+
+  // The same in a process whose rights `work` may give up; the status that it returns.
+  int InChild(const std::function<int(lab::LoadedDriver&)>& work) {
+    const pid_t child = place_->Start([&work] {
+      lab::LoadedDriver driver;
+      return work(driver);
+    });
+    int status = -1;
+    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
   std::string Tables() { return place_->Shell("nft list tables"); }
@@ -153,32 +203,27 @@ TEST_F(HookDriver, ADamagedTableIsReplacedAndOthersAreLeftAlone) {
   });
 }
 
-bool GiveUpNetworkRights() {
-  __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
-  __user_cap_data_struct rights[_LINUX_CAPABILITY_U32S_3] = {};
-  if (::syscall(SYS_capget, &header, rights) != 0) return false;
-  rights[0].effective &= ~(1u << CAP_NET_ADMIN);
-  return ::syscall(SYS_capset, &header, rights) == 0;
-}
-
 TEST_F(HookDriver, WithoutTheRightItSaysSoAndTheStateStays) {
   WithDriver([](lab::LoadedDriver& driver) { EXPECT_EQ(driver.Control(kBlock), 0u); });
   const std::string before = Rules();
-  const pid_t child = place_->Start([] {
-    lab::LoadedDriver driver;
-    if (!GiveUpNetworkRights()) return 2;
-    if (driver.Open() != ERROR_ACCESS_DENIED) return 3;
-    if (driver.TakeLines() != std::vector<std::string>{"QGIpHook: the gate cannot be opened: no "
-                                                       "right to change the packet filter"}) {
-      return 4;
-    }
-    if (driver.Control(kPass) != ERROR_ACCESS_DENIED) return 5;
-    return driver.TakeLines().size() == 1 ? 0 : 6;
-  });
-  int status = -1;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(InChild([](lab::LoadedDriver& driver) {
+              if (!GiveUpNetworkRights()) return 2;
+              if (driver.Open() != ERROR_ACCESS_DENIED) return 3;
+              if (driver.TakeLines() != std::vector<std::string>{kNoRight}) return 4;
+              if (driver.Control(kPass) != ERROR_ACCESS_DENIED) return 5;
+              return driver.TakeLines().size() == 1 ? 0 : 6;
+            }),
+            0);
   EXPECT_EQ(Rules(), before);
+}
+
+TEST_F(HookDriver, WithoutAPacketFilterInTheKernelItSaysSo) {
+  EXPECT_EQ(InChild([](lab::LoadedDriver& driver) {
+              if (!HideThePacketFilter()) return 2;
+              if (driver.Open() != ERROR_FILE_NOT_FOUND) return 3;
+              return driver.TakeLines() == std::vector<std::string>{kNoFilter} ? 0 : 4;
+            }),
+            0);
 }
 
 }  // namespace
