@@ -104,6 +104,8 @@ SimulatedMachine::SimulatedMachine() : root_(MakeTemporaryFolder()) {
   std::filesystem::create_directory(programFolder_);
   ::setenv("WIN_ROOT", (root_ / "root").c_str(), 1);
   ::setenv("TZ", "UTC", 1);
+  for (const char* desktop : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    ::unsetenv(desktop);
   ::tzset();
   clock_.SetLocalTime(2005, 3, 14, 18, 5, 9);
   SetModuleFileName(programFolder_ / "program");

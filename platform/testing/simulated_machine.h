@@ -63,7 +63,7 @@ NetworkInterface SimulatedCard(std::uint32_t index, std::wstring name);
 class SimulatedMachine {
  public:
   // Monday 2005-03-14 18:05:09, zone UTC, English (US) with the week from Monday, no interfaces, no
-  // accounts, no drivers; message boxes answer IDOK.
+  // accounts, no drivers, no desktop; message boxes answer IDOK.
   SimulatedMachine();
   ~SimulatedMachine();
   SimulatedMachine(const SimulatedMachine&) = delete;
