@@ -18,6 +18,7 @@ constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 // While opening, another process may be making the same file or recovering it: wait for that. The
 // statements afterwards do not wait; their caller has a way of its own of trying again.
 constexpr int kOpenWaitMilliseconds = 2000;
+constexpr int kOpenRetryMilliseconds = 10;
 
 // In order: the log needs the file unlocked once; a full synchronisation makes each commit last;
 // sorted intermediate results leave no files behind; the rest bounds memory (kibibytes) and the
@@ -60,10 +61,17 @@ void RefuseWhatIsNoFile(const std::string& path) {
   if (!S_ISREG(status.st_mode)) Fail("it is not a file", path);
 }
 
+// Tries again while another process has the file: where waiting might be a deadlock, as on the way
+// to the write-ahead log, SQLite answers busy without asking the busy handler.
 void Run(sqlite3* database, const char* sql, const std::string& path) {
-  if (sqlite3_exec(database, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
-    Fail(sqlite3_errmsg(database), path);
+  int code = SQLITE_BUSY;
+  for (int waited = 0; waited <= kOpenWaitMilliseconds; waited += kOpenRetryMilliseconds) {
+    code = sqlite3_exec(database, sql, nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    if (code != SQLITE_BUSY) break;
+    sqlite3_sleep(kOpenRetryMilliseconds);
   }
+  Fail(sqlite3_errmsg(database), path);
 }
 
 // A file that came from elsewhere, such as a copy put back, may be readable for others: it holds
@@ -90,13 +98,11 @@ DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
   if (code != SQLITE_OK) Fail(opened != nullptr ? sqlite3_errmsg(opened) : "no memory", path);
   if (sqlite3_db_readonly(opened, "main") != 0) Fail("the file cannot be written", path);
 
-  sqlite3_busy_timeout(opened, kOpenWaitMilliseconds);
   // Reads the file, and so finds out what is no database, before anything is written to it.
   Run(opened, "SELECT 1 FROM sqlite_master LIMIT 1", path);
   KeepFromOthers(path);
   for (const char* setting : kSettings)
     Run(opened, setting, path);
-  sqlite3_busy_timeout(opened, 0);
   return database;
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <map>
 #include <mutex>
 
@@ -19,6 +20,8 @@ struct BuiltInDrivers {
   std::mutex mutex;
   std::map<std::wstring, DriverFactory, std::less<>> factories;  // by stem in lower case
 };
+
+std::atomic<bool> driverFilesAllowed = true;
 
 BuiltInDrivers& BuiltIns() {
   static BuiltInDrivers& drivers = *new BuiltInDrivers;
@@ -61,6 +64,7 @@ std::filesystem::path ImageFile(std::wstring_view imagePath) {
 
 // The shared object that stands for the image; empty when there is none.
 std::filesystem::path SharedObjectOf(std::filesystem::path image) {
+  if (!driverFilesAllowed) return {};
   const std::wstring fileName = Wide(image.filename().native());
   image.replace_extension(".so");
   std::error_code error;
@@ -79,6 +83,10 @@ void UnregisterBuiltInDriver(std::wstring_view imageStem) {
   BuiltInDrivers& drivers = BuiltIns();
   const std::lock_guard lock(drivers.mutex);
   drivers.factories.erase(LowerName(imageStem));
+}
+
+void AllowDriverFiles(bool allowed) {
+  driverFilesAllowed = allowed;
 }
 
 std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DWORD& error) {

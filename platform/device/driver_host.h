@@ -23,6 +23,9 @@ using DriverFactory = std::function<std::unique_ptr<LoadedDriver>(DWORD& error)>
 void RegisterBuiltInDriver(std::wstring_view imageStem, DriverFactory factory);
 void UnregisterBuiltInDriver(std::wstring_view imageStem);
 
+// Whether drivers may come from shared objects; they may, unless the simulated machine forbids it.
+void AllowDriverFiles(bool allowed);
+
 // Loads the driver of an image path as the service record holds it: "%SystemRoot%" and a leading
 // "System32" stand for the root folder, ".sys" becomes ".so", and a file that is not there is
 // looked for beside the executable. Null with `error` set when there is no such driver.

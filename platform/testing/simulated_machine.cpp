@@ -114,6 +114,7 @@ SimulatedMachine::SimulatedMachine() : root_(MakeTemporaryFolder()) {
 
 void SimulatedMachine::InstallSources() {
   SetClock(&clock_);
+  AllowDriverFiles(false);
   SetInterfaceSource(&interfaces_);
   SetAccounts(std::vector<LocalAccount>{});
   SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), 0);
@@ -138,6 +139,7 @@ void SimulatedMachine::InstallSources() {
 SimulatedMachine::~SimulatedMachine() {
   for (const std::wstring& stem : driverStems_)
     UnregisterBuiltInDriver(stem);
+  AllowDriverFiles(true);
   ClearNotificationArea();
   SetNotificationObserver({});
   SetEventSink({});
@@ -169,6 +171,10 @@ std::shared_ptr<RecordingDevice> SimulatedMachine::AddDriver(std::wstring_view i
   });
   driverStems_.emplace_back(imageStem);
   return recorder;
+}
+
+void SimulatedMachine::UseDriverFiles() {
+  AllowDriverFiles(true);
 }
 
 std::shared_ptr<RecordingDevice> SimulatedMachine::AddIpFilterDriver() {

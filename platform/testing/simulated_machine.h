@@ -81,6 +81,9 @@ class SimulatedMachine {
 
   // A driver image of that stem whose device has the name `device`.
   std::shared_ptr<RecordingDevice> AddDriver(std::wstring_view imageStem, std::wstring_view device);
+  // Drivers come from shared objects too, as on a real machine. Otherwise there are only those that
+  // the test adds: no test shall switch the real machine by accident.
+  void UseDriverFiles();
   // The system's IP filter driver, as above.
   std::shared_ptr<RecordingDevice> AddIpFilterDriver();
 

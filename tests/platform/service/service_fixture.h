@@ -34,6 +34,7 @@ inline DWORD ErrorOf(BOOL succeeded) {
 
 class ServiceFixture : public testing::Test {
  protected:
+  ServiceFixture() { machine_.UseDriverFiles(); }
   ~ServiceFixture() override;
 
   // The test service, behaving as `mode` tells.
