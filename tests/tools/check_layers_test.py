@@ -46,6 +46,11 @@ class CheckLayers(unittest.TestCase):
             "product in the layer": ("platform/user/c.h", "// Quill" + "gate", "names the product"),
             "Qt in the layer": ("platform/user/c.h", "#include <QTimer>", "Qt outside"),
             "program in the layer": ("platform/user/c.h", '#include "text/b.h"', "of the layer"),
+            "unlisted function": (
+                "platform/include/winuser.h",
+                "BOOL WINAPI FlashWindow(HWND window, BOOL invert);",
+                "not in platform/SUBSET.md",
+            ),
             "layer's inside in a test": (
                 "tests/platform/user/c.cpp",
                 '#include "platform/user/queue.h"',
