@@ -19,12 +19,7 @@ bool CheckTaking(const MSG* message, HWND window) {
     ::SetLastError(ERROR_NOACCESS);
     return false;
   }
-  if (window == nullptr || window == kNoWindow) return true;
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return false;
-  if (found->BelongsToCaller()) return true;
-  ::SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
-  return false;
+  return window == kNoWindow || BelongsToCaller(window);
 }
 
 }  // namespace

@@ -2,26 +2,10 @@
 #include "platform/user/thread_queue.h"
 #include "platform/user/window.h"
 
-namespace platform {
-namespace {
-
-// Sets the last error when the caller may not have a timer of that window.
-bool CheckOwner(HWND window) {
-  if (window == nullptr) return true;
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return false;
-  if (found->BelongsToCaller()) return true;
-  ::SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
-  return false;
-}
-
-}  // namespace
-}  // namespace platform
-
 using namespace platform;
 
 UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC callback) {
-  if (!CheckOwner(window)) return 0;
+  if (!BelongsToCaller(window)) return 0;
   TimerList& timers = CurrentQueue()->Timers();
   // A thread's own timer gets a number of the system's, unless it replaces one that runs.
   const bool needsNumber = window == nullptr && !timers.Exists(nullptr, id);
@@ -31,7 +15,7 @@ UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC 
 }
 
 BOOL WINAPI KillTimer(HWND window, UINT_PTR id) {
-  if (!CheckOwner(window)) return FALSE;
+  if (!BelongsToCaller(window)) return FALSE;
   if (CurrentQueue()->Timers().Kill(window, id)) return TRUE;
   ::SetLastError(ERROR_INVALID_PARAMETER);
   return FALSE;

@@ -22,6 +22,15 @@ std::shared_ptr<Window> FindWindowOf(HWND handle) {
   return window;
 }
 
+bool BelongsToCaller(HWND handle) {
+  if (handle == nullptr) return true;
+  const auto window = FindWindowOf(handle);
+  if (window == nullptr) return false;
+  if (window->BelongsToCaller()) return true;
+  ::SetLastError(ERROR_WINDOW_OF_OTHER_THREAD);
+  return false;
+}
+
 bool ClassHasWindows(const WindowClass& windowClass) {
   return Windows().HasClass(windowClass);
 }

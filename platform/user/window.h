@@ -35,6 +35,10 @@ class Window final : public Object {
 // other.
 std::shared_ptr<Window> FindWindowOf(HWND handle);
 
+// Whether the calling thread may take messages and timers of that window; null stands for the
+// thread itself. Sets the last error when it may not.
+bool BelongsToCaller(HWND handle);
+
 bool ClassHasWindows(const WindowClass& windowClass);
 
 // Ends the windows of a thread that ends. Their procedures are not called, since what they use may
