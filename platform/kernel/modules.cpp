@@ -155,7 +155,7 @@ std::shared_ptr<Module> OpenLibrary(std::wstring_view fileName, DWORD& error) {
 // A file of that stem with the suffix ".so"; as the caller wrote it, else in whatever case.
 fs::path FindInFolder(const fs::path& folder, const std::wstring& stem) {
   std::error_code error;
-  const fs::path exact = folder / (Utf8(stem) + ".so");
+  fs::path exact = folder / (Utf8(stem) + ".so");
   if (fs::is_regular_file(exact, error)) return exact;
   for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
     if (entry.path().extension() == ".so" && EqualNames(Wide(entry.path().stem().native()), stem) &&

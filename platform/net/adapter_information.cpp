@@ -118,7 +118,7 @@ DWORD WINAPI GetPerAdapterInfo(ULONG index, PIP_PER_ADAPTER_INFO info, PULONG by
   const std::vector<NetworkInterface> cards = ListCards();
   const auto card = std::ranges::find(cards, index, &NetworkInterface::index);
   if (card == cards.end()) return ERROR_INVALID_PARAMETER;
-  const ULONG needed = static_cast<ULONG>(
+  const auto needed = static_cast<ULONG>(
       sizeof(IP_PER_ADAPTER_INFO) + Further(card->nameServers.size()) * sizeof(IP_ADDR_STRING));
   if (info == nullptr || *bytes < needed) {
     *bytes = needed;

@@ -43,6 +43,7 @@ AccessRules::AccessRules(const LogonSession& logon, const SessionMeter& meter,
 AccessReason AccessRules::CheckAccess(bool refresh) {
   const std::shared_ptr<const User> current = logon_.CurrentUser();
   if (current == nullptr) return AccessReason::kNobodyLoggedOn;
+  // One state of the rules for the whole judgement, whatever the settings change meanwhile.
   const User user = *current;
   if (refresh) Refresh(user);
   if (user.IsHourBlocked()) return AccessReason::kHourBlocked;
