@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "gate/ip_filter_hook.h"
 #include "service/command_line.h"
 #include "service/service_installation.h"
 #include "service/service_names.h"
@@ -28,6 +29,15 @@ void RecordInstallPath(const std::wstring& program) {
                    static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
 }
 
+// A service that was killed while it blocked has left the gate closed, and after it is removed
+// nobody would open it any more. One that still runs has the hook to itself and opens it as it
+// stops.
+void OpenGateForGood() {
+  IpFilterHook hook;
+  if (hook.Start()) hook.Pass();
+  hook.Stop();
+}
+
 }  // namespace
 
 int RunProcess(ServiceModule& service, ProcessObjects& objects,
@@ -43,6 +53,7 @@ int RunProcess(ServiceModule& service, ProcessObjects& objects,
       break;
     case CommandWord::kUninstall:
       UninstallService();
+      OpenGateForGood();
       break;
     case CommandWord::kSetupWizard:
       objects.Events().LogEvent(L"The setup wizard is not available in this version.");

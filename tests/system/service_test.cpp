@@ -87,6 +87,16 @@ TEST_F(RealService, ALogonOfAnotherSystemUserSwitchesTheGateAtOnce) {
   service_->Stop();
 }
 
+TEST_F(RealService, RemovingItAfterAKillOpensTheGateThatNobodyElseWould) {
+  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = false});
+  ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  service_->Kill();
+  std::string output;
+  ASSERT_EQ(service_->Run("./qgserv Uninstall", &output), 0) << output;
+  ExpectOpen("after the removal");
+  EXPECT_NE(service_->Run("./winsc query qgserv"), 0);
+}
+
 TEST_F(RealService, ADatabaseThatCannotBeUsedIsNamedAndLeftAlone) {
   const std::filesystem::path file = service_->ProgramFolder() / "quillgate.dat";
   for (const char* suffix : {"", "-wal", "-shm"})
