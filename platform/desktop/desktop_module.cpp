@@ -7,7 +7,12 @@
 #include <vector>
 
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/qt_control_peers.h"
 #include "platform/desktop/qt_event_loop.h"
+#include "platform/desktop/qt_graphics.h"
+#include "platform/desktop/qt_menus.h"
+#include "platform/desktop/qt_tray.h"
+#include "platform/desktop/qt_window_peers.h"
 
 namespace platform {
 namespace {
@@ -30,6 +35,11 @@ class QtDesktop final : public DesktopModule {
   }
 
   EventLoop& Loop() override { return loop_; }
+  WindowPeers& Windows() override { return windows_; }
+  ControlPeers& Controls() override { return controls_; }
+  GraphicsBackend& Graphics() override { return graphics_; }
+  MenuBackend& Menus() override { return menus_; }
+  TrayBackend& Tray() override { return tray_; }
   std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxRequest& request) override {
     return std::make_unique<QtMessageBox>(request, loop_);
   }
@@ -42,6 +52,11 @@ class QtDesktop final : public DesktopModule {
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
   QApplication application_{argumentCount_, arguments_};
   QtEventLoop loop_;
+  QtGraphics graphics_;
+  QtWindowPeers windows_;
+  QtControlPeers controls_;
+  QtMenus menus_;
+  QtTray tray_;
 };
 
 }  // namespace

@@ -5,7 +5,6 @@
 
 #define WINAPI
 #define CALLBACK
-#define APIENTRY
 #define CONST const
 
 using BOOL = int;
@@ -76,8 +75,15 @@ DECLARE_HANDLE(HMENU);
 DECLARE_HANDLE(HICON);
 using HCURSOR = HICON;
 DECLARE_HANDLE(HBRUSH);
+DECLARE_HANDLE(HPEN);
+DECLARE_HANDLE(HFONT);
+DECLARE_HANDLE(HBITMAP);
+DECLARE_HANDLE(HDC);
+using HGDIOBJ = void*;
 using HLOCAL = HANDLE;
 using PHKEY = HKEY*;
+
+using COLORREF = DWORD;
 
 using FARPROC = INT_PTR(WINAPI*)();
 
@@ -94,6 +100,12 @@ struct RECT {
   LONG bottom;
 };
 using LPRECT = RECT*;
+
+struct SIZE {
+  LONG cx;
+  LONG cy;
+};
+using LPSIZE = SIZE*;
 
 struct GUID {
   DWORD Data1;

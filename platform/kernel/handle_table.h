@@ -22,6 +22,14 @@ enum class HandleKind : std::uint8_t {
   kServiceStatus,
   kEventSource,
   kWindow,
+  kMenu,
+  kDeviceContext,
+  kFont,
+  kBrush,
+  kPen,
+  kBitmap,
+  kIcon,
+  kPropertyPage,
 };
 
 // What a handle stands for. Objects live as long as somebody holds them: a handle closed by one

@@ -6,8 +6,13 @@
 #include <memory>
 #include <optional>
 
+#include "platform/controls/control_peers.h"
+#include "platform/gdi/graphics_backend.h"
+#include "platform/shell/tray_backend.h"
 #include "platform/user/event_loop.h"
+#include "platform/user/menu_backend.h"
 #include "platform/user/message_box.h"
+#include "platform/user/window_peer.h"
 
 namespace platform {
 
@@ -24,6 +29,11 @@ class DesktopModule {
  public:
   virtual ~DesktopModule() = default;
   virtual EventLoop& Loop() = 0;
+  virtual WindowPeers& Windows() = 0;
+  virtual ControlPeers& Controls() = 0;
+  virtual GraphicsBackend& Graphics() = 0;
+  virtual MenuBackend& Menus() = 0;
+  virtual TrayBackend& Tray() = 0;
 
   // Shows the box and returns at once. The type has been checked.
   virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxRequest& request) = 0;

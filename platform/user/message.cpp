@@ -37,7 +37,7 @@ BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) {
       *message = *taken;
       return taken->message != WM_QUIT ? TRUE : FALSE;
     }
-    queue.Wait(filter);
+    if (!queue.RunDeferred()) queue.Wait(filter);
   }
 }
 

@@ -43,6 +43,25 @@ void ThreadQueue::DiscardMessagesOf(HWND window) {
   std::erase_if(posted_, [&](const MSG& each) { return each.hwnd == window; });
 }
 
+void ThreadQueue::Defer(std::function<void()> work) {
+  const std::lock_guard lock(mutex_);
+  if (ended_) return;
+  deferred_.push_back(std::move(work));
+  SignalLocked();
+}
+
+bool ThreadQueue::RunDeferred() {
+  std::function<void()> work;
+  {
+    const std::lock_guard lock(mutex_);
+    if (deferred_.empty()) return false;
+    work = std::move(deferred_.front());
+    deferred_.pop_front();
+  }
+  work();
+  return true;
+}
+
 bool ThreadQueue::Call(std::function<void()> work) {
   auto call = std::make_shared<PendingCall>();
   call->work = std::move(work);
@@ -158,6 +177,7 @@ void ThreadQueue::End() {
     ended_ = true;
     loop_ = nullptr;
     posted_.clear();
+    deferred_.clear();
     calls.swap(calls_);
   }
   for (const PendingCallPointer& call : calls)

@@ -34,6 +34,11 @@ class ThreadQueue {
   void PostQuit(int exitCode);
   void DiscardMessagesOf(HWND window);
 
+  // Runs the work on the owning thread when it next looks for messages (GetMessageW, PeekMessageW,
+  // modal loops), before what was posted; does not wait for it. What the user did reaches window
+  // procedures this way. Dropped when the thread ends.
+  void Defer(std::function<void()> work);
+
   // Runs the work on the owning thread, inside its GetMessageW, PeekMessageW or a call of its own
   // to another thread, and returns when it is done. The caller serves calls to itself meanwhile.
   // False when the thread ended first: the work then has not run.
@@ -42,6 +47,8 @@ class ThreadQueue {
   // --- owning thread ---
   TimerList& Timers() { return timers_; }
   void ServeCalls();
+  // Runs the work that was deferred first; false when there is none.
+  bool RunDeferred();
   // The next message in documented order: posted, quit, timer. Does not wait.
   std::optional<MSG> Take(const MessageFilter& filter, bool remove);
   // Returns when something may have arrived or a timer that passes is due; also without either.
@@ -82,6 +89,7 @@ class ThreadQueue {
   bool ended_ = false;
   std::deque<MSG> posted_;
   std::deque<PendingCallPointer> calls_;
+  std::deque<std::function<void()>> deferred_;
   std::optional<int> quitCode_;
   EventLoop* loop_ = nullptr;
 };

@@ -1,5 +1,5 @@
-// Windows: hidden ones only, top-level or children, each owned by the thread that made it. A
-// window's handle, procedure and user data may be used by any thread; all else by its own.
+// Windows: top-level ones and children, each owned by the thread that made it. A window's handle,
+// procedure and user data may be used by any thread; all else by its own.
 #pragma once
 
 #include <windows.h>
@@ -8,8 +8,10 @@
 #include <memory>
 
 #include "platform/kernel/handle_table.h"
+#include "platform/user/control.h"
 #include "platform/user/thread_queue.h"
 #include "platform/user/window_class.h"
+#include "platform/user/window_peer.h"
 
 namespace platform {
 
@@ -24,6 +26,19 @@ class Window final : public Object {
   bool isBeingDestroyed = false;
   std::atomic<WNDPROC> procedure = nullptr;
   std::atomic<LONG_PTR> userData = 0;
+  DWORD style = 0;
+  DWORD exStyle = 0;
+  // Relative to the parent's client area, or to the screen; frames do not count.
+  RECT place{};
+  // A child's number.
+  UINT_PTR id = 0;
+  std::wstring text;
+  HFONT font = nullptr;
+  DWORD helpContext = 0;
+  // What a window of one of the system's classes does; null for a registered class.
+  std::unique_ptr<Control> control;
+  // Null without a desktop.
+  std::unique_ptr<WindowPeer> peer;
 
   bool BelongsToCaller() const;
   // Whether the handle still stands for this window.

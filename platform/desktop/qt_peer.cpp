@@ -1,0 +1,102 @@
+#include "platform/desktop/qt_peer.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <vector>
+
+namespace platform {
+namespace {
+
+std::vector<QPointer<QWidget>>& RetiredWidgets() {
+  static auto& widgets = *new std::vector<QPointer<QWidget>>;
+  return widgets;
+}
+
+}  // namespace
+
+QRect QtRect(const RECT& rect) {
+  return QRect(QPoint(rect.left, rect.top), QPoint(rect.right - 1, rect.bottom - 1));
+}
+
+RECT WinRect(const QRect& rect) {
+  return {rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1};
+}
+
+void RetireWidget(QWidget* widget) {
+  if (widget == nullptr) return;
+  widget->hide();
+  RetiredWidgets().emplace_back(widget);
+}
+
+void EndRetiredWidgets() {
+  // What ends may retire more; a widget that went with its parent is null by now.
+  while (!RetiredWidgets().empty()) {
+    const QPointer<QWidget> widget = RetiredWidgets().back();
+    RetiredWidgets().pop_back();
+    delete widget.data();
+  }
+}
+
+QWidget* WidgetOf(WindowPeer* peer) {
+  const auto* holder = dynamic_cast<QtWidgetHolder*>(peer);
+  return holder != nullptr ? holder->Widget() : nullptr;
+}
+
+QtPeerCore::QtPeerCore(QWidget* widget, WindowEvents& events) : widget_(widget), events_(events) {
+  widget->installEventFilter(this);
+}
+
+QtPeerCore::~QtPeerCore() {
+  if (widget_ == nullptr) return;
+  widget_->removeEventFilter(this);
+  RetireWidget(widget_);
+}
+
+void QtPeerCore::SetPlace(const RECT& place) {
+  placing_ = true;
+  widget_->setGeometry(QtRect(place));
+  placing_ = false;
+}
+
+void QtPeerCore::Focus() {
+  widget_->setFocus(Qt::OtherFocusReason);
+}
+
+void QtPeerCore::Activate() {
+  widget_->raise();
+  widget_->activateWindow();
+}
+
+bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Close:
+      event->ignore();
+      events_.OnCloseRequested();
+      return true;
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+      events_.OnActivationChanged(event->type() == QEvent::WindowActivate);
+      return false;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      events_.OnFocusChanged(event->type() == QEvent::FocusIn);
+      return false;
+    case QEvent::Move:
+    case QEvent::Resize:
+      return OnMoved();
+    case QEvent::KeyPress:
+      if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
+      events_.OnHelpRequested();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool QtPeerCore::OnMoved() {
+  if (!placing_ && widget_->isWindow()) events_.OnPlaceChanged(WinRect(widget_->geometry()));
+  return false;
+}
+
+}  // namespace platform

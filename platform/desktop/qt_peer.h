@@ -1,0 +1,79 @@
+// A Qt widget as the peer of a window: what all kinds of windows share. A kind derives from
+// QtPeer<its interface>, hands over its widget and overrides what is special, SetText mostly.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/user/window_peer.h"
+
+namespace platform {
+
+QRect QtRect(const RECT& rect);
+RECT WinRect(const QRect& rect);
+
+// The font that a window with that logical font shows. Empty face and "MS Shell Dlg" mean the
+// desktop's own font (qt_graphics has the rule).
+QFont QtFont(const LOGFONTW& font);
+
+// Ends a widget as soon as no event of it can be under way any more.
+void RetireWidget(QWidget* widget);
+// Ends what has been retired. Called by the event loop when no event is being handled.
+void EndRetiredWidgets();
+
+class QtWidgetHolder {
+ public:
+  virtual ~QtWidgetHolder() = default;
+  virtual QWidget* Widget() const = 0;
+};
+
+// The widget of any peer of this module; null of null.
+QWidget* WidgetOf(WindowPeer* peer);
+
+// Owns a widget and tells the window what happens to it.
+class QtPeerCore final : public QObject {
+ public:
+  QtPeerCore(QWidget* widget, WindowEvents& events);
+  ~QtPeerCore() override;
+
+  QWidget* Widget() const { return widget_; }
+  WindowEvents& Events() const { return events_; }
+  void SetPlace(const RECT& place);
+  void Focus();
+  void Activate();
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool OnMoved();
+
+  QPointer<QWidget> widget_;
+  WindowEvents& events_;
+  bool placing_ = false;
+};
+
+template <class Interface>
+class QtPeer : public Interface, public QtWidgetHolder {
+ public:
+  void SetText(const std::wstring& text) override {
+    Widget()->setWindowTitle(QString::fromStdWString(text));
+  }
+  void SetPlace(const RECT& place) override { core_.SetPlace(place); }
+  void SetShown(bool shown) override { Widget()->setVisible(shown); }
+  void SetEnabled(bool enabled) override { Widget()->setEnabled(enabled); }
+  void SetFont(const LOGFONTW& font) override { Widget()->setFont(QtFont(font)); }
+  void Focus() override { core_.Focus(); }
+  void Activate() override { core_.Activate(); }
+  void Invalidate(const RECT& area) override { Widget()->update(QtRect(area)); }
+
+  QWidget* Widget() const override { return core_.Widget(); }
+
+ protected:
+  // The widget is new and belongs to the peer from now on.
+  QtPeer(QWidget* widget, WindowEvents& events) : core_(widget, events) {}
+
+ private:
+  QtPeerCore core_;
+};
+
+}  // namespace platform

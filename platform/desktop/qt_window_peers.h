@@ -1,0 +1,17 @@
+// Windows as Qt widgets. Lives on the window thread.
+#pragma once
+
+#include "platform/user/window_peer.h"
+
+namespace platform {
+
+class QtWindowPeers final : public WindowPeers {
+ public:
+  std::unique_ptr<WindowPeer> MakeTopLevel(WindowEvents& events, TopLevelKind kind,
+                                           WindowPeer* owner) override;
+  std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) override;
+  POINT CursorPlace() override;
+  RECT WorkArea(POINT place) override;
+};
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+// A device context on a canvas that somebody else owns, for the time of one WM_PAINT or
+// WM_DRAWITEM. The handle is stale afterwards. Used on the window thread.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/gdi/canvas.h"
+
+namespace platform {
+
+class LentDc {
+ public:
+  explicit LentDc(Canvas& canvas);
+  ~LentDc();
+  LentDc(const LentDc&) = delete;
+  LentDc& operator=(const LentDc&) = delete;
+
+  HDC Get() const { return handle_; }
+
+ private:
+  HDC handle_;
+};
+
+}  // namespace platform

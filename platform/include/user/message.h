@@ -1,0 +1,53 @@
+// Messages, thread queues and timers.
+#pragma once
+
+#include <user/window.h>
+#include <windef.h>
+
+extern "C" {
+
+#define WM_NULL 0x0000u
+#define WM_CREATE 0x0001u
+#define WM_DESTROY 0x0002u
+#define WM_QUIT 0x0012u
+#define WM_NCCREATE 0x0081u
+#define WM_NCDESTROY 0x0082u
+#define WM_TIMER 0x0113u
+#define WM_POWERBROADCAST 0x0218u
+#define WM_WTSSESSION_CHANGE 0x02B1u
+#define WM_USER 0x0400u
+#define WM_APP 0x8000u
+
+#define PBT_APMQUERYSUSPEND 0x0000u
+#define PBT_APMSUSPEND 0x0004u
+#define PBT_APMRESUMECRITICAL 0x0006u
+#define PBT_APMRESUMESUSPEND 0x0007u
+#define WTS_CONSOLE_DISCONNECT 0x2u
+
+struct MSG {
+  HWND hwnd;
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+  DWORD time;
+  POINT pt;
+};
+using LPMSG = MSG*;
+
+#define PM_NOREMOVE 0x0000u
+#define PM_REMOVE 0x0001u
+// Minus one on failure, which the documented type BOOL allows.
+BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last);
+BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove);
+BOOL WINAPI TranslateMessage(const MSG* message);
+LRESULT WINAPI DispatchMessageW(const MSG* message);
+LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam);
+void WINAPI PostQuitMessage(int exitCode);
+UINT WINAPI RegisterWindowMessageW(LPCWSTR name);
+
+UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC callback);
+BOOL WINAPI KillTimer(HWND window, UINT_PTR id);
+
+}  // extern "C"

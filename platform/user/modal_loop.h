@@ -1,0 +1,18 @@
+// The message loop inside a modal call: a dialog, a sheet, a message box, a popup menu.
+#pragma once
+
+#include <functional>
+
+#include "platform/user/thread_queue.h"
+
+namespace platform {
+
+// Serves calls, what the user did, messages and timers of the calling thread until isDone says so.
+// False when WM_QUIT came first; it is posted again for the loop outside.
+bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone);
+
+// Runs the work on the window thread: at once when the caller is that thread (or becomes it just
+// now), else while the caller waits. False when there is no desktop; nothing has run then.
+bool RunOnWindowThread(const std::function<void()>& work);
+
+}  // namespace platform
