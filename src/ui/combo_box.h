@@ -1,0 +1,26 @@
+// A drop-down list from which one entry is chosen.
+#pragma once
+
+#include <string_view>
+
+#include "ui/control.h"
+
+namespace quillgate {
+
+class ComboBox : public Control {
+ public:
+  using Control::Control;
+
+  void Clear() const { Send(CB_RESETCONTENT); }
+  // Appends an entry. Its index, or a negative number when it could not be added.
+  int Add(const std::wstring& text) const;
+  int Count() const { return static_cast<int>(Send(CB_GETCOUNT)); }
+
+  // Negative: none.
+  void Select(int index) const { Send(CB_SETCURSEL, static_cast<WPARAM>(index)); }
+  int Selection() const { return static_cast<int>(Send(CB_GETCURSEL)); }
+  // Empty when nothing is selected.
+  std::wstring SelectedText() const;
+};
+
+}  // namespace quillgate

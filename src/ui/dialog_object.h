@@ -1,0 +1,72 @@
+// Base of every dialog and property page: an object whose dialog's messages reach its virtual
+// operations. One map of the process tells which object a dialog belongs to, from WM_INITDIALOG
+// until the dialog or the object is gone. Made and used on the service main thread.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "ui/ui_surroundings.h"
+
+namespace quillgate {
+
+class DialogObject {
+ public:
+  virtual ~DialogObject();
+  DialogObject(const DialogObject&) = delete;
+  DialogObject& operator=(const DialogObject&) = delete;
+
+  // Null while there is no dialog.
+  HWND Window() const { return window_; }
+
+  // Whether the page accepts what was entered; false keeps the sheet open on it.
+  virtual bool OnApply(HWND window);
+  // The sheet is being closed without applying.
+  virtual void OnCancel(HWND window);
+
+ protected:
+  // The topic is the one shown for a control without a help text of its own; empty: none.
+  DialogObject(const UiSurroundings& ui, std::wstring helpTopic);
+
+  // Opens the dialog and returns what EndDialog was given, when it has been closed; -1 when there
+  // is no dialog. The parent may be null.
+  INT_PTR RunModal(UINT templateNumber, HWND parent);
+
+  // Answers a message other than those below; nonzero: it was handled. What is thrown here or in
+  // one of the other operations is shown as an error, and the message then counts as not handled.
+  virtual INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // The dialog was made, its texts come next. True: the system chooses the control to begin with.
+  virtual bool OnInitDialog(HWND window);
+  // Puts the texts of the interface language into the controls: when the dialog opens, and again
+  // whenever kRefreshTexts is sent.
+  virtual void SetTexts(HWND window);
+
+  const MessageCatalogue& Catalogue() const { return ui_.catalogue; }
+
+  // What a page's dialog is made with: the same as Attach and Route below, for the page's record.
+  static INT_PTR Attach(DialogObject& object, HWND window);
+  static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+  // Calls OnCancel of every object that has a dialog, of other sheets' too.
+  static void CancelAll();
+
+ private:
+  static INT_PTR CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam,
+                                     LPARAM lParam) noexcept;
+  INT_PTR Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void ShowHelp(const HELPINFO& request);
+  void Detach();
+  // Of the exception that is being handled; not while another one is being shown.
+  void ShowFailure() noexcept;
+
+  UiSurroundings ui_;
+  std::wstring helpTopic_;
+  HWND window_ = nullptr;
+  bool showingFailure_ = false;
+};
+
+// Sent to a dialog or page: fetch the texts again, for the interface language has changed.
+inline constexpr UINT kRefreshTexts = WM_USER + 1;
+
+}  // namespace quillgate

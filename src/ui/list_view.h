@@ -1,0 +1,30 @@
+// A list of rows under headed columns.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "ui/control.h"
+
+namespace quillgate {
+
+class ListView : public Control {
+ public:
+  using Control::Control;
+
+  // Appends a column, its width in pixels.
+  void AddColumn(const std::wstring& heading, int width) const;
+  void SetHeading(int column, const std::wstring& heading) const;
+
+  // Removes the rows; the columns stay.
+  void Clear() const { Send(LVM_DELETEALLITEMS); }
+  // Appends a row with the text of its first column. Its index, negative when it cannot be added.
+  int AddRow(const std::wstring& text, LPARAM data = 0) const;
+  void SetCell(int row, int column, const std::wstring& text) const;
+  int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+  // What AddRow was given; 0 for a row that there is not.
+  LPARAM RowData(int row) const;
+};
+
+}  // namespace quillgate
