@@ -1,6 +1,7 @@
 // Windows and all that belongs to them, one file per subject.
 #pragma once
 
+#include <user/control.h>
 #include <user/message.h>
 #include <user/message_box.h>
 #include <user/window.h>

@@ -1,0 +1,114 @@
+// The system's plain controls ("Static", "Button", "Edit", "ComboBox"): their styles, the messages
+// they take and the notifications they send.
+#pragma once
+
+#include <windef.h>
+
+extern "C" {
+
+// What a notification of a common control begins with.
+struct NMHDR {
+  HWND hwndFrom;
+  UINT_PTR idFrom;
+  UINT code;
+};
+using LPNMHDR = NMHDR*;
+
+// Answers to WM_GETDLGCODE.
+#define DLGC_WANTARROWS 0x0001
+#define DLGC_HASSETSEL 0x0008
+#define DLGC_DEFPUSHBUTTON 0x0010
+#define DLGC_UNDEFPUSHBUTTON 0x0020
+#define DLGC_RADIOBUTTON 0x0040
+#define DLGC_WANTCHARS 0x0080
+#define DLGC_STATIC 0x0100
+#define DLGC_BUTTON 0x2000
+
+#define SS_LEFT 0x00000000u
+#define SS_CENTER 0x00000001u
+#define SS_RIGHT 0x00000002u
+#define SS_ICON 0x00000003u
+#define SS_LEFTNOWORDWRAP 0x0000000Cu
+#define SS_BITMAP 0x0000000Eu
+#define SS_ETCHEDHORZ 0x00000010u
+#define SS_TYPEMASK 0x0000001Fu
+#define SS_NOPREFIX 0x00000080u
+#define SS_NOTIFY 0x00000100u
+#define SS_CENTERIMAGE 0x00000200u
+#define SS_REALSIZECONTROL 0x00000040u
+
+#define IMAGE_BITMAP 0
+#define IMAGE_ICON 1
+#define STM_SETICON 0x0170u
+#define STM_GETICON 0x0171u
+#define STM_SETIMAGE 0x0172u
+#define STM_GETIMAGE 0x0173u
+
+#define BS_PUSHBUTTON 0x00000000u
+#define BS_DEFPUSHBUTTON 0x00000001u
+#define BS_CHECKBOX 0x00000002u
+#define BS_AUTOCHECKBOX 0x00000003u
+#define BS_RADIOBUTTON 0x00000004u
+#define BS_GROUPBOX 0x00000007u
+#define BS_AUTORADIOBUTTON 0x00000009u
+#define BS_TYPEMASK 0x0000000Fu
+#define BS_MULTILINE 0x00002000u
+
+#define BM_GETCHECK 0x00F0u
+#define BM_SETCHECK 0x00F1u
+#define BM_GETSTATE 0x00F2u
+#define BM_SETSTYLE 0x00F4u
+#define BM_CLICK 0x00F5u
+#define BST_UNCHECKED 0x0000
+#define BST_CHECKED 0x0001
+#define BST_FOCUS 0x0008
+#define BN_CLICKED 0
+
+#define ES_LEFT 0x0000u
+#define ES_CENTER 0x0001u
+#define ES_RIGHT 0x0002u
+#define ES_PASSWORD 0x0020u
+#define ES_AUTOHSCROLL 0x0080u
+#define ES_READONLY 0x0800u
+#define ES_NUMBER 0x2000u
+
+#define EM_GETSEL 0x00B0u
+#define EM_SETSEL 0x00B1u
+#define EM_REPLACESEL 0x00C2u
+#define EM_LIMITTEXT 0x00C5u
+#define EM_SETLIMITTEXT EM_LIMITTEXT
+#define EM_SETREADONLY 0x00CFu
+#define EM_GETLIMITTEXT 0x00D5u
+#define EN_SETFOCUS 0x0100
+#define EN_KILLFOCUS 0x0200
+#define EN_CHANGE 0x0300
+#define EN_UPDATE 0x0400
+
+#define CBS_DROPDOWNLIST 0x0003u
+#define CBS_SORT 0x0100u
+#define CBS_HASSTRINGS 0x0200u
+
+#define CB_OKAY 0
+#define CB_ERR (-1)
+#define CB_ADDSTRING 0x0143u
+#define CB_DELETESTRING 0x0144u
+#define CB_GETCOUNT 0x0146u
+#define CB_GETCURSEL 0x0147u
+#define CB_GETLBTEXT 0x0148u
+#define CB_GETLBTEXTLEN 0x0149u
+#define CB_INSERTSTRING 0x014Au
+#define CB_RESETCONTENT 0x014Bu
+#define CB_FINDSTRING 0x014Cu
+#define CB_SELECTSTRING 0x014Du
+#define CB_SETCURSEL 0x014Eu
+#define CB_GETITEMDATA 0x0150u
+#define CB_SETITEMDATA 0x0151u
+#define CB_FINDSTRINGEXACT 0x0158u
+#define CBN_SELCHANGE 1
+#define CBN_SETFOCUS 3
+#define CBN_KILLFOCUS 4
+#define CBN_DROPDOWN 7
+#define CBN_CLOSEUP 8
+#define CBN_SELENDOK 9
+
+}  // extern "C"
