@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 extern "C" {
 
 LPWSTR* WINAPI CommandLineToArgvW(LPCWSTR commandLine, int* argumentCount);
@@ -20,6 +22,10 @@ LPWSTR* WINAPI CommandLineToArgvW(LPCWSTR commandLine, int* argumentCount);
 #define NIIF_INFO 0x00000001u
 #define NIIF_WARNING 0x00000002u
 #define NIIF_ERROR 0x00000003u
+#define NIN_BALLOONSHOW (WM_USER + 2)
+#define NIN_BALLOONHIDE (WM_USER + 3)
+#define NIN_BALLOONTIMEOUT (WM_USER + 4)
+#define NIN_BALLOONUSERCLICK (WM_USER + 5)
 
 struct NOTIFYICONDATAW {
   DWORD cbSize;
@@ -42,6 +48,9 @@ struct NOTIFYICONDATAW {
   HICON hBalloonIcon;
 };
 using PNOTIFYICONDATAW = NOTIFYICONDATAW*;
+// The structure as it was in version 5, and before the balloon's own icon.
+#define NOTIFYICONDATAW_V2_SIZE offsetof(NOTIFYICONDATAW, guidItem)
+#define NOTIFYICONDATAW_V3_SIZE offsetof(NOTIFYICONDATAW, hBalloonIcon)
 
 BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data);
 

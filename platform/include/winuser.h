@@ -2,6 +2,7 @@
 #pragma once
 
 #include <user/control.h>
+#include <user/menu.h>
 #include <user/message.h>
 #include <user/message_box.h>
 #include <user/window.h>
