@@ -5,6 +5,10 @@
 
 namespace platform {
 
-class QtGraphics final : public GraphicsBackend {};
+class QtGraphics final : public GraphicsBackend {
+ public:
+  SIZE MeasureText(const std::wstring& text, const LOGFONTW& font) override;
+  TextMetrics MetricsOf(const LOGFONTW& font) override;
+};
 
 }  // namespace platform

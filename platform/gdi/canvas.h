@@ -28,8 +28,11 @@ class Canvas {
   // Stretched to the area, blended by its alpha.
   virtual void DrawIcon(const IconImages& icon, const RECT& area) = 0;
   virtual void DrawPicture(const Image& image, const RECT& area) = 0;
-  // What stands at that place of the other canvas.
-  virtual void CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) = 0;
+  // Takes what stands at that place of the other canvas; false when that one cannot be read, as it
+  // is with windows.
+  virtual bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) = 0;
+  // Nothing outside of the canvas, and on one that cannot be read.
+  virtual std::optional<COLORREF> PixelAt(POINT place) = 0;
 };
 
 }  // namespace platform

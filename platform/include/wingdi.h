@@ -3,6 +3,8 @@
 
 #include <windef.h>
 
+#define NONANTIALIASED_QUALITY 3
+
 #define LF_FACESIZE 32
 struct LOGFONTW {
   LONG lfHeight;  // negative: of the characters, positive: of the line

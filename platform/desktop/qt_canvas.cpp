@@ -1,0 +1,148 @@
+#include "platform/desktop/qt_canvas.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/desktop/qt_peer.h"
+
+namespace platform {
+namespace {
+
+QColor ColourOf(COLORREF colour) {
+  return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                static_cast<int>(colour >> 16 & 0xFF));
+}
+
+// The pixels stay the image's own.
+QImage BorrowedImage(const Image& image) {
+  const auto* bytes = reinterpret_cast<const uchar*>(image.pixels.data());
+  return QImage(bytes, image.width, image.height, image.width * 4, QImage::Format_ARGB32);
+}
+
+// The one to be made smaller the least, since small pictures made larger are blurred.
+const Image* BestImage(const IconImages& icon, double pixels) {
+  const Image* best = nullptr;
+  for (const Image& each : icon.images) {
+    const bool suffices = each.width >= pixels;
+    const bool bestSuffices = best != nullptr && best->width >= pixels;
+    if (best == nullptr || (suffices && !bestSuffices) ||
+        (suffices == bestSuffices && (each.width < best->width) == suffices)) {
+      best = &each;
+    }
+  }
+  return best;
+}
+
+class PainterState {
+ public:
+  explicit PainterState(QPainter& painter) : painter_(painter) { painter_.save(); }
+  ~PainterState() { painter_.restore(); }
+  PainterState(const PainterState&) = delete;
+  PainterState& operator=(const PainterState&) = delete;
+
+ private:
+  QPainter& painter_;
+};
+
+void DrawImage(QPainter& painter, const Image& image, const RECT& area) {
+  if (image.pixels.empty()) return;
+  const PainterState state(painter);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(QRectF(QtRect(area)), BorrowedImage(image));
+}
+
+}  // namespace
+
+void QtCanvas::Fill(const RECT& area, COLORREF colour) {
+  painter_.fillRect(QtRect(area), ColourOf(colour));
+}
+
+void QtCanvas::DrawText(const std::wstring& text, double x, double y, const TextStyle& style) {
+  const PainterState state(painter_);
+  const QFont font = QtFont(style.font);
+  const QFontMetricsF metrics(font);
+  const QString shown = QString::fromStdWString(text);
+  if (style.background.has_value()) {
+    const QRectF line(x, y, std::ceil(metrics.horizontalAdvance(shown)),
+                      std::ceil(metrics.height()));
+    painter_.fillRect(line, ColourOf(*style.background));
+  }
+  painter_.setFont(font);
+  painter_.setPen(ColourOf(style.colour));
+  painter_.drawText(QPointF(x, y + std::ceil(metrics.ascent())), shown);
+}
+
+void QtCanvas::DrawIcon(const IconImages& icon, const RECT& area) {
+  const double pixels = (area.right - area.left) * painter_.device()->devicePixelRatioF();
+  if (const Image* image = BestImage(icon, pixels)) DrawImage(painter_, *image, area);
+}
+
+void QtCanvas::DrawPicture(const Image& image, const RECT& area) {
+  DrawImage(painter_, image, area);
+}
+
+bool QtCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) {
+  const auto* memory = dynamic_cast<QtMemoryCanvas*>(&source);
+  if (memory == nullptr) return false;
+  const PainterState state(painter_);
+  painter_.setCompositionMode(QPainter::CompositionMode_Source);
+  const double ratio = memory->Pixels().devicePixelRatio();
+  const QRectF target(QtRect(area));
+  const QRectF from(QPointF(sourcePlace.x, sourcePlace.y) * ratio, target.size() * ratio);
+  painter_.drawImage(target, memory->Pixels(), from);
+  return true;
+}
+
+// What a window shows cannot be read back.
+std::optional<COLORREF> QtCanvas::PixelAt(POINT /*place*/) {
+  return std::nullopt;
+}
+
+QtMemoryCanvas::QtMemoryCanvas(SIZE size, double pixelRatio)
+    : pixels_(QSize(qCeil(size.cx * pixelRatio), qCeil(size.cy * pixelRatio)),
+              QImage::Format_RGB32) {
+  pixels_.setDevicePixelRatio(pixelRatio);
+  pixels_.fill(Qt::black);
+}
+
+void QtMemoryCanvas::Fill(const RECT& area, COLORREF colour) {
+  QPainter painter(&pixels_);
+  QtCanvas(painter).Fill(area, colour);
+}
+
+void QtMemoryCanvas::DrawText(const std::wstring& text, double x, double y,
+                              const TextStyle& style) {
+  QPainter painter(&pixels_);
+  QtCanvas(painter).DrawText(text, x, y, style);
+}
+
+void QtMemoryCanvas::DrawIcon(const IconImages& icon, const RECT& area) {
+  QPainter painter(&pixels_);
+  QtCanvas(painter).DrawIcon(icon, area);
+}
+
+void QtMemoryCanvas::DrawPicture(const Image& image, const RECT& area) {
+  QPainter painter(&pixels_);
+  QtCanvas(painter).DrawPicture(image, area);
+}
+
+bool QtMemoryCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) {
+  if (&source == this) {
+    QtMemoryCanvas before(*this);
+    before.pixels_.detach();
+    return CopyFrom(before, area, sourcePlace);
+  }
+  QPainter painter(&pixels_);
+  return QtCanvas(painter).CopyFrom(source, area, sourcePlace);
+}
+
+std::optional<COLORREF> QtMemoryCanvas::PixelAt(POINT place) {
+  const double ratio = pixels_.devicePixelRatio();
+  const QPoint at(qFloor((place.x + 0.5) * ratio), qFloor((place.y + 0.5) * ratio));
+  if (!pixels_.valid(at)) return std::nullopt;
+  const QRgb pixel = pixels_.pixel(at);
+  return static_cast<COLORREF>(qRed(pixel) | qGreen(pixel) << 8 | qBlue(pixel) << 16);
+}
+
+}  // namespace platform

@@ -1,0 +1,48 @@
+// Canvases of Qt: whatever a painter paints on (a widget or a menu inside its paint event), and
+// bitmaps in memory. Used on the window thread.
+#pragma once
+
+#include <QImage>
+#include <QPainter>
+
+#include "platform/gdi/canvas.h"
+
+namespace platform {
+
+// Draws with a painter of the caller's, whose origin is that of the window or item, for as long as
+// that is active. Its clipping holds; whatever else is set on it is left as it was.
+class QtCanvas final : public Canvas {
+ public:
+  explicit QtCanvas(QPainter& painter) : painter_(painter) {}
+
+  void Fill(const RECT& area, COLORREF colour) override;
+  void DrawText(const std::wstring& text, double x, double y, const TextStyle& style) override;
+  void DrawIcon(const IconImages& icon, const RECT& area) override;
+  void DrawPicture(const Image& image, const RECT& area) override;
+  bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) override;
+  std::optional<COLORREF> PixelAt(POINT place) override;
+
+ private:
+  QPainter& painter_;
+};
+
+// Pixels in memory, as many to the inch as the screen has, so that text on them is as sharp as on a
+// window. Black at first.
+class QtMemoryCanvas final : public Canvas {
+ public:
+  QtMemoryCanvas(SIZE size, double pixelRatio);
+
+  void Fill(const RECT& area, COLORREF colour) override;
+  void DrawText(const std::wstring& text, double x, double y, const TextStyle& style) override;
+  void DrawIcon(const IconImages& icon, const RECT& area) override;
+  void DrawPicture(const Image& image, const RECT& area) override;
+  bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) override;
+  std::optional<COLORREF> PixelAt(POINT place) override;
+
+  const QImage& Pixels() const { return pixels_; }
+
+ private:
+  QImage pixels_;
+};
+
+}  // namespace platform
