@@ -1,0 +1,44 @@
+// The program's icon in the notification area: shows the state of the gate, and opens the menu
+// from which everything else is reached. The process has one, made by service/ on the service main
+// thread before the session object, and destroyed there. As the gate's indicator it may be told
+// things on any thread.
+#pragma once
+
+#include <atomic>
+
+#include "session/gate_indicator.h"
+#include "ui/tray_commands.h"
+#include "ui/tray_icon.h"
+#include "ui/tray_menu.h"
+
+namespace quillgate {
+
+class TrayController final : public TrayIcon, public GateIndicator {
+ public:
+  // All of it outlives the controller. Throws std::runtime_error when there can be no window.
+  explicit TrayController(const TraySurroundings& surroundings);
+
+  void SetIcon(GateIcon icon) override;
+  void SetTip(const std::wstring& text) override;
+  void Show() override;
+  void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
+                   int kind) override;
+
+  // The busy flag: while it is set, clicks on the icon are ignored. One flag, not a count.
+  void Lock() override;
+  void Unlock() override;
+
+ private:
+  void OnButtonUp(MouseButton button) override;
+  void OnDoubleClick() override;
+
+  // Shows the menu of the present state at the cursor; the chosen command's number, 0 when nothing
+  // was chosen, -1 when there was no telling where the cursor is.
+  int BuildAndTrackMenu();
+
+  TrayCommands commands_;
+  std::atomic<bool> busy_ = false;
+  std::atomic<int> lastKind_ = 0;
+};
+
+}  // namespace quillgate
