@@ -53,6 +53,11 @@ QtPeerCore::~QtPeerCore() {
   RetireWidget(widget_);
 }
 
+void QtPeerCore::SetIdentity(HWND window, UINT_PTR id) {
+  widget_->setProperty(kHandleProperty, qulonglong{reinterpret_cast<UINT_PTR>(window)});
+  if (!widget_->isWindow()) widget_->setObjectName(QString::number(qulonglong{id}));
+}
+
 void QtPeerCore::SetPlace(const RECT& place) {
   placing_ = true;
   widget_->setGeometry(QtRect(place));

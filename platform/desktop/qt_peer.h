@@ -22,6 +22,9 @@ void RetireWidget(QWidget* widget);
 // Ends what has been retired. Called by the event loop when no event is being handled.
 void EndRetiredWidgets();
 
+// A widget's window, as an unsigned number.
+inline constexpr const char* kHandleProperty = "windowHandle";
+
 class QtWidgetHolder {
  public:
   virtual ~QtWidgetHolder() = default;
@@ -39,6 +42,8 @@ class QtPeerCore final : public QObject {
 
   QWidget* Widget() const { return widget_; }
   WindowEvents& Events() const { return events_; }
+  // The number becomes the widget's object name, in decimal; the handle its property kHandleProperty.
+  void SetIdentity(HWND window, UINT_PTR id);
   void SetPlace(const RECT& place);
   void Focus();
   void Activate();
@@ -55,6 +60,7 @@ class QtPeerCore final : public QObject {
 template <class Interface>
 class QtPeer : public Interface, public QtWidgetHolder {
  public:
+  void SetIdentity(HWND window, UINT_PTR id) override { core_.SetIdentity(window, id); }
   void SetText(const std::wstring& text) override {
     Widget()->setWindowTitle(QString::fromStdWString(text));
   }

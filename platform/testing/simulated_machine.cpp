@@ -7,6 +7,8 @@
 #include "platform/device/driver_host.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/modules.h"
+#include "platform/user/desktop.h"
+#include "platform/user/window.h"
 
 namespace platform {
 namespace {
@@ -137,6 +139,10 @@ void SimulatedMachine::InstallSources() {
 }
 
 SimulatedMachine::~SimulatedMachine() {
+  if (WindowThread() == CurrentQueue()) {
+    ForgetWindowsOf(*CurrentQueue());
+    LeaveDesktop(*CurrentQueue());
+  }
   for (const std::wstring& stem : driverStems_)
     UnregisterBuiltInDriver(stem);
   AllowDriverFiles(true);
@@ -179,6 +185,14 @@ void SimulatedMachine::UseDriverFiles() {
 
 std::shared_ptr<RecordingDevice> SimulatedMachine::AddIpFilterDriver() {
   return AddDriver(L"IpFltDrv", L"IpFilterDriver");
+}
+
+void SimulatedMachine::UseDesktop() {
+  ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+}
+
+void SimulatedMachine::ShowMessageBoxes() {
+  SetMessageBoxResponder({});
 }
 
 void SimulatedMachine::AnswerMessageBoxes(std::deque<int> answers) {

@@ -87,6 +87,12 @@ class SimulatedMachine {
   // The system's IP filter driver, as above.
   std::shared_ptr<RecordingDevice> AddIpFilterDriver();
 
+  // Windows are shown from now on, on a screen that nobody sees. Before the first window; only what
+  // draws on the desktop needs it. Message boxes are answered as before unless they are shown too.
+  // The desktop is left with the machine, and the windows of its thread end.
+  void UseDesktop();
+  void ShowMessageBoxes();
+
   // Answers for the next message boxes, in order; afterwards IDOK.
   void AnswerMessageBoxes(std::deque<int> answers);
   std::vector<MessageBoxRequest> MessageBoxes() const;

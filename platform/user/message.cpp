@@ -22,6 +22,13 @@ bool CheckTaking(const MSG* message, HWND window) {
   return window == kNoWindow || BelongsToCaller(window);
 }
 
+// What does not wait for its turn among the messages, nor for a filter that lets it pass.
+void ServeSenders(ThreadQueue& queue) {
+  queue.ServeCalls();
+  while (queue.RunDeferred())
+    queue.ServeCalls();
+}
+
 }  // namespace
 }  // namespace platform
 
@@ -33,11 +40,12 @@ BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) {
   ThreadQueue& queue = *CurrentQueue();
   for (;;) {
     queue.ServeCalls();
+    if (queue.RunDeferred()) continue;
     if (const auto taken = queue.Take(filter, true)) {
       *message = *taken;
       return taken->message != WM_QUIT ? TRUE : FALSE;
     }
-    if (!queue.RunDeferred()) queue.Wait(filter);
+    queue.Wait(filter);
   }
 }
 
@@ -50,10 +58,11 @@ BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT
   }
   const MessageFilter filter{window, first, last};
   ThreadQueue& queue = *CurrentQueue();
-  queue.ServeCalls();
+  ServeSenders(queue);
   auto taken = queue.Take(filter, remove == PM_REMOVE);
   if (!taken.has_value()) {
     queue.PollEventLoop();
+    ServeSenders(queue);
     taken = queue.Take(filter, remove == PM_REMOVE);
   }
   if (!taken.has_value()) return FALSE;

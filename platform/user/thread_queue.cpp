@@ -172,14 +172,17 @@ void ThreadQueue::SetEventLoop(EventLoop* loop) {
 
 void ThreadQueue::End() {
   std::deque<PendingCallPointer> calls;
+  // Not ended under the lock: what deferred work holds may look at the queue when it ends.
+  std::deque<std::function<void()>> dropped;
   {
     const std::lock_guard lock(mutex_);
     ended_ = true;
     loop_ = nullptr;
     posted_.clear();
-    deferred_.clear();
+    dropped.swap(deferred_);
     calls.swap(calls_);
   }
+  dropped.clear();
   for (const PendingCallPointer& call : calls)
     call->caller->Finish(*call, true);
 }

@@ -35,8 +35,9 @@ class ThreadQueue {
   void DiscardMessagesOf(HWND window);
 
   // Runs the work on the owning thread when it next looks for messages (GetMessageW, PeekMessageW,
-  // modal loops), before what was posted; does not wait for it. What the user did reaches window
-  // procedures this way. Dropped when the thread ends.
+  // modal loops), before what was posted and whatever window or range these are asked for: it is
+  // sent, not taken, as calls from other threads are. Does not wait for it. What the user did
+  // reaches window procedures this way. Dropped when the thread ends.
   void Defer(std::function<void()> work);
 
   // Runs the work on the owning thread, inside its GetMessageW, PeekMessageW or a call of its own

@@ -37,7 +37,10 @@ class Window final : public Object {
   DWORD helpContext = 0;
   // What a window of one of the system's classes does; null for a registered class.
   std::unique_ptr<Control> control;
-  // Null without a desktop.
+  // Who hears what the user does to the peer.
+  std::unique_ptr<WindowEvents> events;
+  // Null without a desktop. It stays, hidden, until the thread next runs deferred work after the
+  // window has ended: whoever sent the message that ended the window may still use it.
   std::unique_ptr<WindowPeer> peer;
 
   bool BelongsToCaller() const;

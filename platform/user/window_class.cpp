@@ -85,7 +85,7 @@ std::shared_ptr<const WindowClass> FindWindowClass(HINSTANCE instance, LPCWSTR n
   ClassRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
   const auto found = Locate(registry.classes, owner, atom);
-  return found != registry.classes.end() ? *found : nullptr;
+  return found != registry.classes.end() ? *found : FindSystemClass(name);
 }
 
 }  // namespace platform
@@ -130,8 +130,9 @@ BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) {
 }
 
 BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* windowClass) {
-  // An instance of null asks for a class of the system, and there is none.
-  const auto found = instance != nullptr ? FindWindowClass(instance, className) : nullptr;
+  // An instance of null asks for a class of the system.
+  const auto found =
+      instance != nullptr ? FindWindowClass(instance, className) : FindSystemClass(className);
   if (found == nullptr || windowClass == nullptr) {
     ::SetLastError(found == nullptr ? ERROR_CLASS_DOES_NOT_EXIST : ERROR_INVALID_PARAMETER);
     return FALSE;

@@ -1,7 +1,9 @@
-// Windows come to life and end here.
+// Windows come to life here.
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
+#include "platform/user/peer_events.h"
 #include "platform/user/window.h"
+#include "platform/user/window_destruction.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
@@ -13,7 +15,7 @@ bool CheckRelations(HWND parent, HMENU menu, bool isChild) {
     ::SetLastError(ERROR_TLW_WITH_WSCHILD);
     return false;
   }
-  // A child's menu is its number, of which nothing is kept.
+  // A child's menu is its number.
   if (!isChild && menu != nullptr) {
     ::SetLastError(ERROR_INVALID_MENU_HANDLE);
     return false;
@@ -27,32 +29,46 @@ bool CheckRelations(HWND parent, HMENU menu, bool isChild) {
   return false;
 }
 
-// First the window, then its children.
-void SendDestroy(const std::shared_ptr<Window>& window) {
-  if (!window->IsLive() || window->isBeingDestroyed) return;
-  window->isBeingDestroyed = true;
-  window->CallProcedure(WM_DESTROY, 0, 0);
-  for (const auto& child : Windows().ChildrenOf(window->handle))
-    SendDestroy(child);
+WindowPeer* PeerOf(HWND window) {
+  const auto found = Resolve<Window>(HandleKind::kWindow, window);
+  return found != nullptr ? found->peer.get() : nullptr;
 }
 
-// First the children, then the window.
-void SendLastMessage(const std::shared_ptr<Window>& window) {
-  for (const auto& child : Windows().ChildrenOf(window->handle))
-    SendLastMessage(child);
-  if (!window->IsLive()) return;
-  window->isBeingDestroyed = true;
-  window->CallProcedure(WM_NCDESTROY, 0, 0);
-  // A destruction that was under way around this one may have ended the window meanwhile.
-  if (window->IsLive()) Windows().Remove(window);
+// Null when the window is not for the desktop: of a thread without one, or for messages only.
+std::unique_ptr<WindowPeer> MakePeer(Window& window) {
+  if (window.parent == HWND_MESSAGE || WindowThread() != window.queue) return nullptr;
+  WindowPeer* parent = PeerOf(window.parent);
+  if (window.isChild && parent == nullptr) return nullptr;
+  if (window.control != nullptr) return window.control->MakePeer(window, parent);
+  WindowPeers& peers = Desktop().Windows();
+  return window.isChild ? peers.MakeChild(*window.events, *parent)
+                        : peers.MakeTopLevel(*window.events, TopLevelKind::kPlain, parent);
 }
 
-void Destroy(const std::shared_ptr<Window>& window) {
-  for (const auto& owned : Windows().OwnedBy(window->handle)) {
-    if (owned->IsLive() && !owned->isBeingDestroyed) Destroy(owned);
-  }
-  SendDestroy(window);
-  SendLastMessage(window);
+void GivePeer(Window& window) {
+  window.peer = MakePeer(window);
+  if (window.peer == nullptr) return;
+  window.peer->SetIdentity(window.handle, window.id);
+  window.peer->SetText(window.text);
+  window.peer->SetPlace(window.place);
+  window.peer->SetEnabled((window.style & WS_DISABLED) == 0);
+}
+
+std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& windowClass,
+                                   const CREATESTRUCTW& creation) {
+  auto window = std::make_shared<Window>();
+  window->windowClass = windowClass;
+  window->queue = CurrentQueue();
+  window->parent = creation.hwndParent;
+  window->style = static_cast<DWORD>(creation.style);
+  window->isChild = (window->style & WS_CHILD) != 0;
+  window->exStyle = creation.dwExStyle;
+  window->place = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
+  window->id = window->isChild ? reinterpret_cast<UINT_PTR>(creation.hMenu) : 0;
+  window->text = creation.lpszName != nullptr ? creation.lpszName : L"";
+  window->procedure = windowClass->data.lpfnWndProc;
+  window->events = std::make_unique<PeerEvents>(*window);
+  return window;
 }
 
 // False when the window's procedure refused to be created, or destroyed the window.
@@ -60,21 +76,16 @@ bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& cr
   const auto parameter = reinterpret_cast<LPARAM>(&creation);
   if (window->CallProcedure(WM_NCCREATE, 0, parameter) == FALSE) {
     // It never was a window to its procedure, so only the last message tells that it ends.
-    if (window->IsLive()) SendLastMessage(window);
+    if (window->IsLive()) DestroyUncreated(window);
     return false;
   }
   if (!window->IsLive()) return false;
-  if (window->CallProcedure(WM_CREATE, 0, parameter) == -1 && window->IsLive()) Destroy(window);
+  const bool refused = window->CallProcedure(WM_CREATE, 0, parameter) == -1;
+  if (refused && window->IsLive()) DestroyWithAllItHas(window);
   return window->IsLive();
 }
 
 }  // namespace
-
-void ForgetWindowsOf(const ThreadQueue& queue) {
-  for (const auto& window : Windows().OfThread(queue))
-    Windows().Remove(window);
-}
-
 }  // namespace platform
 
 using namespace platform;
@@ -87,31 +98,16 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
     ::SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
     return nullptr;
   }
-  const bool isChild = (style & WS_CHILD) != 0;
-  if (!CheckRelations(parent, menu, isChild)) return nullptr;
+  if (!CheckRelations(parent, menu, (style & WS_CHILD) != 0)) return nullptr;
   JoinDesktop(CurrentQueue());
-
-  const auto window = std::make_shared<Window>();
-  window->windowClass = windowClass;
-  window->queue = CurrentQueue();
-  window->parent = parent;
-  window->isChild = isChild;
-  window->procedure = windowClass->data.lpfnWndProc;
-  Windows().Add(window);
   const CREATESTRUCTW creation = {
       parameter,  instance,  menu,   parent, height, width, y, x, static_cast<LONG>(style),
       windowName, className, exStyle};
-  return SendCreation(window, creation) ? window->handle : nullptr;
-}
-
-BOOL WINAPI DestroyWindow(HWND window) {
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return FALSE;
-  if (!found->BelongsToCaller()) {
-    ::SetLastError(ERROR_ACCESS_DENIED);
-    return FALSE;
-  }
-  // A window that is on its way out is not destroyed twice.
-  if (!found->isBeingDestroyed) Destroy(found);
-  return TRUE;
+  const auto window = MakeWindow(windowClass, creation);
+  Windows().Add(window);
+  if (windowClass->system != nullptr) window->control = windowClass->system->make(*window);
+  GivePeer(*window);
+  if (!SendCreation(window, creation)) return nullptr;
+  if (window->peer != nullptr && (style & WS_VISIBLE) != 0) window->peer->SetShown(true);
+  return window->handle;
 }

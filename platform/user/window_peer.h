@@ -36,6 +36,8 @@ class WindowPeer {
   // May be called from inside the peer's own event: the widget itself ends later.
   virtual ~WindowPeer() = default;
 
+  // Names the widget for whoever looks for it on the desktop; a child's number.
+  virtual void SetIdentity(HWND window, UINT_PTR id) = 0;
   virtual void SetText(const std::wstring& text) = 0;
   // Relative to the parent's client area, or to the screen.
   virtual void SetPlace(const RECT& place) = 0;

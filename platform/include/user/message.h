@@ -9,6 +9,7 @@ extern "C" {
 #define WM_NULL 0x0000u
 #define WM_CREATE 0x0001u
 #define WM_DESTROY 0x0002u
+#define WM_CLOSE 0x0010u
 #define WM_QUIT 0x0012u
 #define WM_NCCREATE 0x0081u
 #define WM_NCDESTROY 0x0082u

@@ -1,0 +1,27 @@
+// What the user does to a window, turned into its messages. Owned by the window, on the window
+// thread. Nothing but painting is answered inside the desktop's event; all else is deferred, and
+// the window looked up again then.
+#pragma once
+
+#include "platform/user/window.h"
+
+namespace platform {
+
+class PeerEvents final : public WindowEvents {
+ public:
+  explicit PeerEvents(Window& window) : window_(window) {}
+
+  void OnPaint(Canvas& canvas, const RECT& damaged) override;
+  void OnCloseRequested() override;
+  void OnPlaceChanged(const RECT& place) override;
+  void OnActivationChanged(bool active) override;
+  void OnFocusChanged(bool focused) override;
+  void OnHelpRequested() override;
+
+ private:
+  void DeferMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+  Window& window_;
+};
+
+}  // namespace platform

@@ -1,0 +1,71 @@
+#include "platform/user/window_destruction.h"
+
+#include "platform/user/window_list.h"
+
+namespace platform {
+namespace {
+
+// First the window, then its children.
+void SendDestroy(const std::shared_ptr<Window>& window) {
+  if (!window->IsLive() || window->isBeingDestroyed) return;
+  window->isBeingDestroyed = true;
+  window->CallProcedure(WM_DESTROY, 0, 0);
+  for (const auto& child : Windows().ChildrenOf(window->handle))
+    SendDestroy(child);
+}
+
+void EndPeerLater(const std::shared_ptr<Window>& window) {
+  if (window->peer == nullptr) return;
+  window->peer->SetShown(false);
+  window->queue->Defer([window] { window->peer.reset(); });
+}
+
+// First the children, then the window.
+void SendLastMessage(const std::shared_ptr<Window>& window) {
+  for (const auto& child : Windows().ChildrenOf(window->handle))
+    SendLastMessage(child);
+  if (!window->IsLive()) return;
+  window->isBeingDestroyed = true;
+  window->CallProcedure(WM_NCDESTROY, 0, 0);
+  // A destruction that was under way around this one may have ended the window meanwhile.
+  if (!window->IsLive()) return;
+  Windows().Remove(window);
+  EndPeerLater(window);
+}
+
+}  // namespace
+
+void DestroyWithAllItHas(const std::shared_ptr<Window>& window) {
+  if (window->isBeingDestroyed) return;
+  for (const auto& owned : Windows().OwnedBy(window->handle)) {
+    if (owned->IsLive()) DestroyWithAllItHas(owned);
+  }
+  SendDestroy(window);
+  SendLastMessage(window);
+}
+
+void DestroyUncreated(const std::shared_ptr<Window>& window) {
+  SendLastMessage(window);
+}
+
+void ForgetWindowsOf(const ThreadQueue& queue) {
+  for (const auto& window : Windows().OfThread(queue)) {
+    Windows().Remove(window);
+    window->peer.reset();
+  }
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI DestroyWindow(HWND window) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  if (!found->BelongsToCaller()) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+  }
+  DestroyWithAllItHas(found);
+  return TRUE;
+}
