@@ -5,6 +5,9 @@
 
 namespace platform {
 
-class QtMenus final : public MenuBackend {};
+class QtMenus final : public MenuBackend {
+ public:
+  std::unique_ptr<ShownMenu> Show(const TrackedMenu& menu, MenuEvents& events) override;
+};
 
 }  // namespace platform

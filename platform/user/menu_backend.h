@@ -1,11 +1,64 @@
-// The desktop's side of popup menus. Lives on the window thread.
+// A popup menu on its way to the user, as plain data, and the desktop's side of showing it. Lives
+// on the window thread. Lengths are pixels of 96 to the inch.
 #pragma once
 
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/gdi/canvas.h"
+
 namespace platform {
+
+struct TrackedItem {
+  // The menu that holds it.
+  HMENU menu = nullptr;
+  UINT command = 0;
+  std::wstring text;
+  ULONG_PTR data = 0;
+  bool isSeparator = false;
+  bool isOwnerDrawn = false;
+  bool isDefault = false;
+  bool isEnabled = true;
+  bool isChecked = false;
+  bool opensSubmenu = false;
+  std::vector<TrackedItem> submenu;
+};
+
+struct TrackedMenu {
+  HWND owner = nullptr;
+  POINT place{};
+  UINT flags = 0;  // TPM_...
+  std::vector<TrackedItem> items;
+};
+
+// What the desktop asks and tells while a menu is open. The items are those of the shown menu.
+class MenuEvents {
+ public:
+  virtual ~MenuEvents() = default;
+
+  virtual SIZE Measure(const TrackedItem& item) = 0;
+  // Draws the item into the area; `action` and `state` are those of WM_DRAWITEM.
+  virtual void Draw(const TrackedItem& item, UINT action, UINT state, Canvas& canvas,
+                    const RECT& area) = 0;
+  // A choice, or 0 for none. May be told more than once; the first counts.
+  virtual void OnClosed(UINT command) = 0;
+};
+
+// A menu on the screen; closed by its destructor.
+class ShownMenu {
+ public:
+  virtual ~ShownMenu() = default;
+};
 
 class MenuBackend {
  public:
   virtual ~MenuBackend() = default;
+
+  // Shows the menu and returns at once. Menu and events outlive what is returned.
+  virtual std::unique_ptr<ShownMenu> Show(const TrackedMenu& menu, MenuEvents& events) = 0;
 };
 
 }  // namespace platform

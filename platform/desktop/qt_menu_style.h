@@ -1,0 +1,48 @@
+// How the items of one popup menu look: those that the owner draws are measured and drawn by it,
+// all else as the desktop's style has it. Lives on the window thread, at least as long as its
+// menus.
+#pragma once
+
+#include <QAction>
+#include <QProxyStyle>
+#include <QStyleOptionMenuItem>
+#include <map>
+
+#include "platform/user/menu_backend.h"
+
+namespace platform {
+
+class QtMenuStyle final : public QProxyStyle {
+ public:
+  // `searchesByLetter`: letters look for the texts that begin with them; else they are mnemonics.
+  QtMenuStyle(MenuEvents& events, bool searchesByLetter);
+
+  // The owner is not asked any more.
+  void Detach() { events_ = nullptr; }
+
+  static void Attach(QAction& action, const TrackedItem& item);
+  static const TrackedItem& ItemOf(const QAction& action);
+  // Marks the option as that of an item which the owner draws.
+  static void MarkOwnerDrawn(QStyleOptionMenuItem& option, const QAction& action);
+
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
+
+ private:
+  QSize Measure(const TrackedItem& item) const;
+  UINT ActionFor(const TrackedItem& item, bool selected) const;
+  void Draw(const TrackedItem& item, const QStyleOption& option, QPainter& painter) const;
+  void DrawArrow(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
+
+  MenuEvents* events_;
+  const bool searchesByLetter_;
+  // Each item is measured once, and drawn as selected or not. The style's own functions are const.
+  mutable std::map<const TrackedItem*, QSize> sizes_;
+  mutable std::map<const TrackedItem*, bool> drawnSelected_;
+};
+
+}  // namespace platform

@@ -1,0 +1,100 @@
+#include "platform/desktop/qt_menus.h"
+
+#include <QKeySequence>
+#include <QMenu>
+#include <QPointer>
+#include <algorithm>
+
+#include "platform/desktop/qt_menu_style.h"
+#include "platform/desktop/qt_peer.h"
+
+namespace platform {
+namespace {
+
+bool HasMnemonic(const TrackedItem& item) {
+  return !QKeySequence::mnemonic(QString::fromStdWString(item.text)).isEmpty() ||
+         std::ranges::any_of(item.submenu, HasMnemonic);
+}
+
+class PopupMenu final : public QMenu {
+ public:
+  PopupMenu(const std::vector<TrackedItem>& items, QtMenuStyle& style, QWidget* parent)
+      : QMenu(parent) {
+    setStyle(&style);
+    for (const TrackedItem& item : items)
+      AddItem(item, style);
+  }
+
+ private:
+  void AddItem(const TrackedItem& item, QtMenuStyle& style) {
+    QAction* action = AddAction(item, style);
+    QtMenuStyle::Attach(*action, item);
+    action->setEnabled(item.isEnabled);
+    action->setCheckable(item.isChecked);
+    action->setChecked(item.isChecked);
+    if (item.isDefault) setDefaultAction(action);
+  }
+
+  QAction* AddAction(const TrackedItem& item, QtMenuStyle& style) {
+    if (item.isSeparator) return addSeparator();
+    const QString text = QString::fromStdWString(item.text);
+    if (!item.opensSubmenu) return addAction(text);
+    auto* submenu = new PopupMenu(item.submenu, style, this);
+    submenu->setTitle(text);
+    return addMenu(submenu);
+  }
+
+  void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
+    QMenu::initStyleOption(option, action);
+    const TrackedItem& item = QtMenuStyle::ItemOf(*action);
+    if (item.isOwnerDrawn && !item.isSeparator) QtMenuStyle::MarkOwnerDrawn(*option, *action);
+  }
+};
+
+// The upper left corner of a menu that the flags align to the place.
+QPoint AlignedPlace(const TrackedMenu& menu, QSize size) {
+  QPoint place(menu.place.x, menu.place.y);
+  if ((menu.flags & TPM_CENTERALIGN) != 0) place.rx() -= size.width() / 2;
+  if ((menu.flags & TPM_RIGHTALIGN) != 0) place.rx() -= size.width();
+  if ((menu.flags & TPM_VCENTERALIGN) != 0) place.ry() -= size.height() / 2;
+  if ((menu.flags & TPM_BOTTOMALIGN) != 0) place.ry() -= size.height();
+  return place;
+}
+
+class QtShownMenu final : public ShownMenu {
+ public:
+  QtShownMenu(const TrackedMenu& menu, MenuEvents& events)
+      : style_(new QtMenuStyle(events, !std::ranges::any_of(menu.items, HasMnemonic))),
+        menu_(new PopupMenu(menu.items, *style_, nullptr)) {
+    // The menus refer to their style until they are gone.
+    QObject::connect(menu_, &QObject::destroyed, [style = style_] { delete style; });
+    QObject::connect(menu_, &QMenu::triggered, &connections_, [&events](QAction* action) {
+      events.OnClosed(QtMenuStyle::ItemOf(*action).command);
+    });
+    // A menu goes before it tells what was chosen, so its going is looked at later.
+    QObject::connect(
+        menu_, &QMenu::aboutToHide, &connections_, [&events] { events.OnClosed(0); },
+        Qt::QueuedConnection);
+    menu_->popup(AlignedPlace(menu, menu_->sizeHint()));
+  }
+
+  ~QtShownMenu() override {
+    style_->Detach();
+    RetireWidget(menu_);
+  }
+  QtShownMenu(const QtShownMenu&) = delete;
+  QtShownMenu& operator=(const QtShownMenu&) = delete;
+
+ private:
+  QtMenuStyle* const style_;
+  const QPointer<QMenu> menu_;
+  QObject connections_;
+};
+
+}  // namespace
+
+std::unique_ptr<ShownMenu> QtMenus::Show(const TrackedMenu& menu, MenuEvents& events) {
+  return std::make_unique<QtShownMenu>(menu, events);
+}
+
+}  // namespace platform

@@ -1,0 +1,147 @@
+#include "platform/user/menu_tracking.h"
+
+#include <atomic>
+#include <optional>
+
+#include "platform/gdi/lent_dc.h"
+#include "platform/kernel/log.h"
+#include "platform/user/desktop.h"
+#include "platform/user/menu.h"
+#include "platform/user/modal_loop.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+constexpr UINT kSupportedFlags = TPM_RIGHTBUTTON | TPM_CENTERALIGN | TPM_RIGHTALIGN |
+                                 TPM_VCENTERALIGN | TPM_BOTTOMALIGN | TPM_NONOTIFY | TPM_RETURNCMD;
+
+struct TrackerSlot {
+  std::mutex mutex;
+  MenuTracker tracker;
+};
+
+TrackerSlot& Slot() {
+  static TrackerSlot& slot = *new TrackerSlot;
+  return slot;
+}
+
+MenuTracker CurrentTracker() {
+  TrackerSlot& slot = Slot();
+  const std::lock_guard lock(slot.mutex);
+  return slot.tracker;
+}
+
+// One menu is open at a time.
+class OpenMenu {
+ public:
+  OpenMenu() : isFirst_(!isOpen_.exchange(true)) {}
+  ~OpenMenu() {
+    if (isFirst_) isOpen_ = false;
+  }
+  OpenMenu(const OpenMenu&) = delete;
+  OpenMenu& operator=(const OpenMenu&) = delete;
+
+  bool IsFirst() const { return isFirst_; }
+
+ private:
+  static inline std::atomic<bool> isOpen_ = false;
+  const bool isFirst_;
+};
+
+// What the owner has to say to a menu that is open, and what came of it.
+class MenuSession final : public MenuEvents {
+ public:
+  MenuSession(HWND owner, ThreadQueue& queue) : owner_(owner), queue_(queue) {}
+
+  SIZE Measure(const TrackedItem& item) override {
+    MEASUREITEMSTRUCT measure{};
+    measure.CtlType = ODT_MENU;
+    measure.itemID = item.command;
+    measure.itemData = item.data;
+    ::SendMessageW(owner_, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&measure));
+    return {static_cast<LONG>(measure.itemWidth), static_cast<LONG>(measure.itemHeight)};
+  }
+
+  void Draw(const TrackedItem& item, UINT action, UINT state, Canvas& canvas,
+            const RECT& area) override {
+    const LentDc context(canvas);
+    DRAWITEMSTRUCT draw{};
+    draw.CtlType = ODT_MENU;
+    draw.itemID = item.command;
+    draw.itemAction = action;
+    draw.itemState = state;
+    // For menus the member of that name is a menu, as documented.
+    draw.hwndItem = reinterpret_cast<HWND>(item.menu);
+    draw.hDC = context.Get();
+    draw.rcItem = area;
+    draw.itemData = item.data;
+    ::SendMessageW(owner_, WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw));
+  }
+
+  void OnClosed(UINT command) override {
+    queue_.Defer([result = result_, command] {
+      if (!result->has_value()) *result = command;
+    });
+  }
+
+  // The command, 0 when nothing was chosen; nothing as long as the menu is open.
+  std::optional<UINT> Result() const {
+    return ::IsWindow(owner_) != FALSE ? *result_ : std::optional<UINT>(0u);
+  }
+
+ private:
+  const HWND owner_;
+  ThreadQueue& queue_;
+  // Shared with what is deferred, which may run when the menu is long gone.
+  const std::shared_ptr<std::optional<UINT>> result_ = std::make_shared<std::optional<UINT>>();
+};
+
+UINT TrackOnDesktop(const TrackedMenu& menu) {
+  ThreadQueue& queue = *CurrentQueue();
+  MenuSession session(menu.owner, queue);
+  const auto shown = Desktop().Menus().Show(menu, session);
+  if (!RunModalLoop(queue, [&] { return session.Result().has_value(); })) return 0;
+  return session.Result().value_or(0);
+}
+
+bool IsSupported(UINT flags, LPTPMPARAMS parameters) {
+  const bool supported = (flags & ~kSupportedFlags) == 0 && (flags & TPM_RETURNCMD) != 0;
+  if (supported && parameters == nullptr) return true;
+  LogLine("TrackPopupMenuEx: unsupported flags or parameters");
+  ::SetLastError(ERROR_INVALID_PARAMETER);
+  return false;
+}
+
+UINT Track(const TrackedMenu& menu) {
+  if (const MenuTracker tracker = CurrentTracker()) return tracker(menu);
+  UINT command = 0;
+  if (RunOnWindowThread([&] { command = TrackOnDesktop(menu); })) return command;
+  LogLine("popup menu: there is no desktop to show it on");
+  ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
+  return 0;
+}
+
+}  // namespace
+
+void SetMenuTracker(MenuTracker tracker) {
+  TrackerSlot& slot = Slot();
+  const std::lock_guard lock(slot.mutex);
+  slot.tracker = std::move(tracker);
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND owner,
+                             LPTPMPARAMS parameters) {
+  if (FindMenu(menu) == nullptr || FindWindowOf(owner) == nullptr) return 0;
+  if (!IsSupported(flags, parameters)) return 0;
+  const OpenMenu open;
+  if (!open.IsFirst()) {
+    ::SetLastError(ERROR_POPUP_ALREADY_ACTIVE);
+    return 0;
+  }
+  return static_cast<BOOL>(Track({owner, {x, y}, flags, CopyItems(menu)}));
+}
