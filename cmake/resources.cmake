@@ -17,10 +17,17 @@ function(qg_add_resources target script messages)
   endif()
 endfunction()
 
+# What a script in this folder may name besides what the preprocessor includes.
+function(qg_resource_files home result)
+  file(GLOB files CONFIGURE_DEPENDS ${home}/images/*.ico ${home}/images/*.bmp ${home}/*.manifest)
+  set(${result} ${files} PARENT_SCOPE)
+endfunction()
+
 function(qg_layer_resources target script messages stem folder)
   get_filename_component(name ${script} NAME)
   get_filename_component(home ${script} DIRECTORY)
   set(product ${folder}/${name})
+  qg_resource_files(${home} files)
   add_custom_command(OUTPUT ${folder}/${stem}.rc
     COMMAND rescomp messages ${messages} ${folder}
     DEPENDS rescomp ${messages}
@@ -30,7 +37,7 @@ function(qg_layer_resources target script messages stem folder)
       -I ${CMAKE_SOURCE_DIR}/platform/include
       -MD -MF ${product}.d -MT ${product}.cpp ${script} -o ${product}.i
     COMMAND rescomp script ${product}.i ${product}.cpp ${home} ${folder}
-    DEPENDS rescomp ${script} ${folder}/${stem}.rc
+    DEPENDS rescomp ${script} ${files} ${folder}/${stem}.rc
     DEPFILE ${product}.d
     VERBATIM)
   add_library(${target} OBJECT ${product}.cpp)
@@ -46,8 +53,12 @@ function(qg_windows_resources target script messages stem folder)
     COMMAND ${QG_MESSAGE_COMPILER} -A -C 65001 -h ${folder} -r ${folder} ${folder}/${stem}.mc
     DEPENDS ${folder}/${stem}.mc
     VERBATIM)
+  get_filename_component(home ${script} DIRECTORY)
+  file(GLOB included CONFIGURE_DEPENDS ${home}/*.rc)
+  qg_resource_files(${home} files)
   enable_language(RC)
   add_library(${target} OBJECT ${script})
-  target_include_directories(${target} PRIVATE ${folder})
-  set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS ${folder}/${stem}.rc)
+  target_include_directories(${target} PRIVATE ${home} ${folder})
+  set_source_files_properties(${script} PROPERTIES
+    OBJECT_DEPENDS "${included};${files};${folder}/${stem}.rc")
 endfunction()

@@ -51,6 +51,10 @@ void ByteWriter::PutBytes(std::string_view bytes) {
   bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
 }
 
+void ByteWriter::PutBytes(const Bytes& bytes) {
+  bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+}
+
 void ByteWriter::PutText(std::u16string_view text) {
   for (const char16_t unit : text)
     Put16(unit);

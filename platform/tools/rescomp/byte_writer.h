@@ -17,6 +17,7 @@ class ByteWriter {
   void Put16(std::uint16_t value);
   void Put32(std::uint32_t value);
   void PutBytes(std::string_view bytes);
+  void PutBytes(const Bytes& bytes);
   // UTF-16 with a terminating null.
   void PutText(std::u16string_view text);
   void AlignTo4();

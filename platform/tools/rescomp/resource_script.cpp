@@ -5,6 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/tools/rescomp/dialog_statement.h"
+#include "platform/tools/rescomp/image_file.h"
 #include "platform/tools/rescomp/token_stream.h"
 #include "platform/tools/rescomp/version_info.h"
 
@@ -12,6 +14,10 @@ namespace rescomp {
 
 namespace {
 
+constexpr std::uint16_t kTypeBitmap = 2;
+constexpr std::uint16_t kTypeIcon = 3;
+constexpr std::uint16_t kTypeDialog = 5;
+constexpr std::uint16_t kTypeIconGroup = 14;
 constexpr std::uint16_t kTypeVersion = 16;
 
 struct TypeKeyword {
@@ -30,12 +36,16 @@ class ScriptCompiler {
  private:
   void CompileStatement();
   void ReadLanguage();
+  void CompileContent(CompiledResource& resource);
+  void CompileIcon(CompiledResource& resource);
+  void Add(CompiledResource resource, const SourcePlace& place);
   std::uint16_t ReadFileType();
   Bytes ReadNamedFile();
 
   TokenStream tokens_;
   std::span<const std::filesystem::path> folders_;
   std::uint16_t language_ = 0;  // neutral
+  std::uint16_t nextIconImage_ = 1;
   std::vector<CompiledResource> resources_;
 };
 
@@ -63,13 +73,44 @@ void ScriptCompiler::CompileStatement() {
   CompiledResource resource;
   resource.name = tokens_.Number16();
   resource.language = language_;
+  try {
+    CompileContent(resource);
+  } catch (const SourceError&) {
+    throw;
+  } catch (const std::runtime_error& error) {
+    throw SourceError(place, error.what());
+  }
+  Add(std::move(resource), place);
+}
+
+void ScriptCompiler::CompileContent(CompiledResource& resource) {
   if (tokens_.Accept("VERSIONINFO")) {
     resource.type = kTypeVersion;
     resource.data = CompileVersionInfo(tokens_);
+  } else if (tokens_.Accept("DIALOGEX") || tokens_.Accept("DIALOG")) {
+    resource.type = kTypeDialog;
+    resource.data = EncodeDialogTemplate(ReadDialogStatement(tokens_));
+  } else if (tokens_.Accept("ICON")) {
+    CompileIcon(resource);
+  } else if (tokens_.Accept("BITMAP")) {
+    resource.type = kTypeBitmap;
+    resource.data = BitmapWithoutFileHeader(ReadNamedFile());
   } else {
     resource.type = ReadFileType();
     resource.data = ReadNamedFile();
   }
+}
+
+void ScriptCompiler::CompileIcon(CompiledResource& resource) {
+  const SourcePlace place = tokens_.Peek().place;
+  std::vector<IconImage> images = ReadIconFile(ReadNamedFile());
+  resource.type = kTypeIconGroup;
+  resource.data = EncodeIconGroup(images, nextIconImage_);
+  for (IconImage& image : images)
+    Add({kTypeIcon, nextIconImage_++, language_, std::move(image.data)}, place);
+}
+
+void ScriptCompiler::Add(CompiledResource resource, const SourcePlace& place) {
   const auto same = [&](const CompiledResource& other) {
     return other.type == resource.type && other.name == resource.name &&
            other.language == resource.language;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "platform/tools/rescomp/byte_writer.h"
+
 namespace rescomp {
 
 bool EqualKeywords(std::string_view left, std::string_view right) {
@@ -78,6 +80,11 @@ std::string TokenStream::String() {
     Fail("a string is expected before '" + Peek().text + "'");
   }
   return Take().text;
+}
+
+std::u16string TokenStream::WideString() {
+  // The tokens have been checked to be UTF-8.
+  return Utf16(String()).value_or(std::u16string());
 }
 
 }  // namespace rescomp

@@ -30,11 +30,12 @@ class TokenStream {
   // Numbers joined by + - | & with ~, unary minus and parentheses, from left to right.
   std::uint32_t Number();
   std::uint16_t Number16();
+  // One number, or an expression in parentheses.
+  std::uint32_t Operand();
   std::string String();
+  std::u16string WideString();
 
  private:
-  std::uint32_t Operand();
-
   std::vector<Token> tokens_;
   std::size_t next_ = 0;
 };

@@ -1,33 +1,16 @@
-#include "platform/tools/rescomp/resource_script.h"
-
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <fstream>
-
-#include "platform/tools/rescomp/source_error.h"
+#include "platform/resources/script_fixture.h"
 
 namespace rescomp {
 namespace {
 
-using testing::HasSubstr;
-
-class ResourceScript : public testing::Test {
+class ResourceScript : public ScriptFixture {
  protected:
   ResourceScript() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "rescomp-XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
-    std::ofstream(folder_ / "table.bin") << "bytes";
-    std::ofstream(folder_ / "empty.bin").flush();
+    Write("table.bin", "bytes");
+    Write("empty.bin", "");
   }
-  ~ResourceScript() override { std::filesystem::remove_all(folder_); }
-
-  std::vector<CompiledResource> Compile(const std::string& script) const {
-    const std::filesystem::path folders[] = {"/nowhere", folder_};
-    return CompileScript(script, "script.i", folders);
-  }
-
-  std::filesystem::path folder_;
 };
 
 // The words at an offset, as a text that ends in a null.
@@ -110,7 +93,7 @@ TEST_F(ResourceScript, MistakesAreToldWithFileAndLine) {
       {"1 11 \"empty.bin\"\n", "script.i:1: the file 'empty.bin' is empty"},
       {"1 11 \"table.bin\"\n1 11 \"table.bin\"\n", "script.i:2: this resource comes twice"},
       {"1 11 table\n", "a string is expected before 'table'"},
-      {"1 DIALOGEX 0, 0, 1, 1\n", "resources of type 'DIALOGEX' are not supported"},
+      {"1 ACCELERATORS\n", "resources of type 'ACCELERATORS' are not supported"},
       {"ONE 11 \"table.bin\"\n", "a number is expected before 'ONE'"},
       {"70000 11 \"table.bin\"\n", "the number must fit in 16 bits"},
       {"0x1G 11 \"table.bin\"\n", "'0x1G' is not a 32-bit number"},
@@ -125,14 +108,8 @@ TEST_F(ResourceScript, MistakesAreToldWithFileAndLine) {
       {"1 11 \"\xE5\"\n", "script.i:1: the line is not UTF-8"},
       {"#include \"x.rc\"\n", "was left by the preprocessor"},
   };
-  for (const auto& each : kCases) {
-    try {
-      Compile(each.script);
-      ADD_FAILURE() << "no error for " << each.script;
-    } catch (const SourceError& error) {
-      EXPECT_THAT(error.what(), HasSubstr(each.error));
-    }
-  }
+  for (const auto& each : kCases)
+    ExpectMistake(each.script, each.error);
 }
 
 }  // namespace
