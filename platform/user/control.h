@@ -23,6 +23,10 @@ class Control {
 
   // The answer to a message; nothing: DefWindowProcW answers.
   virtual std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+  // The value that the class keeps with each window at that offset (GetWindowLongPtrW with an index
+  // from zero on); null when there is none.
+  virtual LONG_PTR* Extra(int /*index*/) { return nullptr; }
 };
 
 struct SystemClass {

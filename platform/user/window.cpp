@@ -1,8 +1,17 @@
 #include "platform/user/window.h"
 
+#include <utility>
+
 #include "platform/user/window_list.h"
 
 namespace platform {
+namespace {
+
+LONG_PTR* ExtraOf(const Window& window, int index) {
+  return index >= 0 && window.control != nullptr ? window.control->Extra(index) : nullptr;
+}
+
+}  // namespace
 
 bool Window::BelongsToCaller() const {
   return queue->ThreadId() == ::GetCurrentThreadId();
@@ -55,6 +64,7 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) {
   if (found == nullptr) return 0;
   if (index == GWLP_USERDATA) return found->userData.load();
   if (index == GWLP_WNDPROC) return reinterpret_cast<LONG_PTR>(found->procedure.load());
+  if (const LONG_PTR* extra = ExtraOf(*found, index)) return *extra;
   ::SetLastError(ERROR_INVALID_INDEX);
   return 0;
 }
@@ -66,6 +76,7 @@ LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
   if (index == GWLP_WNDPROC && value != 0) {
     return reinterpret_cast<LONG_PTR>(found->procedure.exchange(reinterpret_cast<WNDPROC>(value)));
   }
+  if (LONG_PTR* extra = ExtraOf(*found, index)) return std::exchange(*extra, value);
   ::SetLastError(index == GWLP_WNDPROC ? ERROR_INVALID_PARAMETER : ERROR_INVALID_INDEX);
   return 0;
 }
