@@ -1,11 +1,39 @@
-// The desktop's side of the controls. Lives on the window thread.
+// The desktop's side of the controls: a peer of its own kind for each. Lives on the window thread.
 #pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "platform/controls/button_peer.h"
+#include "platform/controls/combo_box_peer.h"
+#include "platform/controls/edit_peer.h"
+#include "platform/controls/static_peer.h"
+#include "platform/controls/tab_peer.h"
 
 namespace platform {
 
+// What every peer of a control is made from.
+struct PeerOrigin {
+  WindowEvents& events;
+  WindowPeer* parent;  // null for a top-level window
+  DWORD style;         // of the window and of its class
+};
+
+// The events outlive the peer.
 class ControlPeers {
  public:
   virtual ~ControlPeers() = default;
+
+  virtual std::unique_ptr<StaticPeer> MakeStatic(const PeerOrigin& origin,
+                                                 StaticEvents& events) = 0;
+  // The earlier button of the same group, if this is a radio button that does not start one.
+  virtual std::unique_ptr<ButtonPeer> MakeButton(const PeerOrigin& origin, ButtonEvents& events,
+                                                 ButtonPeer* sameGroup) = 0;
+  virtual std::unique_ptr<EditPeer> MakeEdit(const PeerOrigin& origin, EditEvents& events) = 0;
+  virtual std::unique_ptr<ComboBoxPeer> MakeComboBox(const PeerOrigin& origin,
+                                                     ComboBoxEvents& events) = 0;
+  virtual std::unique_ptr<TabPeer> MakeTab(const PeerOrigin& origin, TabEvents& events) = 0;
 };
 
 }  // namespace platform

@@ -1,9 +1,31 @@
+#include <array>
+
+#include "platform/controls/button_control.h"
+#include "platform/controls/combo_box.h"
+#include "platform/controls/edit_control.h"
+#include "platform/controls/static_control.h"
+#include "platform/controls/tab_control.h"
 #include "platform/user/control.h"
 
 namespace platform {
+namespace {
+
+template <class Kind>
+std::unique_ptr<Control> Make(Window& window) {
+  return std::make_unique<Kind>(window);
+}
+
+}  // namespace
 
 std::span<const SystemClass> SystemClasses() {
-  return {};
+  static constexpr std::array kClasses = {
+      SystemClass{L"Static", Make<StaticControl>},
+      SystemClass{L"Button", Make<ButtonControl>},
+      SystemClass{L"Edit", Make<EditControl>},
+      SystemClass{L"ComboBox", Make<ComboBox>},
+      SystemClass{L"SysTabControl32", Make<TabControl>},
+  };
+  return kClasses;
 }
 
 }  // namespace platform

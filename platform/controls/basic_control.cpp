@@ -1,0 +1,77 @@
+#include "platform/controls/basic_control.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "platform/kernel/log.h"
+#include "platform/user/window_list.h"
+
+namespace platform {
+namespace {
+
+// Whoever the parent is now gets it; nobody when the control has gone meanwhile.
+void SendCommand(HWND control, WORD code) {
+  const auto window = FindWindowOf(control);
+  if (window == nullptr || window->parent == nullptr) return;
+  ::SendMessageW(window->parent, WM_COMMAND, MAKEWPARAM(LOWORD(window->id), code),
+                 reinterpret_cast<LPARAM>(control));
+}
+
+bool TakesKeyboard(const Window& window) {
+  constexpr DWORD kNeeded = WS_TABSTOP | WS_VISIBLE;
+  return (window.style & (kNeeded | WS_DISABLED)) == kNeeded && window.peer != nullptr;
+}
+
+}  // namespace
+
+int CopyBounded(const std::wstring& text, wchar_t* buffer, int characters) {
+  if (buffer == nullptr || characters <= 0) return 0;
+  const int copied = std::min(characters - 1, static_cast<int>(text.size()));
+  std::copy_n(text.begin(), copied, buffer);
+  buffer[copied] = L'\0';
+  return copied;
+}
+
+PeerOrigin BasicControl::Origin(WindowPeer* parent) const {
+  return {*window_.events, parent, window_.style};
+}
+
+void BasicControl::Command(WORD code) const {
+  SendCommand(window_.handle, code);
+}
+
+void BasicControl::CommandLater(WORD code) const {
+  window_.queue->Defer([control = window_.handle, code] { SendCommand(control, code); });
+}
+
+LRESULT BasicControl::SendNotification(HWND control, NMHDR* header) {
+  const auto window = FindWindowOf(control);
+  if (window == nullptr || window->parent == nullptr) return 0;
+  return ::SendMessageW(window->parent, WM_NOTIFY, header->idFrom,
+                        reinterpret_cast<LPARAM>(header));
+}
+
+void BasicControl::FocusNext() const {
+  const auto siblings = Windows().ChildrenOf(window_.parent);
+  auto each = std::ranges::find(siblings, window_.handle, &Window::handle);
+  if (each == siblings.end()) return;
+  each = std::find_if(std::next(each), siblings.end(),
+                      [](const auto& sibling) { return TakesKeyboard(*sibling); });
+  if (each != siblings.end()) (*each)->peer->Focus();
+}
+
+void BasicControl::Resize(int width, int height) const {
+  RECT& place = window_.place;
+  place.right = place.left + width;
+  place.bottom = place.top + height;
+  if (window_.peer != nullptr) window_.peer->SetPlace(place);
+}
+
+LRESULT BasicControl::Refuse(const char* control, UINT message, LRESULT failure) const {
+  char text[80];
+  std::snprintf(text, sizeof text, "%s: message 0x%04X: not supported", control, message);
+  LogLine(text);
+  return failure;
+}
+
+}  // namespace platform

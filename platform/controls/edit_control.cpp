@@ -1,0 +1,104 @@
+#include "platform/controls/edit_control.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/kernel/log.h"
+#include "platform/user/desktop.h"
+
+namespace platform {
+namespace {
+
+constexpr DWORD kStyles =
+    ES_CENTER | ES_RIGHT | ES_PASSWORD | ES_AUTOHSCROLL | ES_READONLY | ES_NUMBER;
+constexpr DWORD kOwnStyles = 0xFFFF;     // the low word is the class's own
+constexpr int kNoLimit = 0x7FFFFFFE;     // what a limit of 0 means for a single line
+constexpr DWORD kMostInResult = 0xFFFF;  // EM_GETSEL's result holds two words
+
+}  // namespace
+
+std::unique_ptr<WindowPeer> EditControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
+  return Desktop().Controls().MakeEdit(Origin(parent), *this);
+}
+
+std::optional<LRESULT> EditControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_NCCREATE:
+      if ((Self().style & kOwnStyles & ~kStyles) == 0) return std::nullopt;
+      LogLine("Edit: this style is not supported");
+      return FALSE;
+    case WM_GETDLGCODE:
+      return DLGC_WANTCHARS | DLGC_WANTARROWS | DLGC_HASSETSEL;
+    case WM_SETTEXT:
+      return SetContent(reinterpret_cast<const wchar_t*>(lParam));
+    case WM_SETFOCUS:
+      Command(EN_SETFOCUS);
+      return 0;
+    case WM_KILLFOCUS:
+      Command(EN_KILLFOCUS);
+      return 0;
+    case EM_SETSEL:
+      Select(static_cast<int>(wParam), static_cast<int>(lParam));
+      return 0;
+    case EM_GETSEL:
+      return Selection(reinterpret_cast<DWORD*>(wParam), reinterpret_cast<DWORD*>(lParam));
+    case EM_SETLIMITTEXT:
+      SetLimit(wParam);
+      return 0;
+    case EM_GETLIMITTEXT:
+      return limit_;
+    case EM_SETREADONLY:
+      SetReadOnly(wParam != FALSE);
+      return TRUE;
+    default:
+      if (message >= EM_GETSEL && message <= EM_GETLIMITTEXT) return Refuse("Edit", message, 0);
+      return std::nullopt;
+  }
+}
+
+void EditControl::OnEdited(const std::wstring& text) {
+  Self().text = text;
+  CommandLater(EN_CHANGE);
+}
+
+LRESULT EditControl::SetContent(const wchar_t* text) {
+  Self().text = text != nullptr ? text : L"";
+  selection_ = {};
+  if (Peer() != nullptr) Peer()->SetText(Self().text);
+  Command(EN_CHANGE);
+  return TRUE;
+}
+
+void EditControl::Select(int start, int end) {
+  // A start below zero selects nothing; an end below zero means the end of the text.
+  if (start < 0) start = end = Current().caret;
+  if (end < 0) end = Length();
+  selection_ = {std::min(start, Length()), std::min(end, Length())};
+  if (Peer() != nullptr) Peer()->SetSelection(selection_);
+}
+
+EditSelection EditControl::Current() const {
+  return Peer() != nullptr ? Peer()->Selection() : selection_;
+}
+
+LRESULT EditControl::Selection(DWORD* start, DWORD* end) const {
+  const EditSelection now = Current();
+  const auto [low, high] =
+      std::minmax(static_cast<DWORD>(now.anchor), static_cast<DWORD>(now.caret));
+  if (start != nullptr) *start = low;
+  if (end != nullptr) *end = high;
+  return high > kMostInResult ? -1 : MAKELONG(low, high);
+}
+
+void EditControl::SetLimit(WPARAM characters) {
+  const bool unlimited = characters == 0 || characters > WPARAM{kNoLimit};
+  limit_ = unlimited ? kNoLimit : static_cast<int>(characters);
+  if (Peer() != nullptr) Peer()->SetLimit(limit_);
+}
+
+void EditControl::SetReadOnly(bool readOnly) {
+  Self().style = readOnly ? Self().style | ES_READONLY : Self().style & ~ES_READONLY;
+  if (Peer() != nullptr) Peer()->SetReadOnly(readOnly);
+}
+
+}  // namespace platform

@@ -1,0 +1,75 @@
+#include "platform/controls/static_control.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/gdi/gdi_objects.h"
+#include "platform/kernel/log.h"
+#include "platform/user/desktop.h"
+
+namespace platform {
+
+std::unique_ptr<WindowPeer> StaticControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
+  return Desktop().Controls().MakeStatic(Origin(parent), *this);
+}
+
+std::optional<LRESULT> StaticControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_NCCREATE:
+      if (IsSupported()) return std::nullopt;
+      LogLine("Static: this style is not supported");
+      return FALSE;
+    case WM_GETDLGCODE:
+      return DLGC_STATIC;
+    case STM_SETICON:
+      return SetImage(IMAGE_ICON, reinterpret_cast<void*>(wParam));
+    case STM_GETICON:
+      return Kind() == SS_ICON ? reinterpret_cast<LRESULT>(image_) : 0;
+    case STM_SETIMAGE:
+      return SetImage(static_cast<int>(wParam), reinterpret_cast<void*>(lParam));
+    case STM_GETIMAGE:
+      return wParam == (Kind() == SS_ICON ? IMAGE_ICON : IMAGE_BITMAP)
+                 ? reinterpret_cast<LRESULT>(image_)
+                 : 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+bool StaticControl::IsSupported() const {
+  constexpr std::array kKinds = {SS_LEFT,           SS_CENTER, SS_RIGHT,     SS_ICON,
+                                 SS_LEFTNOWORDWRAP, SS_BITMAP, SS_ETCHEDHORZ};
+  return std::ranges::find(kKinds, Kind()) != kKinds.end();
+}
+
+LRESULT StaticControl::SetImage(int type, void* image) {
+  const bool isIcon = type == IMAGE_ICON && Kind() == SS_ICON;
+  if (!isIcon && !(type == IMAGE_BITMAP && Kind() == SS_BITMAP)) return 0;
+  const auto before = reinterpret_cast<LRESULT>(image_);
+  image_ = image;
+  if (isIcon) {
+    ShowIcon(static_cast<HICON>(image));
+  } else {
+    ShowPicture(static_cast<HBITMAP>(image));
+  }
+  return before;
+}
+
+void StaticControl::ShowIcon(HICON icon) {
+  auto images = IconOf(icon);
+  if (images != nullptr) TakeSize(images->width, images->height);
+  if (Peer() != nullptr) Peer()->SetIcon(std::move(images));
+}
+
+void StaticControl::ShowPicture(HBITMAP bitmap) {
+  auto picture = PictureOf(bitmap);
+  if (picture != nullptr) TakeSize(picture->width, picture->height);
+  if (Peer() != nullptr) Peer()->SetPicture(std::move(picture));
+}
+
+void StaticControl::TakeSize(int width, int height) {
+  if ((Self().style & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) != 0) return;
+  Resize(width, height);
+}
+
+}  // namespace platform

@@ -1,0 +1,125 @@
+#include "platform/controls/tab_control.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/user/desktop.h"
+
+namespace platform {
+namespace {
+
+constexpr UINT kLastMessage = TCM_FIRST + 62;
+// What the frame takes where no desktop draws one.
+constexpr RECT kPlainMargins = {4, 24, 4, 4};
+
+}  // namespace
+
+std::unique_ptr<WindowPeer> TabControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
+  return Desktop().Controls().MakeTab(Origin(parent), *this);
+}
+
+std::optional<LRESULT> TabControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto* item = reinterpret_cast<const TCITEMW*>(lParam);
+  switch (message) {
+    case WM_GETDLGCODE:
+      return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case TCM_INSERTITEMW:
+      return Insert(wParam, item);
+    case TCM_SETITEMW:
+      return SetItem(wParam, item);
+    case TCM_GETITEMW:
+      return GetItem(wParam, reinterpret_cast<TCITEMW*>(lParam));
+    case TCM_GETITEMCOUNT:
+      return static_cast<LRESULT>(tabs_.size());
+    case TCM_DELETEALLITEMS:
+      Clear();
+      return TRUE;
+    case TCM_GETCURSEL:
+      return chosen_;
+    case TCM_SETCURSEL:
+      return Select(wParam);
+    case TCM_ADJUSTRECT:
+      if (lParam != 0) Adjust(wParam != FALSE, *reinterpret_cast<RECT*>(lParam));
+      return 0;
+    default:
+      if (message < TCM_FIRST || message > kLastMessage) return std::nullopt;
+      return Refuse("tab control", message, 0);
+  }
+}
+
+void TabControl::OnTabWanted(int index) {
+  Later<TabControl>([index](TabControl& self) { self.ChangeTo(index); });
+}
+
+LRESULT TabControl::Insert(WPARAM index, const TCITEMW* item) {
+  if (item == nullptr) return -1;
+  const std::size_t place = std::min(static_cast<std::size_t>(index), tabs_.size());
+  const int at = static_cast<int>(place);
+  tabs_.insert(tabs_.begin() + at, Tab{});
+  if (Peer() != nullptr) Peer()->Insert(at, L"");
+  SetItem(place, item);
+  // The first tab is chosen by being there; the chosen one stays it.
+  if (tabs_.size() == 1) {
+    TakeChoice(0);
+  } else if (at <= chosen_) {
+    TakeChoice(chosen_ + 1);
+  }
+  return at;
+}
+
+LRESULT TabControl::SetItem(WPARAM index, const TCITEMW* item) {
+  if (!Has(index) || item == nullptr) return FALSE;
+  Tab& tab = tabs_[index];
+  if ((item->mask & TCIF_PARAM) != 0) tab.data = item->lParam;
+  if ((item->mask & TCIF_TEXT) != 0 && item->pszText != nullptr) {
+    tab.text = item->pszText;
+    if (Peer() != nullptr) Peer()->SetTabText(static_cast<int>(index), tab.text);
+  }
+  return TRUE;
+}
+
+LRESULT TabControl::GetItem(WPARAM index, TCITEMW* item) const {
+  if (!Has(index) || item == nullptr) return FALSE;
+  const Tab& tab = tabs_[index];
+  if ((item->mask & TCIF_PARAM) != 0) item->lParam = tab.data;
+  if ((item->mask & TCIF_TEXT) != 0) CopyBounded(tab.text, item->pszText, item->cchTextMax);
+  return TRUE;
+}
+
+void TabControl::Clear() {
+  tabs_.clear();
+  chosen_ = -1;
+  if (Peer() != nullptr) Peer()->Clear();
+}
+
+LRESULT TabControl::Select(WPARAM index) {
+  if (!Has(index)) return -1;
+  const int before = chosen_;
+  TakeChoice(static_cast<int>(index));
+  return before;
+}
+
+void TabControl::TakeChoice(int index) {
+  chosen_ = index;
+  if (Peer() != nullptr) Peer()->Select(index);
+}
+
+void TabControl::ChangeTo(int index) {
+  if (index == chosen_ || !Has(static_cast<WPARAM>(index))) return;
+  if (Notify(TCN_SELCHANGING, NMHDR{}) != FALSE) return;
+  // The answer may have taken the tab, or the control, away.
+  if (!Self().IsLive() || !Has(static_cast<WPARAM>(index))) return;
+  TakeChoice(index);
+  Notify(TCN_SELCHANGE, NMHDR{});
+}
+
+void TabControl::Adjust(bool toWindow, RECT& area) const {
+  const RECT margins = Peer() != nullptr ? Peer()->Margins() : kPlainMargins;
+  const LONG sign = toWindow ? -1 : 1;
+  area.left += sign * margins.left;
+  area.top += sign * margins.top;
+  area.right -= sign * margins.right;
+  area.bottom -= sign * margins.bottom;
+}
+
+}  // namespace platform
