@@ -5,6 +5,7 @@
 #include <user/menu.h>
 #include <user/message.h>
 #include <user/message_box.h>
+#include <user/mouse.h>
 #include <user/window.h>
 #include <windef.h>
 #include <winerror.h>

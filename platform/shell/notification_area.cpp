@@ -1,25 +1,35 @@
 #include "platform/shell/notification_area.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 #include <string>
 #include <vector>
 
+#include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/shell/desktop_tray.h"
 
 namespace platform {
 namespace {
 
 constexpr UINT kSupportedFields = NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_STATE | NIF_INFO;
-// The structure as it was before the members for an icon's GUID.
-constexpr DWORD kShorterSize = offsetof(NOTIFYICONDATAW, guidItem);
+// How long a balloon may stay, as documented.
+constexpr std::chrono::milliseconds kShortestBalloon{10'000};
+constexpr std::chrono::milliseconds kLongestBalloon{30'000};
+
+struct Icon {
+  NOTIFYICONDATAW data{};
+  // What the handle stood for when it was given; it may be destroyed by now.
+  std::shared_ptr<const IconImages> image;
+};
 
 struct Area {
   std::mutex mutex;
-  std::vector<NOTIFYICONDATAW> icons;
+  std::vector<Icon> icons;
+  // Stands in for a desktop's area.
   NotificationObserver observer;
 };
 
@@ -28,14 +38,9 @@ Area& TheArea() {
   return area;
 }
 
-auto Locate(std::vector<NOTIFYICONDATAW>& icons, HWND window, UINT id) {
+auto Locate(std::vector<Icon>& icons, HWND window, UINT id) {
   return std::ranges::find_if(
-      icons, [&](const NOTIFYICONDATAW& each) { return each.hWnd == window && each.uID == id; });
-}
-
-// Icons go with their windows.
-void ForgetOrphans(std::vector<NOTIFYICONDATAW>& icons) {
-  std::erase_if(icons, [](const NOTIFYICONDATAW& each) { return !::IsWindow(each.hWnd); });
+      icons, [&](const Icon& each) { return each.data.hWnd == window && each.data.uID == id; });
 }
 
 template <std::size_t Size>
@@ -54,56 +59,78 @@ NOTIFYICONDATAW Normalised(const NOTIFYICONDATAW& data) {
 }
 
 // Takes over the members that the change says to count.
-void Apply(NOTIFYICONDATAW& icon, const NOTIFYICONDATAW& change) {
-  icon.uFlags |= change.uFlags;
-  if ((change.uFlags & NIF_MESSAGE) != 0) icon.uCallbackMessage = change.uCallbackMessage;
-  if ((change.uFlags & NIF_ICON) != 0) icon.hIcon = change.hIcon;
-  if ((change.uFlags & NIF_TIP) != 0) std::ranges::copy(change.szTip, icon.szTip);
+void Apply(Icon& icon, const NOTIFYICONDATAW& change) {
+  NOTIFYICONDATAW& data = icon.data;
+  data.uFlags |= change.uFlags;
+  if ((change.uFlags & NIF_MESSAGE) != 0) data.uCallbackMessage = change.uCallbackMessage;
+  if ((change.uFlags & NIF_ICON) != 0) {
+    data.hIcon = change.hIcon;
+    icon.image = IconOf(change.hIcon);
+  }
+  if ((change.uFlags & NIF_TIP) != 0) std::ranges::copy(change.szTip, data.szTip);
   if ((change.uFlags & NIF_STATE) != 0) {
-    icon.dwState = (icon.dwState & ~change.dwStateMask) | (change.dwState & change.dwStateMask);
-    icon.dwStateMask |= change.dwStateMask;
+    data.dwState = (data.dwState & ~change.dwStateMask) | (change.dwState & change.dwStateMask);
+    data.dwStateMask |= change.dwStateMask;
   }
   if ((change.uFlags & NIF_INFO) != 0) {
-    std::ranges::copy(change.szInfo, icon.szInfo);
-    std::ranges::copy(change.szInfoTitle, icon.szInfoTitle);
-    icon.uTimeout = change.uTimeout;
-    icon.dwInfoFlags = change.dwInfoFlags;
+    std::ranges::copy(change.szInfo, data.szInfo);
+    std::ranges::copy(change.szInfoTitle, data.szInfoTitle);
+    data.uTimeout = change.uTimeout;
+    data.dwInfoFlags = change.dwInfoFlags;
   }
 }
 
-DWORD Add(std::vector<NOTIFYICONDATAW>& icons, const NOTIFYICONDATAW& change) {
+TrayBalloon BalloonOf(const NOTIFYICONDATAW& change) {
+  const std::chrono::milliseconds wanted(change.uTimeout);
+  return {change.szInfo, change.szInfoTitle, change.dwInfoFlags,
+          std::clamp(wanted, kShortestBalloon, kLongestBalloon)};
+}
+
+void ShowOnDesktop(const Icon& icon, const NOTIFYICONDATAW& change) {
+  const TrayIconKey key{change.hWnd, change.uID};
+  const bool isHidden = (icon.data.dwState & NIS_HIDDEN) != 0;
+  WithDesktopTray([key, look = TrayIconLook{icon.image, icon.data.szTip, isHidden}](
+                      TrayBackend& tray) { tray.SetIcon(key, look); });
+  if ((change.uFlags & NIF_INFO) == 0) return;
+  if (change.szInfo[0] == L'\0') {
+    WithDesktopTray([key](TrayBackend& tray) { tray.HideBalloon(key); });
+  } else {
+    WithDesktopTray(
+        [key, balloon = BalloonOf(change)](TrayBackend& tray) { tray.ShowBalloon(key, balloon); });
+  }
+}
+
+void RemoveFromDesktop(const NOTIFYICONDATAW& data) {
+  WithDesktopTray(
+      [key = TrayIconKey{data.hWnd, data.uID}](TrayBackend& tray) { tray.RemoveIcon(key); });
+}
+
+DWORD Add(std::vector<Icon>& icons, const NOTIFYICONDATAW& change) {
   if (!::IsWindow(change.hWnd)) return ERROR_INVALID_WINDOW_HANDLE;
   if (Locate(icons, change.hWnd, change.uID) != icons.end()) return ERROR_ALREADY_EXISTS;
-  NOTIFYICONDATAW icon{};
-  icon.cbSize = sizeof icon;
-  icon.hWnd = change.hWnd;
-  icon.uID = change.uID;
-  Apply(icon, change);
+  Icon icon;
+  icon.data.cbSize = sizeof icon.data;
+  icon.data.hWnd = change.hWnd;
+  icon.data.uID = change.uID;
   icons.push_back(icon);
   return NO_ERROR;
 }
 
-DWORD Modify(std::vector<NOTIFYICONDATAW>& icons, const NOTIFYICONDATAW& change) {
-  const auto found = Locate(icons, change.hWnd, change.uID);
-  if (found == icons.end()) return ERROR_FILE_NOT_FOUND;
+// The area is locked meanwhile, so that the desktop hears of changes in the order they are made.
+DWORD Change(Area& area, bool onDesktop, DWORD message, const NOTIFYICONDATAW& change) {
+  if (message == NIM_ADD) {
+    if (const DWORD error = Add(area.icons, change); error != NO_ERROR) return error;
+  }
+  const auto found = Locate(area.icons, change.hWnd, change.uID);
+  if (found == area.icons.end()) return ERROR_FILE_NOT_FOUND;
+  if (message == NIM_DELETE) {
+    if (onDesktop) RemoveFromDesktop(found->data);
+    area.icons.erase(found);
+    return NO_ERROR;
+  }
   Apply(*found, change);
+  if (onDesktop) ShowOnDesktop(*found, change);
   return NO_ERROR;
-}
-
-DWORD Delete(std::vector<NOTIFYICONDATAW>& icons, const NOTIFYICONDATAW& change) {
-  const auto found = Locate(icons, change.hWnd, change.uID);
-  if (found == icons.end()) return ERROR_FILE_NOT_FOUND;
-  icons.erase(found);
-  return NO_ERROR;
-}
-
-DWORD Change(DWORD message, const NOTIFYICONDATAW& change) {
-  Area& area = TheArea();
-  const std::lock_guard lock(area.mutex);
-  ForgetOrphans(area.icons);
-  if (message == NIM_ADD) return Add(area.icons, change);
-  if (message == NIM_MODIFY) return Modify(area.icons, change);
-  return Delete(area.icons, change);
 }
 
 bool IsSupported(DWORD message, const NOTIFYICONDATAW& change) {
@@ -123,14 +150,39 @@ void LogBalloon(DWORD message, const NOTIFYICONDATAW& change) {
   LogLine("balloon: " + Utf8(change.szInfoTitle) + ": " + Utf8(change.szInfo));
 }
 
-void TellObserver(DWORD message, const NOTIFYICONDATAW& change) {
-  Area& area = TheArea();
+// Where a change is seen.
+struct Sight {
   NotificationObserver observer;
+  TrayPresence desktop = TrayPresence::kNoDesktop;
+};
+
+Sight CurrentSight() {
+  Area& area = TheArea();
+  Sight sight;
   {
     const std::lock_guard lock(area.mutex);
-    observer = area.observer;
+    sight.observer = area.observer;
   }
-  if (observer) observer(message, change);
+  if (!sight.observer) sight.desktop = DesktopTrayPresence();
+  return sight;
+}
+
+DWORD MakeChange(DWORD message, const NOTIFYICONDATAW& change) {
+  const Sight sight = CurrentSight();
+  if (sight.desktop == TrayPresence::kNoArea && message == NIM_ADD) {
+    LogBalloon(message, change);
+    return ERROR_FILE_NOT_FOUND;
+  }
+  const bool onDesktop = sight.desktop == TrayPresence::kArea;
+  {
+    Area& area = TheArea();
+    const std::lock_guard lock(area.mutex);
+    const DWORD error = Change(area, onDesktop, message, change);
+    if (error != NO_ERROR) return error;
+  }
+  if (!onDesktop) LogBalloon(message, change);
+  if (sight.observer) sight.observer(message, change);
+  return NO_ERROR;
 }
 
 }  // namespace
@@ -138,10 +190,9 @@ void TellObserver(DWORD message, const NOTIFYICONDATAW& change) {
 std::optional<NOTIFYICONDATAW> NotificationIcon(HWND window, UINT id) {
   Area& area = TheArea();
   const std::lock_guard lock(area.mutex);
-  ForgetOrphans(area.icons);
   const auto found = Locate(area.icons, window, id);
   if (found == area.icons.end()) return std::nullopt;
-  return *found;
+  return found->data;
 }
 
 void SetNotificationObserver(NotificationObserver observer) {
@@ -156,28 +207,30 @@ void ClearNotificationArea() {
   area.icons.clear();
 }
 
+void ForgetNotificationIconsOf(HWND window) {
+  Area& area = TheArea();
+  const std::lock_guard lock(area.mutex);
+  std::erase_if(area.icons, [&](const Icon& each) {
+    if (each.data.hWnd != window) return false;
+    RemoveFromDesktop(each.data);
+    return true;
+  });
+}
+
 }  // namespace platform
 
 using namespace platform;
 
 BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data) {
-  const bool sized =
-      data != nullptr && (data->cbSize == sizeof(NOTIFYICONDATAW) || data->cbSize == kShorterSize);
+  const bool sized = data != nullptr && (data->cbSize == sizeof(NOTIFYICONDATAW) ||
+                                         data->cbSize == NOTIFYICONDATAW_V2_SIZE);
   if (!sized) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
   }
   const NOTIFYICONDATAW change = Normalised(*data);
-  if (!IsSupported(message, change)) {
-    ::SetLastError(ERROR_INVALID_PARAMETER);
-    return FALSE;
-  }
-  const DWORD error = Change(message, change);
-  if (error != NO_ERROR) {
-    ::SetLastError(error);
-    return FALSE;
-  }
-  LogBalloon(message, change);
-  TellObserver(message, change);
-  return TRUE;
+  const DWORD error =
+      IsSupported(message, change) ? MakeChange(message, change) : ERROR_INVALID_PARAMETER;
+  if (error != NO_ERROR) ::SetLastError(error);
+  return error == NO_ERROR ? TRUE : FALSE;
 }
