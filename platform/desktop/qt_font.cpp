@@ -1,10 +1,10 @@
+#include "platform/desktop/qt_font.h"
+
 #include <QApplication>
-#include <QFont>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <array>
-#include <cmath>
 
 #include "platform/desktop/qt_peer.h"
 
@@ -26,15 +26,19 @@ struct Substitute {
 constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed"}};
 
 bool IsDesktopFace(const QString& face) {
-  return face.isEmpty() || face == "MS Shell Dlg" || face == "MS Shell Dlg 2";
+  return face.isEmpty() || face.compare("MS Shell Dlg", Qt::CaseInsensitive) == 0 ||
+         face.compare("MS Shell Dlg 2", Qt::CaseInsensitive) == 0;
 }
 
+// The face itself or what stands in for it; empty when there is neither.
 QString InstalledFace(const QString& face) {
   if (QFontDatabase::hasFamily(face)) return face;
   for (const Substitute& each : kSubstitutes) {
-    if (face == each.face && QFontDatabase::hasFamily(each.installed)) return each.installed;
+    if (face.compare(each.face, Qt::CaseInsensitive) != 0) continue;
+    return QFontDatabase::hasFamily(each.installed) ? each.installed
+                                                    : QApplication::font().family();
   }
-  return QApplication::font().family();
+  return {};
 }
 
 // The size at which a line is that high; for a positive height, which counts the whole line.
@@ -67,7 +71,8 @@ QFont QtFont(const LOGFONTW& font) {
   QFont made = QApplication::font();
   const QString face = QString::fromWCharArray(font.lfFaceName);
   const bool isDesktopFace = IsDesktopFace(face);
-  if (!isDesktopFace) made.setFamily(InstalledFace(face));
+  const QString installed = isDesktopFace ? QString() : InstalledFace(face);
+  if (!installed.isEmpty()) made.setFamily(installed);
   made.setBold(font.lfWeight >= kBoldWeight);
   made.setItalic(font.lfItalic != 0);
   made.setUnderline(font.lfUnderline != 0);
@@ -75,6 +80,21 @@ QFont QtFont(const LOGFONTW& font) {
   if (font.lfQuality == kNotSmoothed) made.setStyleStrategy(QFont::NoAntialias);
   SetSize(made, font.lfHeight, isDesktopFace);
   return made;
+}
+
+bool HasFace(const QString& face) {
+  return IsDesktopFace(face) || !InstalledFace(face).isEmpty();
+}
+
+LOGFONTW LogicalFont(const QFont& font) {
+  const QFontInfo info(font);
+  LOGFONTW logical{};
+  logical.lfHeight = -info.pixelSize();
+  logical.lfWeight = info.weight();
+  logical.lfItalic = info.italic() ? TRUE : FALSE;
+  logical.lfCharSet = DEFAULT_CHARSET;
+  info.family().left(LF_FACESIZE - 1).toWCharArray(logical.lfFaceName);
+  return logical;
 }
 
 }  // namespace platform

@@ -15,6 +15,8 @@ struct TextMetrics {
   int averageCharWidth = 0;  // of the letters A to Z and a to z
 };
 
+enum class SystemFontUse { kCaption, kMenu, kMessage };
+
 class GraphicsBackend {
  public:
   virtual ~GraphicsBackend() = default;
@@ -22,6 +24,16 @@ class GraphicsBackend {
   // Of one line; what MeasureText tells is what DrawText of a canvas takes.
   virtual SIZE MeasureText(const std::wstring& text, const LOGFONTW& font) = 0;
   virtual TextMetrics MetricsOf(const LOGFONTW& font) = 0;
+  // Whether text in that face looks like it: it is installed, or another one is known to stand in.
+  virtual bool HasFace(const std::wstring& face) = 0;
+
+  // Pixels in memory, black, as fine as the screen's. They may outlive the backend, and end on any
+  // thread.
+  virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) = 0;
+
+  // One of COLOR_SCROLLBAR to COLOR_INFOBK.
+  virtual COLORREF SystemColour(int index) = 0;
+  virtual LOGFONTW SystemFont(SystemFontUse use) = 0;
 };
 
 }  // namespace platform

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <user/control.h>
+#include <user/dialog.h>
+#include <user/draw.h>
+#include <user/image.h>
 #include <user/menu.h>
 #include <user/message.h>
 #include <user/message_box.h>
 #include <user/mouse.h>
+#include <user/paint.h>
 #include <user/window.h>
 #include <windef.h>
 #include <winerror.h>

@@ -30,6 +30,10 @@ enum class HandleKind : std::uint8_t {
   kBitmap,
   kIcon,
   kPropertyPage,
+  kGdiplusGraphics,
+  kGdiplusFontFamily,
+  kGdiplusFont,
+  kGdiplusBrush,
 };
 
 // What a handle stands for. Objects live as long as somebody holds them: a handle closed by one

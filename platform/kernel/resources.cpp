@@ -42,6 +42,21 @@ std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t n
   return {};
 }
 
+std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name) {
+  const std::vector<LANGID> languages = ResourceLanguages(type, name);
+  if (languages.empty()) {
+    ::SetLastError(MissingResourceError(type));
+    return {};
+  }
+  constexpr LANGID kPrimaryMask = 0x3FF;
+  const LANGID ofInterface = ::GetSystemDefaultUILanguage();
+  for (const LANGID wanted :
+       {LANGID{0}, ofInterface, static_cast<LANGID>(ofInterface & kPrimaryMask)}) {
+    if (std::ranges::count(languages, wanted) > 0) return FindResourceBytes(type, name, wanted);
+  }
+  return FindResourceBytes(type, name, languages.front());
+}
+
 }  // namespace platform
 
 extern "C" BOOL WINAPI EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCWSTR name,

@@ -29,4 +29,9 @@ std::vector<LANGID> ResourceLanguages(std::uint16_t type, std::uint16_t name);
 std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name,
                                              LANGID language);
 
+// The same in the language that suits the system: without a language, in that of its interface, in
+// that without a country, else the first there is. Empty, with ERROR_RESOURCE_TYPE_NOT_FOUND or
+// ERROR_RESOURCE_NAME_NOT_FOUND as the last error, when there is none.
+std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name);
+
 }  // namespace platform

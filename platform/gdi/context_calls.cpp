@@ -1,0 +1,142 @@
+// Making and ending device contexts, and what is selected and set in them.
+#include <windows.h>
+
+#include <utility>
+
+#include "platform/gdi/desktop_graphics.h"
+#include "platform/gdi/device_context.h"
+#include "platform/kernel/log.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+constexpr int kPixelsPerInch = 96;
+
+// Null without a desktop.
+HDC MakeContext(DeviceContext::Kind kind) {
+  if (!WithGraphics([](GraphicsBackend&) {})) return nullptr;
+  return InsertContext(std::make_shared<DeviceContext>(kind));
+}
+
+bool EndContext(HDC handle, DeviceContext::Kind kind) {
+  const auto context = ContextOf(handle);
+  if (context == nullptr) return false;
+  if (context->kind != kind) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return false;
+  }
+  return Handles().Remove(HandleKind::kDeviceContext, handle) != nullptr;
+}
+
+// A bitmap goes into contexts in memory only, and into one at a time.
+HGDIOBJ SelectBitmap(DeviceContext& context, HBITMAP handle) {
+  auto bitmap = Resolve<Bitmap>(HandleKind::kBitmap, handle);
+  if (bitmap == nullptr || context.kind != DeviceContext::Kind::kMemory) return nullptr;
+  const bool elsewhere = bitmap->selections > 0 && bitmap != context.bitmap.Get();
+  if (elsewhere && !bitmap->isStock) return nullptr;
+  return context.bitmap.Replace(handle, std::move(bitmap));
+}
+
+HGDIOBJ Select(DeviceContext& context, HGDIOBJ object) {
+  HandleKind kind{};
+  if (!Handles().KindOf(object, kind)) return nullptr;
+  switch (kind) {
+    case HandleKind::kFont:
+      if (auto font = Resolve<Font>(kind, object)) {
+        return context.font.Replace(static_cast<HFONT>(object), std::move(font));
+      }
+      return nullptr;
+    case HandleKind::kBrush:
+      if (auto brush = Resolve<Brush>(kind, object)) {
+        return context.brush.Replace(static_cast<HBRUSH>(object), std::move(brush));
+      }
+      return nullptr;
+    case HandleKind::kBitmap:
+      return SelectBitmap(context, static_cast<HBITMAP>(object));
+    default:
+      return nullptr;
+  }
+}
+
+// The value before, or the failure's value for a handle that is no context.
+template <class T>
+T Exchange(HDC handle, T DeviceContext::*member, T value, T failure) {
+  const auto context = ContextOf(handle);
+  return context != nullptr ? std::exchange((*context).*member, value) : failure;
+}
+
+template <class T>
+T Read(HDC handle, T DeviceContext::*member, T failure) {
+  const auto context = ContextOf(handle);
+  return context != nullptr ? (*context).*member : failure;
+}
+
+}  // namespace
+}  // namespace platform
+
+extern "C" {
+
+HDC WINAPI CreateCompatibleDC(HDC context) {
+  if (context != nullptr && platform::ContextOf(context) == nullptr) return nullptr;
+  return platform::MakeContext(platform::DeviceContext::Kind::kMemory);
+}
+
+BOOL WINAPI DeleteDC(HDC context) {
+  return platform::EndContext(context, platform::DeviceContext::Kind::kMemory);
+}
+
+HDC WINAPI GetDC(HWND window) {
+  if (window != nullptr && platform::FindWindowOf(window) == nullptr) return nullptr;
+  return platform::MakeContext(platform::DeviceContext::Kind::kScreen);
+}
+
+int WINAPI ReleaseDC(HWND /*window*/, HDC context) {
+  return platform::EndContext(context, platform::DeviceContext::Kind::kScreen) ? 1 : 0;
+}
+
+HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object) {
+  const auto found = platform::ContextOf(context);
+  if (found == nullptr) return nullptr;
+  const HGDIOBJ before = platform::Select(*found, object);
+  if (before == nullptr) ::SetLastError(ERROR_INVALID_HANDLE);
+  return before;
+}
+
+int WINAPI GetDeviceCaps(HDC context, int index) {
+  if (platform::ContextOf(context) == nullptr) return 0;
+  if (index == LOGPIXELSX || index == LOGPIXELSY) return platform::kPixelsPerInch;
+  platform::LogLine("GetDeviceCaps: only the pixels per inch are known");
+  return 0;
+}
+
+COLORREF WINAPI GetTextColor(HDC context) {
+  return platform::Read(context, &platform::DeviceContext::textColour, CLR_INVALID);
+}
+
+COLORREF WINAPI SetTextColor(HDC context, COLORREF colour) {
+  return platform::Exchange(context, &platform::DeviceContext::textColour, colour, CLR_INVALID);
+}
+
+COLORREF WINAPI GetBkColor(HDC context) {
+  return platform::Read(context, &platform::DeviceContext::backgroundColour, CLR_INVALID);
+}
+
+COLORREF WINAPI SetBkColor(HDC context, COLORREF colour) {
+  return platform::Exchange(context, &platform::DeviceContext::backgroundColour, colour,
+                            CLR_INVALID);
+}
+
+int WINAPI GetBkMode(HDC context) {
+  return platform::Read(context, &platform::DeviceContext::backgroundMode, 0);
+}
+
+int WINAPI SetBkMode(HDC context, int mode) {
+  if (mode != TRANSPARENT && mode != OPAQUE) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  return platform::Exchange(context, &platform::DeviceContext::backgroundMode, mode, 0);
+}
+
+}  // extern "C"

@@ -1,0 +1,77 @@
+#include "platform/gdi/device_context.h"
+
+#include <string>
+
+#include "platform/gdi/desktop_graphics.h"
+#include "platform/gdi/lent_dc.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+// The bitmap of a new context in memory, which has one pixel, for there is always one selected.
+HBITMAP SmallestBitmap() {
+  static const HBITMAP bitmap = [] {
+    auto smallest = std::make_shared<Bitmap>(SIZE{1, 1});
+    smallest->isStock = true;
+    return InsertBitmap(std::move(smallest));
+  }();
+  return bitmap;
+}
+
+}  // namespace
+
+DeviceContext::DeviceContext(Kind contextKind) : kind(contextKind) {
+  const auto stockFont = static_cast<HFONT>(::GetStockObject(SYSTEM_FONT));
+  font.Replace(stockFont, Resolve<Font>(HandleKind::kFont, stockFont));
+  const auto stockBrush = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH));
+  brush.Replace(stockBrush, BrushOf(stockBrush));
+  if (kind != Kind::kMemory) return;
+  bitmap.Replace(SmallestBitmap(), Resolve<Bitmap>(HandleKind::kBitmap, SmallestBitmap()));
+}
+
+DeviceContext::DeviceContext(Canvas& canvas) : DeviceContext(Kind::kLent) {
+  lent_ = &canvas;
+}
+
+TextStyle DeviceContext::Style() const {
+  TextStyle style;
+  style.font = font.Get()->description;
+  style.colour = textColour;
+  if (backgroundMode == OPAQUE) style.background = backgroundColour;
+  return style;
+}
+
+bool DeviceContext::Draw(const char* function, const std::function<void(Canvas&)>& work) {
+  switch (kind) {
+    case Kind::kLent:
+      work(*lent_);
+      return true;
+    case Kind::kMemory:
+      return WithGraphics(
+          [&](GraphicsBackend& graphics) { work(bitmap.Get()->Surface(graphics)); });
+    case Kind::kScreen:
+      break;
+  }
+  LogLine(std::string(function) + ": windows are drawn in WM_PAINT only");
+  ::SetLastError(ERROR_NOT_SUPPORTED);
+  return false;
+}
+
+HDC InsertContext(std::shared_ptr<DeviceContext> context) {
+  return static_cast<HDC>(Handles().Insert(HandleKind::kDeviceContext, std::move(context)));
+}
+
+std::shared_ptr<DeviceContext> ContextOf(HDC context) {
+  auto found = Resolve<DeviceContext>(HandleKind::kDeviceContext, context);
+  if (found == nullptr) ::SetLastError(ERROR_INVALID_HANDLE);
+  return found;
+}
+
+LentDc::LentDc(Canvas& canvas) : handle_(InsertContext(std::make_shared<DeviceContext>(canvas))) {}
+
+LentDc::~LentDc() {
+  Handles().Remove(HandleKind::kDeviceContext, handle_);
+}
+
+}  // namespace platform

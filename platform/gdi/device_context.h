@@ -1,0 +1,48 @@
+// Device contexts: what is selected and set for drawing, and the canvas it goes to. A context is
+// used by one thread at a time; canvases live on the window thread, to which drawing is carried.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+#include "platform/gdi/bitmap.h"
+#include "platform/gdi/brush.h"
+#include "platform/gdi/canvas.h"
+#include "platform/gdi/font.h"
+
+namespace platform {
+
+class DeviceContext final : public Object {
+ public:
+  // In memory: draws on the bitmap that is selected. Screen: measures only, what windows show is
+  // drawn when they ask for it. Lent: draws on somebody's canvas.
+  enum class Kind { kMemory, kScreen, kLent };
+
+  explicit DeviceContext(Kind contextKind);
+  explicit DeviceContext(Canvas& canvas);
+
+  const Kind kind;
+  Selection<Font, HFONT> font;
+  Selection<Brush, HBRUSH> brush;
+  Selection<Bitmap, HBITMAP> bitmap;
+  COLORREF textColour = RGB(0, 0, 0);
+  COLORREF backgroundColour = RGB(255, 255, 255);
+  int backgroundMode = OPAQUE;
+
+  // How text is drawn at the moment.
+  TextStyle Style() const;
+  // Runs the work on the window thread. False, with the last error set, when this context does not
+  // draw on anything; the name of the function called is for the log.
+  bool Draw(const char* function, const std::function<void(Canvas&)>& work);
+
+ private:
+  Canvas* lent_ = nullptr;
+};
+
+HDC InsertContext(std::shared_ptr<DeviceContext> context);
+
+// Null, with ERROR_INVALID_HANDLE as the last error, when the handle is not a live context.
+std::shared_ptr<DeviceContext> ContextOf(HDC context);
+
+}  // namespace platform

@@ -1,0 +1,165 @@
+// Making, describing and deleting fonts, brushes and bitmaps.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+#include "platform/gdi/bitmap.h"
+#include "platform/gdi/brush.h"
+#include "platform/gdi/desktop_graphics.h"
+#include "platform/gdi/device_context.h"
+#include "platform/gdi/font.h"
+#include "platform/gdi/gdi_objects.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+constexpr WORD kBitsPerPixel = 32;
+
+std::shared_ptr<Selectable> SelectableOf(HGDIOBJ object, HandleKind& kind) {
+  if (!Handles().KindOf(object, kind)) return nullptr;
+  switch (kind) {
+    case HandleKind::kFont:
+      return Resolve<Font>(kind, object);
+    case HandleKind::kBrush:
+      return Resolve<Brush>(kind, object);
+    case HandleKind::kBitmap:
+      return Resolve<Bitmap>(kind, object);
+    default:
+      return nullptr;
+  }
+}
+
+LOGBRUSH Description(const Brush& brush) {
+  const auto colour = brush.Colour();
+  return {colour.has_value() ? static_cast<UINT>(BS_SOLID) : static_cast<UINT>(BS_NULL),
+          colour.value_or(0), 0};
+}
+
+BITMAP Description(const Bitmap& bitmap) {
+  BITMAP description{};
+  description.bmWidth = bitmap.Size().cx;
+  description.bmHeight = bitmap.Size().cy;
+  description.bmWidthBytes = description.bmWidth * kBitsPerPixel / 8;
+  description.bmPlanes = 1;
+  description.bmBitsPixel = kBitsPerPixel;
+  return description;
+}
+
+// As much of a description as the caller's buffer takes; the size of all of it without a buffer.
+template <class T>
+int CopyDescription(const T& description, int bytes, LPVOID buffer) {
+  if (buffer == nullptr) return sizeof description;
+  const int copied = std::clamp(bytes, 0, static_cast<int>(sizeof description));
+  std::memcpy(buffer, &description, static_cast<std::size_t>(copied));
+  return copied;
+}
+
+}  // namespace
+
+std::optional<COLORREF> Brush::Colour() const {
+  return systemIndex_.has_value() ? SystemColour(*systemIndex_) : colour_;
+}
+
+HFONT InsertFont(std::shared_ptr<Font> font) {
+  return static_cast<HFONT>(Handles().Insert(HandleKind::kFont, std::move(font)));
+}
+
+HBRUSH InsertBrush(std::shared_ptr<Brush> brush) {
+  return static_cast<HBRUSH>(Handles().Insert(HandleKind::kBrush, std::move(brush)));
+}
+
+std::shared_ptr<Brush> BrushOf(HBRUSH brush) {
+  const auto number = reinterpret_cast<std::uintptr_t>(brush);
+  const int index = number <= INT8_MAX ? static_cast<int>(number) - 1 : -1;
+  if (IsSystemColour(index)) return std::make_shared<Brush>(Brush::SystemIndex{index});
+  return Resolve<Brush>(HandleKind::kBrush, brush);
+}
+
+std::optional<LOGFONTW> FontOf(HFONT font) {
+  const auto found = Resolve<Font>(HandleKind::kFont, font);
+  return found != nullptr ? std::optional(found->description) : std::nullopt;
+}
+
+std::shared_ptr<const Image> PictureOf(HBITMAP bitmap) {
+  const auto found = Resolve<Bitmap>(HandleKind::kBitmap, bitmap);
+  return found != nullptr ? found->Picture() : nullptr;
+}
+
+}  // namespace platform
+
+extern "C" {
+
+HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) {
+  if (font == nullptr) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  LOGFONTW description = *font;
+  description.lfFaceName[LF_FACESIZE - 1] = L'\0';
+  return platform::InsertFont(std::make_shared<platform::Font>(description));
+}
+
+HBRUSH WINAPI CreateSolidBrush(COLORREF colour) {
+  return platform::InsertBrush(std::make_shared<platform::Brush>(colour));
+}
+
+HBRUSH WINAPI CreateBrushIndirect(const LOGBRUSH* brush) {
+  if (brush == nullptr || brush->lbStyle > BS_NULL) {
+    if (brush != nullptr) platform::LogLine("CreateBrushIndirect: brushes have one colour");
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  const bool solid = brush->lbStyle == BS_SOLID;
+  return platform::InsertBrush(
+      std::make_shared<platform::Brush>(solid ? std::optional(brush->lbColor) : std::nullopt));
+}
+
+int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer) {
+  using platform::HandleKind;
+  HandleKind kind{};
+  const auto found = platform::SelectableOf(object, kind);
+  if (found == nullptr) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return 0;
+  }
+  switch (kind) {
+    case HandleKind::kFont:
+      return platform::CopyDescription(static_cast<platform::Font&>(*found).description, bytes,
+                                       buffer);
+    case HandleKind::kBrush:
+      return platform::CopyDescription(platform::Description(static_cast<platform::Brush&>(*found)),
+                                       bytes, buffer);
+    default:
+      return platform::CopyDescription(
+          platform::Description(static_cast<platform::Bitmap&>(*found)), bytes, buffer);
+  }
+}
+
+BOOL WINAPI DeleteObject(HGDIOBJ object) {
+  platform::HandleKind kind{};
+  const auto found = platform::SelectableOf(object, kind);
+  if (found == nullptr) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return FALSE;
+  }
+  // Deleting what belongs to the system is documented to be harmless, and to do nothing.
+  if (found->isStock) return TRUE;
+  if (found->selections > 0) return FALSE;
+  return platform::Handles().Remove(kind, object) != nullptr;
+}
+
+HBITMAP WINAPI CreateCompatibleBitmap(HDC context, int width, int height) {
+  if (platform::ContextOf(context) == nullptr) return nullptr;
+  if (width < 0 || height < 0) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  // Without any area it is documented to have one pixel.
+  const SIZE size = width == 0 || height == 0 ? SIZE{1, 1} : SIZE{width, height};
+  return platform::InsertBitmap(std::make_shared<platform::Bitmap>(size));
+}
+
+}  // extern "C"

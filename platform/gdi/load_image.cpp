@@ -1,0 +1,150 @@
+// Icons and bitmaps from the executable's resources.
+#include <windows.h>
+
+#include <map>
+#include <mutex>
+#include <string>
+
+#include "platform/gdi/bitmap.h"
+#include "platform/gdi/dib.h"
+#include "platform/gdi/gdi_objects.h"
+#include "platform/gdi/icon_group.h"
+#include "platform/gdi/scaling.h"
+#include "platform/kernel/log.h"
+#include "platform/kernel/resources.h"
+
+namespace platform {
+namespace {
+
+constexpr std::uint16_t kBitmapType = 2;      // RT_BITMAP
+constexpr std::uint16_t kIconType = 3;        // RT_ICON
+constexpr std::uint16_t kIconGroupType = 14;  // RT_GROUP_ICON
+constexpr int kSystemIconSize = 32;
+constexpr int kLongestSide = 1024;
+constexpr UINT kKnownFlags = LR_DEFAULTCOLOR | LR_DEFAULTSIZE | LR_SHARED;
+
+class Icon final : public Object {
+ public:
+  Icon(IconImages pictures, bool isSharedIcon)
+      : images(std::make_shared<const IconImages>(std::move(pictures))), isShared(isSharedIcon) {}
+
+  const std::shared_ptr<const IconImages> images;
+  const bool isShared;
+};
+
+struct Request {
+  std::uint16_t name = 0;
+  int width = 0;  // zero: the picture's own
+  int height = 0;
+
+  auto operator<=>(const Request&) const = default;
+};
+
+void* Fail(DWORD error) {
+  ::SetLastError(error);
+  return nullptr;
+}
+
+HICON LoadIconOf(const Request& request, bool isShared) {
+  const ByteView group = FindResourceBytes(kIconGroupType, request.name);
+  if (group.empty()) return nullptr;
+  std::vector<Image> pictures = DecodeIconGroup(
+      group, [](std::uint16_t number) { return FindResourceBytes(kIconType, number); });
+  if (pictures.empty()) return static_cast<HICON>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
+  const int width = request.width != 0 ? request.width : pictures.front().width;
+  const int height = request.height != 0 ? request.height : pictures.front().height;
+  auto icon = std::make_shared<Icon>(IconOfSize(std::move(pictures), width, height), isShared);
+  return static_cast<HICON>(Handles().Insert(HandleKind::kIcon, std::move(icon)));
+}
+
+// The same handle for the same request, for as long as the process lives.
+HICON LoadSharedIcon(const Request& request) {
+  static std::mutex& mutex = *new std::mutex;
+  static std::map<Request, HICON>& loaded = *new std::map<Request, HICON>;
+  const std::lock_guard lock(mutex);
+  const auto found = loaded.find(request);
+  if (found != loaded.end()) return found->second;
+  const HICON icon = LoadIconOf(request, true);
+  if (icon != nullptr) loaded.emplace(request, icon);
+  return icon;
+}
+
+HBITMAP LoadBitmapOf(const Request& request) {
+  const ByteView bytes = FindResourceBytes(kBitmapType, request.name);
+  if (bytes.empty()) return nullptr;
+  auto image = DecodeBitmap(bytes);
+  if (!image.has_value()) {
+    LogLine("bitmap: picture " + std::to_string(request.name) + " cannot be read");
+    return static_cast<HBITMAP>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
+  }
+  const int width = request.width != 0 ? request.width : image->width;
+  const int height = request.height != 0 ? request.height : image->height;
+  if (width != image->width || height != image->height) image = Scaled(*image, width, height);
+  return InsertBitmap(std::make_shared<Bitmap>(std::move(*image)));
+}
+
+bool IsSide(int length) {
+  return length >= 0 && length <= kLongestSide;
+}
+
+bool IsRequest(UINT type, int width, int height, UINT flags) {
+  if ((flags & ~kKnownFlags) == 0 && IsSide(width) && IsSide(height) &&
+      (type == IMAGE_ICON || (type == IMAGE_BITMAP && (flags & LR_SHARED) == 0))) {
+    return true;
+  }
+  LogLine("LoadImageW: only icons and bitmaps from resources");
+  return false;
+}
+
+}  // namespace
+
+std::shared_ptr<const IconImages> IconOf(HICON icon) {
+  const auto found = Resolve<Icon>(HandleKind::kIcon, icon);
+  return found != nullptr ? found->images : nullptr;
+}
+
+}  // namespace platform
+
+extern "C" {
+
+HANDLE WINAPI LoadImageW(HINSTANCE instance, LPCWSTR name, UINT type, int width, int height,
+                         UINT flags) {
+  if (!platform::IsRequest(type, width, height, flags)) {
+    return platform::Fail(ERROR_INVALID_PARAMETER);
+  }
+  // Only the executable carries resources, all of them numbered; the system has no images.
+  if (instance != ::GetModuleHandleW(nullptr)) return platform::Fail(ERROR_RESOURCE_DATA_NOT_FOUND);
+  if (!IS_INTRESOURCE(name)) return platform::Fail(ERROR_RESOURCE_NAME_NOT_FOUND);
+  platform::Request request{LOWORD(reinterpret_cast<ULONG_PTR>(name)), width, height};
+  const bool isIcon = type == static_cast<UINT>(IMAGE_ICON);
+  if ((flags & LR_DEFAULTSIZE) != 0 && isIcon) {
+    if (request.width == 0) request.width = platform::kSystemIconSize;
+    if (request.height == 0) request.height = platform::kSystemIconSize;
+  }
+  if (!isIcon) return platform::LoadBitmapOf(request);
+  return (flags & LR_SHARED) != 0 ? platform::LoadSharedIcon(request)
+                                  : platform::LoadIconOf(request, false);
+}
+
+HICON WINAPI LoadIconW(HINSTANCE instance, LPCWSTR name) {
+  return static_cast<HICON>(
+      ::LoadImageW(instance, name, IMAGE_ICON, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+}
+
+HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name) {
+  return static_cast<HBITMAP>(::LoadImageW(instance, name, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
+}
+
+BOOL WINAPI DestroyIcon(HICON icon) {
+  using platform::HandleKind;
+  const auto found = platform::Resolve<platform::Icon>(HandleKind::kIcon, icon);
+  if (found == nullptr) {
+    ::SetLastError(ERROR_INVALID_CURSOR_HANDLE);
+    return FALSE;
+  }
+  // A shared icon belongs to the system, which keeps it.
+  if (!found->isShared) platform::Handles().Remove(HandleKind::kIcon, icon);
+  return TRUE;
+}
+
+}  // extern "C"

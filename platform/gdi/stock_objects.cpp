@@ -1,0 +1,78 @@
+// Fonts and brushes that the system keeps for everybody.
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "platform/gdi/brush.h"
+#include "platform/gdi/desktop_graphics.h"
+#include "platform/gdi/font.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+HBRUSH StockBrush(Brush* brush) {
+  brush->isStock = true;
+  return InsertBrush(std::shared_ptr<Brush>(brush));
+}
+
+HFONT StockFont(LONG height, LONG weight, std::wstring_view face) {
+  LOGFONTW description{};
+  description.lfHeight = height;
+  description.lfWeight = weight;
+  description.lfCharSet = DEFAULT_CHARSET;
+  std::ranges::copy(face, description.lfFaceName);
+  auto font = std::make_shared<Font>(description);
+  font->isStock = true;
+  return InsertFont(std::move(font));
+}
+
+// By their numbers, WHITE_BRUSH to NULL_BRUSH.
+const std::array<HBRUSH, 6>& StockBrushes() {
+  static const std::array<HBRUSH, 6> brushes = {
+      StockBrush(new Brush(RGB(255, 255, 255))), StockBrush(new Brush(RGB(192, 192, 192))),
+      StockBrush(new Brush(RGB(128, 128, 128))), StockBrush(new Brush(RGB(64, 64, 64))),
+      StockBrush(new Brush(RGB(0, 0, 0))),       StockBrush(new Brush(std::nullopt))};
+  return brushes;
+}
+
+const std::array<HBRUSH, COLOR_INFOBK + 1>& SystemBrushes() {
+  static const auto brushes = [] {
+    std::array<HBRUSH, COLOR_INFOBK + 1> made{};
+    for (int index = 0; index <= COLOR_INFOBK; ++index) {
+      made.at(static_cast<std::size_t>(index)) = StockBrush(new Brush(Brush::SystemIndex{index}));
+    }
+    return made;
+  }();
+  return brushes;
+}
+
+}  // namespace
+}  // namespace platform
+
+extern "C" {
+
+HGDIOBJ WINAPI GetStockObject(int index) {
+  static const HFONT systemFont = platform::StockFont(16, FW_BOLD, L"System");
+  static const HFONT interfaceFont = platform::StockFont(-11, FW_NORMAL, L"MS Shell Dlg");
+  if (index >= WHITE_BRUSH && index <= NULL_BRUSH) {
+    return platform::StockBrushes().at(static_cast<std::size_t>(index));
+  }
+  if (index == SYSTEM_FONT) return systemFont;
+  if (index == DEFAULT_GUI_FONT) return interfaceFont;
+  platform::LogLine("GetStockObject: only brushes and two fonts are kept");
+  return nullptr;
+}
+
+DWORD WINAPI GetSysColor(int index) {
+  return platform::IsSystemColour(index) ? platform::SystemColour(index) : 0;
+}
+
+HBRUSH WINAPI GetSysColorBrush(int index) {
+  if (!platform::IsSystemColour(index)) return nullptr;
+  return platform::SystemBrushes().at(static_cast<std::size_t>(index));
+}
+
+}  // extern "C"
