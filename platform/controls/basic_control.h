@@ -33,9 +33,9 @@ class BasicControl : public Control {
   void CommandLater(WORD code) const;
 
   // WM_NOTIFY to the parent, in the same two ways. Notification begins with an NMHDR, which is
-  // filled in. The parent's answer; 0 without a parent.
+  // filled in. The parent's answer, which may have changed the notification; 0 without a parent.
   template <class Notification>
-  LRESULT Notify(UINT code, Notification notification) const {
+  LRESULT Notify(UINT code, Notification& notification) const {
     *reinterpret_cast<NMHDR*>(&notification) = Header(code);
     return SendNotification(window_.handle, reinterpret_cast<NMHDR*>(&notification));
   }

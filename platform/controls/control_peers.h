@@ -7,9 +7,12 @@
 
 #include "platform/controls/button_peer.h"
 #include "platform/controls/combo_box_peer.h"
+#include "platform/controls/date_picker_peer.h"
 #include "platform/controls/edit_peer.h"
+#include "platform/controls/list_view_peer.h"
 #include "platform/controls/static_peer.h"
 #include "platform/controls/tab_peer.h"
+#include "platform/controls/up_down_peer.h"
 
 namespace platform {
 
@@ -34,6 +37,14 @@ class ControlPeers {
   virtual std::unique_ptr<ComboBoxPeer> MakeComboBox(const PeerOrigin& origin,
                                                      ComboBoxEvents& events) = 0;
   virtual std::unique_ptr<TabPeer> MakeTab(const PeerOrigin& origin, TabEvents& events) = 0;
+  // The content outlives the peer.
+  virtual std::unique_ptr<ListViewPeer> MakeListView(const PeerOrigin& origin,
+                                                     const ListViewContent& content,
+                                                     ListViewEvents& events) = 0;
+  virtual std::unique_ptr<UpDownPeer> MakeUpDown(const PeerOrigin& origin,
+                                                 UpDownEvents& events) = 0;
+  virtual std::unique_ptr<DatePickerPeer> MakeDatePicker(const PeerOrigin& origin,
+                                                         DatePickerEvents& events) = 0;
 };
 
 }  // namespace platform

@@ -106,11 +106,12 @@ void TabControl::TakeChoice(int index) {
 
 void TabControl::ChangeTo(int index) {
   if (index == chosen_ || !Has(static_cast<WPARAM>(index))) return;
-  if (Notify(TCN_SELCHANGING, NMHDR{}) != FALSE) return;
+  NMHDR notification{};
+  if (Notify(TCN_SELCHANGING, notification) != FALSE) return;
   // The answer may have taken the tab, or the control, away.
   if (!Self().IsLive() || !Has(static_cast<WPARAM>(index))) return;
   TakeChoice(index);
-  Notify(TCN_SELCHANGE, NMHDR{});
+  Notify(TCN_SELCHANGE, notification);
 }
 
 void TabControl::Adjust(bool toWindow, RECT& area) const {

@@ -20,6 +20,12 @@ class QtControlPeers final : public ControlPeers {
   std::unique_ptr<ComboBoxPeer> MakeComboBox(const PeerOrigin& origin,
                                              ComboBoxEvents& events) override;
   std::unique_ptr<TabPeer> MakeTab(const PeerOrigin& origin, TabEvents& events) override;
+  std::unique_ptr<ListViewPeer> MakeListView(const PeerOrigin& origin,
+                                             const ListViewContent& content,
+                                             ListViewEvents& events) override;
+  std::unique_ptr<UpDownPeer> MakeUpDown(const PeerOrigin& origin, UpDownEvents& events) override;
+  std::unique_ptr<DatePickerPeer> MakeDatePicker(const PeerOrigin& origin,
+                                                 DatePickerEvents& events) override;
 };
 
 // How a control takes the keyboard: all do by a click, those with WS_TABSTOP by Tab too.

@@ -37,9 +37,6 @@ BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);
 #define NM_FIRST (0U - 0U)
 #define NM_CLICK (NM_FIRST - 2)
 #define NM_DBLCLK (NM_FIRST - 3)
-#define NM_RETURN (NM_FIRST - 4)
-#define NM_SETFOCUS (NM_FIRST - 7)
-#define NM_KILLFOCUS (NM_FIRST - 8)
 
 // --- tabs ---
 #define TCIF_TEXT 0x0001u
@@ -73,11 +70,7 @@ using LPTCITEMW = TCITEMW*;
 #define LVS_TYPEMASK 0x0003u
 #define LVS_SINGLESEL 0x0004u
 #define LVS_SHOWSELALWAYS 0x0008u
-#define LVS_SORTASCENDING 0x0010u
-#define LVS_SORTDESCENDING 0x0020u
-#define LVS_OWNERDRAWFIXED 0x0400u
-#define LVS_EDITLABELS 0x0200u
-#define LVS_OWNERDATA 0x1000u
+#define LVS_ALIGNLEFT 0x0800u
 #define LVS_NOCOLUMNHEADER 0x4000u
 #define LVS_NOSORTHEADER 0x8000u
 #define LVS_EX_GRIDLINES 0x00000001u
@@ -195,8 +188,69 @@ using LPNMITEMACTIVATE = NMITEMACTIVATE*;
 #define LVN_DELETEALLITEMS (LVN_FIRST - 4)
 #define LVN_COLUMNCLICK (LVN_FIRST - 8)
 
+#define ListView_GetItemCount(list) (static_cast<int>(SNDMSG((list), LVM_GETITEMCOUNT, 0, 0)))
+#define ListView_DeleteItem(list, item) \
+  (static_cast<BOOL>(SNDMSG((list), LVM_DELETEITEM, static_cast<WPARAM>(item), 0)))
+#define ListView_DeleteAllItems(list) (static_cast<BOOL>(SNDMSG((list), LVM_DELETEALLITEMS, 0, 0)))
+#define ListView_GetNextItem(list, item, flags) \
+  (static_cast<int>(                            \
+      SNDMSG((list), LVM_GETNEXTITEM, static_cast<WPARAM>(item), MAKELPARAM((flags), 0))))
+#define ListView_EnsureVisible(list, item, partialOk) \
+  (static_cast<BOOL>(                                 \
+      SNDMSG((list), LVM_ENSUREVISIBLE, static_cast<WPARAM>(item), MAKELPARAM((partialOk), 0))))
+#define ListView_GetItem(list, item) \
+  (static_cast<BOOL>(SNDMSG((list), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item))))
+#define ListView_SetItem(list, item) \
+  (static_cast<BOOL>(SNDMSG((list), LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(item))))
+#define ListView_InsertItem(list, item) \
+  (static_cast<int>(SNDMSG((list), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(item))))
+#define ListView_InsertColumn(list, column, data)                                  \
+  (static_cast<int>(SNDMSG((list), LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), \
+                           reinterpret_cast<LPARAM>(data))))
+#define ListView_GetColumnWidth(list, column) \
+  (static_cast<int>(SNDMSG((list), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0)))
+#define ListView_SetColumnWidth(list, column, width) \
+  (static_cast<BOOL>(                                \
+      SNDMSG((list), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM((width), 0))))
+#define ListView_SetExtendedListViewStyle(list, style) \
+  (static_cast<DWORD>(SNDMSG((list), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style))))
+#define ListView_SortItems(list, compare, parameter)                               \
+  (static_cast<BOOL>(SNDMSG((list), LVM_SORTITEMS, static_cast<WPARAM>(parameter), \
+                            reinterpret_cast<LPARAM>(compare))))
+#define ListView_GetItemState(list, item, mask) \
+  (static_cast<UINT>(                           \
+      SNDMSG((list), LVM_GETITEMSTATE, static_cast<WPARAM>(item), static_cast<LPARAM>(mask))))
+#define ListView_SetItemState(list, item, data, mask)           \
+  {                                                             \
+    LVITEMW listItem_{};                                        \
+    listItem_.stateMask = (mask);                               \
+    listItem_.state = (data);                                   \
+    SNDMSG((list), LVM_SETITEMSTATE, static_cast<WPARAM>(item), \
+           reinterpret_cast<LPARAM>(&listItem_));               \
+  }
+#define ListView_SetCheckState(list, item, check) \
+  ListView_SetItemState(list, item, INDEXTOSTATEIMAGEMASK((check) ? 2 : 1), LVIS_STATEIMAGEMASK)
+#define ListView_GetCheckState(list, item) \
+  ((ListView_GetItemState(list, item, LVIS_STATEIMAGEMASK) >> 12) - 1)
+#define ListView_SetItemText(list, item, subItem, newText)      \
+  {                                                             \
+    LVITEMW listItem_{};                                        \
+    listItem_.iSubItem = (subItem);                             \
+    listItem_.pszText = (newText);                              \
+    SNDMSG((list), LVM_SETITEMTEXTW, static_cast<WPARAM>(item), \
+           reinterpret_cast<LPARAM>(&listItem_));               \
+  }
+#define ListView_GetItemText(list, item, subItem, buffer, characters) \
+  {                                                                   \
+    LVITEMW listItem_{};                                              \
+    listItem_.iSubItem = (subItem);                                   \
+    listItem_.cchTextMax = (characters);                              \
+    listItem_.pszText = (buffer);                                     \
+    SNDMSG((list), LVM_GETITEMTEXTW, static_cast<WPARAM>(item),       \
+           reinterpret_cast<LPARAM>(&listItem_));                     \
+  }
+
 // --- up-downs ---
-#define UDS_WRAP 0x0001u
 #define UDS_SETBUDDYINT 0x0002u
 #define UDS_ALIGNRIGHT 0x0004u
 #define UDS_ALIGNLEFT 0x0008u
@@ -205,10 +259,6 @@ using LPNMITEMACTIVATE = NMITEMACTIVATE*;
 #define UDS_HORZ 0x0040u
 #define UDS_NOTHOUSANDS 0x0080u
 
-#define UDM_SETRANGE (WM_USER + 101)
-#define UDM_GETRANGE (WM_USER + 102)
-#define UDM_SETPOS (WM_USER + 103)
-#define UDM_GETPOS (WM_USER + 104)
 #define UDM_SETBUDDY (WM_USER + 105)
 #define UDM_GETBUDDY (WM_USER + 106)
 #define UDM_SETRANGE32 (WM_USER + 111)
@@ -226,10 +276,6 @@ using LPNMUPDOWN = NMUPDOWN*;
 
 // --- date pickers ---
 #define DTS_SHORTDATEFORMAT 0x0000u
-#define DTS_UPDOWN 0x0001u
-#define DTS_SHOWNONE 0x0002u
-#define DTS_LONGDATEFORMAT 0x0004u
-#define DTS_TIMEFORMAT 0x0009u
 #define DTS_SHORTDATECENTURYFORMAT 0x000Cu
 #define DTS_RIGHTALIGN 0x0020u
 #define MCS_WEEKNUMBERS 0x0004u

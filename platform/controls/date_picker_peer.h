@@ -1,0 +1,37 @@
+// The widget of a date picker, in the user's short format. Lives on the window thread.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/user/window_peer.h"
+
+namespace platform {
+
+struct PickedDate {
+  int year = 0;
+  int month = 0;  // 1 to 12
+  int day = 0;    // 1 to 31
+
+  auto operator<=>(const PickedDate&) const = default;
+};
+
+// Called inside an event of the desktop.
+class DatePickerEvents {
+ public:
+  virtual ~DatePickerEvents() = default;
+
+  // By the user, not by SetDate.
+  virtual void OnPicked(const PickedDate& date) = 0;
+  virtual void OnCalendarShown(bool shown) = 0;
+};
+
+class DatePickerPeer : public WindowPeer {
+ public:
+  virtual void SetDate(const PickedDate& date) = 0;
+  // What the user can pick.
+  virtual void SetRange(const PickedDate& first, const PickedDate& last) = 0;
+  // MCS_ bits.
+  virtual void SetCalendarStyle(DWORD style) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,23 @@
+// The widget of an up-down control: two arrows. Lives on the window thread.
+#pragma once
+
+#include "platform/user/window_peer.h"
+
+namespace platform {
+
+class UpDownEvents {
+ public:
+  virtual ~UpDownEvents() = default;
+
+  // An arrow, or its key in the buddy, was pressed; again and again while it is held. Called inside
+  // an event of the desktop.
+  virtual void OnStep(bool up) = 0;
+};
+
+class UpDownPeer : public WindowPeer {
+ public:
+  // Keys pressed in that window step too; null: in none.
+  virtual void TakeArrowKeysOf(WindowPeer* buddy) = 0;
+};
+
+}  // namespace platform

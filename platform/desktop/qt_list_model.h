@@ -1,0 +1,41 @@
+// The rows of a list view for Qt's views. Lives on the window thread.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <functional>
+
+#include "platform/controls/list_view_peer.h"
+
+namespace platform {
+
+class QtListModel final : public QAbstractTableModel {
+ public:
+  explicit QtListModel(const ListViewContent& content) : content_(content) {}
+
+  // What the model tells of the content it has to be told first.
+  void Replace();
+  void InsertRow(int row);
+  void RemoveRow(int row);
+  void ChangeRow(int row);
+
+  void ShowCheckBoxes(bool shown);
+  UINT State(int row) const { return content_.State(row); }
+
+  // Asked for when the user clicks a check box.
+  std::function<void(int row)> onCheckClicked;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  const ListViewContent& content_;
+  int rows_ = 0;
+  int columns_ = 0;
+  bool hasCheckBoxes_ = false;
+};
+
+}  // namespace platform
