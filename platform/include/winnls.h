@@ -32,4 +32,15 @@ LANGID WINAPI GetSystemDefaultLangID();
 LANGID WINAPI GetSystemDefaultUILanguage();
 int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters);
 
+// Only the locale's own formats: the format parameters are null.
+struct NUMBERFMTW;
+struct SYSTEMTIME;
+#define DATE_SHORTDATE 0x00000001u
+int WINAPI GetNumberFormatW(LCID locale, DWORD flags, LPCWSTR value, const NUMBERFMTW* format,
+                            LPWSTR text, int characters);
+int WINAPI GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format,
+                          LPWSTR text, int characters);
+int WINAPI GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR format,
+                          LPWSTR text, int characters);
+
 }  // extern "C"

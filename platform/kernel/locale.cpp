@@ -118,7 +118,36 @@ std::optional<std::wstring> FirstDayText(LCID locale) {
   return std::to_wstring(*day);
 }
 
+std::string UsersLocale(const char* category) {
+  if (const std::optional<LocaleChoice> chosen = ChosenLocale()) {
+    return IcuNameOf(chosen->language);
+  }
+  const char* posixName = EnvironmentLocale(category);
+  const std::string name = posixName == nullptr ? "" : IcuName(posixName);
+  return name.empty() ? IcuNameOf(kAmericanEnglish) : name;
+}
+
 }  // namespace
+
+std::string FormatLocale(LCID locale, const char* category) {
+  return IsDefault(locale) ? UsersLocale(category) : IcuNameOf(locale);
+}
+
+int GiveLocaleText(const std::optional<std::wstring>& text, LPWSTR buffer, int characters) {
+  if (!text) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  const int needed = static_cast<int>(text->size()) + 1;
+  if (characters == 0) return needed;
+  if (characters < needed) {
+    ::SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return 0;
+  }
+  std::ranges::copy(*text, buffer);
+  buffer[text->size()] = L'\0';
+  return needed;
+}
 
 LANGID CurrentLanguage() {
   const std::optional<LocaleChoice> chosen = ChosenLocale();
@@ -160,19 +189,7 @@ int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters)
   const std::optional<std::wstring> text = type == LOCALE_SNATIVELANGNAME
                                                ? platform::NativeLanguageName(locale)
                                                : platform::FirstDayText(locale);
-  if (!text) {
-    ::SetLastError(ERROR_INVALID_PARAMETER);
-    return 0;
-  }
-  const int needed = static_cast<int>(text->size()) + 1;
-  if (characters == 0) return needed;
-  if (characters < needed) {
-    ::SetLastError(ERROR_INSUFFICIENT_BUFFER);
-    return 0;
-  }
-  std::ranges::copy(*text, data);
-  data[text->size()] = L'\0';
-  return needed;
+  return platform::GiveLocaleText(text, data, characters);
 }
 
 }  // extern "C"

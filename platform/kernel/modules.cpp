@@ -12,6 +12,7 @@
 
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
+#include "platform/kernel/layer_modules.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/path.h"
 
@@ -66,8 +67,8 @@ FARPROC Module::Find(const char* name) const {
 // unloaded, for that runs code of the library.
 struct ModuleList {
   std::mutex mutex;
-  std::map<std::wstring, ExportTable> builtIn;  // by lower-case name
-  std::map<std::wstring, HMODULE> loaded;       // by lower-case name
+  std::map<std::wstring, ExportTable> builtIn = LayerModules();  // by lower-case name
+  std::map<std::wstring, HMODULE> loaded;                        // by lower-case name
   fs::path shownPath;
 };
 
@@ -256,8 +257,9 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return nullptr;
   }
-  // A number instead of a name asks by ordinal, which shared objects do not have.
-  const FARPROC address = IS_INTRESOURCE(name) ? nullptr : found->Find(name);
+  // A number instead of a name asks by ordinal, which only modules of the layer have.
+  const std::string ordinal = "#" + std::to_string(LOWORD(reinterpret_cast<ULONG_PTR>(name)));
+  const FARPROC address = found->Find(IS_INTRESOURCE(name) ? ordinal.c_str() : name);
   if (address == nullptr) ::SetLastError(ERROR_PROC_NOT_FOUND);
   return address;
 }

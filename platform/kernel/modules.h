@@ -14,7 +14,7 @@ namespace platform {
 using ExportTable = std::map<std::string, FARPROC, std::less<>>;
 
 // Makes LoadLibraryW find this name ("name.dll", any case) with these exports before it looks for a
-// shared object. A module of the layer or of a test.
+// shared object. A module of the layer or of a test. The export of ordinal 15 has the name "#15".
 void RegisterBuiltInModule(std::wstring_view name, ExportTable exports);
 void UnregisterBuiltInModule(std::wstring_view name);
 

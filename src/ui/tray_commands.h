@@ -54,8 +54,6 @@ class TrayCommands {
   // Once for each user.
   void RemindToLogOff();
   void Open(const std::function<void()>& opener);
-  // Of the exception that is being handled.
-  void TellFailure() noexcept;
 
   const MessageCatalogue& catalogue_;
   Settings& settings_;

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <atomic>
+#include <map>
+#include <vector>
 
 #include "session/gate_indicator.h"
 #include "ui/tray_commands.h"
@@ -12,6 +14,8 @@
 #include "ui/tray_menu.h"
 
 namespace quillgate {
+
+class OwnerDrawMenu;
 
 class TrayController final : public TrayIcon, public GateIndicator {
  public:
@@ -28,6 +32,9 @@ class TrayController final : public TrayIcon, public GateIndicator {
   void Lock() override;
   void Unlock() override;
 
+  // That of the last balloon.
+  int LastMessageKind() const { return lastKind_; }
+
  private:
   void OnButtonUp(MouseButton button) override;
   void OnDoubleClick() override;
@@ -35,8 +42,10 @@ class TrayController final : public TrayIcon, public GateIndicator {
   // Shows the menu of the present state at the cursor; the chosen command's number, 0 when nothing
   // was chosen, -1 when there was no telling where the cursor is.
   int BuildAndTrackMenu();
+  void Fill(OwnerDrawMenu& popup, const std::vector<TrayMenuItem>& items) const;
 
   TrayCommands commands_;
+  std::map<WORD, IconHandle> menuIcons_;  // by the numbers of their resources
   std::atomic<bool> busy_ = false;
   std::atomic<int> lastKind_ = 0;
 };

@@ -9,17 +9,9 @@
 #include <string>
 
 #include "storage/critical_section.h"
-#include "storage/handle.h"
+#include "ui/icon.h"
 
 namespace quillgate {
-
-struct IconTrait {
-  using Type = HICON;
-  static Type Invalid() { return nullptr; }
-  static void Close(Type icon) { ::DestroyIcon(icon); }
-};
-// An icon that was loaded or made, not shared.
-using IconHandle = UniqueHandle<IconTrait>;
 
 // As the handlers number them.
 enum class MouseButton { kLeft = 1, kRight = 2 };

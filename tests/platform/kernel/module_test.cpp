@@ -34,6 +34,18 @@ TEST_F(ModuleTest, AModuleOfTheLayerIsFoundInAnyCaseAndWithoutSuffix) {
   EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
 }
 
+TEST_F(ModuleTest, AnOrdinalFindsItsExport) {
+  platform::RegisterBuiltInModule(L"numbered.ocx", {{"#15", Answer}, {"Named", Answer}});
+  const HMODULE module = ::LoadLibraryW(L"numbered.ocx");
+  ASSERT_NE(module, nullptr);
+  const auto ordinal = [](ULONG_PTR number) { return reinterpret_cast<LPCSTR>(number); };
+  EXPECT_EQ(::GetProcAddress(module, ordinal(15)), Answer);
+  EXPECT_EQ(::GetProcAddress(module, ordinal(1)), nullptr);
+  EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+  EXPECT_TRUE(::FreeLibrary(module));
+  platform::UnregisterBuiltInModule(L"numbered.ocx");
+}
+
 TEST_F(ModuleTest, IsUnloadedWhenItHasBeenFreedAsOftenAsLoaded) {
   const HMODULE module = ::LoadLibraryW(L"sample_module.dll");
   ASSERT_NE(module, nullptr);

@@ -1,0 +1,197 @@
+#include <windows.h>
+
+#include <unicode/ucal.h>
+#include <unicode/udat.h>
+#include <unicode/unum.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/kernel/locale_source.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+// No text of a date, a time or a number of documented length is longer.
+constexpr std::int32_t kTextLimit = 512;
+using IcuText = std::array<char16_t, kTextLimit>;
+
+constexpr int kDecimals = 2;
+constexpr std::int32_t kUtcLength = 3;
+constexpr const char16_t* kUtc = u"UTC";
+constexpr char16_t kNarrowSpace = u'\u202F';
+
+using NumberFormatter = std::unique_ptr<UNumberFormat, decltype(&unum_close)>;
+using DateFormatter = std::unique_ptr<UDateFormat, decltype(&udat_close)>;
+using Calendar = std::unique_ptr<UCalendar, decltype(&ucal_close)>;
+
+std::optional<std::wstring> Widen(const IcuText& text, std::int32_t length, UErrorCode error) {
+  if (U_FAILURE(error) || length > kTextLimit) return std::nullopt;
+  std::wstring wide(text.begin(), text.begin() + length);
+  // What stands between the parts of a time is a plain space on the documented system.
+  std::ranges::replace(wide, static_cast<wchar_t>(kNarrowSpace), L' ');
+  return wide;
+}
+
+// The documented form: digits, at most one decimal point and a minus sign in front.
+std::optional<std::string> NumberText(std::wstring_view value) {
+  std::string text;
+  for (const wchar_t each : value) {
+    const bool isDigit = each >= L'0' && each <= L'9';
+    const bool isSign = each == L'-' && text.empty();
+    const bool isPoint = each == L'.' && text.find('.') == std::string::npos;
+    if (!isDigit && !isSign && !isPoint) return std::nullopt;
+    text += static_cast<char>(each);
+  }
+  if (text.find_first_of("0123456789") == std::string::npos) return std::nullopt;
+  return text;
+}
+
+NumberFormatter OpenNumberFormat(const std::string& locale) {
+  UErrorCode error = U_ZERO_ERROR;
+  NumberFormatter format(unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &error),
+                         unum_close);
+  if (U_FAILURE(error)) return {nullptr, unum_close};
+  unum_setAttribute(format.get(), UNUM_FRACTION_DIGITS, kDecimals);
+  unum_setAttribute(format.get(), UNUM_ROUNDING_MODE, UNUM_ROUND_HALFUP);
+  unum_setAttribute(format.get(), UNUM_MINIMUM_GROUPING_DIGITS, 1);
+  unum_setSymbol(format.get(), UNUM_MINUS_SIGN_SYMBOL, u"-", 1, &error);
+  return format;
+}
+
+std::optional<std::wstring> FormattedNumber(LCID locale, LPCWSTR value) {
+  const std::string name = FormatLocale(locale, "LC_NUMERIC");
+  const std::optional<std::string> number = NumberText(value);
+  if (name.empty() || !number) return std::nullopt;
+  const NumberFormatter format = OpenNumberFormat(name);
+  if (format == nullptr) return std::nullopt;
+  IcuText text{};
+  UErrorCode error = U_ZERO_ERROR;
+  const std::int32_t length =
+      unum_formatDecimal(format.get(), number->data(), static_cast<std::int32_t>(number->size()),
+                         text.data(), kTextLimit, nullptr, &error);
+  return Widen(text, length, error);
+}
+
+bool IsDate(const SYSTEMTIME& time) {
+  using namespace std::chrono;
+  const year_month_day day = year(time.wYear) / month(time.wMonth) / std::chrono::day(time.wDay);
+  return day.ok() && time.wYear >= 1601;
+}
+
+bool IsTimeOfDay(const SYSTEMTIME& time) {
+  return time.wHour < 24 && time.wMinute < 60 && time.wSecond < 60 && time.wMilliseconds < 1000;
+}
+
+DateFormatter OpenDateFormat(const std::string& locale, UDateFormatStyle time,
+                             UDateFormatStyle date) {
+  UErrorCode error = U_ZERO_ERROR;
+  DateFormatter format(udat_open(time, date, locale.c_str(), kUtc, kUtcLength, nullptr, 0, &error),
+                       udat_close);
+  return U_SUCCESS(error) ? std::move(format) : DateFormatter(nullptr, udat_close);
+}
+
+// Years of short dates have four digits on the documented system.
+void UseFullYears(UDateFormat* format) {
+  IcuText text{};
+  UErrorCode error = U_ZERO_ERROR;
+  const std::int32_t length = udat_toPattern(format, 0, text.data(), kTextLimit, &error);
+  if (U_FAILURE(error)) return;
+  std::u16string pattern(text.data(), static_cast<std::size_t>(length));
+  const std::size_t year = pattern.find(u"yy");
+  if (year == std::u16string::npos || pattern.find(u"yyy") != std::u16string::npos) return;
+  pattern.insert(year, u"yy");
+  udat_applyPattern(format, 0, pattern.data(), static_cast<std::int32_t>(pattern.size()));
+}
+
+std::optional<std::wstring> FormattedMoment(const DateFormatter& format, const SYSTEMTIME& time) {
+  UErrorCode error = U_ZERO_ERROR;
+  const Calendar calendar(ucal_open(kUtc, kUtcLength, "en_US", UCAL_GREGORIAN, &error), ucal_close);
+  if (format == nullptr || U_FAILURE(error)) return std::nullopt;
+  ucal_setDateTime(calendar.get(), time.wYear, time.wMonth - 1, time.wDay, time.wHour, time.wMinute,
+                   time.wSecond, &error);
+  const UDate moment = ucal_getMillis(calendar.get(), &error);
+  IcuText text{};
+  const std::int32_t length =
+      udat_format(format.get(), moment, text.data(), kTextLimit, nullptr, &error);
+  return Widen(text, length, error);
+}
+
+std::optional<std::wstring> FormattedDate(LCID locale, const SYSTEMTIME& date) {
+  const std::string name = FormatLocale(locale, "LC_TIME");
+  if (name.empty() || !IsDate(date)) return std::nullopt;
+  const DateFormatter format = OpenDateFormat(name, UDAT_NONE, UDAT_SHORT);
+  if (format != nullptr) UseFullYears(format.get());
+  SYSTEMTIME midnight{};
+  midnight.wYear = date.wYear;
+  midnight.wMonth = date.wMonth;
+  midnight.wDay = date.wDay;
+  return FormattedMoment(format, midnight);
+}
+
+std::optional<std::wstring> FormattedTime(LCID locale, const SYSTEMTIME& time) {
+  const std::string name = FormatLocale(locale, "LC_TIME");
+  if (name.empty() || !IsTimeOfDay(time)) return std::nullopt;
+  // Only the time of day counts; the day has to be one.
+  SYSTEMTIME someDay = time;
+  someDay.wYear = 2000;
+  someDay.wMonth = 1;
+  someDay.wDay = 1;
+  return FormattedMoment(OpenDateFormat(name, UDAT_MEDIUM, UDAT_NONE), someDay);
+}
+
+SYSTEMTIME MomentOrNow(const SYSTEMTIME* moment) {
+  if (moment != nullptr) return *moment;
+  SYSTEMTIME now{};
+  ::GetLocalTime(&now);
+  return now;
+}
+
+bool IsSupported(const char* function, DWORD flags, DWORD supported, bool ownFormat) {
+  if (!ownFormat && (flags & ~supported) == 0) return true;
+  LogLine(std::string(function) + ": unsupported flags or a format of the caller's");
+  ::SetLastError(ERROR_INVALID_FLAGS);
+  return false;
+}
+
+bool IsBuffer(LPCWSTR buffer, int characters) {
+  if (characters == 0 || (characters > 0 && buffer != nullptr)) return true;
+  ::SetLastError(ERROR_INVALID_PARAMETER);
+  return false;
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+extern "C" {
+
+int WINAPI GetNumberFormatW(LCID locale, DWORD flags, LPCWSTR value, const NUMBERFMTW* format,
+                            LPWSTR text, int characters) {
+  if (!IsBuffer(text, characters)) return 0;
+  if (!IsSupported("GetNumberFormatW", flags, 0, format != nullptr)) return 0;
+  return GiveLocaleText(value == nullptr ? std::nullopt : FormattedNumber(locale, value), text,
+                        characters);
+}
+
+int WINAPI GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format,
+                          LPWSTR text, int characters) {
+  if (!IsBuffer(text, characters)) return 0;
+  if (!IsSupported("GetDateFormatW", flags, DATE_SHORTDATE, format != nullptr)) return 0;
+  return GiveLocaleText(FormattedDate(locale, MomentOrNow(date)), text, characters);
+}
+
+int WINAPI GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR format,
+                          LPWSTR text, int characters) {
+  if (!IsBuffer(text, characters)) return 0;
+  if (!IsSupported("GetTimeFormatW", flags, 0, format != nullptr)) return 0;
+  return GiveLocaleText(FormattedTime(locale, MomentOrNow(time)), text, characters);
+}
+
+}  // extern "C"
