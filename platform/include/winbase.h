@@ -20,6 +20,14 @@ HANDLE WINAPI GetProcessHeap();
 LPVOID WINAPI HeapAlloc(HANDLE heap, DWORD flags, SIZE_T bytes);
 BOOL WINAPI HeapFree(HANDLE heap, DWORD flags, LPVOID memory);
 HLOCAL WINAPI LocalFree(HLOCAL memory);
+// Written also when nobody reads it any more.
+inline PVOID RtlSecureZeroMemory(PVOID memory, SIZE_T bytes) {
+  auto* each = static_cast<volatile char*>(memory);
+  while (bytes-- != 0)
+    *each++ = 0;
+  return memory;
+}
+#define SecureZeroMemory RtlSecureZeroMemory
 
 // --- modules ---
 HMODULE WINAPI LoadLibraryW(LPCWSTR fileName);
