@@ -8,9 +8,11 @@
 
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_dialog_peers.h"
 #include "platform/desktop/qt_event_loop.h"
 #include "platform/desktop/qt_graphics.h"
 #include "platform/desktop/qt_menus.h"
+#include "platform/desktop/qt_peer.h"
 #include "platform/desktop/qt_tray.h"
 #include "platform/desktop/qt_window_peers.h"
 
@@ -34,14 +36,19 @@ class QtDesktop final : public DesktopModule {
     KeepThreadRecord();
   }
 
+  ~QtDesktop() override { EndRetiredWidgets(); }
+  QtDesktop(const QtDesktop&) = delete;
+  QtDesktop& operator=(const QtDesktop&) = delete;
+
   EventLoop& Loop() override { return loop_; }
   WindowPeers& Windows() override { return windows_; }
   ControlPeers& Controls() override { return controls_; }
+  DialogPeers& Dialogs() override { return dialogs_; }
   GraphicsBackend& Graphics() override { return graphics_; }
   MenuBackend& Menus() override { return menus_; }
   TrayBackend& Tray() override { return tray_; }
-  std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxRequest& request) override {
-    return std::make_unique<QtMessageBox>(request, loop_);
+  std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) override {
+    return std::make_unique<QtMessageBox>(view, loop_);
   }
 
  private:
@@ -55,6 +62,7 @@ class QtDesktop final : public DesktopModule {
   QtGraphics graphics_;
   QtWindowPeers windows_;
   QtControlPeers controls_;
+  QtDialogPeers dialogs_;
   QtMenus menus_;
   QtTray tray_;
 };

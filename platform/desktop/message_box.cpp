@@ -2,16 +2,18 @@
 
 #include <windows.h>
 
+#include <QPushButton>
 #include <QString>
+
+#include "platform/desktop/qt_peer.h"
 
 namespace platform {
 namespace {
 
-constexpr UINT kButtonsMask = 0x0F;  // MB_TYPEMASK
-constexpr UINT kIconMask = 0xF0;     // MB_ICONMASK
+constexpr const char* kIdProperty = "buttonId";
 
-QMessageBox::Icon IconOf(UINT type) {
-  switch (type & kIconMask) {
+QMessageBox::Icon IconOf(UINT icon) {
+  switch (icon) {
     case MB_ICONERROR:
       return QMessageBox::Critical;
     case MB_ICONQUESTION:
@@ -25,50 +27,45 @@ QMessageBox::Icon IconOf(UINT type) {
   }
 }
 
-QMessageBox::StandardButtons ButtonsOf(UINT type) {
-  switch (type & kButtonsMask) {
-    case MB_OKCANCEL:
-      return QMessageBox::Ok | QMessageBox::Cancel;
-    case MB_YESNO:
-      return QMessageBox::Yes | QMessageBox::No;
-    default:
-      return QMessageBox::Ok;
-  }
-}
-
-int IdentifierOf(int button) {
-  switch (button) {
-    case QMessageBox::Ok:
-      return IDOK;
-    case QMessageBox::Yes:
-      return IDYES;
-    case QMessageBox::No:
-      return IDNO;
-    default:
-      return IDCANCEL;
-  }
-}
-
-// The first button, as documented for boxes whose type does not name another.
-QMessageBox::StandardButton DefaultOf(UINT type) {
-  return (type & kButtonsMask) == MB_YESNO ? QMessageBox::Yes : QMessageBox::Ok;
-}
-
 }  // namespace
 
-QtMessageBox::QtMessageBox(const MessageBoxRequest& request, EventLoop& loop) {
-  box_.setIcon(IconOf(request.type));
-  box_.setWindowTitle(QString::fromStdWString(request.caption));
-  box_.setTextFormat(Qt::PlainText);
-  box_.setText(QString::fromStdWString(request.text));
-  box_.setStandardButtons(ButtonsOf(request.type));
-  box_.setDefaultButton(DefaultOf(request.type));
-  box_.setWindowModality(Qt::ApplicationModal);
-  QObject::connect(&box_, &QMessageBox::finished, [this, &loop](int button) {
-    answer_ = IdentifierOf(button);
+QtMessageBox::QtMessageBox(const MessageBoxView& view, EventLoop& loop)
+    : box_(new QMessageBox(WidgetOf(view.owner))) {
+  box_->setIcon(IconOf(view.icon));
+  box_->setWindowTitle(QString::fromStdWString(view.caption));
+  box_->setTextFormat(Qt::PlainText);
+  box_->setText(QString::fromStdWString(view.text));
+  if (view.owner != nullptr) box_->setWindowModality(Qt::WindowModal);
+  if (view.staysOnTop) box_->setWindowFlag(Qt::WindowStaysOnTopHint);
+  if (view.escapeId == 0) box_->setWindowFlag(Qt::WindowCloseButtonHint, false);
+  AddButtons(view);
+  QObject::connect(box_, &QMessageBox::finished, [this, &loop, escapeId = view.escapeId] {
+    // The close box clicks nothing.
+    const auto* clicked = box_->clickedButton();
+    answer_ = clicked != nullptr ? clicked->property(kIdProperty).toInt() : escapeId;
     loop.Wake();
   });
-  box_.show();
+  box_->show();
+  box_->raise();
+  box_->activateWindow();
+}
+
+QtMessageBox::~QtMessageBox() {
+  if (box_ == nullptr) return;
+  box_->disconnect();
+  RetireWidget(box_);
+}
+
+// All of one role, so that they keep their order on every desktop.
+void QtMessageBox::AddButtons(const MessageBoxView& view) {
+  for (const MessageBoxButton& each : view.buttons) {
+    QPushButton* button =
+        box_->addButton(QString::fromStdWString(each.caption), QMessageBox::ActionRole);
+    button->setProperty(kIdProperty, each.id);
+    button->setObjectName(QString::number(each.id));
+    if (each.id == view.escapeId) box_->setEscapeButton(button);
+    if (&each == &view.buttons[view.defaultButton]) box_->setDefaultButton(button);
+  }
 }
 
 }  // namespace platform

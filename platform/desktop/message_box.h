@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <QPointer>
 
 #include "platform/user/desktop_module.h"
 
@@ -9,12 +10,16 @@ namespace platform {
 
 class QtMessageBox final : public ShownMessageBox {
  public:
-  QtMessageBox(const MessageBoxRequest& request, EventLoop& loop);
+  QtMessageBox(const MessageBoxView& view, EventLoop& loop);
+  ~QtMessageBox() override;
 
   std::optional<int> Answer() const override { return answer_; }
 
  private:
-  QMessageBox box_;
+  void AddButtons(const MessageBoxView& view);
+
+  // Gone before this object when its owner is.
+  QPointer<QMessageBox> box_;
   std::optional<int> answer_;
 };
 

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/controls/control_peers.h"
+#include "platform/dialog/dialog_peers.h"
 #include "platform/gdi/graphics_backend.h"
 #include "platform/shell/tray_backend.h"
 #include "platform/user/event_loop.h"
@@ -31,12 +32,13 @@ class DesktopModule {
   virtual EventLoop& Loop() = 0;
   virtual WindowPeers& Windows() = 0;
   virtual ControlPeers& Controls() = 0;
+  virtual DialogPeers& Dialogs() = 0;
   virtual GraphicsBackend& Graphics() = 0;
   virtual MenuBackend& Menus() = 0;
   virtual TrayBackend& Tray() = 0;
 
-  // Shows the box and returns at once. The type has been checked.
-  virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxRequest& request) = 0;
+  // Shows the box, which gets the keyboard, and returns at once.
+  virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) = 0;
 };
 
 // The module's single export, of the name kCreateDesktopModule. The caller owns the object.

@@ -4,16 +4,15 @@
 
 #include <mutex>
 
+#include "platform/dialog/modal_dialog.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
-#include "platform/user/window_list.h"
+#include "platform/user/message_box_view.h"
+#include "platform/user/modal_loop.h"
 
 namespace platform {
 namespace {
-
-constexpr UINT kButtonsMask = 0x0F;  // MB_TYPEMASK
-constexpr UINT kIconMask = 0xF0;     // MB_ICONMASK
 
 struct ResponderSlot {
   std::mutex mutex;
@@ -31,57 +30,23 @@ MessageBoxResponder CurrentResponder() {
   return slot.responder;
 }
 
-bool IsSupported(UINT type) {
-  const UINT buttons = type & kButtonsMask;
-  const bool known = buttons == MB_OK || buttons == MB_OKCANCEL || buttons == MB_YESNO;
-  return known && (type & kIconMask) <= MB_ICONINFORMATION &&
-         (type & ~(kButtonsMask | kIconMask)) == 0;
-}
-
-// The box's own message loop on the window thread. Quitting ends the box without an answer.
-int RunBox(ThreadQueue& queue, const MessageBoxRequest& request) {
-  const auto box = Desktop().ShowMessageBox(request);
-  const MessageFilter everything;
-  for (;;) {
-    queue.ServeCalls();
-    if (const auto answer = box->Answer()) return *answer;
-    const auto message = queue.Take(everything, true);
-    if (!message.has_value()) {
-      queue.Wait(everything);
-    } else if (message->message == WM_QUIT) {
-      queue.PostQuit(static_cast<int>(message->wParam));
-      return 0;
-    } else {
-      ::DispatchMessageW(&*message);
-    }
-  }
+// On the window thread. Quitting ends the box without an answer, and so does the end of its owner,
+// which takes it along.
+int RunBox(HWND ownerHandle, MessageBoxView view) {
+  DisabledOwner owner(ownerHandle);
+  const auto ownerWindow = Resolve<Window>(HandleKind::kWindow, owner.Get());
+  view.owner = ownerWindow != nullptr ? ownerWindow->peer.get() : nullptr;
+  const auto box = Desktop().ShowMessageBox(view);
+  const auto ownerIsGone = [&] { return ownerWindow != nullptr && !ownerWindow->IsLive(); };
+  RunModalLoop(*CurrentQueue(), [&] { return box->Answer().has_value() || ownerIsGone(); });
+  owner.Enable();
+  return box->Answer().value_or(0);
 }
 
 int FailWithoutDesktop(const MessageBoxRequest& request) {
   LogLine("message box: " + Utf8(request.caption) + ": " + Utf8(request.text));
   ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
   return 0;
-}
-
-int AskOnDesktop(const MessageBoxRequest& request) {
-  const auto& caller = CurrentQueue();
-  const bool joined = JoinDesktop(caller);
-  const auto windowThread = WindowThread();
-  if (windowThread == nullptr) return FailWithoutDesktop(request);
-  if (windowThread == caller) {
-    const int answer = RunBox(*caller, request);
-    // A thread without windows, which may never look at messages again, does not stay it.
-    if (joined && Windows().OfThread(*caller).empty()) LeaveDesktop(*caller);
-    return answer;
-  }
-  bool asked = false;
-  int answer = 0;
-  windowThread->Call([&] {
-    // It may have left the desktop before it came to this.
-    asked = WindowThread() == windowThread;
-    if (asked) answer = RunBox(*windowThread, request);
-  });
-  return asked ? answer : FailWithoutDesktop(request);
 }
 
 }  // namespace
@@ -98,14 +63,17 @@ using namespace platform;
 
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
   if (owner != nullptr && FindWindowOf(owner) == nullptr) return 0;
-  if (!IsSupported(type)) {
+  // Without a caption a message box is about an error, as documented.
+  const MessageBoxRequest request{owner, text != nullptr ? text : L"",
+                                  caption != nullptr ? caption : L"Error", type};
+  const auto view = ViewOf(request);
+  if (!view.has_value()) {
     LogLine("MessageBoxW: unsupported type " + std::to_string(type));
     ::SetLastError(ERROR_INVALID_MSGBOX_STYLE);
     return 0;
   }
-  // Without a caption a message box is about an error, as documented.
-  const MessageBoxRequest request{owner, text != nullptr ? text : L"",
-                                  caption != nullptr ? caption : L"Error", type};
   if (const MessageBoxResponder responder = CurrentResponder()) return responder(request);
-  return AskOnDesktop(request);
+  int answer = 0;
+  const bool asked = RunOnWindowThread([&] { answer = RunBox(owner, *view); });
+  return asked ? answer : FailWithoutDesktop(request);
 }

@@ -17,6 +17,8 @@ extern "C" {
 #define DS_CENTER 0x00000800u
 #define DS_SHELLFONT (DS_SETFONT | DS_FIXEDSYS)
 
+#define WS_EX_CONTROLPARENT 0x00010000u
+
 #define WM_NEXTDLGCTL 0x0028u
 #define WM_GETDLGCODE 0x0087u
 #define WM_INITDIALOG 0x0110u
@@ -49,6 +51,20 @@ LRESULT WINAPI SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wPa
 BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
 BOOL WINAPI CheckRadioButton(HWND dialog, int firstId, int lastId, int checkedId);
 UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
+// What WM_HELP tells: which window F1 was pressed in, and the number of its help text.
+struct HELPINFO {
+  UINT cbSize;
+  int iContextType;
+  int iCtrlId;
+  HANDLE hItemHandle;
+  DWORD_PTR dwContextId;
+  POINT MousePos;
+};
+using LPHELPINFO = HELPINFO*;
+#define HELPINFO_WINDOW 0x0001
+BOOL WINAPI SetWindowContextHelpId(HWND window, DWORD number);
+DWORD WINAPI GetWindowContextHelpId(HWND window);
+
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
 HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 

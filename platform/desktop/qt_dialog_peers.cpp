@@ -1,0 +1,44 @@
+#include "platform/desktop/qt_dialog_peers.h"
+
+#include "platform/desktop/qt_dialog_keys.h"
+#include "platform/desktop/qt_peer.h"
+
+namespace platform {
+namespace {
+
+class QtDialogPeer final : public QtPeer<DialogPeer> {
+ public:
+  QtDialogPeer(QWidget* widget, WindowEvents& events, DialogEvents& dialogEvents)
+      : QtPeer(widget, events), keys_(*widget, dialogEvents) {}
+
+  void SetPlace(const RECT& place) override {
+    Widget()->setFixedSize(QtRect(place).size());
+    QtPeer::SetPlace(place);
+  }
+  void SetEnabled(bool enabled) override { keys_.SetBlocked(!enabled); }
+  void SetModal() override {
+    if (Widget()->parentWidget() != nullptr) Widget()->setWindowModality(Qt::WindowModal);
+  }
+  void FocusByTab(WindowPeer& control, bool forward) override {
+    const auto reason = forward ? Qt::TabFocusReason : Qt::BacktabFocusReason;
+    WidgetOf(&control)->setFocus(reason);
+  }
+
+ private:
+  QtDialogKeys keys_;
+};
+
+constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
+                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                         Qt::WindowCloseButtonHint;
+
+}  // namespace
+
+std::unique_ptr<DialogPeer> QtDialogPeers::MakeDialog(WindowEvents& events,
+                                                      DialogEvents& dialogEvents,
+                                                      WindowPeer* owner) {
+  auto* widget = new QWidget(WidgetOf(owner), kDialogFlags);
+  return std::make_unique<QtDialogPeer>(widget, events, dialogEvents);
+}
+
+}  // namespace platform

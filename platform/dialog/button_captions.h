@@ -1,0 +1,18 @@
+// Captions of the buttons that the system itself puts into windows, in the user's language. Any
+// thread.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace platform {
+
+// The number that the button "Apply" of a sheet has.
+inline constexpr int kApplyButton = 0x3021;
+
+// Of IDOK to IDNO and kApplyButton: in Swedish for users of Swedish, else in English. With the "&"
+// of the mnemonic. Empty for any other number.
+std::wstring ButtonCaption(int id);
+
+}  // namespace platform

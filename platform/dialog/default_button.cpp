@@ -1,0 +1,61 @@
+#include "platform/dialog/default_button.h"
+
+#include "platform/dialog/dialog_order.h"
+
+namespace platform {
+namespace {
+
+bool IsPushButton(LRESULT dialogCode) {
+  return (dialogCode & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+}
+
+// 0 when the dialog has none.
+int DefaultIdOf(HWND dialog) {
+  const LRESULT answer = ::SendMessageW(dialog, DM_GETDEFID, 0, 0);
+  return HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : 0;
+}
+
+HWND ButtonForEnter(HWND dialog, HWND focus) {
+  if (IsPushButton(DialogCodeOf(focus))) return focus;
+  const int id = DefaultIdOf(dialog);
+  return id != 0 ? ::GetDlgItem(dialog, id) : nullptr;
+}
+
+void SetStyle(HWND button, DWORD style) {
+  ::SendMessageW(button, BM_SETSTYLE, style, TRUE);
+}
+
+void SendClick(HWND dialog, int id, HWND button) {
+  if (button != nullptr && !::IsWindowEnabled(button)) return;
+  const HWND receiver = button != nullptr ? ::GetParent(button) : dialog;
+  ::SendMessageW(receiver, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(button));
+}
+
+}  // namespace
+
+void MarkDefaultButton(HWND dialog, HWND focus) {
+  const HWND wanted = ButtonForEnter(dialog, focus);
+  for (const auto& control : ControlsOf(dialog)) {
+    if (control->handle == wanted) continue;
+    if ((DialogCodeOf(control->handle) & DLGC_DEFPUSHBUTTON) != 0)
+      SetStyle(control->handle, BS_PUSHBUTTON);
+  }
+  if ((DialogCodeOf(wanted) & DLGC_UNDEFPUSHBUTTON) != 0) SetStyle(wanted, BS_DEFPUSHBUTTON);
+}
+
+void PressDefaultButton(HWND dialog, HWND focus) {
+  const HWND button = ButtonForEnter(dialog, focus);
+  if (button != nullptr) {
+    SendClick(dialog, ::GetDlgCtrlID(button), button);
+  } else {
+    const int id = DefaultIdOf(dialog);
+    SendClick(dialog, id != 0 ? id : IDOK, ::GetDlgItem(dialog, IDOK));
+  }
+}
+
+void PressCancel(HWND dialog) {
+  SendClick(dialog, IDCANCEL, ::GetDlgItem(dialog, IDCANCEL));
+}
+
+}  // namespace platform

@@ -1,0 +1,104 @@
+#include "platform/dialog/dialog_order.h"
+
+#include <algorithm>
+
+#include "platform/user/window_list.h"
+
+namespace platform {
+namespace {
+
+bool IsDialog(const Window& window) {
+  return window.control != nullptr && window.windowClass->name == L"#32770";
+}
+
+bool IsPage(const Window& window) {
+  return IsDialog(window) && (window.style & DS_CONTROL) != 0;
+}
+
+void AddControlsOf(HWND dialog, std::vector<WindowPointer>& controls) {
+  for (const auto& child : Windows().ChildrenOf(dialog)) {
+    if (!IsPage(*child)) {
+      controls.push_back(child);
+    } else if (TakesInput(*child)) {
+      AddControlsOf(child->handle, controls);
+    }
+  }
+}
+
+bool IsTabStop(const Window& control) {
+  return (control.style & WS_TABSTOP) != 0 && TakesInput(control);
+}
+
+// Starts with the one after `from`, or with the first, and ends with `from` itself; backwards, when
+// asked, in the opposite order.
+std::vector<WindowPointer> InSearchOrder(std::vector<WindowPointer> controls, HWND from,
+                                         bool forward) {
+  if (!forward) std::ranges::reverse(controls);
+  const auto start = std::ranges::find(controls, from, &Window::handle);
+  if (start != controls.end()) std::rotate(controls.begin(), std::next(start), controls.end());
+  return controls;
+}
+
+std::vector<WindowPointer> GroupOf(const std::vector<WindowPointer>& controls,
+                                   std::vector<WindowPointer>::const_iterator member) {
+  const auto startsGroup = [](const WindowPointer& each) { return (each->style & WS_GROUP) != 0; };
+  auto first = member;
+  while (first != controls.begin() && !startsGroup(*first))
+    --first;
+  return {first, std::find_if(std::next(member), controls.end(), startsGroup)};
+}
+
+}  // namespace
+
+std::vector<WindowPointer> ControlsOf(HWND dialog) {
+  std::vector<WindowPointer> controls;
+  AddControlsOf(dialog, controls);
+  return controls;
+}
+
+bool TakesInput(const Window& control) {
+  return (control.style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
+}
+
+WindowPointer NextTabStop(HWND dialog, HWND control, bool forward) {
+  for (const auto& each : InSearchOrder(ControlsOf(dialog), control, forward)) {
+    if (IsTabStop(*each)) return each;
+  }
+  return nullptr;
+}
+
+WindowPointer NextInGroup(HWND dialog, HWND control, bool forward) {
+  const std::vector<WindowPointer> controls = ControlsOf(dialog);
+  const auto found = std::ranges::find(controls, control, &Window::handle);
+  if (found == controls.end()) return nullptr;
+  for (const auto& each : InSearchOrder(GroupOf(controls, found), control, forward)) {
+    const bool isStatic = (DialogCodeOf(each->handle) & DLGC_STATIC) != 0;
+    if (TakesInput(*each) && !isStatic) return each;
+  }
+  return nullptr;
+}
+
+LRESULT DialogCodeOf(HWND control) {
+  const auto window = Resolve<Window>(HandleKind::kWindow, control);
+  if (window == nullptr || IsDialog(*window)) return 0;
+  // Of the system's classes the control itself is asked: a procedure that the program put in front
+  // of it shall not run inside an event.
+  if (window->control != nullptr) return window->control->Answer(WM_GETDLGCODE, 0, 0).value_or(0);
+  return window->CallProcedure(WM_GETDLGCODE, 0, 0);
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) {
+  if (FindWindowOf(dialog) == nullptr) return nullptr;
+  const WindowPointer next = NextTabStop(dialog, control, previous == FALSE);
+  return next != nullptr ? next->handle : control;
+}
+
+HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous) {
+  if (FindWindowOf(dialog) == nullptr) return nullptr;
+  const WindowPointer next = NextInGroup(dialog, control, previous == FALSE);
+  return next != nullptr ? next->handle : control;
+}

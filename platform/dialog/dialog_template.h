@@ -1,0 +1,50 @@
+// Dialog templates as plain data, and the reader of their compiled form: DLGTEMPLATEEX with its
+// DLGITEMTEMPLATEEX records, little-endian, text in UTF-16, each record at a multiple of four, as
+// the Win32 documentation of those structures lays them out. Any thread.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+struct DialogFont {
+  int points = 8;
+  int weight = 0;  // as LOGFONTW has it
+  bool italic = false;
+  std::wstring face;
+};
+
+// Places are in dialog units.
+struct DialogItem {
+  DWORD helpId = 0;
+  DWORD exStyle = 0;
+  DWORD style = 0;
+  RECT place{};
+  DWORD id = 0;
+  std::wstring className;
+  // A resource's number (an icon of a static) is the two characters 0xFFFF and the number, which is
+  // how controls are told of it as their name.
+  std::wstring text;
+};
+
+struct DialogTemplate {
+  DWORD helpId = 0;
+  DWORD exStyle = 0;
+  DWORD style = 0;
+  RECT place{};
+  std::wstring title;
+  std::optional<DialogFont> font;  // nothing without DS_SETFONT
+  std::vector<DialogItem> items;
+};
+
+// Nothing, with a log line, when the bytes are cut off, of the older form DLGTEMPLATE, or name a
+// menu, a window class or creation data, none of which is supported.
+std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> bytes);
+
+}  // namespace platform

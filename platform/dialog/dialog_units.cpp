@@ -1,0 +1,59 @@
+#include "platform/dialog/dialog_units.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/user/desktop.h"
+
+namespace platform {
+namespace {
+
+constexpr int kPixelsPerInch = 96;
+constexpr int kPointsPerInch = 72;
+// The height of an 8 point font.
+constexpr int kBaseFontPixels = 11;
+
+// To the nearest, as MulDiv documents.
+int Scale(int value, int multiplier, int divisor) {
+  return static_cast<int>(std::lround(static_cast<double>(value) * multiplier / divisor));
+}
+
+DialogUnits Measure(GraphicsBackend& graphics, const LOGFONTW& font) {
+  const std::wstring letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  const int width = graphics.MeasureText(letters, font).cx;
+  return {(width / 26 + 1) / 2, graphics.MetricsOf(font).height};
+}
+
+}  // namespace
+
+int DialogUnits::X(int units) const {
+  return Scale(units, width, 4);
+}
+
+int DialogUnits::Y(int units) const {
+  return Scale(units, height, 8);
+}
+
+RECT DialogUnits::Pixels(const RECT& units) const {
+  return {X(units.left), Y(units.top), X(units.right), Y(units.bottom)};
+}
+
+LOGFONTW LogicalFontOf(const DialogFont& font) {
+  LOGFONTW made{};
+  made.lfHeight = -Scale(font.points, kPixelsPerInch, kPointsPerInch);
+  made.lfWeight = font.weight;
+  made.lfItalic = font.italic ? 1 : 0;
+  const std::size_t length = std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1);
+  std::copy_n(font.face.begin(), length, made.lfFaceName);
+  return made;
+}
+
+DialogUnits UnitsOf(const LOGFONTW& font) {
+  if (WindowThread() == CurrentQueue()) return Measure(Desktop().Graphics(), font);
+  const DialogUnits base;
+  const int pixels = std::abs(font.lfHeight);
+  return {std::max(1, Scale(base.width, pixels, kBaseFontPixels)),
+          std::max(1, Scale(base.height, pixels, kBaseFontPixels))};
+}
+
+}  // namespace platform

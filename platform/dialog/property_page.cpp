@@ -1,0 +1,74 @@
+#include "platform/dialog/property_page.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/dialog/dialog_resource.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+constexpr DWORD kSupportedFlags = PSP_USETITLE | PSP_PREMATURE;
+// What a page leaves to the sheet.
+constexpr DWORD kStylesOfWindows =
+    WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | WS_DISABLED | DS_MODALFRAME | DS_CENTER;
+
+bool IsKnownSize(DWORD size) {
+  return size == PROPSHEETPAGEW_V1_SIZE || size == PROPSHEETPAGEW_V2_SIZE ||
+         size == sizeof(PROPSHEETPAGEW);
+}
+
+bool IsSupported(const PROPSHEETPAGEW& page) {
+  if (!IsKnownSize(page.dwSize)) {
+    LogLine("property page: unknown size " + std::to_string(page.dwSize));
+    return false;
+  }
+  if ((page.dwFlags & ~kSupportedFlags) != 0) {
+    LogLine("property page: unsupported flags " + std::to_string(page.dwFlags));
+    return false;
+  }
+  const bool titleIsNumber = page.pszTitle != nullptr && IS_INTRESOURCE(page.pszTitle);
+  if ((page.dwFlags & PSP_USETITLE) == 0 || !titleIsNumber) return true;
+  LogLine("property page: titles from string tables are not supported");
+  return false;
+}
+
+}  // namespace
+
+PropertyPage::PropertyPage(const PROPSHEETPAGEW& given) {
+  std::memcpy(&record_, &given, given.dwSize);
+  if ((record_.dwFlags & PSP_USETITLE) == 0) return;
+  title_ = record_.pszTitle != nullptr ? record_.pszTitle : L"";
+  record_.pszTitle = title_.c_str();
+}
+
+std::optional<std::wstring> PropertyPage::Title() const {
+  if ((record_.dwFlags & PSP_USETITLE) == 0) return std::nullopt;
+  return title_;
+}
+
+std::optional<DialogTemplate> PropertyPage::Template() const {
+  auto made = FindDialogTemplate(record_.hInstance, record_.pszTemplate);
+  if (!made.has_value()) return std::nullopt;
+  made->style = (made->style & ~kStylesOfWindows) | WS_CHILD | DS_CONTROL;
+  made->exStyle |= WS_EX_CONTROLPARENT;
+  return made;
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+HPROPSHEETPAGE WINAPI CreatePropertySheetPageW(LPCPROPSHEETPAGEW page) {
+  if (page == nullptr || !IsSupported(*page)) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  return static_cast<HPROPSHEETPAGE>(
+      Handles().Insert(HandleKind::kPropertyPage, std::make_shared<PropertyPage>(*page)));
+}
+
+BOOL WINAPI DestroyPropertySheetPage(HPROPSHEETPAGE page) {
+  return Handles().Remove(HandleKind::kPropertyPage, page) != nullptr ? TRUE : FALSE;
+}

@@ -1,0 +1,84 @@
+// What the buttons of a property sheet do.
+#include <algorithm>
+
+#include "platform/dialog/button_captions.h"
+#include "platform/dialog/property_sheet.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+
+void PropertySheet::OnButton(int id) {
+  switch (id) {
+    case IDOK:
+      Press(PSBTN_OK);
+      break;
+    case IDCANCEL:
+      Cancel(false);
+      break;
+    case kApplyButton:
+      Apply(false);
+      break;
+    default:
+      break;
+  }
+}
+
+void PropertySheet::Press(int button) {
+  switch (button) {
+    case PSBTN_OK:
+      if (Apply(true)) ::EndDialog(sheet_, TRUE);
+      break;
+    case PSBTN_CANCEL:
+      Cancel(false);
+      break;
+    case PSBTN_APPLYNOW:
+      Apply(false);
+      break;
+    default:
+      LogLine("property sheet: button " + std::to_string(button) + ": not supported");
+      break;
+  }
+}
+
+// Every page that has been made is asked, in order, until one refuses.
+bool PropertySheet::Apply(bool closing) {
+  if (!LetGo()) return false;
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    if (pages_[i].window == nullptr) continue;
+    const LRESULT answer = Notify(pages_[i].window, PSN_APPLY, closing ? TRUE : FALSE);
+    if (!IsOpen()) return false;
+    if (answer == PSNRET_NOERROR) continue;
+    if (answer == PSNRET_INVALID && Enter(i) == i) Show(i);
+    return false;
+  }
+  isSaved_ = true;
+  for (Page& page : pages_)
+    page.isChanged = false;
+  ::EnableWindow(Item(kApplyButton), FALSE);
+  if (!closing && Current() != nullptr) Notify(Current()->window, PSN_SETACTIVE);
+  return IsOpen();
+}
+
+void PropertySheet::Cancel(bool byCloseBox) {
+  if (Current() != nullptr && Notify(Current()->window, PSN_QUERYCANCEL) != FALSE) return;
+  for (const Page& page : pages_) {
+    if (IsOpen() && page.window != nullptr)
+      Notify(page.window, PSN_RESET, byCloseBox ? TRUE : FALSE);
+  }
+  if (IsOpen()) ::EndDialog(sheet_, isSaved_ ? TRUE : FALSE);
+}
+
+void PropertySheet::SetChanged(HWND page, bool changed) {
+  const auto index = IndexOf(page);
+  if (!index.has_value()) return;
+  pages_[*index].isChanged = changed;
+  const bool any = std::ranges::any_of(pages_, &Page::isChanged);
+  ::EnableWindow(Item(kApplyButton), hasApply_ && any ? TRUE : FALSE);
+}
+
+LRESULT PropertySheet::Notify(HWND page, UINT code, LPARAM parameter) const {
+  PSHNOTIFY notification{{sheet_, 0, code}, parameter};
+  return ::SendMessageW(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification));
+}
+
+}  // namespace platform

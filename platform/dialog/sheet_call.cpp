@@ -1,0 +1,82 @@
+// The call that shows a property sheet.
+#include <algorithm>
+
+#include "platform/dialog/property_sheet.h"
+#include "platform/kernel/log.h"
+#include "platform/user/modal_loop.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+constexpr INT_PTR kFailed = -1;
+constexpr DWORD kSupportedFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW;
+constexpr UINT kMostPages = 100;  // MAXPROPPAGES
+
+bool IsSupported(const PROPSHEETHEADERW& header) {
+  const bool sizeIsKnown =
+      header.dwSize == PROPSHEETHEADERW_V1_SIZE || header.dwSize == PROPSHEETHEADERW_V2_SIZE;
+  const bool captionIsNumber = header.pszCaption != nullptr && IS_INTRESOURCE(header.pszCaption);
+  const DWORD unknown = header.dwFlags & ~kSupportedFlags;
+  if (!sizeIsKnown || captionIsNumber || unknown != 0) {
+    LogLine("property sheet: unsupported size " + std::to_string(header.dwSize) + ", flags " +
+            std::to_string(unknown) + " or caption from a string table");
+    return false;
+  }
+  return header.nPages > 0 && header.nPages <= kMostPages && header.phpage != nullptr;
+}
+
+// The records lie one after the other, each of the size that it tells.
+HPROPSHEETPAGE PageOf(const PROPSHEETHEADERW& header, UINT index) {
+  if ((header.dwFlags & PSH_PROPSHEETPAGE) == 0) return header.phpage[index];
+  const auto* bytes = reinterpret_cast<const char*>(header.ppsp);
+  for (UINT i = 0; i < index; ++i)
+    bytes += reinterpret_cast<const PROPSHEETPAGEW*>(bytes)->dwSize;
+  return ::CreatePropertySheetPageW(reinterpret_cast<const PROPSHEETPAGEW*>(bytes));
+}
+
+// The pages belong to the sheet now, so their handles end. Empty when one is none.
+std::vector<std::shared_ptr<PropertyPage>> TakePages(const PROPSHEETHEADERW& header) {
+  std::vector<std::shared_ptr<PropertyPage>> pages;
+  for (UINT i = 0; i < header.nPages; ++i) {
+    const auto page = Handles().Remove(HandleKind::kPropertyPage, PageOf(header, i));
+    pages.push_back(std::static_pointer_cast<PropertyPage>(page));
+  }
+  if (std::ranges::count(pages, nullptr) > 0) pages.clear();
+  return pages;
+}
+
+INT_PTR ShowSheet(const PROPSHEETHEADERW& header) {
+  auto pages = TakePages(header);
+  if (pages.empty()) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return kFailed;
+  }
+  INT_PTR result = kFailed;
+  DWORD error = ERROR_SUCCESS;
+  const bool ran = RunOnWindowThread([&] {
+    PropertySheet sheet(header, std::move(pages));
+    result = sheet.Run();
+    error = ::GetLastError();
+  });
+  if (!ran) {
+    LogLine("PropertySheetW: there is no desktop to show a sheet on");
+    error = ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION;
+  }
+  if (result == kFailed) ::SetLastError(error);
+  return result;
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+INT_PTR WINAPI PropertySheetW(LPCPROPSHEETHEADERW header) {
+  if (header == nullptr || !IsSupported(*header)) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return kFailed;
+  }
+  if (header->hwndParent != nullptr && FindWindowOf(header->hwndParent) == nullptr) return kFailed;
+  return ShowSheet(*header);
+}

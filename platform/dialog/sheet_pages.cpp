@@ -1,0 +1,104 @@
+// Which page of a property sheet is shown.
+#include <algorithm>
+
+#include "platform/dialog/dialog_creation.h"
+#include "platform/dialog/property_sheet.h"
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+constexpr LRESULT kNextPage = -1;
+
+bool HasFocusInside(HWND page) {
+  for (HWND window = ::GetFocus(); window != nullptr; window = ::GetParent(window)) {
+    if (window == page) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool PropertySheet::MakePage(Page& page) {
+  PROPSHEETPAGEW& record = page.page->Record();
+  const DialogOrigin origin = {record.hInstance, sheet_, record.pfnDlgProc,
+                               reinterpret_cast<LPARAM>(&record), false};
+  page.window = CreateDialogFrom(page.made, origin);
+  if (page.window == nullptr) {
+    LogLine("property sheet: a page cannot be made");
+    if (IsOpen()) ::EndDialog(sheet_, -1);
+    return false;
+  }
+  const RECT& place = layout_.page;
+  ::MoveWindow(page.window, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, FALSE);
+  return true;
+}
+
+bool PropertySheet::TurnTo(std::size_t index) {
+  if (index >= pages_.size()) return false;
+  if (current_ == index) return true;
+  if (!LetGo()) return false;
+  const auto entered = Enter(index);
+  if (entered.has_value()) Show(*entered);
+  return entered.has_value();
+}
+
+// Whether the present page lets go; there may be none.
+bool PropertySheet::LetGo() {
+  if (Current() == nullptr) return true;
+  return Notify(Current()->window, PSN_KILLACTIVE) == FALSE && IsOpen();
+}
+
+// A page may refuse to become active: minus one asks for the next one, other numbers for the page
+// with that template.
+std::optional<std::size_t> PropertySheet::Enter(std::size_t index) {
+  // No page is asked twice.
+  for (std::size_t tries = 0; tries < pages_.size() && index < pages_.size(); ++tries) {
+    Page& page = pages_[index];
+    if (page.window == nullptr && !MakePage(page)) return std::nullopt;
+    const LRESULT answer = Notify(page.window, PSN_SETACTIVE);
+    if (!IsOpen()) return std::nullopt;
+    if (answer == 0) return index;
+    if (answer == kNextPage) {
+      ++index;
+      continue;
+    }
+    const auto named = std::ranges::find_if(pages_, [&](const Page& each) {
+      return each.page->Record().pszTemplate == MAKEINTRESOURCEW(answer);
+    });
+    index = static_cast<std::size_t>(named - pages_.begin());
+  }
+  return std::nullopt;
+}
+
+void PropertySheet::Show(std::size_t index) {
+  const HWND before = Current() != nullptr ? Current()->window : nullptr;
+  const HWND shown = pages_[index].window;
+  const bool movesFocus = before == nullptr || HasFocusInside(before);
+  current_ = index;
+  ::SendMessageW(PropSheet_GetTabControl(sheet_), TCM_SETCURSEL, index, 0);
+  ::ShowWindow(shown, SW_SHOW);
+  if (before != nullptr && before != shown) ::ShowWindow(before, SW_HIDE);
+  PlaceButtons();
+  // A page's first control has the keyboard, or in lack of one the first button.
+  if (movesFocus) FocusFirst(sheet_, ::GetNextDlgTabItem(shown, nullptr, FALSE));
+}
+
+void PropertySheet::Step(int step) {
+  const std::size_t count = pages_.size();
+  if (!current_.has_value() || count < 2) return;
+  TurnTo(step > 0 ? (*current_ + 1) % count : (*current_ + count - 1) % count);
+}
+
+std::optional<std::size_t> PropertySheet::IndexOf(HWND page) const {
+  const auto found = std::ranges::find(pages_, page, &Page::window);
+  if (page == nullptr || found == pages_.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - pages_.begin());
+}
+
+PropertySheet::Page* PropertySheet::Current() {
+  return current_.has_value() ? &pages_[*current_] : nullptr;
+}
+
+}  // namespace platform
