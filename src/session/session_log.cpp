@@ -79,6 +79,11 @@ DATE SessionLog::StartDate() const {
   return meter_.StartDate();
 }
 
+SessionReading SessionLog::Reading() const {
+  const CriticalSectionLock hold(lock_);
+  return {meter_.IsOnline(), meter_.SecondsOnline(), meter_.BytesReceived(), meter_.BytesSent()};
+}
+
 void SessionLog::SetAdapter(std::wstring serviceName) {
   const CriticalSectionLock hold(lock_);
   meter_.SetAdapterName(std::move(serviceName));

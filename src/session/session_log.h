@@ -26,6 +26,14 @@ struct SessionSurroundings {
   GateIndicator& indicator;
 };
 
+// The running session at one moment; nothing but zeros while there is none.
+struct SessionReading {
+  bool online = false;
+  std::uint64_t seconds = 0;
+  std::uint64_t bytesReceived = 0;
+  std::uint64_t bytesSent = 0;
+};
+
 class SessionLog final : public SessionControl {
  public:
   // Brings the drivers up and, when they came up, opens the gate; chooses the adapter to measure.
@@ -52,6 +60,8 @@ class SessionLog final : public SessionControl {
   std::uint64_t BytesReceived() const;
   std::uint64_t BytesSent() const;
   DATE StartDate() const;
+  // The gate and the session's counters, all of one moment.
+  SessionReading Reading() const;
   void SetAdapter(std::wstring serviceName);
   // The adapter that the settings name.
   void ReloadAdapter();

@@ -13,6 +13,8 @@ class ListView : public Control {
  public:
   using Control::Control;
 
+  void SelectWholeRows() const { Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT); }
+
   // Appends a column, its width in pixels.
   void AddColumn(const std::wstring& heading, int width) const;
   void SetHeading(int column, const std::wstring& heading) const;

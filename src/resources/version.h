@@ -1,0 +1,7 @@
+/* The program's version: the resource script and the code share it. */
+#pragma once
+
+#define QG_VERSION_MAJOR 1
+#define QG_VERSION_MINOR 0
+#define QG_VERSION_PATCH 0
+#define QG_VERSION_TEXT "1.0.0"

@@ -1,0 +1,21 @@
+// The About box: which program this is, and which version of it. Modal; made and run on the service
+// main thread.
+#pragma once
+
+#include "ui/dialog_object.h"
+
+namespace quillgate {
+
+class AboutDialog final : public DialogObject {
+ public:
+  explicit AboutDialog(const UiSurroundings& ui);
+
+  // Shows the box and returns when it has been closed.
+  void Run();
+
+ private:
+  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  void SetTexts(HWND window) override;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,25 @@
+// The page of the connection sheet that tells about the measured adapter, as it was when the sheet
+// was opened.
+#pragma once
+
+#include <vector>
+
+#include "storage/settings.h"
+#include "ui/adapter_details.h"
+#include "ui/property_page.h"
+
+namespace quillgate {
+
+class ConnectionDetailsPage final : public PropertyPage {
+ public:
+  ConnectionDetailsPage(const UiSurroundings& ui, Settings& settings);
+
+ private:
+  bool OnInitDialog(HWND window) override;
+  void SetTexts(HWND window) override;
+
+  Settings& settings_;
+  std::vector<AdapterDetail> details_;
+};
+
+}  // namespace quillgate

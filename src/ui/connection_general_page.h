@@ -1,0 +1,42 @@
+// The live page of the connection sheet: the running session, its transfer rates, and what the user
+// has used up. Refreshed once a second without asking the database, which is asked when the page
+// opens and when another session has begun.
+#pragma once
+
+#include <optional>
+
+#include "ui/connection_sheet.h"
+#include "ui/period_usage.h"
+#include "ui/property_page.h"
+
+namespace quillgate {
+
+class ConnectionGeneralPage final : public PropertyPage {
+ public:
+  ConnectionGeneralPage(const ConnectionSurroundings& surroundings, const SessionLog& session,
+                        RateHistory& rates);
+
+  void OnCancel(HWND window) override;
+
+ private:
+  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool OnInitDialog(HWND window) override;
+  void SetTexts(HWND window) override;
+
+  // Reads from the database what does not change within a session.
+  void Reset();
+  void Refresh(HWND window);
+  void ShowSession(HWND window, const SessionReading& reading, const User& user) const;
+  void ShowRates(HWND window);
+  void ShowUsage(HWND window, const SessionReading& reading) const;
+
+  ConnectionSurroundings surroundings_;
+  const SessionLog& session_;
+  RateHistory& rates_;
+  LogonSystem logonSystem_ = LogonSystem::kNone;
+  // Nothing when the database could not tell.
+  std::optional<UsageOverview> usage_;
+  int refreshes_ = 0;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,18 @@
+#include "ui/connection_sheet.h"
+
+#include "ui/connection_details_page.h"
+#include "ui/connection_general_page.h"
+#include "ui/property_sheet.h"
+
+namespace quillgate {
+
+void ConnectionSheet::Open(const SessionLog& session) {
+  ConnectionGeneralPage general(surroundings_, session, rates_);
+  ConnectionDetailsPage details(surroundings_.ui, surroundings_.settings);
+  PropertySheet sheet(PropertySheet::Apply::kWithoutButton);
+  sheet.Add(general);
+  sheet.Add(details);
+  sheet.Run(surroundings_.ui.catalogue.GetMessageText(kMsgConnectionInformation));
+}
+
+}  // namespace quillgate

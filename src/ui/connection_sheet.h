@@ -1,0 +1,34 @@
+// The sheet "Connection information": the running session live, and the measured adapter. Modal;
+// made and opened on the service main thread. Closes by itself when nobody is logged on.
+#pragma once
+
+#include "session/session_log.h"
+#include "ui/rate_history.h"
+#include "ui/ui_surroundings.h"
+
+namespace quillgate {
+
+// All of it outlives the sheet.
+struct ConnectionSurroundings {
+  const UiSurroundings& ui;
+  Settings& settings;
+  Database& database;
+  const WeekCalendar& calendar;
+  const LogonSession& logon;
+};
+
+class ConnectionSheet {
+ public:
+  explicit ConnectionSheet(const ConnectionSurroundings& surroundings)
+      : surroundings_(surroundings) {}
+
+  // Shows the sheet and returns when it has been closed. May throw DBerror.
+  void Open(const SessionLog& session);
+
+ private:
+  ConnectionSurroundings surroundings_;
+  // From one opening to the next.
+  RateHistory rates_;
+};
+
+}  // namespace quillgate
