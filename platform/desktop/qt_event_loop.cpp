@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include "platform/desktop/qt_peer.h"
+
 namespace platform {
 
 QtEventLoop::QtEventLoop() {
@@ -12,6 +14,15 @@ QtEventLoop::QtEventLoop() {
 }
 
 void QtEventLoop::Wait(std::optional<std::chrono::milliseconds> limit) {
+  ++depth_;
+  HandleEvents(limit);
+  --depth_;
+  // Inside an event of a wait further out, a widget that is to end may be the one whose event it
+  // is.
+  if (depth_ == 0) EndRetiredWidgets();
+}
+
+void QtEventLoop::HandleEvents(std::optional<std::chrono::milliseconds> limit) {
   const bool mayBlock = !limit.has_value() || limit->count() > 0;
   if (woken_.exchange(false) || !mayBlock) {
     QCoreApplication::processEvents(QEventLoop::AllEvents);

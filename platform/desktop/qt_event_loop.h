@@ -17,6 +17,10 @@ class QtEventLoop final : public EventLoop {
   void Wake() override;
 
  private:
+  void HandleEvents(std::optional<std::chrono::milliseconds> limit);
+
+  // Waits inside of waits.
+  int depth_ = 0;
   std::atomic<bool> woken_ = false;
   QTimer limit_;
 };

@@ -13,6 +13,42 @@ std::vector<QPointer<QWidget>>& RetiredWidgets() {
   return widgets;
 }
 
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::Close:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Keeps the user's input from a top-level window and all that is in it.
+class InputBlock final : public QObject {
+ public:
+  explicit InputBlock(QWidget* window) : window_(window) { qApp->installEventFilter(this); }
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!IsInput(event->type())) return false;
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr || widget->window() != window_) return false;
+    event->ignore();
+    return true;
+  }
+
+  QPointer<QWidget> window_;
+};
+
 }  // namespace
 
 QRect QtRect(const RECT& rect) {
@@ -69,8 +105,30 @@ void QtPeerCore::Focus() {
 }
 
 void QtPeerCore::Activate() {
+  if (!widget_->isVisible()) return;
   widget_->raise();
   widget_->activateWindow();
+}
+
+void QtPeerCore::ShowInactive() {
+  widget_->setAttribute(Qt::WA_ShowWithoutActivating, true);
+  widget_->setVisible(true);
+  widget_->setAttribute(Qt::WA_ShowWithoutActivating, false);
+}
+
+void QtPeerCore::SetEnabled(bool enabled) {
+  if (!widget_->isWindow()) {
+    widget_->setEnabled(enabled);
+  } else if (enabled) {
+    inputBlock_.reset();
+  } else if (inputBlock_ == nullptr) {
+    inputBlock_ = std::make_unique<InputBlock>(widget_);
+  }
+}
+
+void QtPeerCore::PaintNow() {
+  // Not from inside its own painting.
+  if (!widget_->paintingActive()) widget_->repaint();
 }
 
 bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {

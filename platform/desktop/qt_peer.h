@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <memory>
 
 #include "platform/user/window_peer.h"
 
@@ -42,11 +43,16 @@ class QtPeerCore final : public QObject {
 
   QWidget* Widget() const { return widget_; }
   WindowEvents& Events() const { return events_; }
-  // The number becomes the widget's object name, in decimal; the handle its property kHandleProperty.
+  // The number becomes the widget's object name, in decimal; the handle its property
+  // kHandleProperty.
   void SetIdentity(HWND window, UINT_PTR id);
   void SetPlace(const RECT& place);
+  void ShowInactive();
+  // A disabled top-level window takes no input, but looks the same, and so do its controls.
+  void SetEnabled(bool enabled);
   void Focus();
   void Activate();
+  void PaintNow();
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,6 +61,7 @@ class QtPeerCore final : public QObject {
   QPointer<QWidget> widget_;
   WindowEvents& events_;
   bool placing_ = false;
+  std::unique_ptr<QObject> inputBlock_;
 };
 
 template <class Interface>
@@ -66,11 +73,13 @@ class QtPeer : public Interface, public QtWidgetHolder {
   }
   void SetPlace(const RECT& place) override { core_.SetPlace(place); }
   void SetShown(bool shown) override { Widget()->setVisible(shown); }
-  void SetEnabled(bool enabled) override { Widget()->setEnabled(enabled); }
+  void ShowInactive() override { core_.ShowInactive(); }
+  void SetEnabled(bool enabled) override { core_.SetEnabled(enabled); }
   void SetFont(const LOGFONTW& font) override { Widget()->setFont(QtFont(font)); }
   void Focus() override { core_.Focus(); }
   void Activate() override { core_.Activate(); }
   void Invalidate(const RECT& area) override { Widget()->update(QtRect(area)); }
+  void PaintNow() override { core_.PaintNow(); }
 
   QWidget* Widget() const override { return core_.Widget(); }
 

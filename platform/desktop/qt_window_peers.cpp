@@ -2,33 +2,87 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QScreen>
 
+#include "platform/desktop/qt_canvas.h"
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
 namespace {
 
-class QtPlainPeer final : public QtPeer<WindowPeer> {
+// Painted by its window's procedure.
+class PaintedWidget final : public QWidget {
  public:
-  QtPlainPeer(QWidget* widget, WindowEvents& events) : QtPeer(widget, events) {}
+  PaintedWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
+      : QWidget(parent, flags), events_(&events) {}
+
+  // There is no window any more.
+  void Forget() { events_ = nullptr; }
+
+ private:
+  void paintEvent(QPaintEvent* event) override {
+    if (events_ == nullptr) return;
+    QPainter painter(this);
+    QtCanvas canvas(painter);
+    events_->OnPaint(canvas, WinRect(event->rect()));
+  }
+
+  WindowEvents* events_;
 };
+
+class QtPlainPeer : public QtPeer<WindowPeer> {
+ public:
+  QtPlainPeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
+      : QtPeer(new PaintedWidget(parent, flags, events), events) {}
+  ~QtPlainPeer() override {
+    if (Widget() != nullptr) static_cast<PaintedWidget*>(Widget())->Forget();
+  }
+  QtPlainPeer(const QtPlainPeer&) = delete;
+  QtPlainPeer& operator=(const QtPlainPeer&) = delete;
+};
+
+// The user cannot change a dialog's size.
+class QtDialogPeer final : public QtPlainPeer {
+ public:
+  using QtPlainPeer::QtPlainPeer;
+
+  void SetPlace(const RECT& place) override {
+    Widget()->setMinimumSize(0, 0);
+    Widget()->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    QtPlainPeer::SetPlace(place);
+    Widget()->setFixedSize(QtRect(place).size());
+  }
+};
+
+constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
+                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                         Qt::WindowCloseButtonHint;
 
 }  // namespace
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakeTopLevel(WindowEvents& events, TopLevelKind kind,
                                                         WindowPeer* owner) {
-  const auto flags = kind == TopLevelKind::kDialog ? Qt::Dialog : Qt::Window;
-  return std::make_unique<QtPlainPeer>(new QWidget(WidgetOf(owner), flags), events);
+  QWidget* above = WidgetOf(owner);
+  if (kind == TopLevelKind::kDialog) {
+    return std::make_unique<QtDialogPeer>(above, kDialogFlags, events);
+  }
+  return std::make_unique<QtPlainPeer>(above, Qt::Window, events);
 }
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakeChild(WindowEvents& events, WindowPeer& parent) {
-  return std::make_unique<QtPlainPeer>(new QWidget(WidgetOf(&parent)), events);
+  return std::make_unique<QtPlainPeer>(WidgetOf(&parent), Qt::Widget, events);
 }
 
 POINT QtWindowPeers::CursorPlace() {
   const QPoint place = QCursor::pos();
   return {place.x(), place.y()};
+}
+
+SIZE QtWindowPeers::ScreenSize() {
+  const QSize size = QGuiApplication::primaryScreen()->geometry().size();
+  return {size.width(), size.height()};
 }
 
 RECT QtWindowPeers::WorkArea(POINT place) {

@@ -11,6 +11,7 @@ class QtWindowPeers final : public WindowPeers {
                                            WindowPeer* owner) override;
   std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) override;
   POINT CursorPlace() override;
+  SIZE ScreenSize() override;
   RECT WorkArea(POINT place) override;
 };
 

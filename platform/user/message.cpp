@@ -2,7 +2,7 @@
 #include "platform/kernel/log.h"
 #include "platform/user/atom_table.h"
 #include "platform/user/thread_queue.h"
-#include "platform/user/window.h"
+#include "platform/user/window_list.h"
 
 namespace platform {
 namespace {
@@ -92,22 +92,26 @@ LRESULT WINAPI DispatchMessageW(const MSG* message) {
 }
 
 LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (window == HWND_BROADCAST) {
+    for (const auto& each : Windows().TopLevel())
+      ::SendMessageW(each->handle, message, wParam, lParam);
+    return TRUE;
+  }
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
-  if (found->BelongsToCaller()) return found->CallProcedure(message, wParam, lParam);
-  bool delivered = false;
   LRESULT result = 0;
-  found->queue->Call([&] {
-    delivered = found->IsLive();
-    if (delivered) result = found->CallProcedure(message, wParam, lParam);
-  });
-  if (!delivered) ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+  RunOnOwner(found, [&] { result = found->CallProcedure(message, wParam, lParam); });
   return result;
 }
 
 BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (window == nullptr) {
     return ::PostThreadMessageW(::GetCurrentThreadId(), message, wParam, lParam);
+  }
+  if (window == HWND_BROADCAST) {
+    for (const auto& each : Windows().TopLevel())
+      ::PostMessageW(each->handle, message, wParam, lParam);
+    return TRUE;
   }
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;

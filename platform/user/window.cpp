@@ -1,17 +1,8 @@
 #include "platform/user/window.h"
 
-#include <utility>
-
 #include "platform/user/window_list.h"
 
 namespace platform {
-namespace {
-
-LONG_PTR* ExtraOf(const Window& window, int index) {
-  return index >= 0 && window.control != nullptr ? window.control->Extra(index) : nullptr;
-}
-
-}  // namespace
 
 bool Window::BelongsToCaller() const {
   return queue->ThreadId() == ::GetCurrentThreadId();
@@ -23,6 +14,20 @@ bool Window::IsLive() const {
 
 LRESULT Window::CallProcedure(UINT message, WPARAM wParam, LPARAM lParam) const {
   return procedure.load()(handle, message, wParam, lParam);
+}
+
+bool RunOnOwner(const std::shared_ptr<Window>& window, const std::function<void()>& work) {
+  if (window->BelongsToCaller()) {
+    work();
+    return true;
+  }
+  bool ran = false;
+  window->queue->Call([&] {
+    ran = window->IsLive();
+    if (ran) work();
+  });
+  if (!ran) ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+  return ran;
 }
 
 std::shared_ptr<Window> FindWindowOf(HWND handle) {
@@ -57,37 +62,4 @@ DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId) {
   if (found == nullptr) return 0;
   if (processId != nullptr) *processId = ::GetCurrentProcessId();
   return found->queue->ThreadId();
-}
-
-LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) {
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return 0;
-  if (index == GWLP_USERDATA) return found->userData.load();
-  if (index == GWLP_WNDPROC) return reinterpret_cast<LONG_PTR>(found->procedure.load());
-  if (const LONG_PTR* extra = ExtraOf(*found, index)) return *extra;
-  ::SetLastError(ERROR_INVALID_INDEX);
-  return 0;
-}
-
-LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return 0;
-  if (index == GWLP_USERDATA) return found->userData.exchange(value);
-  if (index == GWLP_WNDPROC && value != 0) {
-    return reinterpret_cast<LONG_PTR>(found->procedure.exchange(reinterpret_cast<WNDPROC>(value)));
-  }
-  if (LONG_PTR* extra = ExtraOf(*found, index)) return std::exchange(*extra, value);
-  ::SetLastError(index == GWLP_WNDPROC ? ERROR_INVALID_PARAMETER : ERROR_INVALID_INDEX);
-  return 0;
-}
-
-LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM /*wParam*/, LPARAM /*lParam*/) {
-  if (FindWindowOf(window) == nullptr) return 0;
-  switch (message) {
-    case WM_NCCREATE:        // creation goes on
-    case WM_POWERBROADCAST:  // a suspension is allowed
-      return TRUE;
-    default:
-      return 0;
-  }
 }

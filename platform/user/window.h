@@ -5,8 +5,11 @@
 #include <windows.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
+#include <string>
 
+#include "platform/gdi/lent_dc.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/user/control.h"
 #include "platform/user/thread_queue.h"
@@ -14,6 +17,13 @@
 #include "platform/user/window_peer.h"
 
 namespace platform {
+
+// One WM_PAINT, as long as the desktop asks for it.
+struct Painting {
+  Canvas& canvas;
+  RECT damaged;
+  std::unique_ptr<LentDc> context;  // between BeginPaint and EndPaint
+};
 
 class Window final : public Object {
  public:
@@ -30,6 +40,9 @@ class Window final : public Object {
   DWORD exStyle = 0;
   // Relative to the parent's client area, or to the screen; frames do not count.
   RECT place{};
+  // Of a top-level window: its procedure has been told its place, as happens when it is first
+  // shown.
+  bool knowsPlace = false;
   // A child's number.
   UINT_PTR id = 0;
   std::wstring text;
@@ -37,6 +50,7 @@ class Window final : public Object {
   DWORD helpContext = 0;
   // What a window of one of the system's classes does; null for a registered class.
   std::unique_ptr<Control> control;
+  Painting* painting = nullptr;
   // Who hears what the user does to the peer.
   std::unique_ptr<WindowEvents> events;
   // Null without a desktop. It stays, hidden, until the thread next runs deferred work after the
@@ -46,12 +60,19 @@ class Window final : public Object {
   bool BelongsToCaller() const;
   // Whether the handle still stands for this window.
   bool IsLive() const;
+  bool IsShown() const { return (style & WS_VISIBLE) != 0; }
+  // Both as the window's own style has it, whatever its parents'.
+  bool IsDisabled() const { return (style & WS_DISABLED) != 0; }
   LRESULT CallProcedure(UINT message, WPARAM wParam, LPARAM lParam) const;
 };
 
 // The window of a live handle; null, with ERROR_INVALID_WINDOW_HANDLE as the last error, for any
 // other.
 std::shared_ptr<Window> FindWindowOf(HWND handle);
+
+// Runs the work on the window's thread while the caller waits. False, with
+// ERROR_INVALID_WINDOW_HANDLE as the last error, when the window is gone by then.
+bool RunOnOwner(const std::shared_ptr<Window>& window, const std::function<void()>& work);
 
 // Whether the calling thread may take messages and timers of that window; null stands for the
 // thread itself. Sets the last error when it may not.

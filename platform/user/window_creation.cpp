@@ -5,6 +5,9 @@
 #include "platform/user/window.h"
 #include "platform/user/window_destruction.h"
 #include "platform/user/window_list.h"
+#include "platform/user/window_place.h"
+#include "platform/user/window_relations.h"
+#include "platform/user/window_showing.h"
 
 namespace platform {
 namespace {
@@ -60,10 +63,11 @@ std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& win
   window->windowClass = windowClass;
   window->queue = CurrentQueue();
   window->parent = creation.hwndParent;
-  window->style = static_cast<DWORD>(creation.style);
+  // It is shown, if at all, when it has been created.
+  window->style = static_cast<DWORD>(creation.style) & ~WS_VISIBLE;
   window->isChild = (window->style & WS_CHILD) != 0;
   window->exStyle = creation.dwExStyle;
-  window->place = {creation.x, creation.y, creation.x + creation.cx, creation.y + creation.cy};
+  window->place = PlaceAsGiven(creation.x, creation.y, creation.cx, creation.cy);
   window->id = window->isChild ? reinterpret_cast<UINT_PTR>(creation.hMenu) : 0;
   window->text = creation.lpszName != nullptr ? creation.lpszName : L"";
   window->procedure = windowClass->data.lpfnWndProc;
@@ -82,6 +86,7 @@ bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& cr
   if (!window->IsLive()) return false;
   const bool refused = window->CallProcedure(WM_CREATE, 0, parameter) == -1;
   if (refused && window->IsLive()) DestroyWithAllItHas(window);
+  if (window->isChild && window->IsLive()) TellPlace(*window);
   return window->IsLive();
 }
 
@@ -98,7 +103,10 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
     ::SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
     return nullptr;
   }
-  if (!CheckRelations(parent, menu, (style & WS_CHILD) != 0)) return nullptr;
+  const bool isChild = (style & WS_CHILD) != 0;
+  // Every top-level window is the screen's anyway.
+  if (!isChild && parent != nullptr && IsDesktopWindow(parent)) parent = nullptr;
+  if (!CheckRelations(parent, menu, isChild)) return nullptr;
   JoinDesktop(CurrentQueue());
   const CREATESTRUCTW creation = {
       parameter,  instance,  menu,   parent, height, width, y, x, static_cast<LONG>(style),
@@ -108,6 +116,6 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
   if (windowClass->system != nullptr) window->control = windowClass->system->make(*window);
   GivePeer(*window);
   if (!SendCreation(window, creation)) return nullptr;
-  if (window->peer != nullptr && (style & WS_VISIBLE) != 0) window->peer->SetShown(true);
-  return window->handle;
+  if ((style & WS_VISIBLE) != 0) SetShown(window, true, true);
+  return window->IsLive() ? window->handle : nullptr;
 }

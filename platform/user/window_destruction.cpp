@@ -1,5 +1,6 @@
 #include "platform/user/window_destruction.h"
 
+#include "platform/user/focus.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
@@ -12,6 +13,13 @@ void SendDestroy(const std::shared_ptr<Window>& window) {
   window->CallProcedure(WM_DESTROY, 0, 0);
   for (const auto& child : Windows().ChildrenOf(window->handle))
     SendDestroy(child);
+}
+
+// What the user sees of a window ends before its procedure hears of its end.
+void TakeOffScreen(const std::shared_ptr<Window>& window) {
+  if (!window->isChild) window->style &= ~WS_VISIBLE;
+  LeaveWindow(*window);
+  if (!window->isChild && window->peer != nullptr) window->peer->SetShown(false);
 }
 
 void EndPeerLater(const std::shared_ptr<Window>& window) {
@@ -40,6 +48,7 @@ void DestroyWithAllItHas(const std::shared_ptr<Window>& window) {
   for (const auto& owned : Windows().OwnedBy(window->handle)) {
     if (owned->IsLive()) DestroyWithAllItHas(owned);
   }
+  TakeOffScreen(window);
   SendDestroy(window);
   SendLastMessage(window);
 }

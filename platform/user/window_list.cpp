@@ -39,6 +39,10 @@ std::vector<std::shared_ptr<Window>> WindowList::OwnedBy(HWND window) const {
   return Select([&](const auto& each) { return each->parent == window && !each->isChild; });
 }
 
+std::vector<std::shared_ptr<Window>> WindowList::TopLevel() const {
+  return Select([](const auto& each) { return !each->isChild && each->parent != HWND_MESSAGE; });
+}
+
 std::vector<std::shared_ptr<Window>> WindowList::OfThread(const ThreadQueue& queue) const {
   return Select([&](const auto& each) { return each->queue.get() == &queue; });
 }

@@ -20,6 +20,8 @@ class WindowList {
   // Children of the window, or the windows it owns, in order of creation.
   std::vector<std::shared_ptr<Window>> ChildrenOf(HWND window) const;
   std::vector<std::shared_ptr<Window>> OwnedBy(HWND window) const;
+  // Those of HWND_MESSAGE excepted.
+  std::vector<std::shared_ptr<Window>> TopLevel() const;
   std::vector<std::shared_ptr<Window>> OfThread(const ThreadQueue& queue) const;
   bool HasClass(const WindowClass& windowClass) const;
 

@@ -42,6 +42,8 @@ class WindowPeer {
   // Relative to the parent's client area, or to the screen.
   virtual void SetPlace(const RECT& place) = 0;
   virtual void SetShown(bool shown) = 0;
+  // Shows a top-level window without giving it the keyboard.
+  virtual void ShowInactive() = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual void SetFont(const LOGFONTW& font) = 0;
   virtual void Focus() = 0;
@@ -49,6 +51,8 @@ class WindowPeer {
   virtual void Activate() = 0;
   // Paints the area again, soon.
   virtual void Invalidate(const RECT& area) = 0;
+  // Paints at once what is to be painted.
+  virtual void PaintNow() = 0;
 };
 
 enum class TopLevelKind { kPlain, kDialog };
@@ -64,6 +68,8 @@ class WindowPeers {
   virtual std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) = 0;
 
   virtual POINT CursorPlace() = 0;
+  // Of the first screen.
+  virtual SIZE ScreenSize() = 0;
   // The work area of the screen at that place.
   virtual RECT WorkArea(POINT place) = 0;
 };

@@ -77,9 +77,61 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
 DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId);
 
 #define GWLP_WNDPROC (-4)
+#define GWLP_ID (-12)
+#define GWL_STYLE (-16)
+#define GWL_EXSTYLE (-20)
 #define GWLP_USERDATA (-21)
 LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index);
 LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+struct STYLESTRUCT {
+  DWORD styleOld;
+  DWORD styleNew;
+};
+
+HWND WINAPI GetParent(HWND window);
+BOOL WINAPI IsChild(HWND parent, HWND window);
+HWND WINAPI GetDesktopWindow();
+
+BOOL WINAPI SetWindowTextW(HWND window, LPCWSTR text);
+int WINAPI GetWindowTextW(HWND window, LPWSTR text, int capacity);
+int WINAPI GetWindowTextLengthW(HWND window);
+
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_SHOWNOACTIVATE 4
+#define SW_SHOW 5
+BOOL WINAPI ShowWindow(HWND window, int command);
+BOOL WINAPI IsWindowVisible(HWND window);
+BOOL WINAPI EnableWindow(HWND window, BOOL enable);
+BOOL WINAPI IsWindowEnabled(HWND window);
+
+HWND WINAPI SetFocus(HWND window);
+HWND WINAPI GetFocus();
+HWND WINAPI GetActiveWindow();
+BOOL WINAPI SetForegroundWindow(HWND window);
+
+#define HWND_TOP (static_cast<HWND>(nullptr))
+#define SWP_NOSIZE 0x0001u
+#define SWP_NOMOVE 0x0002u
+#define SWP_NOZORDER 0x0004u
+#define SWP_NOACTIVATE 0x0010u
+#define SWP_SHOWWINDOW 0x0040u
+#define SWP_HIDEWINDOW 0x0080u
+BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width, int height,
+                         UINT flags);
+BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+BOOL WINAPI GetWindowRect(HWND window, LPRECT place);
+BOOL WINAPI GetClientRect(HWND window, LPRECT area);
+BOOL WINAPI ScreenToClient(HWND window, LPPOINT point);
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
+int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count);
+
+BOOL WINAPI GetCursorPos(LPPOINT place);
+#define SM_CXSCREEN 0
+#define SM_CYSCREEN 1
+#define SM_CXSMICON 49
+#define SM_CYSMICON 50
+int WINAPI GetSystemMetrics(int index);
 
 #define HWND_MESSAGE (reinterpret_cast<HWND>(static_cast<LONG_PTR>(-3)))
 

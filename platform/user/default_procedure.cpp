@@ -1,0 +1,81 @@
+// DefWindowProcW: what a window does with what its own procedure leaves to the system.
+#include <algorithm>
+
+#include "platform/gdi/gdi_objects.h"
+#include "platform/user/painting.h"
+#include "platform/user/window.h"
+#include "platform/user/window_relations.h"
+
+namespace platform {
+namespace {
+
+LRESULT SetText(Window& window, LPARAM lParam) {
+  const auto* text = reinterpret_cast<const wchar_t*>(lParam);
+  window.text = text != nullptr ? text : L"";
+  if (window.peer != nullptr) window.peer->SetText(window.text);
+  return TRUE;
+}
+
+// The number of characters written, without the null that ends them.
+LRESULT GetText(const Window& window, WPARAM capacity, LPARAM lParam) {
+  auto* text = reinterpret_cast<wchar_t*>(lParam);
+  if (capacity == 0 || text == nullptr) return 0;
+  const std::size_t length = std::min<std::size_t>(window.text.size(), capacity - 1);
+  std::copy_n(window.text.data(), length, text);
+  text[length] = L'\0';
+  return static_cast<LRESULT>(length);
+}
+
+void SetFont(Window& window, WPARAM wParam) {
+  window.font = reinterpret_cast<HFONT>(wParam);
+  const auto font = FontOf(window.font);
+  if (window.peer != nullptr && font.has_value()) window.peer->SetFont(*font);
+}
+
+void PaintNothing(HWND window) {
+  PAINTSTRUCT paint;
+  if (::BeginPaint(window, &paint) != nullptr) ::EndPaint(window, &paint);
+}
+
+LRESULT PassToParent(const Window& window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto parent = ParentOf(window);
+  return parent != nullptr ? ::SendMessageW(parent->handle, message, wParam, lParam) : 0;
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return 0;
+  switch (message) {
+    case WM_NCCREATE:        // creation goes on
+    case WM_POWERBROADCAST:  // a suspension is allowed
+      return TRUE;
+    case WM_CLOSE:
+      ::DestroyWindow(window);
+      return 0;
+    case WM_SETTEXT:
+      return SetText(*found, lParam);
+    case WM_GETTEXT:
+      return GetText(*found, wParam, lParam);
+    case WM_GETTEXTLENGTH:
+      return static_cast<LRESULT>(found->text.size());
+    case WM_SETFONT:
+      SetFont(*found, wParam);
+      return 0;
+    case WM_GETFONT:
+      return reinterpret_cast<LRESULT>(found->font);
+    case WM_PAINT:
+      PaintNothing(window);
+      return 0;
+    case WM_ERASEBKGND:
+      return EraseBackground(*found, reinterpret_cast<HDC>(wParam)) ? TRUE : FALSE;
+    case WM_HELP:
+      return PassToParent(*found, message, wParam, lParam);
+    default:
+      return 0;
+  }
+}

@@ -1,0 +1,156 @@
+#include "platform/user/focus.h"
+
+#include "platform/user/window_relations.h"
+#include "platform/user/window_showing.h"
+
+namespace platform {
+namespace {
+
+struct KeyboardState {
+  // As the window procedures have been told.
+  HWND focus = nullptr;
+  HWND active = nullptr;
+  // As the desktop last said.
+  HWND reportedFocus = nullptr;
+  HWND reportedActive = nullptr;
+};
+thread_local KeyboardState state;
+
+std::shared_ptr<Window> Find(HWND window) {
+  return Resolve<Window>(HandleKind::kWindow, window);
+}
+
+void Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = Find(window);
+  if (found != nullptr) found->CallProcedure(message, wParam, lParam);
+}
+
+// The one that had it before.
+HWND MoveFocus(HWND window) {
+  const HWND before = state.focus;
+  if (before == window) return before;
+  state.focus = window;
+  Send(before, WM_KILLFOCUS, reinterpret_cast<WPARAM>(window), 0);
+  const auto found = Find(window);
+  // The procedure that lost it may have given it to another.
+  if (found == nullptr || state.focus != window) return before;
+  if (found->peer != nullptr && state.reportedFocus != window) found->peer->Focus();
+  found->CallProcedure(WM_SETFOCUS, reinterpret_cast<WPARAM>(before), 0);
+  return before;
+}
+
+bool IsFocusWithin(HWND window) {
+  const auto focused = Find(state.focus);
+  return focused != nullptr && IsWithin(*focused, window);
+}
+
+void MoveActivation(HWND window) {
+  const HWND before = state.active;
+  if (before == window) return;
+  state.active = window;
+  Send(before, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(window));
+  if (state.active != window || window == nullptr) return;
+  Send(window, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(before));
+  const bool stays = state.active == window && Find(window) != nullptr;
+  if (!stays || IsFocusWithin(window)) return;
+  // The desktop remembers which of its children had it last.
+  const auto reported = Find(state.reportedFocus);
+  const bool knows = reported != nullptr && IsWithin(*reported, window);
+  MoveFocus(knows ? state.reportedFocus : window);
+}
+
+void SettleFocus(HWND window) {
+  const bool lost = state.focus == window && state.reportedFocus != window;
+  const bool gained = state.focus != window && state.reportedFocus == window;
+  if (lost || gained) MoveFocus(state.reportedFocus);
+}
+
+void SettleActivation(HWND window) {
+  const bool lost = state.active == window && state.reportedActive != window;
+  const bool gained = state.active != window && state.reportedActive == window;
+  if (lost || gained) MoveActivation(state.reportedActive);
+}
+
+}  // namespace
+
+void Activate(const std::shared_ptr<Window>& window) {
+  if (window->peer != nullptr && state.reportedActive != window->handle) window->peer->Activate();
+  MoveActivation(window->handle);
+}
+
+void LeaveWindow(const Window& window) {
+  if (window.isChild) {
+    if (IsFocusWithin(window.handle)) MoveFocus(window.parent);
+    return;
+  }
+  if (state.active == window.handle) {
+    const auto owner = ParentOf(window);
+    const auto next = owner != nullptr ? TopLevelOf(owner) : nullptr;
+    const bool canBeActive = next != nullptr && next->IsShown() && !next->IsDisabled();
+    if (canBeActive) {
+      Activate(next);
+    } else {
+      MoveActivation(nullptr);
+    }
+  }
+  DropFocusWithin(window);
+}
+
+void DropFocusWithin(const Window& window) {
+  if (IsFocusWithin(window.handle)) MoveFocus(nullptr);
+}
+
+void ReportFocus(const Window& window, bool focused) {
+  if (focused) state.reportedFocus = window.handle;
+  if (!focused && state.reportedFocus == window.handle) state.reportedFocus = nullptr;
+  window.queue->Defer([handle = window.handle] { SettleFocus(handle); });
+}
+
+void ReportActivation(const Window& window, bool active) {
+  if (active) state.reportedActive = window.handle;
+  if (!active && state.reportedActive == window.handle) state.reportedActive = nullptr;
+  window.queue->Defer([handle = window.handle] { SettleActivation(handle); });
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+HWND WINAPI SetFocus(HWND window) {
+  if (window == nullptr) return MoveFocus(nullptr);
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return nullptr;
+  if (!found->BelongsToCaller()) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+  }
+  if (!IsEnabledWithParents(*found)) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  const HWND before = state.focus;
+  const auto top = TopLevelOf(found);
+  // The window that is about to have the keyboard shall find itself in the active one.
+  if (top != nullptr && top->IsShown()) Activate(top);
+  if (found->IsLive()) MoveFocus(window);
+  return before;
+}
+
+HWND WINAPI GetFocus() {
+  return Find(state.focus) != nullptr ? state.focus : nullptr;
+}
+
+HWND WINAPI GetActiveWindow() {
+  return Find(state.active) != nullptr ? state.active : nullptr;
+}
+
+BOOL WINAPI SetForegroundWindow(HWND window) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr || IsDesktopWindow(window)) return FALSE;
+  bool activated = false;
+  RunOnOwner(found, [&] {
+    activated = !found->isChild && !found->IsDisabled();
+    if (activated) Activate(found);
+  });
+  return activated ? TRUE : FALSE;
+}

@@ -1,0 +1,82 @@
+#include "platform/user/painting.h"
+
+#include "platform/kernel/log.h"
+
+namespace platform {
+namespace {
+
+RECT ClientArea(const Window& window) {
+  return {0, 0, window.place.right - window.place.left, window.place.bottom - window.place.top};
+}
+
+}  // namespace
+
+void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged) {
+  // Painting inside painting would draw on the same canvas.
+  if (!window->IsLive() || window->painting != nullptr) return;
+  Painting painting{canvas, damaged, nullptr};
+  window->painting = &painting;
+  window->CallProcedure(WM_PAINT, 0, 0);
+  window->painting = nullptr;
+}
+
+bool EraseBackground(const Window& window, HDC context) {
+  const HBRUSH brush = window.windowClass->data.hbrBackground;
+  if (brush == nullptr) return false;
+  const RECT area = ClientArea(window);
+  return ::FillRect(context, &area, brush) != 0;
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL /*erase*/) {
+  if (window == nullptr) {
+    LogLine("InvalidateRect: all windows at once: not supported");
+    ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+    return FALSE;
+  }
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  return RunOnOwner(found,
+                    [&] {
+                      if (found->peer == nullptr) return;
+                      found->peer->Invalidate(area != nullptr ? *area : ClientArea(*found));
+                    })
+             ? TRUE
+             : FALSE;
+}
+
+BOOL WINAPI UpdateWindow(HWND window) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  return RunOnOwner(found,
+                    [&] {
+                      if (found->peer != nullptr) found->peer->PaintNow();
+                    })
+             ? TRUE
+             : FALSE;
+}
+
+HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr || paint == nullptr) return nullptr;
+  // Outside of WM_PAINT there is nothing to paint on.
+  if (!found->BelongsToCaller() || found->painting == nullptr) return nullptr;
+  Painting& painting = *found->painting;
+  if (painting.context == nullptr) painting.context = std::make_unique<LentDc>(painting.canvas);
+  *paint = {};
+  paint->hdc = painting.context->Get();
+  paint->rcPaint = painting.damaged;
+  const auto context = reinterpret_cast<WPARAM>(paint->hdc);
+  paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
+  return paint->hdc;
+}
+
+BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* /*paint*/) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  if (found->BelongsToCaller() && found->painting != nullptr) found->painting->context.reset();
+  return TRUE;
+}

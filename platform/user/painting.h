@@ -1,0 +1,15 @@
+// WM_PAINT. Used on the window thread.
+#pragma once
+
+#include "platform/user/window.h"
+
+namespace platform {
+
+// Lets the window's procedure paint the damaged part of the client area on the canvas. It may end
+// the window.
+void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged);
+
+// Fills the client area with the brush of the window's class; false without one.
+bool EraseBackground(const Window& window, HDC context);
+
+}  // namespace platform

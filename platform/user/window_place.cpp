@@ -1,0 +1,191 @@
+#include "platform/user/window_place.h"
+
+#include <algorithm>
+
+#include "platform/kernel/log.h"
+#include "platform/user/focus.h"
+#include "platform/user/screen.h"
+#include "platform/user/window_relations.h"
+#include "platform/user/window_showing.h"
+
+namespace platform {
+namespace {
+
+constexpr UINT kSupportedFlags =
+    SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_HIDEWINDOW;
+
+LPARAM SizeParameter(const RECT& place) {
+  return MAKELPARAM(place.right - place.left, place.bottom - place.top);
+}
+
+bool HasSize(const RECT& one, const RECT& other) {
+  return SizeParameter(one) == SizeParameter(other);
+}
+
+bool IsAt(const RECT& one, const RECT& other) {
+  return one.left == other.left && one.top == other.top;
+}
+
+RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT flags) {
+  const LONG left = (flags & SWP_NOMOVE) != 0 ? current.left : x;
+  const LONG top = (flags & SWP_NOMOVE) != 0 ? current.top : y;
+  const LONG wide = (flags & SWP_NOSIZE) != 0 ? current.right - current.left : std::max(width, 0);
+  const LONG high = (flags & SWP_NOSIZE) != 0 ? current.bottom - current.top : std::max(height, 0);
+  return {left, top, left + wide, top + high};
+}
+
+void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT flags) {
+  const bool activate =
+      !window->isChild && (flags & (SWP_NOACTIVATE | SWP_NOZORDER | SWP_HIDEWINDOW)) == 0;
+  PlaceWindow(*window, place);
+  if (!window->IsLive()) return;
+  if ((flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0) {
+    SetShown(window, (flags & SWP_SHOWWINDOW) != 0, activate);
+  } else if (activate && window->IsShown()) {
+    Activate(window);
+  }
+}
+
+// The origin of the window's client area; null and the screen's own window are at zero.
+bool OriginOf(HWND window, POINT& origin) {
+  origin = {};
+  if (window == nullptr || IsDesktopWindow(window)) return true;
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return false;
+  return RunOnOwner(found, [&] {
+    const RECT place = ScreenPlaceOf(*found);
+    origin = {place.left, place.top};
+  });
+}
+
+// Whether a rectangle of the window is asked for as documented. Sets the last error.
+bool PlaceOnScreen(HWND window, RECT* wanted, RECT& place) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return false;
+  if (wanted == nullptr) {
+    ::SetLastError(ERROR_NOACCESS);
+    return false;
+  }
+  if (IsDesktopWindow(window)) {
+    const SIZE screen = ScreenSize();
+    place = {0, 0, screen.cx, screen.cy};
+    return true;
+  }
+  return RunOnOwner(found, [&] { place = ScreenPlaceOf(*found); });
+}
+
+}  // namespace
+
+RECT ScreenPlaceOf(const Window& window) {
+  RECT place = window.place;
+  const auto parent = window.isChild ? ParentOf(window) : nullptr;
+  if (parent == nullptr) return place;
+  const RECT outer = ScreenPlaceOf(*parent);
+  return {place.left + outer.left, place.top + outer.top, place.right + outer.left,
+          place.bottom + outer.top};
+}
+
+void PlaceWindow(Window& window, const RECT& place) {
+  const RECT before = window.place;
+  if (IsAt(before, place) && HasSize(before, place)) return;
+  window.place = place;
+  if (window.peer != nullptr) window.peer->SetPlace(place);
+  TellPlaceChange(window, before);
+}
+
+void TellPlaceChange(const Window& window, const RECT& before) {
+  const RECT place = window.place;
+  if (!IsAt(before, place)) {
+    window.CallProcedure(WM_MOVE, 0, MAKELPARAM(place.left, place.top));
+  }
+  if (window.IsLive() && !HasSize(before, place)) {
+    window.CallProcedure(WM_SIZE, SIZE_RESTORED, SizeParameter(place));
+  }
+}
+
+void TellPlace(Window& window) {
+  window.knowsPlace = true;
+  window.CallProcedure(WM_SIZE, SIZE_RESTORED, SizeParameter(window.place));
+  if (!window.IsLive()) return;
+  window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.place.left, window.place.top));
+}
+
+RECT PlaceAsGiven(int x, int y, int width, int height) {
+  const SIZE screen = x == CW_USEDEFAULT || width == CW_USEDEFAULT ? ScreenSize() : SIZE{};
+  const RECT origin =
+      x == CW_USEDEFAULT ? RECT{screen.cx / 8, screen.cy / 8, 0, 0} : RECT{x, y, 0, 0};
+  const SIZE size = width == CW_USEDEFAULT ? SIZE{screen.cx * 3 / 4, screen.cy * 3 / 4}
+                                           : SIZE{std::max(width, 0), std::max(height, 0)};
+  return {origin.left, origin.top, origin.left + size.cx, origin.top + size.cy};
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width, int height,
+                         UINT flags) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  const bool reorders = (flags & SWP_NOZORDER) == 0 && insertAfter != HWND_TOP;
+  if ((flags & ~kSupportedFlags) != 0 || reorders) {
+    LogLine("SetWindowPos: flags or order of windows not supported");
+    ::SetLastError(reorders ? ERROR_INVALID_PARAMETER : ERROR_INVALID_FLAGS);
+    return FALSE;
+  }
+  return RunOnOwner(
+             found,
+             [&] { Rearrange(found, PlaceFor(found->place, x, y, width, height, flags), flags); })
+             ? TRUE
+             : FALSE;
+}
+
+BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint) {
+  if (!::SetWindowPos(window, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE)) {
+    return FALSE;
+  }
+  return repaint ? ::InvalidateRect(window, nullptr, TRUE) : TRUE;
+}
+
+BOOL WINAPI GetWindowRect(HWND window, LPRECT place) {
+  RECT found{};
+  if (!PlaceOnScreen(window, place, found)) return FALSE;
+  *place = found;
+  return TRUE;
+}
+
+BOOL WINAPI GetClientRect(HWND window, LPRECT area) {
+  RECT place{};
+  if (!PlaceOnScreen(window, area, place)) return FALSE;
+  *area = {0, 0, place.right - place.left, place.bottom - place.top};
+  return TRUE;
+}
+
+BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) {
+  POINT origin{};
+  if (point == nullptr || FindWindowOf(window) == nullptr || !OriginOf(window, origin)) {
+    return FALSE;
+  }
+  *point = {point->x - origin.x, point->y - origin.y};
+  return TRUE;
+}
+
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point) {
+  POINT origin{};
+  if (point == nullptr || FindWindowOf(window) == nullptr || !OriginOf(window, origin)) {
+    return FALSE;
+  }
+  *point = {point->x + origin.x, point->y + origin.y};
+  return TRUE;
+}
+
+int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count) {
+  POINT source{};
+  POINT target{};
+  if (points == nullptr || !OriginOf(from, source) || !OriginOf(to, target)) return 0;
+  const POINT shift = {source.x - target.x, source.y - target.y};
+  for (UINT index = 0; index < count; ++index) {
+    points[index] = {points[index].x + shift.x, points[index].y + shift.y};
+  }
+  return MAKELONG(shift.x, shift.y);
+}

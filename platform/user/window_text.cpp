@@ -1,0 +1,27 @@
+// The text of a window, which its procedure keeps.
+#include "platform/user/window.h"
+
+using namespace platform;
+
+BOOL WINAPI SetWindowTextW(HWND window, LPCWSTR text) {
+  if (FindWindowOf(window) == nullptr) return FALSE;
+  const LPCWSTR given = text != nullptr ? text : L"";
+  return ::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(given)) > 0 ? TRUE : FALSE;
+}
+
+int WINAPI GetWindowTextW(HWND window, LPWSTR text, int capacity) {
+  if (FindWindowOf(window) == nullptr) return 0;
+  if (text == nullptr || capacity <= 0) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  // For a procedure that answers without writing.
+  *text = L'\0';
+  return static_cast<int>(::SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(capacity),
+                                         reinterpret_cast<LPARAM>(text)));
+}
+
+int WINAPI GetWindowTextLengthW(HWND window) {
+  if (FindWindowOf(window) == nullptr) return 0;
+  return static_cast<int>(::SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
+}
