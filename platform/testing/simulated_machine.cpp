@@ -7,6 +7,7 @@
 #include "platform/device/driver_host.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/modules.h"
+#include "platform/user/cursor_source.h"
 #include "platform/user/desktop.h"
 #include "platform/user/window.h"
 
@@ -120,6 +121,19 @@ void SimulatedMachine::InstallSources() {
   SetInterfaceSource(&interfaces_);
   SetAccounts(std::vector<LocalAccount>{});
   SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), 0);
+  InstallUser();
+  SetEventSink([this](const LoggedEvent& event) {
+    const std::lock_guard lock(mutex_);
+    events_.push_back(event);
+  });
+  SetNotificationObserver([this](DWORD message, const NOTIFYICONDATAW& data) {
+    const std::lock_guard lock(mutex_);
+    notificationChanges_.emplace_back(message, data);
+  });
+}
+
+// What a user would do.
+void SimulatedMachine::InstallUser() {
   SetMessageBoxResponder([this](const MessageBoxRequest& request) {
     const std::lock_guard lock(mutex_);
     messageBoxes_.push_back(request);
@@ -128,13 +142,17 @@ void SimulatedMachine::InstallSources() {
     messageBoxAnswers_.pop_front();
     return answer;
   });
-  SetEventSink([this](const LoggedEvent& event) {
+  SetMenuTracker([this](const TrackedMenu& menu) {
     const std::lock_guard lock(mutex_);
-    events_.push_back(event);
+    menus_.push_back(menu);
+    if (menuAnswers_.empty()) return 0u;
+    const UINT answer = menuAnswers_.front();
+    menuAnswers_.pop_front();
+    return answer;
   });
-  SetNotificationObserver([this](DWORD message, const NOTIFYICONDATAW& data) {
+  SetCursorSource([this] {
     const std::lock_guard lock(mutex_);
-    notificationChanges_.emplace_back(message, data);
+    return cursorPlace_;
   });
 }
 
@@ -149,6 +167,8 @@ SimulatedMachine::~SimulatedMachine() {
   ClearNotificationArea();
   SetNotificationObserver({});
   SetEventSink({});
+  SetCursorSource({});
+  SetMenuTracker({});
   SetMessageBoxResponder({});
   SetLocaleChoice(std::nullopt);
   SetAccountSource({});
@@ -203,6 +223,21 @@ void SimulatedMachine::AnswerMessageBoxes(std::deque<int> answers) {
 std::vector<MessageBoxRequest> SimulatedMachine::MessageBoxes() const {
   const std::lock_guard lock(mutex_);
   return messageBoxes_;
+}
+
+void SimulatedMachine::AnswerMenus(std::deque<UINT> commands) {
+  const std::lock_guard lock(mutex_);
+  menuAnswers_ = std::move(commands);
+}
+
+std::vector<TrackedMenu> SimulatedMachine::Menus() const {
+  const std::lock_guard lock(mutex_);
+  return menus_;
+}
+
+void SimulatedMachine::SetCursorPlace(std::optional<POINT> place) {
+  const std::lock_guard lock(mutex_);
+  cursorPlace_ = place;
 }
 
 std::vector<LoggedEvent> SimulatedMachine::Events() const {

@@ -1,14 +1,16 @@
 // A machine made of data, for tests of programs written to Win32: clock, network interfaces,
-// accounts, devices, drivers, locale, registry, event log, message boxes and notification area are
-// what the test sets and can be read back. It stands in for the real one while the object lives; at
-// most one lives at a time. The registry and the service records are real ones in an empty root
-// folder of the test's own, and the executable seems to lie in an empty folder.
+// accounts, devices, drivers, locale, registry, event log, message boxes, popup menus, the cursor
+// and the notification area are what the test sets and can be read back. It stands in for the real
+// one while the object lives; at most one lives at a time. The registry and the service records are
+// real ones in an empty root folder of the test's own, and the executable seems to lie in an empty
+// folder.
 #pragma once
 
 #include <deque>
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,7 @@
 #include "platform/service/event_sink.h"
 #include "platform/shell/notification_area.h"
 #include "platform/testing/simulated_clock.h"
+#include "platform/user/menu_tracking.h"
 #include "platform/user/message_box.h"
 
 namespace platform {
@@ -63,7 +66,7 @@ NetworkInterface SimulatedCard(std::uint32_t index, std::wstring name);
 class SimulatedMachine {
  public:
   // Monday 2005-03-14 18:05:09, zone UTC, English (US) with the week from Monday, no interfaces, no
-  // accounts, no drivers, no desktop; message boxes answer IDOK.
+  // accounts, no drivers, no desktop; message boxes answer IDOK, nothing is chosen from menus.
   SimulatedMachine();
   ~SimulatedMachine();
   SimulatedMachine(const SimulatedMachine&) = delete;
@@ -96,6 +99,11 @@ class SimulatedMachine {
   // Answers for the next message boxes, in order; afterwards IDOK.
   void AnswerMessageBoxes(std::deque<int> answers);
   std::vector<MessageBoxRequest> MessageBoxes() const;
+  // The commands to choose from the next popup menus, in order; afterwards 0 (nothing is chosen).
+  void AnswerMenus(std::deque<UINT> commands);
+  std::vector<TrackedMenu> Menus() const;
+  // (0, 0) at first; nothing: it cannot be read.
+  void SetCursorPlace(std::optional<POINT> place);
   std::vector<LoggedEvent> Events() const;
   // The texts of the events alone.
   std::vector<std::wstring> EventTexts() const;
@@ -103,6 +111,7 @@ class SimulatedMachine {
 
  private:
   void InstallSources();
+  void InstallUser();
 
   std::filesystem::path root_;
   std::filesystem::path programFolder_;
@@ -112,6 +121,9 @@ class SimulatedMachine {
   mutable std::mutex mutex_;
   std::deque<int> messageBoxAnswers_;
   std::vector<MessageBoxRequest> messageBoxes_;
+  std::deque<UINT> menuAnswers_;
+  std::vector<TrackedMenu> menus_;
+  std::optional<POINT> cursorPlace_ = POINT{};
   std::vector<LoggedEvent> events_;
   std::vector<std::pair<DWORD, NOTIFYICONDATAW>> notificationChanges_;
 };
