@@ -44,9 +44,13 @@ class DialogObject {
 
   const MessageCatalogue& Catalogue() const { return ui_.catalogue; }
 
-  // What a page's dialog is made with: the same as Attach and Route below, for the page's record.
-  static INT_PTR Attach(DialogObject& object, HWND window);
+  // The dialog's first message: the object answers for the window from now on.
+  INT_PTR Begin(HWND window) noexcept;
+  // Any other message; not handled when the window has no object.
   static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+  // Of the exception that is being handled, unless another one is being shown.
+  void ShowFailure() noexcept;
 
   // Calls OnCancel of every object that has a dialog, of other sheets' too.
   static void CancelAll();
@@ -57,8 +61,6 @@ class DialogObject {
   INT_PTR Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void ShowHelp(const HELPINFO& request);
   void Detach();
-  // Of the exception that is being handled; not while another one is being shown.
-  void ShowFailure() noexcept;
 
   UiSurroundings ui_;
   std::wstring helpTopic_;

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
+#include <prsht.h>
 
 #include "ui/dialog_object.h"
 
@@ -26,6 +26,8 @@ class PropertyPage : public DialogObject {
  private:
   static INT_PTR CALLBACK StaticPageProc(HWND window, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept;
+  // A page whose OnApply throws does not accept.
+  bool Accepts(HWND window) noexcept;
 
   UINT templateNumber_;
   std::wstring title_;

@@ -1,0 +1,107 @@
+#include "ui/banner_text_drawer.h"
+
+#include <memory>
+
+#include "ui/gdi_handles.h"
+
+namespace quillgate {
+namespace {
+
+constexpr int kPointsPerInch = 72;
+constexpr BYTE kAntiAliasedQuality = 4;
+// How far the shadow lies from the text, and the text from where it was asked for. The two ways of
+// drawing place them differently.
+constexpr float kGdiPlusShadow = 2.5F;
+constexpr int kGdiShadowX = 6;
+constexpr int kGdiShadowY = 2;
+constexpr int kGdiTextX = 4;
+
+DWORD Opaque(COLORREF colour) {
+  return 0xFF000000U | static_cast<DWORD>(GetRValue(colour)) << 16 |
+         static_cast<DWORD>(GetGValue(colour)) << 8 | GetBValue(colour);
+}
+
+// Owns an object of GDI+ through the function that deletes it.
+template <class Object>
+using Owned = std::unique_ptr<Object, int(WINAPI*)(Object*)>;
+
+// What it takes to write with GDI+ on a device context. Each part is null when it cannot be made.
+struct Pen {
+  Owned<GdiPlusGraphics> graphics;
+  Owned<GdiPlusFontFamily> family;
+  Owned<GdiPlusFont> font;
+};
+
+Pen MakePen(const GdiPlusFunctions& gdiPlus, HDC context, const BannerFont& look) {
+  GdiPlusGraphics* graphics = nullptr;
+  GdiPlusFontFamily* family = nullptr;
+  GdiPlusFont* font = nullptr;
+  gdiPlus.createFromHdc(context, &graphics);
+  gdiPlus.createFontFamilyFromName(look.face.c_str(), nullptr, &family);
+  const int style = (look.bold ? kGdiPlusStyleBold : 0) | (look.italic ? kGdiPlusStyleItalic : 0);
+  if (family != nullptr) {
+    gdiPlus.createFont(family, static_cast<float>(look.points), style, kGdiPlusUnitPoint, &font);
+  }
+  return {{graphics, gdiPlus.deleteGraphics},
+          {family, gdiPlus.deleteFontFamily},
+          {font, gdiPlus.deleteFont}};
+}
+
+bool Write(const GdiPlusFunctions& gdiPlus, const Pen& pen, const std::wstring& text, float x,
+           float y, COLORREF colour) {
+  GdiPlusBrush* made = nullptr;
+  gdiPlus.createSolidFill(Opaque(colour), &made);
+  const Owned<GdiPlusBrush> brush(made, gdiPlus.deleteBrush);
+  const GdiPlusRectangle place{x, y, 0, 0};
+  return brush != nullptr &&
+         gdiPlus.drawString(pen.graphics.get(), text.c_str(), static_cast<int>(text.size()),
+                            pen.font.get(), &place, nullptr, brush.get()) == 0;
+}
+
+FontHandle MakeFont(HDC context, const BannerFont& look) {
+  LOGFONTW font{};
+  font.lfHeight = -(look.points * ::GetDeviceCaps(context, LOGPIXELSY) / kPointsPerInch);
+  font.lfWeight = look.bold ? FW_BOLD : FW_NORMAL;
+  font.lfItalic = look.italic ? TRUE : FALSE;
+  font.lfQuality = kAntiAliasedQuality;
+  look.face.copy(font.lfFaceName, LF_FACESIZE - 1);
+  return FontHandle(::CreateFontIndirectW(&font));
+}
+
+}  // namespace
+
+BannerTextDrawer::BannerTextDrawer(const GdiPlus& gdiPlus, BannerFont font)
+    : gdiPlus_(gdiPlus), font_(std::move(font)) {}
+
+void BannerTextDrawer::Draw(HDC context, int x, int y, const std::wstring& text) const {
+  const GdiPlusFunctions* functions = gdiPlus_.Functions();
+  if (functions != nullptr && DrawWithGdiPlus(*functions, context, x, y, text)) return;
+  DrawWithGdi(context, x, y, text);
+}
+
+bool BannerTextDrawer::DrawWithGdiPlus(const GdiPlusFunctions& functions, HDC context, int x, int y,
+                                       const std::wstring& text) const {
+  const Pen pen = MakePen(functions, context, font_);
+  if (pen.graphics == nullptr || pen.font == nullptr) return false;
+  functions.setTextRenderingHint(pen.graphics.get(), kGdiPlusTextAntiAlias);
+  const auto left = static_cast<float>(x);
+  const auto top = static_cast<float>(y);
+  return Write(functions, pen, text, left + kGdiPlusShadow, top + kGdiPlusShadow,
+               font_.shadowColour) &&
+         Write(functions, pen, text, left, top, font_.textColour);
+}
+
+void BannerTextDrawer::DrawWithGdi(HDC context, int x, int y, const std::wstring& text) const {
+  const FontHandle font = MakeFont(context, font_);
+  const SelectedObject selected(context, font.Get());
+  const int length = static_cast<int>(text.size());
+  const int modeBefore = ::SetBkMode(context, TRANSPARENT);
+  const COLORREF colourBefore = ::SetTextColor(context, font_.shadowColour);
+  ::TextOutW(context, x + kGdiShadowX, y + kGdiShadowY, text.c_str(), length);
+  ::SetTextColor(context, font_.textColour);
+  ::TextOutW(context, x + kGdiTextX, y, text.c_str(), length);
+  ::SetTextColor(context, colourBefore);
+  ::SetBkMode(context, modeBefore);
+}
+
+}  // namespace quillgate

@@ -1,0 +1,19 @@
+#include "ui/combo_box.h"
+
+namespace quillgate {
+
+int ComboBox::Add(const std::wstring& text) const {
+  return static_cast<int>(Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())));
+}
+
+std::wstring ComboBox::SelectedText() const {
+  const auto index = static_cast<WPARAM>(Selection());
+  const LRESULT length = Send(CB_GETLBTEXTLEN, index);
+  if (length <= 0) return {};
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  const LRESULT copied = Send(CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(copied < 0 ? 0 : static_cast<std::size_t>(copied));
+  return text;
+}
+
+}  // namespace quillgate

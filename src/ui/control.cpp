@@ -1,0 +1,22 @@
+#include "ui/control.h"
+
+namespace quillgate {
+
+std::wstring Control::Text() const {
+  const int length = ::GetWindowTextLengthW(window_);
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  const int copied = ::GetWindowTextW(window_, text.data(), length + 1);
+  text.resize(static_cast<std::size_t>(copied));
+  return text;
+}
+
+void Control::MoveBy(int x, int y) const {
+  RECT place{};
+  if (!::GetWindowRect(window_, &place)) return;
+  POINT corner{place.left, place.top};
+  ::ScreenToClient(::GetParent(window_), &corner);
+  ::SetWindowPos(window_, nullptr, corner.x + x, corner.y + y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace quillgate

@@ -1,0 +1,40 @@
+#include "ui/message_boxes.h"
+
+#include "storage/db_error.h"
+
+namespace quillgate {
+namespace {
+
+void Show(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT icon) {
+  ::MessageBoxW(owner, text.c_str(), catalogue.GetMessageText(kMsgProductName).c_str(), icon);
+}
+
+std::wstring CurrentFailure(const MessageCatalogue& catalogue) {
+  try {
+    throw;
+  } catch (const DBerror& error) {
+    return catalogue.GetMessageText(kMsgDatabaseError) + L"\n\n" + error.Message();
+  } catch (...) {
+    return catalogue.GetMessageText(kMsgUnknownError);
+  }
+}
+
+}  // namespace
+
+void ShowError(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text) {
+  Show(owner, catalogue, text, MB_ICONERROR);
+}
+
+void ShowInformation(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text) {
+  Show(owner, catalogue, text, MB_ICONINFORMATION);
+}
+
+void ShowCurrentException(HWND owner, const MessageCatalogue& catalogue) noexcept {
+  try {
+    ShowError(owner, catalogue, CurrentFailure(catalogue));
+  } catch (...) {
+    // Without memory for a text there is nothing to be shown.
+  }
+}
+
+}  // namespace quillgate
