@@ -1,16 +1,47 @@
 #include "accounts/logon_session.h"
 
 namespace quillgate {
+namespace {
 
-LogonSession::LogonSession(Settings& settings, LogonPrompts& prompts, WindowsIdentity& identity)
-    : settings_(settings), prompts_(prompts), identity_(identity) {}
+bool HasQuestion(LogonSystem system, std::wstring_view name) {
+  return system == LogonSystem::kQuillgate ||
+         (system == LogonSystem::kNone && name == kOverrideUserName);
+}
+
+}  // namespace
+
+// Marks that a logon asks, for as long as it does.
+class LogonSession::OpenQuestion {
+ public:
+  explicit OpenQuestion(LogonSession& session) : session_(session) { session_.asking_ = true; }
+  ~OpenQuestion() {
+    const CriticalSectionLock hold(session_.decision_);
+    session_.asking_ = false;
+  }
+  OpenQuestion(const OpenQuestion&) = delete;
+  OpenQuestion& operator=(const OpenQuestion&) = delete;
+
+ private:
+  LogonSession& session_;
+};
+
+LogonSession::LogonSession(Settings& settings, WindowsIdentity& identity)
+    : settings_(settings), identity_(identity) {}
+
+void LogonSession::SetPrompts(LogonPrompts* prompts) {
+  const CriticalSectionLock hold(decision_);
+  prompts_ = prompts;
+}
 
 void LogonSession::SetSessionControl(SessionControl* session) {
+  const CriticalSectionLock hold(decision_);
   session_ = session;
 }
 
-void LogonSession::SetUsers(UserCollection* users) {
-  users_ = users;
+void LogonSession::SetUsers(std::shared_ptr<UserCollection> users) {
+  const CriticalSectionLock whole(decision_);
+  const CriticalSectionLock hold(lock_);
+  users_.swap(users);
 }
 
 bool LogonSession::IsLoggedOn() const {
@@ -27,49 +58,101 @@ void LogonSession::SetCurrent(std::shared_ptr<User> user) {
   current_.swap(user);
 }
 
+std::shared_ptr<UserCollection> LogonSession::Users() const {
+  const CriticalSectionLock hold(lock_);
+  return users_;
+}
+
+std::vector<std::wstring> LogonSession::Names() const {
+  const auto users = Users();
+  return users == nullptr ? std::vector<std::wstring>() : users->SortedNames();
+}
+
+bool LogonSession::Accepts(std::wstring_view name, std::wstring_view password) const {
+  const auto users = Users();
+  const auto user = users == nullptr ? nullptr : users->Find(name);
+  return user != nullptr && user->CheckPassword(password);
+}
+
+bool LogonSession::MustAsk(std::wstring_view name) const {
+  const CriticalSectionLock hold(decision_);
+  return prompts_ != nullptr && HasQuestion(CurrentLogonSystem(settings_), name);
+}
+
 bool LogonSession::LogOn(std::wstring_view name) {
+  LogonSystem system{};
+  LogonPrompts* prompts = nullptr;
+  std::optional<OpenQuestion> question;
+  {
+    const CriticalSectionLock hold(decision_);
+    if (IsLoggedOn()) LogOff(1);
+    system = CurrentLogonSystem(settings_);
+    const bool asks = HasQuestion(system, name) && prompts_ != nullptr && Users() != nullptr;
+    if (!asks || asking_) return Decide(system, {});
+    question.emplace(*this);
+    prompts = prompts_;
+  }
+  const std::optional<std::wstring> acceptedName = Ask(*prompts, system);
+  const CriticalSectionLock hold(decision_);
+  question.reset();
+  return Decide(system, acceptedName);
+}
+
+std::optional<std::wstring> LogonSession::Ask(LogonPrompts& prompts, LogonSystem system) {
+  if (system == LogonSystem::kQuillgate && Names().empty() && !MakeFirstUser(prompts)) return {};
+  return prompts.AskLogon(system, *this);
+}
+
+bool LogonSession::MakeFirstUser(LogonPrompts& prompts) {
+  std::optional<std::wstring> name = prompts.AskFirstUserName();
+  while (name && name->empty())
+    name = prompts.AskFirstUserName();
+  if (!name) return false;
+  if (StoreFirstUser(*std::move(name))) prompts.TellFirstUserMade();
+  return true;
+}
+
+bool LogonSession::StoreFirstUser(std::wstring name) {
+  const CriticalSectionLock hold(decision_);
+  const auto users = Users();
+  // Only an empty list takes an administrator without asking for anybody's password.
+  if (users == nullptr || users->Count() != 0 ||
+      users->Table() != UserTableOf(LogonSystem::kQuillgate)) {
+    return false;
+  }
+  auto user = std::make_shared<User>(std::move(name));
+  user->AssignAdministrator(true);
+  if (!users->Add(std::move(user))) return false;
+  users->SaveAll();
+  return true;
+}
+
+bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName) {
+  const bool stands = IsLoggedOn() && !acceptedName;
+  if (stands || system != CurrentLogonSystem(settings_)) return IsLoggedOn();
   if (IsLoggedOn()) LogOff(1);
-  if (users_ == nullptr) return false;
-  SetCurrent(FindLogonUser(CurrentLogonSystem(settings_), name));
+  SetCurrent(FindLogonUser(system, acceptedName));
   if (IsLoggedOn() && session_ != nullptr) session_->Reevaluate();
   return IsLoggedOn();
 }
 
-std::shared_ptr<User> LogonSession::FindLogonUser(LogonSystem system, std::wstring_view name) {
+std::shared_ptr<User> LogonSession::FindLogonUser(
+    LogonSystem system, const std::optional<std::wstring>& acceptedName) const {
+  const auto users = Users();
+  if (users == nullptr) return nullptr;
   switch (system) {
     case LogonSystem::kQuillgate:
-      return FindQuillgateUser();
+      return acceptedName ? users->Find(*acceptedName) : nullptr;
     case LogonSystem::kWindows:
-      return users_->Find(identity_.UserName());
+      return users->Find(identity_.UserName());
     case LogonSystem::kNone:
       break;
   }
-  const bool overridden =
-      name == kOverrideUserName && prompts_.AskLogon(LogonSystem::kNone, *users_).has_value();
-  return users_->Find(overridden ? kOverrideUserName : kCommonUserName);
-}
-
-std::shared_ptr<User> LogonSession::FindQuillgateUser() {
-  if (users_->Count() == 0 && !MakeFirstUser()) return nullptr;
-  const auto accepted = prompts_.AskLogon(LogonSystem::kQuillgate, *users_);
-  return accepted ? users_->Find(*accepted) : nullptr;
-}
-
-bool LogonSession::MakeFirstUser() {
-  std::optional<std::wstring> name = prompts_.AskFirstUserName();
-  while (name && name->empty())
-    name = prompts_.AskFirstUserName();
-  if (!name) return false;
-
-  auto user = std::make_shared<User>(*std::move(name));
-  user->AssignAdministrator(true);
-  if (!users_->Add(std::move(user))) return true;
-  users_->SaveAll();
-  prompts_.TellFirstUserMade();
-  return true;
+  return users->Find(acceptedName ? kOverrideUserName : kCommonUserName);
 }
 
 void LogonSession::LogOff(int) {
+  const CriticalSectionLock hold(decision_);
   try {
     if (session_ != nullptr) session_->EndSession();
   } catch (...) {
@@ -80,9 +163,11 @@ void LogonSession::LogOff(int) {
 }
 
 void LogonSession::RefreshCurrentUser() {
-  const std::shared_ptr<const User> current = CurrentUser();
+  const CriticalSectionLock hold(decision_);
+  const auto current = CurrentUser();
   if (current == nullptr) return;
-  SetCurrent(users_ == nullptr ? nullptr : users_->Find(current->Name()));
+  const auto users = Users();
+  SetCurrent(users == nullptr ? nullptr : users->Find(current->Name()));
 }
 
 }  // namespace quillgate

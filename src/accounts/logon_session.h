@@ -1,17 +1,41 @@
 // Who is logged on: one user of the current logon system, or nobody. The process has one
-// LogonSession, made by service/. LogOn and LogOff run on the service main thread or the service
-// control dispatcher thread, one at a time; the questions may be asked on any thread.
+// LogonSession, made by service/.
+//
+// A logon may have to ask a person (the QUILLGATE system, and the NONE system's override). Rules:
+// - Every operation may be called on any thread, and only a LogOn that asks waits for a person.
+// - Decisions are made one at a time, each as a whole: a session ended, a user chosen, the gate
+//   switched. Questions are asked in between, while nothing is held.
+// - So whatever happens while a question is open takes effect at once: a log-off, a logon that asks
+//   nothing, new users. The question stays open and its answer then counts as usual.
+// - One logon asks at a time. Another one that would have to ask meanwhile counts as cancelled.
+// - A cancelled question leaves whoever has logged on meanwhile. So does an answer for a logon
+//   system that is not the current one any more.
+// Order of locks: the decision's, the session object's, the one around the current user. The
+// session object may therefore ask who is logged on, whatever it holds.
 #pragma once
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "accounts/user_collection.h"
 #include "storage/settings.h"
 
 namespace quillgate {
+
+// The users that a logon may be for, as they are at each call: they may change while a person is
+// being asked. Any thread.
+class LogonCandidates {
+ public:
+  virtual ~LogonCandidates() = default;
+
+  // In the order of the list.
+  virtual std::vector<std::wstring> Names() const = 0;
+  // Whether there is such a user and this is the password.
+  virtual bool Accepts(std::wstring_view name, std::wstring_view password) const = 0;
+};
 
 // The dialogs of a logon. Each is modal and answers nothing when it was cancelled, which is also
 // the answer where nobody can be asked.
@@ -21,7 +45,8 @@ class LogonPrompts {
 
   // The name that was accepted with its password. Under the NONE system only the override password
   // is asked for.
-  virtual std::optional<std::wstring> AskLogon(LogonSystem system, UserCollection& users) = 0;
+  virtual std::optional<std::wstring> AskLogon(LogonSystem system,
+                                               const LogonCandidates& candidates) = 0;
 
   // The name of the first user of the QUILLGATE system, possibly empty.
   virtual std::optional<std::wstring> AskFirstUserName() = 0;
@@ -45,18 +70,24 @@ class SessionControl {
   virtual void EndSession() = 0;
 };
 
-class LogonSession {
+class LogonSession final : private LogonCandidates {
  public:
-  LogonSession(Settings& settings, LogonPrompts& prompts, WindowsIdentity& identity);
+  LogonSession(Settings& settings, WindowsIdentity& identity);
 
-  // Who is to hear of logons, and which users there are. Null: nobody, none. The caller keeps them
-  // alive until it says otherwise here.
+  // Who asks, and who is to hear of logons. Null: nobody; every question then counts as cancelled.
+  // The caller keeps them alive until it says otherwise here, and exchanges the one who asks only
+  // while no question is open.
+  void SetPrompts(LogonPrompts* prompts);
   void SetSessionControl(SessionControl* session);
-  void SetUsers(UserCollection* users);
+  // Which users there are; null: none.
+  void SetUsers(std::shared_ptr<UserCollection> users);
 
   bool IsLoggedOn() const;
   // Null when nobody is logged on.
   std::shared_ptr<const User> CurrentUser() const;
+
+  // Whether LogOn(name) would have to ask somebody now.
+  bool MustAsk(std::wstring_view name) const;
 
   // An empty name is an ordinary logon; "Admin" and "User" are the override commands of the NONE
   // system. Ends the session of whoever is logged on first. Whether a user is logged on afterwards.
@@ -70,19 +101,40 @@ class LogonSession {
   // Looks the current user up again by name; nobody is logged on if that name is gone.
   void RefreshCurrentUser();
 
+  // Whoever holds it keeps decisions out: to exchange several of the things they work with at once.
+  CriticalSection& DecisionLock() { return decision_; }
+
  private:
-  std::shared_ptr<User> FindLogonUser(LogonSystem system, std::wstring_view name);
-  std::shared_ptr<User> FindQuillgateUser();
-  // False when the question was cancelled. A name that cannot be added is dropped silently.
-  bool MakeFirstUser();
+  class OpenQuestion;
+
+  std::vector<std::wstring> Names() const override;
+  bool Accepts(std::wstring_view name, std::wstring_view password) const override;
+
+  std::shared_ptr<UserCollection> Users() const;
   void SetCurrent(std::shared_ptr<User> user);
 
+  // The question of that system, with the first user made before if need be. Nothing is held.
+  std::optional<std::wstring> Ask(LogonPrompts& prompts, LogonSystem system);
+  // False when the question was cancelled.
+  bool MakeFirstUser(LogonPrompts& prompts);
+  // False when there is a user already, or the name cannot be added.
+  bool StoreFirstUser(std::wstring name);
+
+  // With the decision's lock held. No name: nobody was asked, or nobody accepted.
+  bool Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName);
+  std::shared_ptr<User> FindLogonUser(LogonSystem system,
+                                      const std::optional<std::wstring>& acceptedName) const;
+
   Settings& settings_;
-  LogonPrompts& prompts_;
   WindowsIdentity& identity_;
+
+  mutable CriticalSection decision_;
+  LogonPrompts* prompts_ = nullptr;
   SessionControl* session_ = nullptr;
-  UserCollection* users_ = nullptr;
+  bool asking_ = false;
+
   mutable CriticalSection lock_;
+  std::shared_ptr<UserCollection> users_;
   std::shared_ptr<User> current_;
 };
 

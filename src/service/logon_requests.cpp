@@ -2,22 +2,42 @@
 
 namespace quillgate {
 
-void LogonRequests::LogOn() noexcept {
-  const CriticalSectionLock hold(lock_);
+bool LogonRequests::LogOn(std::wstring_view name) noexcept {
   try {
-    logon_.LogOn({});
+    return logon_.LogOn(name);
   } catch (...) {
     events_.LogCurrentException();
+    return logon_.IsLoggedOn();
   }
 }
 
+void LogonRequests::LogOn() noexcept {
+  LogOn(std::wstring_view());
+}
+
+void LogonRequests::LogOnOrPost() noexcept {
+  if (!logon_.MustAsk({})) {
+    LogOn();
+    return;
+  }
+  const HWND window = requestWindow_;
+  if (window != nullptr) ::PostMessageW(window, kLogOnRequested, 0, 0);
+}
+
 void LogonRequests::LogOff(int flag) noexcept {
-  const CriticalSectionLock hold(lock_);
   try {
     logon_.LogOff(flag);
   } catch (...) {
     events_.LogCurrentException();
   }
+}
+
+bool LogonRequests::LogOnFromTray(std::wstring_view name) {
+  return LogOn(name);
+}
+
+void LogonRequests::LogOffFromTray() {
+  LogOff(1);
 }
 
 }  // namespace quillgate

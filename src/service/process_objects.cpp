@@ -7,11 +7,23 @@ ProcessObjects::~ProcessObjects() {
   logon_.SetSessionControl(nullptr);
 }
 
+void ProcessObjects::EnterDesktop() {
+  if (!HasDesktop()) return;
+  try {
+    desktop_ = std::make_unique<DesktopObjects>(*this);
+  } catch (...) {
+    events_.LogCurrentException();
+  }
+}
+
+void ProcessObjects::LeaveDesktop() {
+  desktop_.reset();
+}
+
 SessionLog& ProcessObjects::Session() {
   if (session_ == nullptr) {
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
-    const CriticalSectionLock hold(logonRequests_.Lock());
     logon_.SetSessionControl(session_.get());
     if (!session_->IsHookAvailable()) TellMissingHook();
   }
@@ -26,12 +38,11 @@ void ProcessObjects::TellMissingHook() {
 
 void ProcessObjects::LoadUsers() {
   const LogonSystem system = CurrentLogonSystem(settings_);
-  users_ = std::make_unique<UserCollection>(system, database_);
+  users_ = std::make_shared<UserCollection>(system, database_);
   // Saving the two replaces the table, so a table that could not be read must not count as empty.
   if (users_->Count() == 0 && !HasNoUsers()) users_->LoadAll();
   if (system == LogonSystem::kNone && HasNoUsers()) EnsureBuiltInUsers(*users_);
-  const CriticalSectionLock hold(logonRequests_.Lock());
-  logon_.SetUsers(users_.get());
+  logon_.SetUsers(users_);
 }
 
 bool ProcessObjects::HasNoUsers() {
@@ -46,7 +57,6 @@ bool ProcessObjects::HasNoUsers() {
 }
 
 void ProcessObjects::ReleaseUsers() {
-  const CriticalSectionLock hold(logonRequests_.Lock());
   logon_.SetUsers(nullptr);
   users_.reset();
 }

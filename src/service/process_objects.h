@@ -6,11 +6,12 @@
 #include <memory>
 
 #include "accounts/logon_session.h"
+#include "service/desktop_objects.h"
 #include "service/event_log.h"
 #include "service/event_log_indicator.h"
 #include "service/logon_requests.h"
 #include "service/monitor_thread.h"
-#include "service/unattended_prompts.h"
+#include "service/relay_indicator.h"
 #include "service/windows_logon_name.h"
 #include "session/session_log.h"
 #include "text/message_catalogue.h"
@@ -31,9 +32,15 @@ class ProcessObjects {
   Settings& GetSettings() { return settings_; }
   MessageCatalogue& Catalogue() { return catalogue_; }
   WeekCalendar& Calendar() { return calendar_; }
-  GateIndicator& Indicator() { return indicator_; }
+  RelayIndicator& Indicator() { return indicator_; }
   LogonSession& Logon() { return logon_; }
   LogonRequests& Logons() { return logonRequests_; }
+
+  // On the service main thread, before and after its message loop. Where there is no desktop, or
+  // the tray cannot be made, which is logged, the state of the gate shows in the event log and
+  // every question of a logon counts as cancelled.
+  void EnterDesktop();
+  void LeaveDesktop();
 
   // The session object, made on the first call, which the service main thread makes. From then on
   // logons and log-offs switch the gate.
@@ -58,12 +65,13 @@ class ProcessObjects {
   Settings settings_{database_};
   MessageCatalogue catalogue_;
   WeekCalendar calendar_;
-  EventLogIndicator indicator_{events_};
-  UnattendedPrompts prompts_;
+  EventLogIndicator eventLogIndicator_{events_};
+  RelayIndicator indicator_{eventLogIndicator_};
   WindowsLogonName windowsLogonName_{database_};
-  LogonSession logon_{settings_, prompts_, windowsLogonName_};
+  LogonSession logon_{settings_, windowsLogonName_};
   LogonRequests logonRequests_{logon_, events_};
-  std::unique_ptr<UserCollection> users_;
+  std::shared_ptr<UserCollection> users_;
+  std::unique_ptr<DesktopObjects> desktop_;
   std::unique_ptr<SessionLog> session_;
   std::unique_ptr<MonitorThread> monitor_;
 };

@@ -1,5 +1,9 @@
 #include "service/service_main_thread.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <stdexcept>
 
 #include "service/service_module.h"
@@ -20,8 +24,10 @@ constexpr std::uint32_t kDefaultSublanguage = 0x400;
 void ServiceMainThread::Run() {
   module_.SetMainThread();
   objects_.LoadUsers();
+  InitialiseControls();
   ApplyLanguage();
   ApplyFirstDayOfWeek();
+  objects_.EnterDesktop();
   ServiceWindow window(objects_);
   try {
     if (!window.Create()) throw std::runtime_error("Could not create the service window.");
@@ -32,6 +38,13 @@ void ServiceMainThread::Run() {
     throw;
   }
   TakeDown();
+}
+
+void ServiceMainThread::InitialiseControls() {
+  const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
+                                                            ICC_TAB_CLASSES | ICC_UPDOWN_CLASS |
+                                                            ICC_DATE_CLASSES};
+  ::InitCommonControlsEx(&controls);
 }
 
 void ServiceMainThread::ApplyLanguage() {
@@ -60,13 +73,14 @@ void ServiceMainThread::RunMessageLoop() {
 }
 
 void ServiceMainThread::TakeDown() {
+  objects_.LeaveDesktop();
   MonitorThread* monitor = objects_.Monitor();
   if (monitor != nullptr) monitor->Stop(kMonitorStopMilliseconds);
   ::Sleep(kStopPauseMilliseconds);
   // The pause is enough for a monitor that sleeps; one in the middle of a cycle still uses the
   // database.
   if (monitor != nullptr) monitor->AwaitCycle();
-  const CriticalSectionLock noLogons(objects_.Logons().Lock());
+  const CriticalSectionLock noLogons(objects_.Logon().DecisionLock());
   objects_.ReleaseUsers();
   objects_.GetDatabase().DbClose();
 }

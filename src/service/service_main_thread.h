@@ -19,6 +19,7 @@ class ServiceMainThread {
   void Run();
 
  private:
+  void InitialiseControls();
   void ApplyLanguage();
   void ApplyFirstDayOfWeek();
   void RunMessageLoop();

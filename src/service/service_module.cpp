@@ -115,7 +115,7 @@ void ServiceModule::HandleControl(DWORD control) {
     case SERVICE_CONTROL_SHUTDOWN:
       break;
     case kControlWindowsLogon:
-      objects_.Logons().LogOn();
+      objects_.Logons().LogOnOrPost();
       break;
     case kControlWindowsLogoff:
       objects_.Logons().LogOff(1);

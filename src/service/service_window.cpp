@@ -26,6 +26,7 @@ ServiceWindow::ServiceWindow(ProcessObjects& objects)
 }
 
 ServiceWindow::~ServiceWindow() {
+  objects_.Logons().SetRequestWindow(nullptr);
   if (notificationLibrary_.IsValid()) unregisterNotification_(Window());
 }
 
@@ -40,6 +41,9 @@ LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     case WM_WTSSESSION_CHANGE:
       OnSessionChange(wParam);
       break;
+    case kLogOnRequested:
+      objects_.Logons().LogOn();
+      break;
     default:
       break;
   }
@@ -47,6 +51,7 @@ LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
 }
 
 void ServiceWindow::OnCreate(HWND window) {
+  objects_.Logons().SetRequestWindow(window);
   RecoverSessions();
   objects_.Logons().LogOff(kOrdinaryLogOff);
   if (System() != LogonSystem::kQuillgate) objects_.Logons().LogOn();

@@ -8,6 +8,7 @@ namespace quillgate {
 namespace {
 
 using testing::_;
+using testing::ElementsAre;
 using testing::InSequence;
 using testing::Return;
 using testing::StrictMock;
@@ -15,7 +16,8 @@ using testing::Throw;
 
 class MockPrompts : public LogonPrompts {
  public:
-  MOCK_METHOD(std::optional<std::wstring>, AskLogon, (LogonSystem, UserCollection&), (override));
+  MOCK_METHOD(std::optional<std::wstring>, AskLogon, (LogonSystem, const LogonCandidates&),
+              (override));
   MOCK_METHOD(std::optional<std::wstring>, AskFirstUserName, (), (override));
   MOCK_METHOD(void, TellFirstUserMade, (), (override));
 };
@@ -34,15 +36,18 @@ class FakeIdentity : public WindowsIdentity {
 
 class LogonSessionTest : public AccountsTest {
  protected:
-  LogonSessionTest() { session_.SetSessionControl(&control_); }
+  LogonSessionTest() {
+    session_.SetPrompts(&prompts_);
+    session_.SetSessionControl(&control_);
+  }
 
   void Choose(LogonSystem system, std::wstring_view word,
               const std::vector<std::wstring>& names = {}) {
     settings_.SetSetting(SettingKey::kLogonSystem, word);
-    users_ = std::make_unique<UserCollection>(system, database_);
+    users_ = std::make_shared<UserCollection>(system, database_);
     for (const std::wstring& name : names)
       users_->Add(MakeUser(name));
-    session_.SetUsers(users_.get());
+    session_.SetUsers(users_);
   }
 
   std::wstring CurrentName() const {
@@ -53,8 +58,8 @@ class LogonSessionTest : public AccountsTest {
   StrictMock<MockPrompts> prompts_;
   StrictMock<MockControl> control_;
   FakeIdentity identity_;
-  LogonSession session_{settings_, prompts_, identity_};
-  std::unique_ptr<UserCollection> users_;
+  LogonSession session_{settings_, identity_};
+  std::shared_ptr<UserCollection> users_;
 };
 
 TEST_F(LogonSessionTest, AnOrdinaryLogonUnderNoneAsksNothingAndTakesTheCommonUser) {
@@ -93,8 +98,11 @@ TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdmini
       .WillOnce(Return(L"Anna"));
   EXPECT_CALL(prompts_, TellFirstUserMade());
   EXPECT_CALL(prompts_, AskLogon(LogonSystem::kQuillgate, _))
-      .WillOnce([](LogonSystem, UserCollection& users) -> std::optional<std::wstring> {
-        EXPECT_TRUE(users.Find(L"Anna")->CheckPassword(L""));
+      .WillOnce([](LogonSystem, const LogonCandidates& users) -> std::optional<std::wstring> {
+        EXPECT_THAT(users.Names(), ElementsAre(L"Anna"));
+        EXPECT_TRUE(users.Accepts(L"Anna", L""));
+        EXPECT_FALSE(users.Accepts(L"Anna", L"other"));
+        EXPECT_FALSE(users.Accepts(L"Bo", L""));
         return L"Anna";
       });
   EXPECT_CALL(control_, Reevaluate());

@@ -43,7 +43,7 @@ class RecordingIndicator final : public GateIndicator {
 // Lets the user of that name on; nobody when it is empty.
 class ScriptedPrompts final : public LogonPrompts {
  public:
-  std::optional<std::wstring> AskLogon(LogonSystem, UserCollection&) override {
+  std::optional<std::wstring> AskLogon(LogonSystem, const LogonCandidates&) override {
     return name.empty() ? std::nullopt : std::optional(name);
   }
   std::optional<std::wstring> AskFirstUserName() override { return {}; }
@@ -67,9 +67,10 @@ class SessionTest : public testing::Test {
   SessionTest() {
     machine_.Interfaces().Set({platform::SimulatedCard(2, L"eth0")});
     settings_.SetSetting(SettingKey::kLogonSystem, L"QUILLGATE");
-    users_ = std::make_unique<UserCollection>(LogonSystem::kQuillgate, database_);
+    users_ = std::make_shared<UserCollection>(LogonSystem::kQuillgate, database_);
     users_->Add(anna_);
-    logon_.SetUsers(users_.get());
+    logon_.SetPrompts(&prompts_);
+    logon_.SetUsers(users_);
     MakeSession();
   }
   ~SessionTest() override { logon_.SetSessionControl(nullptr); }
@@ -129,10 +130,10 @@ class SessionTest : public testing::Test {
   WeekCalendar calendar_;
   ScriptedPrompts prompts_;
   NoIdentity identity_;
-  LogonSession logon_{settings_, prompts_, identity_};
+  LogonSession logon_{settings_, identity_};
   RecordingIndicator indicator_;
   std::shared_ptr<User> anna_ = std::make_shared<User>(L"Anna");
-  std::unique_ptr<UserCollection> users_;
+  std::shared_ptr<UserCollection> users_;
   std::unique_ptr<SessionLog> session_;
 };
 

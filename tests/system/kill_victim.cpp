@@ -40,13 +40,6 @@ class Reports {
   int file_;
 };
 
-class NoPrompts final : public LogonPrompts {
- public:
-  std::optional<std::wstring> AskLogon(LogonSystem, UserCollection&) override { return {}; }
-  std::optional<std::wstring> AskFirstUserName() override { return {}; }
-  void TellFirstUserMade() override {}
-};
-
 class FixedIdentity final : public WindowsIdentity {
  public:
   std::wstring UserName() override { return L"anna"; }
@@ -84,16 +77,15 @@ void Report(Reports& reports, const char* state, const SessionLog& session, std:
 [[noreturn]] void LogSessions(Victim& victim, Reports& reports, int round) {
   // Every session of every victim has a start date of its own.
   victim.machine.Time().SetLocalTime(2005, 1, 1 + round, 0, 0, 0);
-  UserCollection users(LogonSystem::kWindows, victim.database);
-  users.Add(std::make_shared<User>(L"anna"));
-  NoPrompts prompts;
+  const auto users = std::make_shared<UserCollection>(LogonSystem::kWindows, victim.database);
+  users->Add(std::make_shared<User>(L"anna"));
   FixedIdentity identity;
   NoIndicator indicator;
   MessageCatalogue catalogue;
   WeekCalendar calendar;
-  LogonSession logon(victim.settings, prompts, identity);
+  LogonSession logon(victim.settings, identity);
   SessionLog session({victim.database, victim.settings, catalogue, calendar, logon, indicator});
-  logon.SetUsers(&users);
+  logon.SetUsers(users);
   logon.SetSessionControl(&session);
   session.RecoverSessions();
   while (true) {

@@ -1,0 +1,46 @@
+#include "service/desktop_objects.h"
+
+#include <windows.h>
+
+#include "service/process_objects.h"
+#include "service/service_installation.h"
+#include "ui/about_dialog.h"
+#include "ui/help_topics.h"
+
+namespace quillgate {
+
+bool HasDesktop() {
+  return ::GetSystemMetrics(SM_CXSCREEN) != 0;
+}
+
+DesktopObjects::DesktopObjects(ProcessObjects& objects)
+    : objects_(objects),
+      ui_{objects.Catalogue(), help_},
+      prompts_(ui_, objects.GetSettings(), gdiPlus_, objects.Indicator()),
+      connection_(
+          {ui_, objects.GetSettings(), objects.GetDatabase(), objects.Calendar(), objects.Logon()}),
+      tray_({objects.Catalogue(), objects.GetSettings(), objects.Logon(), objects.Logons(), help_,
+             MakeOpeners()}) {
+  help_.SetHelpFile(kHelpFileName);
+  gdiPlus_.Start();
+  objects_.Indicator().RelayTo(tray_);
+  objects_.Logon().SetPrompts(&prompts_);
+}
+
+DesktopObjects::~DesktopObjects() {
+  gdiPlus_.Shutdown();
+  objects_.Logon().SetPrompts(nullptr);
+  objects_.Indicator().RelayToFirst();
+}
+
+TrayOpeners DesktopObjects::MakeOpeners() {
+  TrayOpeners openers;
+  openers.connection = [this] { connection_.Open(objects_.Session()); };
+  openers.about = [this] { AboutDialog(ui_).Run(); };
+  openers.connection = [this] { connection_.Open(objects_.Session()); };
+  openers.about = [this] { AboutDialog(ui_).Run(); };
+  openers.stopService = StopOwnService;
+  return openers;
+}
+
+}  // namespace quillgate

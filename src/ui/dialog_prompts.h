@@ -1,0 +1,32 @@
+// The questions of a logon as dialogs on the screen, during which the tray ignores clicks. The
+// process has one, made by service/; the questions are asked on the service main thread.
+#pragma once
+
+#include "accounts/logon_session.h"
+#include "session/gate_indicator.h"
+#include "ui/gdi_plus.h"
+#include "ui/ui_surroundings.h"
+
+namespace quillgate {
+
+class DialogPrompts final : public LogonPrompts {
+ public:
+  // All of it outlives the object.
+  DialogPrompts(const UiSurroundings& ui, Settings& settings, const GdiPlus& gdiPlus,
+                GateIndicator& indicator);
+
+  std::optional<std::wstring> AskLogon(LogonSystem system,
+                                       const LogonCandidates& candidates) override;
+  std::optional<std::wstring> AskFirstUserName() override;
+  void TellFirstUserMade() override;
+
+ private:
+  UiSurroundings ui_;
+  Settings& settings_;
+  const GdiPlus& gdiPlus_;
+  GateIndicator& indicator_;
+  // Never reset: see LogonDialogSurroundings.
+  bool bannerTimerUsed_ = false;
+};
+
+}  // namespace quillgate

@@ -1,0 +1,152 @@
+#include "ui/logon_dialog.h"
+
+#include "resources/resource.h"
+#include "ui/combo_box.h"
+#include "ui/help_topics.h"
+#include "ui/message_boxes.h"
+#include "ui/secret_text.h"
+
+namespace quillgate {
+namespace {
+
+constexpr UINT_PTR kBannerTimer = 1;
+constexpr UINT kBannerTimerMilliseconds = 1500;
+// Pixels by which the password row takes the place of the user row.
+constexpr int kRowUp = 16;
+constexpr int kLabelRight = 5;
+
+}  // namespace
+
+LogonDialog::LogonDialog(const LogonDialogSurroundings& surroundings, LogonSystem system,
+                         const LogonCandidates& candidates)
+    : DialogObject(surroundings.ui, kTopicLogon),
+      settings_(surroundings.settings),
+      system_(system),
+      candidates_(candidates),
+      bannerTimerUsed_(surroundings.bannerTimerUsed),
+      banner_(surroundings.gdiPlus) {}
+
+bool LogonDialog::Run(HWND parent) {
+  return RunModal(IDD_LOGON, parent) == IDOK;
+}
+
+bool LogonDialog::OnInitDialog(HWND window) {
+  Edit(window, IDC_LOGON_PASSWORD).LimitLength(SecretText::kMaximumLength);
+  if (IsOverride()) {
+    MovePasswordRowUp(window);
+  } else {
+    ListUsers(window);
+  }
+  return true;
+}
+
+void LogonDialog::MovePasswordRowUp(HWND window) const {
+  Control(window, IDC_LOGON_USER).Show(false);
+  Control(window, IDC_LOGON_USER_LABEL).Show(false);
+  Control(window, IDC_LOGON_PASSWORD).MoveBy(0, -kRowUp);
+  Control(window, IDC_LOGON_PASSWORD_LABEL).MoveBy(kLabelRight, -kRowUp);
+}
+
+void LogonDialog::ListUsers(HWND window) const {
+  const ComboBox users(window, IDC_LOGON_USER);
+  const std::wstring last = settings_.GetSetting(SettingKey::kLastLogonName, L"");
+  int selected = 0;
+  for (const std::wstring& name : candidates_.Names()) {
+    const int index = users.Add(name);
+    if (name == last) selected = index;
+  }
+  users.Select(selected);
+}
+
+void LogonDialog::SetTexts(HWND window) {
+  const MessageCatalogue& texts = Catalogue();
+  ::SetWindowTextW(window, texts.GetMessageText(kMsgLogOnCaption).c_str());
+  Control(window, IDOK).SetText(texts.GetMessageText(kMsgOk));
+  Control(window, IDCANCEL).SetText(texts.GetMessageText(kMsgCancel));
+  Control(window, IDC_LOGON_USER_LABEL).SetText(texts.GetMessageText(kMsgUserNameLabel));
+  Control(window, IDC_LOGON_PASSWORD_LABEL).SetText(texts.GetMessageText(kMsgPasswordLabel) + L":");
+  Control(window, IDC_LOGON_EXPLANATION)
+      .SetText(texts.GetMessageText(IsOverride() ? kMsgEnterOverridePassword : kMsgNeedToLogOn));
+  if (IsOverride()) {
+    const ComboBox users(window, IDC_LOGON_USER);
+    users.Clear();
+    users.Select(users.Add(texts.GetMessageText(kMsgOverride)));
+  }
+}
+
+INT_PTR LogonDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
+  switch (message) {
+    case WM_COMMAND:
+      return OnCommand(window, LOWORD(wParam));
+    case WM_PAINT:
+      OnPaint(window);
+      return TRUE;
+    case WM_TIMER: {
+      const RECT banner{0, 0, LogonBanner::kWidth, LogonBanner::kHeight};
+      ::InvalidateRect(window, &banner, FALSE);
+      return TRUE;
+    }
+    default:
+      return FALSE;
+  }
+}
+
+INT_PTR LogonDialog::OnCommand(HWND window, WORD command) {
+  switch (command) {
+    case IDOK:
+      OnOk(window);
+      return TRUE;
+    case IDCANCEL:
+      Close(window, IDCANCEL);
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+std::wstring LogonDialog::ChosenName(HWND window) const {
+  if (IsOverride()) return std::wstring(kOverrideUserName);
+  return ComboBox(window, IDC_LOGON_USER).SelectedText();
+}
+
+void LogonDialog::OnOk(HWND window) {
+  std::wstring name = ChosenName(window);
+  const SecretText password(Edit(window, IDC_LOGON_PASSWORD));
+  if (!candidates_.Accepts(name, password.View())) {
+    OnWrongPassword(window);
+    return;
+  }
+  settings_.SetSetting(SettingKey::kLastLogonName, name);
+  userName_ = std::move(name);
+  Close(window, IDOK);
+}
+
+void LogonDialog::OnWrongPassword(HWND window) {
+  ShowError(window, Catalogue(), Catalogue().GetMessageText(kMsgWrongPassword));
+  if (--attemptsLeft_ == 0) {
+    Close(window, IDCANCEL);
+    return;
+  }
+  const Edit password(window, IDC_LOGON_PASSWORD);
+  password.SelectAll();
+  password.Focus();
+}
+
+void LogonDialog::Close(HWND window, int result) {
+  ::KillTimer(window, kBannerTimer);
+  ::EndDialog(window, result);
+}
+
+void LogonDialog::OnPaint(HWND window) {
+  RECT client{};
+  ::GetClientRect(window, &client);
+  PAINTSTRUCT paint{};
+  const HDC context = ::BeginPaint(window, &paint);
+  banner_.Paint(context, client.right, Catalogue().GetMessageText(kMsgLogOn));
+  ::EndPaint(window, &paint);
+  if (bannerTimerUsed_) return;
+  bannerTimerUsed_ = true;
+  ::SetTimer(window, kBannerTimer, kBannerTimerMilliseconds, nullptr);
+}
+
+}  // namespace quillgate

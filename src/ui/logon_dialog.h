@@ -1,0 +1,60 @@
+// Asks who logs on, with the password; under the NONE system for the override password alone. Made
+// and run on the service main thread.
+#pragma once
+
+#include <string>
+
+#include "accounts/logon_session.h"
+#include "storage/settings.h"
+#include "ui/dialog_object.h"
+#include "ui/logon_banner.h"
+
+namespace quillgate {
+
+struct LogonDialogSurroundings {
+  const UiSurroundings& ui;
+  Settings& settings;
+  const GdiPlus& gdiPlus;
+  // Set by the first banner that was painted in the process, the only one that is repainted by a
+  // timer.
+  bool& bannerTimerUsed;
+};
+
+class LogonDialog final : public DialogObject {
+ public:
+  LogonDialog(const LogonDialogSurroundings& surroundings, LogonSystem system,
+              const LogonCandidates& candidates);
+
+  // Returns when the dialog has been closed. Whether a user was accepted, who is remembered as the
+  // last one; the third wrong password closes it like Cancel. The parent may be null.
+  bool Run(HWND parent);
+
+  // Who was accepted.
+  const std::wstring& UserName() const { return userName_; }
+
+ private:
+  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool OnInitDialog(HWND window) override;
+  void SetTexts(HWND window) override;
+
+  INT_PTR OnCommand(HWND window, WORD command);
+  void OnOk(HWND window);
+  void OnWrongPassword(HWND window);
+  void OnPaint(HWND window);
+  void Close(HWND window, int result);
+
+  bool IsOverride() const { return system_ == LogonSystem::kNone; }
+  void MovePasswordRowUp(HWND window) const;
+  void ListUsers(HWND window) const;
+  std::wstring ChosenName(HWND window) const;
+
+  Settings& settings_;
+  LogonSystem system_;
+  const LogonCandidates& candidates_;
+  bool& bannerTimerUsed_;
+  LogonBanner banner_;
+  int attemptsLeft_ = 3;
+  std::wstring userName_;
+};
+
+}  // namespace quillgate
