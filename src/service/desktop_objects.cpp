@@ -37,8 +37,6 @@ TrayOpeners DesktopObjects::MakeOpeners() {
   TrayOpeners openers;
   openers.connection = [this] { connection_.Open(objects_.Session()); };
   openers.about = [this] { AboutDialog(ui_).Run(); };
-  openers.connection = [this] { connection_.Open(objects_.Session()); };
-  openers.about = [this] { AboutDialog(ui_).Run(); };
   openers.stopService = StopOwnService;
   return openers;
 }
