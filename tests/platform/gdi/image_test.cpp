@@ -115,6 +115,7 @@ TEST(Image, ASharedIconIsLoadedOnceAndKept) {
     EXPECT_EQ(Icon(kIconSizes, 16, LR_SHARED), shared);
     EXPECT_NE(Icon(kIconSizes, 32, LR_SHARED), shared);
     EXPECT_TRUE(::DestroyIcon(shared));
+    EXPECT_TRUE(::DestroyIcon(shared)) << "it is gone";
     EXPECT_EQ(Icon(kIconSizes, 16, LR_SHARED), shared);
     EXPECT_EQ(::LoadIconW(Program(), MAKEINTRESOURCEW(kIconSizes)),
               Icon(kIconSizes, 32, LR_SHARED));
