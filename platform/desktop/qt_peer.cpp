@@ -139,7 +139,8 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
       return true;
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-      events_.OnActivationChanged(event->type() == QEvent::WindowActivate);
+      // Every widget of the window is told.
+      if (widget_->isWindow()) events_.OnActivationChanged(event->type() == QEvent::WindowActivate);
       return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut:
