@@ -1,0 +1,141 @@
+// The program's dialogs as the layer reads them, beside the numbers that the code knows them by.
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+
+#include "platform/dialog/dialog_resource.h"
+#include "resources/resource.h"
+
+namespace {
+
+using platform::DialogItem;
+using platform::DialogTemplate;
+
+constexpr DWORD kNoNumber = 0xFFFFFFFF;
+
+// Controls by name with their numbers, under the number of the dialog that they stand below.
+using ControlNumbers = std::map<std::string, DWORD>;
+std::map<DWORD, ControlNumbers> NumbersInHeader() {
+  static const std::regex kDefinition(R"(#define (ID[DC]_\w+) (\d+))");
+  std::map<DWORD, ControlNumbers> dialogs;
+  DWORD dialog = 0;
+  std::ifstream header(QG_RESOURCE_HEADER);
+  for (std::string line; std::getline(header, line);) {
+    std::smatch match;
+    if (!std::regex_match(line, match, kDefinition)) continue;
+    const auto number = static_cast<DWORD>(std::stoul(match[2]));
+    if (match[1].str().starts_with("IDD_")) {
+      dialog = number;
+      dialogs[dialog];
+    } else {
+      dialogs[dialog][match[1]] = number;
+    }
+  }
+  return dialogs;
+}
+
+DialogTemplate Dialog(DWORD number) {
+  return platform::FindDialogTemplate(nullptr, MAKEINTRESOURCEW(number)).value();
+}
+
+bool IsOfClass(const DialogItem& item, const wchar_t* name) {
+  return item.className == name;
+}
+
+bool IsGroup(const DialogItem& item) {
+  return IsOfClass(item, L"Button") && (item.style & BS_TYPEMASK) == BS_GROUPBOX;
+}
+
+// A drop-down list is given with its list opened.
+RECT Shown(const DialogItem& item) {
+  RECT place = item.place;
+  constexpr LONG kClosedListHeight = 14;
+  if (IsOfClass(item, L"ComboBox")) place.bottom = place.top + kClosedListHeight;
+  return place;
+}
+
+bool Overlap(const RECT& a, const RECT& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+bool Contains(const RECT& outer, const RECT& inner) {
+  return outer.left <= inner.left && outer.top <= inner.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+std::string Name(DWORD dialog, const DialogItem& item) {
+  return "control " + std::to_string(item.id) + " of " + std::to_string(dialog);
+}
+
+TEST(Dialogs, EveryNumberOfAControlIsInItsDialogOnce) {
+  const auto dialogs = NumbersInHeader();
+  ASSERT_GE(dialogs.size(), 5u);
+  for (const auto& [dialog, controls] : dialogs) {
+    std::multiset<DWORD> ids;
+    for (const DialogItem& item : Dialog(dialog).items)
+      ids.insert(item.id);
+    for (const auto& [name, number] : controls)
+      EXPECT_EQ(ids.count(number), 1u) << name << " in " << dialog;
+    for (const DWORD id : ids) {
+      const bool named =
+          std::ranges::any_of(controls, [id](const auto& control) { return control.second == id; });
+      EXPECT_TRUE(named || id == IDOK || id == IDCANCEL || id == kNoNumber) << id;
+    }
+  }
+}
+
+TEST(Dialogs, ControlsLieInsideTheirDialogWithoutOverlapping) {
+  for (const auto& [number, controls] : NumbersInHeader()) {
+    const DialogTemplate dialog = Dialog(number);
+    const RECT client{0, 0, dialog.place.right - dialog.place.left,
+                      dialog.place.bottom - dialog.place.top};
+    for (const DialogItem& item : dialog.items) {
+      EXPECT_TRUE(Contains(client, Shown(item))) << Name(number, item);
+      for (const DialogItem& other : dialog.items) {
+        if (&other == &item || !Overlap(Shown(item), Shown(other))) continue;
+        EXPECT_TRUE((IsGroup(item) && Contains(Shown(item), Shown(other))) ||
+                    (IsGroup(other) && Contains(Shown(other), Shown(item))))
+            << Name(number, item) << " and " << Name(number, other);
+      }
+    }
+  }
+}
+
+TEST(Dialogs, HelpNumbersTellTemplateAndControlOnTheConnectionPagesOnly) {
+  for (const auto& [number, controls] : NumbersInHeader()) {
+    const bool helps = number == IDD_CONNECTION_GENERAL || number == IDD_CONNECTION_DETAILS;
+    for (const DialogItem& item : Dialog(number).items) {
+      const DWORD expected = helps ? 0x80000000 + number * 65536 + item.id : 0;
+      EXPECT_EQ(item.helpId, expected) << Name(number, item);
+    }
+  }
+}
+
+TEST(Dialogs, ValuesStandAtTheRightAndShowADashUntilTheyAreFilled) {
+  std::size_t values = 0;
+  for (const DialogItem& item : Dialog(IDD_CONNECTION_GENERAL).items) {
+    if (item.text != L"-") continue;
+    ++values;
+    EXPECT_EQ(item.style & SS_TYPEMASK, SS_RIGHT) << item.id;
+    EXPECT_NE(item.style & SS_NOPREFIX, 0u) << item.id;
+  }
+  EXPECT_EQ(values, 16u);
+}
+
+TEST(Dialogs, ThePasswordIsNotShownAndUsersKeepTheirOrder) {
+  for (const DialogItem& item : Dialog(IDD_LOGON).items) {
+    if (item.id == IDC_LOGON_PASSWORD) {
+      EXPECT_NE(item.style & ES_PASSWORD, 0u);
+    } else if (item.id == IDC_LOGON_USER) {
+      EXPECT_EQ(item.style & (CBS_DROPDOWNLIST | CBS_SORT), CBS_DROPDOWNLIST);
+    }
+  }
+}
+
+}  // namespace
