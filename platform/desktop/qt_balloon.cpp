@@ -80,12 +80,16 @@ class BalloonWidget final : public QWidget {
     layout->setHorizontalSpacing(kGap);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     if (balloon.icon != NIIF_NONE) layout->addWidget(Icon(balloon.icon), 0, 0, Qt::AlignTop);
+    layout->addWidget(CloseButton(), 0, 2, Qt::AlignTop | Qt::AlignRight);
+    layout->setColumnStretch(1, 1);
+    if (balloon.title.empty()) {
+      layout->addWidget(Text(balloon.text, font()), 0, 1, Qt::AlignTop);
+      return;
+    }
     QFont bold = font();
     bold.setBold(true);
     layout->addWidget(Text(balloon.title, bold), 0, 1, Qt::AlignTop);
-    layout->addWidget(CloseButton(), 0, 2, Qt::AlignTop | Qt::AlignRight);
     layout->addWidget(Text(balloon.text, font()), 1, 1, 1, 2);
-    layout->setColumnStretch(1, 1);
   }
 
  private:
@@ -112,6 +116,7 @@ class BalloonWidget final : public QWidget {
     auto* button = new QToolButton(this);
     button->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     button->setIconSize({kIconSize, kIconSize});
+    button->setFixedSize(kIconSize, kIconSize);
     button->setAutoRaise(true);
     connect(button, &QToolButton::clicked, this, [this] { onEnd_(BalloonEnd::kClosed); });
     return button;

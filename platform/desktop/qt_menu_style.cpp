@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 #include <QStyleFactory>
+#include <algorithm>
 
 #include "platform/desktop/qt_canvas.h"
 #include "platform/desktop/qt_peer.h"
@@ -34,10 +35,8 @@ bool IsSelected(const QStyleOption& option) {
 
 }  // namespace
 
-QtMenuStyle::QtMenuStyle(MenuEvents& events, bool searchesByLetter)
-    : QProxyStyle(QStyleFactory::create(QApplication::style()->name())),
-      events_(&events),
-      searchesByLetter_(searchesByLetter) {}
+QtMenuStyle::QtMenuStyle(MenuEvents& events)
+    : QProxyStyle(QStyleFactory::create(QApplication::style()->name())), events_(&events) {}
 
 void QtMenuStyle::Attach(QAction& action, const TrackedItem& item) {
   action.setData(QVariant::fromValue(static_cast<const void*>(&item)));
@@ -53,9 +52,15 @@ void QtMenuStyle::MarkOwnerDrawn(QStyleOptionMenuItem& option, const QAction& ac
 
 QSize QtMenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                     const QSize& size, const QWidget* widget) const {
-  const TrackedItem* item = type == CT_MenuItem ? OwnerDrawnItem(option) : nullptr;
-  if (item == nullptr) return QProxyStyle::sizeFromContents(type, option, size, widget);
-  return Measure(*item);
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (type != CT_MenuItem || item == nullptr) {
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+  }
+  if (const TrackedItem* own = OwnerDrawnItem(option)) return Measure(*own);
+  QSize wanted = QProxyStyle::sizeFromContents(type, option, size, widget);
+  // The texts alone say how wide a menu is.
+  if (item->menuItemType == QStyleOptionMenuItem::Separator) wanted.setWidth(1);
+  return wanted;
 }
 
 QSize QtMenuStyle::Measure(const TrackedItem& item) const {
@@ -116,10 +121,21 @@ void QtMenuStyle::DrawArrow(const QStyleOption& option, QPainter& painter,
   proxy()->drawPrimitive(PE_IndicatorArrowRight, &arrow, &painter, widget);
 }
 
-int QtMenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                           QStyleHintReturn* returned) const {
-  if (hint == SH_Menu_KeyboardSearch) return searchesByLetter_ ? 1 : 0;
-  return QProxyStyle::styleHint(hint, option, widget, returned);
+// Owners fill their items with the system's menu colour; a shade of it around them would look odd.
+void QtMenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                QPainter* painter, const QWidget* widget) const {
+  if (element == PE_PanelMenu) {
+    painter->fillRect(option->rect, option->palette.window());
+  } else {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+// Owners fill their items to the edge; a frame that has no room of its own would be painted over.
+int QtMenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                             const QWidget* widget) const {
+  const int length = QProxyStyle::pixelMetric(metric, option, widget);
+  return metric == PM_MenuPanelWidth ? std::max(length, 1) : length;
 }
 
 }  // namespace platform

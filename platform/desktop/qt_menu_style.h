@@ -14,8 +14,7 @@ namespace platform {
 
 class QtMenuStyle final : public QProxyStyle {
  public:
-  // `searchesByLetter`: letters look for the texts that begin with them; else they are mnemonics.
-  QtMenuStyle(MenuEvents& events, bool searchesByLetter);
+  explicit QtMenuStyle(MenuEvents& events);
 
   // The owner is not asked any more.
   void Detach() { events_ = nullptr; }
@@ -29,8 +28,10 @@ class QtMenuStyle final : public QProxyStyle {
                          const QWidget* widget) const override;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override;
-  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                QStyleHintReturn* returned) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
 
  private:
   QSize Measure(const TrackedItem& item) const;
@@ -39,7 +40,6 @@ class QtMenuStyle final : public QProxyStyle {
   void DrawArrow(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
 
   MenuEvents* events_;
-  const bool searchesByLetter_;
   // Each item is measured once, and drawn as selected or not. The style's own functions are const.
   mutable std::map<const TrackedItem*, QSize> sizes_;
   mutable std::map<const TrackedItem*, bool> drawnSelected_;

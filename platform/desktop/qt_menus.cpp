@@ -1,5 +1,6 @@
 #include "platform/desktop/qt_menus.h"
 
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenu>
 #include <QPointer>
@@ -11,9 +12,13 @@
 namespace platform {
 namespace {
 
-bool HasMnemonic(const TrackedItem& item) {
-  return !QKeySequence::mnemonic(QString::fromStdWString(item.text)).isEmpty() ||
-         std::ranges::any_of(item.submenu, HasMnemonic);
+bool HasMnemonic(const QAction* action) {
+  return !QKeySequence::mnemonic(action->text()).isEmpty();
+}
+
+bool BeginsWith(const QAction* action, const QString& letter) {
+  return action->isEnabled() && !action->isSeparator() &&
+         action->text().startsWith(letter, Qt::CaseInsensitive);
 }
 
 class PopupMenu final : public QMenu {
@@ -44,6 +49,30 @@ class PopupMenu final : public QMenu {
     return addMenu(submenu);
   }
 
+  // In a menu without mnemonics a letter chooses the item that begins with it; of several it
+  // selects the next.
+  void keyPressEvent(QKeyEvent* event) override {
+    const QString letter = event->text();
+    const bool isLetter = letter.size() == 1 && letter[0].isLetterOrNumber();
+    if (!isLetter || std::ranges::any_of(actions(), HasMnemonic) || !ChooseByLetter(letter)) {
+      QMenu::keyPressEvent(event);
+    }
+  }
+
+  bool ChooseByLetter(const QString& letter) {
+    QList<QAction*> candidates = actions();
+    const auto others = std::ranges::remove_if(
+        candidates, [&](const QAction* each) { return !BeginsWith(each, letter); });
+    candidates.erase(others.begin(), others.end());
+    if (candidates.isEmpty()) return false;
+    const qsizetype current = candidates.indexOf(activeAction());
+    setActiveAction(candidates[(current + 1) % candidates.size()]);
+    if (candidates.size() > 1) return true;
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QMenu::keyPressEvent(&enter);
+    return true;
+  }
+
   void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
     QMenu::initStyleOption(option, action);
     const TrackedItem& item = QtMenuStyle::ItemOf(*action);
@@ -64,8 +93,7 @@ QPoint AlignedPlace(const TrackedMenu& menu, QSize size) {
 class QtShownMenu final : public ShownMenu {
  public:
   QtShownMenu(const TrackedMenu& menu, MenuEvents& events)
-      : style_(new QtMenuStyle(events, !std::ranges::any_of(menu.items, HasMnemonic))),
-        menu_(new PopupMenu(menu.items, *style_, nullptr)) {
+      : style_(new QtMenuStyle(events)), menu_(new PopupMenu(menu.items, *style_, nullptr)) {
     // The menus refer to their style until they are gone.
     QObject::connect(menu_, &QObject::destroyed, [style = style_] { delete style; });
     QObject::connect(menu_, &QMenu::triggered, &connections_, [&events](QAction* action) {
