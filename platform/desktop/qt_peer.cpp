@@ -32,21 +32,23 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-// Keeps the user's input from a top-level window and all that is in it.
+// Keeps the user's input from a top-level window and all that is in it. Watches each widget, since
+// the application's own filters work on the thread alone that used the toolkit first.
 class InputBlock final : public QObject {
  public:
-  explicit InputBlock(QWidget* window) : window_(window) { qApp->installEventFilter(this); }
+  explicit InputBlock(QWidget* window) {
+    window->installEventFilter(this);
+    for (QWidget* each : window->findChildren<QWidget*>()) {
+      if (each->window() == window) each->installEventFilter(this);
+    }
+  }
 
  private:
-  bool eventFilter(QObject* watched, QEvent* event) override {
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     if (!IsInput(event->type())) return false;
-    const auto* widget = qobject_cast<QWidget*>(watched);
-    if (widget == nullptr || widget->window() != window_) return false;
     event->ignore();
     return true;
   }
-
-  QPointer<QWidget> window_;
 };
 
 }  // namespace
@@ -80,6 +82,8 @@ QWidget* WidgetOf(WindowPeer* peer) {
 }
 
 QtPeerCore::QtPeerCore(QWidget* widget, WindowEvents& events) : widget_(widget), events_(events) {
+  // Said so, since a child of whose visibility nothing was said is shown with its parent.
+  widget->hide();
   widget->installEventFilter(this);
 }
 
@@ -126,13 +130,24 @@ void QtPeerCore::SetEnabled(bool enabled) {
   }
 }
 
+void QtPeerCore::Invalidate(const QRect& area) {
+  damaged_ += area;
+  widget_->update(area);
+}
+
 void QtPeerCore::PaintNow() {
   // Not from inside its own painting.
-  if (!widget_->paintingActive()) widget_->repaint();
+  if (!widget_->paintingActive()) widget_->repaint(damaged_);
 }
 
 bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
   switch (event->type()) {
+    case QEvent::Paint:
+      damaged_ = {};
+      return false;
+    case QEvent::Show:
+      damaged_ = widget_->rect();
+      return false;
     case QEvent::Close:
       event->ignore();
       events_.OnCloseRequested();
