@@ -38,6 +38,10 @@ std::optional<LRESULT> ComboBox::Answer(UINT message, WPARAM wParam, LPARAM lPar
     case WM_SIZE:
       SettleHeight(false);
       return 0;
+    case WM_SETFONT:
+      ::DefWindowProcW(Self().handle, message, wParam, lParam);
+      SettleHeight(false);
+      return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTCHARS | DLGC_WANTARROWS;
     case WM_SETTEXT:

@@ -188,68 +188,6 @@ using LPNMITEMACTIVATE = NMITEMACTIVATE*;
 #define LVN_DELETEALLITEMS (LVN_FIRST - 4)
 #define LVN_COLUMNCLICK (LVN_FIRST - 8)
 
-#define ListView_GetItemCount(list) (static_cast<int>(SNDMSG((list), LVM_GETITEMCOUNT, 0, 0)))
-#define ListView_DeleteItem(list, item) \
-  (static_cast<BOOL>(SNDMSG((list), LVM_DELETEITEM, static_cast<WPARAM>(item), 0)))
-#define ListView_DeleteAllItems(list) (static_cast<BOOL>(SNDMSG((list), LVM_DELETEALLITEMS, 0, 0)))
-#define ListView_GetNextItem(list, item, flags) \
-  (static_cast<int>(                            \
-      SNDMSG((list), LVM_GETNEXTITEM, static_cast<WPARAM>(item), MAKELPARAM((flags), 0))))
-#define ListView_EnsureVisible(list, item, partialOk) \
-  (static_cast<BOOL>(                                 \
-      SNDMSG((list), LVM_ENSUREVISIBLE, static_cast<WPARAM>(item), MAKELPARAM((partialOk), 0))))
-#define ListView_GetItem(list, item) \
-  (static_cast<BOOL>(SNDMSG((list), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item))))
-#define ListView_SetItem(list, item) \
-  (static_cast<BOOL>(SNDMSG((list), LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(item))))
-#define ListView_InsertItem(list, item) \
-  (static_cast<int>(SNDMSG((list), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(item))))
-#define ListView_InsertColumn(list, column, data)                                  \
-  (static_cast<int>(SNDMSG((list), LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), \
-                           reinterpret_cast<LPARAM>(data))))
-#define ListView_GetColumnWidth(list, column) \
-  (static_cast<int>(SNDMSG((list), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0)))
-#define ListView_SetColumnWidth(list, column, width) \
-  (static_cast<BOOL>(                                \
-      SNDMSG((list), LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM((width), 0))))
-#define ListView_SetExtendedListViewStyle(list, style) \
-  (static_cast<DWORD>(SNDMSG((list), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style))))
-#define ListView_SortItems(list, compare, parameter)                               \
-  (static_cast<BOOL>(SNDMSG((list), LVM_SORTITEMS, static_cast<WPARAM>(parameter), \
-                            reinterpret_cast<LPARAM>(compare))))
-#define ListView_GetItemState(list, item, mask) \
-  (static_cast<UINT>(                           \
-      SNDMSG((list), LVM_GETITEMSTATE, static_cast<WPARAM>(item), static_cast<LPARAM>(mask))))
-#define ListView_SetItemState(list, item, data, mask)           \
-  {                                                             \
-    LVITEMW listItem_{};                                        \
-    listItem_.stateMask = (mask);                               \
-    listItem_.state = (data);                                   \
-    SNDMSG((list), LVM_SETITEMSTATE, static_cast<WPARAM>(item), \
-           reinterpret_cast<LPARAM>(&listItem_));               \
-  }
-#define ListView_SetCheckState(list, item, check) \
-  ListView_SetItemState(list, item, INDEXTOSTATEIMAGEMASK((check) ? 2 : 1), LVIS_STATEIMAGEMASK)
-#define ListView_GetCheckState(list, item) \
-  ((ListView_GetItemState(list, item, LVIS_STATEIMAGEMASK) >> 12) - 1)
-#define ListView_SetItemText(list, item, subItem, newText)      \
-  {                                                             \
-    LVITEMW listItem_{};                                        \
-    listItem_.iSubItem = (subItem);                             \
-    listItem_.pszText = (newText);                              \
-    SNDMSG((list), LVM_SETITEMTEXTW, static_cast<WPARAM>(item), \
-           reinterpret_cast<LPARAM>(&listItem_));               \
-  }
-#define ListView_GetItemText(list, item, subItem, buffer, characters) \
-  {                                                                   \
-    LVITEMW listItem_{};                                              \
-    listItem_.iSubItem = (subItem);                                   \
-    listItem_.cchTextMax = (characters);                              \
-    listItem_.pszText = (buffer);                                     \
-    SNDMSG((list), LVM_GETITEMTEXTW, static_cast<WPARAM>(item),       \
-           reinterpret_cast<LPARAM>(&listItem_));                     \
-  }
-
 // --- up-downs ---
 #define UDS_SETBUDDYINT 0x0002u
 #define UDS_ALIGNRIGHT 0x0004u
@@ -306,3 +244,80 @@ struct NMDATETIMECHANGE {
 using LPNMDATETIMECHANGE = NMDATETIMECHANGE*;
 
 }  // extern "C"
+
+// Macros in the real header, with the same results.
+inline int ListView_GetItemCount(HWND list) {
+  return static_cast<int>(SNDMSG(list, LVM_GETITEMCOUNT, 0, 0));
+}
+inline BOOL ListView_DeleteItem(HWND list, int item) {
+  return static_cast<BOOL>(SNDMSG(list, LVM_DELETEITEM, static_cast<WPARAM>(item), 0));
+}
+inline BOOL ListView_DeleteAllItems(HWND list) {
+  return static_cast<BOOL>(SNDMSG(list, LVM_DELETEALLITEMS, 0, 0));
+}
+inline int ListView_GetNextItem(HWND list, int item, UINT flags) {
+  return static_cast<int>(
+      SNDMSG(list, LVM_GETNEXTITEM, static_cast<WPARAM>(item), MAKELPARAM(flags, 0)));
+}
+inline BOOL ListView_EnsureVisible(HWND list, int item, BOOL partialOk) {
+  return static_cast<BOOL>(
+      SNDMSG(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(item), MAKELPARAM(partialOk, 0)));
+}
+inline BOOL ListView_GetItem(HWND list, LVITEMW* item) {
+  return static_cast<BOOL>(SNDMSG(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item)));
+}
+inline BOOL ListView_SetItem(HWND list, const LVITEMW* item) {
+  return static_cast<BOOL>(SNDMSG(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(item)));
+}
+inline int ListView_InsertItem(HWND list, const LVITEMW* item) {
+  return static_cast<int>(SNDMSG(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(item)));
+}
+inline int ListView_InsertColumn(HWND list, int column, const LVCOLUMNW* data) {
+  return static_cast<int>(
+      SNDMSG(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(data)));
+}
+inline int ListView_GetColumnWidth(HWND list, int column) {
+  return static_cast<int>(SNDMSG(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+inline BOOL ListView_SetColumnWidth(HWND list, int column, int width) {
+  return static_cast<BOOL>(
+      SNDMSG(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0)));
+}
+inline DWORD ListView_SetExtendedListViewStyle(HWND list, DWORD style) {
+  return static_cast<DWORD>(
+      SNDMSG(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style)));
+}
+inline BOOL ListView_SortItems(HWND list, PFNLVCOMPARE compare, LPARAM parameter) {
+  return static_cast<BOOL>(SNDMSG(list, LVM_SORTITEMS, static_cast<WPARAM>(parameter),
+                                  reinterpret_cast<LPARAM>(compare)));
+}
+inline UINT ListView_GetItemState(HWND list, int item, UINT mask) {
+  return static_cast<UINT>(
+      SNDMSG(list, LVM_GETITEMSTATE, static_cast<WPARAM>(item), static_cast<LPARAM>(mask)));
+}
+inline void ListView_SetItemState(HWND list, int item, UINT state, UINT mask) {
+  LVITEMW data{};
+  data.stateMask = mask;
+  data.state = state;
+  SNDMSG(list, LVM_SETITEMSTATE, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&data));
+}
+inline void ListView_SetCheckState(HWND list, int item, BOOL check) {
+  const UINT image = INDEXTOSTATEIMAGEMASK(check != FALSE ? 2 : 1);
+  ListView_SetItemState(list, item, image, LVIS_STATEIMAGEMASK);
+}
+inline UINT ListView_GetCheckState(HWND list, int item) {
+  return (ListView_GetItemState(list, item, LVIS_STATEIMAGEMASK) >> 12) - 1;
+}
+inline void ListView_SetItemText(HWND list, int item, int subItem, LPWSTR text) {
+  LVITEMW data{};
+  data.iSubItem = subItem;
+  data.pszText = text;
+  SNDMSG(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&data));
+}
+inline void ListView_GetItemText(HWND list, int item, int subItem, LPWSTR text, int characters) {
+  LVITEMW data{};
+  data.iSubItem = subItem;
+  data.cchTextMax = characters;
+  data.pszText = text;
+  SNDMSG(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&data));
+}

@@ -1,0 +1,118 @@
+// Date pickers: what is set, what the user picks and the range it stays in.
+#include <QCalendarWidget>
+#include <QDateEdit>
+
+#include "platform/controls/control_test.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kPicked = "notify 1 -759";
+
+SYSTEMTIME Date(int year, int month, int day) {
+  SYSTEMTIME time{};
+  time.wYear = static_cast<WORD>(year);
+  time.wMonth = static_cast<WORD>(month);
+  time.wDay = static_cast<WORD>(day);
+  return time;
+}
+
+class DatePickerTest : public ControlTest {
+ protected:
+  DatePickerTest() { picker_ = Make(DATETIMEPICK_CLASS, DTS_RIGHTALIGN, L"", 120); }
+
+  LRESULT Set(const SYSTEMTIME& time) { return Send(picker_, DTM_SETSYSTEMTIME, GDT_VALID, &time); }
+  SYSTEMTIME Get() {
+    SYSTEMTIME time{};
+    EXPECT_EQ(Send(picker_, DTM_GETSYSTEMTIME, 0, &time), GDT_VALID);
+    EXPECT_EQ(Edit()->date(), QDate(time.wYear, time.wMonth, time.wDay));
+    return time;
+  }
+  void ExpectDate(int year, int month, int day) {
+    const SYSTEMTIME time = Get();
+    EXPECT_EQ(QDate(time.wYear, time.wMonth, time.wDay), QDate(year, month, day));
+  }
+  QDateEdit* Edit() const { return WidgetOf<QDateEdit>(picker_); }
+
+  HWND picker_ = nullptr;
+};
+
+TEST_F(DatePickerTest, ADateIsSetWithItsTimeAndTellsNobody) {
+  SYSTEMTIME time = Date(2024, 2, 29);
+  time.wHour = 13;
+  EXPECT_TRUE(Set(time));
+  const SYSTEMTIME got = Get();
+  EXPECT_EQ(got.wDay, 29);
+  EXPECT_EQ(got.wHour, 13);
+  EXPECT_EQ(got.wDayOfWeek, 4) << "a Thursday";
+  EXPECT_THAT(Told(), IsEmpty());
+}
+
+TEST_F(DatePickerTest, WhatIsNoDateIsRefused) {
+  Set(Date(2024, 5, 1));
+  EXPECT_FALSE(Set(Date(2023, 2, 29)));
+  EXPECT_FALSE(Set(Date(1600, 12, 31)));
+  EXPECT_FALSE(Set(Date(2024, 13, 1)));
+  const SYSTEMTIME time = Date(2024, 6, 1);
+  EXPECT_FALSE(Send(picker_, DTM_SETSYSTEMTIME, GDT_NONE, &time));
+  ExpectDate(2024, 5, 1);
+}
+
+TEST_F(DatePickerTest, WhatTheUserPicksIsToldLater) {
+  Set(Date(2024, 5, 15));
+  SYSTEMTIME heard{};
+  onNotify = [&](const NMHDR& header) -> LRESULT {
+    if (header.code == DTN_DATETIMECHANGE) {
+      heard = reinterpret_cast<const NMDATETIMECHANGE&>(header).st;
+    }
+    return 0;
+  };
+  Edit()->setSelectedSection(QDateTimeEdit::DaySection);
+  Press(picker_, Qt::Key_Up);
+  EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
+  EXPECT_THAT(Told(), ElementsAre(kPicked));
+  EXPECT_EQ(heard.wDay, 16);
+  ExpectDate(2024, 5, 16);
+}
+
+TEST_F(DatePickerTest, TheRangeBoundsWhatIsSetAndPicked) {
+  Set(Date(2024, 5, 15));
+  const SYSTEMTIME range[] = {Date(2024, 5, 1), Date(2024, 5, 15)};
+  EXPECT_TRUE(Send(picker_, DTM_SETRANGE, GDTR_MIN | GDTR_MAX, range));
+  EXPECT_FALSE(Set(Date(2024, 5, 16)));
+  Edit()->setSelectedSection(QDateTimeEdit::DaySection);
+  Press(picker_, Qt::Key_Up);
+  ExpectDate(2024, 5, 15);
+  SYSTEMTIME got[2];
+  EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN | GDTR_MAX});
+  EXPECT_EQ(got[0].wDay, 1);
+
+  const SYSTEMTIME later[] = {Date(2024, 6, 1), SYSTEMTIME{}};
+  EXPECT_TRUE(Send(picker_, DTM_SETRANGE, GDTR_MIN, later));
+  ExpectDate(2024, 6, 1);
+  EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN});
+}
+
+TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersWhenItDrops) {
+  onNotify = [&](const NMHDR& header) -> LRESULT {
+    constexpr LPARAM kStyle = MCS_WEEKNUMBERS | MCS_NOTODAY | MCS_NOTODAYCIRCLE;
+    if (header.code == DTN_DROPDOWN) Send(picker_, DTM_SETMCSTYLE, 0, kStyle);
+    return 0;
+  };
+  const QPoint arrow(Edit()->width() - 6, Edit()->height() / 2);
+  QTest::mouseClick(Edit(), Qt::LeftButton, {}, arrow);
+  QCalendarWidget* calendar = Edit()->calendarWidget();
+  ASSERT_TRUE(calendar->isVisible());
+  EXPECT_THAT(Told(), ElementsAre("notify 1 -754"));
+  EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::ISOWeekNumbers);
+  calendar->window()->hide();
+  EXPECT_THAT(Told(), ElementsAre("notify 1 -753"));
+}
+
+TEST_F(DatePickerTest, YearsHaveFourDigits) {
+  EXPECT_TRUE(Edit()->displayFormat().contains("yyyy")) << Edit()->displayFormat().toStdString();
+}
+
+}  // namespace

@@ -1,0 +1,114 @@
+// Up-downs: the arrows, the field beside them, and the parent's say.
+#include <QToolButton>
+
+#include "platform/controls/control_test.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class UpDownTest : public ControlTest {
+ protected:
+  static void ClickArrow(HWND upDown, Qt::ArrowType arrow) {
+    for (QToolButton* button : WidgetOf(upDown)->findChildren<QToolButton*>()) {
+      if (button->arrowType() == arrow) Click(button);
+    }
+    Settle();
+  }
+  static int Position(HWND upDown) { return static_cast<int>(Send(upDown, UDM_GETPOS32)); }
+};
+
+TEST_F(UpDownTest, StepsAreToldAndMayBeRefusedOrChanged) {
+  HWND upDown = Make(UPDOWN_CLASS, 0);
+  Send(upDown, UDM_SETRANGE32, 0, 10);
+  EXPECT_EQ(Send(upDown, UDM_SETPOS32, 0, 5), 0);
+  NMUPDOWN heard{};
+  LRESULT answer = 0;
+  int step = 0;
+  onNotify = [&](const NMHDR& header) {
+    heard = reinterpret_cast<const NMUPDOWN&>(header);
+    if (step != 0) const_cast<NMUPDOWN&>(reinterpret_cast<const NMUPDOWN&>(header)).iDelta = step;
+    return answer;
+  };
+  ClickArrow(upDown, Qt::UpArrow);
+  EXPECT_THAT(Told(), ElementsAre("notify 1 -722"));
+  EXPECT_EQ(heard.iPos, 5);
+  EXPECT_EQ(heard.iDelta, 1);
+  EXPECT_EQ(Position(upDown), 6);
+  answer = 1;
+  ClickArrow(upDown, Qt::DownArrow);
+  EXPECT_EQ(heard.iDelta, -1);
+  EXPECT_EQ(Position(upDown), 6) << "the parent refused";
+  answer = 0;
+  step = 3;
+  ClickArrow(upDown, Qt::UpArrow);
+  EXPECT_EQ(Position(upDown), 9);
+  ClickArrow(upDown, Qt::UpArrow);
+  EXPECT_EQ(Position(upDown), 10) << "the range ends here";
+}
+
+TEST_F(UpDownTest, UntilARangeIsSetTheUpperArrowDecreases) {
+  HWND upDown = Make(UPDOWN_CLASS, UDS_HORZ);
+  int low = 0;
+  int high = 1;
+  Send(upDown, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
+  EXPECT_EQ(low, 100);
+  EXPECT_EQ(high, 0);
+  int delta = 0;
+  onNotify = [&](const NMHDR& header) -> LRESULT {
+    delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
+    return 0;
+  };
+  ClickArrow(upDown, Qt::RightArrow);
+  EXPECT_EQ(delta, -1);
+  ClickArrow(upDown, Qt::LeftArrow);
+  EXPECT_EQ(delta, 1);
+}
+
+TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
+  HWND edit = Make(L"EDIT", ES_NUMBER, L"", 100);
+  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_SETBUDDYINT | UDS_ALIGNRIGHT |
+                                       UDS_ARROWKEYS | UDS_NOTHOUSANDS);
+  EXPECT_EQ(reinterpret_cast<HWND>(Send(upDown, UDM_GETBUDDY)), edit);
+  Send(upDown, UDM_SETRANGE32, 1, 5000);
+  Send(upDown, UDM_SETPOS32, 0, 1234);
+  EXPECT_EQ(TextOf(edit), L"1234");
+  Press(edit, Qt::Key_Up);
+  Settle();
+  EXPECT_EQ(TextOf(edit), L"1235");
+  ::SetWindowTextW(edit, L"20");
+  Press(edit, Qt::Key_Down);
+  Settle();
+  EXPECT_EQ(TextOf(edit), L"19") << "the number that was typed counts";
+  BOOL failed = TRUE;
+  EXPECT_EQ(Send(upDown, UDM_GETPOS32, 0, &failed), 19);
+  EXPECT_FALSE(failed);
+  ::SetWindowTextW(edit, L"9999");
+  Send(upDown, UDM_GETPOS32, 0, &failed);
+  EXPECT_TRUE(failed) << "out of the range";
+}
+
+TEST_F(UpDownTest, ItTakesItsPlaceFromTheFieldBesideIt) {
+  HWND edit = Make(L"EDIT", ES_NUMBER, L"", 100);
+  const int before = WidgetOf(edit)->geometry().right();
+  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_ALIGNRIGHT);
+  const QRect field = WidgetOf(edit)->geometry();
+  const QRect arrows = WidgetOf(upDown)->geometry();
+  EXPECT_EQ(arrows.right(), before);
+  EXPECT_LE(field.right(), arrows.left());
+  EXPECT_EQ(arrows.height(), field.height());
+}
+
+TEST_F(UpDownTest, ABuddyThatIsGoneIsNoBuddy) {
+  HWND edit = Make(L"EDIT", ES_NUMBER);
+  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_SETBUDDYINT);
+  ::DestroyWindow(edit);
+  Told();
+  Send(upDown, UDM_SETRANGE32, 0, 10);
+  Send(upDown, UDM_SETPOS32, 0, 3);
+  ClickArrow(upDown, Qt::UpArrow);
+  EXPECT_EQ(Position(upDown), 4);
+}
+
+}  // namespace
