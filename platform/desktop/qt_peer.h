@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRegion>
 #include <QWidget>
 #include <memory>
 
@@ -52,6 +53,7 @@ class QtPeerCore final : public QObject {
   void SetEnabled(bool enabled);
   void Focus();
   void Activate();
+  void Invalidate(const QRect& area);
   void PaintNow();
 
  private:
@@ -60,6 +62,8 @@ class QtPeerCore final : public QObject {
 
   QPointer<QWidget> widget_;
   WindowEvents& events_;
+  // Not painted yet.
+  QRegion damaged_;
   bool placing_ = false;
   std::unique_ptr<QObject> inputBlock_;
 };
@@ -78,7 +82,7 @@ class QtPeer : public Interface, public QtWidgetHolder {
   void SetFont(const LOGFONTW& font) override { Widget()->setFont(QtFont(font)); }
   void Focus() override { core_.Focus(); }
   void Activate() override { core_.Activate(); }
-  void Invalidate(const RECT& area) override { Widget()->update(QtRect(area)); }
+  void Invalidate(const RECT& area) override { core_.Invalidate(QtRect(area)); }
   void PaintNow() override { core_.PaintNow(); }
 
   QWidget* Widget() const override { return core_.Widget(); }

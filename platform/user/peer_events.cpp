@@ -23,12 +23,21 @@ void PeerEvents::OnCloseRequested() {
 }
 
 void PeerEvents::OnPlaceChanged(const RECT& place) {
-  const RECT before = window_.place;
+  // Moving and sizing come in pieces; the procedure hears of them together.
+  const bool isUnderWay = untold_.has_value();
+  if (!isUnderWay) untold_ = window_.place;
   window_.place = place;
-  window_.queue->Defer([handle = window_.handle, before] {
+  if (isUnderWay) return;
+  window_.queue->Defer([this, handle = window_.handle] {
     const auto window = Resolve<Window>(HandleKind::kWindow, handle);
-    if (window != nullptr) TellPlaceChange(*window, before);
+    if (window != nullptr) TellPlace();
   });
+}
+
+void PeerEvents::TellPlace() {
+  const RECT before = *untold_;
+  untold_.reset();
+  TellPlaceChange(window_, before);
 }
 
 void PeerEvents::OnActivationChanged(bool active) {

@@ -3,6 +3,8 @@
 // the window looked up again then.
 #pragma once
 
+#include <optional>
+
 #include "platform/user/window.h"
 
 namespace platform {
@@ -20,8 +22,11 @@ class PeerEvents final : public WindowEvents {
 
  private:
   void DeferMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void TellPlace();
 
   Window& window_;
+  // The place before the first change that the window's procedure has not been told of.
+  std::optional<RECT> untold_;
 };
 
 }  // namespace platform

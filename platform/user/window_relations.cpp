@@ -8,6 +8,7 @@ HWND MakeDesktopWindow() {
   // A queue that has ended refuses whatever is posted or sent to the window.
   window->queue = std::make_shared<ThreadQueue>(0);
   window->queue->End();
+  window->windowClass = std::make_shared<WindowClass>();
   window->procedure = ::DefWindowProcW;
   window->style = WS_POPUP | WS_VISIBLE;
   window->handle = static_cast<HWND>(Handles().Insert(HandleKind::kWindow, window));

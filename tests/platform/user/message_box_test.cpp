@@ -30,7 +30,7 @@ TEST(MessageBox, WithoutADesktopItFailsAndItsTextIsOnRecord) {
 
 TEST(MessageBox, UnknownTypesAndOwnersAreRefused) {
   platform::SimulatedMachine machine;
-  for (const UINT type : {0x2u, 0x50u, 0x00001000u}) {
+  for (const UINT type : {0x6u, 0x50u, 0x00001000u}) {
     EXPECT_EQ(::MessageBoxW(nullptr, L"", L"", type), 0) << type;
     EXPECT_EQ(::GetLastError(), ERROR_INVALID_MSGBOX_STYLE) << type;
   }

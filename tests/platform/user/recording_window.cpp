@@ -8,8 +8,32 @@ namespace {
 constexpr const wchar_t* kClassName = L"Recording";
 std::atomic<Recording*> current = nullptr;
 
-std::string NameOf(UINT message, WPARAM wParam) {
+std::string NameOf(UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto pair = std::to_string(static_cast<SHORT>(LOWORD(lParam))) + "," +
+                    std::to_string(static_cast<SHORT>(HIWORD(lParam)));
   switch (message) {
+    case WM_MOVE:
+      return "MOVE " + pair;
+    case WM_SIZE:
+      return "SIZE " + pair;
+    case WM_SHOWWINDOW:
+      return "SHOWWINDOW " + std::to_string(wParam);
+    case WM_ENABLE:
+      return "ENABLE " + std::to_string(wParam);
+    case WM_ACTIVATE:
+      return "ACTIVATE " + std::to_string(LOWORD(wParam));
+    case WM_CANCELMODE:
+      return "CANCELMODE";
+    case WM_SETFOCUS:
+      return "SETFOCUS";
+    case WM_KILLFOCUS:
+      return "KILLFOCUS";
+    case WM_CLOSE:
+      return "CLOSE";
+    case WM_PAINT:
+      return "PAINT";
+    case WM_ERASEBKGND:
+      return "ERASEBKGND";
     case WM_NCCREATE:
       return "NCCREATE";
     case WM_CREATE:
@@ -75,7 +99,7 @@ void Recording::Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
   const auto found =
       std::ranges::find(titles_, window, [](const auto& each) { return each.first; });
   const bool named = found != titles_.end() && !found->second.empty();
-  entries_.push_back((named ? found->second + ":" : "") + NameOf(message, wParam));
+  entries_.push_back((named ? found->second + ":" : "") + NameOf(message, wParam, lParam));
 }
 
 const Recording::Answer* Recording::FindAnswer(UINT message) const {

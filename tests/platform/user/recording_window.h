@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-// "NCCREATE", "CREATE", "DESTROY", "NCDESTROY", "TIMER 7", or the number of any other message,
-// each with the window's title before it when that is not empty: "child:DESTROY".
+// "NCCREATE", "MOVE 10,20", "TIMER 7" and so on, or the number of any other message, each with the
+// title that the window was made with before it when that is not empty: "child:DESTROY".
 class Recording {
  public:
   // Registers the class "Recording".
