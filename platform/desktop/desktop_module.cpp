@@ -1,6 +1,7 @@
 #include "platform/user/desktop_module.h"
 
 #include <QApplication>
+#include <cerrno>
 #include <clocale>
 #include <exception>
 #include <string>
@@ -52,8 +53,9 @@ class QtDesktop final : public DesktopModule {
   }
 
  private:
-  // Qt keeps references to these as long as the application lives.
-  std::string name_ = "desktop";
+  // Qt keeps references to these as long as the application lives. The program's name is what
+  // window managers know its windows by.
+  std::string name_ = program_invocation_short_name;
   char* arguments_[2] = {name_.data(), nullptr};
   int argumentCount_ = 1;
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);

@@ -37,6 +37,8 @@ bool AskDesktop(const std::function<void(DesktopModule&)>& question) {
 }
 
 SIZE ScreenSize() {
+  // A program may ask for the screen before it has a window.
+  JoinDesktop(CurrentQueue());
   SIZE size{};
   AskDesktop([&](DesktopModule& desktop) { size = desktop.Windows().ScreenSize(); });
   return size;
