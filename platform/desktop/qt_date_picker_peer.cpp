@@ -16,9 +16,15 @@ QDate QtDate(const PickedDate& date) {
   return {date.year, date.month, date.day};
 }
 
+// The plain locale "C" is American English, as everywhere in the layer.
+QLocale UserLocale() {
+  const QLocale system = QLocale::system();
+  return system.language() == QLocale::C ? QLocale("en_US") : system;
+}
+
 // The user's short format, with all digits of the year: two could not be edited.
 QString ShortFormat() {
-  QString format = QLocale::system().dateFormat(QLocale::ShortFormat);
+  QString format = UserLocale().dateFormat(QLocale::ShortFormat);
   if (!format.contains("yyyy")) format.replace("yy", "yyyy");
   return format;
 }
@@ -42,6 +48,7 @@ class QtDatePickerPeer final : public QtControlPeer<DatePickerPeer> {
   QtDatePickerPeer(QDateEdit* edit, const PeerOrigin& origin, DatePickerEvents& events)
       : QtControlPeer(edit, origin), edit_(edit), watch_(events) {
     edit->setFocusPolicy(FocusPolicyOf(origin.style));
+    edit->setLocale(UserLocale());
     edit->setDisplayFormat(ShortFormat());
     edit->setCalendarPopup(true);
     edit->calendarWidget()->installEventFilter(&watch_);

@@ -15,6 +15,7 @@
 namespace platform {
 namespace {
 
+constexpr int kRowSpace = 3;  // pixels, for the lines of the grid
 constexpr int kPadding = 12;  // pixels, on both sides of a text together
 
 // Draws the cells as the styles ask.
@@ -31,6 +32,9 @@ class CellPainter final : public QStyledItemDelegate {
     QStyledItemDelegate::initStyleOption(option, index);
     const bool hides = !showsSelectionAlways_ && !view_.hasFocus();
     if (hides || (!selectsFullRow && index.column() != 0)) option->state &= ~QStyle::State_Selected;
+  }
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kRowSpace);
   }
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
