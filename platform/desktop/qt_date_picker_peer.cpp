@@ -51,6 +51,8 @@ class QtDatePickerPeer final : public QtControlPeer<DatePickerPeer> {
     edit->setLocale(UserLocale());
     edit->setDisplayFormat(ShortFormat());
     edit->setCalendarPopup(true);
+    edit->calendarWidget()->setLocale(UserLocale());
+    edit->calendarWidget()->setFirstDayOfWeek(UserLocale().firstDayOfWeek());
     edit->calendarWidget()->installEventFilter(&watch_);
     SetCalendarStyle(0);
     QObject::connect(edit, &QDateEdit::dateChanged, Context(), [&events](QDate date) {
