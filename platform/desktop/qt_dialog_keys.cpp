@@ -1,36 +1,12 @@
 #include "platform/desktop/qt_dialog_keys.h"
 
-#include <QApplication>
+#include <QChildEvent>
+#include <QVariant>
 
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
 namespace {
-
-bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-      return true;
-    default:
-      return false;
-  }
-}
-
-// An event that is not accepted closes no window.
-bool IsKeptAway(QEvent& event) {
-  if (event.type() == QEvent::Close) event.ignore();
-  return event.type() == QEvent::Close || IsInput(event.type());
-}
 
 std::optional<DialogKey> PlainKey(int key) {
   switch (key) {
@@ -91,16 +67,21 @@ HWND HandleOf(const QWidget* widget) {
 
 QtDialogKeys::QtDialogKeys(QWidget& dialog, DialogEvents& events)
     : dialog_(dialog), events_(events) {
-  QCoreApplication::instance()->installEventFilter(this);
+  dialog.installEventFilter(this);
 }
 
 bool QtDialogKeys::eventFilter(QObject* watched, QEvent* event) {
+  // A new child is not yet a widget of its kind, but it can be watched.
+  if (event->type() == QEvent::ChildAdded) Watch(*static_cast<QChildEvent*>(event)->child());
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (widget == nullptr || widget->window() != &dialog_) return false;
-  if (blocked_) return IsKeptAway(*event);
   if (event->type() == QEvent::FocusIn) events_.OnFocusMoved(HandleOf(widget));
   if (event->type() != QEvent::KeyPress) return false;
   return OnKey(*widget, *static_cast<QKeyEvent*>(event));
+}
+
+void QtDialogKeys::Watch(QObject& child) {
+  if (child.isWidgetType()) child.installEventFilter(this);
 }
 
 // A key that nobody wanted comes once more for each widget around the one it was for.

@@ -1,5 +1,6 @@
-// Looks at the input of a dialog before its widgets do: keys that dialogs understand go to the
-// dialog's window, and a disabled dialog gets none at all. Lives on the window thread.
+// Looks at the keys of a dialog before its widgets do: those that dialogs understand go to the
+// dialog's window. Watches each widget, since the application's own filters work on the thread
+// alone that used the toolkit first. Lives on the window thread.
 #pragma once
 
 #include <QKeyEvent>
@@ -13,18 +14,16 @@ namespace platform {
 
 class QtDialogKeys final : public QObject {
  public:
-  // Both outlive the object.
+  // Both outlive the object; the dialog has no widgets in it yet.
   QtDialogKeys(QWidget& dialog, DialogEvents& events);
-
-  void SetBlocked(bool blocked) { blocked_ = blocked; }
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void Watch(QObject& child);
   bool OnKey(const QWidget& widget, const QKeyEvent& event);
 
   QWidget& dialog_;
   DialogEvents& events_;
-  bool blocked_ = false;
 };
 
 }  // namespace platform

@@ -15,7 +15,6 @@ class QtDialogPeer final : public QtPeer<DialogPeer> {
     Widget()->setFixedSize(QtRect(place).size());
     QtPeer::SetPlace(place);
   }
-  void SetEnabled(bool enabled) override { keys_.SetBlocked(!enabled); }
   void SetModal() override {
     if (Widget()->parentWidget() != nullptr) Widget()->setWindowModality(Qt::WindowModal);
   }

@@ -32,8 +32,6 @@ class DialogEvents {
   virtual void OnFocusMoved(HWND focus) = 0;
 };
 
-// Disabled, it takes no input and cannot be closed, but looks as before: the user is looking at it
-// behind the window that disabled it.
 class DialogPeer : public WindowPeer {
  public:
   // Keeps the owner from the user as long as the dialog is open. Before it is shown.

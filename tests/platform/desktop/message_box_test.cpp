@@ -5,14 +5,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTest>
 #include <atomic>
 #include <functional>
 #include <future>
+#include <map>
 #include <thread>
+#include <vector>
+
+#include "platform/kernel/locale_source.h"
 
 namespace {
 
@@ -30,8 +34,16 @@ using Driver = std::function<void(QMessageBox&)>;
 Driver driver;
 int tries = 0;
 
+QMessageBox* OpenBox() {
+  for (QWidget* each : QApplication::topLevelWidgets()) {
+    auto* box = qobject_cast<QMessageBox*>(each);
+    if (box != nullptr && box->isVisible()) return box;
+  }
+  return nullptr;
+}
+
 void CALLBACK Drive(HWND window, UINT, UINT_PTR id, DWORD) {
-  auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+  QMessageBox* box = OpenBox();
   if (box == nullptr && ++tries < kMostTries) return;
   ::KillTimer(window, id);
   if (box != nullptr) {
@@ -54,27 +66,82 @@ int Ask(UINT type, Driver drivenBy) {
   return answer;
 }
 
-Driver Click(QMessageBox::StandardButton button) {
-  return [button](QMessageBox& box) { QTest::mouseClick(box.button(button), Qt::LeftButton); };
+QAbstractButton* ButtonOf(const QMessageBox& box, int id) {
+  return box.findChild<QAbstractButton*>(QString::number(id));
+}
+
+Driver Click(int id) {
+  return [id](QMessageBox& box) { QTest::mouseClick(ButtonOf(box, id), Qt::LeftButton); };
 }
 
 Driver Press(Qt::Key key) {
   return [key](QMessageBox& box) { QTest::keyClick(&box, key); };
 }
 
-TEST(MessageBoxOnDesktop, TheButtonThatIsClickedIsTheAnswer) {
-  EXPECT_EQ(Ask(MB_OK, Click(QMessageBox::Ok)), IDOK);
-  EXPECT_EQ(Ask(MB_OKCANCEL, Click(QMessageBox::Ok)), IDOK);
-  EXPECT_EQ(Ask(MB_OKCANCEL, Click(QMessageBox::Cancel)), IDCANCEL);
-  EXPECT_EQ(Ask(MB_YESNO, Click(QMessageBox::Yes)), IDYES);
-  EXPECT_EQ(Ask(MB_YESNO, Click(QMessageBox::No)), IDNO);
+struct Set {
+  UINT type;
+  std::vector<int> buttons;
+};
+const std::vector<Set>& Sets() {
+  static const std::vector<Set> sets = {
+      {MB_OK, {IDOK}},
+      {MB_OKCANCEL, {IDOK, IDCANCEL}},
+      {MB_ABORTRETRYIGNORE, {IDABORT, IDRETRY, IDIGNORE}},
+      {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
+      {MB_YESNO, {IDYES, IDNO}},
+      {MB_RETRYCANCEL, {IDRETRY, IDCANCEL}},
+  };
+  return sets;
 }
 
-TEST(MessageBoxOnDesktop, KeysAnswerToo) {
-  EXPECT_EQ(Ask(MB_OK, Press(Qt::Key_Return)), IDOK);
-  EXPECT_EQ(Ask(MB_OK, Press(Qt::Key_Escape)), IDOK);
-  EXPECT_EQ(Ask(MB_OKCANCEL, Press(Qt::Key_Escape)), IDCANCEL);
-  EXPECT_EQ(Ask(MB_YESNO, Press(Qt::Key_Return)), IDYES);
+TEST(MessageBoxOnDesktop, TheButtonThatIsClickedIsTheAnswer) {
+  for (const Set& set : Sets()) {
+    for (const int id : set.buttons)
+      EXPECT_EQ(Ask(set.type, Click(id)), id) << "type " << set.type;
+  }
+}
+
+TEST(MessageBoxOnDesktop, ItHasTheButtonsOfItsTypeFromLeftToRight) {
+  for (const Set& set : Sets()) {
+    std::map<int, int> idByPlace;
+    Ask(set.type, [&](QMessageBox& box) {
+      for (QAbstractButton* button : box.buttons())
+        idByPlace[button->mapToGlobal(QPoint()).x()] = button->objectName().toInt();
+      QTest::mouseClick(ButtonOf(box, set.buttons.front()), Qt::LeftButton);
+    });
+    std::vector<int> shown;
+    for (const auto& [place, id] : idByPlace)
+      shown.push_back(id);
+    EXPECT_EQ(shown, set.buttons) << "type " << set.type;
+  }
+}
+
+TEST(MessageBoxOnDesktop, EnterPressesTheDefaultButton) {
+  for (const Set& set : Sets()) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      const int expected = set.buttons[i < set.buttons.size() ? i : 0];
+      const UINT type = set.type | static_cast<UINT>(i * MB_DEFBUTTON2);
+      EXPECT_EQ(Ask(type, Press(Qt::Key_Return)), expected) << "type " << type;
+    }
+  }
+}
+
+TEST(MessageBoxOnDesktop, EscapeAndTheCloseBoxCancelWhereThatIsPossible) {
+  const Driver close = [](QMessageBox& box) { box.close(); };
+  for (const Driver& leave : {Press(Qt::Key_Escape), close}) {
+    EXPECT_EQ(Ask(MB_OK, leave), IDOK);
+    EXPECT_EQ(Ask(MB_OKCANCEL, leave), IDCANCEL);
+    EXPECT_EQ(Ask(MB_YESNOCANCEL, leave), IDCANCEL);
+    EXPECT_EQ(Ask(MB_RETRYCANCEL, leave), IDCANCEL);
+    bool stays = false;
+    const Driver tryToLeave = [&](QMessageBox& box) {
+      leave(box);
+      stays = box.isVisible();
+      QTest::mouseClick(ButtonOf(box, IDNO), Qt::LeftButton);
+    };
+    EXPECT_EQ(Ask(MB_YESNO, tryToLeave), IDNO);
+    EXPECT_TRUE(stays);
+  }
 }
 
 TEST(MessageBoxOnDesktop, ItShowsWhatItWasGiven) {
@@ -91,7 +158,50 @@ TEST(MessageBoxOnDesktop, ItShowsWhatItWasGiven) {
   Ask(MB_OK | MB_ICONERROR, icon(QMessageBox::Critical));
   Ask(MB_OK | MB_ICONQUESTION, icon(QMessageBox::Question));
   Ask(MB_OK | MB_ICONEXCLAMATION, icon(QMessageBox::Warning));
-  Ask(MB_OK | MB_ICONINFORMATION, icon(QMessageBox::Information));
+  Ask(MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND | MB_TOPMOST, icon(QMessageBox::Information));
+}
+
+TEST(MessageBoxOnDesktop, ButtonsSpeakTheUsersLanguage) {
+  const auto captions = [](UINT type) {
+    QStringList texts;
+    Ask(type, [&](QMessageBox& box) {
+      for (const QAbstractButton* button : box.buttons())
+        texts << button->text();
+      box.buttons().first()->click();
+    });
+    texts.sort();
+    return texts;
+  };
+  EXPECT_EQ(captions(MB_YESNOCANCEL), QStringList({"&No", "&Yes", "Cancel"}));
+  const LANGID swedish = MAKELANGID(LANG_SWEDISH, SUBLANG_DEFAULT);
+  platform::SetLocaleChoice(platform::LocaleChoice{swedish, 0});
+  EXPECT_EQ(captions(MB_YESNOCANCEL), QStringList({"&Ja", "&Nej", "Avbryt"}));
+  platform::SetLocaleChoice(std::nullopt);
+}
+
+TEST(MessageBoxOnDesktop, AnUnknownTypeFails) {
+  EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", 0x6), 0);
+  EXPECT_EQ(::GetLastError(), ERROR_INVALID_MSGBOX_STYLE);
+  EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", MB_OK | 0x4000), 0);
+}
+
+TEST(MessageBoxOnDesktop, TheOwnerIsDisabledMeanwhile) {
+  BOOL enabled = TRUE;
+  BOOL enabledAfter = FALSE;
+  std::thread([&] {
+    const HWND owner = ::CreateWindowExW(0, L"Static", L"Owner", WS_POPUP | WS_VISIBLE, 0, 0, 100,
+                                         100, nullptr, nullptr, nullptr, nullptr);
+    driver = [&](QMessageBox& box) {
+      enabled = ::IsWindowEnabled(owner);
+      box.buttons().first()->click();
+    };
+    ::SetTimer(nullptr, 0, kInterval, Drive);
+    ::MessageBoxW(owner, L"Text", L"Caption", MB_OK);
+    enabledAfter = ::IsWindowEnabled(owner);
+    ::DestroyWindow(owner);
+  }).join();
+  EXPECT_FALSE(enabled);
+  EXPECT_TRUE(enabledAfter);
 }
 
 TEST(MessageBoxOnDesktop, QuittingClosesItAndIsPassedOn) {
@@ -113,7 +223,7 @@ std::atomic<DWORD> drivenOn = 0;
 TEST(MessageBoxOnDesktop, ABoxOfAnotherThreadOpensOnTheWindowThread) {
   driver = [](QMessageBox& box) {
     drivenOn = ::GetCurrentThreadId();
-    QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton);
+    QTest::mouseClick(ButtonOf(box, IDNO), Qt::LeftButton);
   };
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
