@@ -27,6 +27,12 @@ void KeepThreadRecord() {
   keepers.push_back(new QObject);
 }
 
+// Qt's loop over GLib's stays with the thread that ran it first: on X11 the windows of a thread
+// that joins the desktop later are not painted. Qt's own loop has no such trouble.
+bool ForgoGlib() {
+  return ::qputenv("QT_NO_GLIB", "1");
+}
+
 class QtDesktop final : public DesktopModule {
  public:
   QtDesktop() {
@@ -59,6 +65,7 @@ class QtDesktop final : public DesktopModule {
   char* arguments_[2] = {name_.data(), nullptr};
   int argumentCount_ = 1;
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
+  [[maybe_unused]] const bool withoutGlib_ = ForgoGlib();
   QApplication application_{argumentCount_, arguments_};
   QtEventLoop loop_;
   QtGraphics graphics_;
