@@ -2,12 +2,23 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
 namespace platform {
+namespace {
+
+// A name of this character and another means the resource of the other's number.
+constexpr wchar_t kNumberFollows = 0xFFFF;
+
+LPCWSTR ResourceName(const wchar_t* name) {
+  return name[0] == kNumberFollows ? MAKEINTRESOURCEW(name[1]) : name;
+}
+
+}  // namespace
 
 std::unique_ptr<WindowPeer> StaticControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
   return Desktop().Controls().MakeStatic(Origin(parent), *this);
@@ -19,6 +30,12 @@ std::optional<LRESULT> StaticControl::Answer(UINT message, WPARAM wParam, LPARAM
       if (IsSupported()) return std::nullopt;
       LogLine("Static: this style is not supported");
       return FALSE;
+    case WM_CREATE:
+      if (ShowsImage()) LoadNamedImage(*reinterpret_cast<const CREATESTRUCTW*>(lParam));
+      return 0;
+    case WM_DESTROY:
+      if (ownBitmap_ != nullptr) ::DeleteObject(std::exchange(ownBitmap_, nullptr));
+      return 0;
     case WM_GETDLGCODE:
       return DLGC_STATIC;
     case STM_SETICON:
@@ -42,11 +59,25 @@ bool StaticControl::IsSupported() const {
   return std::ranges::find(kKinds, Kind()) != kKinds.end();
 }
 
+void StaticControl::LoadNamedImage(const CREATESTRUCTW& creation) {
+  Self().text.clear();
+  if (creation.lpszName == nullptr || creation.lpszName[0] == L'\0') return;
+  const LPCWSTR name = ResourceName(creation.lpszName);
+  if (Kind() == SS_ICON) {
+    SetImage(IMAGE_ICON, ::LoadIconW(creation.hInstance, name));
+  } else {
+    HBITMAP loaded = ::LoadBitmapW(creation.hInstance, name);
+    SetImage(IMAGE_BITMAP, loaded);
+    ownBitmap_ = loaded;
+  }
+}
+
 LRESULT StaticControl::SetImage(int type, void* image) {
   const bool isIcon = type == IMAGE_ICON && Kind() == SS_ICON;
   if (!isIcon && !(type == IMAGE_BITMAP && Kind() == SS_BITMAP)) return 0;
   const auto before = reinterpret_cast<LRESULT>(image_);
   image_ = image;
+  ownBitmap_ = nullptr;
   if (isIcon) {
     ShowIcon(static_cast<HICON>(image));
   } else {

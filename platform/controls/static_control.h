@@ -21,6 +21,9 @@ class StaticControl final : public BasicControl, private StaticEvents {
   StaticPeer* Peer() const { return static_cast<StaticPeer*>(Self().peer.get()); }
   DWORD Kind() const { return Self().style & SS_TYPEMASK; }
   bool IsSupported() const;
+  bool ShowsImage() const { return Kind() == SS_ICON || Kind() == SS_BITMAP; }
+  // The image that the window's name stands for, as documented for these types.
+  void LoadNamedImage(const CREATESTRUCTW& creation);
   // The handle that was shown before; 0 when the control does not show that kind.
   LRESULT SetImage(int type, void* image);
   void ShowIcon(HICON icon);
@@ -29,6 +32,8 @@ class StaticControl final : public BasicControl, private StaticEvents {
   void TakeSize(int width, int height);
 
   void* image_ = nullptr;
+  // A bitmap that was loaded here and that nobody has taken over by setting another.
+  HBITMAP ownBitmap_ = nullptr;
 };
 
 }  // namespace platform

@@ -42,7 +42,7 @@ HWND ControlTest::Make(const wchar_t* className, DWORD style, const wchar_t* tex
   const bool isLabel = std::wstring_view(className) == L"STATIC";
   const DWORD all = WS_CHILD | WS_VISIBLE | (isLabel ? 0u : WS_TABSTOP) | style;
   HWND made = ::CreateWindowExW(0, className, text, all, 10, bottom_, width, height, parent_,
-                                number, nullptr, nullptr);
+                                number, ::GetModuleHandleW(nullptr), nullptr);
   bottom_ += height;
   return made;
 }

@@ -2,6 +2,7 @@
 #include <QLabel>
 
 #include "platform/controls/control_test.h"
+#include "platform/gdi/resource_fixture.h"
 
 namespace {
 
@@ -89,6 +90,37 @@ TEST_F(StaticTest, ImagesOfAnotherKindAreRefused) {
   HWND picture = Make(L"STATIC", SS_BITMAP);
   EXPECT_EQ(Send(picture, STM_SETIMAGE, IMAGE_ICON, icon), 0);
   EXPECT_EQ(Send(picture, STM_GETIMAGE, IMAGE_ICON), 0);
+}
+
+// The picture's size is the control's, unless that is given.
+TEST_F(StaticTest, ImagesAreShownInTheirSize) {
+  RegisterImageResources();
+  const HICON icon = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconPng));
+  ASSERT_NE(icon, nullptr);
+  HWND shown = Make(L"STATIC", SS_ICON);
+  EXPECT_EQ(Send(shown, STM_SETICON, reinterpret_cast<WPARAM>(icon)), 0);
+  EXPECT_EQ(reinterpret_cast<HICON>(Send(shown, STM_GETICON)), icon);
+  EXPECT_FALSE(WidgetOf<QLabel>(shown)->pixmap(Qt::ReturnByValue).isNull());
+  RECT place{};
+  ::GetWindowRect(shown, &place);
+  EXPECT_EQ(place.right - place.left, WidgetOf(shown)->width());
+  EXPECT_LT(WidgetOf(shown)->width(), 100);
+  EXPECT_EQ(reinterpret_cast<HICON>(Send(shown, STM_SETICON, 0)), icon);
+  EXPECT_TRUE(WidgetOf<QLabel>(shown)->pixmap(Qt::ReturnByValue).isNull());
+}
+
+TEST_F(StaticTest, AnImageIsLoadedByTheNumberInItsName) {
+  RegisterImageResources();
+  const wchar_t name[] = {0xFFFF, kBitmap24, 0};
+  for (const DWORD sizing : {0u, SS_REALSIZECONTROL}) {
+    HWND shown = Make(L"STATIC", SS_BITMAP | sizing, name);
+    const QPixmap picture = WidgetOf<QLabel>(shown)->pixmap(Qt::ReturnByValue);
+    EXPECT_EQ(picture.size(), QSize(2, 2));
+    EXPECT_EQ(picture.toImage().pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_EQ(WidgetOf(shown)->width(), sizing == 0 ? 2 : 200);
+    EXPECT_EQ(TextOf(shown), L"");
+    EXPECT_NE(Send(shown, STM_GETIMAGE, IMAGE_BITMAP), 0);
+  }
 }
 
 TEST_F(StaticTest, OtherKindsAreNotMade) {
