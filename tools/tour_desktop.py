@@ -43,7 +43,7 @@ panel_padding = 8 0 10
 panel_layer = top
 wm_menu = 0
 systray_padding = 4 6 6
-systray_icon_size = 22
+systray_icon_size = 24
 systray_monitor = 1
 time1_format = %H:%M
 time1_font = DejaVu Sans 10
@@ -185,6 +185,11 @@ class Desktop:
         output("xdotool", "mousemove", str(x), str(y))
         time.sleep(0.2)
         output("xdotool", "click", "--repeat", str(times), "--delay", "80", str(button))
+
+    @staticmethod
+    def rest_pointer():
+        """Where it covers nothing."""
+        output("xdotool", "mousemove", "40", "400")
 
     def keys(self, *names):
         for name in names:

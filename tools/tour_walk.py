@@ -77,9 +77,7 @@ class Walk:
     # Users of the program's own: logging on, and a limit that is reached.
 
     def own_logon_system(self):
-        self.service.start()
-        self.desktop.wait("the icon in the notification area", self.desktop.tray_icon)
-        time.sleep(2)
+        self.start_service()
         self.album.add("icon", "The icon in the notification area",
                        "Nobody has logged on, so the gate is shut.")
         self.check_gate(opened=False)
@@ -143,6 +141,7 @@ class Walk:
     def administrator(self):
         title = self.texts[1041]
         self.desktop.click_tray(1, times=2)
+        self.desktop.rest_pointer()
         self.desktop.await_window(title)
         self.desktop.type("b")
         self.enter_password(PASSWORDS["bo"])
@@ -155,6 +154,7 @@ class Walk:
         self.desktop.await_menus(2)
         self.album.add("menu-help", "The help menu", "Opened from the menu of the icon.")
         self.desktop.keys("Down", "Return")
+        self.desktop.rest_pointer()
         self.desktop.await_window(self.texts[1106])
         self.album.add("about", "About the program", "Name and version.")
         self.desktop.keys("Return")
@@ -164,8 +164,7 @@ class Walk:
 
     def override(self):
         self.service.sql("UPDATE Settings SET Value = 'NONE' WHERE Key = '845';")
-        self.service.start()
-        self.desktop.await_balloon()
+        self.start_service()
         self.menu("menu-shared", "The menu where nobody logs on",
                   "One set of restrictions for everybody; a password lifts them.")
         self.choose(1)
@@ -188,14 +187,18 @@ class Walk:
 
     def windows_logon_system(self):
         self.service.sql("UPDATE Settings SET Value = 'WINDOWS' WHERE Key = '845';")
-        self.service.start()
-        self.desktop.await_balloon()
+        self.start_service()
         self.check_gate(opened=True)
         self.menu("menu-session-user", "The menu of the session's user",
                   "Who is logged on to the computer needs no second logon.")
         self.dismiss_menu()
 
     # Hands.
+
+    def start_service(self):
+        self.service.start()
+        self.desktop.wait("the icon in the notification area", self.desktop.tray_icon)
+        time.sleep(2)  # the first decision about the gate
 
     def open_menu(self):
         self.desktop.click_tray(3)
@@ -208,10 +211,12 @@ class Walk:
     def choose(self, position):
         """The item of the open menu at this position; separators do not count."""
         self.desktop.keys(*["Down"] * (position + 1), "Return")
+        self.desktop.rest_pointer()
         self.desktop.await_menus(0)
 
     def dismiss_menu(self):
         self.desktop.keys("Escape")
+        self.desktop.rest_pointer()
         self.desktop.await_menus(0)
 
     def enter_password(self, password):
