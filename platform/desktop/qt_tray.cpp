@@ -1,9 +1,21 @@
 #include "platform/desktop/qt_tray.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
 
 namespace platform {
+namespace {
+
+// Asking makes the toolkit look out for the area; on X11 its wish to hear of the area's end is sent
+// with the next question only.
+bool IsAreaThere() {
+  const bool isThere = QSystemTrayIcon::isSystemTrayAvailable();
+  QCursor::pos();
+  return isThere;
+}
+
+}  // namespace
 
 QtTray::QtTray() {
   areaChange_.setSingleShot(true);
@@ -13,8 +25,7 @@ QtTray::QtTray() {
 
 bool QtTray::Open(TrayEvents& events) {
   events_ = &events;
-  // Asking first makes the toolkit look out for the area.
-  const bool isThere = QSystemTrayIcon::isSystemTrayAvailable();
+  const bool isThere = IsAreaThere();
   WatchArea();
   return isThere;
 }
@@ -34,7 +45,7 @@ void QtTray::WatchArea() {
 // would find them twice.
 void QtTray::OnAreaChanged() {
   icons_.clear();
-  events_->OnAreaChanged(QSystemTrayIcon::isSystemTrayAvailable());
+  events_->OnAreaChanged(IsAreaThere());
 }
 
 QtTrayIcon* QtTray::Find(const TrayIconKey& key) const {
