@@ -1,0 +1,79 @@
+// Opens the connection sheet thousands of times: neither handles, files nor memory may grow.
+#include <windows.h>
+
+#include <prsht.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "connection_test.h"
+#include "platform/kernel/handle_table.h"
+
+namespace quillgate {
+namespace {
+
+constexpr int kRounds = 10000;
+constexpr int kRoundsBefore = 100;
+// As many rounds as fit, on a slow machine fewer.
+constexpr std::chrono::seconds kLimit{40};
+constexpr int kFewestRounds = 300;
+constexpr std::size_t kMostGrowth = 4u << 20;  // bytes; what a round leaves would be a multiple
+constexpr UINT kTimerMilliseconds = 10;
+
+std::size_t OpenFiles() {
+  return static_cast<std::size_t>(
+      std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
+// Pages that the process really holds.
+std::size_t ResidentBytes() {
+  std::size_t total = 0;
+  std::size_t resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident * 4096;
+}
+
+// Presses Close as soon as the sheet is there.
+void CALLBACK CloseSheet(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
+  const HWND sheet = ::GetActiveWindow();
+  if (sheet == nullptr) return;
+  ::KillTimer(nullptr, timer);
+  PropSheet_PressButton(sheet, PSBTN_CANCEL);
+}
+
+class ConnectionGrowthTest : public ConnectionTest {
+ protected:
+  void OpenAndClose() {
+    ::SetTimer(nullptr, 0, kTimerMilliseconds, CloseSheet);
+    machine_.Time().Advance(std::chrono::milliseconds(kTimerMilliseconds));
+    sheet_.Open(*session_);
+    // What a service's loop does between two openings.
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+      ::DispatchMessageW(&message);
+  }
+};
+
+TEST_F(ConnectionGrowthTest, TenThousandOpeningsLeaveNothingBehind) {
+  logon_.LogOn({});
+  for (int round = 0; round < kRoundsBefore; ++round)
+    OpenAndClose();
+  const std::size_t handles = platform::Handles().Count();
+  const std::size_t files = OpenFiles();
+  const std::size_t memory = ResidentBytes();
+  const auto start = std::chrono::steady_clock::now();
+  int round = 0;
+  while (round < kRounds && std::chrono::steady_clock::now() - start < kLimit) {
+    OpenAndClose();
+    ++round;
+  }
+  RecordProperty("rounds", round);
+  EXPECT_GE(round, kFewestRounds);
+  EXPECT_EQ(platform::Handles().Count(), handles);
+  EXPECT_EQ(OpenFiles(), files);
+  EXPECT_LT(ResidentBytes(), memory + kMostGrowth) << "in " << round << " rounds";
+}
+
+}  // namespace
+}  // namespace quillgate
