@@ -62,6 +62,10 @@ void MoveActivation(HWND window) {
 void SettleFocus(HWND window) {
   const bool lost = state.focus == window && state.reportedFocus != window;
   const bool gained = state.focus != window && state.reportedFocus == window;
+  const auto found = gained ? Find(window) : nullptr;
+  const auto top = found != nullptr ? TopLevelOf(found) : nullptr;
+  // A hidden window may have been made the active one, of which the desktop knows nothing.
+  if (top != nullptr && state.reportedActive == top->handle) MoveActivation(top->handle);
   if (lost || gained) MoveFocus(state.reportedFocus);
 }
 

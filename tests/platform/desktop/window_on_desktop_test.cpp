@@ -101,6 +101,38 @@ TEST_F(WindowOnDesktop, ClicksReachTheParentOfAButtonUnlessItIsDisabled) {
   });
 }
 
+TEST_F(WindowOnDesktop, WhatTheUserDoesArrivesWhateverMessageIsWaitedFor) {
+  OnWindowThread([this] {
+    const HWND window = Create(L"", kPlace, WS_VISIBLE);
+    const HWND other = Create(L"", kPlace, 0);
+    const HWND button = ::CreateWindowExW(0, L"Button", L"Go", WS_CHILD | WS_VISIBLE, 10, 10, 80,
+                                          24, window, nullptr, nullptr, nullptr);
+    QTest::mouseClick(WidgetOf(button), Qt::LeftButton);
+    MSG message{};
+    EXPECT_FALSE(::PeekMessageW(&message, other, WM_APP, WM_APP, PM_REMOVE));
+    EXPECT_EQ(CountOf(WM_COMMAND), 1);
+    ::PostMessageW(other, WM_APP, 0, 0);
+    QTest::mouseClick(WidgetOf(button), Qt::LeftButton);
+    EXPECT_TRUE(::GetMessageW(&message, other, WM_APP, WM_APP));
+    EXPECT_EQ(CountOf(WM_COMMAND), 2);
+  });
+}
+
+TEST_F(WindowOnDesktop, AHiddenWindowInFrontGivesWayToTheOneTheUserIsIn) {
+  OnWindowThread([] {
+    const HWND hidden = Create(L"", kPlace, 0);
+    const HWND window = Create(L"", kPlace, WS_VISIBLE);
+    const HWND child = Create(L"", kChildPlace, WS_CHILD | WS_VISIBLE, window);
+    Pump([&] { return QApplication::activeWindow() == WidgetOf(window); });
+    PumpAll();
+    EXPECT_TRUE(::SetForegroundWindow(hidden));
+    EXPECT_EQ(::GetActiveWindow(), hidden);
+    WidgetOf(child)->setFocus();
+    Pump([&] { return ::GetFocus() == child; });
+    EXPECT_EQ(::GetActiveWindow(), window);
+  });
+}
+
 TEST_F(WindowOnDesktop, TheKeyboardIsWhereTheUserAndTheProgramPutIt) {
   OnWindowThread([this] {
     const HWND window = Create(L"", kPlace, WS_VISIBLE);
