@@ -83,8 +83,8 @@ EditSelection EditControl::Current() const {
 
 LRESULT EditControl::Selection(DWORD* start, DWORD* end) const {
   const EditSelection now = Current();
-  const auto [low, high] =
-      std::minmax(static_cast<DWORD>(now.anchor), static_cast<DWORD>(now.caret));
+  const auto low = static_cast<DWORD>(std::min(now.anchor, now.caret));
+  const auto high = static_cast<DWORD>(std::max(now.anchor, now.caret));
   if (start != nullptr) *start = low;
   if (end != nullptr) *end = high;
   return high > kMostInResult ? -1 : MAKELONG(low, high);
