@@ -103,6 +103,8 @@ LRESULT ButtonControl::DialogCode() const {
 void ButtonControl::SetCheck(bool checked) {
   if (!HasCheck()) return;
   checked_ = checked;
+  // Tab comes to the radio button of a group that is chosen.
+  if (IsRadio()) Self().style = (Self().style & ~WS_TABSTOP) | (checked ? WS_TABSTOP : 0);
   if (Peer() != nullptr) Peer()->SetChecked(checked);
 }
 

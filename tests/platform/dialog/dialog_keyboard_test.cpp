@@ -88,6 +88,20 @@ TEST_F(DialogKeyboard, TabGoesRoundInTheOrderOfTheTemplate) {
   EXPECT_EQ(result, IDCANCEL);
 }
 
+TEST_F(DialogKeyboard, TabComesToTheChosenButtonOfAGroup) {
+  dialog_.On(WM_INITDIALOG, [](HWND window, WPARAM, LPARAM) -> INT_PTR {
+    return ::CheckRadioButton(window, kFirstKind, kThirdKind, kSecondKind);
+  });
+  Run([](DesktopScript& user, QWidget*) {
+    AwaitFocus(user, kName);
+    for (const int id : {kSecondKind, kCheck}) {
+      user.Key(Qt::Key_Tab);
+      AwaitFocus(user, id);
+    }
+    user.Key(Qt::Key_Escape);
+  });
+}
+
 TEST_F(DialogKeyboard, AFieldThatTabComesToIsSelectedWhole) {
   QString selected;
   Run([&](DesktopScript& user, QWidget* window) {
