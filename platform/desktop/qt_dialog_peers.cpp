@@ -1,6 +1,7 @@
 #include "platform/desktop/qt_dialog_peers.h"
 
 #include "platform/desktop/qt_dialog_keys.h"
+#include "platform/desktop/qt_painted_widget.h"
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
@@ -8,8 +9,13 @@ namespace {
 
 class QtDialogPeer final : public QtPeer<DialogPeer> {
  public:
-  QtDialogPeer(QWidget* widget, WindowEvents& events, DialogEvents& dialogEvents)
+  QtDialogPeer(QtPaintedWidget* widget, WindowEvents& events, DialogEvents& dialogEvents)
       : QtPeer(widget, events), keys_(*widget, dialogEvents) {}
+  ~QtDialogPeer() override {
+    if (Widget() != nullptr) static_cast<QtPaintedWidget*>(Widget())->Forget();
+  }
+  QtDialogPeer(const QtDialogPeer&) = delete;
+  QtDialogPeer& operator=(const QtDialogPeer&) = delete;
 
   void SetPlace(const RECT& place) override {
     Widget()->setFixedSize(QtRect(place).size());
@@ -36,7 +42,7 @@ constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
 std::unique_ptr<DialogPeer> QtDialogPeers::MakeDialog(WindowEvents& events,
                                                       DialogEvents& dialogEvents,
                                                       WindowPeer* owner) {
-  auto* widget = new QWidget(WidgetOf(owner), kDialogFlags);
+  auto* widget = new QtPaintedWidget(WidgetOf(owner), kDialogFlags, events);
   return std::make_unique<QtDialogPeer>(widget, events, dialogEvents);
 }
 

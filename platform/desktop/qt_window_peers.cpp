@@ -2,42 +2,20 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QScreen>
 
-#include "platform/desktop/qt_canvas.h"
+#include "platform/desktop/qt_painted_widget.h"
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
 namespace {
 
-// Painted by its window's procedure.
-class PaintedWidget final : public QWidget {
- public:
-  PaintedWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
-      : QWidget(parent, flags), events_(&events) {}
-
-  // There is no window any more.
-  void Forget() { events_ = nullptr; }
-
- private:
-  void paintEvent(QPaintEvent* event) override {
-    if (events_ == nullptr) return;
-    QPainter painter(this);
-    QtCanvas canvas(painter);
-    events_->OnPaint(canvas, WinRect(event->rect()));
-  }
-
-  WindowEvents* events_;
-};
-
 class QtPlainPeer : public QtPeer<WindowPeer> {
  public:
   QtPlainPeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
-      : QtPeer(new PaintedWidget(parent, flags, events), events) {}
+      : QtPeer(new QtPaintedWidget(parent, flags, events), events) {}
   ~QtPlainPeer() override {
-    if (Widget() != nullptr) static_cast<PaintedWidget*>(Widget())->Forget();
+    if (Widget() != nullptr) static_cast<QtPaintedWidget*>(Widget())->Forget();
   }
   QtPlainPeer(const QtPlainPeer&) = delete;
   QtPlainPeer& operator=(const QtPlainPeer&) = delete;
