@@ -1,0 +1,205 @@
+// The logon dialog in front of a user who clicks and types.
+#include "ui/logon_dialog.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+
+#include "ui_desktop_test.h"
+
+namespace quillgate {
+namespace {
+
+const QString kTitle = "Quillgate - Log on";
+constexpr char kWrong[] = "The password you entered is incorrect. Please try again.";
+
+class KnownUsers final : public LogonCandidates {
+ public:
+  std::vector<std::wstring> Names() const override { return {L"Anna", L"Bo", L"Cy"}; }
+  bool Accepts(std::wstring_view name, std::wstring_view password) const override {
+    return password == std::wstring(name) + L"!";
+  }
+};
+
+class LogonDialogTest : public UiDesktopTest {
+ protected:
+  // Whether somebody was accepted, while the script plays the user.
+  bool Run(LogonSystem system, const std::function<void(DesktopScript&, QWidget*)>& user) {
+    LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_}, system, users_);
+    bool accepted = false;
+    {
+      DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow(kTitle)); });
+      accepted = dialog.Run(nullptr);
+    }
+    name_ = dialog.UserName();
+    return accepted;
+  }
+
+  static QStringList Entries(DesktopScript& script, QWidget* window) {
+    auto* box = qobject_cast<QComboBox*>(script.Child(window, IDC_LOGON_USER));
+    QStringList entries;
+    script.Do([&] {
+      for (int index = 0; index < box->count(); ++index)
+        entries << box->itemText(index);
+    });
+    return entries;
+  }
+  static QRect Place(DesktopScript& script, QWidget* window, int id) {
+    QWidget* child = script.Child(window, id);
+    QRect place;
+    script.Do([&] { place = QRect(child->mapTo(window, QPoint()), child->size()); });
+    return place;
+  }
+  static bool IsShown(DesktopScript& script, QWidget* window, int id) {
+    QWidget* child = script.Child(window, id);
+    bool shown = false;
+    script.Do([&] { shown = child->isVisible(); });
+    return shown;
+  }
+  static QString Shown(DesktopScript& script, QWidget* window, int id) {
+    return script.TextOf(script.Child(window, id));
+  }
+
+  KnownUsers users_;
+  GdiPlus gdiPlus_;
+  bool bannerTimerUsed_ = false;
+  std::wstring name_;
+};
+
+TEST_F(LogonDialogTest, EveryUserIsListedAndTheRightPasswordLogsTheChosenOneOn) {
+  EXPECT_TRUE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+    EXPECT_EQ(Entries(script, window), (QStringList{"Anna", "Bo", "Cy"}));
+    EXPECT_EQ(Shown(script, window, IDC_LOGON_USER), "Anna");
+    EXPECT_EQ(Shown(script, window, IDC_LOGON_EXPLANATION),
+              "You need to log on to use the Internet connection of this computer.");
+    EXPECT_EQ(Shown(script, window, IDC_LOGON_USER_LABEL), "User name:");
+    EXPECT_EQ(Shown(script, window, IDC_LOGON_PASSWORD_LABEL), "Password:");
+    auto* users = qobject_cast<QComboBox*>(script.Child(window, IDC_LOGON_USER));
+    script.Do([&] { users->setFocus(); });
+    script.Key(Qt::Key_Down);
+    script.Type(window, IDC_LOGON_PASSWORD, "Bo!");
+    script.Click(window, IDOK);
+  }));
+  EXPECT_EQ(name_, L"Bo");
+  EXPECT_EQ(settings_.GetSetting(SettingKey::kLastLogonName, L""), L"Bo");
+}
+
+TEST_F(LogonDialogTest, TheLastUserIsPreselectedIfThereStillIsOne) {
+  const struct {
+    const wchar_t* last;
+    const char* selected;
+  } cases[] = {{L"Cy", "Cy"}, {L"Gone", "Anna"}, {L"", "Anna"}};
+  for (const auto& each : cases) {
+    settings_.SetSetting(SettingKey::kLastLogonName, each.last);
+    EXPECT_FALSE(Run(LogonSystem::kQuillgate, [&](DesktopScript& script, QWidget* window) {
+      EXPECT_EQ(Shown(script, window, IDC_LOGON_USER), each.selected);
+      script.Click(window, IDCANCEL);
+    }));
+  }
+}
+
+TEST_F(LogonDialogTest, TheThirdWrongPasswordEndsItAndTheFourthIsNotAsked) {
+  settings_.SetSetting(SettingKey::kLastLogonName, L"Cy");
+  EXPECT_FALSE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+    for (int attempt = 0; attempt < 3; ++attempt) {
+      script.Type(window, IDC_LOGON_PASSWORD, "Anna!");
+      script.Click(window, IDOK);
+      EXPECT_EQ(CloseBox(script), kWrong);
+    }
+    script.AwaitNoWindow(kTitle);
+  }));
+  EXPECT_EQ(name_, L"");
+  EXPECT_EQ(settings_.GetSetting(SettingKey::kLastLogonName, L""), L"Cy");
+}
+
+TEST_F(LogonDialogTest, AWrongPasswordIsSelectedSoThatTypingReplacesIt) {
+  EXPECT_TRUE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+    script.Type(window, IDC_LOGON_PASSWORD, "wrong");
+    script.Key(Qt::Key_Return);
+    CloseBox(script);
+    auto* password = qobject_cast<QLineEdit*>(script.Child(window, IDC_LOGON_PASSWORD));
+    script.Await([&] { return password->hasFocus() && password->selectedText().size() == 5; },
+                 "selected password");
+    script.Do([&] { QTest::keyClicks(password, "Anna!"); });
+    script.Do([&] { EXPECT_EQ(password->text(), "Anna!"); });
+    script.Key(Qt::Key_Return);
+  }));
+}
+
+TEST_F(LogonDialogTest, EscapeAndTheCloseButtonCancel) {
+  EXPECT_FALSE(Run(LogonSystem::kQuillgate,
+                   [](DesktopScript& script, QWidget*) { script.Key(Qt::Key_Escape); }));
+  EXPECT_FALSE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+    script.Post([window] { window->close(); });
+  }));
+}
+
+TEST_F(LogonDialogTest, TheOverrideAsksForItsPasswordInTheUsersPlace) {
+  QRect usualPassword;
+  QRect usualLabel;
+  Run(LogonSystem::kQuillgate, [&](DesktopScript& script, QWidget* window) {
+    usualPassword = Place(script, window, IDC_LOGON_PASSWORD);
+    usualLabel = Place(script, window, IDC_LOGON_PASSWORD_LABEL);
+    script.Click(window, IDCANCEL);
+  });
+  EXPECT_TRUE(Run(LogonSystem::kNone, [&](DesktopScript& script, QWidget* window) {
+    EXPECT_EQ(Shown(script, window, IDC_LOGON_EXPLANATION),
+              "Please enter the security override password.");
+    EXPECT_EQ(Entries(script, window), QStringList{"Security override"});
+    EXPECT_FALSE(IsShown(script, window, IDC_LOGON_USER));
+    EXPECT_FALSE(IsShown(script, window, IDC_LOGON_USER_LABEL));
+    EXPECT_EQ(Place(script, window, IDC_LOGON_PASSWORD), usualPassword.translated(0, -16));
+    EXPECT_EQ(Place(script, window, IDC_LOGON_PASSWORD_LABEL), usualLabel.translated(5, -16));
+    script.Type(window, IDC_LOGON_PASSWORD, "Admin!");
+    script.Click(window, IDOK);
+  }));
+  EXPECT_EQ(name_, L"Admin");
+}
+
+TEST_F(LogonDialogTest, TheBannerReachesTheRightEdge) {
+  Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+    QImage image;
+    script.Do([&] {
+      window->resize(400, window->height());
+      image = window->grab().toImage();
+    });
+    for (const int y : {0, 40, LogonBanner::kHeight - 1}) {
+      EXPECT_EQ(image.pixel(399, y), image.pixel(LogonBanner::kWidth - 1, y));
+      EXPECT_NE(image.pixel(399, y), image.pixel(399, LogonBanner::kHeight + 5));
+    }
+    script.Click(window, IDCANCEL);
+  });
+}
+
+TEST_F(LogonDialogTest, OnlyTheFirstBannerOfTheProcessIsRepaintedByATimer) {
+  for (const bool used : {false, true}) {
+    EXPECT_EQ(bannerTimerUsed_, used);
+    Run(LogonSystem::kQuillgate, [&](DesktopScript& script, QWidget* window) {
+      HWND handle = script.HandleOf(window);
+      script.Await([&] { return bannerTimerUsed_; }, "painted banner");
+      script.Do([&] { EXPECT_EQ(::KillTimer(handle, 1) != FALSE, !used); });
+      script.Click(window, IDCANCEL);
+    });
+  }
+}
+
+TEST_F(LogonDialogTest, TheTextsAreThoseOfTheInterfaceLanguage) {
+  catalogue_.SetInterfaceLanguage(1053);
+  const QString title = QString::fromStdWString(catalogue_.GetMessageText(kMsgLogOnCaption));
+  EXPECT_NE(title, kTitle);
+  LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_}, LogonSystem::kQuillgate, users_);
+  DesktopScript script([&](DesktopScript& steps) {
+    QWidget* window = steps.AwaitWindow(title);
+    EXPECT_EQ(Shown(steps, window, IDCANCEL),
+              QString::fromStdWString(catalogue_.GetMessageText(kMsgCancel)));
+    catalogue_.SetInterfaceLanguage(1033);
+    steps.Do([handle = steps.HandleOf(window)] { ::PostMessageW(handle, kRefreshTexts, 0, 0); });
+    steps.AwaitWindow(kTitle);
+    EXPECT_EQ(Shown(steps, window, IDCANCEL), "Cancel");
+    steps.Click(window, IDCANCEL);
+  });
+  EXPECT_FALSE(dialog.Run(nullptr));
+}
+
+}  // namespace
+}  // namespace quillgate
