@@ -74,6 +74,8 @@ TrayDesktop::TrayDesktop() {
   ::close(ends[0]);
   ::setenv("DISPLAY", (":" + display_).c_str(), 1);
   ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+  // The user's own session may have an area on its message bus.
+  ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
   // The panel waits for a window manager.
   manager_ = std::make_unique<ChildProcess>(std::vector<std::string>{"openbox"});
 }
