@@ -10,7 +10,13 @@ namespace {
 constexpr int kPropertyColumn = 0;
 constexpr int kValueColumn = 1;
 constexpr int kPropertyWidth = 120;
-constexpr int kValueWidth = 190;
+
+// The rest of the list is the value's.
+int ValueWidth(const ListView& list) {
+  RECT area{};
+  ::GetClientRect(list.Window(), &area);
+  return area.right > kPropertyWidth ? area.right - kPropertyWidth : kPropertyWidth;
+}
 
 }  // namespace
 
@@ -23,7 +29,7 @@ bool ConnectionDetailsPage::OnInitDialog(HWND window) {
   const ListView list(window, IDC_PROPERTIES);
   list.SelectWholeRows();
   list.AddColumn({}, kPropertyWidth);
-  list.AddColumn({}, kValueWidth);
+  list.AddColumn({}, ValueWidth(list));
   details_ = ReadAdapterDetails(settings_.GetSetting(SettingKey::kAdapter, {}));
   return true;
 }
