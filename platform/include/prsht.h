@@ -51,7 +51,10 @@ struct PROPSHEETHEADERW {
   HICON hIcon;
   LPCWSTR pszCaption;
   UINT nPages;
-  UINT nStartPage;
+  union {
+    UINT nStartPage;
+    LPCWSTR pStartPage;
+  };
   union {
     LPCPROPSHEETPAGEW ppsp;
     HPROPSHEETPAGE* phpage;
