@@ -11,9 +11,9 @@
 
 namespace platform {
 
-class PaintedWidget final : public QWidget {
+class QtPaintedWidget final : public QWidget {
  public:
-  PaintedWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
+  QtPaintedWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
       : QWidget(parent, flags), events_(&events) {}
 
   // There is no window any more.
