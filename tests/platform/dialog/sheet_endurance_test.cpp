@@ -16,7 +16,16 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int kWarmUp = 100;
+// Sanitizers keep freed memory for a while, and find leaks by themselves.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kJudgesMemory = false;
+constexpr int kOpenings = 2'000;
+#else
+constexpr bool kJudgesMemory = true;
 constexpr int kOpenings = 10'000;
+#endif
+// On a machine that is too busy for all of them.
+constexpr int kFewest = 1'000;
 constexpr auto kLongest = std::chrono::seconds(50);
 constexpr long kMostGrowth = 4L << 20;  // bytes
 
@@ -40,7 +49,7 @@ void OpenAndClose(RecordedSheet& sheet) {
   LetEventsHappen();
 }
 
-TEST(SheetEndurance, TenThousandOpeningsLeaveNothingBehind) {
+TEST(SheetEndurance, ThousandsOfOpeningsLeaveNothingBehind) {
   RecordedSheet sheet;
   sheet.AddPage("a", PSP_PREMATURE);
   sheet.AddPage("b", PSP_PREMATURE);
@@ -62,7 +71,10 @@ TEST(SheetEndurance, TenThousandOpeningsLeaveNothingBehind) {
   std::printf("%d openings, %lld us each, %ld KiB more\n", opened,
               static_cast<long long>(taken.count() / opened), growth / 1024);
   EXPECT_EQ(platform::Handles().Count(), handles);
-  EXPECT_LT(growth, kMostGrowth);
+  EXPECT_GE(opened, kFewest);
+  if (kJudgesMemory) {
+    EXPECT_LT(growth, kMostGrowth);
+  }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "platform/dialog/template_bytes.h"
 
+#include <deque>
+
 #include "platform/kernel/resources.h"
 
 namespace {
@@ -14,8 +16,9 @@ std::uint16_t NewNumber() {
 
 // Resources live as long as the process.
 void Register(std::uint16_t number, LANGID language, std::vector<std::byte> bytes) {
-  auto& kept = *new std::vector<std::byte>(std::move(bytes));
-  const platform::Resource resource = {kDialogType, number, language, kept};
+  static auto& kept = *new std::deque<std::vector<std::byte>>;
+  kept.push_back(std::move(bytes));
+  const platform::Resource resource = {kDialogType, number, language, kept.back()};
   platform::RegisterResources({&resource, 1});
 }
 
