@@ -10,6 +10,7 @@ import subprocess
 import time
 
 SCREEN = "1280x800x24"
+BACKGROUND = "#b4c4d8"
 WAIT_SECONDS = 15.0
 POLL_SECONDS = 0.1
 
@@ -90,9 +91,8 @@ class Desktop:
 
     def start_screen(self):
         reading, writing = os.pipe()
-        # -wr: a white background.
         self.start(
-            "Xvfb", "-displayfd", str(writing), "-screen", "0", SCREEN, "-nolisten", "tcp", "-wr",
+            "Xvfb", "-displayfd", str(writing), "-screen", "0", SCREEN, "-nolisten", "tcp",
             pass_fds=(writing,), stdout=subprocess.DEVNULL,
         )
         os.close(writing)
@@ -107,6 +107,7 @@ class Desktop:
         settings.write_text(OPENBOX_SETTINGS)
         self.start("openbox", "--config-file", str(settings), stdout=subprocess.DEVNULL)
         self.wait("a window manager", lambda: "Openbox" in output("wmctrl", "-m"))
+        subprocess.run(["xsetroot", "-solid", BACKGROUND], check=True)
 
     def start_panel(self):
         settings = self.home / "panel.conf"

@@ -143,6 +143,7 @@ class Walk:
         self.desktop.click_tray(1, times=2)
         self.desktop.rest_pointer()
         self.desktop.await_window(title)
+        self.desktop.keys("shift+Tab")  # the last user is chosen already, the password comes next
         self.desktop.type("b")
         self.enter_password(PASSWORDS["bo"])
         self.desktop.await_closed(title)

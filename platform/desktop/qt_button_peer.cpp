@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStylePainter>
 
 #include "platform/desktop/qt_control_peers.h"
 
@@ -74,6 +75,8 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
   QPointer<QAbstractButton> button_;
 };
 
+// A group box whose title stands in its frame's upper line, where templates count on it: the
+// style's own has the title above the frame, and the frame smaller.
 class Frame final : public QGroupBox {
  public:
   explicit Frame(QWidget* parent) : QGroupBox(parent) {
@@ -84,6 +87,32 @@ class Frame final : public QGroupBox {
   ButtonEvents* events = nullptr;
 
  private:
+  static constexpr int kTitleLeft = 8;
+  static constexpr int kTitleMargin = 3;
+  static constexpr int kCorner = 2;
+  static constexpr int kFrameDarkness = 115;  // in per cent, as QColor::darker takes it
+
+  QRect TitleArea() const {
+    const QSize size = fontMetrics().size(Qt::TextShowMnemonic, title());
+    return {QPoint(kTitleLeft, 0), size + QSize(2 * kTitleMargin, 0)};
+  }
+
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QStylePainter painter(this);
+    QRect frame = rect();
+    if (!title().isEmpty()) {
+      const QRect area = TitleArea();
+      const auto state = isEnabled() ? QPalette::Active : QPalette::Disabled;
+      painter.setPen(palette().color(state, QPalette::WindowText));
+      painter.drawText(area, Qt::AlignCenter | Qt::TextShowMnemonic, title());
+      painter.setClipRegion(QRegion(frame).subtracted(area));
+    }
+    frame.setTop(fontMetrics().height() / 2);
+    painter.setPen(palette().color(QPalette::Midlight).darker(kFrameDarkness));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawRoundedRect(QRectF(frame).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+  }
+
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Shortcut) return QGroupBox::event(event);
     if (events != nullptr) events->OnMnemonic();

@@ -20,8 +20,6 @@ void AboutDialog::SetTexts(HWND window) {
   Control(window, IDC_ABOUT_VERSION)
       .SetText(
           texts.GetMessageText(kMsgVersion, QG_VERSION_MAJOR, QG_VERSION_MINOR, QG_VERSION_PATCH));
-  // Beside a picture of the icon that it speaks of.
-  Control(window, IDC_ABOUT_DETAILS).SetText(texts.GetMessageText(kMsgWelcomeText));
   Control(window, IDOK).SetText(texts.GetMessageText(kMsgOk));
 }
 

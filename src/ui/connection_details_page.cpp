@@ -9,15 +9,6 @@ namespace {
 
 constexpr int kPropertyColumn = 0;
 constexpr int kValueColumn = 1;
-constexpr int kPropertyWidth = 120;
-
-// The rest of the list is the value's.
-int ValueWidth(const ListView& list) {
-  RECT area{};
-  ::GetClientRect(list.Window(), &area);
-  return area.right > kPropertyWidth ? area.right - kPropertyWidth : kPropertyWidth;
-}
-
 }  // namespace
 
 ConnectionDetailsPage::ConnectionDetailsPage(const UiSurroundings& ui, Settings& settings)
@@ -28,8 +19,8 @@ ConnectionDetailsPage::ConnectionDetailsPage(const UiSurroundings& ui, Settings&
 bool ConnectionDetailsPage::OnInitDialog(HWND window) {
   const ListView list(window, IDC_PROPERTIES);
   list.SelectWholeRows();
-  list.AddColumn({}, kPropertyWidth);
-  list.AddColumn({}, ValueWidth(list));
+  list.AddColumn({}, 0);
+  list.AddColumn({}, 0);
   details_ = ReadAdapterDetails(settings_.GetSetting(SettingKey::kAdapter, {}));
   return true;
 }
@@ -44,6 +35,8 @@ void ConnectionDetailsPage::SetTexts(HWND window) {
     const int row = list.AddRow(Catalogue().GetMessageText(detail.property));
     list.SetCell(row, kValueColumn, detail.value);
   }
+  list.FitColumn(kPropertyColumn);
+  list.FitColumn(kValueColumn);
 }
 
 }  // namespace quillgate

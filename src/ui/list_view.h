@@ -18,6 +18,10 @@ class ListView : public Control {
   // Appends a column, its width in pixels.
   void AddColumn(const std::wstring& heading, int width) const;
   void SetHeading(int column, const std::wstring& heading) const;
+  // Makes a column as wide as its texts need; the last one takes all that the others leave.
+  void FitColumn(int column) const {
+    Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), LVSCW_AUTOSIZE_USEHEADER);
+  }
 
   // Removes the rows; the columns stay.
   void Clear() const { Send(LVM_DELETEALLITEMS); }

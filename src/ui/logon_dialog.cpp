@@ -1,5 +1,7 @@
 #include "ui/logon_dialog.h"
 
+#include <optional>
+
 #include "resources/resource.h"
 #include "ui/combo_box.h"
 #include "ui/help_topics.h"
@@ -34,10 +36,11 @@ bool LogonDialog::OnInitDialog(HWND window) {
   Edit(window, IDC_LOGON_PASSWORD).LimitLength(SecretText::kMaximumLength);
   if (IsOverride()) {
     MovePasswordRowUp(window);
-  } else {
-    ListUsers(window);
+    return true;
   }
-  return true;
+  const bool isUserKnown = ListUsers(window);
+  if (isUserKnown) Edit(window, IDC_LOGON_PASSWORD).Focus();
+  return !isUserKnown;
 }
 
 void LogonDialog::MovePasswordRowUp(HWND window) const {
@@ -47,15 +50,16 @@ void LogonDialog::MovePasswordRowUp(HWND window) const {
   Control(window, IDC_LOGON_PASSWORD_LABEL).MoveBy(kLabelRight, -kRowUp);
 }
 
-void LogonDialog::ListUsers(HWND window) const {
+bool LogonDialog::ListUsers(HWND window) const {
   const ComboBox users(window, IDC_LOGON_USER);
   const std::wstring last = settings_.GetSetting(SettingKey::kLastLogonName, L"");
-  int selected = 0;
+  std::optional<int> lastIndex;
   for (const std::wstring& name : candidates_.Names()) {
     const int index = users.Add(name);
-    if (name == last) selected = index;
+    if (name == last) lastIndex = index;
   }
-  users.Select(selected);
+  users.Select(lastIndex.value_or(0));
+  return lastIndex.has_value();
 }
 
 void LogonDialog::SetTexts(HWND window) {

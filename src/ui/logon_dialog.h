@@ -45,7 +45,8 @@ class LogonDialog final : public DialogObject {
 
   bool IsOverride() const { return system_ == LogonSystem::kNone; }
   void MovePasswordRowUp(HWND window) const;
-  void ListUsers(HWND window) const;
+  // Whether the user of the last logon is among them, who is then the one chosen.
+  bool ListUsers(HWND window) const;
   std::wstring ChosenName(HWND window) const;
 
   Settings& settings_;

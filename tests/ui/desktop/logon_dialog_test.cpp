@@ -84,15 +84,20 @@ TEST_F(LogonDialogTest, EveryUserIsListedAndTheRightPasswordLogsTheChosenOneOn) 
   EXPECT_EQ(settings_.GetSetting(SettingKey::kLastLogonName, L""), L"Bo");
 }
 
-TEST_F(LogonDialogTest, TheLastUserIsPreselectedIfThereStillIsOne) {
+TEST_F(LogonDialogTest, TheLastUserIsPreselectedIfThereStillIsOneAndTypesThePassword) {
   const struct {
     const wchar_t* last;
     const char* selected;
-  } cases[] = {{L"Cy", "Cy"}, {L"Gone", "Anna"}, {L"", "Anna"}};
+    int focused;
+  } cases[] = {{L"Cy", "Cy", IDC_LOGON_PASSWORD},
+               {L"Gone", "Anna", IDC_LOGON_USER},
+               {L"", "Anna", IDC_LOGON_USER}};
   for (const auto& each : cases) {
     settings_.SetSetting(SettingKey::kLastLogonName, each.last);
     EXPECT_FALSE(Run(LogonSystem::kQuillgate, [&](DesktopScript& script, QWidget* window) {
       EXPECT_EQ(Shown(script, window, IDC_LOGON_USER), each.selected);
+      const QWidget* focused = script.Child(window, each.focused);
+      script.Await([&] { return focused->hasFocus(); }, "focus");
       script.Click(window, IDCANCEL);
     }));
   }
