@@ -11,7 +11,7 @@ import time
 
 SCREEN = "1280x800x24"
 BACKGROUND = "#b4c4d8"
-WAIT_SECONDS = 15.0
+WAIT_SECONDS = 30.0
 POLL_SECONDS = 0.1
 
 OPENBOX_SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
