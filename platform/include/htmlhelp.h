@@ -1,5 +1,5 @@
-// HTML Help: the commands and the popup that a viewer is asked for. Types only: the viewer's library
-// is loaded at run time, where there is one.
+// HTML Help: the commands and the popup that a viewer is asked for. Types only: the viewer's
+// library is loaded at run time, where there is one.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
-/* Numbers of icons, bitmaps, dialogs and their controls: the resource script and the code share them.
-   Labels are filled with messages when a dialog opens; see the page that each dialog belongs to. */
+// Numbers of icons, bitmaps, dialogs and their controls: the resource script and the code share
+// them. Labels are filled with messages when a dialog opens; see the page that each belongs to.
 #pragma once
 
 #define IDI_CONNECTION_ENABLED 101
