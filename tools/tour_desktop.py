@@ -69,6 +69,7 @@ class Desktop:
 
     def __init__(self, folder, program, own_screen):
         self.program = program
+        self.has_own_screen = own_screen
         self.running = []
         self.home = folder / "home"
         self.home.mkdir(mode=0o700)

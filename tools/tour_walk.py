@@ -15,6 +15,7 @@ DOWNLOAD_LIMIT_MEGABYTES = 8
 MEGABYTE = 1 << 20
 MESSAGES = Path(__file__).resolve().parent.parent / "src/resources/messages.mc"
 LANGUAGES = {"en": ("English", "9"), "sv": ("Swedish", "29")}
+CONTROL_LOGGING_OFF = 129
 ALLOWED_EVERY_HOUR = "0" * 168
 WINDOWS_USER = "karin"
 PASSWORDS = {"anna": "nightingale", "bo": "harbour", "Admin": "lighthouse"}
@@ -73,6 +74,8 @@ class Walk:
         self.own_logon_system()
         self.override()
         self.windows_logon_system()
+        if self.desktop.has_own_screen:
+            self.screen_goes()
 
     # Users of the program's own: logging on, and a limit that is reached.
 
@@ -193,6 +196,16 @@ class Walk:
         self.menu("menu-session-user", "The menu of the session's user",
                   "Who is logged on to the computer needs no second logon.")
         self.dismiss_menu()
+
+    # The user's screen ends under the service, which goes on without.
+
+    def screen_goes(self):
+        process = self.service.process()
+        self.desktop.close()
+        time.sleep(1)
+        self.service.run("winsc", "control", "qgserv", str(CONTROL_LOGGING_OFF))
+        check(self.service.process() == process, "the service outlives the screen")
+        self.check_gate(opened=False)
 
     # Hands.
 

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
@@ -11,15 +12,21 @@ namespace platform {
 QtEventLoop::QtEventLoop() {
   limit_.setSingleShot(true);
   limit_.setTimerType(Qt::PreciseTimer);
+  ThrowWhenDesktopBreaks();
 }
 
 void QtEventLoop::Wait(std::optional<std::chrono::milliseconds> limit) {
+  if (broken_) return;
   ++depth_;
-  HandleEvents(limit);
+  try {
+    HandleEvents(limit);
+  } catch (const DesktopBroken&) {
+    broken_ = true;
+  }
   --depth_;
   // Inside an event of a wait further out, a widget that is to end may be the one whose event it
   // is.
-  if (depth_ == 0) EndRetiredWidgets();
+  if (depth_ == 0 && !broken_) EndRetiredWidgets();
 }
 
 void QtEventLoop::HandleEvents(std::optional<std::chrono::milliseconds> limit) {

@@ -15,6 +15,7 @@ class QtEventLoop final : public EventLoop {
 
   void Wait(std::optional<std::chrono::milliseconds> limit) override;
   void Wake() override;
+  bool IsBroken() const override { return broken_; }
 
  private:
   void HandleEvents(std::optional<std::chrono::milliseconds> limit);
@@ -22,6 +23,7 @@ class QtEventLoop final : public EventLoop {
   // Waits inside of waits.
   int depth_ = 0;
   std::atomic<bool> woken_ = false;
+  bool broken_ = false;
   QTimer limit_;
 };
 

@@ -82,6 +82,17 @@ void LeaveDesktop(const ThreadQueue& queue) {
   state.windowThread.reset();
 }
 
+void LoseDesktop(const ThreadQueue& queue) {
+  DesktopState& state = State();
+  const std::lock_guard lock(state.mutex);
+  if (state.windowThread.get() != &queue) return;
+  LogLine("desktop: the connection is broken; going on without one");
+  state.windowThread->SetEventLoop(nullptr);
+  state.windowThread.reset();
+  state.unreachable = true;
+  // The module stays: the windows still hold widgets, and ending the toolkit takes a desktop.
+}
+
 std::shared_ptr<ThreadQueue> WindowThread() {
   DesktopState& state = State();
   const std::lock_guard lock(state.mutex);

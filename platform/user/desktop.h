@@ -19,6 +19,10 @@ bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue);
 // Called by the queue's thread.
 void LeaveDesktop(const ThreadQueue& queue);
 
+// The desktop of this queue's thread has gone while the thread used it: from now on the machine has
+// none, and the thread's windows are hidden ones. Called by the queue's thread.
+void LoseDesktop(const ThreadQueue& queue);
+
 // The queue of the window thread; null as long as there is none.
 std::shared_ptr<ThreadQueue> WindowThread();
 

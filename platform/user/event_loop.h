@@ -18,6 +18,9 @@ class EventLoop {
 
   // Ends the running or the next Wait. Any thread.
   virtual void Wake() = 0;
+
+  // The desktop is gone for good: Wait does nothing any more.
+  virtual bool IsBroken() const = 0;
 };
 
 }  // namespace platform

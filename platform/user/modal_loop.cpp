@@ -7,9 +7,11 @@ namespace platform {
 
 bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone) {
   const MessageFilter everything;
+  const bool isOnDesktop = WindowThread() != nullptr;
   for (;;) {
     queue.ServeCalls();
     if (isDone()) return true;
+    if (isOnDesktop && WindowThread() == nullptr) return false;
     if (queue.RunDeferred()) continue;
     const auto message = queue.Take(everything, true);
     if (!message.has_value()) {

@@ -8,7 +8,8 @@
 namespace platform {
 
 // Serves calls, what the user did, messages and timers of the calling thread until isDone says so.
-// False when WM_QUIT came first; it is posted again for the loop outside.
+// False when WM_QUIT came first, which is posted again for the loop outside, or when the desktop
+// went and with it whoever could have answered.
 bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone);
 
 // Runs the work on the window thread: at once when the caller is that thread (or becomes it just

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/kernel/clock.h"
+#include "platform/user/desktop.h"
 
 namespace platform {
 namespace {
@@ -145,14 +146,19 @@ void ThreadQueue::Wait(const MessageFilter& filter) {
   if (loop_ == nullptr) {
     WaitInQueue(limit);
   } else if (limit.has_value()) {
-    loop_->Wait(CurrentClock().LongestBlock(*limit));
+    WaitInLoop(CurrentClock().LongestBlock(*limit));
   } else {
-    loop_->Wait(std::nullopt);
+    WaitInLoop(std::nullopt);
   }
 }
 
 void ThreadQueue::PollEventLoop() {
-  if (loop_ != nullptr) loop_->Wait(std::chrono::milliseconds(0));
+  if (loop_ != nullptr) WaitInLoop(std::chrono::milliseconds(0));
+}
+
+void ThreadQueue::WaitInLoop(std::optional<std::chrono::milliseconds> limit) {
+  loop_->Wait(limit);
+  if (loop_->IsBroken()) LoseDesktop(*this);
 }
 
 void ThreadQueue::WaitInQueue(std::optional<std::chrono::milliseconds> limit) {

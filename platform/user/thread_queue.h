@@ -77,6 +77,7 @@ class ThreadQueue {
   bool IsFinished(const PendingCall& call);
   std::optional<MSG> TakePosted(const MessageFilter& filter, bool remove);
   std::optional<MSG> TakeQuit(bool remove);
+  void WaitInLoop(std::optional<std::chrono::milliseconds> limit);
   void WaitInQueue(std::optional<std::chrono::milliseconds> limit);
   void SignalLocked();
 
