@@ -108,14 +108,13 @@ INT_PTR PropertySheet::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  const auto result = AnswerSheetMessage(message, wParam, lParam);
+  const auto result = AnswerSheetMessage(message, wParam);
   if (!result.has_value()) return FALSE;
   ::SetWindowLongPtrW(sheet_, DWLP_MSGRESULT, *result);
   return TRUE;
 }
 
-std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wParam,
-                                                         LPARAM lParam) {
+std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wParam) {
   switch (message) {
     case PSM_SETCURSEL:
       return TurnTo(static_cast<std::size_t>(wParam)) ? TRUE : FALSE;
@@ -133,7 +132,6 @@ std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wP
     case PSM_GETCURRENTPAGEHWND:
       return reinterpret_cast<LRESULT>(Current() != nullptr ? Current()->window : nullptr);
     default:
-      static_cast<void>(lParam);
       return std::nullopt;
   }
 }

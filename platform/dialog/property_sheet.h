@@ -35,7 +35,7 @@ class PropertySheet {
 
   static INT_PTR CALLBACK Procedure(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR Answer(UINT message, WPARAM wParam, LPARAM lParam);
-  std::optional<LRESULT> AnswerSheetMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> AnswerSheetMessage(UINT message, WPARAM wParam);
   INT_PTR OnNotify(const NMHDR& header);
   void OnButton(int id);
 
