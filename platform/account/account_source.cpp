@@ -1,29 +1,25 @@
 #include "platform/account/account_source.h"
 
-#include <mutex>
-
 #include "platform/account/linux_accounts.h"
+#include "platform/kernel/seam.h"
 
 namespace platform {
 namespace {
 
-std::mutex mutex;
-AccountSource replacement;
+Seam<AccountSource>& Replacement() {
+  static auto& seam = *new Seam<AccountSource>;
+  return seam;
+}
 
 }  // namespace
 
 std::optional<std::vector<LocalAccount>> ListAccounts() {
-  AccountSource source;
-  {
-    const std::lock_guard lock(mutex);
-    source = replacement;
-  }
+  const AccountSource source = Replacement().Get();
   return source ? source() : HumanAccounts();
 }
 
 void SetAccountSource(AccountSource source) {
-  const std::lock_guard lock(mutex);
-  replacement = std::move(source);
+  Replacement().Set(std::move(source));
 }
 
 }  // namespace platform

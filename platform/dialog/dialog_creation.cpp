@@ -38,10 +38,6 @@ RECT MovedTo(const RECT& place, POINT corner) {
   return {corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
 }
 
-bool IsOnDesktop() {
-  return WindowThread() == CurrentQueue();
-}
-
 RECT WindowPlace(HWND window) {
   RECT place{};
   if (window != nullptr) ::GetWindowRect(window, &place);
@@ -123,7 +119,7 @@ void Show(HWND dialog, const FoundDialog& found) {
 }  // namespace
 
 RECT CentredPlace(SIZE size, POINT around) {
-  if (!IsOnDesktop()) return {0, 0, size.cx, size.cy};
+  if (!IsWindowThread()) return {0, 0, size.cx, size.cy};
   const RECT area = Desktop().Windows().WorkArea(around);
   const LONG x = std::max(area.left, (area.left + area.right - size.cx) / 2);
   const LONG y = std::max(area.top, (area.top + area.bottom - size.cy) / 2);

@@ -49,7 +49,7 @@ LOGFONTW LogicalFontOf(const DialogFont& font) {
 }
 
 DialogUnits UnitsOf(const LOGFONTW& font) {
-  if (WindowThread() == CurrentQueue()) return Measure(Desktop().Graphics(), font);
+  if (IsWindowThread()) return Measure(Desktop().Graphics(), font);
   const DialogUnits base;
   const int pixels = std::abs(font.lfHeight);
   return {std::max(1, Scale(base.width, pixels, kBaseFontPixels)),

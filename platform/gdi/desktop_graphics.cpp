@@ -33,7 +33,7 @@ LOGFONTW DefaultFont() {
 
 // Asks a desktop that is there already, rather than start one for a colour.
 bool WithRunningGraphics(const std::function<void(GraphicsBackend&)>& work) {
-  return WindowThread() != nullptr && RunOnWindowThread([&] { work(Desktop().Graphics()); });
+  return CallWindowThread([&] { work(Desktop().Graphics()); });
 }
 
 }  // namespace

@@ -35,11 +35,6 @@ DesktopTray& Tray() {
   return tray;
 }
 
-// Deferred work may run when its thread is not the window thread any more.
-bool OnWindowThread() {
-  return WindowThread() == CurrentQueue();
-}
-
 TrayPresence DesktopTray::Presence() {
   const auto windowThread = WindowThread();
   if (windowThread == nullptr) return TrayPresence::kNoDesktop;
@@ -59,7 +54,7 @@ bool DesktopTray::IsNewThread(const std::shared_ptr<ThreadQueue>& windowThread) 
 
 void DesktopTray::Open(const std::shared_ptr<ThreadQueue>& windowThread) {
   const auto open = [this] {
-    if (!OnWindowThread() || Desktop().Tray().Open(*this)) return;
+    if (!IsWindowThread() || Desktop().Tray().Open(*this)) return;
     LogLine("desktop: there is no notification area yet");
     SetThere(false);
   };
@@ -84,7 +79,8 @@ void DesktopTray::Run(std::function<void(TrayBackend&)> work) {
   const auto windowThread = windowThread_.lock();
   if (windowThread == nullptr) return;
   windowThread->Defer([this, area = area_, work = std::move(work)] {
-    if (!OnWindowThread()) return;
+    // It may not be the window thread any more.
+    if (!IsWindowThread()) return;
     {
       const std::lock_guard inside(mutex_);
       if (area != area_) return;

@@ -157,7 +157,7 @@ void SimulatedMachine::InstallUser() {
 }
 
 SimulatedMachine::~SimulatedMachine() {
-  if (WindowThread() == CurrentQueue()) {
+  if (IsWindowThread()) {
     ForgetWindowsOf(*CurrentQueue());
     LeaveDesktop(*CurrentQueue());
   }

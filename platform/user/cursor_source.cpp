@@ -1,32 +1,23 @@
 #include "platform/user/cursor_source.h"
 
-#include <mutex>
+#include "platform/kernel/seam.h"
 
 namespace platform {
 namespace {
 
-struct SourceSlot {
-  std::mutex mutex;
-  CursorSource source;
-};
-
-SourceSlot& Slot() {
-  static SourceSlot& slot = *new SourceSlot;
-  return slot;
+Seam<CursorSource>& Source() {
+  static auto& seam = *new Seam<CursorSource>;
+  return seam;
 }
 
 }  // namespace
 
 void SetCursorSource(CursorSource source) {
-  SourceSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  slot.source = std::move(source);
+  Source().Set(std::move(source));
 }
 
 CursorSource CurrentCursorSource() {
-  SourceSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  return slot.source;
+  return Source().Get();
 }
 
 }  // namespace platform

@@ -99,6 +99,10 @@ std::shared_ptr<ThreadQueue> WindowThread() {
   return state.windowThread;
 }
 
+bool IsWindowThread() {
+  return WindowThread() == CurrentQueue();
+}
+
 DesktopModule& Desktop() {
   return *State().module;
 }

@@ -26,6 +26,9 @@ void LoseDesktop(const ThreadQueue& queue);
 // The queue of the window thread; null as long as there is none.
 std::shared_ptr<ThreadQueue> WindowThread();
 
+// Whether the caller is the window thread.
+bool IsWindowThread();
+
 // The module, for the window thread alone.
 DesktopModule& Desktop();
 

@@ -5,6 +5,7 @@
 
 #include "platform/gdi/lent_dc.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/seam.h"
 #include "platform/user/desktop.h"
 #include "platform/user/menu.h"
 #include "platform/user/modal_loop.h"
@@ -16,20 +17,9 @@ namespace {
 constexpr UINT kSupportedFlags = TPM_RIGHTBUTTON | TPM_CENTERALIGN | TPM_RIGHTALIGN |
                                  TPM_VCENTERALIGN | TPM_BOTTOMALIGN | TPM_NONOTIFY | TPM_RETURNCMD;
 
-struct TrackerSlot {
-  std::mutex mutex;
-  MenuTracker tracker;
-};
-
-TrackerSlot& Slot() {
-  static TrackerSlot& slot = *new TrackerSlot;
-  return slot;
-}
-
-MenuTracker CurrentTracker() {
-  TrackerSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  return slot.tracker;
+Seam<MenuTracker>& Tracker() {
+  static auto& seam = *new Seam<MenuTracker>;
+  return seam;
 }
 
 // One menu is open at a time.
@@ -114,7 +104,7 @@ bool IsSupported(UINT flags, LPTPMPARAMS parameters) {
 }
 
 UINT Track(const TrackedMenu& menu) {
-  if (const MenuTracker tracker = CurrentTracker()) return tracker(menu);
+  if (const MenuTracker tracker = Tracker().Get()) return tracker(menu);
   UINT command = 0;
   if (RunOnWindowThread([&] { command = TrackOnDesktop(menu); })) return command;
   LogLine("popup menu: there is no desktop to show it on");
@@ -125,9 +115,7 @@ UINT Track(const TrackedMenu& menu) {
 }  // namespace
 
 void SetMenuTracker(MenuTracker tracker) {
-  TrackerSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  slot.tracker = std::move(tracker);
+  Tracker().Set(std::move(tracker));
 }
 
 }  // namespace platform

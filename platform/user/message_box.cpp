@@ -7,6 +7,7 @@
 #include "platform/dialog/modal_dialog.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/seam.h"
 #include "platform/user/desktop.h"
 #include "platform/user/message_box_view.h"
 #include "platform/user/modal_loop.h"
@@ -14,20 +15,9 @@
 namespace platform {
 namespace {
 
-struct ResponderSlot {
-  std::mutex mutex;
-  MessageBoxResponder responder;
-};
-
-ResponderSlot& Slot() {
-  static ResponderSlot& slot = *new ResponderSlot;
-  return slot;
-}
-
-MessageBoxResponder CurrentResponder() {
-  ResponderSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  return slot.responder;
+Seam<MessageBoxResponder>& Responder() {
+  static auto& seam = *new Seam<MessageBoxResponder>;
+  return seam;
 }
 
 // On the window thread. Quitting ends the box without an answer, and so does the end of its owner,
@@ -52,9 +42,7 @@ int FailWithoutDesktop(const MessageBoxRequest& request) {
 }  // namespace
 
 void SetMessageBoxResponder(MessageBoxResponder responder) {
-  ResponderSlot& slot = Slot();
-  const std::lock_guard lock(slot.mutex);
-  slot.responder = std::move(responder);
+  Responder().Set(std::move(responder));
 }
 
 }  // namespace platform
@@ -72,7 +60,7 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
     ::SetLastError(ERROR_INVALID_MSGBOX_STYLE);
     return 0;
   }
-  if (const MessageBoxResponder responder = CurrentResponder()) return responder(request);
+  if (const MessageBoxResponder responder = Responder().Get()) return responder(request);
   int answer = 0;
   const bool asked = RunOnWindowThread([&] { answer = RunBox(owner, *view); });
   return asked ? answer : FailWithoutDesktop(request);

@@ -26,15 +26,11 @@ bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone) {
   }
 }
 
-bool RunOnWindowThread(const std::function<void()>& work) {
-  const auto& caller = CurrentQueue();
-  const bool joined = JoinDesktop(caller);
+bool CallWindowThread(const std::function<void()>& work) {
   const auto windowThread = WindowThread();
   if (windowThread == nullptr) return false;
-  if (windowThread == caller) {
+  if (windowThread == CurrentQueue()) {
     work();
-    // A thread without windows, which may never look at messages again, does not stay it.
-    if (joined && Windows().OfThread(*caller).empty()) LeaveDesktop(*caller);
     return true;
   }
   bool ran = false;
@@ -43,6 +39,15 @@ bool RunOnWindowThread(const std::function<void()>& work) {
     ran = WindowThread() == windowThread;
     if (ran) work();
   });
+  return ran;
+}
+
+bool RunOnWindowThread(const std::function<void()>& work) {
+  const auto& caller = CurrentQueue();
+  const bool joined = JoinDesktop(caller);
+  const bool ran = CallWindowThread(work);
+  // A thread without windows, which may never look at messages again, does not stay it.
+  if (joined && Windows().OfThread(*caller).empty()) LeaveDesktop(*caller);
   return ran;
 }
 

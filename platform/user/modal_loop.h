@@ -12,8 +12,12 @@ namespace platform {
 // went and with it whoever could have answered.
 bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone);
 
-// Runs the work on the window thread: at once when the caller is that thread (or becomes it just
-// now), else while the caller waits. False when there is no desktop; nothing has run then.
+// Runs the work on the window thread: at once when the caller is that thread, else while the caller
+// waits. False when there is none; nothing has run then.
+bool CallWindowThread(const std::function<void()>& work);
+
+// The same, but where there is a desktop and no window thread yet, the caller becomes it; it stays
+// it only if it has windows afterwards.
 bool RunOnWindowThread(const std::function<void()>& work);
 
 }  // namespace platform

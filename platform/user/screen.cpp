@@ -5,6 +5,7 @@
 #include "platform/kernel/log.h"
 #include "platform/user/cursor_source.h"
 #include "platform/user/desktop.h"
+#include "platform/user/modal_loop.h"
 
 namespace platform {
 namespace {
@@ -14,33 +15,17 @@ constexpr int kSmallIcon = 16;
 std::optional<POINT> KnownCursorPlace() {
   if (const CursorSource source = CurrentCursorSource()) return source();
   std::optional<POINT> place;
-  AskDesktop([&](DesktopModule& desktop) { place = desktop.Windows().CursorPlace(); });
+  CallWindowThread([&] { place = Desktop().Windows().CursorPlace(); });
   return place;
 }
 
 }  // namespace
 
-bool AskDesktop(const std::function<void(DesktopModule&)>& question) {
-  const auto windowThread = WindowThread();
-  if (windowThread == nullptr) return false;
-  if (windowThread == CurrentQueue()) {
-    question(Desktop());
-    return true;
-  }
-  bool asked = false;
-  windowThread->Call([&] {
-    // It may have left the desktop before it came to this.
-    asked = WindowThread() == windowThread;
-    if (asked) question(Desktop());
-  });
-  return asked;
-}
-
 SIZE ScreenSize() {
   // A program may ask for the screen before it has a window.
   JoinDesktop(CurrentQueue());
   SIZE size{};
-  AskDesktop([&](DesktopModule& desktop) { size = desktop.Windows().ScreenSize(); });
+  CallWindowThread([&] { size = Desktop().Windows().ScreenSize(); });
   return size;
 }
 

@@ -26,12 +26,11 @@ void ListView::SetHeading(int column, const std::wstring& heading) const {
   Send(LVM_SETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&change));
 }
 
-int ListView::AddRow(const std::wstring& text, LPARAM data) const {
+int ListView::AddRow(const std::wstring& text) const {
   LVITEMW item{};
-  item.mask = LVIF_TEXT | LVIF_PARAM;
-  item.iItem = RowCount();
+  item.mask = LVIF_TEXT;
+  item.iItem = static_cast<int>(Send(LVM_GETITEMCOUNT));
   item.pszText = Borrowed(text);
-  item.lParam = data;
   return static_cast<int>(Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
@@ -40,13 +39,6 @@ void ListView::SetCell(int row, int column, const std::wstring& text) const {
   item.iSubItem = column;
   item.pszText = Borrowed(text);
   Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
-LPARAM ListView::RowData(int row) const {
-  LVITEMW item{};
-  item.mask = LVIF_PARAM;
-  item.iItem = row;
-  return Send(LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) != FALSE ? item.lParam : 0;
 }
 
 }  // namespace quillgate

@@ -26,11 +26,8 @@ class ListView : public Control {
   // Removes the rows; the columns stay.
   void Clear() const { Send(LVM_DELETEALLITEMS); }
   // Appends a row with the text of its first column. Its index, negative when it cannot be added.
-  int AddRow(const std::wstring& text, LPARAM data = 0) const;
+  int AddRow(const std::wstring& text) const;
   void SetCell(int row, int column, const std::wstring& text) const;
-  int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
-  // What AddRow was given; 0 for a row that there is not.
-  LPARAM RowData(int row) const;
 };
 
 }  // namespace quillgate
