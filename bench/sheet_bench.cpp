@@ -10,10 +10,12 @@
 #include <memory>
 #include <vector>
 
+#include "accounts/no_identity.h"
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
-#include "ui/callback_window.h"
+#include "session/silent_indicator.h"
 #include "ui/connection_sheet.h"
+#include "ui/desktop/lasting_window.h"
 #include "ui/help_system.h"
 
 namespace quillgate {
@@ -21,29 +23,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-
-class SilentIndicator final : public GateIndicator {
- public:
-  void SetIcon(GateIcon) override {}
-  void SetTip(const std::wstring&) override {}
-  void Show() override {}
-  void ShowMessage(const std::wstring&, const std::wstring&, BalloonIcon, int) override {}
-  void Lock() override {}
-  void Unlock() override {}
-};
-
-class NoIdentity final : public WindowsIdentity {
- public:
-  std::wstring UserName() override { return {}; }
-};
-
-// Keeps the desktop from one opening to the next, as the service's own windows do.
-class LastingWindow final : public CallbackWindow {
- private:
-  LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
-    return ::DefWindowProcW(window, message, wParam, lParam);
-  }
-};
 
 // The common user of a machine with one card and some thousand finished sessions.
 class Office {

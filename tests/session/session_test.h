@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "accounts/no_identity.h"
 #include "platform/testing/simulated_machine.h"
 #include "session/session_log.h"
 
@@ -50,11 +51,6 @@ class ScriptedPrompts final : public LogonPrompts {
   void TellFirstUserMade() override {}
 
   std::wstring name = L"Anna";
-};
-
-class NoIdentity final : public WindowsIdentity {
- public:
-  std::wstring UserName() override { return {}; }
 };
 
 class SessionTest : public testing::Test {

@@ -13,6 +13,7 @@
 #include "platform/kernel/path.h"
 #include "platform/testing/simulated_machine.h"
 #include "session/session_log.h"
+#include "session/silent_indicator.h"
 
 namespace quillgate {
 namespace {
@@ -45,16 +46,6 @@ class FixedIdentity final : public WindowsIdentity {
   std::wstring UserName() override { return L"anna"; }
 };
 
-class NoIndicator final : public GateIndicator {
- public:
-  void SetIcon(GateIcon) override {}
-  void SetTip(const std::wstring&) override {}
-  void Show() override {}
-  void ShowMessage(const std::wstring&, const std::wstring&, BalloonIcon, int) override {}
-  void Lock() override {}
-  void Unlock() override {}
-};
-
 struct Victim {
   explicit Victim(const std::wstring& path) : database(path), settings(database) {
     machine.AddIpFilterDriver();
@@ -80,7 +71,7 @@ void Report(Reports& reports, const char* state, const SessionLog& session, std:
   const auto users = std::make_shared<UserCollection>(LogonSystem::kWindows, victim.database);
   users->Add(std::make_shared<User>(L"anna"));
   FixedIdentity identity;
-  NoIndicator indicator;
+  SilentIndicator indicator;
   MessageCatalogue catalogue;
   WeekCalendar calendar;
   LogonSession logon(victim.settings, identity);

@@ -3,11 +3,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <fstream>
 
+#include "desktop/resident_memory.h"
 #include "platform/dialog/recorded_sheet.h"
 #include "platform/kernel/handle_table.h"
 
@@ -28,14 +27,6 @@ constexpr int kOpenings = 10'000;
 constexpr int kFewest = 1'000;
 constexpr auto kLongest = std::chrono::seconds(50);
 constexpr long kMostGrowth = 4L << 20;  // bytes
-
-long ResidentBytes() {
-  std::ifstream file("/proc/self/statm");
-  long total = 0;
-  long resident = 0;
-  file >> total >> resident;
-  return resident * ::sysconf(_SC_PAGESIZE);
-}
 
 // What a service's loop does between two openings.
 void LetEventsHappen() {

@@ -5,9 +5,9 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 
 #include "connection_test.h"
+#include "desktop/resident_memory.h"
 #include "platform/kernel/handle_table.h"
 
 namespace quillgate {
@@ -25,20 +25,12 @@ constexpr int kRoundsBefore = 100;
 // As many rounds as fit, on a slow machine fewer.
 constexpr std::chrono::seconds kLimit{40};
 constexpr int kFewestRounds = 300;
-constexpr std::size_t kMostGrowth = 4u << 20;  // bytes; what a round leaves would be a multiple
+constexpr long kMostGrowth = 4L << 20;  // bytes; what a round leaves would be a multiple
 constexpr UINT kTimerMilliseconds = 10;
 
 std::size_t OpenFiles() {
   return static_cast<std::size_t>(
       std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
-}
-
-// Pages that the process really holds.
-std::size_t ResidentBytes() {
-  std::size_t total = 0;
-  std::size_t resident = 0;
-  std::ifstream("/proc/self/statm") >> total >> resident;
-  return resident * 4096;
 }
 
 // Presses Close as soon as the sheet is there.
@@ -68,7 +60,7 @@ TEST_F(ConnectionGrowthTest, TenThousandOpeningsLeaveNothingBehind) {
     OpenAndClose();
   const std::size_t handles = platform::Handles().Count();
   const std::size_t files = OpenFiles();
-  const std::size_t memory = ResidentBytes();
+  const long memory = ResidentBytes();
   const auto start = std::chrono::steady_clock::now();
   int round = 0;
   while (round < kRounds && std::chrono::steady_clock::now() - start < kLimit) {

@@ -4,27 +4,13 @@
 
 #include <memory>
 
+#include "accounts/no_identity.h"
 #include "session/session_log.h"
-#include "ui/callback_window.h"
+#include "session/silent_indicator.h"
 #include "ui/connection_sheet.h"
 #include "ui_desktop_test.h"
 
 namespace quillgate {
-
-class SilentIndicator final : public GateIndicator {
- public:
-  void SetIcon(GateIcon) override {}
-  void SetTip(const std::wstring&) override {}
-  void Show() override {}
-  void ShowMessage(const std::wstring&, const std::wstring&, BalloonIcon, int) override {}
-  void Lock() override {}
-  void Unlock() override {}
-};
-
-class UnknownIdentity final : public WindowsIdentity {
- public:
-  std::wstring UserName() override { return {}; }
-};
 
 // Lets Anna on.
 class AnnaPrompts final : public LogonPrompts {
@@ -36,18 +22,9 @@ class AnnaPrompts final : public LogonPrompts {
   void TellFirstUserMade() override {}
 };
 
-// Keeps the desktop from one dialog to the next, as the service's own hidden windows do.
-class LastingWindow final : public CallbackWindow {
- private:
-  LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
-    return ::DefWindowProcW(window, message, wParam, lParam);
-  }
-};
-
 class ConnectionTest : public UiDesktopTest {
  protected:
   ConnectionTest() {
-    EXPECT_TRUE(lasting_.Create());
     platform::NetworkInterface card = platform::SimulatedCard(2, L"eth0");
     card.description = L"Ethernet card";
     machine_.Interfaces().Set({card});
@@ -80,9 +57,8 @@ class ConnectionTest : public UiDesktopTest {
     machine_.Interfaces().Count(L"eth0", received, sent);
   }
 
-  LastingWindow lasting_;
   WeekCalendar calendar_;
-  UnknownIdentity identity_;
+  NoIdentity identity_;
   AnnaPrompts prompts_;
   SilentIndicator indicator_;
   LogonSession logon_{settings_, identity_};

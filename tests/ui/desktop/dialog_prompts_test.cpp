@@ -1,6 +1,7 @@
 // The questions of a logon on the screen, from the first user to the override.
 #include "ui/dialog_prompts.h"
 
+#include "accounts/no_identity.h"
 #include "ui_desktop_test.h"
 
 namespace quillgate {
@@ -15,11 +16,6 @@ class MockIndicator : public GateIndicator {
               (override));
   MOCK_METHOD(void, Lock, (), (override));
   MOCK_METHOD(void, Unlock, (), (override));
-};
-
-class NoIdentity final : public WindowsIdentity {
- public:
-  std::wstring UserName() override { return {}; }
 };
 
 class DialogPromptsTest : public UiDesktopTest {

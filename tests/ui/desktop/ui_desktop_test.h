@@ -12,7 +12,7 @@
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
 #include "storage/settings.h"
-#include "ui/callback_window.h"
+#include "ui/desktop/lasting_window.h"
 #include "ui/help_system.h"
 #include "ui/ui_surroundings.h"
 
@@ -40,15 +40,8 @@ class UiDesktopTest : public testing::Test {
     return text;
   }
 
-  // Like the program's own hidden one: with it the thread keeps the desktop between two dialogs.
-  class HiddenWindow final : public CallbackWindow {
-    LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
-      return ::DefWindowProcW(window, message, wParam, lParam);
-    }
-  };
-
   platform::SimulatedMachine machine_;
-  HiddenWindow window_;
+  LastingWindow window_;
   Database database_;
   Settings settings_{database_};
   MessageCatalogue catalogue_;

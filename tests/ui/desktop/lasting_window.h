@@ -1,0 +1,15 @@
+// A hidden window that keeps the desktop from one dialog to the next, as the service's own do.
+#pragma once
+
+#include "ui/callback_window.h"
+
+namespace quillgate {
+
+class LastingWindow final : public CallbackWindow {
+ private:
+  LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
+    return ::DefWindowProcW(window, message, wParam, lParam);
+  }
+};
+
+}  // namespace quillgate
