@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "accounts/password_digest.h"
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 namespace {

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <lm.h>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 

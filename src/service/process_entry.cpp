@@ -3,10 +3,10 @@
 #include <windows.h>
 
 #include "gate/ip_filter_hook.h"
+#include "handles/handle.h"
 #include "service/command_line.h"
 #include "service/service_installation.h"
 #include "service/service_names.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 namespace {

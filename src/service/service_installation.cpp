@@ -5,8 +5,8 @@
 
 #include <array>
 
+#include "handles/handle.h"
 #include "service/service_names.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 namespace {

@@ -9,8 +9,8 @@
 #include <atomic>
 #include <string>
 
+#include "handles/handle.h"
 #include "service/process_objects.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 

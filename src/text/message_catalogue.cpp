@@ -4,7 +4,7 @@
 #include <cwctype>
 #include <exception>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "ui/gdi_handles.h"
+#include "handles/gdi_handles.h"
 
 namespace quillgate {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 #include "ui/gdi_plus_functions.h"
 
 namespace quillgate {

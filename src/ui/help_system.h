@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 

@@ -1,7 +1,7 @@
 // Icons of the program's resources, loaded for one owner.
 #pragma once
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 

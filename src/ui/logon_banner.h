@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "handles/gdi_handles.h"
 #include "ui/banner_text_drawer.h"
-#include "ui/gdi_handles.h"
 
 namespace quillgate {
 

@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "storage/handle.h"
+#include "handles/gdi_handles.h"
+#include "handles/handle.h"
 #include "ui/callback_window.h"
-#include "ui/gdi_handles.h"
 
 namespace quillgate {
 

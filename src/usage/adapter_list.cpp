@@ -7,7 +7,7 @@
 #include <array>
 #include <optional>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 #include "storage/multibyte.h"
 
 namespace quillgate {

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <map>
 
+#include "handles/handle.h"
 #include "storage/critical_section.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 namespace {

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <span>
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 #include "usage/counter_extension.h"
 #include "usage/ndis_query.h"
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "handles/handle.h"
 #include "platform/testing/simulated_machine.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 

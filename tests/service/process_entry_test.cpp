@@ -5,9 +5,9 @@
 
 #include <filesystem>
 
+#include "handles/handle.h"
 #include "service/service_installation.h"
 #include "service_test.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 namespace {

@@ -7,9 +7,9 @@
 
 #include <winreg.h>
 
+#include "handles/handle.h"
 #include "platform/net/network_devices.h"
 #include "platform/testing/simulated_machine.h"
-#include "storage/handle.h"
 
 namespace quillgate {
 namespace {

@@ -1,7 +1,7 @@
 // Owned handles of the drawing system, and the scope in which an object is selected.
 #pragma once
 
-#include "storage/handle.h"
+#include "handles/handle.h"
 
 namespace quillgate {
 
