@@ -48,6 +48,17 @@ class CellStore {
   std::size_t Size() const;
   // The row of the last cell in order; nothing without cells.
   std::optional<std::int32_t> LastRow() const;
+
+ private:
+  struct Entry {
+    std::int32_t col = 0;
+    CellRecord record;
+  };
+  // By column; never empty.
+  using Row = std::vector<Entry>;
+
+  std::map<std::int32_t, Row> rows_;
+  std::size_t size_ = 0;
 };
 
 }  // namespace quillgate
