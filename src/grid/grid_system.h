@@ -41,6 +41,9 @@ class GridSystem {
   virtual void InvalidateAll(bool erase) = 0;
   virtual void PaintNow() = 0;
   virtual GridSize ClientSize() = 0;
+  // What the client area's size is when just these bars are shown. Two bars that are needed only
+  // because of each other would never go otherwise.
+  virtual GridSize SizeWithBars(bool horizontal, bool vertical) = 0;
   // Sends the window WM_SIZE with SIZE_MAXIMIZED.
   virtual void SendSize(GridSize size) = 0;
   // Posts GCM_DRAWCURSOR for this control.

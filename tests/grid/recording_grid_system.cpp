@@ -103,6 +103,15 @@ void RecordingGridSystem::PaintNow() {
   Record("PaintNow");
 }
 
+GridSize RecordingGridSystem::ClientSize() {
+  return SizeWithBars(barsShown[GridBar::kHorizontal], barsShown[GridBar::kVertical]);
+}
+
+GridSize RecordingGridSystem::SizeWithBars(bool horizontal, bool vertical) {
+  return {clientSize.width - (vertical ? barSize.width : 0),
+          clientSize.height - (horizontal ? barSize.height : 0)};
+}
+
 void RecordingGridSystem::SendSize(GridSize size) {
   Record("SendSize " + Text(size));
 }

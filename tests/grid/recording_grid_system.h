@@ -27,7 +27,8 @@ namespace quillgate {
 class RecordingGridSystem : public GridSystem {
  public:
   // --- what the test sets ---
-  GridSize clientSize{400, 300};
+  GridSize clientSize{400, 300};  // without the bars that are shown
+  GridSize barSize;               // the width of the vertical, the height of the horizontal bar
   std::map<GridFont, std::int32_t> charWidths;   // pixels of each character; 8 where none is set
   std::map<GridFont, std::int32_t> lineHeights;  // 16 where none is set
   std::int32_t windowFontAscent = 13;
@@ -53,7 +54,8 @@ class RecordingGridSystem : public GridSystem {
   void Invalidate(const GridRect& area, bool erase) override;
   void InvalidateAll(bool erase) override;
   void PaintNow() override;
-  GridSize ClientSize() override { return clientSize; }
+  GridSize ClientSize() override;
+  GridSize SizeWithBars(bool horizontal, bool vertical) override;
   void SendSize(GridSize size) override;
   void PostDrawCursor() override;
   void TakeFocus() override;
