@@ -24,7 +24,7 @@ class QtPaintedWidget final : public QWidget {
     if (events_ == nullptr) return;
     QPainter painter(this);
     QtCanvas canvas(painter);
-    events_->OnPaint(canvas, WinRect(event->rect()));
+    events_->OnPaint(canvas, WinRect(event->rect()), true);
   }
 
   WindowEvents* events_;

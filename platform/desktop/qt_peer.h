@@ -84,6 +84,10 @@ class QtPeer : public Interface, public QtWidgetHolder {
   void Activate() override { core_.Activate(); }
   void Invalidate(const RECT& area) override { core_.Invalidate(QtRect(area)); }
   void PaintNow() override { core_.PaintNow(); }
+  void SetPointer(PointerShape /*shape*/) override {}
+  bool Draw(const std::function<void(Canvas&)>& /*work*/) override { return false; }
+  void SetScrollBar(int /*bar*/, const ScrollBarView& /*view*/) override {}
+  void SetCaret(const std::optional<RECT>& /*place*/) override {}
 
   QWidget* Widget() const override { return core_.Widget(); }
 

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-class QtPlainPeer : public QtPeer<WindowPeer> {
+class QtPlainPeer final : public QtPeer<WindowPeer> {
  public:
   QtPlainPeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
       : QtPeer(new QtPaintedWidget(parent, flags, events), events) {}
@@ -21,35 +21,17 @@ class QtPlainPeer : public QtPeer<WindowPeer> {
   QtPlainPeer& operator=(const QtPlainPeer&) = delete;
 };
 
-// The user cannot change a dialog's size.
-class QtDialogPeer final : public QtPlainPeer {
- public:
-  using QtPlainPeer::QtPlainPeer;
-
-  void SetPlace(const RECT& place) override {
-    Widget()->setMinimumSize(0, 0);
-    Widget()->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    QtPlainPeer::SetPlace(place);
-    Widget()->setFixedSize(QtRect(place).size());
-  }
-};
-
-constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
-                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                                         Qt::WindowCloseButtonHint;
-
 }  // namespace
 
-std::unique_ptr<WindowPeer> QtWindowPeers::MakeTopLevel(WindowEvents& events, TopLevelKind kind,
-                                                        WindowPeer* owner) {
-  QWidget* above = WidgetOf(owner);
-  if (kind == TopLevelKind::kDialog) {
-    return std::make_unique<QtDialogPeer>(above, kDialogFlags, events);
-  }
-  return std::make_unique<QtPlainPeer>(above, Qt::Window, events);
+std::unique_ptr<WindowPeer> QtWindowPeers::MakeTopLevel(WindowEvents& events, WindowPeer* owner) {
+  return std::make_unique<QtPlainPeer>(WidgetOf(owner), Qt::Window, events);
 }
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakeChild(WindowEvents& events, WindowPeer& parent) {
+  return std::make_unique<QtPlainPeer>(WidgetOf(&parent), Qt::Widget, events);
+}
+
+std::unique_ptr<WindowPeer> QtWindowPeers::MakePage(WindowEvents& events, WindowPeer& parent) {
   return std::make_unique<QtPlainPeer>(WidgetOf(&parent), Qt::Widget, events);
 }
 

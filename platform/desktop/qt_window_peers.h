@@ -7,9 +7,9 @@ namespace platform {
 
 class QtWindowPeers final : public WindowPeers {
  public:
-  std::unique_ptr<WindowPeer> MakeTopLevel(WindowEvents& events, TopLevelKind kind,
-                                           WindowPeer* owner) override;
+  std::unique_ptr<WindowPeer> MakeTopLevel(WindowEvents& events, WindowPeer* owner) override;
   std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) override;
+  std::unique_ptr<WindowPeer> MakePage(WindowEvents& events, WindowPeer& parent) override;
   POINT CursorPlace() override;
   SIZE ScreenSize() override;
   RECT WorkArea(POINT place) override;

@@ -38,7 +38,7 @@ OwnedFont& OwnedFont::operator=(OwnedFont&& other) noexcept {
 }
 
 std::unique_ptr<WindowPeer> DialogControl::MakePeer(Window& window, WindowPeer* parent) {
-  if (window.isChild) return Desktop().Windows().MakeChild(*window.events, *parent);
+  if (window.isChild) return Desktop().Windows().MakePage(*window.events, *parent);
   return Desktop().Dialogs().MakeDialog(*window.events, *this, parent);
 }
 

@@ -10,6 +10,7 @@
 #include <user/message_box.h>
 #include <user/mouse.h>
 #include <user/paint.h>
+#include <user/scroll.h>
 #include <user/window.h>
 #include <windef.h>
 #include <winerror.h>

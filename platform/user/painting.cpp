@@ -1,5 +1,7 @@
 #include "platform/user/painting.h"
 
+#include <utility>
+
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -11,11 +13,13 @@ RECT ClientArea(const Window& window) {
 
 }  // namespace
 
-void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged) {
+void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
+                 bool exposed) {
   // Painting inside painting would draw on the same canvas.
   if (!window->IsLive() || window->painting != nullptr) return;
   Painting painting{canvas, damaged, nullptr};
   window->painting = &painting;
+  window->mustErase = window->mustErase || exposed;
   window->CallProcedure(WM_PAINT, 0, 0);
   window->painting = nullptr;
 }
@@ -31,7 +35,7 @@ bool EraseBackground(const Window& window, HDC context) {
 
 using namespace platform;
 
-BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL /*erase*/) {
+BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL erase) {
   if (window == nullptr) {
     LogLine("InvalidateRect: all windows at once: not supported");
     ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
@@ -42,6 +46,7 @@ BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL /*erase*/) {
   return RunOnOwner(found,
                     [&] {
                       if (found->peer == nullptr) return;
+                      found->mustErase = found->mustErase || erase;
                       found->peer->Invalidate(area != nullptr ? *area : ClientArea(*found));
                     })
              ? TRUE
@@ -70,7 +75,9 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) {
   paint->hdc = painting.context->Get();
   paint->rcPaint = painting.damaged;
   const auto context = reinterpret_cast<WPARAM>(paint->hdc);
-  paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
+  const bool erase = std::exchange(found->mustErase, false);
+  // Who does not erase now is told that it is left to be done.
+  if (erase) paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
   return paint->hdc;
 }
 

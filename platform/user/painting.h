@@ -6,8 +6,9 @@
 namespace platform {
 
 // Lets the window's procedure paint the damaged part of the client area on the canvas. It may end
-// the window.
-void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged);
+// the window. Exposed: what stood there is lost.
+void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
+                 bool exposed);
 
 // Fills the client area with the brush of the window's class; false without one.
 bool EraseBackground(const Window& window, HDC context);

@@ -13,9 +13,9 @@ void PeerEvents::DeferMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   });
 }
 
-void PeerEvents::OnPaint(Canvas& canvas, const RECT& damaged) {
+void PeerEvents::OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) {
   const auto window = Resolve<Window>(HandleKind::kWindow, window_.handle);
-  if (window != nullptr) PaintWindow(window, canvas, damaged);
+  if (window != nullptr) PaintWindow(window, canvas, damaged, exposed);
 }
 
 void PeerEvents::OnCloseRequested() {
@@ -50,6 +50,16 @@ void PeerEvents::OnFocusChanged(bool focused) {
 
 void PeerEvents::OnHelpRequested() {
   RequestHelp(window_);
+}
+
+void PeerEvents::OnMouse(const MouseInput& /*input*/) {}
+
+bool PeerEvents::OnKey(const KeyInput& /*input*/) {
+  return false;
+}
+
+void PeerEvents::OnScroll(int bar, UINT request, int place) {
+  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(request, place), 0);
 }
 
 }  // namespace platform

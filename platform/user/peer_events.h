@@ -13,12 +13,15 @@ class PeerEvents final : public WindowEvents {
  public:
   explicit PeerEvents(Window& window) : window_(window) {}
 
-  void OnPaint(Canvas& canvas, const RECT& damaged) override;
+  void OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) override;
   void OnCloseRequested() override;
   void OnPlaceChanged(const RECT& place) override;
   void OnActivationChanged(bool active) override;
   void OnFocusChanged(bool focused) override;
   void OnHelpRequested() override;
+  void OnMouse(const MouseInput& input) override;
+  bool OnKey(const KeyInput& input) override;
+  void OnScroll(int bar, UINT request, int place) override;
 
  private:
   void DeferMessage(UINT message, WPARAM wParam, LPARAM lParam);

@@ -51,6 +51,8 @@ class Window final : public Object {
   // What a window of one of the system's classes does; null for a registered class.
   std::unique_ptr<Control> control;
   Painting* painting = nullptr;
+  // The background is to be erased when the window is next painted.
+  bool mustErase = false;
   // Who hears what the user does to the peer.
   std::unique_ptr<WindowEvents> events;
   // Null without a desktop. It stays, hidden, until the thread next runs deferred work after the

@@ -45,7 +45,7 @@ std::unique_ptr<WindowPeer> MakePeer(Window& window) {
   if (window.control != nullptr) return window.control->MakePeer(window, parent);
   WindowPeers& peers = Desktop().Windows();
   return window.isChild ? peers.MakeChild(*window.events, *parent)
-                        : peers.MakeTopLevel(*window.events, TopLevelKind::kPlain, parent);
+                        : peers.MakeTopLevel(*window.events, parent);
 }
 
 void GivePeer(Window& window) {

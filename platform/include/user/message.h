@@ -33,6 +33,8 @@ extern "C" {
 #define WM_NCDESTROY 0x0082u
 #define WM_COMMAND 0x0111u
 #define WM_TIMER 0x0113u
+#define WM_HSCROLL 0x0114u
+#define WM_VSCROLL 0x0115u
 #define WM_POWERBROADCAST 0x0218u
 #define WM_WTSSESSION_CHANGE 0x02B1u
 #define WM_USER 0x0400u
