@@ -74,7 +74,16 @@ class Grid {
   void Refresh();
 
  private:
+  // False for a cell past the limits, of which the parent is told.
   bool Check(GridCell cell);
+  // As many rows as the last cell that is stored needs.
+  void IncludeLastRow();
+  // Makes the row high and the column wide enough for the text.
+  void MakeRoom(GridCell cell, std::wstring_view text);
+  // Sends the size that was last heard of again, twice.
+  void RefreshLayout();
+  // Changes a colour while the cursor's frame is off.
+  void SetUnderFrame(GridColour GridSlot::*colour, GridColour value);
 
   GridSlot& slot_;
   GridSystem& system_;

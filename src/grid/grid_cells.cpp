@@ -1,0 +1,124 @@
+// What the grid's messages do with its cells.
+#include <algorithm>
+#include <new>
+#include <utility>
+
+#include "grid/grid.h"
+#include "grid/grid_layout.h"
+#include "grid/grid_notifications.h"
+
+namespace quillgate {
+namespace {
+
+// Around a text that makes its column wider or its row higher.
+constexpr std::int32_t kTextMargin = 5;
+
+struct TextExtent {
+  std::int32_t width = 0;  // of the widest line
+  std::int32_t lines = 0;
+};
+
+TextExtent Measure(std::wstring_view text, GridFont font, GridSystem& system) {
+  TextExtent extent;
+  for (bool hasMore = true; hasMore; ++extent.lines) {
+    const std::size_t end = text.find(L'\n');
+    extent.width = std::max(extent.width, system.TextWidth(text.substr(0, end), font));
+    hasMore = end != text.npos;
+    if (hasMore) text.remove_prefix(end + 1);
+  }
+  return extent;
+}
+
+// What was stored stays if there is no memory for it.
+void StoreOrBeep(CellStore& store, GridCell cell, bool isProtected, std::wstring_view text,
+                 GridSystem& system) {
+  try {
+    store.Store(cell, {isProtected, TypeOf(text), std::wstring(text)});
+  } catch (const std::bad_alloc&) {
+    system.Beep();
+  }
+}
+
+}  // namespace
+
+bool Grid::Check(GridCell cell) {
+  if (IsValid(cell)) return true;
+  system_.Notify(GCN_BADCELL, 0);
+  return false;
+}
+
+bool Grid::SetProtect(GridCell cell, bool isProtected) {
+  if (!Check(cell)) return false;
+  if (CellRecord* record = slot_.cellStore.Find(cell))
+    record->isProtected = isProtected;
+  else
+    StoreOrBeep(slot_.cellStore, cell, isProtected, {}, system_);
+  return true;
+}
+
+bool Grid::SetCell(GridCell cell, std::wstring_view text) {
+  if (!Check(cell)) return false;
+  StoreOrBeep(slot_.cellStore, cell, slot_.defaultProtect == L'P', text, system_);
+  system_.Invalidate(CellRect(slot_, cell), false);
+  if (slot_.autoRow) IncludeLastRow();
+  if (slot_.autoWidth || cell.row == 0) MakeRoom(cell, text);
+  return true;
+}
+
+void Grid::IncludeLastRow() {
+  const std::int32_t last = slot_.cellStore.LastRow().value_or(0);
+  if (last > slot_.rows || slot_.cellStore.Size() == 0)
+    SetSize(static_cast<std::uint32_t>(last), slot_.cols);
+}
+
+void Grid::MakeRoom(GridCell cell, std::wstring_view text) {
+  const bool isHeading = cell.row == 0;
+  const GridFont font = isHeading ? slot_.headingFont : slot_.cellFont;
+  const TextExtent extent = Measure(text, font, system_);
+  const std::int32_t lines = isHeading || !slot_.ellipsis ? extent.lines : 1;
+  const std::int32_t height = lines * system_.LineHeight(font) + kTextMargin;
+  if (isHeading && height > slot_.headerHeight) SetHeaderHeight(height);
+  if (!isHeading && height > slot_.rowHeight) SetRowHeight(height);
+  const std::int32_t width = extent.width + kTextMargin;
+  if (width > WidthOf(slot_, cell.col)) SetColWidth(static_cast<std::uint32_t>(cell.col), width);
+}
+
+std::optional<std::wstring> Grid::CellText(GridCell cell) {
+  if (!Check(cell)) return std::nullopt;
+  const CellRecord* record = slot_.cellStore.Find(cell);
+  return record == nullptr ? std::wstring() : record->text;
+}
+
+bool Grid::DeleteCell(GridCell cell) {
+  if (!Check(cell)) return false;
+  slot_.cellStore.Remove(cell);
+  system_.Notify(GCN_EDITEND, PackedCell(slot_.Cursor()));
+  return true;
+}
+
+std::optional<int> Grid::TypeNumber(GridCell cell) {
+  if (!Check(cell)) return std::nullopt;
+  const CellRecord* record = slot_.cellStore.Find(cell);
+  if (record == nullptr) return 0;
+  switch (record->type) {
+    case CellType::kText:
+      return 1;
+    case CellType::kNumber:
+      return 2;
+    case CellType::kTrue:
+      return 3;
+    case CellType::kFalse:
+      return 4;
+    case CellType::kGraphic:
+      return 5;
+  }
+  return 1;
+}
+
+std::optional<bool> Grid::IsProtected(GridCell cell) {
+  if (!Check(cell)) return std::nullopt;
+  const CellRecord* record = slot_.cellStore.Find(cell);
+  return record != nullptr && record->isProtected;
+}
+
+}  // namespace quillgate
