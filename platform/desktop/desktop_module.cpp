@@ -1,6 +1,5 @@
 #include "platform/user/desktop_module.h"
 
-#include <QApplication>
 #include <cerrno>
 #include <clocale>
 #include <exception>
@@ -8,6 +7,7 @@
 #include <vector>
 
 #include "platform/desktop/message_box.h"
+#include "platform/desktop/qt_application.h"
 #include "platform/desktop/qt_control_peers.h"
 #include "platform/desktop/qt_dialog_peers.h"
 #include "platform/desktop/qt_event_loop.h"
@@ -54,6 +54,8 @@ class QtDesktop final : public DesktopModule {
   GraphicsBackend& Graphics() override { return graphics_; }
   MenuBackend& Menus() override { return menus_; }
   TrayBackend& Tray() override { return tray_; }
+  KeySet KeysDown() override { return application_.KeysDown(); }
+  void Beep() override { QApplication::beep(); }
   std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) override {
     return std::make_unique<QtMessageBox>(view, loop_);
   }
@@ -66,7 +68,7 @@ class QtDesktop final : public DesktopModule {
   int argumentCount_ = 1;
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
   [[maybe_unused]] const bool withoutGlib_ = ForgoGlib();
-  QApplication application_{argumentCount_, arguments_};
+  QtApplication application_{argumentCount_, arguments_};
   QtEventLoop loop_;
   QtGraphics graphics_;
   QtWindowPeers windows_;

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include "platform/desktop/qt_input.h"
 #include "platform/desktop/qt_painted_widget.h"
 #include "platform/desktop/qt_peer.h"
 
@@ -13,12 +14,17 @@ namespace {
 class QtPlainPeer final : public QtPeer<WindowPeer> {
  public:
   QtPlainPeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
-      : QtPeer(new QtPaintedWidget(parent, flags, events), events) {}
+      : QtPeer(new QtPaintedWidget(parent, flags, events), events), input_(Widget(), events) {}
   ~QtPlainPeer() override {
     if (Widget() != nullptr) static_cast<QtPaintedWidget*>(Widget())->Forget();
   }
   QtPlainPeer(const QtPlainPeer&) = delete;
   QtPlainPeer& operator=(const QtPlainPeer&) = delete;
+
+  void SetPointer(PointerShape shape) override { input_.SetPointer(shape); }
+
+ private:
+  QtInput input_;
 };
 
 }  // namespace

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <user/control.h>
+#include <user/cursor.h>
 #include <user/dialog.h>
 #include <user/draw.h>
 #include <user/image.h>
+#include <user/keyboard.h>
 #include <user/menu.h>
 #include <user/message.h>
 #include <user/message_box.h>

@@ -29,6 +29,7 @@ enum class HandleKind : std::uint8_t {
   kPen,
   kBitmap,
   kIcon,
+  kCursor,
   kPropertyPage,
   kGdiplusGraphics,
   kGdiplusFontFamily,

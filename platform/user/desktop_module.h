@@ -11,6 +11,7 @@
 #include "platform/gdi/graphics_backend.h"
 #include "platform/shell/tray_backend.h"
 #include "platform/user/event_loop.h"
+#include "platform/user/key_set.h"
 #include "platform/user/menu_backend.h"
 #include "platform/user/message_box.h"
 #include "platform/user/window_peer.h"
@@ -36,6 +37,10 @@ class DesktopModule {
   virtual GraphicsBackend& Graphics() = 0;
   virtual MenuBackend& Menus() = 0;
   virtual TrayBackend& Tray() = 0;
+
+  // What is down at the moment, as far as the process has been told.
+  virtual KeySet KeysDown() = 0;
+  virtual void Beep() = 0;
 
   // Shows the box, which gets the keyboard, and returns at once.
   virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) = 0;

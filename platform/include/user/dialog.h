@@ -41,6 +41,8 @@ HWND WINAPI CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND ow
                                DLGPROC procedure, LPARAM parameter);
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 LRESULT WINAPI DefDlgProcW(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+// Gives a message of the dialog, or of a window in it, to whom it is for. False: it is of neither.
+BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message);
 BOOL WINAPI MapDialogRect(HWND dialog, LPRECT area);
 
 HWND WINAPI GetDlgItem(HWND dialog, int id);

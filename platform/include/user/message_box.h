@@ -31,6 +31,7 @@ extern "C" {
 #define IDIGNORE 5
 #define IDYES 6
 #define IDNO 7
+BOOL WINAPI MessageBeep(UINT type);
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
 }  // extern "C"

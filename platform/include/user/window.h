@@ -50,6 +50,8 @@ struct CREATESTRUCTW {
 };
 using LPCREATESTRUCTW = CREATESTRUCTW*;
 
+#define CS_DBLCLKS 0x0008u
+
 #define WS_OVERLAPPED 0x00000000u
 #define WS_POPUP 0x80000000u
 #define WS_CHILD 0x40000000u
@@ -129,6 +131,7 @@ int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count);
 BOOL WINAPI GetCursorPos(LPPOINT place);
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
+#define SM_SWAPBUTTON 23
 #define SM_CXSMICON 49
 #define SM_CYSMICON 50
 int WINAPI GetSystemMetrics(int index);

@@ -1,0 +1,27 @@
+// The toolkit's application, which sees the events of every widget. (Its event filters would not
+// do: they work on the thread alone that used the toolkit first.) Lives on the window thread.
+#pragma once
+
+#include <QApplication>
+
+#include "platform/desktop/qt_key_state.h"
+
+namespace platform {
+
+class QtApplication final : public QApplication {
+ public:
+  // Both live as long as the application.
+  QtApplication(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {}
+
+  const KeySet& KeysDown() const { return keys_.Down(); }
+
+ private:
+  bool notify(QObject* receiver, QEvent* event) override {
+    keys_.Note(*event);
+    return QApplication::notify(receiver, event);
+  }
+
+  QtKeyState keys_;
+};
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+// Reports what mouse and keyboard do in the widget of a window that paints itself. The toolkit lets
+// the widget where a button goes down have the mouse until the button is up; here whatever widget
+// is under the pointer has it. Owned by the window's peer, on the window thread.
+#pragma once
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/user/window_peer.h"
+
+namespace platform {
+
+class QtInput final : public QObject {
+ public:
+  QtInput(QWidget* widget, WindowEvents& events);
+  ~QtInput() override;
+
+  void SetPointer(PointerShape shape);
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void OnMouse(const QMouseEvent& event);
+  bool OnKey(QKeyEvent& event);
+
+  const QPointer<QWidget> widget_;
+  WindowEvents& events_;
+  std::optional<PointerShape> pointer_;
+};
+
+}  // namespace platform

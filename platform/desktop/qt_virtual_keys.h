@@ -1,0 +1,17 @@
+// Which key of a Windows keyboard a key of the toolkit is.
+#pragma once
+
+#include <windows.h>
+
+#include <QKeyEvent>
+
+namespace platform {
+
+struct VirtualKey {
+  int code = 0;  // 0: there is no such key
+  UINT scanCode = 0;
+};
+
+VirtualKey VirtualKeyOf(const QKeyEvent& event);
+
+}  // namespace platform
