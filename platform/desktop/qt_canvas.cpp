@@ -20,6 +20,29 @@ QImage BorrowedImage(const Image& image) {
   return QImage(bytes, image.width, image.height, image.width * 4, QImage::Format_ARGB32);
 }
 
+// Null when they cannot be read.
+const QImage* PixelsOf(const Canvas& canvas) {
+  if (const auto* memory = dynamic_cast<const QtMemoryCanvas*>(&canvas)) return &memory->Pixels();
+  const auto* painted = dynamic_cast<const QtCanvas*>(&canvas);
+  return painted != nullptr ? painted->Pixels() : nullptr;
+}
+
+// The same pixels, not copied as those of an image that is painted on otherwise are.
+QImage ViewOf(const QImage& image) {
+  QImage view(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
+              image.format());
+  view.setDevicePixelRatio(image.devicePixelRatio());
+  return view;
+}
+
+std::optional<COLORREF> ReadPixel(const QImage& pixels, POINT place) {
+  const double ratio = pixels.devicePixelRatio();
+  const QPoint at(qFloor((place.x + 0.5) * ratio), qFloor((place.y + 0.5) * ratio));
+  if (!pixels.valid(at)) return std::nullopt;
+  const QRgb pixel = pixels.pixel(at);
+  return static_cast<COLORREF>(qRed(pixel) | qGreen(pixel) << 8 | qBlue(pixel) << 16);
+}
+
 // The one to be made smaller the least, since small pictures made larger are blurred.
 const Image* BestImage(const IconImages& icon, double pixels) {
   const Image* best = nullptr;
@@ -83,20 +106,24 @@ void QtCanvas::DrawPicture(const Image& image, const RECT& area) {
 }
 
 bool QtCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) {
-  const auto* memory = dynamic_cast<QtMemoryCanvas*>(&source);
-  if (memory == nullptr) return false;
+  const QImage* pixels = PixelsOf(source);
+  if (pixels == nullptr) return false;
   const PainterState state(painter_);
   painter_.setCompositionMode(QPainter::CompositionMode_Source);
-  const double ratio = memory->Pixels().devicePixelRatio();
+  const double ratio = pixels->devicePixelRatio();
   const QRectF target(QtRect(area));
   const QRectF from(QPointF(sourcePlace.x, sourcePlace.y) * ratio, target.size() * ratio);
-  painter_.drawImage(target, memory->Pixels(), from);
+  // What is copied within one image may lie over what it is copied to.
+  const QImage origin = pixels == pixels_ ? ViewOf(*pixels).copy() : ViewOf(*pixels);
+  painter_.drawImage(target, origin, from);
   return true;
 }
 
-// What a window shows cannot be read back.
-std::optional<COLORREF> QtCanvas::PixelAt(POINT /*place*/) {
-  return std::nullopt;
+std::optional<COLORREF> QtCanvas::PixelAt(POINT place) {
+  if (pixels_ == nullptr) return std::nullopt;
+  const bool isClipped =
+      painter_.hasClipping() && !painter_.clipRegion().contains(QPoint(place.x, place.y));
+  return isClipped ? std::nullopt : ReadPixel(*pixels_, place);
 }
 
 QtMemoryCanvas::QtMemoryCanvas(SIZE size, double pixelRatio)
@@ -138,11 +165,7 @@ bool QtMemoryCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlac
 }
 
 std::optional<COLORREF> QtMemoryCanvas::PixelAt(POINT place) {
-  const double ratio = pixels_.devicePixelRatio();
-  const QPoint at(qFloor((place.x + 0.5) * ratio), qFloor((place.y + 0.5) * ratio));
-  if (!pixels_.valid(at)) return std::nullopt;
-  const QRgb pixel = pixels_.pixel(at);
-  return static_cast<COLORREF>(qRed(pixel) | qGreen(pixel) << 8 | qBlue(pixel) << 16);
+  return ReadPixel(pixels_, place);
 }
 
 }  // namespace platform

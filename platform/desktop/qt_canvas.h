@@ -13,17 +13,24 @@ namespace platform {
 // that is active. Its clipping holds; whatever else is set on it is left as it was.
 class QtCanvas final : public Canvas {
  public:
-  explicit QtCanvas(QPainter& painter) : painter_(painter) {}
+  // The pixels are those of the image that the painter paints on, to be read back; null: they
+  // cannot be read.
+  explicit QtCanvas(QPainter& painter, const QImage* pixels = nullptr)
+      : painter_(painter), pixels_(pixels) {}
 
   void Fill(const RECT& area, COLORREF colour) override;
   void DrawText(const std::wstring& text, double x, double y, const TextStyle& style) override;
   void DrawIcon(const IconImages& icon, const RECT& area) override;
   void DrawPicture(const Image& image, const RECT& area) override;
   bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) override;
+  // Nothing outside of the clipping.
   std::optional<COLORREF> PixelAt(POINT place) override;
+
+  const QImage* Pixels() const { return pixels_; }
 
  private:
   QPainter& painter_;
+  const QImage* pixels_;
 };
 
 // Pixels in memory, as many to the inch as the screen has, so that text on them is as sharp as on a
