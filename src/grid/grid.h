@@ -80,13 +80,15 @@ class Grid {
   void IncludeLastRow();
   // Makes the row high and the column wide enough for the text.
   void MakeRoom(GridCell cell, std::wstring_view text);
-  // Sends the size that was last heard of again, twice.
-  void RefreshLayout();
   // Changes a colour while the cursor's frame is off.
   void SetUnderFrame(GridColour GridSlot::*colour, GridColour value);
 
   GridSlot& slot_;
   GridSystem& system_;
 };
+
+// Sends the size that the control last heard of again, twice: the parent's notion of its size is
+// served, nothing is laid out.
+void RefreshLayout(const GridSlot& slot, GridSystem& system);
 
 }  // namespace quillgate

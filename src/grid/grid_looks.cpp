@@ -7,6 +7,12 @@
 #include "grid/grid_scrolling.h"
 
 namespace quillgate {
+namespace {
+
+// No screen is so large. Sums of a few lengths stay within their type.
+constexpr std::int32_t kLongest = 0x7FFFFFF;
+
+}  // namespace
 
 Grid::Grid(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {
   const GridSize client = system.ClientSize();
@@ -26,7 +32,7 @@ void Grid::SetTitle(std::wstring_view title) {
   slot_.titleHeight = height;
   GridScrolling(slot_, system_).UpdateBars();
   system_.InvalidateAll(false);
-  RefreshLayout();
+  RefreshLayout(slot_, system_);
 }
 
 void Grid::SetFont(GridFont font) {
@@ -45,10 +51,9 @@ void Grid::OnSize(GridSize size) {
   slot_.savedHeight = size.height;
 }
 
-// The parent's notion of the size is served; the control does not lay out anything.
-void Grid::RefreshLayout() {
-  system_.SendSize({slot_.savedWidth, slot_.savedHeight});
-  system_.SendSize({slot_.savedWidth, slot_.savedHeight});
+void RefreshLayout(const GridSlot& slot, GridSystem& system) {
+  system.SendSize({slot.savedWidth, slot.savedHeight});
+  system.SendSize({slot.savedWidth, slot.savedHeight});
 }
 
 void Grid::SetDefaultProtect(bool isProtected) {
@@ -79,29 +84,29 @@ void Grid::SetCursorPos(std::int32_t row, std::int32_t col) {
 
 void Grid::SetColWidth(std::uint32_t col, std::int32_t width) {
   if (col >= slot_.colWidth.size() || width < 0) return;
-  slot_.colWidth[col] = width;
+  slot_.colWidth[col] = std::min(width, kLongest);
   system_.InvalidateAll(false);
   GridScrolling(slot_, system_).UpdateBars();
 }
 
 void Grid::SetHeaderHeight(std::int32_t height) {
-  slot_.headerHeight = std::max(height, 0);
+  slot_.headerHeight = std::clamp(height, 0, kLongest);
   GridScrolling(slot_, system_).UpdateBars();
-  RefreshLayout();
+  RefreshLayout(slot_, system_);
   system_.InvalidateAll(false);
 }
 
 void Grid::SetRowHeight(std::int32_t height) {
-  slot_.rowHeight = std::max(height, 1);
+  slot_.rowHeight = std::clamp(height, 1, kLongest);
   GridScrolling scrolling(slot_, system_);
   scrolling.UpdateBars();
   scrolling.BringCursorIntoView();
-  RefreshLayout();
+  RefreshLayout(slot_, system_);
   system_.InvalidateAll(false);
 }
 
 void Grid::SetTitleHeight(std::int32_t height) {
-  slot_.titleHeight = std::max(height, 0);
+  slot_.titleHeight = std::clamp(height, 0, kLongest);
   GridScrolling scrolling(slot_, system_);
   scrolling.UpdateBars();
   scrolling.BringCursorIntoView();
@@ -126,7 +131,7 @@ void Grid::SetUnderFrame(GridColour GridSlot::*colour, GridColour value) {
 
 void Grid::SetSpareFlag(bool flag) {
   slot_.spareFlag = flag;
-  RefreshLayout();
+  RefreshLayout(slot_, system_);
   system_.InvalidateAll(false);
 }
 
