@@ -13,6 +13,7 @@ struct GdiObjectTrait {
 };
 using FontHandle = UniqueHandle<GdiObjectTrait<HFONT>>;
 using BrushHandle = UniqueHandle<GdiObjectTrait<HBRUSH>>;
+using PenHandle = UniqueHandle<GdiObjectTrait<HPEN>>;
 using BitmapHandle = UniqueHandle<GdiObjectTrait<HBITMAP>>;
 
 // Contexts made by CreateCompatibleDC.
@@ -22,6 +23,23 @@ struct MemoryDcTrait {
   static void Close(Type handle) { ::DeleteDC(handle); }
 };
 using MemoryDcHandle = UniqueHandle<MemoryDcTrait>;
+
+// The context of what a window shows, for as long as it lives; null when the window is gone.
+class WindowDc {
+ public:
+  explicit WindowDc(HWND window) : window_(window), context_(::GetDC(window)) {}
+  ~WindowDc() {
+    if (context_ != nullptr) ::ReleaseDC(window_, context_);
+  }
+  WindowDc(const WindowDc&) = delete;
+  WindowDc& operator=(const WindowDc&) = delete;
+
+  HDC Get() const { return context_; }
+
+ private:
+  HWND window_;
+  HDC context_;
+};
 
 // Selects an object into a device context and, at its end, what was selected before.
 class SelectedObject {
