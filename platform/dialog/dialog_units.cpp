@@ -1,7 +1,7 @@
 #include "platform/dialog/dialog_units.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 
 #include "platform/user/desktop.h"
 
@@ -13,11 +13,6 @@ constexpr int kPointsPerInch = 72;
 // The height of an 8 point font.
 constexpr int kBaseFontPixels = 11;
 
-// To the nearest, as MulDiv documents.
-int Scale(int value, int multiplier, int divisor) {
-  return static_cast<int>(std::lround(static_cast<double>(value) * multiplier / divisor));
-}
-
 DialogUnits Measure(GraphicsBackend& graphics, const LOGFONTW& font) {
   const std::wstring letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   const int width = graphics.MeasureText(letters, font).cx;
@@ -27,11 +22,11 @@ DialogUnits Measure(GraphicsBackend& graphics, const LOGFONTW& font) {
 }  // namespace
 
 int DialogUnits::X(int units) const {
-  return Scale(units, width, 4);
+  return ::MulDiv(units, width, 4);
 }
 
 int DialogUnits::Y(int units) const {
-  return Scale(units, height, 8);
+  return ::MulDiv(units, height, 8);
 }
 
 RECT DialogUnits::Pixels(const RECT& units) const {
@@ -40,7 +35,7 @@ RECT DialogUnits::Pixels(const RECT& units) const {
 
 LOGFONTW LogicalFontOf(const DialogFont& font) {
   LOGFONTW made{};
-  made.lfHeight = -Scale(font.points, kPixelsPerInch, kPointsPerInch);
+  made.lfHeight = -::MulDiv(font.points, kPixelsPerInch, kPointsPerInch);
   made.lfWeight = font.weight;
   made.lfItalic = font.italic ? 1 : 0;
   const std::size_t length = std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1);
@@ -52,8 +47,8 @@ DialogUnits UnitsOf(const LOGFONTW& font) {
   if (IsWindowThread()) return Measure(Desktop().Graphics(), font);
   const DialogUnits base;
   const int pixels = std::abs(font.lfHeight);
-  return {std::max(1, Scale(base.width, pixels, kBaseFontPixels)),
-          std::max(1, Scale(base.height, pixels, kBaseFontPixels))};
+  return {std::max(1, ::MulDiv(base.width, pixels, kBaseFontPixels)),
+          std::max(1, ::MulDiv(base.height, pixels, kBaseFontPixels))};
 }
 
 }  // namespace platform

@@ -112,6 +112,9 @@ void WINAPI GetLocalTime(LPSYSTEMTIME time);
 DWORD WINAPI GetTickCount();
 void WINAPI Sleep(DWORD milliseconds);
 
+// --- arithmetic ---
+int WINAPI MulDiv(int number, int numerator, int denominator);
+
 // --- messages ---
 #define FORMAT_MESSAGE_ALLOCATE_BUFFER 0x00000100u
 #define FORMAT_MESSAGE_FROM_HMODULE 0x00000800u
