@@ -44,6 +44,10 @@ struct GridRect {
   bool operator==(const GridRect&) const = default;
 };
 
+constexpr bool IsEmpty(const GridRect& rect) {
+  return rect.right <= rect.left || rect.bottom <= rect.top;
+}
+
 // 0x00BBGGRR.
 using GridColour = std::uint32_t;
 
