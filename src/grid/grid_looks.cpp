@@ -123,9 +123,9 @@ void Grid::SetGridLineColor(GridColour colour) {
 
 void Grid::SetUnderFrame(GridColour GridSlot::*colour, GridColour value) {
   GridCursor cursor(slot_, system_);
-  cursor.ToggleFrame();
+  cursor.RemoveFrame();
   slot_.*colour = value;
-  cursor.ToggleFrame();
+  cursor.ShowFrame();
   system_.InvalidateAll(false);
 }
 
