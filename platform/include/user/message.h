@@ -45,6 +45,7 @@ extern "C" {
 #define WA_ACTIVE 1
 // WM_SIZE
 #define SIZE_RESTORED 0
+#define SIZE_MAXIMIZED 2
 
 #define PBT_APMQUERYSUSPEND 0x0000u
 #define PBT_APMSUSPEND 0x0004u
