@@ -1,10 +1,11 @@
 #include "platform/desktop/qt_canvas.h"
 
-#include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
 
+#include "platform/desktop/qt_check_box.h"
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_shown_font.h"
 
 namespace platform {
 namespace {
@@ -12,6 +13,20 @@ namespace {
 QColor ColourOf(COLORREF colour) {
   return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
                 static_cast<int>(colour >> 16 & 0xFF));
+}
+
+QPainter::CompositionMode ModeOf(RasterOperation operation) {
+  switch (operation) {
+    case RasterOperation::kXor:
+      return QPainter::RasterOp_SourceXorDestination;
+    case RasterOperation::kNotXor:
+      return QPainter::RasterOp_NotSourceXorDestination;
+    case RasterOperation::kNot:
+      return QPainter::RasterOp_NotDestination;
+    case RasterOperation::kCopy:
+      break;
+  }
+  return QPainter::CompositionMode_Source;
 }
 
 // The pixels stay the image's own.
@@ -22,7 +37,6 @@ QImage BorrowedImage(const Image& image) {
 
 // Null when they cannot be read.
 const QImage* PixelsOf(const Canvas& canvas) {
-  if (const auto* memory = dynamic_cast<const QtMemoryCanvas*>(&canvas)) return &memory->Pixels();
   const auto* painted = dynamic_cast<const QtCanvas*>(&canvas);
   return painted != nullptr ? painted->Pixels() : nullptr;
 }
@@ -81,19 +95,38 @@ void QtCanvas::Fill(const RECT& area, COLORREF colour) {
   painter_.fillRect(QtRect(area), ColourOf(colour));
 }
 
-void QtCanvas::DrawText(const std::wstring& text, double x, double y, const TextStyle& style) {
-  const PainterState state(painter_);
-  const QFont font = QtFont(style.font);
-  const QFontMetricsF metrics(font);
-  const QString shown = QString::fromStdWString(text);
-  if (style.background.has_value()) {
-    const QRectF line(x, y, std::ceil(metrics.horizontalAdvance(shown)),
-                      std::ceil(metrics.height()));
-    painter_.fillRect(line, ColourOf(*style.background));
+void QtCanvas::Combine(std::span<const RECT> areas, COLORREF colour, RasterOperation operation) {
+  painter_.setCompositionMode(ModeOf(operation));
+  for (const RECT& area : areas)
+    painter_.fillRect(QtRect(area), ColourOf(colour));
+  painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+void QtCanvas::UsePen(COLORREF colour) {
+  const QColor wanted = ColourOf(colour);
+  const QPen& pen = painter_.pen();
+  if (pen.style() != Qt::SolidLine || pen.color() != wanted) painter_.setPen(wanted);
+}
+
+void QtCanvas::DrawText(std::wstring_view text, double x, double y, const TextStyle& style) {
+  QtShownFont& font = ShownFont(style.font);
+  const QtShapedText& shaped = font.Shaped(text);
+  const QRectF line(x, y, shaped.width, font.Metrics().height);
+  std::optional<PainterState> state;
+  const QRectF drawn = shaped.ink.translated(x, y) | (style.background ? line : QRectF());
+  if (style.clip.has_value() && !QRectF(QtRect(*style.clip)).contains(drawn)) {
+    state.emplace(painter_);
+    painter_.setClipRect(QtRect(*style.clip), Qt::IntersectClip);
   }
-  painter_.setFont(font);
-  painter_.setPen(ColourOf(style.colour));
-  painter_.drawText(QPointF(x, y + std::ceil(metrics.ascent())), shown);
+  if (style.background.has_value()) painter_.fillRect(line, ColourOf(*style.background));
+  UsePen(style.colour);
+  for (const QGlyphRun& run : shaped.glyphs)
+    painter_.drawGlyphRun(QPointF(x, y), run);
+}
+
+void QtCanvas::DrawCheckBox(const RECT& area, const CheckBoxLook& look) {
+  const double ratio = painter_.device()->devicePixelRatioF();
+  painter_.drawImage(QtRect(area).topLeft(), CheckBoxImage(area.right - area.left, ratio, look));
 }
 
 void QtCanvas::DrawIcon(const IconImages& icon, const RECT& area) {
@@ -126,46 +159,12 @@ std::optional<COLORREF> QtCanvas::PixelAt(POINT place) {
   return isClipped ? std::nullopt : ReadPixel(*pixels_, place);
 }
 
-QtMemoryCanvas::QtMemoryCanvas(SIZE size, double pixelRatio)
-    : pixels_(QSize(qCeil(size.cx * pixelRatio), qCeil(size.cy * pixelRatio)),
-              QImage::Format_RGB32) {
-  pixels_.setDevicePixelRatio(pixelRatio);
-  pixels_.fill(Qt::black);
-}
-
-void QtMemoryCanvas::Fill(const RECT& area, COLORREF colour) {
-  QPainter painter(&pixels_);
-  QtCanvas(painter).Fill(area, colour);
-}
-
-void QtMemoryCanvas::DrawText(const std::wstring& text, double x, double y,
-                              const TextStyle& style) {
-  QPainter painter(&pixels_);
-  QtCanvas(painter).DrawText(text, x, y, style);
-}
-
-void QtMemoryCanvas::DrawIcon(const IconImages& icon, const RECT& area) {
-  QPainter painter(&pixels_);
-  QtCanvas(painter).DrawIcon(icon, area);
-}
-
-void QtMemoryCanvas::DrawPicture(const Image& image, const RECT& area) {
-  QPainter painter(&pixels_);
-  QtCanvas(painter).DrawPicture(image, area);
-}
-
-bool QtMemoryCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) {
-  if (&source == this) {
-    QtMemoryCanvas before(*this);
-    before.pixels_.detach();
-    return CopyFrom(before, area, sourcePlace);
-  }
-  QPainter painter(&pixels_);
-  return QtCanvas(painter).CopyFrom(source, area, sourcePlace);
-}
-
-std::optional<COLORREF> QtMemoryCanvas::PixelAt(POINT place) {
-  return ReadPixel(pixels_, place);
+QtPaintedImage::QtPaintedImage(SIZE size, double pixelRatio)
+    : pixels(QSize(qCeil(size.cx * pixelRatio), qCeil(size.cy * pixelRatio)),
+             QImage::Format_RGB32) {
+  pixels.setDevicePixelRatio(pixelRatio);
+  pixels.fill(Qt::black);
+  painter.begin(&pixels);
 }
 
 }  // namespace platform

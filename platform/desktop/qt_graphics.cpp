@@ -1,27 +1,16 @@
 #include "platform/desktop/qt_graphics.h"
 
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QPalette>
 #include <array>
-#include <cmath>
 
 #include "platform/desktop/qt_canvas.h"
 #include "platform/desktop/qt_font.h"
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_shown_font.h"
 
 namespace platform {
 namespace {
-
-LONG WholePixels(double length) {
-  return static_cast<LONG>(std::ceil(length));
-}
-
-// As dialogs measure their font: over all letters, rounded to the nearest.
-int AverageLetterWidth(const QFontMetricsF& metrics) {
-  static const QString kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  return qRound(metrics.horizontalAdvance(kLetters) / static_cast<double>(kLetters.size()));
-}
 
 // By their numbers, COLOR_SCROLLBAR to COLOR_INFOBK.
 constexpr std::array kRoles = {
@@ -66,16 +55,21 @@ const char* ClassShownIn(SystemFontUse use) {
 
 }  // namespace
 
-SIZE QtGraphics::MeasureText(const std::wstring& text, const LOGFONTW& font) {
-  const QFontMetricsF metrics(QtFont(font));
-  const double width = metrics.horizontalAdvance(QString::fromStdWString(text));
-  return {WholePixels(width), WholePixels(metrics.height())};
+QtGraphics::~QtGraphics() {
+  ForgetFonts();
+}
+
+SIZE QtGraphics::MeasureText(std::wstring_view text, const LOGFONTW& font) {
+  QtShownFont& shown = ShownFont(font);
+  return {shown.Shaped(text).width, shown.Metrics().height};
+}
+
+std::size_t QtGraphics::CountWithin(std::wstring_view text, int width, const LOGFONTW& font) {
+  return ShownFont(font).CountWithin(text, width);
 }
 
 TextMetrics QtGraphics::MetricsOf(const LOGFONTW& font) {
-  const QFontMetricsF metrics(QtFont(font));
-  return {WholePixels(metrics.height()), WholePixels(metrics.ascent()),
-          AverageLetterWidth(metrics)};
+  return ShownFont(font).Metrics();
 }
 
 bool QtGraphics::HasFace(const std::wstring& face) {

@@ -7,7 +7,14 @@ namespace platform {
 
 class QtGraphics final : public GraphicsBackend {
  public:
-  SIZE MeasureText(const std::wstring& text, const LOGFONTW& font) override;
+  QtGraphics() = default;
+  // Ends what is kept of fonts, which must not outlive the application.
+  ~QtGraphics() override;
+  QtGraphics(const QtGraphics&) = delete;
+  QtGraphics& operator=(const QtGraphics&) = delete;
+
+  SIZE MeasureText(std::wstring_view text, const LOGFONTW& font) override;
+  std::size_t CountWithin(std::wstring_view text, int width, const LOGFONTW& font) override;
   TextMetrics MetricsOf(const LOGFONTW& font) override;
   bool HasFace(const std::wstring& face) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) override;

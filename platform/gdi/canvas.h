@@ -6,16 +6,27 @@
 #include <windows.h>
 
 #include <optional>
-#include <string>
+#include <span>
+#include <string_view>
 
 #include "platform/gdi/image.h"
 
 namespace platform {
 
 struct TextStyle {
-  LOGFONTW font{};
+  // Outlives the style.
+  const LOGFONTW& font;
   COLORREF colour = 0;
-  std::optional<COLORREF> background;  // nothing: what is there already
+  std::optional<COLORREF> background = std::nullopt;  // nothing: what is there already
+  std::optional<RECT> clip = std::nullopt;            // nothing is drawn outside of it
+};
+
+// What becomes of the colour that is drawn and the one that is there.
+enum class RasterOperation { kCopy, kXor, kNotXor, kNot };
+
+struct CheckBoxLook {
+  bool isTicked = false;
+  bool isEnabled = true;
 };
 
 class Canvas {
@@ -23,8 +34,12 @@ class Canvas {
   virtual ~Canvas() = default;
 
   virtual void Fill(const RECT& area, COLORREF colour) = 0;
-  // The place is the upper left corner of the text's line.
-  virtual void DrawText(const std::wstring& text, double x, double y, const TextStyle& style) = 0;
+  // Each pixel of the areas once, provided that they do not overlap.
+  virtual void Combine(std::span<const RECT> areas, COLORREF colour, RasterOperation operation) = 0;
+  // The place is the upper left corner of the text's line. Control characters take room as spaces.
+  virtual void DrawText(std::wstring_view text, double x, double y, const TextStyle& style) = 0;
+  // As the desktop shows them, filling the area, which is a square.
+  virtual void DrawCheckBox(const RECT& area, const CheckBoxLook& look) = 0;
   // Stretched to the area, blended by its alpha.
   virtual void DrawIcon(const IconImages& icon, const RECT& area) = 0;
   virtual void DrawPicture(const Image& image, const RECT& area) = 0;

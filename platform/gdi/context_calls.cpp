@@ -40,18 +40,17 @@ HGDIOBJ SelectBitmap(DeviceContext& context, HBITMAP handle) {
 
 HGDIOBJ Select(DeviceContext& context, HGDIOBJ object) {
   HandleKind kind{};
-  if (!Handles().KindOf(object, kind)) return nullptr;
+  const auto found = Handles().FindAny(object, kind);
+  if (found == nullptr) return nullptr;
   switch (kind) {
     case HandleKind::kFont:
-      if (auto font = Resolve<Font>(kind, object)) {
-        return context.font.Replace(static_cast<HFONT>(object), std::move(font));
-      }
-      return nullptr;
+      return context.font.Replace(static_cast<HFONT>(object),
+                                  std::static_pointer_cast<Font>(found));
+    case HandleKind::kPen:
+      return context.pen.Replace(static_cast<HPEN>(object), std::static_pointer_cast<Pen>(found));
     case HandleKind::kBrush:
-      if (auto brush = Resolve<Brush>(kind, object)) {
-        return context.brush.Replace(static_cast<HBRUSH>(object), std::move(brush));
-      }
-      return nullptr;
+      return context.brush.Replace(static_cast<HBRUSH>(object),
+                                   std::static_pointer_cast<Brush>(found));
     case HandleKind::kBitmap:
       return SelectBitmap(context, static_cast<HBITMAP>(object));
     default:

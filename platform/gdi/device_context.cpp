@@ -24,6 +24,8 @@ HBITMAP SmallestBitmap() {
 DeviceContext::DeviceContext(Kind contextKind) : kind(contextKind) {
   const auto stockFont = static_cast<HFONT>(::GetStockObject(SYSTEM_FONT));
   font.Replace(stockFont, Resolve<Font>(HandleKind::kFont, stockFont));
+  const auto stockPen = static_cast<HPEN>(::GetStockObject(BLACK_PEN));
+  pen.Replace(stockPen, Resolve<Pen>(HandleKind::kPen, stockPen));
   const auto stockBrush = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH));
   brush.Replace(stockBrush, BrushOf(stockBrush));
   if (kind != Kind::kMemory) return;
@@ -35,9 +37,7 @@ DeviceContext::DeviceContext(Canvas& canvas) : DeviceContext(Kind::kLent) {
 }
 
 TextStyle DeviceContext::Style() const {
-  TextStyle style;
-  style.font = font.Get()->description;
-  style.colour = textColour;
+  TextStyle style{font.Get()->description, textColour};
   if (backgroundMode == OPAQUE) style.background = backgroundColour;
   return style;
 }

@@ -10,6 +10,7 @@
 #include "platform/gdi/brush.h"
 #include "platform/gdi/canvas.h"
 #include "platform/gdi/font.h"
+#include "platform/gdi/pen.h"
 
 namespace platform {
 
@@ -24,13 +25,15 @@ class DeviceContext final : public Object {
 
   const Kind kind;
   Selection<Font, HFONT> font;
+  Selection<Pen, HPEN> pen;
   Selection<Brush, HBRUSH> brush;
   Selection<Bitmap, HBITMAP> bitmap;
   COLORREF textColour = RGB(0, 0, 0);
   COLORREF backgroundColour = RGB(255, 255, 255);
   int backgroundMode = OPAQUE;
+  int rasterOperation = R2_COPYPEN;
 
-  // How text is drawn at the moment.
+  // How text is drawn at the moment, good until another font is selected.
   TextStyle Style() const;
   // Runs the work on the window thread. False, with the last error set, when this context does not
   // draw on anything; the name of the function called is for the log.

@@ -1,27 +1,16 @@
 // Drawing and measuring with device contexts.
 #include <windows.h>
 
-#include <cwchar>
 #include <optional>
-#include <string>
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/gdi_objects.h"
+#include "platform/gdi/text_argument.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
 namespace {
-
-// The documentation has no length of minus one here, but every Windows takes it.
-std::optional<std::wstring> TextOf(LPCWSTR text, int length) {
-  if (length < -1 || (text == nullptr && length != 0)) {
-    ::SetLastError(ERROR_INVALID_PARAMETER);
-    return std::nullopt;
-  }
-  if (text == nullptr) return std::wstring();
-  return length < 0 ? std::wstring(text) : std::wstring(text, static_cast<std::size_t>(length));
-}
 
 RECT Area(int x, int y, int width, int height) {
   return {x, y, x + width, y + height};
@@ -61,7 +50,7 @@ extern "C" {
 BOOL WINAPI TextOutW(HDC context, int x, int y, LPCWSTR text, int length) {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
-  const auto shown = platform::TextOf(text, length);
+  const auto shown = platform::TextArgument(text, length);
   if (!shown.has_value()) return FALSE;
   return found->Draw(
       "TextOutW", [&](platform::Canvas& canvas) { canvas.DrawText(*shown, x, y, found->Style()); });
@@ -70,7 +59,7 @@ BOOL WINAPI TextOutW(HDC context, int x, int y, LPCWSTR text, int length) {
 BOOL WINAPI GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE size) {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
-  const auto measured = platform::TextOf(text, length);
+  const auto measured = platform::TextArgument(text, length);
   if (size == nullptr) ::SetLastError(ERROR_INVALID_PARAMETER);
   if (!measured.has_value() || size == nullptr) return FALSE;
   return platform::WithGraphics([&](platform::GraphicsBackend& graphics) {

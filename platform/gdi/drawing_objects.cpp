@@ -1,8 +1,10 @@
-// Making, describing and deleting fonts, brushes and bitmaps.
+// Making, describing and deleting fonts, pens, brushes and bitmaps.
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <span>
 
 #include "platform/gdi/bitmap.h"
@@ -11,6 +13,7 @@
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/font.h"
 #include "platform/gdi/gdi_objects.h"
+#include "platform/gdi/pen.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -19,17 +22,23 @@ namespace {
 constexpr WORD kBitsPerPixel = 32;
 
 std::shared_ptr<Selectable> SelectableOf(HGDIOBJ object, HandleKind& kind) {
-  if (!Handles().KindOf(object, kind)) return nullptr;
+  auto found = Handles().FindAny(object, kind);
   switch (kind) {
     case HandleKind::kFont:
-      return Resolve<Font>(kind, object);
+    case HandleKind::kPen:
     case HandleKind::kBrush:
-      return Resolve<Brush>(kind, object);
     case HandleKind::kBitmap:
-      return Resolve<Bitmap>(kind, object);
+      return std::static_pointer_cast<Selectable>(std::move(found));
     default:
       return nullptr;
   }
+}
+
+LOGPEN Description(const Pen& pen) {
+  const bool isSolid = pen.colour.has_value();
+  return {isSolid ? static_cast<UINT>(PS_SOLID) : static_cast<UINT>(PS_NULL),
+          {pen.width, 0},
+          pen.colour.value_or(0)};
 }
 
 LOGBRUSH Description(const Brush& brush) {
@@ -67,6 +76,10 @@ HFONT InsertFont(std::shared_ptr<Font> font) {
   return static_cast<HFONT>(Handles().Insert(HandleKind::kFont, std::move(font)));
 }
 
+HPEN InsertPen(std::shared_ptr<Pen> pen) {
+  return static_cast<HPEN>(Handles().Insert(HandleKind::kPen, std::move(pen)));
+}
+
 HBRUSH InsertBrush(std::shared_ptr<Brush> brush) {
   return static_cast<HBRUSH>(Handles().Insert(HandleKind::kBrush, std::move(brush)));
 }
@@ -102,6 +115,41 @@ HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) {
   return platform::InsertFont(std::make_shared<platform::Font>(description));
 }
 
+HFONT WINAPI CreateFontW(int height, int width, int escapement, int orientation, int weight,
+                         DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
+                         DWORD outPrecision, DWORD clipPrecision, DWORD quality,
+                         DWORD pitchAndFamily, LPCWSTR face) {
+  LOGFONTW font{height,
+                width,
+                escapement,
+                orientation,
+                weight,
+                static_cast<BYTE>(italic),
+                static_cast<BYTE>(underline),
+                static_cast<BYTE>(strikeOut),
+                static_cast<BYTE>(charSet),
+                static_cast<BYTE>(outPrecision),
+                static_cast<BYTE>(clipPrecision),
+                static_cast<BYTE>(quality),
+                static_cast<BYTE>(pitchAndFamily),
+                {}};
+  const std::size_t length = face != nullptr ? std::wcslen(face) : 0;
+  // A longer name is documented to be an error, of which only the null handle tells.
+  if (length >= LF_FACESIZE) return nullptr;
+  std::copy_n(face, length, font.lfFaceName);
+  return ::CreateFontIndirectW(&font);
+}
+
+HPEN WINAPI CreatePen(int style, int width, COLORREF colour) {
+  if (style != PS_SOLID && style != PS_NULL) {
+    platform::LogLine("CreatePen: pens are solid or draw nothing");
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return nullptr;
+  }
+  return platform::InsertPen(std::make_shared<platform::Pen>(
+      style == PS_SOLID ? std::optional(colour) : std::nullopt, std::max(1, std::abs(width))));
+}
+
 HBRUSH WINAPI CreateSolidBrush(COLORREF colour) {
   return platform::InsertBrush(std::make_shared<platform::Brush>(colour));
 }
@@ -129,6 +177,9 @@ int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer) {
     case HandleKind::kFont:
       return platform::CopyDescription(static_cast<platform::Font&>(*found).description, bytes,
                                        buffer);
+    case HandleKind::kPen:
+      return platform::CopyDescription(platform::Description(static_cast<platform::Pen&>(*found)),
+                                       bytes, buffer);
     case HandleKind::kBrush:
       return platform::CopyDescription(platform::Description(static_cast<platform::Brush&>(*found)),
                                        bytes, buffer);

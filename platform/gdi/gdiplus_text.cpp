@@ -111,8 +111,9 @@ GpStatus DrawAt(const GdiplusGraphics& graphics, const std::wstring& text, const
                 const RectF& layout, COLORREF colour) {
   const auto context = ContextOf(graphics.context);
   if (context == nullptr) return Win32Error;
-  TextStyle style{font.description, colour, std::nullopt};
-  style.font.lfQuality = graphics.textQuality;
+  LOGFONTW description = font.description;
+  description.lfQuality = graphics.textQuality;
+  const TextStyle style{description, colour};
   // GDI+ is documented to leave a sixth of the font's size free on either side of a text.
   const double margin = -font.description.lfHeight / 6.0;
   const bool drawn = context->Draw("GdipDrawString", [&](Canvas& canvas) {

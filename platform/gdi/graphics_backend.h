@@ -2,8 +2,10 @@
 // are pixels of 96 to the inch.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/gdi/canvas.h"
 
@@ -13,6 +15,10 @@ struct TextMetrics {
   int height = 0;            // of a line
   int ascent = 0;            // from its top to the base line
   int averageCharWidth = 0;  // of the letters A to Z and a to z
+  int maximumCharWidth = 0;
+  int characterHeight = 0;  // without the room that a line leaves for accents
+  bool isBold = false;
+  bool isFixedPitch = false;
 };
 
 enum class SystemFontUse { kCaption, kMenu, kMessage };
@@ -22,7 +28,9 @@ class GraphicsBackend {
   virtual ~GraphicsBackend() = default;
 
   // Of one line; what MeasureText tells is what DrawText of a canvas takes.
-  virtual SIZE MeasureText(const std::wstring& text, const LOGFONTW& font) = 0;
+  virtual SIZE MeasureText(std::wstring_view text, const LOGFONTW& font) = 0;
+  // How many of the line's first characters take no more than that width.
+  virtual std::size_t CountWithin(std::wstring_view text, int width, const LOGFONTW& font) = 0;
   virtual TextMetrics MetricsOf(const LOGFONTW& font) = 0;
   // Whether text in that face looks like it: it is installed, or another one is known to stand in.
   virtual bool HasFace(const std::wstring& face) = 0;

@@ -1,4 +1,4 @@
-// What can be selected into device contexts: fonts, brushes, bitmaps. Any thread.
+// What can be selected into device contexts: fonts, pens, brushes, bitmaps. Any thread.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Fonts and brushes that the system keeps for everybody.
+// Fonts, pens and brushes that the system keeps for everybody.
 #include <windows.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include "platform/gdi/brush.h"
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/font.h"
+#include "platform/gdi/pen.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -16,6 +17,12 @@ namespace {
 HBRUSH StockBrush(Brush* brush) {
   brush->isStock = true;
   return InsertBrush(std::shared_ptr<Brush>(brush));
+}
+
+HPEN StockPen(std::optional<COLORREF> colour) {
+  auto pen = std::make_shared<Pen>(colour, 1);
+  pen->isStock = true;
+  return InsertPen(std::move(pen));
 }
 
 HFONT StockFont(LONG height, LONG weight, std::wstring_view face) {
@@ -36,6 +43,13 @@ const std::array<HBRUSH, 6>& StockBrushes() {
       StockBrush(new Brush(RGB(128, 128, 128))), StockBrush(new Brush(RGB(64, 64, 64))),
       StockBrush(new Brush(RGB(0, 0, 0))),       StockBrush(new Brush(std::nullopt))};
   return brushes;
+}
+
+// By their numbers from WHITE_PEN on, to NULL_PEN.
+const std::array<HPEN, 3>& StockPens() {
+  static const std::array<HPEN, 3> pens = {StockPen(RGB(255, 255, 255)), StockPen(RGB(0, 0, 0)),
+                                           StockPen(std::nullopt)};
+  return pens;
 }
 
 const std::array<HBRUSH, COLOR_INFOBK + 1>& SystemBrushes() {
@@ -60,9 +74,12 @@ HGDIOBJ WINAPI GetStockObject(int index) {
   if (index >= WHITE_BRUSH && index <= NULL_BRUSH) {
     return platform::StockBrushes().at(static_cast<std::size_t>(index));
   }
+  if (index >= WHITE_PEN && index <= NULL_PEN) {
+    return platform::StockPens().at(static_cast<std::size_t>(index - WHITE_PEN));
+  }
   if (index == SYSTEM_FONT) return systemFont;
   if (index == DEFAULT_GUI_FONT) return interfaceFont;
-  platform::LogLine("GetStockObject: only brushes and two fonts are kept");
+  platform::LogLine("GetStockObject: only brushes, pens and two fonts are kept");
   return nullptr;
 }
 

@@ -51,6 +51,14 @@ std::shared_ptr<Object> HandleTable::Find(HandleKind kind, const void* handle) c
   return slot != nullptr && slot->kind == kind ? slot->object : nullptr;
 }
 
+std::shared_ptr<Object> HandleTable::FindAny(const void* handle, HandleKind& kind) const {
+  const std::lock_guard lock(mutex_);
+  const Slot* slot = Locate(handle);
+  if (slot == nullptr) return nullptr;
+  kind = slot->kind;
+  return slot->object;
+}
+
 std::shared_ptr<Object> HandleTable::Remove(HandleKind kind, const void* handle) {
   const std::lock_guard lock(mutex_);
   const Slot* found = Locate(handle);

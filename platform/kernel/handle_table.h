@@ -52,6 +52,9 @@ class HandleTable {
   // The object of a live handle of this kind; null when it is stale, foreign or of another kind.
   std::shared_ptr<Object> Find(HandleKind kind, const void* handle) const;
 
+  // The object of a live handle of any kind, and that kind; null when it is stale or foreign.
+  std::shared_ptr<Object> FindAny(const void* handle, HandleKind& kind) const;
+
   // Ends the handle and returns its object; null as in Find.
   std::shared_ptr<Object> Remove(HandleKind kind, const void* handle);
 
