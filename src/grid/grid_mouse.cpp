@@ -94,7 +94,7 @@ void GridMouse::Drag(std::int32_t x) {
 void GridMouse::Click(GridCell cell) {
   const GridCell before = slot_.Cursor();
   GridCursor cursor(slot_, system_);
-  if (cell != before) cursor.MoveTo(cell);
+  cursor.MoveTo(cell);
   system_.Notify(GCN_CLICK, PackedCell(slot_.Cursor()));
   if (cell.row != before.row) cursor.NotifyRow();
   if (cell.col != before.col) cursor.NotifyCol();

@@ -76,6 +76,7 @@ TEST_F(GridKeyboardTest, KeysMoveTheCursorAndTellTheParentOfEachMove) {
       {"enter", kKeyEnter, 100, {3, 2}, {4, 2}, {"Notify 6 4,2", "Notify 5 4,2"}},
       {"enter at the end", kKeyEnter, 100, {100, 2}, {100, 2}, {}},
       {"down without rows", kKeyDown, 0, {1, 1}, {1, 1}, {}},
+      {"up without rows, from where they were", kKeyUp, 0, {5, 1}, {5, 1}, {}},
       {"page down without rows", kKeyPageDown, 0, {1, 1}, {1, 1}, {}},
       {"enter without rows", kKeyEnter, 0, {1, 1}, {1, 1}, {}},
       {"up from below the rows that were taken away",

@@ -56,6 +56,12 @@ TEST_F(GridScrollingTest, TheVerticalBarComesFirstAndHiddenBarsGetNoRange) {
   GridScrolling(slot_, system_).UpdateBars();
   EXPECT_THAT(Take({"ShowBar", "SetBarRange"}),
               ElementsAre("ShowBar vertical 1", "ShowBar horizontal 0", "SetBarRange vertical 88"));
+  slot_.rows = 3;
+  slot_.cols = 10;
+  GridScrolling(slot_, system_).UpdateBars();
+  EXPECT_THAT(
+      Take({"ShowBar", "SetBarRange"}),
+      ElementsAre("ShowBar vertical 0", "ShowBar horizontal 1", "SetBarRange horizontal 10"));
 }
 
 TEST_F(GridScrollingTest, RangesCountRowsAndShownColumns) {
@@ -160,7 +166,8 @@ TEST_F(GridScrollingTest, TheCursorIsBroughtIntoViewByTheLeastThatShowsItWhole) 
     GridCell cursor;
     GridCell after;
   };
-  // Seven columns of 50 fit. Column 5 is 120 wide, column 6 hidden, column 9 wider than the window.
+  // There is room for 350 pixels of columns. Column 5 is 100 wide, 6 and 9 are hidden, 8 is wider
+  // than the window.
   const Case cases[] = {
       {"shown", {3, 2}, {4, 3}, {3, 2}},
       {"row above", {10, 1}, {4, 1}, {4, 1}},
@@ -168,16 +175,14 @@ TEST_F(GridScrollingTest, TheCursorIsBroughtIntoViewByTheLeastThatShowsItWhole) 
       {"row that is cut", {3, 1}, {16, 1}, {4, 1}},
       {"row far below", {1, 1}, {100, 1}, {88, 1}},
       {"column to the left", {1, 5}, {1, 3}, {1, 3}},
-      {"last whole column", {1, 1}, {1, 5}, {1, 1}},
-      {"columns that make room", {1, 1}, {1, 7}, {1, 2}},
-      {"not from a hidden column", {1, 1}, {1, 8}, {1, 3}},
-      {"too wide a column", {1, 1}, {1, 9}, {1, 9}},
-      {"behind the wide one", {1, 1}, {1, 10}, {1, 10}},
+      {"last whole column", {1, 1}, {1, 7}, {1, 1}},
+      {"too wide a column", {1, 1}, {1, 8}, {1, 8}},
+      {"behind the wide one, not from a hidden one", {1, 1}, {1, 10}, {1, 10}},
       {"past the last", {1, 1}, {101, 11}, {88, 10}},
   };
-  slot_.colWidth[5] = 120;
-  slot_.colWidth[6] = 0;
-  slot_.colWidth[9] = 500;
+  slot_.colWidth[5] = 100;
+  slot_.colWidth[6] = slot_.colWidth[9] = 0;
+  slot_.colWidth[8] = 500;
   for (const Case& each : cases) {
     slot_.homeRow = each.home.row;
     slot_.homeCol = each.home.col;
@@ -188,6 +193,14 @@ TEST_F(GridScrollingTest, TheCursorIsBroughtIntoViewByTheLeastThatShowsItWhole) 
     EXPECT_EQ(Take({"InvalidateAll"}).size(), each.home == each.after ? 0U : 1U) << each.what;
     EXPECT_EQ(system_.barPositions[GridBar::kVertical], each.after.row) << each.what;
   }
+}
+
+TEST_F(GridScrollingTest, AColumnThatIsCutTakesTheRoomOfThoseBefore) {
+  GridCursor(slot_, system_).MoveTo({1, 7});
+  EXPECT_EQ(slot_.homeCol, 1);
+  slot_.clientWidth = 399;
+  GridScrolling(slot_, system_).BringCursorIntoView();
+  EXPECT_EQ(slot_.homeCol, 2);
 }
 
 TEST_F(GridScrollingTest, ARowHigherThanTheWindowIsShownFromItsTop) {
