@@ -132,6 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TypeCase{L"1+1", CellType::kText}, TypeCase{L"--5", CellType::kText},
                     TypeCase{L"5 5", CellType::kText}, TypeCase{L" 5", CellType::kText},
                     TypeCase{L"5 ", CellType::kText}, TypeCase{L"5a", CellType::kText},
+                    TypeCase{L"5z", CellType::kText}, TypeCase{L"5\u00C0", CellType::kText},
                     TypeCase{L"Z5", CellType::kText}, TypeCase{L"5\u00E5", CellType::kText},
                     TypeCase{L"5\u0416", CellType::kText}, TypeCase{L"5\u6642", CellType::kText},
                     TypeCase{L"\u20AC", CellType::kText}));

@@ -100,6 +100,16 @@ TEST_F(GridCellsTest, StoringRepaintsTheCellAndNothingElse) {
   EXPECT_EQ(slot_.colWidth[3], 50);
 }
 
+TEST_F(GridCellsTest, ATextThatJustFitsInTheLastRowChangesNoSizes) {
+  slot_.autoWidth = true;
+  system_.charWidths[kCellFont] = 9;
+  grid_.SetCell({100, 1}, L"12345");  // 45 wide, 16 high, and 5 around
+  EXPECT_THAT(system_.Take(), ElementsAre("Invalidate 50,2100,100,2121"));
+  slot_.headerHeight = 23;
+  grid_.SetCell({0, 1}, L"1");
+  EXPECT_THAT(system_.Take(), ElementsAre("Invalidate 50,0,100,23"));
+}
+
 TEST_F(GridCellsTest, ACellBelowTheLastRowAddsRowsIfThatIsOn) {
   grid_.SetCell({100, 1}, L"x");
   EXPECT_EQ(slot_.rows, 100);

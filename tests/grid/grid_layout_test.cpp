@@ -138,6 +138,17 @@ TEST(GridLayout, AColumnIsFoundByItsPixelsFromTheFirstToTheLast) {
   }
 }
 
+TEST(GridLayout, TheLastColumnIsFoundAndCountedWhenItHasAWidth) {
+  GridSlot slot = Slot();
+  slot.cols = 5;
+  slot.clientWidth = 204;
+  EXPECT_TRUE(NeedsHorizontalBar(slot));
+  slot.extendLastCol = false;
+  EXPECT_EQ(ColAt(slot, 204), 5);
+  EXPECT_EQ(ColAtPosition(slot, 4), 5);
+  EXPECT_EQ(PositionOfCol(slot, 5), 4);
+}
+
 // Every pixel, under every place of the scroll bars.
 TEST(GridLayout, TheCellUnderAPointIsTheOneThatCoversIt) {
   for (const bool extends : {true, false}) {

@@ -151,6 +151,8 @@ TEST_F(GridLooksTest, TheCursorGoesOnlyWhereThereAreRowsAndColumns) {
   EXPECT_EQ(slot_.Cursor(), (GridCell{50, 20}));
   EXPECT_EQ(slot_.homeRow, 38);
   EXPECT_EQ(system_.calls.back(), "InvalidateAll");
+  grid_.SetCursorPos(1, 1);
+  EXPECT_EQ(slot_.Cursor(), (GridCell{1, 1}));
   EXPECT_THAT(system_.CallsOf("Notify"), IsEmpty());
 }
 
