@@ -18,6 +18,7 @@ class GridEditingTest : public GridFixture {
     slot_.cursorCol = 3;
     slot_.cellFont = 1;
     slot_.caretHeight = 13;
+    slot_.hasFocus = true;
   }
 
   GridEditing editing_{slot_, system_};
@@ -107,6 +108,14 @@ TEST_F(GridEditingTest, ABoxThatIsScrolledAwayTakesItsCaretAlong) {
   slot_.homeRow = 3;
   editing_.DrawEditBox();
   EXPECT_THAT(system_.Take(), ElementsAre("SetCaretPlace -3,-13"));
+}
+
+TEST_F(GridEditingTest, TheCaretOfAnotherWindowStaysWhereItIs) {
+  editing_.Type(L'a');
+  slot_.hasFocus = false;
+  system_.Take();
+  editing_.DrawEditBox();
+  EXPECT_THAT(Take({"SetCaretPlace"}), IsEmpty());
 }
 
 TEST_F(GridEditingTest, AParentMayEndTheEditThatHasJustBegun) {
