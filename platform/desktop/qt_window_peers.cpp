@@ -7,38 +7,64 @@
 #include "platform/desktop/qt_input.h"
 #include "platform/desktop/qt_painted_widget.h"
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_surface_widget.h"
 
 namespace platform {
 namespace {
 
-class QtPlainPeer final : public QtPeer<WindowPeer> {
+class QtSurfacePeer final : public QtPeer<WindowPeer> {
  public:
-  QtPlainPeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
-      : QtPeer(new QtPaintedWidget(parent, flags, events), events), input_(Widget(), events) {}
-  ~QtPlainPeer() override {
-    if (Widget() != nullptr) static_cast<QtPaintedWidget*>(Widget())->Forget();
+  QtSurfacePeer(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
+      : QtPeer(new QtSurfaceWidget(parent, flags, events), events), input_(Widget(), events) {}
+  ~QtSurfacePeer() override {
+    if (Widget() != nullptr) Surface().Forget();
   }
-  QtPlainPeer(const QtPlainPeer&) = delete;
-  QtPlainPeer& operator=(const QtPlainPeer&) = delete;
+  QtSurfacePeer(const QtSurfacePeer&) = delete;
+  QtSurfacePeer& operator=(const QtSurfacePeer&) = delete;
 
   void SetPointer(PointerShape shape) override { input_.SetPointer(shape); }
+  void Invalidate(const RECT& area) override { Surface().Damage(QtRect(area)); }
+  void PaintNow() override { Surface().PaintNow(); }
+  bool Draw(const std::function<void(Canvas&)>& work) override {
+    Surface().Draw(work);
+    return true;
+  }
+  void SetScrollBar(int bar, const ScrollBarView& view) override {
+    Surface().SetScrollBar(bar, view);
+  }
+  void SetCaret(const std::optional<RECT>& place) override {
+    Surface().SetCaret(place.has_value() ? std::optional(QtRect(*place)) : std::nullopt);
+  }
 
  private:
+  QtSurfaceWidget& Surface() const { return *static_cast<QtSurfaceWidget*>(Widget()); }
+
   QtInput input_;
+};
+
+class QtPagePeer final : public QtPeer<WindowPeer> {
+ public:
+  QtPagePeer(QWidget* parent, WindowEvents& events)
+      : QtPeer(new QtPaintedWidget(parent, Qt::Widget, events), events) {}
+  ~QtPagePeer() override {
+    if (Widget() != nullptr) static_cast<QtPaintedWidget*>(Widget())->Forget();
+  }
+  QtPagePeer(const QtPagePeer&) = delete;
+  QtPagePeer& operator=(const QtPagePeer&) = delete;
 };
 
 }  // namespace
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakeTopLevel(WindowEvents& events, WindowPeer* owner) {
-  return std::make_unique<QtPlainPeer>(WidgetOf(owner), Qt::Window, events);
+  return std::make_unique<QtSurfacePeer>(WidgetOf(owner), Qt::Window, events);
 }
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakeChild(WindowEvents& events, WindowPeer& parent) {
-  return std::make_unique<QtPlainPeer>(WidgetOf(&parent), Qt::Widget, events);
+  return std::make_unique<QtSurfacePeer>(WidgetOf(&parent), Qt::Widget, events);
 }
 
 std::unique_ptr<WindowPeer> QtWindowPeers::MakePage(WindowEvents& events, WindowPeer& parent) {
-  return std::make_unique<QtPlainPeer>(WidgetOf(&parent), Qt::Widget, events);
+  return std::make_unique<QtPagePeer>(WidgetOf(&parent), events);
 }
 
 POINT QtWindowPeers::CursorPlace() {

@@ -1,6 +1,8 @@
 // Making and ending device contexts, and what is selected and set in them.
 #include <windows.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "platform/gdi/desktop_graphics.h"
@@ -13,16 +15,17 @@ namespace {
 
 constexpr int kPixelsPerInch = 96;
 
-// Null without a desktop.
-HDC MakeContext(DeviceContext::Kind kind) {
+// Null without a desktop. What for: a kind, or a window.
+template <class T>
+HDC MakeContext(const T& what) {
   if (!WithGraphics([](GraphicsBackend&) {})) return nullptr;
-  return InsertContext(std::make_shared<DeviceContext>(kind));
+  return InsertContext(std::make_shared<DeviceContext>(what));
 }
 
-bool EndContext(HDC handle, DeviceContext::Kind kind) {
+bool EndContext(HDC handle, std::initializer_list<DeviceContext::Kind> kinds) {
   const auto context = ContextOf(handle);
   if (context == nullptr) return false;
-  if (context->kind != kind) {
+  if (std::ranges::find(kinds, context->kind) == kinds.end()) {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return false;
   }
@@ -82,16 +85,19 @@ HDC WINAPI CreateCompatibleDC(HDC context) {
 }
 
 BOOL WINAPI DeleteDC(HDC context) {
-  return platform::EndContext(context, platform::DeviceContext::Kind::kMemory);
+  return platform::EndContext(context, {platform::DeviceContext::Kind::kMemory});
 }
 
 HDC WINAPI GetDC(HWND window) {
-  if (window != nullptr && platform::FindWindowOf(window) == nullptr) return nullptr;
-  return platform::MakeContext(platform::DeviceContext::Kind::kScreen);
+  using platform::DeviceContext;
+  if (window == nullptr) return platform::MakeContext(DeviceContext::Kind::kScreen);
+  const auto found = platform::FindWindowOf(window);
+  return found != nullptr ? platform::MakeContext(found) : nullptr;
 }
 
 int WINAPI ReleaseDC(HWND /*window*/, HDC context) {
-  return platform::EndContext(context, platform::DeviceContext::Kind::kScreen) ? 1 : 0;
+  using Kind = platform::DeviceContext::Kind;
+  return platform::EndContext(context, {Kind::kScreen, Kind::kWindow}) ? 1 : 0;
 }
 
 HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object) {

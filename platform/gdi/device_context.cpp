@@ -5,6 +5,7 @@
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/lent_dc.h"
 #include "platform/kernel/log.h"
+#include "platform/user/window_drawing.h"
 
 namespace platform {
 namespace {
@@ -36,6 +37,10 @@ DeviceContext::DeviceContext(Canvas& canvas) : DeviceContext(Kind::kLent) {
   lent_ = &canvas;
 }
 
+DeviceContext::DeviceContext(const std::shared_ptr<Window>& window) : DeviceContext(Kind::kWindow) {
+  window_ = window;
+}
+
 TextStyle DeviceContext::Style() const {
   TextStyle style{font.Get()->description, textColour};
   if (backgroundMode == OPAQUE) style.background = backgroundColour;
@@ -50,10 +55,20 @@ bool DeviceContext::Draw(const char* function, const std::function<void(Canvas&)
     case Kind::kMemory:
       return WithGraphics(
           [&](GraphicsBackend& graphics) { work(bitmap.Get()->Surface(graphics)); });
+    case Kind::kWindow:
+      switch (DrawOnWindow(window_.lock(), work)) {
+        case WindowDrawing::kDrawn:
+          return true;
+        case WindowDrawing::kNoWindow:
+          return false;
+        case WindowDrawing::kNoSurface:
+          break;
+      }
+      break;
     case Kind::kScreen:
       break;
   }
-  LogLine(std::string(function) + ": windows are drawn in WM_PAINT only");
+  LogLine(std::string(function) + ": the screen, dialogs and controls cannot be drawn on");
   ::SetLastError(ERROR_NOT_SUPPORTED);
   return false;
 }

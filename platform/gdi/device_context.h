@@ -14,13 +14,16 @@
 
 namespace platform {
 
+class Window;
+
 class DeviceContext final : public Object {
  public:
-  // In memory: draws on the bitmap that is selected. Screen: measures only, what windows show is
-  // drawn when they ask for it. Lent: draws on somebody's canvas.
-  enum class Kind { kMemory, kScreen, kLent };
+  // In memory: draws on the bitmap that is selected. Screen: measures only. Window: draws on what
+  // the window shows. Lent: draws on somebody's canvas.
+  enum class Kind { kMemory, kScreen, kWindow, kLent };
 
   explicit DeviceContext(Kind contextKind);
+  explicit DeviceContext(const std::shared_ptr<Window>& window);
   explicit DeviceContext(Canvas& canvas);
 
   const Kind kind;
@@ -41,6 +44,7 @@ class DeviceContext final : public Object {
 
  private:
   Canvas* lent_ = nullptr;
+  std::weak_ptr<Window> window_;
 };
 
 HDC InsertContext(std::shared_ptr<DeviceContext> context);

@@ -47,6 +47,7 @@ using PBYTE = BYTE*;
 using LPDWORD = DWORD*;
 using PULONG = ULONG*;
 using LPBOOL = BOOL*;
+using LPINT = INT*;
 using LPLONG = LONG*;
 using PLONG = LONG*;
 using LPSTR = char*;

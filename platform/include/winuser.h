@@ -1,6 +1,7 @@
 // Windows and all that belongs to them, one file per subject.
 #pragma once
 
+#include <user/caret.h>
 #include <user/control.h>
 #include <user/cursor.h>
 #include <user/dialog.h>

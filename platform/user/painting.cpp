@@ -3,16 +3,9 @@
 #include <utility>
 
 #include "platform/kernel/log.h"
+#include "platform/user/window_place.h"
 
 namespace platform {
-namespace {
-
-RECT ClientArea(const Window& window) {
-  return {0, 0, window.place.right - window.place.left, window.place.bottom - window.place.top};
-}
-
-}  // namespace
-
 void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
                  bool exposed) {
   // Painting inside painting would draw on the same canvas.
@@ -24,10 +17,16 @@ void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RE
   window->painting = nullptr;
 }
 
+void Damage(Window& window, const RECT& area, bool erase) {
+  if (window.peer == nullptr) return;
+  window.mustErase = window.mustErase || erase;
+  window.peer->Invalidate(area);
+}
+
 bool EraseBackground(const Window& window, HDC context) {
   const HBRUSH brush = window.windowClass->data.hbrBackground;
   if (brush == nullptr) return false;
-  const RECT area = ClientArea(window);
+  const RECT area = ClientAreaOf(window);
   return ::FillRect(context, &area, brush) != 0;
 }
 
@@ -45,9 +44,8 @@ BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL erase) {
   if (found == nullptr) return FALSE;
   return RunOnOwner(found,
                     [&] {
-                      if (found->peer == nullptr) return;
-                      found->mustErase = found->mustErase || erase;
-                      found->peer->Invalidate(area != nullptr ? *area : ClientArea(*found));
+                      Damage(*found, area != nullptr ? *area : ClientAreaOf(*found),
+                             erase != FALSE);
                     })
              ? TRUE
              : FALSE;

@@ -10,6 +10,9 @@ namespace platform {
 void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
                  bool exposed);
 
+// The area is painted again, soon.
+void Damage(Window& window, const RECT& area, bool erase);
+
 // Fills the client area with the brush of the window's class; false without one.
 bool EraseBackground(const Window& window, HDC context);
 

@@ -1,5 +1,7 @@
 #include "platform/user/peer_events.h"
 
+#include <utility>
+
 #include "platform/dialog/context_help.h"
 #include "platform/user/focus.h"
 #include "platform/user/painting.h"
@@ -26,7 +28,8 @@ void PeerEvents::OnPlaceChanged(const RECT& place) {
   // Moving and sizing come in pieces; the procedure hears of them together.
   const bool isUnderWay = untold_.has_value();
   if (!isUnderWay) untold_ = window_.place;
-  window_.place = place;
+  const RECT before = std::exchange(window_.place, place);
+  DamageAfterSizing(window_, before);
   if (isUnderWay) return;
   window_.queue->Defer([this, handle = window_.handle] {
     const auto window = Resolve<Window>(HandleKind::kWindow, handle);
@@ -59,7 +62,10 @@ bool PeerEvents::OnKey(const KeyInput& /*input*/) {
 }
 
 void PeerEvents::OnScroll(int bar, UINT request, int place) {
-  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(request, place), 0);
+  const bool isOfThumb = request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
+  if (isOfThumb) window_.scrollBars.at(static_cast<std::size_t>(bar)).tracked = place;
+  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL,
+               MAKEWPARAM(request, isOfThumb ? place : 0), 0);
 }
 
 }  // namespace platform

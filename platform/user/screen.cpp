@@ -52,6 +52,9 @@ int WINAPI GetSystemMetrics(int index) {
       return ScreenSize().cx;
     case SM_CYSCREEN:
       return ScreenSize().cy;
+    case SM_CXVSCROLL:
+    case SM_CYHSCROLL:
+      return kScrollBarThickness;
     case SM_SWAPBUTTON:
       // The desktop has swapped them already, so the left button is always the first.
       return 0;

@@ -12,6 +12,7 @@
 #include "platform/gdi/lent_dc.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/user/control.h"
+#include "platform/user/scroll_bars.h"
 #include "platform/user/thread_queue.h"
 #include "platform/user/window_class.h"
 #include "platform/user/window_peer.h"
@@ -43,6 +44,7 @@ class Window final : public Object {
   // Of a top-level window: its procedure has been told its place, as happens when it is first
   // shown.
   bool knowsPlace = false;
+  ScrollBarPair scrollBars;
   // A child's number.
   UINT_PTR id = 0;
   std::wstring text;

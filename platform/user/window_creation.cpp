@@ -55,6 +55,7 @@ void GivePeer(Window& window) {
   window.peer->SetText(window.text);
   window.peer->SetPlace(window.place);
   window.peer->SetEnabled((window.style & WS_DISABLED) == 0);
+  ShowFirstScrollBars(window);
 }
 
 std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& windowClass,

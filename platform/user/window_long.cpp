@@ -7,10 +7,14 @@ namespace platform {
 namespace {
 
 // What only the functions made for it change.
-constexpr DWORD kLastingStyles = WS_CHILD | WS_VISIBLE | WS_DISABLED;
+DWORD LastingStyles(const Window& window) {
+  constexpr DWORD kOfAll = WS_CHILD | WS_VISIBLE | WS_DISABLED;
+  // Controls have bars of their own making.
+  return window.control == nullptr ? kOfAll | WS_HSCROLL | WS_VSCROLL : kOfAll;
+}
 
 LONG_PTR SetStyle(const Window& window, DWORD& style, LONG_PTR value, int index) {
-  const DWORD lasting = index == GWL_STYLE ? kLastingStyles : 0;
+  const DWORD lasting = index == GWL_STYLE ? LastingStyles(window) : 0;
   const DWORD before = style;
   style = (before & lasting) | (static_cast<DWORD>(value) & ~lasting);
   STYLESTRUCT change = {before, style};

@@ -4,6 +4,7 @@
 
 #include "platform/kernel/log.h"
 #include "platform/user/focus.h"
+#include "platform/user/painting.h"
 #include "platform/user/screen.h"
 #include "platform/user/window_relations.h"
 #include "platform/user/window_showing.h"
@@ -14,16 +15,32 @@ namespace {
 constexpr UINT kSupportedFlags =
     SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_HIDEWINDOW;
 
-LPARAM SizeParameter(const RECT& place) {
-  return MAKELPARAM(place.right - place.left, place.bottom - place.top);
+bool HasWidth(const RECT& one, const RECT& other) {
+  return one.right - one.left == other.right - other.left;
+}
+
+bool HasHeight(const RECT& one, const RECT& other) {
+  return one.bottom - one.top == other.bottom - other.top;
 }
 
 bool HasSize(const RECT& one, const RECT& other) {
-  return SizeParameter(one) == SizeParameter(other);
+  return HasWidth(one, other) && HasHeight(one, other);
+}
+
+void TellSize(const Window& window) {
+  const RECT area = ClientAreaOf(window);
+  window.CallProcedure(WM_SIZE, SIZE_RESTORED, MAKELPARAM(area.right, area.bottom));
 }
 
 bool IsAt(const RECT& one, const RECT& other) {
   return one.left == other.left && one.top == other.top;
+}
+
+void DamageWhatClassWants(Window& window, const RECT& before, const RECT& now) {
+  const UINT style = window.windowClass->data.style;
+  const bool isWanted = ((style & CS_HREDRAW) != 0 && !HasWidth(before, now)) ||
+                        ((style & CS_VREDRAW) != 0 && !HasHeight(before, now));
+  if (isWanted) Damage(window, ClientAreaOf(window), true);
 }
 
 RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT flags) {
@@ -90,7 +107,26 @@ void PlaceWindow(Window& window, const RECT& place) {
   if (IsAt(before, place) && HasSize(before, place)) return;
   window.place = place;
   if (window.peer != nullptr) window.peer->SetPlace(place);
+  DamageAfterSizing(window, before);
   TellPlaceChange(window, before);
+}
+
+RECT ClientAreaOf(const Window& window) {
+  const SIZE taken = TakenByScrollBars(window);
+  const RECT& place = window.place;
+  return {0, 0, std::max(place.right - place.left - taken.cx, LONG{0}),
+          std::max(place.bottom - place.top - taken.cy, LONG{0})};
+}
+
+void DamageAfterSizing(Window& window, const RECT& before) {
+  DamageWhatClassWants(window, before, window.place);
+}
+
+void TellClientChange(Window& window, const RECT& before) {
+  const RECT area = ClientAreaOf(window);
+  if (HasSize(area, before)) return;
+  DamageWhatClassWants(window, before, area);
+  TellSize(window);
 }
 
 void TellPlaceChange(const Window& window, const RECT& before) {
@@ -99,13 +135,13 @@ void TellPlaceChange(const Window& window, const RECT& before) {
     window.CallProcedure(WM_MOVE, 0, MAKELPARAM(place.left, place.top));
   }
   if (window.IsLive() && !HasSize(before, place)) {
-    window.CallProcedure(WM_SIZE, SIZE_RESTORED, SizeParameter(place));
+    TellSize(window);
   }
 }
 
 void TellPlace(Window& window) {
   window.knowsPlace = true;
-  window.CallProcedure(WM_SIZE, SIZE_RESTORED, SizeParameter(window.place));
+  TellSize(window);
   if (!window.IsLive()) return;
   window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.place.left, window.place.top));
 }
@@ -155,10 +191,14 @@ BOOL WINAPI GetWindowRect(HWND window, LPRECT place) {
 }
 
 BOOL WINAPI GetClientRect(HWND window, LPRECT area) {
-  RECT place{};
-  if (!PlaceOnScreen(window, area, place)) return FALSE;
-  *area = {0, 0, place.right - place.left, place.bottom - place.top};
-  return TRUE;
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  if (area == nullptr) {
+    ::SetLastError(ERROR_NOACCESS);
+    return FALSE;
+  }
+  if (IsDesktopWindow(window)) return ::GetWindowRect(window, area);
+  return RunOnOwner(found, [&] { *area = ClientAreaOf(*found); }) ? TRUE : FALSE;
 }
 
 BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) {

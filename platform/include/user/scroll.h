@@ -28,4 +28,29 @@ extern "C" {
 #define SB_RIGHT 7
 #define SB_ENDSCROLL 8
 
+BOOL WINAPI ShowScrollBar(HWND window, int bar, BOOL show);
+BOOL WINAPI SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL redraw);
+BOOL WINAPI GetScrollRange(HWND window, int bar, LPINT minimum, LPINT maximum);
+int WINAPI SetScrollPos(HWND window, int bar, int position, BOOL redraw);
+int WINAPI GetScrollPos(HWND window, int bar);
+
+struct SCROLLINFO {
+  UINT cbSize;
+  UINT fMask;
+  int nMin;
+  int nMax;
+  UINT nPage;
+  int nPos;
+  int nTrackPos;
+};
+using LPSCROLLINFO = SCROLLINFO*;
+using LPCSCROLLINFO = const SCROLLINFO*;
+#define SIF_RANGE 0x0001u
+#define SIF_PAGE 0x0002u
+#define SIF_POS 0x0004u
+#define SIF_TRACKPOS 0x0010u
+#define SIF_ALL (SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS)
+int WINAPI SetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL redraw);
+BOOL WINAPI GetScrollInfo(HWND window, int bar, LPSCROLLINFO info);
+
 }  // extern "C"

@@ -50,6 +50,8 @@ struct CREATESTRUCTW {
 };
 using LPCREATESTRUCTW = CREATESTRUCTW*;
 
+#define CS_VREDRAW 0x0001u
+#define CS_HREDRAW 0x0002u
 #define CS_DBLCLKS 0x0008u
 
 #define WS_OVERLAPPED 0x00000000u
@@ -131,6 +133,8 @@ int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count);
 BOOL WINAPI GetCursorPos(LPPOINT place);
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
+#define SM_CXVSCROLL 2
+#define SM_CYHSCROLL 3
 #define SM_SWAPBUTTON 23
 #define SM_CXSMICON 49
 #define SM_CYSMICON 50

@@ -16,6 +16,7 @@ bool TakeMessages() {
   MSG message;
   bool took = false;
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
     took = true;
   }
@@ -37,10 +38,12 @@ void WindowOnDesktop::OnWindowThread(const std::function<void()>& body) {
 }
 
 HWND WindowOnDesktop::Create(const wchar_t* title, RECT place, DWORD style, HWND parent, int id,
-                             HBRUSH brush) {
-  const std::wstring name = L"Shown" + std::to_wstring(reinterpret_cast<UINT_PTR>(brush));
+                             HBRUSH brush, UINT classStyle) {
+  std::wstring name = L"Shown" + std::to_wstring(reinterpret_cast<UINT_PTR>(brush));
+  if (classStyle != 0) name += L"-" + std::to_wstring(classStyle);
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
+  windowClass.style = classStyle;
   windowClass.lpfnWndProc = Procedure;
   windowClass.lpszClassName = name.c_str();
   windowClass.hbrBackground = brush;

@@ -24,7 +24,7 @@ class WindowOnDesktop : public ::testing::Test {
   using Answer = std::function<LRESULT(HWND, WPARAM, LPARAM)>;
   void On(UINT message, Answer answer) { answers_[message] = std::move(answer); }
   static HWND Create(const wchar_t* title, RECT place, DWORD style, HWND parent = nullptr,
-                     int id = 0, HBRUSH brush = nullptr);
+                     int id = 0, HBRUSH brush = nullptr, UINT classStyle = 0);
   // How many messages of that number the windows have got.
   int CountOf(UINT message) const;
 

@@ -1,0 +1,108 @@
+// Carets: one for each thread, in one of its windows. The desktop shows and blinks it over what the
+// window shows, so that painting need not hide it.
+#include "platform/kernel/log.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+struct Caret {
+  HWND window = nullptr;
+  SIZE size{};
+  POINT place{};
+  // Shown at zero.
+  int hidden = 1;
+};
+thread_local Caret caret;
+
+// The caret ends with its window.
+std::shared_ptr<Window> WindowOfCaret() {
+  return Resolve<Window>(HandleKind::kWindow, caret.window);
+}
+
+// Null stands for whichever window has the caret. Null, with the last error set, when that window
+// has it not.
+std::shared_ptr<Window> WindowWithCaret(HWND window) {
+  const auto found = WindowOfCaret();
+  if (found != nullptr && (window == nullptr || window == caret.window)) return found;
+  ::SetLastError(ERROR_ACCESS_DENIED);
+  return nullptr;
+}
+
+void TellPeer(const Window& window) {
+  if (window.peer == nullptr) return;
+  const RECT area = {caret.place.x, caret.place.y, caret.place.x + caret.size.cx,
+                     caret.place.y + caret.size.cy};
+  window.peer->SetCaret(caret.hidden == 0 ? std::optional(area) : std::nullopt);
+}
+
+void EndCaret() {
+  const auto window = WindowOfCaret();
+  if (window != nullptr && window->peer != nullptr) window->peer->SetCaret(std::nullopt);
+  caret = {};
+}
+
+}  // namespace
+}  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) {
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return FALSE;
+  if (!found->BelongsToCaller()) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+  }
+  if (bitmap != nullptr || width < 0 || height < 0) {
+    LogLine("CreateCaret: carets are solid");
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+  }
+  EndCaret();
+  // Nothing is as wide as the border of a window.
+  caret.window = window;
+  caret.size = {width != 0 ? width : 1, height != 0 ? height : 1};
+  return TRUE;
+}
+
+BOOL WINAPI DestroyCaret() {
+  if (WindowWithCaret(nullptr) == nullptr) return FALSE;
+  EndCaret();
+  return TRUE;
+}
+
+BOOL WINAPI ShowCaret(HWND window) {
+  const auto found = WindowWithCaret(window);
+  if (found == nullptr) return FALSE;
+  if (caret.hidden > 0 && --caret.hidden == 0) TellPeer(*found);
+  return TRUE;
+}
+
+BOOL WINAPI HideCaret(HWND window) {
+  const auto found = WindowWithCaret(window);
+  if (found == nullptr) return FALSE;
+  if (++caret.hidden == 1) TellPeer(*found);
+  return TRUE;
+}
+
+BOOL WINAPI SetCaretPos(int x, int y) {
+  const auto found = WindowWithCaret(nullptr);
+  if (found == nullptr) return FALSE;
+  caret.place = {x, y};
+  if (caret.hidden == 0) TellPeer(*found);
+  return TRUE;
+}
+
+BOOL WINAPI GetCaretPos(LPPOINT place) {
+  if (place == nullptr) {
+    ::SetLastError(ERROR_NOACCESS);
+    return FALSE;
+  }
+  *place = WindowOfCaret() != nullptr ? caret.place : POINT{};
+  return TRUE;
+}
+
+UINT WINAPI GetCaretBlinkTime() {
+  return kCaretBlinkMilliseconds;
+}
