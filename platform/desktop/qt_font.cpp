@@ -22,23 +22,33 @@ constexpr BYTE kNotSmoothed = NONANTIALIASED_QUALITY;
 struct Substitute {
   const char* face;
   const char* installed;
+  // In percent of its own: with these its texts are as wide as those of the face.
+  qreal advances;
 };
-constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed"}};
+constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed", 97}};
 
 bool IsDesktopFace(const QString& face) {
   return face.isEmpty() || face.compare("MS Shell Dlg", Qt::CaseInsensitive) == 0 ||
          face.compare("MS Shell Dlg 2", Qt::CaseInsensitive) == 0;
 }
 
-// The face itself or what stands in for it; empty when there is neither.
-QString InstalledFace(const QString& face) {
-  if (QFontDatabase::hasFamily(face)) return face;
+const Substitute* SubstituteOf(const QString& face) {
   for (const Substitute& each : kSubstitutes) {
-    if (face.compare(each.face, Qt::CaseInsensitive) != 0) continue;
-    return QFontDatabase::hasFamily(each.installed) ? each.installed
-                                                    : QApplication::font().family();
+    if (face.compare(each.face, Qt::CaseInsensitive) == 0) return &each;
   }
-  return {};
+  return nullptr;
+}
+
+// The face itself or what stands in for it; the font stays as it is when there is neither.
+void SetFace(QFont& font, const QString& face) {
+  if (QFontDatabase::hasFamily(face)) {
+    font.setFamily(face);
+    return;
+  }
+  const Substitute* substitute = SubstituteOf(face);
+  if (substitute == nullptr || !QFontDatabase::hasFamily(substitute->installed)) return;
+  font.setFamily(substitute->installed);
+  font.setLetterSpacing(QFont::PercentageSpacing, substitute->advances);
 }
 
 // The size at which a line is that high; for a positive height, which counts the whole line.
@@ -71,8 +81,7 @@ QFont QtFont(const LOGFONTW& font) {
   QFont made = QApplication::font();
   const QString face = QString::fromWCharArray(font.lfFaceName);
   const bool isDesktopFace = IsDesktopFace(face);
-  const QString installed = isDesktopFace ? QString() : InstalledFace(face);
-  if (!installed.isEmpty()) made.setFamily(installed);
+  if (!isDesktopFace) SetFace(made, face);
   made.setBold(font.lfWeight >= kBoldWeight);
   made.setItalic(font.lfItalic != 0);
   made.setUnderline(font.lfUnderline != 0);
@@ -83,7 +92,7 @@ QFont QtFont(const LOGFONTW& font) {
 }
 
 bool HasFace(const QString& face) {
-  return IsDesktopFace(face) || !InstalledFace(face).isEmpty();
+  return IsDesktopFace(face) || QFontDatabase::hasFamily(face) || SubstituteOf(face) != nullptr;
 }
 
 LOGFONTW LogicalFont(const QFont& font) {
