@@ -53,6 +53,8 @@ bool Grid::SetProtect(GridCell cell, bool isProtected) {
     record->isProtected = isProtected;
   else
     StoreOrBeep(slot_.cellStore, cell, isProtected, {}, system_);
+  // It has another colour now.
+  system_.Invalidate(CellRect(slot_, cell), false);
   return true;
 }
 
