@@ -1,0 +1,85 @@
+// The editor of connection hours by itself: hours_host LANGUAGE FIRST_DAY opens it on the desktop,
+// with office hours allowed on weekdays and the mornings at the weekend, and prints how it was
+// ended ("OK" or "Cancel") and then the table's 168 digits. LANGUAGE is a language identifier, 1033
+// or 1053; FIRST_DAY is 0 for Sunday ... 6.
+#include <windows.h>
+#include <shellapi.h>
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "settings/hours_dialog.h"
+#include "storage/settings.h"
+#include "ui/help_system.h"
+
+namespace quillgate {
+namespace {
+
+constexpr std::size_t kHours = 24;
+
+struct Span {
+  std::size_t begin;
+  std::size_t end;
+};
+constexpr Span kOffice{8, 17};
+constexpr Span kMorning{7, 12};
+
+HoursTable AllowedWhenPeopleWork() {
+  HoursTable hours{};
+  for (std::size_t i = 0; i < hours.size(); ++i) {
+    const std::size_t day = i / kHours;
+    const std::size_t hour = i % kHours;
+    const Span allowed = day >= 1 && day <= 5 ? kOffice : kMorning;
+    hours[i] = hour < allowed.begin || hour >= allowed.end;
+  }
+  return hours;
+}
+
+std::vector<std::wstring> Words() {
+  int count = 0;
+  LPWSTR* arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  if (arguments == nullptr) return {};
+  std::vector<std::wstring> words(arguments, arguments + count);
+  ::LocalFree(arguments);
+  return words;
+}
+
+void Print(bool accepted, const HoursTable& hours) {
+  std::string digits;
+  for (const bool blocked : hours)
+    digits += blocked ? '1' : '0';
+  std::printf("%s\n%s\n", accepted ? "OK" : "Cancel", digits.c_str());
+}
+
+int Run(const std::vector<std::wstring>& words) {
+  if (words.size() != 3) {
+    std::fputs("usage: hours_host LANGUAGE FIRST_DAY\n", stderr);
+    return 2;
+  }
+  Database database;
+  Settings settings(database);
+  settings.SetSetting(SettingKey::kFirstDayOfWeek, words[2]);
+  MessageCatalogue catalogue;
+  catalogue.SetInterfaceLanguage(SettingNumber(words[1]));
+  HelpSystem help;
+  HoursTable hours = AllowedWhenPeopleWork();
+  HoursDialog dialog({catalogue, help}, settings, nullptr, hours);
+  const bool accepted = dialog.Run();
+  if (accepted) hours = dialog.Hours();
+  Print(accepted, hours);
+  return 0;
+}
+
+}  // namespace
+}  // namespace quillgate
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+  try {
+    return quillgate::Run(quillgate::Words());
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "hours_host: %s\n", failure.what());
+    return 1;
+  }
+}
