@@ -94,6 +94,7 @@ std::optional<std::wstring> Grid::CellText(GridCell cell) {
 bool Grid::DeleteCell(GridCell cell) {
   if (!Check(cell)) return false;
   slot_.cellStore.Remove(cell);
+  system_.Invalidate(CellRect(slot_, cell), false);
   system_.Notify(GCN_EDITEND, PackedCell(slot_.Cursor()));
   return true;
 }

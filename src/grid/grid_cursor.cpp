@@ -8,14 +8,6 @@
 
 namespace quillgate {
 
-void GridCursor::ToggleFrame() {
-  if (IsEmpty(slot_.cursorFrameRect)) {
-    ShowFrame();
-  } else {
-    RemoveFrame();
-  }
-}
-
 void GridCursor::ShowFrame() {
   const GridRect wanted = FrameRect();
   if (slot_.cursorFrameRect == wanted) return;

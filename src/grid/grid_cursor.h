@@ -15,11 +15,8 @@ class GridCursor {
  public:
   GridCursor(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // Draws the frame, or removes it when it is there: it is XORed. Nothing when there are no rows or
-  // the cursor stands before the first row or column shown.
-  void ToggleFrame();
-  // Afterwards the frame is where the cursor is, or nowhere when the cursor is not shown. Nothing
-  // when it is there already.
+  // Afterwards the frame is where the cursor is, or nowhere when there are no rows or it
+  // stands before the first row or column shown. Nothing when it is there already.
   void ShowFrame();
   // Nothing when there is no frame.
   void RemoveFrame();

@@ -89,7 +89,7 @@ TEST_F(GridCellsTest, DeletingIsReportedWhetherOrNotThereWasACell) {
   system_.Take();
   for (int time = 0; time < 2; ++time) {
     EXPECT_TRUE(grid_.DeleteCell({1, 1}));
-    EXPECT_THAT(system_.Take(), ElementsAre("Notify 10 3,2"));
+    EXPECT_THAT(system_.Take(), ElementsAre("Invalidate 50,21,100,42", "Notify 10 3,2"));
     EXPECT_EQ(grid_.TypeNumber({1, 1}), 0);
   }
 }

@@ -212,7 +212,7 @@ TEST_F(GridCursorTest, TheFrameIsDrawnOnlyForACursorThatIsNotBeforeWhatIsShown) 
     slot_.cursorRow = each.cursor.row;
     slot_.cursorCol = each.cursor.col;
     slot_.cursorFrameRect = {};
-    GridCursor(slot_, system_).ToggleFrame();
+    GridCursor(slot_, system_).ShowFrame();
     EXPECT_EQ(system_.Take(), each.calls) << each.what;
   }
 }
