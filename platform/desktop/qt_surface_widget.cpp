@@ -35,7 +35,6 @@ void QtSurfaceWidget::PaintNow() {
 
 void QtSurfaceWidget::Draw(const std::function<void(Canvas&)>& work) {
   const bool isSeen = IsOnScreen();
-  if (isSeen) Fit();
   surface_->Draw(work, isSeen);
   if (!isSeen || std::exchange(isCopyDue_, true)) return;
   update();
