@@ -44,7 +44,10 @@ template <class Interface>
 class QtControlPeer : public QtPeer<Interface> {
  protected:
   QtControlPeer(QWidget* widget, const PeerOrigin& origin)
-      : QtPeer<Interface>(widget, origin.events) {}
+      : QtPeer<Interface>(widget, origin.events) {
+    // Else it would have the shape that the window around it has at the moment.
+    if (!widget->testAttribute(Qt::WA_SetCursor)) widget->setCursor(Qt::ArrowCursor);
+  }
 
   QObject* Context() { return &context_; }
 

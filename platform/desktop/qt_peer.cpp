@@ -164,6 +164,14 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
     case QEvent::Move:
     case QEvent::Resize:
       return OnMoved();
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+      // Some widgets keep it to themselves when they are disabled; it is for the one around them.
+      if (widget_->isEnabled()) return false;
+      event->ignore();
+      return true;
     case QEvent::KeyPress:
       if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
       events_.OnHelpRequested();

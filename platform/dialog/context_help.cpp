@@ -1,25 +1,23 @@
 #include "platform/dialog/context_help.h"
 
 namespace platform {
-namespace {
 
-void SendHelp(HWND handle) {
-  const auto window = Resolve<Window>(HandleKind::kWindow, handle);
-  if (window == nullptr) return;
+void AskForHelp(const Window& window) {
   HELPINFO help{};
   help.cbSize = sizeof help;
   help.iContextType = HELPINFO_WINDOW;
-  help.iCtrlId = static_cast<int>(window->id);
-  help.hItemHandle = handle;
-  help.dwContextId = window->helpContext;
+  help.iCtrlId = static_cast<int>(window.id);
+  help.hItemHandle = window.handle;
+  help.dwContextId = window.helpContext;
   ::GetCursorPos(&help.MousePos);
-  ::SendMessageW(handle, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+  ::SendMessageW(window.handle, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
 }
 
-}  // namespace
-
 void RequestHelp(const Window& window) {
-  window.queue->Defer([handle = window.handle] { SendHelp(handle); });
+  window.queue->Defer([handle = window.handle] {
+    const auto found = Resolve<Window>(HandleKind::kWindow, handle);
+    if (found != nullptr) AskForHelp(*found);
+  });
 }
 
 }  // namespace platform

@@ -5,8 +5,10 @@
 
 namespace platform {
 
-// Sends WM_HELP to the window later, with its number, its help text's number and the place of the
+// Sends WM_HELP to the window, with its number, its help text's number and the place of the
 // mouse cursor. Windows pass the message on to their parents until one answers it.
+void AskForHelp(const Window& window);
+// The same, later.
 void RequestHelp(const Window& window);
 
 }  // namespace platform

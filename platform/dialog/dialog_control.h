@@ -59,6 +59,9 @@ class DialogControl final : public Control, private DialogEvents {
 
   void GiveFocus(HWND control);
 
+  // A message for the dialog or a window in it; true when it was a key for the dialog itself.
+  bool TakeKeyMessage(MSG& message);
+
  private:
   bool OnDialogKey(DialogKey key, HWND focus) override;
   void OnFocusMoved(HWND focus) override;
@@ -70,6 +73,7 @@ class DialogControl final : public Control, private DialogEvents {
   void MoveFocusAsTold(WPARAM wParam, LPARAM lParam);
   void RequestCancel();
 
+  bool TakeKey(DialogKey key, HWND focus, LRESULT code);
   bool TurnPage(int step);
   bool MoveByTab(HWND focus, bool forward);
   bool MoveInGroup(HWND focus, bool forward);

@@ -6,32 +6,79 @@
 namespace platform {
 namespace {
 
-// What a control may ask for besides the codes that the system's own controls answer.
-constexpr LRESULT kWantsTab = 0x0002;      // DLGC_WANTTAB
-constexpr LRESULT kWantsAllKeys = 0x0004;  // DLGC_WANTALLKEYS
-
 LRESULT CodeThatKeeps(DialogKey key) {
   switch (key) {
     case DialogKey::kTab:
     case DialogKey::kBackTab:
-      return kWantsTab | kWantsAllKeys;
+      return DLGC_WANTTAB | DLGC_WANTALLKEYS;
     case DialogKey::kForward:
     case DialogKey::kBackward:
-      return DLGC_WANTARROWS | kWantsAllKeys;
+      return DLGC_WANTARROWS | DLGC_WANTALLKEYS;
     default:
-      return kWantsAllKeys;
+      return DLGC_WANTALLKEYS;
   }
 }
 
+std::optional<DialogKey> PlainKey(WPARAM virtualKey, bool shift) {
+  switch (virtualKey) {
+    case VK_TAB:
+      return shift ? DialogKey::kBackTab : DialogKey::kTab;
+    case VK_RIGHT:
+    case VK_DOWN:
+      return DialogKey::kForward;
+    case VK_LEFT:
+    case VK_UP:
+      return DialogKey::kBackward;
+    case VK_RETURN:
+      return DialogKey::kEnter;
+    case VK_ESCAPE:
+      return DialogKey::kEscape;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<DialogKey> ControlKey(WPARAM virtualKey, bool shift) {
+  switch (virtualKey) {
+    case VK_TAB:
+      return shift ? DialogKey::kPreviousPage : DialogKey::kNextPage;
+    case VK_NEXT:
+      return DialogKey::kNextPage;
+    case VK_PRIOR:
+      return DialogKey::kPreviousPage;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<DialogKey> DialogKeyOf(WPARAM virtualKey) {
+  const bool shift = ::GetKeyState(VK_SHIFT) < 0;
+  const bool control = ::GetKeyState(VK_CONTROL) < 0;
+  return control ? ControlKey(virtualKey, shift) : PlainKey(virtualKey, shift);
+}
+
 bool IsAutomaticRadio(const Window& control) {
-  const bool isRadio = (DialogCodeOf(control.handle) & DLGC_RADIOBUTTON) != 0;
+  const bool isRadio = (ControlCodeOf(control.handle) & DLGC_RADIOBUTTON) != 0;
   return isRadio && (control.style & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
 }
 
 }  // namespace
 
 bool DialogControl::OnDialogKey(DialogKey key, HWND focus) {
-  if ((DialogCodeOf(focus) & CodeThatKeeps(key)) != 0) return false;
+  return TakeKey(key, focus, ControlCodeOf(focus));
+}
+
+bool DialogControl::TakeKeyMessage(MSG& message) {
+  if (message.message != WM_KEYDOWN) return false;
+  const auto key = DialogKeyOf(message.wParam);
+  if (!key.has_value()) return false;
+  const LRESULT code = ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                                      reinterpret_cast<LPARAM>(&message));
+  return TakeKey(*key, message.hwnd, code);
+}
+
+bool DialogControl::TakeKey(DialogKey key, HWND focus, LRESULT code) {
+  if ((code & CodeThatKeeps(key)) != 0) return false;
   const HWND dialog = window_.handle;
   switch (key) {
     case DialogKey::kTab:
@@ -87,8 +134,22 @@ bool DialogControl::MoveInGroup(HWND focus, bool forward) {
 }
 
 void DialogControl::FocusByKey(Window& control, bool forward) {
+  if (window_.isChild) return GiveFocus(control.handle);
   if (window_.peer == nullptr || control.peer == nullptr) return;
   static_cast<DialogPeer&>(*window_.peer).FocusByTab(*control.peer, forward);
 }
 
 }  // namespace platform
+
+using namespace platform;
+
+BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message) {
+  if (message == nullptr) return FALSE;
+  const bool isOfDialog = message->hwnd == dialog || ::IsChild(dialog, message->hwnd);
+  const FoundDialog found = isOfDialog ? FindDialog(dialog) : FoundDialog();
+  if (found.control == nullptr) return FALSE;
+  if (found.control->TakeKeyMessage(*message)) return TRUE;
+  ::TranslateMessage(message);
+  ::DispatchMessageW(message);
+  return TRUE;
+}

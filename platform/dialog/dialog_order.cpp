@@ -72,19 +72,23 @@ WindowPointer NextInGroup(HWND dialog, HWND control, bool forward) {
   const auto found = std::ranges::find(controls, control, &Window::handle);
   if (found == controls.end()) return nullptr;
   for (const auto& each : InSearchOrder(GroupOf(controls, found), control, forward)) {
-    const bool isStatic = (DialogCodeOf(each->handle) & DLGC_STATIC) != 0;
+    const bool isStatic = (ControlCodeOf(each->handle) & DLGC_STATIC) != 0;
     if (TakesInput(*each) && !isStatic) return each;
   }
   return nullptr;
 }
 
-LRESULT DialogCodeOf(HWND control) {
-  const auto window = Resolve<Window>(HandleKind::kWindow, control);
-  if (window == nullptr || IsDialog(*window)) return 0;
-  // Of the system's classes the control itself is asked: a procedure that the program put in front
-  // of it shall not run inside an event.
-  if (window->control != nullptr) return window->control->Answer(WM_GETDLGCODE, 0, 0).value_or(0);
-  return window->CallProcedure(WM_GETDLGCODE, 0, 0);
+LRESULT DialogCodeOf(HWND window) {
+  const auto found = Resolve<Window>(HandleKind::kWindow, window);
+  if (found == nullptr) return 0;
+  return found->control != nullptr ? ControlCodeOf(window)
+                                   : found->CallProcedure(WM_GETDLGCODE, 0, 0);
+}
+
+LRESULT ControlCodeOf(HWND window) {
+  const auto found = Resolve<Window>(HandleKind::kWindow, window);
+  if (found == nullptr || found->control == nullptr || IsDialog(*found)) return 0;
+  return found->control->Answer(WM_GETDLGCODE, 0, 0).value_or(0);
 }
 
 }  // namespace platform

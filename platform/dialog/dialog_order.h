@@ -25,10 +25,15 @@ bool TakesInput(const Window& control);
 WindowPointer NextTabStop(HWND dialog, HWND control, bool forward);
 
 // The same for the arrow keys, inside the group of the control: from a control with WS_GROUP to the
-// one before the next of these. Null when the control is none of the dialog's.
+// one before the next of these. Null when the control is none of the dialog's. Both may be called
+// inside an event of the desktop.
 WindowPointer NextInGroup(HWND dialog, HWND control, bool forward);
 
-// What the control answers to WM_GETDLGCODE. May be called inside an event of the desktop.
-LRESULT DialogCodeOf(HWND control);
+// What the window answers to WM_GETDLGCODE.
+LRESULT DialogCodeOf(HWND window);
+
+// The same of a control of the system; 0 of any other window, whose procedure is not called. May be
+// used inside an event of the desktop.
+LRESULT ControlCodeOf(HWND window);
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 // DefWindowProcW: what a window does with what its own procedure leaves to the system.
 #include <algorithm>
 
+#include "platform/dialog/context_help.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/user/painting.h"
 #include "platform/user/window.h"
@@ -42,6 +43,16 @@ LRESULT PassToParent(const Window& window, UINT message, WPARAM wParam, LPARAM l
   return parent != nullptr ? ::SendMessageW(parent->handle, message, wParam, lParam) : 0;
 }
 
+// Those around it may have a shape of their own for the windows inside them.
+bool SetClassCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
+  if (window.isChild && PassToParent(window, WM_SETCURSOR, wParam, lParam) != FALSE) return true;
+  const bool isInThisWindow = reinterpret_cast<HWND>(wParam) == window.handle;
+  const HCURSOR cursor = window.windowClass->data.hCursor;
+  if (!isInThisWindow || cursor == nullptr) return false;
+  ::SetCursor(cursor);
+  return true;
+}
+
 }  // namespace
 }  // namespace platform
 
@@ -73,6 +84,11 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
       return 0;
     case WM_ERASEBKGND:
       return EraseBackground(*found, reinterpret_cast<HDC>(wParam)) ? TRUE : FALSE;
+    case WM_KEYDOWN:
+      if (wParam == VK_F1) AskForHelp(*found);
+      return 0;
+    case WM_SETCURSOR:
+      return SetClassCursor(*found, wParam, lParam) ? TRUE : FALSE;
     case WM_HELP:
       return PassToParent(*found, message, wParam, lParam);
     default:

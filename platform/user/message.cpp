@@ -1,6 +1,7 @@
 // Posting, sending, taking and dispatching messages.
 #include "platform/kernel/log.h"
 #include "platform/user/atom_table.h"
+#include "platform/user/keyboard.h"
 #include "platform/user/thread_queue.h"
 #include "platform/user/window_list.h"
 
@@ -20,6 +21,17 @@ bool CheckTaking(const MSG* message, HWND window) {
     return false;
   }
   return window == kNoWindow || BelongsToCaller(window);
+}
+
+bool IsKey(UINT message) {
+  return message == WM_KEYDOWN || message == WM_KEYUP || message == WM_SYSKEYDOWN ||
+         message == WM_SYSKEYUP;
+}
+
+void PostCharacters(const MSG& key) {
+  const UINT message = key.message == WM_SYSKEYDOWN ? WM_SYSCHAR : WM_CHAR;
+  for (const wchar_t each : CharactersOf(static_cast<UINT>(key.wParam)))
+    CurrentQueue()->Post({key.hwnd, message, static_cast<WPARAM>(each), key.lParam, 0, {}});
 }
 
 // What does not wait for its turn among the messages, nor for a filter that lets it pass.
@@ -70,9 +82,11 @@ BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT
   return TRUE;
 }
 
-BOOL WINAPI TranslateMessage(const MSG* /*message*/) {
-  // Key messages alone are translated, and hidden windows get none.
-  return FALSE;
+BOOL WINAPI TranslateMessage(const MSG* message) {
+  if (message == nullptr || !IsKey(message->message)) return FALSE;
+  const bool isDown = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
+  if (isDown) PostCharacters(*message);
+  return TRUE;
 }
 
 LRESULT WINAPI DispatchMessageW(const MSG* message) {

@@ -65,3 +65,17 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
   const bool asked = RunOnWindowThread([&] { answer = RunBox(owner, *view); });
   return asked ? answer : FailWithoutDesktop(request);
 }
+
+BOOL WINAPI MessageBeep(UINT /*type*/) {
+  // The desktop has one sound for all types.
+  const auto windowThread = WindowThread();
+  if (windowThread == nullptr) {
+    LogLine("MessageBeep: there is no desktop");
+    ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
+    return FALSE;
+  }
+  windowThread->Defer([] {
+    if (IsWindowThread()) Desktop().Beep();
+  });
+  return TRUE;
+}

@@ -2,8 +2,21 @@
 
 #include "platform/user/desktop.h"
 #include "platform/user/window_list.h"
+#include "platform/user/window_relations.h"
 
 namespace platform {
+namespace {
+
+// A dialog understands keys for the windows inside it, whoever's loop it is.
+void Route(MSG& message) {
+  const auto window = Resolve<Window>(HandleKind::kWindow, message.hwnd);
+  const auto topLevel = window != nullptr ? TopLevelOf(window) : nullptr;
+  if (topLevel != nullptr && ::IsDialogMessageW(topLevel->handle, &message)) return;
+  ::TranslateMessage(&message);
+  ::DispatchMessageW(&message);
+}
+
+}  // namespace
 
 bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone) {
   const MessageFilter everything;
@@ -13,15 +26,14 @@ bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone) {
     if (isDone()) return true;
     if (isOnDesktop && WindowThread() == nullptr) return false;
     if (queue.RunDeferred()) continue;
-    const auto message = queue.Take(everything, true);
+    auto message = queue.Take(everything, true);
     if (!message.has_value()) {
       queue.Wait(everything);
     } else if (message->message == WM_QUIT) {
       queue.PostQuit(static_cast<int>(message->wParam));
       return false;
     } else {
-      ::TranslateMessage(&*message);
-      ::DispatchMessageW(&*message);
+      Route(*message);
     }
   }
 }

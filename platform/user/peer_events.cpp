@@ -4,6 +4,7 @@
 
 #include "platform/dialog/context_help.h"
 #include "platform/user/focus.h"
+#include "platform/user/input.h"
 #include "platform/user/painting.h"
 #include "platform/user/window_place.h"
 
@@ -55,10 +56,15 @@ void PeerEvents::OnHelpRequested() {
   RequestHelp(window_);
 }
 
-void PeerEvents::OnMouse(const MouseInput& /*input*/) {}
+void PeerEvents::OnMouse(const MouseInput& input) {
+  QueueMouse(window_, input);
+}
 
-bool PeerEvents::OnKey(const KeyInput& /*input*/) {
-  return false;
+bool PeerEvents::OnKey(const KeyInput& input) {
+  // What a dialog does with keys it does inside the event, like its controls.
+  if (window_.control != nullptr) return false;
+  QueueKey(window_, input);
+  return true;
 }
 
 void PeerEvents::OnScroll(int bar, UINT request, int place) {

@@ -1,6 +1,6 @@
 // What the user does to a window, turned into its messages. Owned by the window, on the window
-// thread. Nothing but painting is answered inside the desktop's event; all else is deferred, and
-// the window looked up again then.
+// thread. Nothing but painting is answered inside the desktop's event: mouse and keys wait in the
+// thread's queue, all else is deferred, and the window looked up again then.
 #pragma once
 
 #include <optional>

@@ -4,6 +4,7 @@
 
 #include "platform/kernel/clock.h"
 #include "platform/user/desktop.h"
+#include "platform/user/input.h"
 
 namespace platform {
 namespace {
@@ -12,6 +13,11 @@ constexpr std::size_t kMostMessages = 10'000;
 
 DWORD Tick() {
   return static_cast<DWORD>(CurrentClock().TickMilliseconds());
+}
+
+// Both are moves of the mouse in the same window.
+bool MovesOn(const MSG& last, const MSG& next) {
+  return last.message == WM_MOUSEMOVE && next.message == WM_MOUSEMOVE && last.hwnd == next.hwnd;
 }
 
 }  // namespace
@@ -39,8 +45,19 @@ void ThreadQueue::PostQuit(int exitCode) {
   SignalLocked();
 }
 
+void ThreadQueue::PostInput(InputMessage input) {
+  input.message.time = Tick();
+  const std::lock_guard lock(mutex_);
+  if (ended_) return;
+  if (!input_.empty() && MovesOn(input_.back().message, input.message)) input_.pop_back();
+  if (input_.size() >= kMostMessages) return;
+  input_.push_back(std::move(input));
+  SignalLocked();
+}
+
 void ThreadQueue::DiscardMessagesOf(HWND window) {
   const std::lock_guard lock(mutex_);
+  std::erase_if(input_, [&](const InputMessage& each) { return each.message.hwnd == window; });
   std::erase_if(posted_, [&](const MSG& each) { return each.hwnd == window; });
 }
 
@@ -117,6 +134,9 @@ void ThreadQueue::ServeCalls() {
 std::optional<MSG> ThreadQueue::Take(const MessageFilter& filter, bool remove) {
   if (auto message = TakePosted(filter, remove)) return message;
   if (auto message = TakeQuit(remove)) return message;
+  while (const auto input = TakeInput(filter, remove)) {
+    if (!remove || AcceptInput(*input)) return input->message;
+  }
   return timers_.Take(filter, remove);
 }
 
@@ -139,6 +159,17 @@ std::optional<MSG> ThreadQueue::TakeQuit(bool remove) {
   message.time = Tick();
   if (remove) quitCode_.reset();
   return message;
+}
+
+std::optional<InputMessage> ThreadQueue::TakeInput(const MessageFilter& filter, bool remove) {
+  const std::lock_guard lock(mutex_);
+  const auto found = std::ranges::find_if(input_, [&](const InputMessage& each) {
+    return filter.Passes(each.message.hwnd, each.message.message);
+  });
+  if (found == input_.end()) return std::nullopt;
+  InputMessage input = *found;
+  if (remove) input_.erase(found);
+  return input;
 }
 
 void ThreadQueue::Wait(const MessageFilter& filter) {
@@ -185,6 +216,7 @@ void ThreadQueue::End() {
     ended_ = true;
     loop_ = nullptr;
     posted_.clear();
+    input_.clear();
     dropped.swap(deferred_);
     calls.swap(calls_);
   }

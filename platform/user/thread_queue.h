@@ -1,6 +1,7 @@
-// The message queue of one thread: posted messages, the quit flag, calls from other threads and
-// timers. Created when its thread, or somebody who posts to it, first needs it; it ends with its
-// thread. Functions for the owning thread are marked; all others are for any thread.
+// The message queue of one thread: posted messages, the quit flag, mouse and keyboard, calls from
+// other threads and timers. Created when its thread, or somebody who posts to it, first needs it;
+// it ends with its thread. Functions for the owning thread are marked; all others are for any
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -14,6 +15,7 @@
 #include <optional>
 
 #include "platform/user/event_loop.h"
+#include "platform/user/input_message.h"
 #include "platform/user/message_filter.h"
 #include "platform/user/timer_list.h"
 
@@ -32,6 +34,9 @@ class ThreadQueue {
   // At most 10000 messages wait in a queue, as documented. Time and place are filled in.
   PostResult Post(MSG message);
   void PostQuit(int exitCode);
+  // What the mouse or the keyboard did; the time is filled in. A mouse that only moves on in a
+  // window takes the place of its last move there.
+  void PostInput(InputMessage input);
   void DiscardMessagesOf(HWND window);
 
   // Runs the work on the owning thread when it next looks for messages (GetMessageW, PeekMessageW,
@@ -50,7 +55,8 @@ class ThreadQueue {
   void ServeCalls();
   // Runs the work that was deferred first; false when there is none.
   bool RunDeferred();
-  // The next message in documented order: posted, quit, timer. Does not wait.
+  // The next message in documented order: posted, quit, input, timer. Does not wait. Input that is
+  // removed counts from then on (input.h), for which window procedures may be called.
   std::optional<MSG> Take(const MessageFilter& filter, bool remove);
   // Returns when something may have arrived or a timer that passes is due; also without either.
   void Wait(const MessageFilter& filter);
@@ -77,6 +83,7 @@ class ThreadQueue {
   bool IsFinished(const PendingCall& call);
   std::optional<MSG> TakePosted(const MessageFilter& filter, bool remove);
   std::optional<MSG> TakeQuit(bool remove);
+  std::optional<InputMessage> TakeInput(const MessageFilter& filter, bool remove);
   void WaitInLoop(std::optional<std::chrono::milliseconds> limit);
   void WaitInQueue(std::optional<std::chrono::milliseconds> limit);
   void SignalLocked();
@@ -90,6 +97,7 @@ class ThreadQueue {
   bool signalled_ = false;
   bool ended_ = false;
   std::deque<MSG> posted_;
+  std::deque<InputMessage> input_;
   std::deque<PendingCallPointer> calls_;
   std::deque<std::function<void()>> deferred_;
   std::optional<int> quitCode_;

@@ -262,4 +262,177 @@ TEST_F(DialogKeyboard, ADisabledDialogTakesNoInputAndIsNotClosed) {
   EXPECT_TRUE(stayed);
 }
 
+// A window of the program's own class that is the last control of the dialog.
+class OwnControl {
+ public:
+  explicit OwnControl(LRESULT code) : code_(code) {
+    WNDCLASSW own{};
+    own.lpfnWndProc = Procedure;
+    own.hInstance = ::GetModuleHandleW(nullptr);
+    own.lpszClassName = L"OwnControl";
+    ::RegisterClassW(&own);
+    current_ = this;
+  }
+  ~OwnControl() { current_ = nullptr; }
+  OwnControl(const OwnControl&) = delete;
+  OwnControl& operator=(const OwnControl&) = delete;
+
+  void CreateIn(HWND dialog) {
+    window_ = ::CreateWindowExW(0, L"OwnControl", L"", kStop, 200, 60, 60, 40, dialog,
+                                reinterpret_cast<HMENU>(UINT_PTR{kId}), nullptr, nullptr);
+  }
+  HWND Window() const { return window_; }
+  // Keys that it was given, and characters.
+  const std::vector<WPARAM>& Keys() const { return keys_; }
+  const std::vector<WPARAM>& Characters() const { return characters_; }
+  // The keys that it was asked about, each with its message.
+  const std::vector<WPARAM>& Questions() const { return questions_; }
+
+  static constexpr int kId = 1500;
+
+ private:
+  LRESULT Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+      case WM_GETDLGCODE:
+        if (const auto* key = reinterpret_cast<const MSG*>(lParam)) {
+          EXPECT_EQ(key->hwnd, window);
+          EXPECT_EQ(key->wParam, wParam);
+          questions_.push_back(wParam);
+        }
+        return code_;
+      case WM_KEYDOWN:
+        keys_.push_back(wParam);
+        return 0;
+      case WM_CHAR:
+        characters_.push_back(wParam);
+        return 0;
+      default:
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+  }
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return current_ != nullptr ? current_->Answer(window, message, wParam, lParam)
+                               : ::DefWindowProcW(window, message, wParam, lParam);
+  }
+
+  static inline OwnControl* current_ = nullptr;
+  const LRESULT code_;
+  HWND window_ = nullptr;
+  std::vector<WPARAM> keys_;
+  std::vector<WPARAM> characters_;
+  std::vector<WPARAM> questions_;
+};
+
+constexpr LRESULT kLikeAGrid = DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_DEFPUSHBUTTON;
+
+class OwnControlInDialog : public DialogKeyboard {
+ protected:
+  // Runs the script with the keyboard on the control.
+  INT_PTR RunIn(OwnControl& control, std::function<void(DesktopScript&)> body) {
+    dialog_.On(WM_INITDIALOG, [&](HWND window, WPARAM, LPARAM) -> INT_PTR {
+      control.CreateIn(window);
+      ::SetFocus(control.Window());
+      return FALSE;
+    });
+    return Run([&](DesktopScript& user, QWidget*) {
+      AwaitFocus(user, OwnControl::kId);
+      body(user);
+    });
+  }
+};
+
+TEST_F(OwnControlInDialog, TabComesToItAndGoesOn) {
+  OwnControl control(kLikeAGrid);
+  EXPECT_EQ(RunIn(control,
+                  [](DesktopScript& user) {
+                    for (const int id : {kName, kFirstKind}) {
+                      user.Key(Qt::Key_Tab);
+                      AwaitFocus(user, id);
+                    }
+                    for (const int id : {kName, OwnControl::kId, kOther}) {
+                      user.Key(Qt::Key_Backtab, Qt::ShiftModifier);
+                      AwaitFocus(user, id);
+                    }
+                    user.Key(Qt::Key_Tab);
+                    AwaitFocus(user, OwnControl::kId);
+                    user.Key(Qt::Key_Escape);
+                  }),
+            IDCANCEL);
+}
+
+TEST_F(OwnControlInDialog, ItGetsTheArrowsAndCharactersThatItWants) {
+  OwnControl control(kLikeAGrid);
+  EXPECT_EQ(RunIn(control,
+                  [&](DesktopScript& user) {
+                    user.Key(Qt::Key_Down);
+                    user.Key(Qt::Key_X);
+                    user.Await([&] { return !control.Characters().empty(); }, "character");
+                    user.Key(Qt::Key_Escape);
+                  }),
+            IDCANCEL);
+  EXPECT_THAT(control.Keys(), ::testing::ElementsAre(VK_DOWN, 'X'));
+  EXPECT_THAT(control.Characters(), ::testing::ElementsAre('x'));
+  EXPECT_THAT(control.Questions(), ::testing::IsSupersetOf({VK_DOWN, VK_ESCAPE}));
+}
+
+TEST_F(OwnControlInDialog, EnterIsACommandOfAControlThatIsADefaultButton) {
+  OwnControl control(kLikeAGrid);
+  std::vector<std::pair<WPARAM, HWND>> commands;
+  dialog_.On(WM_COMMAND, [&](HWND window, WPARAM wParam, LPARAM lParam) -> INT_PTR {
+    commands.emplace_back(wParam, reinterpret_cast<HWND>(lParam));
+    ::EndDialog(window, LOWORD(wParam));
+    return TRUE;
+  });
+  EXPECT_EQ(RunIn(control, [](DesktopScript& user) { user.Key(Qt::Key_Return); }), OwnControl::kId);
+  ASSERT_FALSE(commands.empty());
+  EXPECT_EQ(commands[0], std::pair(MAKEWPARAM(OwnControl::kId, BN_CLICKED), control.Window()));
+  EXPECT_THAT(control.Questions(), ::testing::Contains(WPARAM{VK_RETURN}));
+  EXPECT_THAT(control.Keys(), ::testing::IsEmpty());
+}
+
+TEST_F(OwnControlInDialog, EnterPressesTheDefaultButtonForAnyOtherControl) {
+  OwnControl control(DLGC_WANTCHARS);
+  EXPECT_EQ(RunIn(control, [](DesktopScript& user) { user.Key(Qt::Key_Return); }), IDOK);
+}
+
+TEST_F(OwnControlInDialog, AControlThatWantsAllKeysGetsThem) {
+  OwnControl control(DLGC_WANTALLKEYS);
+  EXPECT_EQ(RunIn(control,
+                  [&](DesktopScript& user) {
+                    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Escape})
+                      user.Key(key);
+                    user.Await([&] { return control.Keys().size() == 3; }, "third key");
+                    user.Do([&] { ::EndDialog(dialog_.Window(), kOther); });
+                  }),
+            kOther);
+  EXPECT_THAT(control.Keys(), ::testing::ElementsAre(VK_TAB, VK_RETURN, VK_ESCAPE));
+  EXPECT_THAT(control.Characters(), ::testing::ElementsAre(9, 13, 27));
+}
+
+TEST_F(OwnControlInDialog, ArrowsThatItDoesNotWantGoOnInTheGroup) {
+  OwnControl control(0);
+  RunIn(control, [](DesktopScript& user) {
+    user.Key(Qt::Key_Up);
+    AwaitFocus(user, kOther);
+    user.Key(Qt::Key_Escape);
+  });
+  EXPECT_THAT(control.Keys(), ::testing::IsEmpty());
+}
+
+TEST_F(OwnControlInDialog, AModelessDialogsLoopAsksTheSame) {
+  OwnControl control(kLikeAGrid);
+  dialog_.On(WM_INITDIALOG, [](HWND, WPARAM, LPARAM) -> INT_PTR { return TRUE; });
+  const HWND dialog = dialog_.Create(Form());
+  control.CreateIn(dialog);
+  MSG key = {control.Window(), WM_KEYDOWN, VK_DOWN, 1, 0, {}};
+  EXPECT_TRUE(::IsDialogMessageW(dialog, &key));
+  EXPECT_THAT(control.Keys(), ::testing::ElementsAre(VK_DOWN));
+  key.wParam = VK_RETURN;
+  EXPECT_TRUE(::IsDialogMessageW(dialog, &key));
+  EXPECT_THAT(control.Keys(), ::testing::ElementsAre(VK_DOWN)) << "Enter is the dialog's";
+  key.hwnd = nullptr;
+  EXPECT_FALSE(::IsDialogMessageW(dialog, &key));
+  EXPECT_FALSE(::IsDialogMessageW(control.Window(), nullptr));
+}
+
 }  // namespace

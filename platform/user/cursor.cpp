@@ -1,0 +1,101 @@
+#include "platform/user/cursor.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/kernel/log.h"
+#include "platform/user/window.h"
+
+namespace platform {
+namespace {
+
+struct Cursor final : Object {
+  explicit Cursor(PointerShape itsShape) : shape(itsShape) {}
+  const PointerShape shape;
+};
+
+struct SystemCursor {
+  WORD number;
+  PointerShape shape;
+  HCURSOR handle;
+};
+
+WORD NumberOf(LPCWSTR name) {
+  return LOWORD(reinterpret_cast<ULONG_PTR>(name));
+}
+
+SystemCursor Make(LPCWSTR name, PointerShape shape) {
+  void* handle = Handles().Insert(HandleKind::kCursor, std::make_shared<Cursor>(shape));
+  return {NumberOf(name), shape, static_cast<HCURSOR>(handle)};
+}
+
+const auto& SystemCursors() {
+  static const std::array cursors = {
+      Make(IDC_ARROW, PointerShape::kArrow),
+      Make(IDC_IBEAM, PointerShape::kText),
+      Make(IDC_WAIT, PointerShape::kWait),
+      Make(IDC_CROSS, PointerShape::kCross),
+      Make(IDC_SIZEWE, PointerShape::kSizeWestEast),
+      Make(IDC_SIZENS, PointerShape::kSizeNorthSouth),
+      Make(IDC_HAND, PointerShape::kHand),
+  };
+  return cursors;
+}
+
+HCURSOR Arrow() {
+  return SystemCursors().front().handle;
+}
+
+struct PointerState {
+  HCURSOR cursor = Arrow();
+  // Where the mouse was last told of.
+  HWND window = nullptr;
+};
+thread_local PointerState state;
+
+void ShowPointer() {
+  const auto window = Resolve<Window>(HandleKind::kWindow, state.window);
+  if (window == nullptr || window->peer == nullptr) return;
+  const auto cursor = Resolve<Cursor>(HandleKind::kCursor, state.cursor);
+  window->peer->SetPointer(cursor != nullptr ? cursor->shape : PointerShape::kNone);
+}
+
+}  // namespace
+
+void AskForCursor(HWND window, UINT mouseMessage) {
+  state.window = window;
+  ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window),
+                 MAKELPARAM(HTCLIENT, mouseMessage));
+  // A window that does not care has the shape of the one that the pointer came from.
+  ShowPointer();
+}
+
+}  // namespace platform
+
+using namespace platform;
+
+HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) {
+  const auto& cursors = SystemCursors();
+  const bool isSystem = instance == nullptr && IS_INTRESOURCE(name);
+  const auto* found =
+      isSystem ? std::ranges::find(cursors, NumberOf(name), &SystemCursor::number) : cursors.end();
+  if (found != cursors.end()) return found->handle;
+  LogLine("LoadCursorW: cursors of resources, and some of the system's: not supported");
+  ::SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+  return nullptr;
+}
+
+HCURSOR WINAPI SetCursor(HCURSOR cursor) {
+  if (cursor != nullptr && Resolve<Cursor>(HandleKind::kCursor, cursor) == nullptr) {
+    ::SetLastError(ERROR_INVALID_CURSOR_HANDLE);
+    return nullptr;
+  }
+  const HCURSOR before = std::exchange(state.cursor, cursor);
+  ShowPointer();
+  return before;
+}
+
+HCURSOR WINAPI GetCursor() {
+  return state.cursor;
+}
