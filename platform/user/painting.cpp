@@ -1,5 +1,6 @@
 #include "platform/user/painting.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/kernel/log.h"
@@ -20,7 +21,11 @@ void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RE
 void Damage(Window& window, const RECT& area, bool erase) {
   if (window.peer == nullptr) return;
   window.mustErase = window.mustErase || erase;
-  window.peer->Invalidate(area);
+  // What is never painted would add up.
+  const RECT client = ClientAreaOf(window);
+  const RECT seen = {std::max(area.left, client.left), std::max(area.top, client.top),
+                     std::min(area.right, client.right), std::min(area.bottom, client.bottom)};
+  if (seen.left < seen.right && seen.top < seen.bottom) window.peer->Invalidate(seen);
 }
 
 bool EraseBackground(const Window& window, HDC context) {
