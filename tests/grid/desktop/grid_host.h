@@ -1,0 +1,92 @@
+// A window with grids in it, on a desktop that nobody sees, and the user who clicks and types in
+// them. The window writes down what its grids tell it. For tests whose own thread is that of the
+// windows.
+#pragma once
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "grid/grid_messages.h"
+#include "grid/grid_notifications.h"
+#include "grid/grid_types.h"
+#include "grid/grid_window.h"
+#include "platform/testing/simulated_machine.h"
+
+namespace quillgate {
+
+inline constexpr int kGridId = 500;
+
+struct Told {
+  int id = 0;
+  int code = 0;
+  LPARAM value = 0;
+
+  bool operator==(const Told&) const = default;
+};
+
+// The value of a notification that tells where the cursor is.
+constexpr LPARAM At(std::int32_t row, std::int32_t col) {
+  return static_cast<LPARAM>(row) | static_cast<LPARAM>(col) << 16;
+}
+
+class GridHostTest : public testing::Test {
+ protected:
+  GridHostTest();
+  ~GridHostTest() override;
+
+  // --- windows ---
+  HWND Host() const { return host_; }
+  // At the host's upper left corner, shown; null when it refuses to live. The class is registered
+  // once, when the test begins.
+  HWND MakeGrid(int id = kGridId, const wchar_t* title = L"", int width = 320, int height = 200);
+
+  // --- messages ---
+  static LRESULT Send(HWND grid, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+  static LRESULT SendCell(HWND grid, UINT message, GridCell cell, LPARAM lParam = 0);
+  static LRESULT Store(HWND grid, GridCell cell, const wchar_t* text);
+  static std::wstring TextOf(HWND grid, GridCell cell);
+  static GridCell CursorOf(HWND grid);
+
+  // --- what the parent has been told, mouse moves excepted ---
+  std::vector<Told> TakeTold();
+  std::vector<int> TakeCodes();
+  // Of mouse moves: the identifiers, and the cells.
+  std::vector<std::pair<int, GridCell>> TakeMoves();
+  // Called with each notification as well.
+  std::function<void(HWND grid, int code, LPARAM value)> onTold;
+
+  // --- the user ---
+  void Press(HWND grid, QPoint place);
+  void Release(HWND grid, QPoint place);
+  void MoveTo(HWND grid, QPoint place);
+  void Click(HWND grid, QPoint place);
+  void Type(HWND grid, Qt::Key key);
+  void Type(HWND grid, const QString& text);
+  // Lets flow what is on its way, and paints.
+  static void Flow();
+  static QWidget* WidgetOf(HWND window);
+
+  // --- what the grid shows ---
+  static COLORREF PixelAt(HWND grid, int x, int y);
+  static std::vector<COLORREF> Pixels(HWND grid, const RECT& area);
+
+ private:
+  static LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM wParam,
+                                        LPARAM lParam) noexcept;
+  void Note(WPARAM wParam, LPARAM lParam);
+
+  platform::SimulatedMachine machine_;
+  HWND host_ = nullptr;
+  std::vector<Told> told_;
+  std::vector<std::pair<int, GridCell>> moves_;
+};
+
+}  // namespace quillgate

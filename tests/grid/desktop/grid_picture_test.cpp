@@ -1,0 +1,240 @@
+// What is to be seen of a grid. Cells are 50 wide and 21 high, as are the headings.
+#include <cstdlib>
+
+#include "grid_host.h"
+
+namespace quillgate {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr COLORREF kWhite = 0xFFFFFF;
+constexpr COLORREF kGrey = 0x808080;
+constexpr COLORREF kPink = 0xC080FF;
+
+class GridPictureTest : public GridHostTest {
+ protected:
+  GridPictureTest() : grid_(MakeGrid()) {
+    Send(grid_, GCM_SETROWHIGHLIGHT, 0);
+    Flow();
+  }
+
+  // All that the grid shows.
+  std::vector<COLORREF> Picture() const {
+    RECT area{};
+    ::GetClientRect(grid_, &area);
+    return Pixels(grid_, area);
+  }
+  // Whether anything but the background stands within the cell.
+  bool HasInk(std::int32_t row, std::int32_t col, COLORREF background = kWhite) const {
+    const LONG left = 50 * col;
+    const LONG top = 21 * row;
+    const auto pixels = Pixels(grid_, {left + 3, top + 3, left + 47, top + 18});
+    return std::any_of(pixels.begin(), pixels.end(),
+                       [=](COLORREF each) { return each != background; });
+  }
+
+  HWND grid_;
+};
+
+TEST_F(GridPictureTest, CellsHaveTheColourOfTheirProtection) {
+  SendCell(grid_, GCM_SETPROTECT, {2, 2}, 1);
+  Send(grid_, GCM_SETPROTECTCOLOR, kGrey);
+  Send(grid_, GCM_SETUNPROTECTCOLOR, kPink);
+  Send(grid_, GCM_SETGRIDLINECOLOR, 0x0000FF);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 125, 52), kGrey);
+  EXPECT_EQ(PixelAt(grid_, 175, 52), kPink);
+  EXPECT_EQ(PixelAt(grid_, 150, 52), 0x0000FFu);
+  EXPECT_EQ(PixelAt(grid_, 125, 63), 0x0000FFu);
+}
+
+TEST_F(GridPictureTest, TheCursorsRowStandsOutByTheFocus) {
+  Send(grid_, GCM_SETCURSORPOS, 2, 1);
+  Send(grid_, GCM_SETROWHIGHLIGHT, 1);
+  ::SetFocus(Host());
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 175, 52), 0xC8C8C8u);
+  EXPECT_EQ(PixelAt(grid_, 175, 31), kWhite);
+  ::SetFocus(grid_);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 175, 52), 0x800000u);
+  Type(grid_, Qt::Key_Down);
+  EXPECT_EQ(PixelAt(grid_, 175, 52), kWhite);
+  EXPECT_EQ(PixelAt(grid_, 175, 73), 0x800000u);
+}
+
+TEST_F(GridPictureTest, TextsNumbersCheckBoxesAndHeadingsLeaveInk) {
+  Store(grid_, {1, 2}, L"text");
+  Store(grid_, {2, 2}, L"42");
+  Store(grid_, {3, 2}, L"TRUE");
+  Store(grid_, {4, 2}, L"FALSE");
+  Flow();
+  for (int row = 1; row <= 4; ++row)
+    EXPECT_TRUE(HasInk(row, 2)) << row;
+  EXPECT_FALSE(HasInk(5, 2));
+  EXPECT_NE(Pixels(grid_, {100, 63, 150, 84}), Pixels(grid_, {100, 84, 150, 105}));
+  const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
+  EXPECT_TRUE(HasInk(0, 2, face));
+  EXPECT_TRUE(HasInk(2, 0, face));
+  EXPECT_FALSE(HasInk(0, 0, face));
+  Send(grid_, GCM_SETROWNUMBERS, 0);
+  Send(grid_, GCM_SETCOLLETTERS, 0);
+  Flow();
+  EXPECT_FALSE(HasInk(0, 2, face));
+  EXPECT_FALSE(HasInk(2, 0, face));
+}
+
+TEST_F(GridPictureTest, TextsStandAtTheLeftAndNumbersAtTheRight) {
+  Store(grid_, {1, 2}, L"i");
+  Store(grid_, {2, 2}, L"1");
+  Flow();
+  const auto hasInk = [&](RECT area) {
+    const auto pixels = Pixels(grid_, area);
+    return std::any_of(pixels.begin(), pixels.end(), [](COLORREF each) { return each != kWhite; });
+  };
+  EXPECT_TRUE(hasInk({102, 23, 115, 40}));
+  EXPECT_FALSE(hasInk({115, 23, 149, 40}));
+  EXPECT_FALSE(hasInk({102, 44, 135, 61}));
+  EXPECT_TRUE(hasInk({135, 44, 149, 61}));
+}
+
+TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
+  std::vector<LRESULT> indexes;
+  onTold = [&](HWND grid, int code, LPARAM value) {
+    if (code != GCN_DRAWGRAPHIC) return;
+    indexes.push_back(Send(grid, GCM_GETGRAPHICINDEX));
+    const HDC context = ::GetDC(grid);
+    const HBRUSH brush = ::CreateSolidBrush(kPink);
+    ::FillRect(context, reinterpret_cast<const RECT*>(value), brush);
+    ::DeleteObject(brush);
+    ::ReleaseDC(grid, context);
+  };
+  Store(grid_, {2, 2}, L"~17");
+  Flow();
+  EXPECT_THAT(indexes, ElementsAre(17));
+  EXPECT_EQ(PixelAt(grid_, 125, 52), kPink);
+  EXPECT_EQ(PixelAt(grid_, 102, 44), kPink);
+  EXPECT_EQ(PixelAt(grid_, 101, 44), kWhite);
+  EXPECT_EQ(PixelAt(grid_, 147, 60), kPink);
+  EXPECT_EQ(PixelAt(grid_, 148, 60), kWhite);
+  onTold = nullptr;
+}
+
+TEST_F(GridPictureTest, TheCursorsFrameInvertsTheCellAndLeavesNothingBehind) {
+  Store(grid_, {1, 1}, L"one");
+  Store(grid_, {2, 2}, L"two");
+  ::SetFocus(grid_);
+  Flow();
+  const auto before = Picture();
+  EXPECT_EQ(PixelAt(grid_, 50, 31), 0xFFFFFFu ^ 0xDCDCDCu);
+  EXPECT_EQ(PixelAt(grid_, 51, 31), 0x000000u);
+  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up})
+    Type(grid_, key);
+  EXPECT_EQ(Picture(), before);
+
+  Type(grid_, Qt::Key_PageDown);
+  Type(grid_, Qt::Key_PageDown);
+  Type(grid_, Qt::Key_PageUp);
+  Type(grid_, Qt::Key_PageUp);
+  EXPECT_EQ(Picture(), before);
+
+  Send(grid_, WM_VSCROLL, SB_LINEDOWN);
+  Flow();
+  Send(grid_, WM_VSCROLL, SB_LINEUP);
+  EXPECT_NE(Picture(), before);
+  Flow();
+  EXPECT_EQ(Picture(), before);
+}
+
+TEST_F(GridPictureTest, PartsThatArePaintedAnewLeaveTheFrameWhole) {
+  Flow();
+  const auto before = Picture();
+  const RECT half{60, 25, 80, 200};
+  ::InvalidateRect(grid_, &half, FALSE);
+  Flow();
+  EXPECT_EQ(Picture(), before);
+  Store(grid_, {1, 1}, L"");
+  Flow();
+  EXPECT_EQ(Picture(), before);
+  Send(grid_, GCM_REFRESH);
+  Send(grid_, GCM_REFRESH);
+  Flow();
+  EXPECT_EQ(Picture(), before);
+}
+
+TEST_F(GridPictureTest, ABlackFrameIsNotSeen) {
+  Send(grid_, GCM_SETCURSORCOLOR, 0);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 51, 31), kWhite);
+  Send(grid_, GCM_SETCURSORCOLOR, 0x00FF00);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 51, 31), 0xFF00FFu);
+}
+
+TEST_F(GridPictureTest, WhatNoCellCoversIsGrey) {
+  Send(grid_, GCM_SETSIZE, 2, 2);
+  Send(grid_, GCM_SETEXTENDLASTCOL, 0);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 300, 10), kGrey);
+  EXPECT_EQ(PixelAt(grid_, 300, 40), kGrey);
+  EXPECT_EQ(PixelAt(grid_, 75, 150), kGrey);
+  Send(grid_, GCM_SETEXTENDLASTCOL, 1);
+  Flow();
+  EXPECT_EQ(PixelAt(grid_, 300, 40), kWhite);
+  EXPECT_EQ(PixelAt(grid_, 300, 150), kGrey);
+}
+
+TEST_F(GridPictureTest, WhatIsTypedIsSeenInABoxUntilItIsGivenUp) {
+  ::SetFocus(grid_);
+  Send(grid_, GCM_SETEDITABLE, 1);
+  Flow();
+  const auto before = Picture();
+  Type(grid_, QString("88"));
+  EXPECT_EQ(PixelAt(grid_, 52, 31), 0x000000u);
+  EXPECT_TRUE(HasInk(1, 1));
+  const auto typed = Picture();
+  Send(grid_, GCM_REFRESH);
+  Flow();
+  EXPECT_EQ(Picture(), typed);
+  Type(grid_, Qt::Key_Escape);
+  EXPECT_EQ(Picture(), before);
+}
+
+TEST_F(GridPictureTest, ADisabledGridsHeadingsAreGrey) {
+  const auto before = Pixels(grid_, {100, 0, 150, 21});
+  ::EnableWindow(grid_, FALSE);
+  Flow();
+  EXPECT_NE(Pixels(grid_, {100, 0, 150, 21}), before);
+  ::EnableWindow(grid_, TRUE);
+  Flow();
+  EXPECT_EQ(Pixels(grid_, {100, 0, 150, 21}), before);
+}
+
+// Not a test of anything by itself: a picture to look at, into the folder that is named.
+TEST_F(GridPictureTest, APictureOfAllThatAGridShowsCanBeTaken) {
+  const char* folder = std::getenv("GRID_PICTURES");
+  if (folder == nullptr) GTEST_SKIP() << "GRID_PICTURES names no folder for the picture";
+  const HWND grid = MakeGrid(kGridId + 1, L"Attendance of the week", 480, 320);
+  const wchar_t* const texts[] = {L"Some text",       L"1234.5", L"TRUE", L"FALSE",
+                                  L"A text too long", L"-7",     L"~3"};
+  std::int32_t col = 1;
+  for (const wchar_t* text : texts) {
+    Store(grid, {2, col}, text);
+    Store(grid, {col, 3}, text);
+    ++col;
+  }
+  Send(grid, GCM_SETEDITABLE, 1);
+  Send(grid, GCM_SETDEFAULTPROTECT, 1);
+  Send(grid, GCM_SETPROTECTCOLOR, 0xE0FFFF);
+  Store(grid, {5, 2}, L"Protected");
+  ::SetFocus(grid);
+  Send(grid, GCM_SETCURSORPOS, 4, 2);
+  Flow();
+  EXPECT_TRUE(WidgetOf(grid)->grab().save(QString(folder) + "/grid-cursor.png"));
+  Type(grid, QString("12.75"));
+  EXPECT_TRUE(WidgetOf(grid)->grab().save(QString(folder) + "/grid-edit.png"));
+}
+
+}  // namespace
+}  // namespace quillgate
