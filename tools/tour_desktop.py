@@ -67,8 +67,9 @@ def output(*words):
 class Desktop:
     """With own_screen a virtual one, else the screen that this program was started on."""
 
-    def __init__(self, folder, program, own_screen):
-        self.program = program
+    def __init__(self, folder, programs, own_screen):
+        """Looks at the windows of these programs; the first one has the icon."""
+        self.programs = programs
         self.has_own_screen = own_screen
         self.running = []
         self.home = folder / "home"
@@ -136,7 +137,7 @@ class Desktop:
         """The middle of the program's icon in the notification area, in pixels; None without one."""
         for line in output("xwininfo", "-root", "-tree").splitlines():
             match = re.search(r'0x[0-9a-f]+.*\("%s".*?(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(\d+)\+(\d+)'
-                              % re.escape(self.program), line)
+                              % re.escape(self.programs[0]), line)
             if not match:
                 continue
             width, height, x, y = map(int, match.groups())
@@ -157,7 +158,7 @@ class Desktop:
     def windows(self):
         """Kind and title of each visible window of the program."""
         found = []
-        pattern = f"^{re.escape(self.program)}$"
+        pattern = f"^({'|'.join(map(re.escape, self.programs))})$"
         for window in output("xdotool", "search", "--onlyvisible", "--class", pattern).split():
             properties = output("xprop", "-id", window, "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE")
             title = re.search(r'_NET_WM_NAME\(UTF8_STRING\) = "(.*)"', properties)
@@ -192,6 +193,28 @@ class Desktop:
     def rest_pointer():
         """Where it covers nothing."""
         output("xdotool", "mousemove", "40", "400")
+
+    @staticmethod
+    def move_in(title, x, y):
+        """To a place in a window, slowly enough to be noticed on the way."""
+        name = f"^{re.escape(title)}$"
+        window = output("xdotool", "search", "--onlyvisible", "--name", name).split()[0]
+        output("xdotool", "mousemove", "--window", window, str(x), str(y))
+        time.sleep(0.15)
+
+    @staticmethod
+    def hold():
+        output("xdotool", "mousedown", "1")
+        time.sleep(0.15)
+
+    @staticmethod
+    def let_go():
+        output("xdotool", "mouseup", "1")
+        time.sleep(0.15)
+
+    def click(self):
+        self.hold()
+        self.let_go()
 
     def keys(self, *names):
         for name in names:

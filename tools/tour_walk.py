@@ -2,19 +2,17 @@
 be true of the traffic meanwhile.
 """
 import hashlib
-import re
 import time
-from pathlib import Path
 
 from demo_network import probes
 from service_lab import Download, check, say
+from tour_texts import interface_texts
 
 BYTES_PER_SECOND = 400_000
 CYCLE_SECONDS = 20
 DOWNLOAD_LIMIT_MEGABYTES = 8
 MEGABYTE = 1 << 20
-MESSAGES = Path(__file__).resolve().parent.parent / "src/resources/messages.mc"
-LANGUAGES = {"en": ("English", "9"), "sv": ("Swedish", "29")}
+LANGUAGE_SETTINGS = {"en": "9", "sv": "29"}
 CONTROL_LOGGING_OFF = 129
 ALLOWED_EVERY_HOUR = "0" * 168
 WINDOWS_USER = "karin"
@@ -40,7 +38,7 @@ def users_and_settings(language):
         "DELETE FROM Users_None;",
         "INSERT INTO Settings VALUES ('85298', '0');",
         "INSERT INTO Settings VALUES ('845', 'QUILLGATE');",
-        f"INSERT INTO Settings VALUES ('5820', '{LANGUAGES[language][1]}');",
+        f"INSERT INTO Settings VALUES ('5820', '{LANGUAGE_SETTINGS[language]}');",
         user_row("Users_Quillgate", "anna", megabytes=DOWNLOAD_LIMIT_MEGABYTES),
         user_row("Users_Quillgate", "bo", administrator=True),
         user_row("Users_None", "User"),
@@ -51,28 +49,19 @@ def users_and_settings(language):
     )
 
 
-def interface_texts(language):
-    """The program's texts by number."""
-    source = MESSAGES.read_text(encoding="utf-8")
-    name = LANGUAGES[language][0]
-    texts = {}
-    for message in re.split(r"^MessageId=", source, flags=re.MULTILINE)[1:]:
-        text = re.search(rf"^Language={name}\n(.*?)\n\.$", message, re.MULTILINE | re.DOTALL)
-        texts[int(message.split()[0])] = text.group(1).removesuffix("%0")
-    return texts
-
-
 class Walk:
-    def __init__(self, desktop, service, network, album, language):
+    def __init__(self, desktop, service, network, album, language, hours):
         self.desktop = desktop
         self.service = service
         self.network = network
         self.album = album
         self.texts = interface_texts(language)
+        self.hours = hours
 
     def everything(self):
         self.own_logon_system()
         self.override()
+        self.hours.everything()
         self.windows_logon_system()
         if self.desktop.has_own_screen:
             self.screen_goes()
