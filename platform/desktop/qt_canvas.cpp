@@ -4,16 +4,12 @@
 #include <cmath>
 
 #include "platform/desktop/qt_check_box.h"
+#include "platform/desktop/qt_colour.h"
 #include "platform/desktop/qt_peer.h"
 #include "platform/desktop/qt_shown_font.h"
 
 namespace platform {
 namespace {
-
-QColor ColourOf(COLORREF colour) {
-  return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
-                static_cast<int>(colour >> 16 & 0xFF));
-}
 
 QPainter::CompositionMode ModeOf(RasterOperation operation) {
   switch (operation) {
@@ -92,18 +88,18 @@ void DrawImage(QPainter& painter, const Image& image, const RECT& area) {
 }  // namespace
 
 void QtCanvas::Fill(const RECT& area, COLORREF colour) {
-  painter_.fillRect(QtRect(area), ColourOf(colour));
+  painter_.fillRect(QtRect(area), QtColour(colour));
 }
 
 void QtCanvas::Combine(std::span<const RECT> areas, COLORREF colour, RasterOperation operation) {
   painter_.setCompositionMode(ModeOf(operation));
   for (const RECT& area : areas)
-    painter_.fillRect(QtRect(area), ColourOf(colour));
+    painter_.fillRect(QtRect(area), QtColour(colour));
   painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 void QtCanvas::UsePen(COLORREF colour) {
-  const QColor wanted = ColourOf(colour);
+  const QColor wanted = QtColour(colour);
   const QPen& pen = painter_.pen();
   if (pen.style() != Qt::SolidLine || pen.color() != wanted) painter_.setPen(wanted);
 }
@@ -118,7 +114,7 @@ void QtCanvas::DrawText(std::wstring_view text, double x, double y, const TextSt
     state.emplace(painter_);
     painter_.setClipRect(QtRect(*style.clip), Qt::IntersectClip);
   }
-  if (style.background.has_value()) painter_.fillRect(line, ColourOf(*style.background));
+  if (style.background.has_value()) painter_.fillRect(line, QtColour(*style.background));
   UsePen(style.colour);
   for (const QGlyphRun& run : shaped.glyphs)
     painter_.drawGlyphRun(QPointF(x, y), run);

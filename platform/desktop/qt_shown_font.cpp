@@ -9,6 +9,7 @@
 #include <cstring>
 #include <cwchar>
 #include <list>
+#include <optional>
 #include <utility>
 
 #include "platform/desktop/qt_peer.h"
@@ -16,10 +17,12 @@
 namespace platform {
 namespace {
 
-// More than a screen full of cells has of short texts; some three megabytes of them.
-constexpr std::size_t kMostWeight = 120'000;
-// What a text costs beyond its characters, in characters.
-constexpr std::size_t kTextWeight = 20;
+// Some screens full of cells with short texts need as much.
+constexpr std::size_t kMostBytes = 4'000'000;
+// What a text costs about, without its characters and with each of them.
+constexpr std::size_t kTextBytes = 600;
+constexpr std::size_t kCharacterBytes = 30;
+constexpr float kLoadFactor = 0.5;
 // Programs use a handful at a time.
 constexpr std::size_t kMostFonts = 16;
 
@@ -109,27 +112,32 @@ KnownFonts& Known() {
 
 }  // namespace
 
-QtShownFont::QtShownFont(QFont font) : font_(std::move(font)), metrics_(MetricsOf(font_)) {}
+QtShownFont::QtShownFont(QFont font) : font_(std::move(font)), metrics_(MetricsOf(font_)) {
+  // What is looked for lies all over the memory, so every step on the way takes long.
+  recent_.max_load_factor(kLoadFactor);
+  earlier_.max_load_factor(kLoadFactor);
+}
 
 std::size_t QtShownFont::CountWithin(std::wstring_view text, int width) {
-  QtShapedText& entry = Entry(text);
+  QtShapedText& entry = Shaped(text);
   if (entry.reaches.size() != text.size()) entry.reaches = ReachesOf(text);
   const auto past = std::ranges::upper_bound(entry.reaches, width);
   return static_cast<std::size_t>(past - entry.reaches.begin());
 }
 
-QtShapedText& QtShownFont::Entry(std::wstring_view text) {
+QtShapedText& QtShownFont::Shaped(std::wstring_view text) {
   if (const auto found = recent_.find(text); found != recent_.end()) return found->second;
-  const std::size_t weight = text.size() + kTextWeight;
-  if (recentWeight_ + weight > kMostWeight) {
-    earlier_ = std::exchange(recent_, {});
-    recentWeight_ = 0;
+  if (recentBytes_ > kMostBytes) {
+    std::swap(earlier_, recent_);
+    recent_.clear();
+    recentBytes_ = 0;
   }
-  recentWeight_ += weight;
-  if (const auto found = earlier_.find(text); found != earlier_.end()) {
-    return recent_.insert(earlier_.extract(found)).position->second;
-  }
-  return recent_.emplace(text, Shape(text)).first->second;
+  const auto earlier = earlier_.find(text);
+  QtShapedText& shaped = earlier != earlier_.end()
+                             ? recent_.insert(earlier_.extract(earlier)).position->second
+                             : recent_.emplace(text, Shape(text)).first->second;
+  recentBytes_ += kTextBytes + kCharacterBytes * text.size();
+  return shaped;
 }
 
 QtShapedText QtShownFont::Shape(std::wstring_view text) const {

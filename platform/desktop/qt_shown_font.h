@@ -9,7 +9,6 @@
 #include <QGlyphRun>
 #include <QList>
 #include <QRectF>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -35,7 +34,7 @@ class QtShownFont {
 
   const TextMetrics& Metrics() const { return metrics_; }
   // Good until the next text is shaped in this font.
-  const QtShapedText& Shaped(std::wstring_view text) { return Entry(text); }
+  QtShapedText& Shaped(std::wstring_view text);
   // How many of the text's first characters take no more than that width.
   std::size_t CountWithin(std::wstring_view text, int width);
 
@@ -48,7 +47,6 @@ class QtShownFont {
   };
   using Texts = std::unordered_map<std::wstring, QtShapedText, Hash, std::equal_to<>>;
 
-  QtShapedText& Entry(std::wstring_view text);
   QtShapedText Shape(std::wstring_view text) const;
   std::vector<double> ReachesOf(std::wstring_view text) const;
 
@@ -57,7 +55,7 @@ class QtShownFont {
   // What has not been used since the recent ones were begun is dropped when they are full.
   Texts recent_;
   Texts earlier_;
-  std::size_t recentWeight_ = 0;
+  std::size_t recentBytes_ = 0;
 };
 
 // What shows text in that logical font. Good until the next font is asked for.

@@ -40,6 +40,44 @@ TEST(DrawingObjects, BrushesAreDescribedAsTheyWereMade) {
   });
 }
 
+TEST(DrawingObjects, PensAreDescribedAsTheyWereMade) {
+  WithoutDesktop([] {
+    const HPEN pen = ::CreatePen(PS_SOLID, 3, RGB(1, 2, 3));
+    LOGPEN description{};
+    EXPECT_EQ(::GetObjectW(pen, sizeof description, &description),
+              static_cast<int>(sizeof description));
+    EXPECT_EQ(description.lopnStyle, static_cast<UINT>(PS_SOLID));
+    EXPECT_EQ(description.lopnWidth.x, 3);
+    EXPECT_EQ(description.lopnColor, RGB(1, 2, 3));
+    EXPECT_TRUE(::DeleteObject(pen));
+    EXPECT_FALSE(::DeleteObject(pen));
+    ::GetObjectW(::GetStockObject(NULL_PEN), sizeof description, &description);
+    EXPECT_EQ(description.lopnStyle, static_cast<UINT>(PS_NULL));
+    ::GetObjectW(::GetStockObject(WHITE_PEN), sizeof description, &description);
+    EXPECT_EQ(description.lopnColor, RGB(255, 255, 255));
+  });
+}
+
+TEST(DrawingObjects, AFontMadeOfSingleFieldsHasThem) {
+  WithoutDesktop([] {
+    const HFONT font = ::CreateFontW(16, 0, 0, 0, FW_THIN, 1, 0, 1, ANSI_CHARSET, 0, 0,
+                                     PROOF_QUALITY, VARIABLE_PITCH | FF_SWISS, L"Tahoma");
+    LOGFONTW description{};
+    ::GetObjectW(font, sizeof description, &description);
+    EXPECT_EQ(description.lfHeight, 16);
+    EXPECT_EQ(description.lfWeight, FW_THIN);
+    EXPECT_EQ(description.lfItalic, 1);
+    EXPECT_EQ(description.lfUnderline, 0);
+    EXPECT_EQ(description.lfStrikeOut, 1);
+    EXPECT_EQ(description.lfQuality, PROOF_QUALITY);
+    EXPECT_EQ(description.lfPitchAndFamily, VARIABLE_PITCH | FF_SWISS);
+    EXPECT_EQ(std::wstring(description.lfFaceName), L"Tahoma");
+    EXPECT_TRUE(::DeleteObject(font));
+    const std::wstring tooLong(LF_FACESIZE, L'x');
+    EXPECT_EQ(::CreateFontW(16, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, tooLong.c_str()), nullptr);
+  });
+}
+
 TEST(DrawingObjects, AnObjectIsDeletedOnce) {
   WithoutDesktop([] {
     const HBRUSH brush = ::CreateSolidBrush(0);

@@ -154,6 +154,31 @@ TEST(Drawing, BoldTextIsWider) {
   });
 }
 
+TEST(Drawing, FontsAreMeasuredAsTheyAreShown) {
+  OnDesktop([] {
+    const DrawingSurface surface(200, 60);
+    const FontHandle normal(L"", 30, FW_THIN);
+    const FontHandle heavy(L"", 30, FW_HEAVY);
+    const HGDIOBJ before = ::SelectObject(surface.Get(), normal.Get());
+    TEXTMETRICW metrics{};
+    ASSERT_TRUE(::GetTextMetricsW(surface.Get(), &metrics));
+    EXPECT_EQ(metrics.tmHeight, ExtentOf(surface.Get(), normal.Get(), L"x").cy);
+    EXPECT_EQ(metrics.tmHeight, metrics.tmAscent + metrics.tmDescent);
+    EXPECT_EQ(metrics.tmWeight, FW_NORMAL);
+    EXPECT_GT(metrics.tmMaxCharWidth, metrics.tmAveCharWidth);
+    // What has no descender stands on the base line.
+    ::SetBkMode(surface.Get(), TRANSPARENT);
+    ::TextOutW(surface.Get(), 10, 10, L"HEM", 3);
+    EXPECT_EQ(surface.Ink()->bottom, 10 + metrics.tmAscent);
+    ::SelectObject(surface.Get(), heavy.Get());
+    ASSERT_TRUE(::GetTextMetricsW(surface.Get(), &metrics));
+    EXPECT_EQ(metrics.tmWeight, FW_BOLD);
+    EXPECT_FALSE(::GetTextMetricsW(surface.Get(), nullptr));
+    EXPECT_FALSE(::GetTextMetricsW(nullptr, &metrics));
+    ::SelectObject(surface.Get(), before);
+  });
+}
+
 TEST(Drawing, FontsOfTheDesktopAreTheOnesItReports) {
   OnDesktop([] {
     NONCLIENTMETRICSW metrics{};

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/gdi/desktop_thread.h"
 #include "platform/gdi/drawing_surface.h"
@@ -76,6 +77,52 @@ TEST(ScaledScreen, PlacesAndSizesAreThoseOfAnOrdinaryOne) {
   ExpectCleanExit("1", DrawAndCopy);
   ExpectCleanExit("2", DrawAndCopy);
   ExpectCleanExit("1.5", DrawAndCopy);
+}
+
+void XorTwice() {
+  const DrawingSurface surface(60, 60);
+  const RECT half{0, 0, 30, 60};
+  ::FillRect(surface.Get(), &half, static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH)));
+  const HGDIOBJ pen = ::SelectObject(surface.Get(), ::CreatePen(PS_SOLID, 3, RGB(255, 255, 255)));
+  ::SelectObject(surface.Get(), ::GetStockObject(NULL_BRUSH));
+  ::SetROP2(surface.Get(), R2_XORPEN);
+  ::Rectangle(surface.Get(), 11, 11, 49, 49);
+  for (const auto& [x, y] : {std::pair{10, 10}, {48, 49}, {49, 10}, {30, 12}}) {
+    const COLORREF before = x < 30 ? RGB(128, 128, 128) : RGB(255, 255, 255);
+    Require(surface.At(x, y) == (before ^ RGB(255, 255, 255)), "a pixel of the frame");
+  }
+  Require(surface.At(13, 13) == RGB(128, 128, 128) && surface.At(50, 20) == RGB(255, 255, 255),
+          "the frame's width");
+  ::Rectangle(surface.Get(), 11, 11, 49, 49);
+  for (int y = 0; y < 60; ++y) {
+    for (int x = 0; x < 60; ++x)
+      Require(surface.At(x, y) == (x < 30 ? RGB(128, 128, 128) : RGB(255, 255, 255)), "undone");
+  }
+  ::DeleteObject(::SelectObject(surface.Get(), pen));
+}
+
+TEST(ScaledScreen, TwiceTheExclusiveOrIsNothing) {
+  ExpectCleanExit("1", XorTwice);
+  ExpectCleanExit("2", XorTwice);
+}
+
+void DrawCheckedTextInBox() {
+  const DrawingSurface surface(100, 60);
+  RECT area{20, 20, 60, 36};
+  ::DrawFrameControl(surface.Get(), &area, DFC_BUTTON, DFCS_BUTTONCHECK | DFCS_CHECKED);
+  const RECT box = *surface.Ink();
+  Require(box.left >= 32 && box.right <= 48 && box.top >= 20 && box.bottom <= 36, "the box");
+  surface.Clear();
+  ::SetBkMode(surface.Get(), TRANSPARENT);
+  ::DrawTextW(surface.Get(), L"WWWWWWWWWW", -1, &area, DT_SINGLELINE | DT_VCENTER | DT_CENTER);
+  const RECT text = *surface.Ink();
+  Require(text.left >= 20 && text.right <= 60 && text.top >= 20 && text.bottom <= 36, "the clip");
+  Require(text.right - text.left >= 38, "the text");
+}
+
+TEST(ScaledScreen, TextAndBoxesStayInTheirAreas) {
+  ExpectCleanExit("1", DrawCheckedTextInBox);
+  ExpectCleanExit("2", DrawCheckedTextInBox);
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+// Colours of both sides.
+#pragma once
+
+#include <windows.h>
+
+#include <QColor>
+
+namespace platform {
+
+inline QColor QtColour(COLORREF colour) {
+  return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                static_cast<int>(colour >> 16 & 0xFF));
+}
+
+}  // namespace platform
