@@ -125,19 +125,18 @@ std::size_t QtShownFont::CountWithin(std::wstring_view text, int width) {
   return static_cast<std::size_t>(past - entry.reaches.begin());
 }
 
-QtShapedText& QtShownFont::Shaped(std::wstring_view text) {
-  if (const auto found = recent_.find(text); found != recent_.end()) return found->second;
+QtShownFont::Texts::value_type& QtShownFont::Entry(std::wstring_view text) {
+  if (const auto found = recent_.find(text); found != recent_.end()) return *found;
   if (recentBytes_ > kMostBytes) {
     std::swap(earlier_, recent_);
     recent_.clear();
     recentBytes_ = 0;
+    last_ = nullptr;
   }
   const auto earlier = earlier_.find(text);
-  QtShapedText& shaped = earlier != earlier_.end()
-                             ? recent_.insert(earlier_.extract(earlier)).position->second
-                             : recent_.emplace(text, Shape(text)).first->second;
   recentBytes_ += kTextBytes + kCharacterBytes * text.size();
-  return shaped;
+  return earlier != earlier_.end() ? *recent_.insert(earlier_.extract(earlier)).position
+                                   : *recent_.emplace(text, Shape(text)).first;
 }
 
 QtShapedText QtShownFont::Shape(std::wstring_view text) const {

@@ -34,7 +34,10 @@ class QtShownFont {
 
   const TextMetrics& Metrics() const { return metrics_; }
   // Good until the next text is shaped in this font.
-  QtShapedText& Shaped(std::wstring_view text);
+  QtShapedText& Shaped(std::wstring_view text) {
+    if (last_ == nullptr || last_->first != text) last_ = &Entry(text);
+    return last_->second;
+  }
   // How many of the text's first characters take no more than that width.
   std::size_t CountWithin(std::wstring_view text, int width);
 
@@ -47,6 +50,7 @@ class QtShownFont {
   };
   using Texts = std::unordered_map<std::wstring, QtShapedText, Hash, std::equal_to<>>;
 
+  Texts::value_type& Entry(std::wstring_view text);
   QtShapedText Shape(std::wstring_view text) const;
   std::vector<double> ReachesOf(std::wstring_view text) const;
 
@@ -56,6 +60,8 @@ class QtShownFont {
   Texts recent_;
   Texts earlier_;
   std::size_t recentBytes_ = 0;
+  // Of the recent ones, since a text is drawn right after it has been measured; may be null.
+  Texts::value_type* last_ = nullptr;
 };
 
 // What shows text in that logical font. Good until the next font is asked for.
