@@ -120,6 +120,17 @@ int StartThread(std::shared_ptr<Thread> thread, unsigned stackBytes) {
   return error;
 }
 
+// Asked of the kernel once: every message that is sent asks whose thread the window's is.
+thread_local DWORD currentThreadId = 0;
+
+// The thread that a child process begins with is another one.
+void NoteCurrentThread() {
+  static const int forgetsInChildren =
+      ::pthread_atfork(nullptr, nullptr, [] { currentThreadId = 0; });
+  static_cast<void>(forgetsInChildren);
+  currentThreadId = static_cast<DWORD>(::gettid());
+}
+
 }  // namespace
 }  // namespace platform
 
@@ -146,7 +157,8 @@ std::uintptr_t _beginthreadex(void*, unsigned stackBytes, _beginthreadex_proc_ty
 }
 
 DWORD WINAPI GetCurrentThreadId() {
-  return static_cast<DWORD>(::gettid());
+  if (platform::currentThreadId == 0) platform::NoteCurrentThread();
+  return platform::currentThreadId;
 }
 
 DWORD WINAPI GetCurrentProcessId() {
