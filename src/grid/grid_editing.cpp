@@ -56,7 +56,7 @@ void GridEditing::DrawEditBox() {
   system_.DrawBox(box, kBlack, kWhite);
   const GridRect area{box.left + 1, box.top, box.right - kTextMargin, box.bottom};
   const std::wstring_view text = ShownText(area.right - area.left);
-  if (!text.empty()) system_.DrawText(text, area, GridTextLook::kRight, slot_.cellFont, kBlack);
+  if (!text.empty()) system_.PutText(text, area, GridTextLook::kRight, slot_.cellFont, kBlack);
   PlaceCaret({box.right - kCaretMargin, (box.top + box.bottom - slot_.caretHeight) / 2});
 }
 

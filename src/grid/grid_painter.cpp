@@ -162,7 +162,7 @@ void GridPainter::PaintCheckBox(const GridRect& area, bool ticked) {
 void GridPainter::PaintText(std::wstring_view text, const GridRect& area, GridTextLook look,
                             GridFont font, GridColour colour) {
   const GridRect inner{area.left + kPadding, area.top, area.right - kPadding, area.bottom};
-  if (!text.empty() && !IsEmpty(inner)) system_.DrawText(text, inner, look, font, colour);
+  if (!text.empty() && !IsEmpty(inner)) system_.PutText(text, inner, look, font, colour);
 }
 
 // What stood of the frame outside of the damage still stands, and what was inside has just been

@@ -81,8 +81,8 @@ class GridSystem {
   virtual void DrawBox(const GridRect& area, GridColour line, GridColour fill) = 0;
   // Filled with the grey of unused area.
   virtual void FillUnused(const GridRect& area) = 0;
-  virtual void DrawText(std::wstring_view text, const GridRect& area, GridTextLook look,
-                        GridFont font, GridColour colour) = 0;
+  virtual void PutText(std::wstring_view text, const GridRect& area, GridTextLook look,
+                       GridFont font, GridColour colour) = 0;
   virtual void DrawCheckBox(const GridRect& area, bool ticked) = 0;
   // A frame three pixels wide, XORed with what is there: once more removes it.
   virtual void XorFrame(const GridRect& area, GridColour colour) = 0;

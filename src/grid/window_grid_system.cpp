@@ -186,8 +186,8 @@ void WindowGridSystem::FillUnused(const GridRect& area) {
   WithDrawing([&](GridDrawing& drawing) { drawing.UnusedArea(area); });
 }
 
-void WindowGridSystem::DrawText(std::wstring_view text, const GridRect& area, GridTextLook look,
-                                GridFont font, GridColour colour) {
+void WindowGridSystem::PutText(std::wstring_view text, const GridRect& area, GridTextLook look,
+                               GridFont font, GridColour colour) {
   WithDrawing([&](GridDrawing& drawing) { drawing.Text(text, area, look, font, colour); });
 }
 

@@ -52,8 +52,8 @@ class WindowGridSystem final : public GridSystem {
   void DrawEdge(const GridRect& area) override;
   void DrawBox(const GridRect& area, GridColour line, GridColour fill) override;
   void FillUnused(const GridRect& area) override;
-  void DrawText(std::wstring_view text, const GridRect& area, GridTextLook look, GridFont font,
-                GridColour colour) override;
+  void PutText(std::wstring_view text, const GridRect& area, GridTextLook look, GridFont font,
+               GridColour colour) override;
   void DrawCheckBox(const GridRect& area, bool ticked) override;
   void XorFrame(const GridRect& area, GridColour colour) override;
 

@@ -27,12 +27,12 @@ class GridEditingTest : public GridFixture {
 TEST_F(GridEditingTest, TheFirstCharacterBeginsAnEdit) {
   editing_.Type(L'a');
   EXPECT_THAT(system_.Take(), ElementsAre("DrawBox 152,44,198,61 0 ffffff",
-                                          "DrawText 153,44,193,61 right font 1 colour 0 |a|",
+                                          "PutText 153,44,193,61 right font 1 colour 0 |a|",
                                           "SetCaretPlace 194,46", "ShowCaret", "Notify 8 2,3"));
   EXPECT_TRUE(slot_.editing);
   editing_.Type(L'b');
   EXPECT_THAT(system_.Take(), ElementsAre("HideCaret", "DrawBox 152,44,198,61 0 ffffff",
-                                          "DrawText 153,44,193,61 right font 1 colour 0 |ab|",
+                                          "PutText 153,44,193,61 right font 1 colour 0 |ab|",
                                           "SetCaretPlace 194,46", "ShowCaret"));
 }
 
@@ -59,7 +59,7 @@ TEST_F(GridEditingTest, TheEndOfALongTextIsShown) {
   for (const wchar_t character : {L'a', L'b', L'c', L'd', L'e', L'f', L'g'})
     editing_.Type(character);
   // Forty pixels have room for five characters.
-  EXPECT_EQ(Take({"DrawText"}).back(), "DrawText 153,44,193,61 right font 1 colour 0 |cdefg|");
+  EXPECT_EQ(Take({"PutText"}).back(), "PutText 153,44,193,61 right font 1 colour 0 |cdefg|");
 }
 
 TEST_F(GridEditingTest, ACommitStoresTheTextAndTellsTheParentLast) {

@@ -201,7 +201,7 @@ TEST_F(GridLooksTest, ACursorBeyondASmallerSizeStaysAndTheGridIsPaintedWithoutIt
   EXPECT_EQ(slot_.Cursor(), (GridCell{90, 200}));
   system_.Take();
   grid_.Paint();
-  EXPECT_THAT(system_.CallsOf("DrawText"), Contains(testing::HasSubstr("|3|")));
+  EXPECT_THAT(system_.CallsOf("PutText"), Contains(testing::HasSubstr("|3|")));
   grid_.OnMouseMove({60, 25});
   EXPECT_EQ(system_.CallsOf("NotifyMouseMove"), std::vector<std::string>{"NotifyMouseMove 1,1"});
 }

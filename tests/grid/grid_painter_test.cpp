@@ -55,20 +55,20 @@ TEST_F(GridPainterTest, ThePictureIsPaintedColumnByColumn) {
   slot_.protectColor = 0xA0;
   EXPECT_THAT(
       PaintAndTake({""}),
-      ElementsAre("DrawEdge 0,0,200,20", "DrawText 2,0,198,20 centred font 3 colour 0 |Hours|",
+      ElementsAre("DrawEdge 0,0,200,20", "PutText 2,0,198,20 centred font 3 colour 0 |Hours|",
                   "FillUnused 130,20,200,90", "FillUnused 0,83,130,90",
                   // The headings of the rows; the corner is blank.
                   "DrawEdge 0,20,30,41", "DrawEdge 0,41,30,62",
-                  "DrawText 2,41,28,62 right font 2 colour 0 |1|", "DrawEdge 0,62,30,83",
-                  "DrawText 2,62,28,83 right font 2 colour 0 |2|",
+                  "PutText 2,41,28,62 right font 2 colour 0 |1|", "DrawEdge 0,62,30,83",
+                  "PutText 2,62,28,83 right font 2 colour 0 |2|",
                   // Cells reach one pixel farther, so that they share their lines.
-                  "DrawEdge 30,20,80,41", "DrawText 32,20,78,41 centred font 2 colour 0 | A|",
+                  "DrawEdge 30,20,80,41", "PutText 32,20,78,41 centred font 2 colour 0 | A|",
                   "DrawBox 30,41,81,63 dcdcdc ffffff",
-                  "DrawText 32,41,78,62 left font 1 colour 0 |text|",
+                  "PutText 32,41,78,62 left font 1 colour 0 |text|",
                   "DrawBox 30,62,81,84 dcdcdc ffffff", "DrawEdge 80,20,130,41",
-                  "DrawText 82,20,128,41 centred font 2 colour 0 | B|",
+                  "PutText 82,20,128,41 centred font 2 colour 0 | B|",
                   "DrawBox 80,41,131,63 dcdcdc ffffff", "DrawBox 80,62,131,84 dcdcdc a0",
-                  "DrawText 82,62,128,83 right font 1 colour 0 |12.5|", "PostDrawCursor"));
+                  "PutText 82,62,128,83 right font 1 colour 0 |12.5|", "PostDrawCursor"));
 }
 
 TEST_F(GridPainterTest, HeadingsAreLettersAndNumbersOrWhatIsStored) {
@@ -77,17 +77,17 @@ TEST_F(GridPainterTest, HeadingsAreLettersAndNumbersOrWhatIsStored) {
   SetText({0, 0}, L"corner");
   SetText({0, 1}, L"00");
   SetText({1, 0}, L"Monday");
-  const std::string letters = "DrawText 52,0,398,21 centred font 2 colour 787878 | A|";
-  const std::string stored = "DrawText 52,0,398,21 centred font 2 colour 787878 |00|";
-  const std::string number = "DrawText 2,21,48,42 right font 2 colour 0 |1|";
-  const std::string day = "DrawText 2,21,48,42 right font 2 colour 0 |Monday|";
-  EXPECT_THAT(PaintAndTake({"DrawText"}), ElementsAre(number, letters));
+  const std::string letters = "PutText 52,0,398,21 centred font 2 colour 787878 | A|";
+  const std::string stored = "PutText 52,0,398,21 centred font 2 colour 787878 |00|";
+  const std::string number = "PutText 2,21,48,42 right font 2 colour 0 |1|";
+  const std::string day = "PutText 2,21,48,42 right font 2 colour 0 |Monday|";
+  EXPECT_THAT(PaintAndTake({"PutText"}), ElementsAre(number, letters));
   slot_.colLetters = false;
-  EXPECT_THAT(PaintAndTake({"DrawText"}), ElementsAre(number, stored));
+  EXPECT_THAT(PaintAndTake({"PutText"}), ElementsAre(number, stored));
   slot_.rowNumbers = false;
-  EXPECT_THAT(PaintAndTake({"DrawText"}), ElementsAre(day, stored));
+  EXPECT_THAT(PaintAndTake({"PutText"}), ElementsAre(day, stored));
   slot_.cellStore.Clear();
-  EXPECT_THAT(PaintAndTake({"DrawText"}), IsEmpty());
+  EXPECT_THAT(PaintAndTake({"PutText"}), IsEmpty());
 }
 
 TEST_F(GridPainterTest, EachTypeOfTextLooksItsOwn) {
@@ -99,9 +99,9 @@ TEST_F(GridPainterTest, EachTypeOfTextLooksItsOwn) {
   };
   const Case cases[] = {
       {L"", 21, true, {}},
-      {L"text", 21, true, {"DrawText 52,21,98,42 left font 1 colour 0 |text|"}},
-      {L"text", 21, false, {"DrawText 52,21,98,42 wrapped font 1 colour 0 |text|"}},
-      {L"-7", 21, false, {"DrawText 52,21,98,42 right font 1 colour 0 |-7|"}},
+      {L"text", 21, true, {"PutText 52,21,98,42 left font 1 colour 0 |text|"}},
+      {L"text", 21, false, {"PutText 52,21,98,42 wrapped font 1 colour 0 |text|"}},
+      {L"-7", 21, false, {"PutText 52,21,98,42 right font 1 colour 0 |-7|"}},
       {L"True", 21, true, {"DrawCheckBox 52,23,98,40 1"}},
       {L"FALSE", 21, true, {"DrawCheckBox 52,23,98,40 0"}},
       {L"true", 28, true, {"DrawCheckBox 52,23,98,47 1"}},
@@ -115,7 +115,7 @@ TEST_F(GridPainterTest, EachTypeOfTextLooksItsOwn) {
     SetText({1, 1}, each.text);
     slot_.rowHeight = each.rowHeight;
     slot_.ellipsis = each.ellipsis;
-    EXPECT_THAT(PaintAndTake({"DrawText", "DrawCheckBox", "NotifyDrawGraphic"}),
+    EXPECT_THAT(PaintAndTake({"PutText", "DrawCheckBox", "NotifyDrawGraphic"}),
                 ElementsAreArray(each.calls))
         << each.text;
   }
@@ -157,12 +157,12 @@ TEST_F(GridPainterTest, TheCursorsRowIsHighlightedAsTheFocusSays) {
     slot_.rowHighlight = each.rowHighlight;
     slot_.hasFocus = each.hasFocus;
     EXPECT_THAT(
-        PaintAndTake({"DrawBox", "DrawText 52,21", "DrawText 52,42", "DrawText 2,21"}),
-        ElementsAre("DrawText 2,21,48,42 right font 2 colour 0 |1|",
+        PaintAndTake({"DrawBox", "PutText 52,21", "PutText 52,42", "PutText 2,21"}),
+        ElementsAre("PutText 2,21,48,42 right font 2 colour 0 |1|",
                     std::string("DrawBox 50,21,401,43 dcdcdc ") + each.background,
-                    std::string("DrawText 52,21,398,42 left font 1 colour ") + each.text + " |a|",
+                    std::string("PutText 52,21,398,42 left font 1 colour ") + each.text + " |a|",
                     "DrawBox 50,42,401,64 dcdcdc dd",
-                    "DrawText 52,42,398,63 left font 1 colour 0 |b|"));
+                    "PutText 52,42,398,63 left font 1 colour 0 |b|"));
   }
 }
 
@@ -212,11 +212,11 @@ TEST_F(GridPainterTest, TheEditBoxStandsOnTheCells) {
   slot_.rows = slot_.cols = 1;
   slot_.editing = true;
   slot_.editText = L"12";
-  const std::vector<std::string> calls = PaintAndTake({"DrawBox", "DrawText", "PostDrawCursor"});
+  const std::vector<std::string> calls = PaintAndTake({"DrawBox", "PutText", "PostDrawCursor"});
   ASSERT_GE(calls.size(), 3U);
   EXPECT_THAT(std::vector<std::string>(calls.end() - 3, calls.end()),
               ElementsAre("DrawBox 52,23,398,40 0 ffffff",
-                          "DrawText 53,23,393,40 right font 1 colour 0 |12|", "PostDrawCursor"));
+                          "PutText 53,23,393,40 right font 1 colour 0 |12|", "PostDrawCursor"));
 }
 
 TEST_F(GridPainterTest, AParentMayDoAnythingWhileItDrawsAGraphic) {

@@ -197,9 +197,9 @@ void RecordingGridSystem::FillUnused(const GridRect& area) {
   Record("FillUnused " + Text(area));
 }
 
-void RecordingGridSystem::DrawText(std::wstring_view text, const GridRect& area, GridTextLook look,
-                                   GridFont font, GridColour colour) {
-  Record("DrawText " + Text(area) + " " + Name(look) + " font " +
+void RecordingGridSystem::PutText(std::wstring_view text, const GridRect& area, GridTextLook look,
+                                  GridFont font, GridColour colour) {
+  Record("PutText " + Text(area) + " " + Name(look) + " font " +
          Number(static_cast<std::int64_t>(font)) + " colour " + Hex(colour) + " |" + Narrow(text) +
          "|");
 }

@@ -10,7 +10,7 @@
 //   "ShowBar vertical 1", "SetBarRange vertical 80", "SetBarPosition horizontal 1"
 //   "CreateCaret 3,13", "SetCaretPlace 10,20"
 //   "DrawBox 0,0,10,21 dcdcdc ffffff", "XorFrame 0,0,10,21 ffffff"    colours as 0x00BBGGRR
-//   "DrawText 0,0,10,21 right font 2 colour 0 |the text|"             or centred, left, wrapped
+//   "PutText 0,0,10,21 right font 2 colour 0 |the text|"             or centred, left, wrapped
 //   "DrawCheckBox 0,0,10,21 1"
 // and the name alone for what has no arguments. What only reads is not written down.
 #pragma once
@@ -82,8 +82,8 @@ class RecordingGridSystem : public GridSystem {
   void DrawEdge(const GridRect& area) override;
   void DrawBox(const GridRect& area, GridColour line, GridColour fill) override;
   void FillUnused(const GridRect& area) override;
-  void DrawText(std::wstring_view text, const GridRect& area, GridTextLook look, GridFont font,
-                GridColour colour) override;
+  void PutText(std::wstring_view text, const GridRect& area, GridTextLook look, GridFont font,
+               GridColour colour) override;
   void DrawCheckBox(const GridRect& area, bool ticked) override;
   void XorFrame(const GridRect& area, GridColour colour) override;
 
