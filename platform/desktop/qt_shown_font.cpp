@@ -44,6 +44,8 @@ TextMetrics MetricsOf(const QFont& font) {
   found.ascent = WholePixels(metrics.ascent());
   found.averageCharWidth = AverageLetterWidth(metrics);
   found.maximumCharWidth = WholePixels(metrics.maxWidth());
+  found.dotsWidth = WholePixels(metrics.horizontalAdvance(
+      QString::fromWCharArray(kDots.data(), static_cast<qsizetype>(kDots.size()))));
   found.characterHeight = info.pixelSize();
   found.isBold = font.bold();
   found.isFixedPitch = info.fixedPitch();

@@ -11,11 +11,15 @@
 
 namespace platform {
 
+// What a line that is too long ends in.
+inline constexpr std::wstring_view kDots = L"...";
+
 struct TextMetrics {
   int height = 0;            // of a line
   int ascent = 0;            // from its top to the base line
   int averageCharWidth = 0;  // of the letters A to Z and a to z
   int maximumCharWidth = 0;
+  int dotsWidth = 0;        // of kDots
   int characterHeight = 0;  // without the room that a line leaves for accents
   bool isBold = false;
   bool isFixedPitch = false;

@@ -19,7 +19,7 @@ TextLayout::TextLayout(GraphicsBackend& graphics, const LOGFONTW& font, SIZE roo
       font_(font),
       room_(room),
       format_(format),
-      lineHeight_(graphics.MetricsOf(font).height) {}
+      metrics_(graphics.MetricsOf(font)) {}
 
 std::vector<TextLine> TextLayout::LinesOf(std::wstring_view text) const {
   std::vector<TextLine> lines;
@@ -49,13 +49,13 @@ std::size_t TextLayout::CountWithin(std::wstring_view text, int width) const {
 
 bool TextLayout::HasRoomFor(std::size_t line) const {
   if (!IsLimited()) return true;
-  const int top = static_cast<int>(line) * lineHeight_;
-  return Has(DT_EDITCONTROL) ? top + lineHeight_ <= room_.cy : top < room_.cy;
+  const int top = static_cast<int>(line) * metrics_.height;
+  return Has(DT_EDITCONTROL) ? top + metrics_.height <= room_.cy : top < room_.cy;
 }
 
 bool TextLayout::IsLastWhole(std::size_t line) const {
   return Has(DT_END_ELLIPSIS) && IsLimited() &&
-         (static_cast<int>(line) + 2) * lineHeight_ > room_.cy;
+         (static_cast<int>(line) + 2) * metrics_.height > room_.cy;
 }
 
 TextLayout::Piece TextLayout::FirstOf(std::wstring_view text) const {
@@ -85,7 +85,8 @@ TextLayout::Piece TextLayout::FirstWords(std::wstring_view paragraph) const {
 
 TextLine TextLayout::WithDots(std::wstring_view text) const {
   // Something of the text is always there, if only a part of its first letter.
-  const std::size_t count = std::max<std::size_t>(CountWithin(text, room_.cx - WidthOf(kDots)), 1);
+  const int room = room_.cx - metrics_.dotsWidth;
+  const std::size_t count = std::max<std::size_t>(CountWithin(text, room), 1);
   TextLine line{text.substr(0, count), 0, true};
   line.width = WidthOf(std::wstring(line.text).append(kDots));
   return line;

@@ -11,8 +11,6 @@
 
 namespace platform {
 
-inline constexpr std::wstring_view kDots = L"...";
-
 // A part of the text that is laid out.
 struct TextLine {
   std::wstring_view text;
@@ -26,7 +24,7 @@ class TextLayout {
   // DT_END_ELLIPSIS, DT_NOCLIP and DT_CALCRECT, of which the last two make the height unlimited.
   TextLayout(GraphicsBackend& graphics, const LOGFONTW& font, SIZE room, UINT format);
 
-  int LineHeight() const { return lineHeight_; }
+  int LineHeight() const { return metrics_.height; }
   // One at least. Those that would lie below the room are left out.
   std::vector<TextLine> LinesOf(std::wstring_view text) const;
 
@@ -56,7 +54,7 @@ class TextLayout {
   const LOGFONTW& font_;
   const SIZE room_;
   const UINT format_;
-  const int lineHeight_;
+  const TextMetrics metrics_;
 };
 
 }  // namespace platform

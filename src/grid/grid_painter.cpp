@@ -28,6 +28,12 @@ std::int32_t GraphicNumber(const std::wstring& text) {
       number, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
+// Not std::to_wstring: it goes by way of the locale, and takes as long as drawing the number.
+std::wstring RowNumber(std::int32_t row) {
+  const std::string digits = std::to_string(row);
+  return {digits.begin(), digits.end()};
+}
+
 GridRect Inner(const GridRect& area) {
   return {area.left + kPadding, area.top + kPadding, area.right - kPadding, area.bottom - kPadding};
 }
@@ -117,7 +123,7 @@ void GridPainter::PaintRowHeading(std::int32_t row, const GridRect& area) {
     PaintText(text, area, GridTextLook::kRight, slot_.headingFont, kBlack);
   };
   if (slot_.rowNumbers) {
-    paint(std::to_wstring(row));
+    paint(RowNumber(row));
   } else {
     paint(StoredText({row, 0}));
   }
