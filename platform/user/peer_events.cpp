@@ -70,8 +70,8 @@ bool PeerEvents::OnKey(const KeyInput& input) {
 void PeerEvents::OnScroll(int bar, UINT request, int place) {
   const bool isOfThumb = request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
   if (isOfThumb) window_.scrollBars.at(static_cast<std::size_t>(bar)).tracked = place;
-  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL,
-               MAKEWPARAM(request, isOfThumb ? place : 0), 0);
+  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(request, isOfThumb ? place : 0),
+               0);
 }
 
 }  // namespace platform
