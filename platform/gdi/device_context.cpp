@@ -55,16 +55,11 @@ bool DeviceContext::Draw(const char* function, const std::function<void(Canvas&)
     case Kind::kMemory:
       return WithGraphics(
           [&](GraphicsBackend& graphics) { work(bitmap.Get()->Surface(graphics)); });
-    case Kind::kWindow:
-      switch (DrawOnWindow(window_.lock(), work)) {
-        case WindowDrawing::kDrawn:
-          return true;
-        case WindowDrawing::kNoWindow:
-          return false;
-        case WindowDrawing::kNoSurface:
-          break;
-      }
+    case Kind::kWindow: {
+      const WindowDrawing outcome = DrawOnWindow(window_.lock(), work);
+      if (outcome != WindowDrawing::kNoSurface) return outcome == WindowDrawing::kDrawn;
       break;
+    }
     case Kind::kScreen:
       break;
   }

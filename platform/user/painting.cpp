@@ -7,6 +7,7 @@
 #include "platform/user/window_place.h"
 
 namespace platform {
+
 void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
                  bool exposed) {
   // Painting inside painting would draw on the same canvas.

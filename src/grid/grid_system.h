@@ -58,7 +58,6 @@ class GridSystem {
   // --- scroll bars, from 1 to `last` ---
   virtual void ShowBar(GridBar bar, bool shown) = 0;
   virtual void SetBarRange(GridBar bar, std::int32_t last) = 0;
-  virtual std::int32_t BarRange(GridBar bar) = 0;
   virtual void SetBarPosition(GridBar bar, std::int32_t position) = 0;
 
   // --- the caret ---

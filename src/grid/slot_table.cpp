@@ -16,10 +16,6 @@ GridSlot* SlotTable::Find(std::uint32_t controlId) {
   return found == slots_.end() ? nullptr : &*found;
 }
 
-GridSlot* SlotTable::At(std::size_t number) {
-  return number < kSlots ? &slots_[number] : nullptr;
-}
-
 std::size_t SlotTable::NumberOf(const GridSlot& slot) const {
   return static_cast<std::size_t>(&slot - slots_.data());
 }

@@ -18,8 +18,6 @@ class SlotTable {
 
   // Null for an identifier that no slot holds, and for 0.
   GridSlot* Find(std::uint32_t controlId);
-  // Null for a number past the last.
-  GridSlot* At(std::size_t number);
   std::size_t NumberOf(const GridSlot& slot) const;
   // The free slot of the highest number, which holds the identifier from now on. Null when one
   // holds it already, when none is free, and for 0.

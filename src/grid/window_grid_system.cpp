@@ -118,13 +118,6 @@ void WindowGridSystem::SetBarRange(GridBar bar, std::int32_t last) {
   ::SetScrollRange(window_, NativeBar(bar), 1, last, TRUE);
 }
 
-std::int32_t WindowGridSystem::BarRange(GridBar bar) {
-  int first = 0;
-  int last = 0;
-  ::GetScrollRange(window_, NativeBar(bar), &first, &last);
-  return last;
-}
-
 void WindowGridSystem::SetBarPosition(GridBar bar, std::int32_t position) {
   ::SetScrollPos(window_, NativeBar(bar), position, TRUE);
 }

@@ -36,7 +36,6 @@ class WindowGridSystem final : public GridSystem {
 
   void ShowBar(GridBar bar, bool shown) override;
   void SetBarRange(GridBar bar, std::int32_t last) override;
-  std::int32_t BarRange(GridBar bar) override;
   void SetBarPosition(GridBar bar, std::int32_t position) override;
 
   void CreateCaret(GridSize size) override;

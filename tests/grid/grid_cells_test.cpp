@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "failing_memory.h"
 #include "grid/grid.h"
 #include "grid/grid_layout.h"
@@ -34,26 +32,6 @@ class GridCellsTest : public testing::Test {
   GridSlot slot_;
   Grid grid_{slot_, system_};
 };
-
-TEST_F(GridCellsTest, ACellPastTheLimitsIsRefusedAndReportedOnceByEveryMessage) {
-  const std::function<bool(GridCell)> messages[] = {
-      [this](GridCell cell) { return grid_.SetProtect(cell, true); },
-      [this](GridCell cell) { return grid_.SetCell(cell, L"x"); },
-      [this](GridCell cell) { return grid_.CellText(cell).has_value(); },
-      [this](GridCell cell) { return grid_.DeleteCell(cell); },
-      [this](GridCell cell) { return grid_.TypeNumber(cell).has_value(); },
-      [this](GridCell cell) { return grid_.IsProtected(cell).has_value(); },
-  };
-  for (const auto& message : messages) {
-    for (const GridCell cell : {GridCell{32001, 1}, {1, 257}}) {
-      EXPECT_FALSE(message(cell));
-      EXPECT_THAT(system_.Take(), ElementsAre("Notify 3 0,0"));
-    }
-    EXPECT_TRUE(message({-5, 1}));
-    EXPECT_THAT(system_.Take(), Not(Contains("Notify 3 0,0")));
-  }
-  EXPECT_EQ(slot_.cellStore.Size(), 0u);  // -5 was deleted again
-}
 
 TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
   EXPECT_EQ(grid_.CellText({1, 1}), L"");

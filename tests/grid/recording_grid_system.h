@@ -66,7 +66,6 @@ class RecordingGridSystem : public GridSystem {
 
   void ShowBar(GridBar bar, bool shown) override;
   void SetBarRange(GridBar bar, std::int32_t last) override;
-  std::int32_t BarRange(GridBar bar) override { return barRanges[bar]; }
   void SetBarPosition(GridBar bar, std::int32_t position) override;
 
   void CreateCaret(GridSize size) override;

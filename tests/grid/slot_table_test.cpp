@@ -22,47 +22,6 @@ TEST_F(SlotTableTest, TheFreeSlotOfTheHighestNumberIsTaken) {
   EXPECT_EQ(table_->NumberOf(*table_->Take(503)), 18u);
 }
 
-TEST_F(SlotTableTest, AnIdentifierInUseOrZeroGetsNoSlot) {
-  ASSERT_NE(table_->Take(500), nullptr);
-  EXPECT_EQ(table_->Take(500), nullptr);
-  EXPECT_EQ(table_->Take(0), nullptr);
-  EXPECT_EQ(table_->InUse(), 1u);
-}
-
-TEST_F(SlotTableTest, ATwentyFirstControlGetsNoSlot) {
-  for (std::uint32_t id = 1; id <= 20; ++id)
-    ASSERT_NE(table_->Take(id), nullptr) << id;
-  EXPECT_EQ(table_->InUse(), 20u);
-  EXPECT_EQ(table_->Take(21), nullptr);
-}
-
-TEST_F(SlotTableTest, ASlotIsFoundByIdentifierWhileItIsHeldOnly) {
-  GridSlot* slot = table_->Take(500);
-  EXPECT_EQ(table_->Find(500), slot);
-  EXPECT_EQ(table_->At(19), slot);
-  EXPECT_EQ(table_->Find(501), nullptr);
-  table_->Release(*slot);
-  EXPECT_EQ(table_->Find(500), nullptr);
-  EXPECT_EQ(table_->InUse(), 0u);
-}
-
-TEST_F(SlotTableTest, NoFreeSlotIsFoundUnderZeroAndNoneBeyondTheLastNumber) {
-  EXPECT_EQ(table_->Find(0), nullptr);
-  EXPECT_EQ(table_->At(20), nullptr);
-}
-
-TEST_F(SlotTableTest, InitialisingTakesTheSlotsOfThoseInUse) {
-  GridSlot* slot = table_->Take(500);
-  slot->rows = 7;
-  slot->colWidth[256] = 9;
-  slot->cellStore.Store({1, 1}, {});
-  table_->Initialise();
-  EXPECT_EQ(table_->InUse(), 0u);
-  EXPECT_EQ(slot->rows, 100);
-  EXPECT_EQ(slot->colWidth[256], 0);
-  EXPECT_EQ(slot->cellStore.Size(), 0u);
-}
-
 TEST_F(SlotTableTest, AReleasedSlotHasTheValuesOfAnEndedControl) {
   GridSlot* slot = table_->Take(500);
   slot->cellFont = 3;

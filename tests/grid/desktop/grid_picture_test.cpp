@@ -1,6 +1,4 @@
 // What is to be seen of a grid. Cells are 50 wide and 21 high, as are the headings.
-#include <cstdlib>
-
 #include "grid_host.h"
 
 namespace quillgate {
@@ -209,31 +207,6 @@ TEST_F(GridPictureTest, ADisabledGridsHeadingsAreGrey) {
   ::EnableWindow(grid_, TRUE);
   Flow();
   EXPECT_EQ(Pixels(grid_, {100, 0, 150, 21}), before);
-}
-
-// Not a test of anything by itself: a picture to look at, into the folder that is named.
-TEST_F(GridPictureTest, APictureOfAllThatAGridShowsCanBeTaken) {
-  const char* folder = std::getenv("GRID_PICTURES");
-  if (folder == nullptr) GTEST_SKIP() << "GRID_PICTURES names no folder for the picture";
-  const HWND grid = MakeGrid(kGridId + 1, L"Attendance of the week", 480, 320);
-  const wchar_t* const texts[] = {L"Some text",       L"1234.5", L"TRUE", L"FALSE",
-                                  L"A text too long", L"-7",     L"~3"};
-  std::int32_t col = 1;
-  for (const wchar_t* text : texts) {
-    Store(grid, {2, col}, text);
-    Store(grid, {col, 3}, text);
-    ++col;
-  }
-  Send(grid, GCM_SETEDITABLE, 1);
-  Send(grid, GCM_SETDEFAULTPROTECT, 1);
-  Send(grid, GCM_SETPROTECTCOLOR, 0xE0FFFF);
-  Store(grid, {5, 2}, L"Protected");
-  ::SetFocus(grid);
-  Send(grid, GCM_SETCURSORPOS, 4, 2);
-  Flow();
-  EXPECT_TRUE(WidgetOf(grid)->grab().save(QString(folder) + "/grid-cursor.png"));
-  Type(grid, QString("12.75"));
-  EXPECT_TRUE(WidgetOf(grid)->grab().save(QString(folder) + "/grid-edit.png"));
 }
 
 }  // namespace
