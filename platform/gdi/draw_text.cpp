@@ -6,6 +6,7 @@
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
+#include "platform/gdi/rect.h"
 #include "platform/gdi/text_argument.h"
 #include "platform/gdi/text_layout.h"
 #include "platform/kernel/log.h"
@@ -116,11 +117,8 @@ void TextInBox::Underline(Canvas& canvas, const TextLine& line, POINT place,
   const int width = graphics_.MeasureText(line.text.substr(character, 1), style_.font).cx;
   const int top = place.y + graphics_.MetricsOf(style_.font).ascent + 1;
   RECT rule{left, top, left + width, top + 1};
-  if (style_.clip.has_value()) {
-    rule = {std::max(rule.left, area_.left), std::max(rule.top, area_.top),
-            std::min(rule.right, area_.right), std::min(rule.bottom, area_.bottom)};
-  }
-  if (rule.left < rule.right && rule.top < rule.bottom) canvas.Fill(rule, style_.colour);
+  if (style_.clip.has_value()) rule = Intersection(rule, area_);
+  if (!IsEmpty(rule)) canvas.Fill(rule, style_.colour);
 }
 
 bool IsSupported(UINT format, const DRAWTEXTPARAMS* parameters) {

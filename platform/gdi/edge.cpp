@@ -6,6 +6,7 @@
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
+#include "platform/gdi/rect.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -39,7 +40,7 @@ std::optional<Edge> EdgeOf(UINT edge) {
 }
 
 void Fill(Canvas& canvas, const RECT& area, COLORREF colour) {
-  if (area.left < area.right && area.top < area.bottom) canvas.Fill(area, colour);
+  if (!IsEmpty(area)) canvas.Fill(area, colour);
 }
 
 // The corners between a lit and a shaded side are shaded.

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/gdi/device_context.h"
+#include "platform/gdi/rect.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -18,10 +19,6 @@ struct Box {
   RECT outer;
   RECT inner;
 };
-
-bool IsEmpty(const RECT& area) {
-  return area.left >= area.right || area.top >= area.bottom;
-}
 
 RECT Ordered(int left, int top, int right, int bottom) {
   return {std::min(left, right), std::min(top, bottom), std::max(left, right),

@@ -1,8 +1,8 @@
 #include "platform/user/painting.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "platform/gdi/rect.h"
 #include "platform/kernel/log.h"
 #include "platform/user/window_place.h"
 
@@ -23,10 +23,8 @@ void Damage(Window& window, const RECT& area, bool erase) {
   if (window.peer == nullptr) return;
   window.mustErase = window.mustErase || erase;
   // What is never painted would add up.
-  const RECT client = ClientAreaOf(window);
-  const RECT seen = {std::max(area.left, client.left), std::max(area.top, client.top),
-                     std::min(area.right, client.right), std::min(area.bottom, client.bottom)};
-  if (seen.left < seen.right && seen.top < seen.bottom) window.peer->Invalidate(seen);
+  const RECT seen = Intersection(area, ClientAreaOf(window));
+  if (!IsEmpty(seen)) window.peer->Invalidate(seen);
 }
 
 bool EraseBackground(const Window& window, HDC context) {

@@ -3,13 +3,13 @@
 // ended ("OK" or "Cancel") and then the table's 168 digits. LANGUAGE is a language identifier, 1033
 // or 1053; FIRST_DAY is 0 for Sunday ... 6.
 #include <windows.h>
-#include <shellapi.h>
 
 #include <cstdio>
 #include <exception>
 #include <string>
 #include <vector>
 
+#include "service/command_line.h"
 #include "settings/hours_dialog.h"
 #include "storage/settings.h"
 #include "ui/help_system.h"
@@ -35,15 +35,6 @@ HoursTable AllowedWhenPeopleWork() {
     hours[i] = hour < allowed.begin || hour >= allowed.end;
   }
   return hours;
-}
-
-std::vector<std::wstring> Words() {
-  int count = 0;
-  LPWSTR* arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  if (arguments == nullptr) return {};
-  std::vector<std::wstring> words(arguments, arguments + count);
-  ::LocalFree(arguments);
-  return words;
 }
 
 void Print(bool accepted, const HoursTable& hours) {
@@ -77,7 +68,7 @@ int Run(const std::vector<std::wstring>& words) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
   try {
-    return quillgate::Run(quillgate::Words());
+    return quillgate::Run(quillgate::CommandLineWords());
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "hours_host: %s\n", failure.what());
     return 1;
