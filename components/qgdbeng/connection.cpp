@@ -92,6 +92,8 @@ int Connection::Execute(std::string_view sql, TableBuilder& table, ResultShape& 
 
   std::unique_ptr<sqlite3_stmt, StatementResetter> running(statement);
   const int code = ReadRows(statement, table, shape) & kPrimaryCode;
+  // Somebody has kept the locks of the write-ahead log for all of SQLite's attempts.
+  if (code == SQLITE_PROTOCOL) return Failure(SQLITE_BUSY, message);
   if (code != SQLITE_DONE) return Failure(code, message);
   running.reset();
   if (compiled != nullptr && IsRowStatement(sql)) cache_.Keep(sql, std::move(compiled));

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <filesystem>
 
+#include "no_wait_vfs.h"
+
 namespace quillgate::engine {
 
 namespace {
@@ -68,7 +70,7 @@ void Run(sqlite3* database, const char* sql, const std::string& path) {
   for (int waited = 0; waited <= kOpenWaitMilliseconds; waited += kOpenRetryMilliseconds) {
     code = sqlite3_exec(database, sql, nullptr, nullptr, nullptr);
     if (code == SQLITE_OK) return;
-    if (code != SQLITE_BUSY) break;
+    if (code != SQLITE_BUSY && code != SQLITE_PROTOCOL) break;
     sqlite3_sleep(kOpenRetryMilliseconds);
   }
   Fail(sqlite3_errmsg(database), path);
@@ -93,7 +95,7 @@ DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
 
   sqlite3* opened = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
-  const int code = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  const int code = sqlite3_open_v2(path.c_str(), &opened, flags, NoWaitVfs());
   DatabaseHandle database(opened);
   if (code != SQLITE_OK) Fail(opened != nullptr ? sqlite3_errmsg(opened) : "no memory", path);
   if (sqlite3_db_readonly(opened, "main") != 0) Fail("the file cannot be written", path);

@@ -74,9 +74,16 @@ bool LogonSession::Accepts(std::wstring_view name, std::wstring_view password) c
   return user != nullptr && user->CheckPassword(password);
 }
 
+// A system that is not known must not be taken for one that asks for no password.
+LogonSystem LogonSession::System() const {
+  if (const auto known = LogonSystemIfKnown(settings_)) latestSystem_ = known;
+  if (!latestSystem_) throw BusyError();
+  return *latestSystem_;
+}
+
 bool LogonSession::MustAsk(std::wstring_view name) const {
   const CriticalSectionLock hold(decision_);
-  return prompts_ != nullptr && HasQuestion(CurrentLogonSystem(settings_), name);
+  return prompts_ != nullptr && HasQuestion(System(), name);
 }
 
 bool LogonSession::LogOn(std::wstring_view name) {
@@ -86,7 +93,7 @@ bool LogonSession::LogOn(std::wstring_view name) {
   {
     const CriticalSectionLock hold(decision_);
     if (IsLoggedOn()) LogOff(1);
-    system = CurrentLogonSystem(settings_);
+    system = System();
     const bool asks = HasQuestion(system, name) && prompts_ != nullptr && Users() != nullptr;
     if (!asks || asking_) return Decide(system, {});
     question.emplace(*this);
@@ -129,7 +136,7 @@ bool LogonSession::StoreFirstUser(std::wstring name) {
 
 bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName) {
   const bool stands = IsLoggedOn() && !acceptedName;
-  if (stands || system != CurrentLogonSystem(settings_)) return IsLoggedOn();
+  if (stands || system != System()) return IsLoggedOn();
   if (IsLoggedOn()) LogOff(1);
   SetCurrent(FindLogonUser(system, acceptedName));
   if (IsLoggedOn() && session_ != nullptr) session_->Reevaluate();
@@ -139,7 +146,7 @@ bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>&
 std::shared_ptr<User> LogonSession::FindLogonUser(
     LogonSystem system, const std::optional<std::wstring>& acceptedName) const {
   const auto users = Users();
-  if (users == nullptr) return nullptr;
+  if (users == nullptr || users->Table() != UserTableOf(system)) return nullptr;
   switch (system) {
     case LogonSystem::kQuillgate:
       return acceptedName ? users->Find(*acceptedName) : nullptr;

@@ -87,6 +87,7 @@ class LogonSession final : private LogonCandidates {
   std::shared_ptr<const User> CurrentUser() const;
 
   // Whether LogOn(name) would have to ask somebody now.
+  // Throws DBerror when the logon system has never been readable.
   bool MustAsk(std::wstring_view name) const;
 
   // An empty name is an ordinary logon; "Admin" and "User" are the override commands of the NONE
@@ -110,6 +111,8 @@ class LogonSession final : private LogonCandidates {
   std::vector<std::wstring> Names() const override;
   bool Accepts(std::wstring_view name, std::wstring_view password) const override;
 
+  // What the settings choose, or chose when they could be read last. With the decision's lock held.
+  LogonSystem System() const;
   std::shared_ptr<UserCollection> Users() const;
   void SetCurrent(std::shared_ptr<User> user);
 
@@ -132,6 +135,7 @@ class LogonSession final : private LogonCandidates {
   LogonPrompts* prompts_ = nullptr;
   SessionControl* session_ = nullptr;
   bool asking_ = false;
+  mutable std::optional<LogonSystem> latestSystem_;
 
   mutable CriticalSection lock_;
   std::shared_ptr<UserCollection> users_;

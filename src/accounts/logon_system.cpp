@@ -21,7 +21,12 @@ std::wstring_view UserTableOf(LogonSystem system) {
 }
 
 LogonSystem CurrentLogonSystem(Settings& settings) {
-  return LogonSystemOf(settings.GetSetting(SettingKey::kLogonSystem, L"NONE"));
+  return LogonSystemIfKnown(settings).value_or(LogonSystem::kNone);
+}
+
+std::optional<LogonSystem> LogonSystemIfKnown(Settings& settings) {
+  const auto word = settings.GetSettingIfKnown(SettingKey::kLogonSystem, L"NONE");
+  return word ? std::optional(LogonSystemOf(*word)) : std::nullopt;
 }
 
 }  // namespace quillgate

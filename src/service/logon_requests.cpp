@@ -16,12 +16,16 @@ void LogonRequests::LogOn() noexcept {
 }
 
 void LogonRequests::LogOnOrPost() noexcept {
-  if (!logon_.MustAsk({})) {
-    LogOn();
-    return;
+  try {
+    if (!logon_.MustAsk({})) {
+      LogOn();
+      return;
+    }
+    const HWND window = requestWindow_;
+    if (window != nullptr) ::PostMessageW(window, kLogOnRequested, 0, 0);
+  } catch (...) {
+    events_.LogCurrentException();
   }
-  const HWND window = requestWindow_;
-  if (window != nullptr) ::PostMessageW(window, kLogOnRequested, 0, 0);
 }
 
 void LogonRequests::LogOff(int flag) noexcept {

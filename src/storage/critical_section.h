@@ -13,6 +13,16 @@ class CriticalSection {
   CriticalSection& operator=(const CriticalSection&) = delete;
 
   void Enter() { ::EnterCriticalSection(&section_); }
+  // Gives up after that long. Yields rather than sleeps: what is waited for takes microseconds or
+  // seconds.
+  bool TryEnter(DWORD milliseconds) {
+    const DWORD start = ::GetTickCount();
+    while (!::TryEnterCriticalSection(&section_)) {
+      if (::GetTickCount() - start >= milliseconds) return false;
+      ::Sleep(0);
+    }
+    return true;
+  }
   void Leave() { ::LeaveCriticalSection(&section_); }
 
  private:
@@ -29,6 +39,24 @@ class CriticalSectionLock {
 
  private:
   CriticalSection& section_;
+};
+
+// The same for those who must not wait for whoever holds the section now.
+class TimedCriticalSectionLock {
+ public:
+  TimedCriticalSectionLock(CriticalSection& section, DWORD milliseconds)
+      : section_(section), held_(section.TryEnter(milliseconds)) {}
+  ~TimedCriticalSectionLock() {
+    if (held_) section_.Leave();
+  }
+  TimedCriticalSectionLock(const TimedCriticalSectionLock&) = delete;
+  TimedCriticalSectionLock& operator=(const TimedCriticalSectionLock&) = delete;
+
+  bool IsHeld() const { return held_; }
+
+ private:
+  CriticalSection& section_;
+  const bool held_;
 };
 
 }  // namespace quillgate

@@ -112,6 +112,13 @@ bool Database::Run(const std::wstring& sql, DbRows& rows) {
   return Engine().Run(sql, rows);
 }
 
+bool Database::RunAtOnce(const std::wstring& sql, DbRows& rows) {
+  // Longer than any statement that does not wait for the file.
+  constexpr DWORD kPatienceMilliseconds = 100;
+  const TimedCriticalSectionLock lock(lock_, kPatienceMilliseconds);
+  return lock.IsHeld() && engine_ != nullptr && engine_->RunAtOnce(sql, rows);
+}
+
 Database& Database::Opened() {
   if (!open_) DbOpen();
   return *this;

@@ -49,6 +49,10 @@ class Database {
   // when it stayed busy to the end.
   bool Run(const std::wstring& sql, DbRows& rows);
 
+  // For callers that must not wait: false when the database is not open, somebody else uses it, or
+  // the engine does not carry the statement out at the first attempt.
+  bool RunAtOnce(const std::wstring& sql, DbRows& rows);
+
  private:
   friend class DbTransaction;
   Database& Opened();

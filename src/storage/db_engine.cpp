@@ -66,7 +66,7 @@ bool DbEngine::Run(const std::wstring& sql, DbRows& rows) {
   // Until the statement has succeeded: a later one must not run outside of the transaction, and the
   // commit must not make permanent what is only a part.
   transaction_ = Transaction::kBroken;
-  if (!RunOnce(sql, rows)) throw DBerror(L"The database is busy.", kBusy);
+  if (!RunOnce(sql, rows)) throw BusyError();
   transaction_ = Transaction::kOpen;
   return true;
 }
@@ -77,6 +77,17 @@ bool DbEngine::RunOnce(const std::wstring& sql, DbRows& rows) {
   const StatementBuffer narrow = NarrowStatement(sql);
   ResultTable table(library_);
   if (!Fetch(narrow.data(), table)) return false;
+  table.CopyTo(rows, kMaxValue);
+  return true;
+}
+
+bool DbEngine::RunAtOnce(const std::wstring& sql, DbRows& rows) {
+  rows.clear();
+  if (connection_ == nullptr || transaction_ != Transaction::kNone) return false;
+  const StatementBuffer narrow = NarrowStatement(sql);
+  ResultTable table(library_);
+  std::wstring message;
+  if (table.Get(connection_, narrow.data(), message) != kOk) return false;
   table.CopyTo(rows, kMaxValue);
   return true;
 }
@@ -101,7 +112,7 @@ bool DbEngine::Fetch(const char* sql, ResultTable& table) {
 
 void DbEngine::Begin() {
   DbRows none;
-  if (!Run(L"BEGIN IMMEDIATE;", none)) throw DBerror(L"The database is busy.", kBusy);
+  if (!Run(L"BEGIN IMMEDIATE;", none)) throw BusyError();
   transaction_ = Transaction::kOpen;
 }
 

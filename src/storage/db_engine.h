@@ -35,6 +35,10 @@ class DbEngine {
   // transaction's other statements fail as well.
   bool Run(const std::wstring& sql, DbRows& rows);
 
+  // One attempt, outside of any transaction: whether the engine carried the statement out. Neither
+  // waits nor reopens. Throws DBerror for a statement that can never run, or rows it cannot take.
+  bool RunAtOnce(const std::wstring& sql, DbRows& rows);
+
   // Throw DBerror. A failed Begin leaves no transaction; a failed Commit leaves one to roll back.
   void Begin();
   void Commit();

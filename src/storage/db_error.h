@@ -24,4 +24,10 @@ class DBerror : public std::exception {
   std::int32_t code_;
 };
 
+// Of a statement that the engine did not carry out since the file stayed in use.
+inline DBerror BusyError() {
+  constexpr std::int32_t kBusy = 5;
+  return {L"The database is busy.", kBusy};
+}
+
 }  // namespace quillgate

@@ -22,18 +22,38 @@ std::wstring SelectValue(const std::wstring& quotedKey) {
 }  // namespace
 
 std::wstring Settings::GetSetting(std::wstring_view key, std::wstring_view defaultValue) {
-  try {
-    DbRows rows;
-    database_.DbQuery(SelectValue(SqlText(UpperKey(key))), rows);
-    if (!rows.empty()) return rows.front().front();
-  } catch (const std::exception&) {
-    // Every reader has a default that the program can live with.
-  }
-  return std::wstring(defaultValue);
+  // Every reader has a default that the program can live with.
+  return GetSettingIfKnown(key, defaultValue).value_or(std::wstring(defaultValue));
 }
 
 std::wstring Settings::GetSetting(SettingKey key, std::wstring_view defaultValue) {
   return GetSetting(KeyText(key), defaultValue);
+}
+
+std::optional<std::wstring> Settings::GetSettingIfKnown(std::wstring_view key,
+                                                        std::wstring_view defaultValue) {
+  return Select(&Database::Run, UpperKey(key), defaultValue);
+}
+
+std::optional<std::wstring> Settings::GetSettingIfKnown(SettingKey key,
+                                                        std::wstring_view defaultValue) {
+  return GetSettingIfKnown(KeyText(key), defaultValue);
+}
+
+std::optional<std::wstring> Settings::GetSettingAtOnce(SettingKey key,
+                                                       std::wstring_view defaultValue) {
+  return Select(&Database::RunAtOnce, KeyText(key), defaultValue);
+}
+
+std::optional<std::wstring> Settings::Select(Runner run, const std::wstring& key,
+                                             std::wstring_view defaultValue) {
+  try {
+    DbRows rows;
+    if (!(database_.*run)(SelectValue(SqlText(key)), rows)) return {};
+    return rows.empty() ? std::wstring(defaultValue) : rows.front().front();
+  } catch (const std::exception&) {
+    return {};
+  }
 }
 
 void Settings::SetSetting(std::wstring_view key, std::wstring_view value) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,10 +20,20 @@ class Settings {
   // Keys are upper-cased (a to z only). Booleans are "YES" and "NO", numbers decimal text.
   std::wstring GetSetting(std::wstring_view key, std::wstring_view defaultValue);
   std::wstring GetSetting(SettingKey key, std::wstring_view defaultValue);
+  // For callers to whom a failure is not the same as a value that is missing: nothing then.
+  std::optional<std::wstring> GetSettingIfKnown(std::wstring_view key,
+                                                std::wstring_view defaultValue);
+  std::optional<std::wstring> GetSettingIfKnown(SettingKey key, std::wstring_view defaultValue);
+  // As above, for callers that must not wait for the database: nothing when it does not answer.
+  std::optional<std::wstring> GetSettingAtOnce(SettingKey key, std::wstring_view defaultValue);
   void SetSetting(std::wstring_view key, std::wstring_view value);
   void SetSetting(SettingKey key, std::wstring_view value);
 
  private:
+  using Runner = bool (Database::*)(const std::wstring& sql, DbRows& rows);
+  std::optional<std::wstring> Select(Runner run, const std::wstring& key,
+                                     std::wstring_view defaultValue);
+
   Database& database_;
 };
 
