@@ -74,6 +74,9 @@ void NetworkAdapter::SetServiceName(std::wstring serviceName) {
   const CriticalSectionLock lock(lock_);
   serviceName_ = std::move(serviceName);
   interfaceIndex_ = index;
+  // What was counted up to here is another card's matter.
+  sentOrigin_ = 0;
+  receivedOrigin_ = 0;
 }
 
 std::wstring NetworkAdapter::ServiceName() const {
@@ -101,12 +104,39 @@ std::uint64_t NetworkAdapter::Read(const Counter& counter) const {
   return counter.extension.Extend(row.*counter.field);
 }
 
+NetworkAdapter::Counter NetworkAdapter::SentCounter() {
+  return {OID_GEN_DIRECTED_BYTES_XMIT, &MIB_IFROW::dwOutOctets, SentBytesExtension()};
+}
+
+NetworkAdapter::Counter NetworkAdapter::ReceivedCounter() {
+  return {OID_GEN_DIRECTED_BYTES_RCV, &MIB_IFROW::dwInOctets, ReceivedBytesExtension()};
+}
+
+NetworkAdapter::Start NetworkAdapter::MoveOrigin() {
+  return {MoveOrigin(SentCounter(), sentOrigin_), MoveOrigin(ReceivedCounter(), receivedOrigin_)};
+}
+
+// By one reading: a counter that passed 2^32 between two of them would count that much too much.
+std::uint32_t NetworkAdapter::MoveOrigin(const Counter& counter, std::uint64_t& origin) {
+  constexpr std::uint64_t kLowBits = 0xFFFFFFFF;
+  const std::uint64_t count = Read(counter);
+  const CriticalSectionLock lock(lock_);
+  origin = count & ~kLowBits;
+  return static_cast<std::uint32_t>(count & kLowBits);
+}
+
+std::uint64_t NetworkAdapter::CountFrom(const std::uint64_t& origin, const Counter& counter) const {
+  const std::uint64_t count = Read(counter);
+  const CriticalSectionLock lock(lock_);
+  return count > origin ? count - origin : 0;
+}
+
 std::uint64_t NetworkAdapter::BytesSent() const {
-  return Read({OID_GEN_DIRECTED_BYTES_XMIT, &MIB_IFROW::dwOutOctets, SentBytesExtension()});
+  return CountFrom(sentOrigin_, SentCounter());
 }
 
 std::uint64_t NetworkAdapter::BytesReceived() const {
-  return Read({OID_GEN_DIRECTED_BYTES_RCV, &MIB_IFROW::dwInOctets, ReceivedBytesExtension()});
+  return CountFrom(receivedOrigin_, ReceivedCounter());
 }
 
 std::wstring NetworkAdapter::MacAddressText() const {

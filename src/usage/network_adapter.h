@@ -1,6 +1,7 @@
 // The network adapter whose traffic is measured: two byte counters, read from the driver's own
-// statistics, or else from the interface table's 32-bit counters, extended over their wraps. Any
-// thread.
+// statistics, or else from the interface table's 32-bit counters, extended over their wraps. Both
+// count from an origin that lies whole multiples of 2^32 above the adapter's own, so that the low
+// 32 bits that a session notes at its start are the whole count. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -24,7 +25,17 @@ class NetworkAdapter {
   std::wstring ServiceName() const;
   DWORD InterfaceIndex() const;
 
-  // Bytes since the adapter began to count; 0 when nothing can be read.
+  // The low 32 bits of both counters.
+  struct Start {
+    std::uint32_t bytesSent = 0;
+    std::uint32_t bytesReceived = 0;
+  };
+  // Moves the origin of each counter as near below it as it can be, and answers what both read
+  // then; 0 for what cannot be read.
+  Start MoveOrigin();
+
+  // Bytes since the origin, at first the moment the adapter began to count; 0 when nothing can be
+  // read, or the counter has fallen below the origin.
   std::uint64_t BytesSent() const;
   std::uint64_t BytesReceived() const;
 
@@ -36,11 +47,17 @@ class NetworkAdapter {
 
  private:
   struct Counter;
+  static Counter SentCounter();
+  static Counter ReceivedCounter();
   std::uint64_t Read(const Counter& counter) const;
+  std::uint32_t MoveOrigin(const Counter& counter, std::uint64_t& origin);
+  std::uint64_t CountFrom(const std::uint64_t& origin, const Counter& counter) const;
 
   mutable CriticalSection lock_;  // the adapter is changed on one thread and read on others
   std::wstring serviceName_;
   DWORD interfaceIndex_ = kUnknownIndex;
+  std::uint64_t sentOrigin_ = 0;
+  std::uint64_t receivedOrigin_ = 0;
 };
 
 }  // namespace quillgate

@@ -54,31 +54,30 @@ std::uint64_t UsageTotal::Sum(DATE from, DATE to) const {
   sql.append(FormatDay(toDay)).append(L" 23:59:59'");
   if (!user_.empty()) sql.append(L" AND User = ").append(SqlText(user_));
   DbRows rows;
-  database_.DbQuery(sql.append(L";"), rows);
+  if (!database_.Run(sql.append(L";"), rows)) throw BusyError();
   return rows.empty() ? 0 : std::wcstoull(rows.front().front().c_str(), nullptr, 10);
 }
 
-std::uint64_t UsageTotal::TodayTotal() const {
+DayRange Today() {
   const SYSTEMTIME now = LocalTime();
   const DATE today = DateOf(now.wYear, now.wMonth, now.wDay);
-  return Sum(today, today);
+  return {today, today};
 }
 
-std::uint64_t UsageTotal::WeekTotal() const {
+DayRange ThisWeek(const WeekCalendar& calendar) {
   const SYSTEMTIME now = LocalTime();
   CalendarWeek week{};
   CalendarDay first{};
-  if (!calendar_.GetWeekOfDate({now.wYear, now.wMonth, now.wDay}, &week)) return 0;
-  if (!calendar_.GetFirstDateOfWeek(week, &first)) return 0;
+  if (!calendar.GetWeekOfDate({now.wYear, now.wMonth, now.wDay}, &week)) return {};
+  if (!calendar.GetFirstDateOfWeek(week, &first)) return {};
   const DATE start = DateOf(first.year, first.month, first.day);
-  const DATE end = start == kInvalidDate ? kInvalidDate : std::trunc(start + kWeekSpan);
-  return Sum(start, end);
+  return {start, start == kInvalidDate ? kInvalidDate : std::trunc(start + kWeekSpan)};
 }
 
-std::uint64_t UsageTotal::MonthTotal() const {
+DayRange ThisMonth() {
   const SYSTEMTIME now = LocalTime();
-  return Sum(DateOf(now.wYear, now.wMonth, 1),
-             DateOf(now.wYear, now.wMonth, DaysInMonth(now.wYear, now.wMonth)));
+  return {DateOf(now.wYear, now.wMonth, 1),
+          DateOf(now.wYear, now.wMonth, DaysInMonth(now.wYear, now.wMonth))};
 }
 
 }  // namespace quillgate

@@ -19,6 +19,18 @@ enum class UsageMeasure { kSeconds, kBytesReceived, kBytesSent };
 // The column of ConnLog that holds the measure: "Seconds", "BytesRecv" or "BytesSent".
 std::wstring_view ColumnOf(UsageMeasure measure);
 
+// Whole days, both included; none when they are the wrong way round.
+struct DayRange {
+  DATE first = 0;
+  DATE last = -1;
+};
+
+// The current periods, by the local time of the call. A period ends with its last day also when
+// that is yet to come. A week that the calendar refuses has no days.
+DayRange Today();
+DayRange ThisWeek(const WeekCalendar& calendar);
+DayRange ThisMonth();
+
 class UsageTotal {
  public:
   // An empty user name means all users.
@@ -26,13 +38,13 @@ class UsageTotal {
              const WeekCalendar& calendar);
 
   // From the start of the first day to the end of the last; 0 if they are the wrong way round, and
-  // then the database is not asked.
+  // then the database is not asked. A database that stays busy is a DBerror: the total is unknown.
   std::uint64_t Sum(DATE from, DATE to) const;
+  std::uint64_t Sum(const DayRange& days) const { return Sum(days.first, days.last); }
 
-  // By the local time of the call; a period ends with its last day also when that is yet to come.
-  std::uint64_t TodayTotal() const;
-  std::uint64_t WeekTotal() const;
-  std::uint64_t MonthTotal() const;
+  std::uint64_t TodayTotal() const { return Sum(Today()); }
+  std::uint64_t WeekTotal() const { return Sum(ThisWeek(calendar_)); }
+  std::uint64_t MonthTotal() const { return Sum(ThisMonth()); }
 
  private:
   UsageMeasure measure_;
