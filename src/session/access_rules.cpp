@@ -4,6 +4,7 @@ namespace quillgate {
 namespace {
 
 constexpr std::uint32_t kSecondsPerMinute = 60;
+constexpr std::uint64_t kMillisecondsPerSecond = 1000;
 constexpr int kMegabyteBits = 20;
 
 // Both limits wrap at 32 bits: 4096 megabytes are none.
@@ -17,6 +18,21 @@ std::uint32_t LimitBytes(const User& user) {
 
 std::uint64_t Left(std::uint64_t used, std::uint32_t limit) {
   return used > limit ? 0 : limit - used;
+}
+
+// Nothing for an unknown period.
+std::optional<DayRange> DaysOf(LimitPeriod period, const WeekCalendar& calendar) {
+  switch (period) {
+    case LimitPeriod::kDay:
+      return Today();
+    case LimitPeriod::kWeek:
+      return ThisWeek(calendar);
+    case LimitPeriod::kMonth:
+      return ThisMonth();
+    case LimitPeriod::kUnknown:
+      break;
+  }
+  return {};
 }
 
 }  // namespace
@@ -37,15 +53,20 @@ std::wstring ReasonText(AccessReason reason, const MessageCatalogue& catalogue) 
 }
 
 AccessRules::AccessRules(const LogonSession& logon, const SessionMeter& meter,
-                         const ConnectionLog& log, Database& database, const WeekCalendar& calendar)
-    : logon_(logon), meter_(meter), log_(log), database_(database), calendar_(calendar) {}
+                         const ConnectionLog& log, const SessionRests& rests, Database& database,
+                         const WeekCalendar& calendar)
+    : logon_(logon),
+      meter_(meter),
+      log_(log),
+      rests_(rests),
+      database_(database),
+      calendar_(calendar) {}
 
-AccessReason AccessRules::CheckAccess(bool refresh) {
+AccessReason AccessRules::CheckAccess() const {
   const std::shared_ptr<const User> current = logon_.CurrentUser();
   if (current == nullptr) return AccessReason::kNobodyLoggedOn;
   // One state of the rules for the whole judgement, whatever the settings change meanwhile.
   const User user = *current;
-  if (refresh) Refresh(user);
   if (user.IsHourBlocked()) return AccessReason::kHourBlocked;
   if (user.TimeLimit().enabled && SecondsUsed() > LimitSeconds(user)) {
     return AccessReason::kTimeUsedUp;
@@ -66,36 +87,34 @@ std::uint64_t AccessRules::BytesLeft() const {
   return user == nullptr ? 0 : Left(BytesUsed(), LimitBytes(*user));
 }
 
-void AccessRules::Refresh(const User& user) {
-  stale_ = true;
+LoggedUsage AccessRules::ReadTotals(const User& user) const {
+  LoggedUsage logged;
+  if (const auto days = DaysOf(user.TimeLimit().period, calendar_)) {
+    const UsageTotal total(UsageMeasure::kSeconds, user.Name(), database_, calendar_);
+    logged.seconds = total.Sum(*days);
+    logged.timeDays = *days;
+  }
+  if (const auto days = DaysOf(user.DownloadLimit().period, calendar_)) {
+    const UsageTotal total(UsageMeasure::kBytesReceived, user.Name(), database_, calendar_);
+    logged.bytes = total.Sum(*days);
+  }
+  return logged;
+}
+
+void AccessRules::EndRefresh(const User& user, const LoggedUsage& logged) {
   const UnwrittenUsage unwritten = log_.UnwrittenOf(user.Name());
-  const std::uint64_t seconds = Total(UsageMeasure::kSeconds, user, user.TimeLimit().period,
-                                      unwritten.seconds, baselineSeconds_);
-  const std::uint64_t bytes = Total(UsageMeasure::kBytesReceived, user, user.DownloadLimit().period,
-                                    unwritten.bytesReceived, baselineBytes_);
-  baselineSeconds_ = seconds;
-  baselineBytes_ = bytes;
+  if (logged.seconds) {
+    baselineSeconds_ = *logged.seconds + unwritten.seconds;
+    baselineMilliseconds_ = rests_.Milliseconds(user.Name(), logged.timeDays);
+  }
+  if (logged.bytes) baselineBytes_ = *logged.bytes + unwritten.bytesReceived;
   stale_ = false;
 }
 
-std::uint64_t AccessRules::Total(UsageMeasure measure, const User& user, LimitPeriod period,
-                                 std::uint64_t unwritten, std::uint64_t otherwise) const {
-  const UsageTotal total(measure, user.Name(), database_, calendar_);
-  switch (period) {
-    case LimitPeriod::kDay:
-      return total.TodayTotal() + unwritten;
-    case LimitPeriod::kWeek:
-      return total.WeekTotal() + unwritten;
-    case LimitPeriod::kMonth:
-      return total.MonthTotal() + unwritten;
-    case LimitPeriod::kUnknown:
-      break;
-  }
-  return otherwise;
-}
-
 std::uint64_t AccessRules::SecondsUsed() const {
-  return meter_.SecondsOnline() + baselineSeconds_;
+  const OnlineTime time = meter_.TimeOnline();
+  return baselineSeconds_ + time.seconds +
+         (baselineMilliseconds_ + time.restMilliseconds) / kMillisecondsPerSecond;
 }
 
 std::uint64_t AccessRules::BytesUsed() const {

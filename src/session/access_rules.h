@@ -1,15 +1,17 @@
 // Decides whether the user who is logged on may be online now, and how much is left. Judges by the
-// user's record alone; administrators are no exception. The totals of the database are asked only
+// user's record alone; administrators are no exception. The totals of the database are taken only
 // for a refresh: in between, the baselines stay as they were, also over midnight. Owned by the
-// session object and used under its lock.
+// session object and used under its lock, but for ReadTotals, which may wait for the database.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "accounts/logon_session.h"
 #include "session/connection_log.h"
 #include "session/session_meter.h"
+#include "session/session_rests.h"
 #include "text/message_catalogue.h"
 #include "usage/usage_total.h"
 
@@ -26,17 +28,30 @@ enum class AccessReason {
 // Empty for kAllowed and kNobodyLoggedOn.
 std::wstring ReasonText(AccessReason reason, const MessageCatalogue& catalogue);
 
+// What the log has of one user in the current periods of the user's limits.
+struct LoggedUsage {
+  std::optional<std::uint64_t> seconds;  // nothing: of an unknown period
+  std::optional<std::uint64_t> bytes;
+  DayRange timeDays;  // of the time limit's period
+};
+
 class AccessRules {
  public:
   AccessRules(const LogonSession& logon, const SessionMeter& meter, const ConnectionLog& log,
-              Database& database, const WeekCalendar& calendar);
+              const SessionRests& rests, Database& database, const WeekCalendar& calendar);
 
-  // Hours come before time, time before download. A limit is used up when it is exceeded. With
-  // `refresh` the user's totals are read first; a DBerror then leaves the baselines as they were.
-  AccessReason CheckAccess(bool refresh);
+  // Hours come before time, time before download. A limit is used up when it is exceeded.
+  AccessReason CheckAccess() const;
 
-  // Whether the last refresh failed, so that the baselines may be those of another user or miss the
-  // last session.
+  // A refresh in three steps, of which the second needs no lock and throws DBerror when the totals
+  // cannot be read; the baselines then stay as they were.
+  void BeginRefresh() { stale_ = true; }
+  LoggedUsage ReadTotals(const User& user) const;
+  // Adds what is not in the log: sessions that are still to be written, and parts of seconds.
+  void EndRefresh(const User& user, const LoggedUsage& logged);
+
+  // Whether the last refresh has not ended, so that the baselines may be those of another user or
+  // miss the last session.
   bool IsStale() const { return stale_; }
 
   // Seconds and bytes before the limit of the user who is logged on is reached, whether or not that
@@ -45,18 +60,17 @@ class AccessRules {
   std::uint64_t BytesLeft() const;
 
  private:
-  void Refresh(const User& user);
-  std::uint64_t Total(UsageMeasure measure, const User& user, LimitPeriod period,
-                      std::uint64_t unwritten, std::uint64_t otherwise) const;
   std::uint64_t SecondsUsed() const;
   std::uint64_t BytesUsed() const;
 
   const LogonSession& logon_;
   const SessionMeter& meter_;
   const ConnectionLog& log_;
+  const SessionRests& rests_;
   Database& database_;
   const WeekCalendar& calendar_;
   std::uint64_t baselineSeconds_ = 0;
+  std::uint64_t baselineMilliseconds_ = 0;  // on top of the seconds
   std::uint64_t baselineBytes_ = 0;
   bool stale_ = false;
 };

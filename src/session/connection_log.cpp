@@ -20,41 +20,51 @@ std::wstring InsertStatement(std::wstring_view table, const SessionRecord& sessi
 
 }  // namespace
 
-void ConnectionLog::Finish(const SessionRecord& session) {
-  unwritten_.push_back({session, InsertStatement(kFinishedSessions, session)});
-  Apply({});
-}
-
-void ConnectionLog::Snapshot(const SessionRecord& session) {
-  Apply(InsertStatement(kRunningSession, session));
-}
-
-void ConnectionLog::Recover() {
+void ConnectionLog::KeepCrashed() {
   // With a finished session still unwritten, CrashLog holds an older state of that same session.
   if (unwritten_.empty()) recoveryDue_ = true;
-  Apply({});
+}
+
+ConnectionLog::Batch ConnectionLog::Due(const std::optional<SessionRecord>& running) {
+  Batch batch{.recovers = recoveryDue_, .finished = {}, .running = {}};
+  for (auto session = unwritten_.begin(); session != unwritten_.end(); ++session) {
+    try {
+      batch.finished.push_back(InsertStatement(kFinishedSessions, *session));
+    } catch (const DBerror&) {
+      // It would fail for ever and hold up the others.
+      unwritten_.erase(session);
+      throw;
+    }
+  }
+  if (running) batch.running = InsertStatement(kRunningSession, *running);
+  return batch;
+}
+
+void ConnectionLog::Write(const Batch& batch) {
+  DbTransaction transaction(database_);
+  if (batch.recovers) database_.DbExecute(L"INSERT INTO ConnLog SELECT * FROM CrashLog;");
+  for (const std::wstring& statement : batch.finished)
+    database_.DbExecute(statement);
+  database_.DbExecute(L"DELETE FROM CrashLog;");
+  if (!batch.running.empty()) database_.DbExecute(batch.running);
+  transaction.Commit();
+}
+
+void ConnectionLog::Forget(const Batch& batch) {
+  // Sessions that have ended since stand behind those of the batch.
+  unwritten_.erase(unwritten_.begin(),
+                   unwritten_.begin() + static_cast<std::ptrdiff_t>(batch.finished.size()));
+  if (batch.recovers) recoveryDue_ = false;
 }
 
 UnwrittenUsage ConnectionLog::UnwrittenOf(std::wstring_view user) const {
   UnwrittenUsage usage;
-  for (const Unwritten& each : unwritten_) {
-    if (each.session.user != user) continue;
-    usage.seconds += each.session.seconds;
-    usage.bytesReceived += each.session.bytesReceived;
+  for (const SessionRecord& each : unwritten_) {
+    if (each.user != user) continue;
+    usage.seconds += each.seconds;
+    usage.bytesReceived += each.bytesReceived;
   }
   return usage;
-}
-
-void ConnectionLog::Apply(const std::wstring& snapshot) {
-  DbTransaction transaction(database_);
-  if (recoveryDue_) database_.DbExecute(L"INSERT INTO ConnLog SELECT * FROM CrashLog;");
-  for (const Unwritten& each : unwritten_)
-    database_.DbExecute(each.statement);
-  database_.DbExecute(L"DELETE FROM CrashLog;");
-  if (!snapshot.empty()) database_.DbExecute(snapshot);
-  transaction.Commit();
-  unwritten_.clear();
-  recoveryDue_ = false;
 }
 
 }  // namespace quillgate

@@ -1,10 +1,12 @@
 // The log of sessions: finished ones in the table ConnLog, the running one mirrored in CrashLog, so
-// that a crash costs no more than what happened since the last snapshot. Every operation is one
-// transaction. A finished session that the database would not take is kept and written with the
-// next operation that succeeds. Owned by the session object and used under its lock.
+// that a crash costs no more than what happened since the last snapshot. A finished session that
+// the database would not take is kept and written with the next batch that succeeds. Owned by the
+// session object: everything but Write is used under its lock, and Write, which may wait for the
+// database, outside of it and by one thread at a time.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,37 +24,34 @@ struct UnwrittenUsage {
 
 class ConnectionLog {
  public:
+  // The statements of one transaction, of one moment's state.
+  struct Batch {
+    bool recovers = false;
+    std::vector<std::wstring> finished;
+    std::wstring running;  // empty: CrashLog is emptied
+  };
+
   explicit ConnectionLog(Database& database) : database_(database) {}
 
-  // Each throws DBerror. A user name that cannot stand in a statement fails for good: nothing of
-  // that session is kept.
+  // The session is over and is to be written.
+  void Keep(const SessionRecord& session) { unwritten_.push_back(session); }
+  // What a crash left in CrashLog is to be moved to ConnLog.
+  void KeepCrashed();
 
-  // The session is over: writes it to ConnLog and empties CrashLog.
-  void Finish(const SessionRecord& session);
-
-  // Replaces what CrashLog holds by the running session.
-  void Snapshot(const SessionRecord& session);
-
-  // Writes what an earlier failure left to be written, and empties CrashLog.
-  void Settle() { Apply({}); }
-
-  // Moves what a crash left in CrashLog to ConnLog.
-  void Recover();
+  // Everything that is to be written, and the session that CrashLog shall hold afterwards. Throws
+  // DBerror for a session whose user's name cannot stand in a statement, which is given up.
+  Batch Due(const std::optional<SessionRecord>& running);
+  // Writes all of the batch or nothing. Throws DBerror.
+  void Write(const Batch& batch);
+  // The batch was written.
+  void Forget(const Batch& batch);
 
   bool HasUnwritten() const { return recoveryDue_ || !unwritten_.empty(); }
   UnwrittenUsage UnwrittenOf(std::wstring_view user) const;
 
  private:
-  struct Unwritten {
-    SessionRecord session;
-    std::wstring statement;
-  };
-
-  // Everything that is due, then CrashLog holds what `snapshot` inserts, which may be empty.
-  void Apply(const std::wstring& snapshot);
-
   Database& database_;
-  std::vector<Unwritten> unwritten_;
+  std::vector<SessionRecord> unwritten_;
   bool recoveryDue_ = false;
 };
 

@@ -14,16 +14,43 @@ void LimitWarnings::Clear() {
   downloadWarningShown_ = false;
 }
 
-void LimitWarnings::WarnIfDue(const User& user, const AccessRules& rules) {
-  if (!timeWarningShown_ && user.TimeLimit().enabled) WarnOfTime(rules.TimeLeft());
-  if (!downloadWarningShown_ && user.DownloadLimit().enabled) WarnOfDownload(rules.BytesLeft());
+bool LimitWarnings::MayBeDue(const User& user) const {
+  return (!timeWarningShown_ && user.TimeLimit().enabled) ||
+         (!downloadWarningShown_ && user.DownloadLimit().enabled);
+}
+
+WarningThresholds LimitWarnings::ReadThresholds(const User& user) const {
+  const auto isOn = [this](SettingKey key, std::wstring_view defaultValue) {
+    return settings_.GetSetting(key, defaultValue) == kYes;
+  };
+  WarningThresholds thresholds;
+  if (user.TimeLimit().enabled && isOn(SettingKey::kTimeWarnings, kYes)) {
+    const std::uint64_t minutes =
+        SettingNumber(settings_.GetSetting(SettingKey::kTimeWarningMinutes, L"10"));
+    thresholds.seconds = minutes * kSecondsPerMinute;
+  }
+  if (user.DownloadLimit().enabled && isOn(SettingKey::kDownloadWarnings, kNo)) {
+    // Wraps at 32 bits: 4096 megabytes are none.
+    thresholds.bytes =
+        SettingNumber(settings_.GetSetting(SettingKey::kDownloadWarningMegabytes, L"0")) *
+        kBytesPerMegabyte;
+  }
+  return thresholds;
+}
+
+void LimitWarnings::WarnIfDue(const User& user, const WarningThresholds& thresholds,
+                              const AccessRules& rules) {
+  const std::uint64_t secondsLeft = rules.TimeLeft();
+  if (!timeWarningShown_ && user.TimeLimit().enabled && secondsLeft < thresholds.seconds) {
+    WarnOfTime(secondsLeft);
+  }
+  const std::uint64_t bytesLeft = rules.BytesLeft();
+  if (!downloadWarningShown_ && user.DownloadLimit().enabled && bytesLeft < thresholds.bytes) {
+    WarnOfDownload(bytesLeft);
+  }
 }
 
 void LimitWarnings::WarnOfTime(std::uint64_t secondsLeft) {
-  if (settings_.GetSetting(SettingKey::kTimeWarnings, kYes) != kYes) return;
-  const std::uint64_t minutes =
-      SettingNumber(settings_.GetSetting(SettingKey::kTimeWarningMinutes, L"10"));
-  if (secondsLeft >= minutes * kSecondsPerMinute) return;
   const auto minutesLeft = static_cast<unsigned>(secondsLeft / kSecondsPerMinute + 1);
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgMinutesLeft, minutesLeft), Title(),
                          BalloonIcon::kWarning, 0);
@@ -31,12 +58,6 @@ void LimitWarnings::WarnOfTime(std::uint64_t secondsLeft) {
 }
 
 void LimitWarnings::WarnOfDownload(std::uint64_t bytesLeft) {
-  if (settings_.GetSetting(SettingKey::kDownloadWarnings, kNo) != kYes) return;
-  // The threshold wraps at 32 bits: 4096 megabytes are none.
-  const std::uint32_t threshold =
-      SettingNumber(settings_.GetSetting(SettingKey::kDownloadWarningMegabytes, L"0")) *
-      kBytesPerMegabyte;
-  if (bytesLeft >= threshold) return;
   downloadWarningShown_ = true;
   const auto megabytesLeft = static_cast<unsigned>(bytesLeft >> kMegabyteBits);
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgMegabytesLeft, megabytesLeft), Title(),

@@ -10,13 +10,25 @@
 
 namespace quillgate {
 
+// Below what is left a warning is due; 0: never.
+struct WarningThresholds {
+  std::uint64_t seconds = 0;
+  std::uint32_t bytes = 0;
+};
+
 class LimitWarnings {
  public:
   LimitWarnings(Settings& settings, const MessageCatalogue& catalogue, GateIndicator& indicator)
       : settings_(settings), catalogue_(catalogue), indicator_(indicator) {}
 
+  // Whether the user has limits of which no warning has been given since Clear.
+  bool MayBeDue(const User& user) const;
+
+  // Of the user's limits. Needs no lock, for it may wait for the database.
+  WarningThresholds ReadThresholds(const User& user) const;
+
   // Gives the warnings that are due to this user and have not been given since Clear.
-  void WarnIfDue(const User& user, const AccessRules& rules);
+  void WarnIfDue(const User& user, const WarningThresholds& thresholds, const AccessRules& rules);
 
   // Both warnings may be given again.
   void Clear();

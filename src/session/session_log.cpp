@@ -1,5 +1,7 @@
 #include "session/session_log.h"
 
+#include <exception>
+
 #include "usage/adapter_list.h"
 
 namespace quillgate {
@@ -11,7 +13,8 @@ SessionLog::SessionLog(const SessionSurroundings& surroundings)
       indicator_(surroundings.indicator),
       meter_(surroundings.logon),
       log_(surroundings.database),
-      rules_(surroundings.logon, meter_, log_, surroundings.database, surroundings.calendar),
+      rules_(surroundings.logon, meter_, log_, rests_, surroundings.database,
+             surroundings.calendar),
       warnings_(surroundings.settings, surroundings.catalogue, surroundings.indicator) {
   indicator_.SetIcon(GateIcon::kUndecided);
   indicator_.Show();
@@ -29,8 +32,21 @@ SessionLog::~SessionLog() {
   hook_.Stop();
 }
 
+void SessionLog::OpenForGood() {
+  // Whoever holds the lock for longer has stopped for good.
+  constexpr DWORD kPatienceMilliseconds = 1000;
+  // Never left, so that no cycle closes the gate again before the process ends.
+  [[maybe_unused]] const bool entered = lock_.TryEnter(kPatienceMilliseconds);
+  hook_.Pass();
+  hook_.Stop();
+}
+
 void SessionLog::Enable() {
   const CriticalSectionLock hold(lock_);
+  OpenGate();
+}
+
+void SessionLog::OpenGate() {
   meter_.NoteCounters();
   hook_.Pass();
   meter_.NoteTime();
@@ -38,10 +54,35 @@ void SessionLog::Enable() {
 }
 
 void SessionLog::Disable() {
+  NoteLocalPolicy();
   const CriticalSectionLock hold(lock_);
-  hook_.Block(settings_.GetSetting(SettingKey::kLocalTrafficAllowed, kNo) == kYes);
+  CloseGate();
+}
+
+void SessionLog::CloseGate() {
+  hook_.Block(localAllowed_);
+  EndMeasuring();
+}
+
+// Nothing passes any more before the numbers are taken, which so are those of that moment.
+void SessionLog::EndMeasuredSession() {
+  hook_.Block(localAllowed_);
+  if (const auto user = logon_.CurrentUser()) {
+    const SessionRecord session = meter_.Record(user->Name());
+    rests_.Add(session);
+    log_.Keep(session);
+  }
+  EndMeasuring();
+}
+
+void SessionLog::EndMeasuring() {
   meter_.End();
   ShowGate(GateIcon::kDisabled, kMsgConnectionDisabled);
+}
+
+void SessionLog::NoteLocalPolicy() {
+  const auto setting = settings_.GetSettingAtOnce(SettingKey::kLocalTrafficAllowed, kNo);
+  if (setting) localAllowed_ = *setting == kYes;
 }
 
 bool SessionLog::IsOnline() const {
@@ -94,40 +135,70 @@ void SessionLog::ReloadAdapter() {
 }
 
 void SessionLog::EndSession() {
-  const CriticalSectionLock hold(lock_);
-  warnings_.Clear();
-  sessionEnded_ = true;
-  std::exception_ptr failure;
-  try {
-    if (logon_.IsLoggedOn()) {
-      FinishSession();
-    } else {
-      log_.Settle();
-    }
-  } catch (...) {
-    failure = std::current_exception();
+  NoteLocalPolicy();
+  {
+    const CriticalSectionLock hold(lock_);
+    warnings_.Clear();
+    sessionEnded_ = true;
+    EndMeasuredSession();
   }
-  Disable();
-  if (failure) std::rethrow_exception(failure);
+  WriteFinished();
+}
+
+void SessionLog::Write(const std::function<ConnectionLog::Batch()>& due) {
+  const CriticalSectionLock turn(databaseTurn_);
+  ConnectionLog::Batch batch;
+  {
+    // What is finished and what still runs, of one moment: a session must not be both or neither.
+    const CriticalSectionLock hold(lock_);
+    batch = due();
+  }
+  log_.Write(batch);
+  const CriticalSectionLock hold(lock_);
+  log_.Forget(batch);
+}
+
+void SessionLog::WriteFinished() {
+  Write([this] { return log_.Due({}); });
 }
 
 void SessionLog::SnapshotSession() {
-  const CriticalSectionLock hold(lock_);
-  if (const auto user = logon_.CurrentUser()) {
-    log_.Snapshot(meter_.Record(user->Name()));
-  } else if (log_.HasUnwritten()) {
-    log_.Settle();
+  {
+    const CriticalSectionLock hold(lock_);
+    if (!logon_.IsLoggedOn() && !log_.HasUnwritten()) return;
   }
+  Write([this] {
+    const auto user = logon_.CurrentUser();
+    return log_.Due(user == nullptr ? std::nullopt : std::optional(meter_.Record(user->Name())));
+  });
 }
 
 void SessionLog::RecoverSessions() {
+  {
+    const CriticalSectionLock hold(lock_);
+    log_.KeepCrashed();
+  }
+  WriteFinished();
+}
+
+void SessionLog::RefreshTotals() {
+  const CriticalSectionLock turn(databaseTurn_);
+  const std::shared_ptr<const User> current = logon_.CurrentUser();
+  if (current == nullptr) return;
+  const User user = *current;
+  {
+    const CriticalSectionLock hold(lock_);
+    rules_.BeginRefresh();
+  }
+  const LoggedUsage logged = rules_.ReadTotals(user);
   const CriticalSectionLock hold(lock_);
-  log_.Recover();
+  rules_.EndRefresh(user, logged);
 }
 
 AccessReason SessionLog::CheckAccess(bool refresh) {
+  if (refresh) RefreshTotals();
   const CriticalSectionLock hold(lock_);
-  return rules_.CheckAccess(refresh);
+  return rules_.CheckAccess();
 }
 
 std::wstring SessionLog::ReasonText(AccessReason reason) const {
@@ -145,61 +216,85 @@ std::uint64_t SessionLog::BytesLeft() const {
 }
 
 void SessionLog::RunEnforcementCycle() {
-  const CriticalSectionLock hold(lock_);
-  SwitchGate();
-  const auto user = logon_.CurrentUser();
-  if (meter_.IsOnline() && user != nullptr) warnings_.WarnIfDue(*user, rules_);
+  if (MustKnowTotals()) RefreshTotals();
+  NoteLocalPolicy();
+  if (SwitchGate()) WriteClosedSession();
+  GiveWarnings();
   SnapshotSession();
 }
 
-void SessionLog::SwitchGate() {
-  // A closed gate is not opened on totals that could not be read; an open one is judged by the last
-  // that could.
-  const bool refresh = rules_.IsStale() && !meter_.IsOnline();
-  const AccessReason reason = rules_.CheckAccess(refresh);
-  if (meter_.IsOnline()) {
-    if (reason != AccessReason::kAllowed) CloseFor(reason);
-    return;
-  }
-  if (reason != AccessReason::kAllowed || sessionEnded_) return;
-  Enable();
-  indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
-                         catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);
+// A closed gate is not opened on totals that could not be read; an open one is judged by the last
+// that could.
+bool SessionLog::MustKnowTotals() const {
+  const CriticalSectionLock hold(lock_);
+  return rules_.IsStale() && !meter_.IsOnline();
 }
 
-void SessionLog::CloseFor(AccessReason reason) {
+bool SessionLog::SwitchGate() {
+  const CriticalSectionLock hold(lock_);
+  const AccessReason reason = rules_.CheckAccess();
+  if (meter_.IsOnline()) {
+    if (reason == AccessReason::kAllowed) return false;
+    EndMeasuredSession();
+    TellDisabled(ReasonText(reason));
+    return log_.HasUnwritten();
+  }
+  if (reason != AccessReason::kAllowed || sessionEnded_ || rules_.IsStale()) {
+    // Others may have changed the machine's packet filter meanwhile.
+    hook_.Block(localAllowed_);
+    return false;
+  }
+  OpenGate();
+  indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
+                         catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);
+  return false;
+}
+
+void SessionLog::WriteClosedSession() {
   std::exception_ptr failure;
   try {
-    FinishSession();
+    WriteFinished();
   } catch (...) {
     failure = std::current_exception();
   }
-  try {
-    // The session that was just written now counts among the totals.
-    rules_.CheckAccess(true);
-  } catch (...) {
-    failure = std::current_exception();
-  }
-  Disable();
-  TellDisabled(ReasonText(reason));
+  // The session that was just written now counts among the totals.
+  RefreshTotals();
   if (failure) std::rethrow_exception(failure);
 }
 
-void SessionLog::FinishSession() {
-  const auto user = logon_.CurrentUser();
-  if (user != nullptr) log_.Finish(meter_.Record(user->Name()));
+void SessionLog::GiveWarnings() {
+  std::shared_ptr<const User> user;
+  {
+    const CriticalSectionLock hold(lock_);
+    user = logon_.CurrentUser();
+    if (user == nullptr || !meter_.IsOnline() || !warnings_.MayBeDue(*user)) return;
+  }
+  const WarningThresholds thresholds = warnings_.ReadThresholds(*user);
+  const CriticalSectionLock hold(lock_);
+  if (logon_.CurrentUser() == user && meter_.IsOnline()) {
+    warnings_.WarnIfDue(*user, thresholds, rules_);
+  }
 }
 
 void SessionLog::Reevaluate() {
+  try {
+    RefreshTotals();
+  } catch (...) {
+    // The gate stays as it is; a cycle that can read the totals decides.
+    const CriticalSectionLock hold(lock_);
+    sessionEnded_ = false;
+    throw;
+  }
+  NoteLocalPolicy();
   const CriticalSectionLock hold(lock_);
   sessionEnded_ = false;
-  const AccessReason reason = rules_.CheckAccess(true);
   warnings_.Clear();
+  const AccessReason reason = rules_.CheckAccess();
   if (reason == AccessReason::kAllowed) {
-    Enable();
+    OpenGate();
     return;
   }
-  Disable();
+  CloseGate();
   const std::wstring text = ReasonText(reason);
   if (!text.empty()) TellDisabled(text);
 }

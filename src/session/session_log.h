@@ -1,10 +1,15 @@
 // The session object: opens and closes the gate for the user who is logged on, measures and logs
 // the session, and enforces the rules. The process has one, made by service/ on the service main
-// thread and destroyed at process exit. Every operation may be called on any thread and is atomic
-// to the others; none waits for a person.
+// thread and destroyed at process exit. Every operation may be called on any thread; none waits for
+// a person.
+//
+// What is decided, measured and shown is under one lock, which nobody holds while the database is
+// asked: a file that is in use takes seconds to answer, and closing does not wait for it. One
+// operation at a time asks the database. Order: the database's turn, then the lock.
 #pragma once
 
-#include <exception>
+#include <atomic>
+#include <functional>
 #include <string>
 
 #include "gate/ip_filter_hook.h"
@@ -13,6 +18,7 @@
 #include "session/gate_indicator.h"
 #include "session/limit_warnings.h"
 #include "session/session_meter.h"
+#include "session/session_rests.h"
 
 namespace quillgate {
 
@@ -48,12 +54,16 @@ class SessionLog final : public SessionControl {
   // Opens the gate and starts a session, also when the gate is open. Without a driver only the
   // program's own state and the icon change.
   void Enable();
-  // Closes the gate and ends the measuring. Local traffic passes if the settings say exactly "YES".
+  // Closes the gate and ends the measuring. Local traffic passes if the settings say exactly "YES";
+  // while the database does not answer, they say what they said last.
   void Disable();
   bool IsOnline() const;
   bool IsHookAvailable() const;
   // Why the hook is not available; 0 when it is.
   DWORD HookError() const;
+  // For a process that ends though one of its threads does not: what the destructor does at the
+  // gate. Nothing can be decided afterwards.
+  void OpenForGood();
 
   // --- measuring; see SessionMeter ---
   std::uint32_t SecondsOnline() const;
@@ -67,8 +77,8 @@ class SessionLog final : public SessionControl {
   void ReloadAdapter();
 
   // --- log; each throws DBerror ---
-  // Writes the session to ConnLog, empties CrashLog and closes the gate, which is closed also when
-  // the database fails. The gate then stays closed until the next Reevaluate.
+  // Closes the gate, writes the session to ConnLog and empties CrashLog. The gate stays closed
+  // until the next Reevaluate.
   void EndSession() override;
   // Mirrors the session of the user who is logged on in CrashLog.
   void SnapshotSession();
@@ -83,15 +93,29 @@ class SessionLog final : public SessionControl {
 
   // --- enforcement; both throw DBerror ---
   // Switches the gate by the rules, gives the warnings, mirrors the session. A gate that must close
-  // is closed whatever the database does.
+  // is closed whatever the database does, and one that is closed is told so again.
   void RunEnforcementCycle();
   // After a logon or a change of users: opens the gate, which starts a session, or closes it.
   void Reevaluate() override;
 
  private:
-  void SwitchGate();
-  void CloseFor(AccessReason reason);
-  void FinishSession();
+  // With the lock held.
+  void OpenGate();
+  void CloseGate();
+  void EndMeasuredSession();
+  void EndMeasuring();
+  // Whether the gate was closed and has left a session to be written.
+  bool SwitchGate();
+  bool MustKnowTotals() const;
+
+  // Each may wait for the database; the lock must not be held.
+  void NoteLocalPolicy();
+  void RefreshTotals();
+  void Write(const std::function<ConnectionLog::Batch()>& due);
+  void WriteFinished();
+  void WriteClosedSession();
+  void GiveWarnings();
+
   void ShowGate(GateIcon icon, MessageId state);
   void TellDisabled(const std::wstring& reasonText);
 
@@ -99,14 +123,18 @@ class SessionLog final : public SessionControl {
   const MessageCatalogue& catalogue_;
   const LogonSession& logon_;
   GateIndicator& indicator_;
+  CriticalSection databaseTurn_;
   mutable CriticalSection lock_;
   IpFilterHook hook_;
   SessionMeter meter_;
+  SessionRests rests_;
   ConnectionLog log_;
   AccessRules rules_;
   LimitWarnings warnings_;
   // Between a log-off and the next decision about a user, when the gate must not open by itself.
   bool sessionEnded_ = false;
+  // What the settings said last.
+  std::atomic<bool> localAllowed_{false};
 };
 
 }  // namespace quillgate

@@ -24,11 +24,7 @@ void SessionMeter::SetAdapterName(std::wstring serviceName) {
 }
 
 void SessionMeter::NoteCounters() {
-  bytesSentAtStart_ = 0;
-  bytesReceivedAtStart_ = 0;
-  if (adapter_ == nullptr) return;
-  bytesSentAtStart_ = static_cast<std::uint32_t>(adapter_->BytesSent());
-  bytesReceivedAtStart_ = static_cast<std::uint32_t>(adapter_->BytesReceived());
+  start_ = adapter_ == nullptr ? NetworkAdapter::Start{} : adapter_->MoveOrigin();
 }
 
 void SessionMeter::NoteTime() {
@@ -46,25 +42,28 @@ bool SessionMeter::IsMeasuring() const {
   return online_ && logon_.IsLoggedOn();
 }
 
-std::uint32_t SessionMeter::SecondsOnline() const {
-  if (!IsMeasuring()) return 0;
+OnlineTime SessionMeter::TimeOnline() const {
+  if (!IsMeasuring()) return {};
   const DWORD now = ::GetTickCount();
-  if (now >= startTick_) return (now - startTick_) / kMillisecondsPerSecond;
-  return now / kMillisecondsPerSecond + kSecondsPerTickTurn;
+  const DWORD elapsed = now >= startTick_ ? now - startTick_ : now;
+  const std::uint32_t seconds = elapsed / kMillisecondsPerSecond;
+  return {now >= startTick_ ? seconds : seconds + kSecondsPerTickTurn,
+          elapsed % kMillisecondsPerSecond};
 }
 
 std::uint64_t SessionMeter::BytesReceived() const {
   if (adapter_ == nullptr || !IsMeasuring()) return 0;
-  return CountedSince(bytesReceivedAtStart_, adapter_->BytesReceived());
+  return CountedSince(start_.bytesReceived, adapter_->BytesReceived());
 }
 
 std::uint64_t SessionMeter::BytesSent() const {
   if (adapter_ == nullptr || !IsMeasuring()) return 0;
-  return CountedSince(bytesSentAtStart_, adapter_->BytesSent());
+  return CountedSince(start_.bytesSent, adapter_->BytesSent());
 }
 
 SessionRecord SessionMeter::Record(const std::wstring& user) const {
-  return {user, SecondsOnline(), BytesSent(), BytesReceived(), startDate_};
+  const OnlineTime time = TimeOnline();
+  return {user, time.seconds, BytesSent(), BytesReceived(), startDate_, time.restMilliseconds};
 }
 
 }  // namespace quillgate

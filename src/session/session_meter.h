@@ -21,6 +21,13 @@ struct SessionRecord {
   std::uint64_t bytesSent = 0;
   std::uint64_t bytesReceived = 0;
   DATE startDate = kInvalidDate;
+  // By which it was longer than its seconds; no row has room for it.
+  std::uint32_t restMilliseconds = 0;
+};
+
+struct OnlineTime {
+  std::uint32_t seconds = 0;
+  std::uint32_t restMilliseconds = 0;
 };
 
 class SessionMeter {
@@ -42,10 +49,11 @@ class SessionMeter {
 
   bool IsOnline() const { return online_; }
 
-  // All three are 0 while nobody is logged on or the gate is closed. Seconds come from the tick
+  // All are 0 while nobody is logged on or the gate is closed. Seconds come from the tick
   // count and are off by the start tick once that count has wrapped; bytes start from the low 32
   // bits of the adapter's counter.
-  std::uint32_t SecondsOnline() const;
+  OnlineTime TimeOnline() const;
+  std::uint32_t SecondsOnline() const { return TimeOnline().seconds; }
   std::uint64_t BytesReceived() const;
   std::uint64_t BytesSent() const;
 
@@ -60,8 +68,7 @@ class SessionMeter {
 
   const LogonSession& logon_;
   std::unique_ptr<NetworkAdapter> adapter_;
-  std::uint32_t bytesSentAtStart_ = 0;
-  std::uint32_t bytesReceivedAtStart_ = 0;
+  NetworkAdapter::Start start_;  // the counters
   DATE startDate_ = kInvalidDate;
   DWORD startTick_ = 0;
   bool online_ = true;

@@ -20,61 +20,74 @@ class ConnectionLogTest : public SessionTest {
     return {user, seconds, L"1000", L"65536", L"2005-03-14 18:05:09"};
   }
 
+  static void Write(ConnectionLog& log, const std::optional<SessionRecord>& running) {
+    const ConnectionLog::Batch batch = log.Due(running);
+    log.Write(batch);
+    log.Forget(batch);
+  }
+  void Finish(const SessionRecord& session) {
+    log_.Keep(session);
+    Write(log_, {});
+  }
+  void Snapshot(const SessionRecord& session) { Write(log_, session); }
+
   ConnectionLog log_{database_};
 };
 
 TEST_F(ConnectionLogTest, AFinishedSessionIsWrittenColumnByColumn) {
-  log_.Finish(Session(L"Anna", 3725));
+  Finish(Session(L"Anna", 3725));
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"3725")));
 }
 
 TEST_F(ConnectionLogTest, AnInvalidStartIsWrittenAsAnEmptyText) {
   SessionRecord session = Session(L"Anna", 1);
   session.startDate = kInvalidDate;
-  log_.Finish(session);
+  Finish(session);
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(DbRow{L"Anna", L"1", L"1000", L"65536", L""}));
 }
 
 TEST_F(ConnectionLogTest, CountsOf64BitsAreWrittenWhole) {
   SessionRecord session = Session(L"Anna", 0xFFFFFFFFFFFFFFFF);
-  log_.Snapshot(session);
+  Snapshot(session);
   EXPECT_EQ(Rows(L"CrashLog").at(0).at(1), L"18446744073709551615");
 }
 
 TEST_F(ConnectionLogTest, TwoSnapshotsLeaveOneRow) {
-  log_.Snapshot(Session(L"Anna", 1));
-  log_.Snapshot(Session(L"Anna", 2));
+  Snapshot(Session(L"Anna", 1));
+  Snapshot(Session(L"Anna", 2));
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"2")));
 }
 
 TEST_F(ConnectionLogTest, ACrashedSessionIsRecoveredOnce) {
-  log_.Snapshot(Session(L"Anna", 20));
+  Snapshot(Session(L"Anna", 20));
   ConnectionLog next(database_);
-  next.Recover();
-  next.Recover();
+  for (int start = 0; start < 2; ++start) {
+    next.KeepCrashed();
+    Write(next, {});
+  }
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"20")));
   EXPECT_THAT(Rows(L"CrashLog"), IsEmpty());
 }
 
 TEST_F(ConnectionLogTest, ASnapshotThatFailsKeepsTheOneBefore) {
-  log_.Snapshot(Session(L"Anna", 1));
+  Snapshot(Session(L"Anna", 1));
   BreakWritesTo(L"CrashLog");
-  EXPECT_THROW(log_.Snapshot(Session(L"Anna", 2)), DBerror);
+  EXPECT_THROW(Snapshot(Session(L"Anna", 2)), DBerror);
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"1")));
 }
 
 TEST_F(ConnectionLogTest, AFinishedSessionThatCannotBeWrittenIsCountedAndWrittenLater) {
-  log_.Snapshot(Session(L"Anna", 20));
+  Snapshot(Session(L"Anna", 20));
   BreakWritesTo(L"ConnLog");
-  EXPECT_THROW(log_.Finish(Session(L"Anna", 30)), DBerror);
+  EXPECT_THROW(Finish(Session(L"Anna", 30)), DBerror);
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"20"))) << "its only trace is gone";
   EXPECT_EQ(log_.UnwrittenOf(L"Anna").seconds, 30u);
   EXPECT_EQ(log_.UnwrittenOf(L"Anna").bytesReceived, 65536u);
   EXPECT_EQ(log_.UnwrittenOf(L"Bo").seconds, 0u);
-  EXPECT_THROW(log_.Snapshot(Session(L"Bo", 0)), DBerror);
+  EXPECT_THROW(Snapshot(Session(L"Bo", 0)), DBerror);
 
   MendWrites();
-  log_.Snapshot(Session(L"Bo", 5));
+  Snapshot(Session(L"Bo", 5));
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"30")));
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Bo", L"5")));
   EXPECT_EQ(log_.UnwrittenOf(L"Anna").seconds, 0u);
@@ -82,31 +95,33 @@ TEST_F(ConnectionLogTest, AFinishedSessionThatCannotBeWrittenIsCountedAndWritten
 }
 
 TEST_F(ConnectionLogTest, ARecoveryThatFailsIsMadeUpForBeforeTheNextSnapshot) {
-  log_.Snapshot(Session(L"Anna", 20));
+  Snapshot(Session(L"Anna", 20));
   ConnectionLog next(database_);
   BreakWritesTo(L"ConnLog");
-  EXPECT_THROW(next.Recover(), DBerror);
+  next.KeepCrashed();
+  EXPECT_THROW(Write(next, {}), DBerror);
   MendWrites();
-  next.Snapshot(Session(L"Bo", 1));
+  Write(next, Session(L"Bo", 1));
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"20")));
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Bo", L"1")));
 }
 
 TEST_F(ConnectionLogTest, ASessionIsNotRecoveredFromItsSnapshotWhenItsEndIsStillToBeWritten) {
-  log_.Snapshot(Session(L"Anna", 20));
+  Snapshot(Session(L"Anna", 20));
   BreakWritesTo(L"ConnLog");
-  EXPECT_THROW(log_.Finish(Session(L"Anna", 30)), DBerror);
+  EXPECT_THROW(Finish(Session(L"Anna", 30)), DBerror);
   MendWrites();
-  log_.Recover();
+  log_.KeepCrashed();
+  Write(log_, {});
   EXPECT_THAT(Rows(L"ConnLog"), ElementsAre(Row(L"Anna", L"30")));
   EXPECT_THAT(Rows(L"CrashLog"), IsEmpty());
 }
 
 TEST_F(ConnectionLogTest, ANameWithAnApostropheFailsAndSmugglesNothing) {
-  log_.Snapshot(Session(L"Anna", 20));
+  Snapshot(Session(L"Anna", 20));
   const std::wstring name = L"x', '1', '1', '1', '1'); DELETE FROM CrashLog; --";
-  EXPECT_THROW(log_.Finish(Session(name, 1)), DBerror);
-  EXPECT_THROW(log_.Snapshot(Session(name, 1)), DBerror);
+  EXPECT_THROW(Finish(Session(name, 1)), DBerror);
+  EXPECT_THROW(Snapshot(Session(name, 1)), DBerror);
   EXPECT_THAT(Rows(L"ConnLog"), IsEmpty());
   EXPECT_THAT(Rows(L"CrashLog"), ElementsAre(Row(L"Anna", L"20")));
   EXPECT_FALSE(log_.HasUnwritten()) << "it would fail for ever and hold up the others";

@@ -1,5 +1,7 @@
 // The enforcement cycle, the decisions at logon and log-off, and what becomes of both when the
 // database fails.
+#include <thread>
+
 #include "session_test.h"
 
 namespace quillgate {
@@ -268,6 +270,46 @@ TEST_F(EnforcementTest, TimeThatCouldNotBeWrittenIsNotGivenAgain) {
 
   MendWrites();
   session_->RunEnforcementCycle();
+  EXPECT_EQ(Rows(L"ConnLog").at(0).at(1), L"61");
+}
+
+TEST_F(EnforcementTest, SessionsOfLessThanASecondAddUp) {
+  LimitTime(1);
+  int sessions = 0;
+  for (LogOn(); session_->IsOnline() && sessions < 200; logon_.LogOn({}), ++sessions) {
+    Pass(999ms);
+    logon_.LogOff(1);
+  }
+  EXPECT_EQ(sessions, 62) << "the first that begins past 61 s is refused";
+  EXPECT_EQ(Rows(L"ConnLog").front().at(1), L"0");
+  // They belong to their day.
+  Pass(24h);
+  logon_.LogOn({});
+  EXPECT_TRUE(session_->IsOnline());
+}
+
+TEST_F(EnforcementTest, TheGateClosesAndTheSessionIsMeasuredBeforeALockedDatabaseIsAsked) {
+  settings_.SetSetting(SettingKey::kLocalTrafficAllowed, kYes);
+  LimitTime(1);
+  LogOn();
+  session_->RunEnforcementCycle();
+  Pass(61s);
+  LockDatabase();
+  machine_.Time().HoldSleepers();
+  std::thread cycle([this] { EXPECT_THROW(session_->RunEnforcementCycle(), DBerror); });
+  ASSERT_TRUE(machine_.Time().AwaitSleepers(1));
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kAllowLocalCode, kDisableCode));
+  machine_.Time().Release();
+  cycle.join();
+
+  // Totals that are not answered are not 0.
+  EXPECT_THROW(logon_.LogOff(1), DBerror);
+  EXPECT_THROW(logon_.LogOn({}), DBerror);
+  EXPECT_FALSE(session_->IsOnline());
+  UnlockDatabase();
+  hook_->ClearCodes();
+  session_->RunEnforcementCycle();
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kAllowLocalCode, kDisableCode)) << "closed once more";
   EXPECT_EQ(Rows(L"ConnLog").at(0).at(1), L"61");
 }
 

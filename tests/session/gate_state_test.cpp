@@ -105,6 +105,16 @@ TEST_F(GateStateTest, ACounterThatPasses32BitsIsMeasuredWhole) {
   EXPECT_EQ(session_->BytesReceived(), 0x1'0000'0001u);
 }
 
+TEST_F(GateStateTest, ACardThatHasCounted4GiBBeginsASessionAtNothing) {
+  for (int session = 0; session < 2; ++session) {
+    Receive(0x5'0000'0000);
+    LogOn();
+    EXPECT_EQ(session_->BytesReceived(), 0u);
+    Receive(0x1'8000'0000);
+    EXPECT_EQ(session_->BytesReceived(), 0x1'8000'0000u);
+  }
+}
+
 TEST_F(GateStateTest, ATickCountThatWrappedIsCountedFromItsWrap) {
   machine_.Time().SetTickMilliseconds(0xFFFF'FFFF - 10'000);
   LogOn();

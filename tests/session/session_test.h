@@ -2,8 +2,10 @@
 // user named Anna under the QUILLGATE system, and an indicator that remembers what it was told.
 #pragma once
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <memory>
 #include <string>
@@ -117,6 +119,21 @@ class SessionTest : public testing::Test {
   void BreakLog() { database_.DbExecute(L"ALTER TABLE ConnLog RENAME TO Gone;"); }
   void MendLog() { database_.DbExecute(L"ALTER TABLE Gone RENAME TO ConnLog;"); }
 
+  // From now on, until Unlock, the file is in use whenever it is asked, as by another process: the
+  // lock is on every lock byte of the write-ahead log's index.
+  void LockDatabase() {
+    constexpr off_t kFirstLock = 120;
+    constexpr off_t kLocks = 8;
+    const std::string index = (machine_.ProgramFolder() / "quillgate.dat-shm").native();
+    otherProcess_ = ::open(index.c_str(), O_RDWR | O_CLOEXEC);
+    struct flock range {};
+    range.l_type = F_WRLCK;
+    range.l_start = kFirstLock;
+    range.l_len = kLocks;
+    ASSERT_EQ(::fcntl(otherProcess_, F_OFD_SETLK, &range), 0);
+  }
+  void UnlockDatabase() { ::close(otherProcess_); }
+
   platform::SimulatedMachine machine_;
   std::shared_ptr<platform::RecordingDevice> filter_ = machine_.AddIpFilterDriver();
   std::shared_ptr<platform::RecordingDevice> hook_ = machine_.AddDriver(L"QGIpHook", L"QGIpHook");
@@ -131,6 +148,7 @@ class SessionTest : public testing::Test {
   std::shared_ptr<User> anna_ = std::make_shared<User>(L"Anna");
   std::shared_ptr<UserCollection> users_;
   std::unique_ptr<SessionLog> session_;
+  int otherProcess_ = -1;
 };
 
 }  // namespace quillgate
