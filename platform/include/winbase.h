@@ -81,6 +81,7 @@ BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID in, DWORD inBytes,
 #define WAIT_FAILED 0xFFFFFFFFu
 DWORD WINAPI GetCurrentThreadId();
 DWORD WINAPI GetCurrentProcessId();
+[[noreturn]] void WINAPI ExitProcess(UINT exitCode);
 DWORD WINAPI ResumeThread(HANDLE thread);
 DWORD WINAPI WaitForSingleObject(HANDLE object, DWORD milliseconds);
 HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LPCWSTR name);

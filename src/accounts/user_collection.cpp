@@ -9,25 +9,31 @@ UserCollection::UserCollection(LogonSystem system, Database& database)
 
 bool UserCollection::LoadAll() {
   UserMap users;
-  const bool complete = ReadTable(users);
+  std::vector<std::wstring> unreadable;
+  const bool complete = ReadTable(users, unreadable);
   const CriticalSectionLock hold(lock_);
   users_.swap(users);
+  unreadable_.swap(unreadable);
   return complete;
 }
 
-bool UserCollection::ReadTable(UserMap& users) {
+std::vector<std::wstring> UserCollection::UnreadableNames() const {
+  const CriticalSectionLock hold(lock_);
+  return unreadable_;
+}
+
+bool UserCollection::ReadTable(UserMap& users, std::vector<std::wstring>& unreadable) {
   try {
     DbRows rows;
     database_.DbQuery(L"SELECT Name FROM " + std::wstring(Table()) + L";", rows);
-    bool complete = true;
     for (const DbRow& row : rows) {
       auto user = std::make_shared<User>();
       // Also when the row turns out to be unreadable, the user goes by its name.
       user->SetName(row.at(0));
       users.emplace(row.at(0), user);
-      complete = user->Load(row.at(0), Table(), database_) && complete;
+      if (!user->Load(row.at(0), Table(), database_)) unreadable.push_back(row.at(0));
     }
-    return complete;
+    return unreadable.empty();
   } catch (const std::exception&) {
     return false;
   }

@@ -24,6 +24,9 @@ class UserCollection {
   // could be read, so that saving does not lose it. Never throws.
   bool LoadAll();
 
+  // Of the rows that the latest LoadAll could not read whole, in the table's order.
+  std::vector<std::wstring> UnreadableNames() const;
+
   // Replaces the table by the collection, all or nothing: on a failure (false) the table stays as
   // it was. Never throws.
   bool SaveAll();
@@ -50,13 +53,14 @@ class UserCollection {
   using UserMap = std::map<std::wstring, std::shared_ptr<User>, std::less<>>;
 
   bool HasOtherAdministrator(std::wstring_view name) const;
-  bool ReadTable(UserMap& users);
+  bool ReadTable(UserMap& users, std::vector<std::wstring>& unreadable);
   UserMap Snapshot() const;
 
   LogonSystem system_;
   Database& database_;
   mutable CriticalSection lock_;
   UserMap users_;
+  std::vector<std::wstring> unreadable_;
 };
 
 // The NONE system's two users, if its table is empty: "User" and the administrator "Admin", both

@@ -20,6 +20,12 @@ bool IpFilterHook::Start() {
   return available_;
 }
 
+bool IpFilterHook::StartInstalled() {
+  filterDriver_.SetInstalledOnly(true);
+  hookDriver_.SetInstalledOnly(true);
+  return Start();
+}
+
 void IpFilterHook::Stop() {
   available_ = false;
   filterDriver_.Close();

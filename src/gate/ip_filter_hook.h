@@ -18,6 +18,8 @@ class IpFilterHook {
  public:
   // Brings both drivers up, the hook driver only if the filter driver came up. Whether both did.
   bool Start();
+  // The same with drivers that are installed already; nothing is installed or reconfigured.
+  bool StartInstalled();
 
   // Brings both down: filter driver first, then the hook driver.
   void Stop();

@@ -45,7 +45,7 @@ DWORD KernelDriver::Open(const wchar_t* name, DWORD fileFlags, const wchar_t* fi
   // The steps on the service are not checked: a driver that others brought up is as good, so only
   // the device tells whether there is one.
   const ServiceHandle manager = OpenManager();
-  EnsureService(manager.Get());
+  if (!installedOnly_) EnsureService(manager.Get());
   StartDriver(manager.Get());
   error_ = OpenDevice();
   return error_;

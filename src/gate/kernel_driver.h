@@ -19,6 +19,10 @@ class KernelDriver {
   // Whether Open reconfigures the service if it exists already: to start on demand.
   void SetReconfigureExisting(bool reconfigure) { reconfigureExisting_ = reconfigure; }
 
+  // Whether Open makes do with a service that is there: none is made or reconfigured, and without
+  // one the driver does not come up.
+  void SetInstalledOnly(bool installedOnly) { installedOnly_ = installedOnly; }
+
   // Brings the driver up; closes a device that was open before. `file` is the driver's image for
   // the service control manager; null: the name with ".sys" in the current folder if it is there,
   // else in the system's drivers folder. `devicePath` null: the name. 0, or the error of the
@@ -46,6 +50,7 @@ class KernelDriver {
   DWORD fileFlags_ = 0;
   bool stopOnClose_ = true;
   bool reconfigureExisting_ = false;
+  bool installedOnly_ = false;
 };
 
 }  // namespace quillgate

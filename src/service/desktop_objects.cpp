@@ -30,7 +30,7 @@ DesktopObjects::DesktopObjects(ProcessObjects& objects)
 DesktopObjects::~DesktopObjects() {
   gdiPlus_.Shutdown();
   objects_.Logon().SetPrompts(nullptr);
-  objects_.Indicator().RelayToFirst();
+  objects_.Indicator().RelayWithoutTray();
 }
 
 TrayOpeners DesktopObjects::MakeOpeners() {

@@ -31,10 +31,10 @@ void RecordInstallPath(const std::wstring& program) {
 
 // A service that was killed while it blocked has left the gate closed, and after it is removed
 // nobody would open it any more. One that still runs has the hook to itself and opens it as it
-// stops.
+// stops. A machine without the drivers has nothing to be opened, and must not get them now.
 void OpenGateForGood() {
   IpFilterHook hook;
-  if (hook.Start()) hook.Pass();
+  if (hook.StartInstalled()) hook.Pass();
   hook.Stop();
 }
 

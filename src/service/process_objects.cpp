@@ -8,12 +8,12 @@ ProcessObjects::~ProcessObjects() {
 }
 
 void ProcessObjects::EnterDesktop() {
-  if (!HasDesktop()) return;
   try {
-    desktop_ = std::make_unique<DesktopObjects>(*this);
+    if (HasDesktop()) desktop_ = std::make_unique<DesktopObjects>(*this);
   } catch (...) {
     events_.LogCurrentException();
   }
+  if (desktop_ == nullptr) indicator_.RelayWithoutTray();
 }
 
 void ProcessObjects::LeaveDesktop() {
@@ -24,6 +24,7 @@ SessionLog& ProcessObjects::Session() {
   if (session_ == nullptr) {
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
+    madeSession_ = session_.get();
     logon_.SetSessionControl(session_.get());
     if (!session_->IsHookAvailable()) TellMissingHook();
   }
@@ -36,12 +37,45 @@ void ProcessObjects::TellMissingHook() {
       std::to_wstring(session_->HookError()));
 }
 
+void ProcessObjects::BeginSession() {
+  RecoverSessions();
+  logonRequests_.LogOff(1);
+  LoadUsers();
+  if (CurrentLogonSystem(settings_) != LogonSystem::kQuillgate) logonRequests_.LogOn();
+}
+
+void ProcessObjects::RecoverSessions() noexcept {
+  try {
+    Session().RecoverSessions();
+  } catch (...) {
+    events_.LogCurrentException();
+  }
+}
+
+void ProcessObjects::OpenGateForGood() {
+  SessionLog* session = madeSession_;
+  if (session != nullptr) session->OpenForGood();
+}
+
+// The users of another system are no use for the whole run, so a database that is in use at the
+// start is waited for; each attempt takes some seconds then.
+LogonSystem ProcessObjects::AwaitLogonSystem() {
+  constexpr int kAttempts = 10;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (const auto system = LogonSystemIfKnown(settings_)) return *system;
+  }
+  return LogonSystem::kNone;
+}
+
 void ProcessObjects::LoadUsers() {
-  const LogonSystem system = CurrentLogonSystem(settings_);
+  const LogonSystem system = AwaitLogonSystem();
   users_ = std::make_shared<UserCollection>(system, database_);
   // Saving the two replaces the table, so a table that could not be read must not count as empty.
   if (users_->Count() == 0 && !HasNoUsers()) users_->LoadAll();
   if (system == LogonSystem::kNone && HasNoUsers()) EnsureBuiltInUsers(*users_);
+  for (const std::wstring& name : users_->UnreadableNames()) {
+    events_.LogEvent(L"The stored user cannot be read whole, so its rules may not hold: " + name);
+  }
   logon_.SetUsers(users_);
 }
 

@@ -3,6 +3,7 @@
 // this folder makes them: everything else takes what it uses in its constructor.
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "accounts/logon_session.h"
@@ -46,8 +47,16 @@ class ProcessObjects {
   // logons and log-offs switch the gate.
   SessionLog& Session();
 
+  // What the service begins with, and what needs no desktop: recovers what a crash left, closes the
+  // gate, loads the users, and logs on where no dialog is needed for that.
+  void BeginSession();
+  void RecoverSessions() noexcept;
+
+  // For a process that ends though its main routine does not: opens the gate. Any thread.
+  void OpenGateForGood();
+
   // The users of the logon system that the settings choose; the NONE system's two are made if its
-  // table is known to be empty.
+  // table is known to be empty. A user that cannot be read whole is logged.
   void LoadUsers();
   void ReleaseUsers();
 
@@ -57,6 +66,7 @@ class ProcessObjects {
   MonitorThread* Monitor() { return monitor_.get(); }
 
  private:
+  LogonSystem AwaitLogonSystem();
   bool HasNoUsers();
   void TellMissingHook();
 
@@ -73,6 +83,7 @@ class ProcessObjects {
   std::shared_ptr<UserCollection> users_;
   std::unique_ptr<DesktopObjects> desktop_;
   std::unique_ptr<SessionLog> session_;
+  std::atomic<SessionLog*> madeSession_{nullptr};  // for other threads
   std::unique_ptr<MonitorThread> monitor_;
 };
 

@@ -1,6 +1,10 @@
 // The indicator that the session object is given, which outlives the tray: speaks through the tray
-// while there is one, else through the event log. Any thread.
+// while there is one, else through the event log. The session begins before it is known whether
+// there is a tray; what it says until then waits. Any thread.
 #pragma once
+
+#include <functional>
+#include <vector>
 
 #include "session/gate_indicator.h"
 #include "storage/critical_section.h"
@@ -9,15 +13,19 @@ namespace quillgate {
 
 class RelayIndicator final : public GateIndicator {
  public:
-  // What it speaks through at first.
-  explicit RelayIndicator(GateIndicator& first) : first_(first) {}
+  // What it speaks through where there is no tray.
+  explicit RelayIndicator(GateIndicator& withoutTray) : withoutTray_(withoutTray) {}
 
-  // When these return, nobody speaks through the one before any more.
+  // When these return, nobody speaks through the one before any more, and what waited has been
+  // said.
   void RelayTo(GateIndicator& target) {
     const CriticalSectionLock hold(lock_);
     target_ = &target;
+    for (const auto& say : waiting_)
+      say(target);
+    waiting_.clear();
   }
-  void RelayToFirst() { RelayTo(first_); }
+  void RelayWithoutTray() { RelayTo(withoutTray_); }
 
   void SetIcon(GateIcon icon) override { Relay(&GateIndicator::SetIcon, icon); }
   void SetTip(const std::wstring& text) override { Relay(&GateIndicator::SetTip, text); }
@@ -33,12 +41,20 @@ class RelayIndicator final : public GateIndicator {
   template <class Operation, class... Arguments>
   void Relay(Operation operation, const Arguments&... arguments) {
     const CriticalSectionLock hold(lock_);
-    (target_->*operation)(arguments...);
+    const auto say = [operation, arguments...](GateIndicator& target) {
+      (target.*operation)(arguments...);
+    };
+    if (target_ == nullptr) {
+      waiting_.emplace_back(say);
+    } else {
+      say(*target_);
+    }
   }
 
-  GateIndicator& first_;
+  GateIndicator& withoutTray_;
   CriticalSection lock_;
-  GateIndicator* target_ = &first_;
+  GateIndicator* target_ = nullptr;
+  std::vector<std::function<void(GateIndicator&)>> waiting_;
 };
 
 }  // namespace quillgate

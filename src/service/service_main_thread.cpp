@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <optional>
 #include <stdexcept>
 
 #include "service/service_module.h"
@@ -23,15 +24,17 @@ constexpr std::uint32_t kDefaultSublanguage = 0x400;
 
 void ServiceMainThread::Run() {
   module_.SetMainThread();
-  objects_.LoadUsers();
-  InitialiseControls();
   ApplyLanguage();
   ApplyFirstDayOfWeek();
-  objects_.EnterDesktop();
-  ServiceWindow window(objects_);
+  std::optional<ServiceWindow> window;
   try {
-    if (!window.Create()) throw std::runtime_error("Could not create the service window.");
+    objects_.BeginSession();
     objects_.StartMonitor();
+    // From here on a display server may be waited for, which enforcing must not do.
+    InitialiseControls();
+    objects_.EnterDesktop();
+    window.emplace(objects_);
+    if (!window->Create()) throw std::runtime_error("Could not create the service window.");
     RunMessageLoop();
   } catch (...) {
     TakeDown();

@@ -1,6 +1,6 @@
-// What the service does between "running" and "stopped": prepares users and language, makes the
-// hidden window and with it the session object, starts the monitor, runs the message loop, and
-// takes everything down in order. Runs on the service main thread.
+// What the service does between "running" and "stopped": begins the session, starts the monitor,
+// joins the desktop, makes the hidden window, runs the message loop, and takes everything down in
+// order. Runs on the service main thread.
 #pragma once
 
 #include "service/process_objects.h"

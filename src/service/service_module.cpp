@@ -12,6 +12,18 @@ constexpr std::size_t kNameLimit = 256;
 // The module whose routines the service control manager calls, which come without a context.
 std::atomic<ServiceModule*> dispatchedModule{nullptr};
 
+// Owns a mutex for as long as it lives.
+class MutexOwner {
+ public:
+  explicit MutexOwner(HANDLE mutex) : mutex_(mutex) { ::WaitForSingleObject(mutex_, INFINITE); }
+  ~MutexOwner() { ::ReleaseMutex(mutex_); }
+  MutexOwner(const MutexOwner&) = delete;
+  MutexOwner& operator=(const MutexOwner&) = delete;
+
+ private:
+  const HANDLE mutex_;
+};
+
 SERVICE_STATUS StoppedStatus() {
   SERVICE_STATUS status{};
   status.dwServiceType = SERVICE_WIN32_OWN_PROCESS;
@@ -25,6 +37,7 @@ SERVICE_STATUS StoppedStatus() {
 ServiceModule::ServiceModule(ProcessObjects& objects)
     : objects_(objects),
       runningMutex_(::CreateMutexW(nullptr, TRUE, kRunningMutexName)),
+      mainRoutine_(::CreateMutexW(nullptr, FALSE, nullptr)),
       status_(StoppedStatus()) {}
 
 bool ServiceModule::Initialise(const std::wstring& serviceName, const std::wstring& displayName) {
@@ -50,13 +63,13 @@ void ServiceModule::RunAsService() {
     objects_.Events().SetRunningAsService(false);
     objects_.Events().LogEvent(L"StartServiceCtrlDispatcher Error=" + std::to_wstring(error));
   }
-  const CriticalSectionLock afterMainRoutine(mainRoutine_);
+  const MutexOwner afterMainRoutine(mainRoutine_.Get());
   dispatchedModule = nullptr;
 }
 
 void WINAPI ServiceModule::ServiceMain(DWORD, LPWSTR*) noexcept {
   ServiceModule* module = dispatchedModule;
-  const CriticalSectionLock running(module->mainRoutine_);
+  const MutexOwner running(module->mainRoutine_.Get());
   try {
     module->RunServiceMain();
   } catch (...) {
@@ -130,6 +143,18 @@ void ServiceModule::RequestStop() {
   stopRequested_ = true;
   const DWORD thread = mainThreadId_;
   if (thread != 0) ::PostThreadMessageW(thread, WM_QUIT, 0, 0);
+  if (stopGuard_ != nullptr) return;
+  stopGuard_ = std::make_unique<StopGuard>(mainRoutine_.Get(), [this] { EndByForce(); });
+  stopGuard_->Start();
+}
+
+// On the guard's thread, with the main routine stuck somewhere: nothing may be waited for that it
+// could hold.
+void ServiceModule::EndByForce() {
+  objects_.OpenGateForGood();
+  objects_.Events().LogEvent(L"The service did not stop in time and was ended.");
+  ReportState(SERVICE_STOPPED);
+  ::ExitProcess(0);
 }
 
 void ServiceModule::SetMainThread() {

@@ -7,10 +7,12 @@
 #include <winsvc.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 
 #include "handles/handle.h"
 #include "service/process_objects.h"
+#include "service/stop_guard.h"
 
 namespace quillgate {
 
@@ -46,12 +48,13 @@ class ServiceModule {
 
   void ReportState(DWORD state);
   void RequestStop();
+  void EndByForce();
 
   ProcessObjects& objects_;
   KernelHandle runningMutex_;
-  // Held by the main routine, which may outlast the dispatcher by what it does after its last
+  // A mutex of the main routine, which may outlast the dispatcher by what it does after its last
   // report.
-  CriticalSection mainRoutine_;
+  KernelHandle mainRoutine_;
   std::atomic<DWORD> mainThreadId_{0};
   std::atomic<bool> stopRequested_{false};
   std::wstring serviceName_;
@@ -60,6 +63,7 @@ class ServiceModule {
   CriticalSection statusLock_;
   SERVICE_STATUS_HANDLE statusHandle_ = nullptr;
   SERVICE_STATUS status_{};
+  std::unique_ptr<StopGuard> stopGuard_;
 };
 
 }  // namespace quillgate

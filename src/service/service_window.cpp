@@ -52,9 +52,6 @@ LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
 
 void ServiceWindow::OnCreate(HWND window) {
   objects_.Logons().SetRequestWindow(window);
-  RecoverSessions();
-  objects_.Logons().LogOff(kOrdinaryLogOff);
-  if (System() != LogonSystem::kQuillgate) objects_.Logons().LogOn();
   if (objects_.GetSettings().GetSetting(SettingKey::kFirstStart, L"1") == L"1") OnFirstStart();
   if (registerNotification_ != nullptr) registerNotification_(window, NOTIFY_FOR_ALL_SESSIONS);
 }
@@ -77,7 +74,7 @@ bool ServiceWindow::OnPowerEvent(WPARAM event) {
       return true;
     case PBT_APMRESUMECRITICAL:
       // Nobody was asked about this suspension: the session before it counts as crashed.
-      RecoverSessions();
+      objects_.RecoverSessions();
       objects_.Logons().LogOff(kLogOffAfterCrash);
       objects_.Logons().LogOn();
       return true;
@@ -93,14 +90,6 @@ void ServiceWindow::OnSessionChange(WPARAM reason) {
   // Under the WINDOWS system the package's own log-off control ends the session.
   if (reason == WTS_CONSOLE_DISCONNECT && System() != LogonSystem::kWindows) {
     objects_.Logons().LogOff(kOrdinaryLogOff);
-  }
-}
-
-void ServiceWindow::RecoverSessions() noexcept {
-  try {
-    objects_.Session().RecoverSessions();
-  } catch (...) {
-    objects_.Events().LogCurrentException();
   }
 }
 

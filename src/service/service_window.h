@@ -26,7 +26,6 @@ class ServiceWindow final : public CallbackWindow {
   bool OnPowerEvent(WPARAM event);
   void OnSessionChange(WPARAM reason);
 
-  void RecoverSessions() noexcept;
   LogonSystem System();
 
   ProcessObjects& objects_;

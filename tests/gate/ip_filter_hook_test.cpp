@@ -51,6 +51,19 @@ TEST_F(IpFilterHookTest, TheFilterDriverKeepsItsRecordTheHookDriverIsTurnedToDem
   EXPECT_EQ(Record(L"QGIpHook")->displayName, L"QGIpHook");
 }
 
+TEST_F(IpFilterHookTest, WhatIsInstalledIsUsedAsItIsAndNothingElseIsInstalled) {
+  machine_.AddIpFilterDriver();
+  AddHookDriver();
+  EXPECT_FALSE(hook_.StartInstalled());
+  EXPECT_FALSE(Record(L"IpFilterDriver") || Record(L"QGIpHook"));
+  Register(L"IpFilterDriver", L"Filter", SERVICE_SYSTEM_START, L"System32\\Drivers\\IpFltDrv.sys");
+  Register(L"QGIpHook", L"Hook", SERVICE_SYSTEM_START, L"C:\\Old\\QGIpHook.sys");
+  EXPECT_TRUE(hook_.StartInstalled());
+  hook_.Stop();
+  EXPECT_EQ(Record(L"QGIpHook")->startType, SERVICE_SYSTEM_START);
+  EXPECT_EQ(Record(L"QGIpHook")->file, L"C:\\Old\\QGIpHook.sys");
+}
+
 TEST_F(IpFilterHookTest, WithoutTheFilterDriverTheHookDriverIsNotTried) {
   machine_.AddIpFilterDriver()->FailOpenWith(ERROR_ACCESS_DENIED);
   const auto device = AddHookDriver();

@@ -9,6 +9,7 @@ namespace quillgate {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -59,6 +60,33 @@ TEST_F(ServiceMainThreadTest, UsersThatCannotBeReadAreNotReplacedByNewOnes) {
   EXPECT_EQ(Query(L"SELECT Gone FROM Users_None;").size(), 1u);
   EXPECT_EQ(LoggedOn(), L"");
   EXPECT_FALSE(objects_.Session().IsOnline());
+}
+
+TEST_F(ServiceMainThreadTest, AUserThatCannotBeReadIsLogged) {
+  AddUser(LogonSystem::kNone, L"User");
+  Execute(L"UPDATE Users_None SET ConnectHours = '0';");
+  Start();
+  EXPECT_THAT(machine_.EventTexts(),
+              Contains(L"The stored user cannot be read whole, so its rules may not hold: User"));
+}
+
+TEST_F(ServiceMainThreadTest, AStopThatIsOverdueGoesOnWithoutTheMainRoutine) {
+  for (const bool inTime : {true, false}) {
+    const KernelHandle mainRoutine(::CreateMutexW(nullptr, TRUE, nullptr));
+    std::atomic<bool> overdue = false;
+    StopGuard guard(mainRoutine.Get(), [&] { overdue = true; });
+    guard.Start();
+    if (inTime) ::ReleaseMutex(mainRoutine.Get());
+    for (int i = 0; i < 1000 && !overdue; ++i) {
+      machine_.Time().Advance(inTime ? 0s : 1s);
+      std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_EQ(overdue, !inTime);
+  }
+  objects_.Session().Disable();
+  hook_->ClearCodes();
+  objects_.OpenGateForGood();
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kHookPass));
 }
 
 TEST_F(ServiceMainThreadTest, ALogonSystemInOtherLettersIsTheNoneSystem) {

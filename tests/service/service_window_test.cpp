@@ -17,6 +17,8 @@ constexpr wchar_t kWelcome[] =
 
 class ServiceWindowTest : public ServiceTest {
  protected:
+  ServiceWindowTest() { objects_.Indicator().RelayWithoutTray(); }
+
   // One user for each system, who is logged on to Windows as well.
   void Prepare(const wchar_t* system, const wchar_t* firstStart = L"0") {
     Set(SettingKey::kLogonSystem, system);
@@ -26,7 +28,10 @@ class ServiceWindowTest : public ServiceTest {
     AddUser(LogonSystem::kQuillgate, L"Bo");
     Execute(L"CREATE TABLE WlNpData (Key, Value);");
     Execute(L"INSERT INTO WlNpData VALUES ('UserName', 'Anna');");
-    objects_.LoadUsers();
+  }
+  bool Start() {
+    objects_.BeginSession();
+    return window_.Create();
   }
   LRESULT Send(UINT message, WPARAM wParam) {
     return ::SendMessageW(window_.Window(), message, wParam, 0);
@@ -49,7 +54,7 @@ class ServiceStartTest : public ServiceWindowTest, public testing::WithParamInte
 TEST_P(ServiceStartTest, OnlyTheSystemsWithoutALogonLogOnByThemselves) {
   Prepare(GetParam().system, GetParam().firstStart);
   const bool first = GetParam().firstStart == std::wstring(L"1");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
   EXPECT_EQ(objects_.Session().IsOnline(), !LoggedOn().empty());
   EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
@@ -64,8 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Start{L"QUILLGATE", L"0", L""}));
 
 TEST_F(ServiceWindowTest, TheFirstStartIsTheOneWithoutTheSetting) {
-  objects_.LoadUsers();
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_THAT(machine_.EventTexts(), Contains(kWelcome));
   EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
 }
@@ -73,7 +77,7 @@ TEST_F(ServiceWindowTest, TheFirstStartIsTheOneWithoutTheSetting) {
 TEST_F(ServiceWindowTest, ASessionThatACrashLeftIsRecoveredBeforeAnyoneLogsOn) {
   Prepare(L"NONE");
   MirrorSession();
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_THAT(Query(L"SELECT User, Seconds FROM ConnLog;"), ElementsAre(DbRow{L"Anna", L"20"}));
   EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), IsEmpty());
 }
@@ -82,7 +86,7 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
   Prepare(L"NONE");
   Execute(L"DROP TABLE ConnLog;");
   Execute(L"DROP TABLE CrashLog;");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_FALSE(objects_.Session().IsOnline());
   EXPECT_THAT(machine_.EventTexts(), Contains(L"Database error: no such table: ConnLog"));
 }
@@ -90,7 +94,7 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
 TEST_F(ServiceWindowTest, AMissingHookIsToldWithItsError) {
   Prepare(L"NONE");
   hook_->FailOpenWith(ERROR_ACCESS_DENIED);
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_THAT(machine_.EventTexts(),
               Contains(L"The IP filter hook driver is not available, so traffic cannot be blocked. "
                        L"Error=5"));
@@ -98,7 +102,7 @@ TEST_F(ServiceWindowTest, AMissingHookIsToldWithItsError) {
 
 TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSession) {
   Prepare(L"NONE");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMQUERYSUSPEND), TRUE);
   EXPECT_EQ(LoggedOn(), L"User");
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMSUSPEND), TRUE);
@@ -110,7 +114,7 @@ TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSession) {
 
 TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
   Prepare(L"NONE");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   MirrorSession();
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMECRITICAL), TRUE);
   EXPECT_THAT(Query(L"SELECT User FROM ConnLog ORDER BY rowid;"),
@@ -121,7 +125,7 @@ TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
 
 TEST_F(ServiceWindowTest, OtherPowerEventsAreTheSystems) {
   Prepare(L"NONE");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   for (const WPARAM event : {1, 2, 3, 5, 8, 18}) {
     EXPECT_EQ(Send(WM_POWERBROADCAST, event),
               ::DefWindowProcW(window_.Window(), WM_POWERBROADCAST, event, 0));
@@ -131,7 +135,7 @@ TEST_F(ServiceWindowTest, OtherPowerEventsAreTheSystems) {
 
 TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
   Prepare(L"NONE");
-  ASSERT_TRUE(window_.Create());
+  ASSERT_TRUE(Start());
   for (const WPARAM reason : {1, 3, 4, 5, 6, 7, 8})
     Send(WM_WTSSESSION_CHANGE, reason);
   EXPECT_EQ(LoggedOn(), L"User");

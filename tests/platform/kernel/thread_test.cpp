@@ -45,6 +45,10 @@ TEST(Thread, ASuspendedOneRunsOnlyAfterItIsResumed) {
   EXPECT_EQ(::ResumeThread(thread), static_cast<DWORD>(-1));
 }
 
+TEST(Process, EndsAtOnceWithItsStatus) {
+  EXPECT_EXIT(::ExitProcess(3), testing::ExitedWithCode(3), "");
+}
+
 TEST(Thread, AnEndedOneStaysSignalled) {
   Seen seen;
   const HANDLE thread = Begin(Note, &seen);

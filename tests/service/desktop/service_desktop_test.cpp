@@ -38,8 +38,11 @@ class ServiceDesktopTest : public ServiceTest {
     module_.HandleControl(SERVICE_CONTROL_STOP);
     machine_.Time().Release();
   }
-  // The monitor runs, so the message loop does.
-  void AwaitStart() { ASSERT_TRUE(machine_.Time().AwaitSleepers(1)); }
+  // The first cycle is over, and the message loop runs.
+  void AwaitStart(DesktopScript& script) {
+    ASSERT_TRUE(machine_.Time().AwaitSleepers(1));
+    script.Do([] {});
+  }
 
   void AddUserWithPassword(LogonSystem system, const wchar_t* name, const wchar_t* password) {
     User user(name);
@@ -61,8 +64,8 @@ class ServiceDesktopTest : public ServiceTest {
 };
 
 TEST_F(ServiceDesktopTest, TheTrayShowsTheGateAndTheEventLogDoesNot) {
-  Run([this](DesktopScript&) {
-    AwaitStart();
+  Run([this](DesktopScript& script) {
+    AwaitStart(script);
     EXPECT_THAT(machine_.EventTexts(), Not(Contains(L"Quillgate - Internet connection enabled")));
     Stop();
   });
@@ -82,8 +85,7 @@ TEST_F(ServiceDesktopTest, TheFirstStartAsksForTheFirstUserAndLogsItOn) {
     script.Click(question, IDOK);
     script.Click(script.AwaitWindow("Quillgate"), IDOK);
     script.Click(script.AwaitWindow(kLogonTitle), IDOK);
-    AwaitStart();
-    EXPECT_EQ(LoggedOn(), L"Anna");
+    AwaitLoggedOn(script, L"Anna");
     EXPECT_TRUE(objects_.Session().IsOnline());
     Stop();
   });
@@ -97,7 +99,7 @@ TEST_F(ServiceDesktopTest, ControlsDoNotWaitForTheDialogNorStackAnotherOne) {
   Set(SettingKey::kLogonSystem, L"QUILLGATE");
   AddUserWithPassword(LogonSystem::kQuillgate, L"Anna", L"secret");
   Run([this](DesktopScript& script) {
-    AwaitStart();
+    AwaitStart(script);
     module_.HandleControl(kControlWindowsLogon);
     QWidget* dialog = script.AwaitWindow(kLogonTitle);
     for (int repeated = 0; repeated < 2; ++repeated) {
@@ -118,7 +120,7 @@ TEST_F(ServiceDesktopTest, ALogOffUnderTheDialogClosesTheGateAndTheAnswerOpensIt
   AddUserWithPassword(LogonSystem::kNone, L"User", L"");
   AddUserWithPassword(LogonSystem::kNone, L"Admin", L"secret");
   Run([this](DesktopScript& script) {
-    AwaitStart();
+    AwaitStart(script);
     LogOnFromTray(script, L"Admin");
     QWidget* dialog = script.AwaitWindow(kLogonTitle);
     EXPECT_EQ(LoggedOn(), L"") << "the session before it has ended";
@@ -140,7 +142,7 @@ TEST_F(ServiceDesktopTest, TheMonitorGoesOnUnderTheDialog) {
   AddUserWithPassword(LogonSystem::kNone, L"User", L"");
   AddUserWithPassword(LogonSystem::kNone, L"Admin", L"secret");
   Run([this](DesktopScript& script) {
-    AwaitStart();
+    AwaitStart(script);
     LogOnFromTray(script, L"Admin");
     script.AwaitWindow(kLogonTitle);
     module_.HandleControl(kControlWindowsLogon);
@@ -157,7 +159,7 @@ TEST_F(ServiceDesktopTest, TheMonitorGoesOnUnderTheDialog) {
 TEST_F(ServiceDesktopTest, AStopEndsTheServiceUnderWhicheverDialogIsOpen) {
   Set(SettingKey::kLogonSystem, L"QUILLGATE");
   Run([this](DesktopScript& script) {
-    AwaitStart();
+    AwaitStart(script);
     module_.HandleControl(kControlWindowsLogon);
     script.AwaitWindow(kFirstUserTitle);
     Stop();
@@ -187,7 +189,7 @@ TEST_F(ServiceDesktopTest, AStopWithAnErrorBoxOverTheDialogEndsBoth) {
   Set(SettingKey::kLogonSystem, L"QUILLGATE");
   AddUserWithPassword(LogonSystem::kQuillgate, L"Anna", L"secret");
   Run([this](DesktopScript& script) {
-    AwaitStart();
+    AwaitStart(script);
     LogOnFromTray(script, L"");
     script.Click(script.AwaitWindow(kLogonTitle), IDOK);
     script.AwaitWindow("Quillgate");
