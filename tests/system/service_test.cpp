@@ -2,13 +2,20 @@
 // what it does with a database that it cannot use.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
+#include <thread>
 #include <vector>
 
+#include "lab/file_descriptor.h"
 #include "lab/network_lab.h"
 #include "system/crossings.h"
 #include "system/installed_service.h"
@@ -20,6 +27,7 @@ using service::InstalledService;
 using testing::Each;
 using testing::Gt;
 using testing::HasSubstr;
+using testing::Not;
 using testing::Pair;
 
 constexpr char kHourBlocked[] = "You are not allowed to connect at this hour.";
@@ -95,6 +103,55 @@ TEST_F(RealService, RemovingItAfterAKillOpensTheGateThatNobodyElseWould) {
   ASSERT_EQ(service_->Run("./qgserv Uninstall", &output), 0) << output;
   ExpectOpen("after the removal");
   EXPECT_NE(service_->Run("./winsc query qgserv"), 0);
+}
+
+// A display server that takes connections and never answers; its socket is in the file system, so
+// it is reached from every network namespace.
+class SilentDisplay {
+ public:
+  SilentDisplay() : socket_(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    std::filesystem::create_directories(kFolder);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    Path().native().copy(address.sun_path, sizeof address.sun_path - 1);
+    const bool listens =
+        ::bind(socket_.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+        ::listen(socket_.Get(), 8) == 0;
+    if (!listens) throw std::runtime_error("no display");
+  }
+  ~SilentDisplay() { std::filesystem::remove(Path()); }
+  SilentDisplay(const SilentDisplay&) = delete;
+  SilentDisplay& operator=(const SilentDisplay&) = delete;
+
+  static std::string Name() { return ":" + std::to_string(10'000 + ::getpid()); }
+
+ private:
+  static constexpr const char* kFolder = "/tmp/.X11-unix";
+  static std::filesystem::path Path() {
+    return std::filesystem::path(kFolder) / ("X" + Name().substr(1));
+  }
+  lab::FileDescriptor socket_;
+};
+
+TEST_F(RealService, ADisplayThatNeverAnswersKeepsNobodyOnLineAndTheServiceStops) {
+  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = false});
+  const SilentDisplay display;
+  const std::filesystem::path build = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  for (const char* file : {"windesktop.so", "windesktop_probe"})
+    std::filesystem::copy(build / file, service_->ProgramFolder() / file);
+  std::string output;
+  ASSERT_EQ(service_->Run("export DISPLAY=" + display.Name() + "; ./winsc start qgserv", &output),
+            0)
+      << output;
+  // The first cycle has mirrored the session before the display is given up.
+  while (service_->Sql("SELECT COUNT(*) FROM CrashLog WHERE User = 'anna';") != "1\n") {
+    ASSERT_THAT(service_->Log(), Not(HasSubstr("desktop cannot be reached")));
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  service_->Stop();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+  ExpectOpen("after the stop");
 }
 
 TEST_F(RealService, ADatabaseThatCannotBeUsedIsNamedAndLeftAlone) {
