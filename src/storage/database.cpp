@@ -46,6 +46,14 @@ void RunIgnoringFailure(DbEngine& engine, const wchar_t* sql) {
   }
 }
 
+// Also of a file that took the place of the one that was open: it may have been deleted.
+void MakeTables(DbEngine& engine) {
+  for (const wchar_t* sql : kTables)
+    RunIgnoringFailure(engine, sql);
+  for (const wchar_t* sql : kIndexes)
+    RunIgnoringFailure(engine, sql);
+}
+
 bool CannotBeQuoted(std::wstring_view value) {
   constexpr std::wstring_view kRefused(L"'\0", 2);
   if (value.find_first_of(kRefused) != std::wstring_view::npos) return true;
@@ -78,19 +86,11 @@ Database::Database(std::wstring path) : path_(std::move(path)) {}
 Database::~Database() = default;
 
 void Database::DbOpen() {
-  auto engine = std::make_unique<DbEngine>();
+  auto engine = std::make_unique<DbEngine>(MakeTables);
   open_ = false;
   engine->Open(path_);
   engine_ = std::move(engine);
-  MakeTables();
   open_ = true;
-}
-
-void Database::MakeTables() {
-  for (const wchar_t* sql : kTables)
-    RunIgnoringFailure(*engine_, sql);
-  for (const wchar_t* sql : kIndexes)
-    RunIgnoringFailure(*engine_, sql);
 }
 
 void Database::DbClose() {

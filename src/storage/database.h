@@ -57,7 +57,6 @@ class Database {
   friend class DbTransaction;
   Database& Opened();
   DbEngine& Engine();
-  void MakeTables();
 
   std::wstring path_;
   std::unique_ptr<DbEngine> engine_;

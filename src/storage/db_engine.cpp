@@ -1,6 +1,7 @@
 #include "storage/db_engine.h"
 
 #include <array>
+#include <utility>
 
 #include "storage/db_error.h"
 #include "storage/multibyte.h"
@@ -38,13 +39,24 @@ StatementBuffer NarrowStatement(const std::wstring& sql) {
 }  // namespace
 
 void DbEngine::Open(const std::wstring& path) {
-  path_.clear();
   const std::string narrow = Narrow(path);
   if (narrow.size() >= MAX_PATH) Throw(L"The path of the database is too long.");
   EngineMessage message(library_);
   connection_ = library_.open(narrow.c_str(), 0, message.Out());
   if (connection_ == nullptr) throw DBerror(message.Text(), DBerror::kOwnFailure);
   path_ = path;
+  Prepare();
+}
+
+void DbEngine::Prepare() {
+  // One of its own statements that has the connection reopened must not begin it all anew.
+  if (preparing_) return;
+  preparing_ = true;
+  // A transaction in which the file was reopened is over, whatever its owner knows of that.
+  const Transaction interrupted = std::exchange(transaction_, Transaction::kNone);
+  prepare_(*this);
+  transaction_ = interrupted;
+  preparing_ = false;
 }
 
 void DbEngine::Close() noexcept {
@@ -60,6 +72,8 @@ void DbEngine::Reopen() {
 }
 
 bool DbEngine::Run(const std::wstring& sql, DbRows& rows) {
+  // A reopening that failed may succeed by now: the file was put back, the disk is there again.
+  if (connection_ == nullptr && !path_.empty()) Open(path_);
   if (connection_ == nullptr) Throw(L"No database open.");
   if (transaction_ == Transaction::kNone) return RunOnce(sql, rows);
   if (transaction_ == Transaction::kBroken) Throw(L"The transaction has failed.");

@@ -2,6 +2,7 @@
 // its lock around every call.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "storage/db_row.h"
@@ -18,16 +19,19 @@ class DbEngine {
   static constexpr int kAttempts = 20;
   static constexpr DWORD kRetryMilliseconds = 100;
 
+  // Makes a file usable that may be new; called after every opening, and must not throw.
+  using Preparation = std::function<void(DbEngine&)>;
+
   // Loads the library; throws DBerror.
-  DbEngine() = default;
+  explicit DbEngine(Preparation prepare) : prepare_(std::move(prepare)) {}
   ~DbEngine() { Close(); }
   DbEngine(const DbEngine&) = delete;
   DbEngine& operator=(const DbEngine&) = delete;
 
-  // Throws DBerror with the engine's text; Path() is then empty.
+  // Throws DBerror with the engine's text; a file that was open before is then opened again by the
+  // next statement.
   void Open(const std::wstring& path);
   void Close() noexcept;
-  const std::wstring& Path() const { return path_; }
 
   // Runs one statement. False, with no rows, when the engine stayed busy for all attempts; every
   // other failure throws DBerror. No row is left behind by a failure. Inside a transaction staying
@@ -51,10 +55,13 @@ class DbEngine {
   bool RunOnce(const std::wstring& sql, DbRows& rows);
   bool Fetch(const char* sql, class ResultTable& table);
   void Reopen();
+  void Prepare();
 
+  const Preparation prepare_;
   EngineLibrary library_;
   EngineLibrary::Connection* connection_ = nullptr;
-  std::wstring path_;
+  std::wstring path_;  // empty before the first opening that succeeded
+  bool preparing_ = false;
   Transaction transaction_ = Transaction::kNone;
 };
 

@@ -156,6 +156,15 @@ TEST_F(RealDatabase, AFileThatWasReplacedByABackupIsReadAfresh) {
   EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"new")));
 }
 
+TEST_F(RealDatabase, AFileThatWasDeletedIsMadeAnewWithItsTables) {
+  Database database;
+  database.DbOpen();
+  for (const char* file : {"quillgate.dat", "quillgate.dat-wal", "quillgate.dat-shm"})
+    std::filesystem::remove(machine_.ProgramFolder() / file);
+  database.DbExecute(L"INSERT INTO ConnHours VALUES ('new', '1', '2');");
+  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"new")));
+}
+
 TEST_F(RealDatabase, AnotherConnectionsLockMakesAWriteStayBusy) {
   Database holder;
   Database database;

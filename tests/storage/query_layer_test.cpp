@@ -108,13 +108,14 @@ TEST_F(QueryLayer, AMisusedConnectionIsReopenedOnTheSameFile) {
   EXPECT_EQ(machine_.Time().TotalSlept(), std::chrono::milliseconds(100));
 }
 
-TEST_F(QueryLayer, AReopeningThatFailsLeavesNoDatabaseOpen) {
-  engine_.Answer({kMisuse});
+TEST_F(QueryLayer, AReopeningThatFailsIsTriedAgainByTheNextStatement) {
+  engine_.Answer({kMisuse, kOneRow});
   engine_.AnswerOpenings({"no such disk"});
   const DBerror error = Failure(kQuery);
   EXPECT_EQ(error.Message(), L"no such disk");
   EXPECT_EQ(error.Code(), -1);
-  EXPECT_EQ(Failure(kQuery).Message(), L"No database open.");
+  database_.DbQuery(kQuery, rows_);
+  EXPECT_THAT(rows_, ElementsAre(ElementsAre(L"x", L"y")));
 }
 
 TEST_F(QueryLayer, AnEngineErrorKeepsItsTextAndCodeAndFreesTheLock) {

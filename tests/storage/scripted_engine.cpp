@@ -88,9 +88,10 @@ void ScriptedEngine::Close(const void* connection) {
 int ScriptedEngine::GetTable(const void* connection, const char* sql, char*** table, int* rows,
                              int* columns, char** message) {
   if (connection != this) std::abort();
-  statements_.emplace_back(sql);
   EngineAnswer answer = always_.value_or(EngineAnswer{});
-  if (!answers_.empty()) {
+  const bool isSchema = !always_ && std::string_view(sql).starts_with("CREATE");
+  if (!isSchema) statements_.emplace_back(sql);
+  if (!isSchema && !answers_.empty()) {
     answer = answers_.front();
     answers_.pop_front();
   }

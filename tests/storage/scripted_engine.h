@@ -25,7 +25,7 @@ class ScriptedEngine {
   ScriptedEngine(const ScriptedEngine&) = delete;
   ScriptedEngine& operator=(const ScriptedEngine&) = delete;
 
-  // For the next statements, in order.
+  // For the next statements, in order; those that make the schema are not among them.
   void Answer(std::vector<EngineAnswer> answers);
   // For every statement after the ones above.
   void AnswerAlways(EngineAnswer answer) { always_ = std::move(answer); }
