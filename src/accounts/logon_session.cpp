@@ -1,15 +1,6 @@
 #include "accounts/logon_session.h"
 
 namespace quillgate {
-namespace {
-
-bool HasQuestion(LogonSystem system, std::wstring_view name) {
-  return system == LogonSystem::kQuillgate ||
-         (system == LogonSystem::kNone && name == kOverrideUserName);
-}
-
-}  // namespace
-
 // Marks that a logon asks, for as long as it does.
 class LogonSession::OpenQuestion {
  public:
@@ -81,9 +72,19 @@ LogonSystem LogonSession::System() const {
   return *latestSystem_;
 }
 
-bool LogonSession::MustAsk(std::wstring_view name) const {
+bool LogonSession::Asks(LogonSystem system, std::wstring_view name) const {
+  const bool hasQuestion = system == LogonSystem::kQuillgate ||
+                           (system == LogonSystem::kNone && name == kOverrideUserName);
+  return hasQuestion && prompts_ != nullptr;
+}
+
+bool LogonSession::LogOnWithoutAsking(std::wstring_view name) {
   const CriticalSectionLock hold(decision_);
-  return prompts_ != nullptr && HasQuestion(System(), name);
+  const LogonSystem system = System();
+  if (Asks(system, name)) return false;
+  if (IsLoggedOn()) LogOff(1);
+  Decide(system, {});
+  return true;
 }
 
 bool LogonSession::LogOn(std::wstring_view name) {
@@ -94,7 +95,7 @@ bool LogonSession::LogOn(std::wstring_view name) {
     const CriticalSectionLock hold(decision_);
     if (IsLoggedOn()) LogOff(1);
     system = System();
-    const bool asks = HasQuestion(system, name) && prompts_ != nullptr && Users() != nullptr;
+    const bool asks = Asks(system, name) && Users() != nullptr;
     if (!asks || asking_) return Decide(system, {});
     question.emplace(*this);
     prompts = prompts_;
@@ -115,8 +116,12 @@ bool LogonSession::MakeFirstUser(LogonPrompts& prompts) {
   while (name && name->empty())
     name = prompts.AskFirstUserName();
   if (!name) return false;
-  if (StoreFirstUser(*std::move(name))) prompts.TellFirstUserMade();
-  return true;
+  if (StoreFirstUser(*std::move(name))) {
+    prompts.TellFirstUserMade();
+    return true;
+  }
+  // Another user may have been made meanwhile; without any there is nobody to log on.
+  return !Names().empty();
 }
 
 bool LogonSession::StoreFirstUser(std::wstring name) {
@@ -129,9 +134,7 @@ bool LogonSession::StoreFirstUser(std::wstring name) {
   }
   auto user = std::make_shared<User>(std::move(name));
   user->AssignAdministrator(true);
-  if (!users->Add(std::move(user))) return false;
-  users->SaveAll();
-  return true;
+  return users->AddStored(std::move(user));
 }
 
 bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName) {

@@ -48,7 +48,7 @@ class LogonPrompts {
   virtual std::optional<std::wstring> AskLogon(LogonSystem system,
                                                const LogonCandidates& candidates) = 0;
 
-  // The name of the first user of the QUILLGATE system, possibly empty.
+  // The name of the first user of the QUILLGATE system, possibly empty; see IsStorableUserName.
   virtual std::optional<std::wstring> AskFirstUserName() = 0;
 
   // Says that the first user was made, with a blank password.
@@ -86,14 +86,14 @@ class LogonSession final : private LogonCandidates {
   // Null when nobody is logged on.
   std::shared_ptr<const User> CurrentUser() const;
 
-  // Whether LogOn(name) would have to ask somebody now.
-  // Throws DBerror when the logon system has never been readable.
-  bool MustAsk(std::wstring_view name) const;
-
   // An empty name is an ordinary logon; "Admin" and "User" are the override commands of the NONE
   // system. Ends the session of whoever is logged on first. Whether a user is logged on afterwards.
   // A DBerror of the session reaches the caller.
   bool LogOn(std::wstring_view name);
+
+  // The same for callers that must not wait for a person. False when somebody would have to be
+  // asked; nothing is changed then.
+  bool LogOnWithoutAsking(std::wstring_view name);
 
   // Ends the connection session, then nobody is logged on, also when the session's end threw. The
   // flag has no effect.
@@ -108,6 +108,9 @@ class LogonSession final : private LogonCandidates {
  private:
   class OpenQuestion;
 
+  // Whether a logon of that name is a question. With the decision's lock held.
+  bool Asks(LogonSystem system, std::wstring_view name) const;
+
   std::vector<std::wstring> Names() const override;
   bool Accepts(std::wstring_view name, std::wstring_view password) const override;
 
@@ -120,7 +123,7 @@ class LogonSession final : private LogonCandidates {
   std::optional<std::wstring> Ask(LogonPrompts& prompts, LogonSystem system);
   // False when the question was cancelled.
   bool MakeFirstUser(LogonPrompts& prompts);
-  // False when there is a user already, or the name cannot be added.
+  // False when there is a user already, or the new one cannot be stored.
   bool StoreFirstUser(std::wstring name);
 
   // With the decision's lock held. No name: nobody was asked, or nobody accepted.

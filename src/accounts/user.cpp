@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <limits>
 
+#include "accounts/logon_system.h"
 #include "accounts/password_digest.h"
 #include "storage/setting_keys.h"
 
@@ -160,6 +161,20 @@ bool User::Save(std::wstring_view table, Database& database) const {
                                     : UpdateStatement(table, values));
     return true;
   } catch (const std::exception&) {
+    return false;
+  }
+}
+
+bool IsStorableUserName(std::wstring_view name) {
+  // The longest statement, with the longest values of everything else.
+  User user{std::wstring(name)};
+  constexpr User::Limit kLongest{true, std::numeric_limits<std::int32_t>::min(),
+                                 LimitPeriod::kUnknown};
+  user.TimeLimit() = user.DownloadLimit() = kLongest;
+  try {
+    return !name.empty() && FitsStatement(UpdateStatement(UserTableOf(LogonSystem::kQuillgate),
+                                                          ColumnValuesOf(user)));
+  } catch (const DBerror&) {
     return false;
   }
 }

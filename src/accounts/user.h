@@ -73,4 +73,8 @@ class User {
   HoursTable connectHours_{};
 };
 
+// Whether a user of that name can be stored in any table: no statement that holds it may be refused
+// for its characters or its length.
+bool IsStorableUserName(std::wstring_view name);
+
 }  // namespace quillgate

@@ -60,6 +60,10 @@ bool UserCollection::Add(std::shared_ptr<User> user) {
   return users_.emplace(name, std::move(user)).second;
 }
 
+bool UserCollection::AddStored(std::shared_ptr<User> user) {
+  return !Contains(user->Name()) && user->Save(Table(), database_) && Add(std::move(user));
+}
+
 bool UserCollection::Remove(std::wstring_view name) {
   const CriticalSectionLock hold(lock_);
   const auto found = users_.find(name);

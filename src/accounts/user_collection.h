@@ -33,6 +33,8 @@ class UserCollection {
 
   // False when the name is taken; the collection is then unchanged.
   bool Add(std::shared_ptr<User> user);
+  // The same for a user who is stored at once; false, and unchanged, when that fails too.
+  bool AddStored(std::shared_ptr<User> user);
   // False when there is no such user, or no administrator other than it.
   bool Remove(std::wstring_view name);
   // False when the old name is absent or the new one present.

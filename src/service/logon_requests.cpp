@@ -17,10 +17,7 @@ void LogonRequests::LogOn() noexcept {
 
 void LogonRequests::LogOnOrPost() noexcept {
   try {
-    if (!logon_.MustAsk({})) {
-      LogOn();
-      return;
-    }
+    if (logon_.LogOnWithoutAsking({})) return;
     const HWND window = requestWindow_;
     if (window != nullptr) ::PostMessageW(window, kLogOnRequested, 0, 0);
   } catch (...) {

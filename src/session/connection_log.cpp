@@ -6,7 +6,7 @@ namespace {
 constexpr std::wstring_view kFinishedSessions = L"ConnLog";
 constexpr std::wstring_view kRunningSession = L"CrashLog";
 
-// Throws DBerror for a user name that cannot stand between apostrophes.
+// Throws DBerror for a user name that cannot stand in a statement.
 std::wstring InsertStatement(std::wstring_view table, const SessionRecord& session) {
   std::wstring sql = L"INSERT INTO ";
   sql += table;
@@ -15,6 +15,7 @@ std::wstring InsertStatement(std::wstring_view table, const SessionRecord& sessi
   sql += L", " + SqlText(std::to_wstring(session.bytesSent));
   sql += L", " + SqlText(std::to_wstring(session.bytesReceived));
   sql += L", " + SqlText(FormatTimestamp(session.startDate)) + L");";
+  if (!FitsStatement(sql)) throw DBerror(L"Query too long.", DBerror::kOwnFailure);
   return sql;
 }
 
@@ -27,16 +28,20 @@ void ConnectionLog::KeepCrashed() {
 
 ConnectionLog::Batch ConnectionLog::Due(const std::optional<SessionRecord>& running) {
   Batch batch{.recovers = recoveryDue_, .finished = {}, .running = {}};
-  for (auto session = unwritten_.begin(); session != unwritten_.end(); ++session) {
+  std::erase_if(unwritten_, [&batch](const SessionRecord& session) {
     try {
-      batch.finished.push_back(InsertStatement(kFinishedSessions, *session));
+      batch.finished.push_back(InsertStatement(kFinishedSessions, session));
+      return false;
     } catch (const DBerror&) {
-      // It would fail for ever and hold up the others.
-      unwritten_.erase(session);
-      throw;
+      batch.refused = std::current_exception();
+      return true;
     }
+  });
+  try {
+    if (running) batch.running = InsertStatement(kRunningSession, *running);
+  } catch (const DBerror&) {
+    batch.refused = std::current_exception();
   }
-  if (running) batch.running = InsertStatement(kRunningSession, *running);
   return batch;
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +30,11 @@ class ConnectionLog {
     bool recovers = false;
     std::vector<std::wstring> finished;
     std::wstring running;  // empty: CrashLog is emptied
+    // The DBerror of a session that can never be written: its user's name cannot stand in a
+    // statement. A finished one has been given up, or it would hold up the others for ever.
+    std::exception_ptr refused{};
+
+    bool IsToBeWritten() const { return refused == nullptr || !finished.empty(); }
   };
 
   explicit ConnectionLog(Database& database) : database_(database) {}
@@ -38,8 +44,7 @@ class ConnectionLog {
   // What a crash left in CrashLog is to be moved to ConnLog.
   void KeepCrashed();
 
-  // Everything that is to be written, and the session that CrashLog shall hold afterwards. Throws
-  // DBerror for a session whose user's name cannot stand in a statement, which is given up.
+  // Everything that is to be written, and the session that CrashLog shall hold afterwards.
   Batch Due(const std::optional<SessionRecord>& running);
   // Writes all of the batch or nothing. Throws DBerror.
   void Write(const Batch& batch);

@@ -153,9 +153,12 @@ void SessionLog::Write(const std::function<ConnectionLog::Batch()>& due) {
     const CriticalSectionLock hold(lock_);
     batch = due();
   }
-  log_.Write(batch);
-  const CriticalSectionLock hold(lock_);
-  log_.Forget(batch);
+  if (batch.IsToBeWritten()) {
+    log_.Write(batch);
+    const CriticalSectionLock hold(lock_);
+    log_.Forget(batch);
+  }
+  if (batch.refused) std::rethrow_exception(batch.refused);
 }
 
 void SessionLog::WriteFinished() {

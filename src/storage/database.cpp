@@ -81,6 +81,10 @@ std::wstring SqlText(std::wstring_view value) {
   return quoted.append(1, L'\'').append(value).append(1, L'\'');
 }
 
+bool FitsStatement(std::wstring_view sql) {
+  return sql.size() <= DbEngine::kMaxStatement && Narrow(sql).size() <= DbEngine::kMaxStatement;
+}
+
 Database::Database(std::wstring path) : path_(std::move(path)) {}
 
 Database::~Database() = default;

@@ -23,6 +23,9 @@ std::wstring DatabasePath();
 // because it holds an apostrophe or a NUL throws DBerror(-1): it never reaches the engine.
 std::wstring SqlText(std::wstring_view value);
 
+// Whether the statement is short enough for the engine, as it stands and in narrow text.
+bool FitsStatement(std::wstring_view sql);
+
 class Database {
  public:
   explicit Database(std::wstring path = DatabasePath());

@@ -111,6 +111,14 @@ TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdmini
   EXPECT_EQ(Query(L"SELECT Name, Privileges FROM Users_Quillgate;"), (DbRows{{L"Anna", L"1"}}));
 }
 
+TEST_F(LogonSessionTest, AFirstUserThatCannotBeStoredIsNotMade) {
+  Choose(LogonSystem::kQuillgate, L"QUILLGATE");
+  database_.DbExecute(L"DROP TABLE Users_Quillgate;");
+  EXPECT_CALL(prompts_, AskFirstUserName()).WillOnce(Return(L"Anna"));
+  EXPECT_FALSE(session_.LogOn(L""));
+  EXPECT_EQ(users_->Count(), 0u);
+}
+
 TEST_F(LogonSessionTest, CancellingTheFirstUserEndsTheLogonBeforeItsDialog) {
   Choose(LogonSystem::kQuillgate, L"QUILLGATE");
   EXPECT_CALL(prompts_, AskFirstUserName()).WillOnce(Return(std::nullopt));

@@ -139,5 +139,22 @@ TEST_F(UserTest, TheHourIsThatOfTheLocalWeekFromSunday) {
   }
 }
 
+TEST_F(UserTest, ANameIsStorableIfEveryStatementTakesIt) {
+  EXPECT_FALSE(IsStorableUserName(L""));
+  EXPECT_FALSE(IsStorableUserName(L"O'Brien"));
+  for (const wchar_t letter : {L'n', L'\u00E5'}) {
+    std::wstring name;
+    while (IsStorableUserName(name + letter))
+      name += letter;
+    for (const bool fits : {true, false}) {
+      User user(name);
+      user.TimeLimit() = user.DownloadLimit() = {true, -2147483647 - 1, LimitPeriod::kUnknown};
+      user.Save(kTable, database_);
+      EXPECT_EQ(user.Save(kTable, database_), fits) << name.size();
+      name += letter;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quillgate
