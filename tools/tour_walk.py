@@ -94,7 +94,7 @@ class Walk:
         self.album.add("wrong-password", "A wrong password", "Two more attempts are left.")
         self.desktop.keys("Return")
         self.desktop.await_closed(self.texts[100])
-        time.sleep(0.3)
+        time.sleep(1.5)  # nothing can be entered in the first second
         self.desktop.type(PASSWORDS["anna"])
         self.desktop.keys("Return")
         self.desktop.await_closed(title)

@@ -27,7 +27,8 @@ DialogPrompts::DialogPrompts(const UiSurroundings& ui, Settings& settings, const
 std::optional<std::wstring> DialogPrompts::AskLogon(LogonSystem system,
                                                     const LogonCandidates& candidates) {
   const LockedIndicator locked(indicator_);
-  LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_}, system, candidates);
+  LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_, passwordPause_}, system,
+                     candidates);
   if (!dialog.Run(nullptr)) return {};
   return dialog.UserName();
 }

@@ -5,6 +5,7 @@
 #include "accounts/logon_session.h"
 #include "session/gate_indicator.h"
 #include "ui/gdi_plus.h"
+#include "ui/password_pause.h"
 #include "ui/ui_surroundings.h"
 
 namespace quillgate {
@@ -27,6 +28,7 @@ class DialogPrompts final : public LogonPrompts {
   GateIndicator& indicator_;
   // Never reset: see LogonDialogSurroundings.
   bool bannerTimerUsed_ = false;
+  PasswordPause passwordPause_;
 };
 
 }  // namespace quillgate

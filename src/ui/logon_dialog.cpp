@@ -13,6 +13,7 @@ namespace {
 
 constexpr UINT_PTR kBannerTimer = 1;
 constexpr UINT kBannerTimerMilliseconds = 1500;
+constexpr UINT_PTR kPauseTimer = 2;
 // Pixels by which the password row takes the place of the user row.
 constexpr int kRowUp = 16;
 constexpr int kLabelRight = 5;
@@ -26,6 +27,7 @@ LogonDialog::LogonDialog(const LogonDialogSurroundings& surroundings, LogonSyste
       system_(system),
       candidates_(candidates),
       bannerTimerUsed_(surroundings.bannerTimerUsed),
+      pause_(surroundings.passwordPause),
       banner_(surroundings.gdiPlus) {}
 
 bool LogonDialog::Run(HWND parent) {
@@ -34,11 +36,12 @@ bool LogonDialog::Run(HWND parent) {
 
 bool LogonDialog::OnInitDialog(HWND window) {
   Edit(window, IDC_LOGON_PASSWORD).LimitLength(SecretText::kMaximumLength);
-  if (IsOverride()) {
-    MovePasswordRowUp(window);
-    return true;
+  if (IsOverride()) MovePasswordRowUp(window);
+  const bool isUserKnown = !IsOverride() && ListUsers(window);
+  if (PauseLeft() > 0) {
+    AdmitPassword(window);
+    return false;
   }
-  const bool isUserKnown = ListUsers(window);
   if (isUserKnown) Edit(window, IDC_LOGON_PASSWORD).Focus();
   return !isUserKnown;
 }
@@ -85,14 +88,18 @@ INT_PTR LogonDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_PAINT:
       OnPaint(window);
       return TRUE;
-    case WM_TIMER: {
-      const RECT banner{0, 0, LogonBanner::kWidth, LogonBanner::kHeight};
-      ::InvalidateRect(window, &banner, FALSE);
+    case WM_TIMER:
+      OnTimer(window, wParam);
       return TRUE;
-    }
     default:
       return FALSE;
   }
+}
+
+void LogonDialog::OnTimer(HWND window, UINT_PTR timer) const {
+  if (timer == kPauseTimer) return AdmitPassword(window);
+  const RECT banner{0, 0, LogonBanner::kWidth, LogonBanner::kHeight};
+  ::InvalidateRect(window, &banner, FALSE);
 }
 
 INT_PTR LogonDialog::OnCommand(HWND window, WORD command) {
@@ -114,12 +121,14 @@ std::wstring LogonDialog::ChosenName(HWND window) const {
 }
 
 void LogonDialog::OnOk(HWND window) {
+  if (PauseLeft() > 0) return;
   std::wstring name = ChosenName(window);
   const SecretText password(Edit(window, IDC_LOGON_PASSWORD));
   if (!candidates_.Accepts(name, password.View())) {
     OnWrongPassword(window);
     return;
   }
+  pause_.NoteRight();
   settings_.SetSetting(SettingKey::kLastLogonName, name);
   userName_ = std::move(name);
   Close(window, IDOK);
@@ -127,17 +136,33 @@ void LogonDialog::OnOk(HWND window) {
 
 void LogonDialog::OnWrongPassword(HWND window) {
   ShowError(window, Catalogue(), Catalogue().GetMessageText(kMsgWrongPassword));
+  pause_.NoteWrong(::GetTickCount());
   if (--attemptsLeft_ == 0) {
     Close(window, IDCANCEL);
     return;
   }
+  AdmitPassword(window);
+}
+
+void LogonDialog::AdmitPassword(HWND window) const {
   const Edit password(window, IDC_LOGON_PASSWORD);
+  const DWORD left = PauseLeft();
+  password.Enable(left == 0);
+  Control(window, IDOK).Enable(left == 0);
+  if (left > 0) {
+    // Not to Cancel, which Enter would press: who goes on typing shall not close the dialog.
+    ::SetFocus(window);
+    ::SetTimer(window, kPauseTimer, left, nullptr);
+    return;
+  }
+  ::KillTimer(window, kPauseTimer);
   password.SelectAll();
   password.Focus();
 }
 
 void LogonDialog::Close(HWND window, int result) {
   ::KillTimer(window, kBannerTimer);
+  ::KillTimer(window, kPauseTimer);
   ::EndDialog(window, result);
 }
 

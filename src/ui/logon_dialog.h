@@ -8,6 +8,7 @@
 #include "storage/settings.h"
 #include "ui/dialog_object.h"
 #include "ui/logon_banner.h"
+#include "ui/password_pause.h"
 
 namespace quillgate {
 
@@ -18,6 +19,8 @@ struct LogonDialogSurroundings {
   // Set by the first banner that was painted in the process, the only one that is repainted by a
   // timer.
   bool& bannerTimerUsed;
+  // Goes on from one dialog to the next.
+  PasswordPause& passwordPause;
 };
 
 class LogonDialog final : public DialogObject {
@@ -26,7 +29,8 @@ class LogonDialog final : public DialogObject {
               const LogonCandidates& candidates);
 
   // Returns when the dialog has been closed. Whether a user was accepted, who is remembered as the
-  // last one; the third wrong password closes it like Cancel. The parent may be null.
+  // last one; the third wrong password closes it like Cancel, and after each one there is a pause.
+  // The parent may be null.
   bool Run(HWND parent);
 
   // Who was accepted.
@@ -38,11 +42,15 @@ class LogonDialog final : public DialogObject {
   void SetTexts(HWND window) override;
 
   INT_PTR OnCommand(HWND window, WORD command);
+  void OnTimer(HWND window, UINT_PTR timer) const;
   void OnOk(HWND window);
   void OnWrongPassword(HWND window);
+  // Lets a password be entered, or keeps it from being entered as long as the pause lasts.
+  void AdmitPassword(HWND window) const;
   void OnPaint(HWND window);
   void Close(HWND window, int result);
 
+  DWORD PauseLeft() const { return pause_.Left(::GetTickCount()); }
   bool IsOverride() const { return system_ == LogonSystem::kNone; }
   void MovePasswordRowUp(HWND window) const;
   // Whether the user of the last logon is among them, who is then the one chosen.
@@ -53,6 +61,7 @@ class LogonDialog final : public DialogObject {
   LogonSystem system_;
   const LogonCandidates& candidates_;
   bool& bannerTimerUsed_;
+  PasswordPause& pause_;
   LogonBanner banner_;
   int attemptsLeft_ = 3;
   std::wstring userName_;

@@ -95,11 +95,13 @@ TEST_F(DialogPromptsTest, TheOverrideIsGivenForItsPasswordOnly) {
     for (int attempt = 0; attempt < 3; ++attempt) {
       script.Click(window, IDOK);
       CloseBox(script);
+      if (attempt < 2) EndPause(script, window);
     }
   });
   EXPECT_EQ(LoggedOn(), L"User");
   LogOn(L"Admin", [this](DesktopScript& script) {
     QWidget* window = AwaitLogon(script);
+    EndPause(script, window);
     script.Type(window, IDC_LOGON_PASSWORD, "secret");
     script.Click(window, IDOK);
   });

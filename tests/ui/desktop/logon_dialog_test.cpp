@@ -25,7 +25,7 @@ class LogonDialogTest : public UiDesktopTest {
  protected:
   // Whether somebody was accepted, while the script plays the user.
   bool Run(LogonSystem system, const std::function<void(DesktopScript&, QWidget*)>& user) {
-    LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_}, system, users_);
+    LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_, pause_}, system, users_);
     bool accepted = false;
     {
       DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow(kTitle)); });
@@ -63,6 +63,7 @@ class LogonDialogTest : public UiDesktopTest {
   KnownUsers users_;
   GdiPlus gdiPlus_;
   bool bannerTimerUsed_ = false;
+  PasswordPause pause_;
   std::wstring name_;
 };
 
@@ -103,25 +104,31 @@ TEST_F(LogonDialogTest, TheLastUserIsPreselectedIfThereStillIsOneAndTypesThePass
   }
 }
 
-TEST_F(LogonDialogTest, TheThirdWrongPasswordEndsItAndTheFourthIsNotAsked) {
+TEST_F(LogonDialogTest, TheThirdWrongPasswordEndsItAndTheNextDialogBeginsPaused) {
   settings_.SetSetting(SettingKey::kLastLogonName, L"Cy");
-  EXPECT_FALSE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+  EXPECT_FALSE(Run(LogonSystem::kQuillgate, [this](DesktopScript& script, QWidget* window) {
     for (int attempt = 0; attempt < 3; ++attempt) {
       script.Type(window, IDC_LOGON_PASSWORD, "Anna!");
       script.Click(window, IDOK);
       EXPECT_EQ(CloseBox(script), kWrong);
+      if (attempt < 2) EndPause(script, window);
     }
     script.AwaitNoWindow(kTitle);
+  }));
+  EXPECT_FALSE(Run(LogonSystem::kNone, [this](DesktopScript& script, QWidget* window) {
+    EndPause(script, window);
+    script.Click(window, IDCANCEL);
   }));
   EXPECT_EQ(name_, L"");
   EXPECT_EQ(settings_.GetSetting(SettingKey::kLastLogonName, L""), L"Cy");
 }
 
 TEST_F(LogonDialogTest, AWrongPasswordIsSelectedSoThatTypingReplacesIt) {
-  EXPECT_TRUE(Run(LogonSystem::kQuillgate, [](DesktopScript& script, QWidget* window) {
+  EXPECT_TRUE(Run(LogonSystem::kQuillgate, [this](DesktopScript& script, QWidget* window) {
     script.Type(window, IDC_LOGON_PASSWORD, "wrong");
     script.Key(Qt::Key_Return);
     CloseBox(script);
+    EndPause(script, window);
     auto* password = qobject_cast<QLineEdit*>(script.Child(window, IDC_LOGON_PASSWORD));
     script.Await([&] { return password->hasFocus() && password->selectedText().size() == 5; },
                  "selected password");
@@ -192,7 +199,8 @@ TEST_F(LogonDialogTest, TheTextsAreThoseOfTheInterfaceLanguage) {
   catalogue_.SetInterfaceLanguage(1053);
   const QString title = QString::fromStdWString(catalogue_.GetMessageText(kMsgLogOnCaption));
   EXPECT_NE(title, kTitle);
-  LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_}, LogonSystem::kQuillgate, users_);
+  LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_, pause_}, LogonSystem::kQuillgate,
+                     users_);
   DesktopScript script([&](DesktopScript& steps) {
     QWidget* window = steps.AwaitWindow(title);
     EXPECT_EQ(Shown(steps, window, IDCANCEL),

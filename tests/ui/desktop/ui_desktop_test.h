@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -38,6 +39,18 @@ class UiDesktopTest : public testing::Test {
     script.Click(box, IDOK);
     script.AwaitNoWindow(kBoxTitle);
     return text;
+  }
+
+  // In a logon dialog, which takes no password until then, nor Enter.
+  void EndPause(DesktopScript& script, QWidget* window) {
+    auto* password = qobject_cast<QLineEdit*>(script.Child(window, IDC_LOGON_PASSWORD));
+    const QWidget* ok = script.Child(window, IDOK);
+    const auto isPaused = [&] { return !password->isEnabled() && !ok->isEnabled(); };
+    script.Await([&] { return isPaused() && window->hasFocus(); }, "pause");
+    script.Key(Qt::Key_Return);
+    machine_.Time().Advance(std::chrono::seconds(64));
+    script.Await([&] { return ok->isEnabled() && password->hasFocus(); }, "end of the pause");
+    script.Do([&] { EXPECT_EQ(password->selectedText(), password->text()); });
   }
 
   platform::SimulatedMachine machine_;

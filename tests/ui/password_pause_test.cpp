@@ -1,0 +1,28 @@
+// How long a password cannot be tried after wrong ones.
+#include "ui/password_pause.h"
+
+#include <gtest/gtest.h>
+
+namespace quillgate {
+namespace {
+
+TEST(PasswordPause, DoublesWithEachWrongPasswordInARowOverTheTurnOfTheTicks) {
+  PasswordPause pause;
+  DWORD tick = 0xFFFFF000;
+  EXPECT_EQ(pause.Left(tick), 0u);
+  for (const DWORD seconds : {1, 2, 4, 8, 16, 32, 64, 64}) {
+    pause.NoteWrong(tick);
+    EXPECT_EQ(pause.Left(tick), 1000 * seconds);
+    EXPECT_EQ(pause.Left(tick + 1), 1000 * seconds - 1);
+    tick += 1000 * seconds;
+    EXPECT_EQ(pause.Left(tick), 0u);
+  }
+  pause.NoteWrong(tick);
+  pause.NoteRight();
+  EXPECT_EQ(pause.Left(tick), 0u);
+  pause.NoteWrong(tick);
+  EXPECT_EQ(pause.Left(tick), 1000u);
+}
+
+}  // namespace
+}  // namespace quillgate
