@@ -14,6 +14,7 @@
 #include "platform/desktop/qt_graphics.h"
 #include "platform/desktop/qt_menus.h"
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_screen_bounds.h"
 #include "platform/desktop/qt_tray.h"
 #include "platform/desktop/qt_window_peers.h"
 
@@ -69,6 +70,7 @@ class QtDesktop final : public DesktopModule {
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
   [[maybe_unused]] const bool withoutGlib_ = ForgoGlib();
   QtApplication application_{argumentCount_, arguments_};
+  const QtResizeGuard resizeGuard_;
   QtEventLoop loop_;
   QtGraphics graphics_;
   QtWindowPeers windows_;

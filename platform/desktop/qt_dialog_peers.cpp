@@ -3,6 +3,7 @@
 #include "platform/desktop/qt_dialog_keys.h"
 #include "platform/desktop/qt_painted_widget.h"
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_screen_bounds.h"
 
 namespace platform {
 namespace {
@@ -18,7 +19,7 @@ class QtDialogPeer final : public QtPeer<DialogPeer> {
   QtDialogPeer& operator=(const QtDialogPeer&) = delete;
 
   void SetPlace(const RECT& place) override {
-    Widget()->setFixedSize(QtRect(place).size());
+    Widget()->setFixedSize(QtRect(place).size().boundedTo(LargestWindowSize()));
     QtPeer::SetPlace(place);
   }
   void SetModal() override {

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <vector>
 
+#include "platform/desktop/qt_screen_bounds.h"
+
 namespace platform {
 namespace {
 
@@ -99,8 +101,10 @@ void QtPeerCore::SetIdentity(HWND window, UINT_PTR id) {
 }
 
 void QtPeerCore::SetPlace(const RECT& place) {
+  QRect bounded = QtRect(place);
+  if (widget_->isWindow()) bounded.setSize(bounded.size().boundedTo(LargestWindowSize()));
   placing_ = true;
-  widget_->setGeometry(QtRect(place));
+  widget_->setGeometry(bounded);
   placing_ = false;
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/desktop/qt_peer.h"
+#include "platform/desktop/qt_screen_bounds.h"
 
 namespace platform {
 namespace {
@@ -39,7 +40,9 @@ class QtSurface::Clipping {
   QtSurface& surface_;
 };
 
-void QtSurface::Resize(QSize size, double ratio, const QColor& colour) {
+void QtSurface::Resize(QSize wanted, double ratio, const QColor& colour) {
+  // What is larger is never seen as a whole.
+  const QSize size = wanted.boundedTo(LargestWindowSize());
   const bool hasRatio = !image_.isNull() && image_.devicePixelRatio() == ratio;
   if (hasRatio && Size() == size.expandedTo({1, 1})) return;
   QImage fresh = MakeImage(size, ratio, colour);

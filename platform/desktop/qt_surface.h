@@ -22,8 +22,8 @@ class QtSurface {
   QtSurface& operator=(const QtSurface&) = delete;
 
   // What stands already stays; what is new has that colour, is damaged and exposed. With another
-  // ratio everything is new.
-  void Resize(QSize size, double ratio, const QColor& colour);
+  // ratio everything is new. The surface is no larger than the largest window.
+  void Resize(QSize wanted, double ratio, const QColor& colour);
   // The pixels are of no use any more, and need no memory.
   void Drop();
   void Damage(const QRegion& area) { damaged_ += area; }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QScreen>
 #include <QTest>
 
 #include "platform/desktop/window_fixture.h"
@@ -28,6 +29,8 @@ TEST_F(WindowOnDesktop, AWindowAndItsChildAreWhereTheyWerePut) {
     ASSERT_EQ(inner, WidgetOf(child));
     EXPECT_TRUE(inner->isVisible());
     EXPECT_EQ(inner->geometry(), QRect(10, 20, 50, 30));
+    ::MoveWindow(window, 60, 70, 32'767, 32'767, TRUE);
+    EXPECT_EQ(widget->size(), widget->screen()->virtualSize()) << "it would need 4 GB";
     ::MoveWindow(child, 1, 2, 3, 4, TRUE);
     EXPECT_EQ(inner->geometry(), QRect(1, 2, 3, 4));
     ::SetWindowTextW(window, L"Another");
