@@ -18,7 +18,13 @@ class QtApplication final : public QApplication {
  private:
   bool notify(QObject* receiver, QEvent* event) override {
     keys_.Note(*event);
+    if (IsDrag(event->type())) return false;
     return QApplication::notify(receiver, event);
+  }
+
+  // The layer's windows take no drops, whatever the toolkit's fields would.
+  static bool IsDrag(QEvent::Type type) {
+    return type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::Drop;
   }
 
   QtKeyState keys_;

@@ -4,10 +4,12 @@
 #include <QCalendarWidget>
 #include <QDateEdit>
 #include <QEvent>
+#include <QLineEdit>
 #include <QLocale>
 #include <QSignalBlocker>
 
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_paste.h"
 
 namespace platform {
 namespace {
@@ -55,6 +57,9 @@ class QtDatePickerPeer final : public QtControlPeer<DatePickerPeer> {
     edit->calendarWidget()->setFirstDayOfWeek(UserLocale().firstDayOfWeek());
     edit->calendarWidget()->installEventFilter(&watch_);
     SetCalendarStyle(0);
+    // That of the calendar's year, too.
+    for (QLineEdit* each : edit->findChildren<QLineEdit*>())
+      new QtPaste(*each);
     QObject::connect(edit, &QDateEdit::dateChanged, Context(), [&events](QDate date) {
       events.OnPicked({date.year(), date.month(), date.day()});
     });

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_paste.h"
 
 namespace platform {
 namespace {
@@ -42,6 +43,7 @@ class QtEditPeer final : public QtControlPeer<EditPeer> {
     if ((origin.style & ES_PASSWORD) != 0) edit->setEchoMode(QLineEdit::Password);
     if ((origin.style & ES_NUMBER) != 0) digits_ = new DigitValidator(edit);
     edit->setValidator(digits_);
+    new QtPaste(*edit);
     QObject::connect(edit, &QLineEdit::textEdited, Context(), [this, &events](const QString& text) {
       Bound(text);
       events.OnEdited(text.toStdWString());

@@ -1,4 +1,6 @@
 // Fields of one line, typed into for real.
+#include <QClipboard>
+#include <QDragEnterEvent>
 #include <QLineEdit>
 
 #include "platform/controls/control_test.h"
@@ -103,6 +105,17 @@ TEST_F(EditTest, TheLimitIsForTypingOnly) {
   Send(edit, EM_SETLIMITTEXT, 0);
   Type(edit, "x");
   EXPECT_EQ(TextOf(edit), L"longerx");
+}
+
+TEST_F(EditTest, WhatIsPastedIsCutAtTheLimitAndNothingIsDropped) {
+  HWND edit = Edit();
+  Send(edit, EM_SETLIMITTEXT, 3);
+  QGuiApplication::clipboard()->setText("abcd");
+  Press(edit, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(TextOf(edit), L"abc");
+  QDragEnterEvent drag({}, Qt::CopyAction, QGuiApplication::clipboard()->mimeData(), {}, {});
+  QCoreApplication::sendEvent(WidgetOf<QLineEdit>(edit), &drag);
+  EXPECT_FALSE(drag.isAccepted());
 }
 
 TEST_F(EditTest, ANumberFieldTakesDigitsOnly) {
