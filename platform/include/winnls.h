@@ -36,6 +36,7 @@ int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters)
 struct NUMBERFMTW;
 struct SYSTEMTIME;
 #define DATE_SHORTDATE 0x00000001u
+#define TIME_NOSECONDS 0x00000002u
 int WINAPI GetNumberFormatW(LCID locale, DWORD flags, LPCWSTR value, const NUMBERFMTW* format,
                             LPWSTR text, int characters);
 int WINAPI GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format,

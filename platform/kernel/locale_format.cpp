@@ -134,7 +134,7 @@ std::optional<std::wstring> FormattedDate(LCID locale, const SYSTEMTIME& date) {
   return FormattedMoment(format, midnight);
 }
 
-std::optional<std::wstring> FormattedTime(LCID locale, const SYSTEMTIME& time) {
+std::optional<std::wstring> FormattedTime(LCID locale, DWORD flags, const SYSTEMTIME& time) {
   const std::string name = FormatLocale(locale, "LC_TIME");
   if (name.empty() || !IsTimeOfDay(time)) return std::nullopt;
   // Only the time of day counts; the day has to be one.
@@ -142,7 +142,8 @@ std::optional<std::wstring> FormattedTime(LCID locale, const SYSTEMTIME& time) {
   someDay.wYear = 2000;
   someDay.wMonth = 1;
   someDay.wDay = 1;
-  return FormattedMoment(OpenDateFormat(name, UDAT_MEDIUM, UDAT_NONE), someDay);
+  const UDateFormatStyle style = (flags & TIME_NOSECONDS) != 0 ? UDAT_SHORT : UDAT_MEDIUM;
+  return FormattedMoment(OpenDateFormat(name, style, UDAT_NONE), someDay);
 }
 
 SYSTEMTIME MomentOrNow(const SYSTEMTIME* moment) {
@@ -190,8 +191,8 @@ int WINAPI GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCW
 int WINAPI GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR format,
                           LPWSTR text, int characters) {
   if (!IsBuffer(text, characters)) return 0;
-  if (!IsSupported("GetTimeFormatW", flags, 0, format != nullptr)) return 0;
-  return GiveLocaleText(FormattedTime(locale, MomentOrNow(time)), text, characters);
+  if (!IsSupported("GetTimeFormatW", flags, TIME_NOSECONDS, format != nullptr)) return 0;
+  return GiveLocaleText(FormattedTime(locale, flags, MomentOrNow(time)), text, characters);
 }
 
 }  // extern "C"

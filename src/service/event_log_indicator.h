@@ -20,7 +20,7 @@ class EventLogIndicator final : public GateIndicator {
   // Nothing is drawn and nothing can be clicked.
   void SetIcon(GateIcon) override {}
   void Show() override {}
-  void Lock() override {}
+  bool Lock() override { return false; }
   void Unlock() override {}
 
  private:

@@ -34,8 +34,15 @@ class RelayIndicator final : public GateIndicator {
                    int kind) override {
     Relay(&GateIndicator::ShowMessage, text, title, icon, kind);
   }
-  void Lock() override { Relay(&GateIndicator::Lock); }
-  void Unlock() override { Relay(&GateIndicator::Unlock); }
+  // Without a tray there is nothing to click on.
+  bool Lock() override {
+    const CriticalSectionLock hold(lock_);
+    return target_ != nullptr && target_->Lock();
+  }
+  void Unlock() override {
+    const CriticalSectionLock hold(lock_);
+    if (target_ != nullptr) target_->Unlock();
+  }
 
  private:
   template <class Operation, class... Arguments>

@@ -32,9 +32,26 @@ class GateIndicator {
   virtual void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
                            int kind) = 0;
 
-  // While locked, clicks on the icon are ignored: around a modal dialog.
-  virtual void Lock() = 0;
+  // While locked, clicks on the icon are ignored: around a modal dialog. One flag, not a count:
+  // Lock answers whether it was set already, and then it is somebody else's to clear.
+  virtual bool Lock() = 0;
   virtual void Unlock() = 0;
+};
+
+// The indicator is locked for as long as this lives, or longer if it was before.
+class IndicatorLock {
+ public:
+  explicit IndicatorLock(GateIndicator& indicator)
+      : indicator_(indicator), wasLocked_(indicator.Lock()) {}
+  ~IndicatorLock() {
+    if (!wasLocked_) indicator_.Unlock();
+  }
+  IndicatorLock(const IndicatorLock&) = delete;
+  IndicatorLock& operator=(const IndicatorLock&) = delete;
+
+ private:
+  GateIndicator& indicator_;
+  const bool wasLocked_;
 };
 
 }  // namespace quillgate

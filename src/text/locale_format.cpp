@@ -59,7 +59,7 @@ std::wstring FormatDate(const SYSTEMTIME& date) {
 
 std::wstring FormatTime(const SYSTEMTIME& time) {
   TextBuffer buffer{};
-  const int length = ::GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &time, nullptr, buffer.data(),
+  const int length = ::GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, buffer.data(),
                                       static_cast<int>(buffer.size()));
   return length == 0 ? std::wstring() : buffer.data();
 }

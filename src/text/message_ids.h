@@ -61,6 +61,7 @@ inline constexpr MessageId kMsgRemoveOverrideItem = 1126;
 inline constexpr MessageId kMsgOverride = 1127;
 inline constexpr MessageId kMsgWait = 1134;
 inline constexpr MessageId kMsgWrongPassword = 10004;
+inline constexpr MessageId kMsgInvalidUserName = 10006;
 inline constexpr MessageId kMsgDatabaseError = 10007;
 inline constexpr MessageId kMsgUnknownError = 10008;
 inline constexpr MessageId kMsgComponentMissing = 10009;

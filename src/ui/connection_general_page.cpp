@@ -75,6 +75,7 @@ bool ConnectionGeneralPage::OnInitDialog(HWND window) {
   ::SetTimer(window, kRefreshTimer, kRefreshMilliseconds, nullptr);
   Reset();
   Refresh(window);
+  if (!usage_ && readFailure_) std::rethrow_exception(readFailure_);
   return true;
 }
 
@@ -99,9 +100,14 @@ void ConnectionGeneralPage::OnCancel(HWND window) {
 void ConnectionGeneralPage::Reset() {
   usage_.reset();
   logonSystem_ = CurrentLogonSystem(surroundings_.settings);
-  const auto user = surroundings_.logon.CurrentUser();
-  if (user == nullptr) return;
-  usage_ = ReadUsageOverview(user->Name(), surroundings_.database, surroundings_.calendar);
+}
+
+void ConnectionGeneralPage::ReadUsage(const User& user) {
+  try {
+    usage_ = ReadUsageOverview(user.Name(), surroundings_.database, surroundings_.calendar);
+  } catch (const DBerror&) {
+    readFailure_ = std::current_exception();
+  }
 }
 
 void ConnectionGeneralPage::Refresh(HWND window) {
@@ -115,6 +121,7 @@ void ConnectionGeneralPage::Refresh(HWND window) {
   if (isOfNewSession) rates_.Restart();
   rates_.Add(reading);
   if (isOfNewSession) Reset();
+  if (!usage_) ReadUsage(*user);
   ShowRates(window);
   ShowSession(window, reading, *user);
   ShowUsage(window, reading);
@@ -147,8 +154,12 @@ void ConnectionGeneralPage::ShowSession(HWND window, const SessionReading& readi
 }
 
 void ConnectionGeneralPage::ShowUsage(HWND window, const SessionReading& reading) const {
-  if (!usage_) return;
   for (const PeriodColumn& column : kColumns) {
+    if (!usage_) {
+      for (const int control : {column.timeOnline, column.downloads, column.uploads})
+        Control(window, control).SetText(kUnknown);
+      continue;
+    }
     const PeriodUsage& usage = *usage_.*column.usage;
     Control(window, column.timeOnline).SetText(FormatDuration(usage.seconds + reading.seconds));
     Control(window, column.downloads)

@@ -1,8 +1,9 @@
 // The live page of the connection sheet: the running session, its transfer rates, and what the user
 // has used up. Refreshed once a second without asking the database, which is asked when the page
-// opens and when another session has begun.
+// opens and when another session has begun, and again until it has answered.
 #pragma once
 
+#include <exception>
 #include <optional>
 
 #include "ui/connection_sheet.h"
@@ -23,8 +24,9 @@ class ConnectionGeneralPage final : public PropertyPage {
   bool OnInitDialog(HWND window) override;
   void SetTexts(HWND window) override;
 
-  // Reads from the database what does not change within a session.
+  // Forgets what does not change within a session.
   void Reset();
+  void ReadUsage(const User& user);
   void Refresh(HWND window);
   void ShowSession(HWND window, const SessionReading& reading, const User& user) const;
   void ShowRates(HWND window);
@@ -34,8 +36,9 @@ class ConnectionGeneralPage final : public PropertyPage {
   const SessionLog& session_;
   RateHistory& rates_;
   LogonSystem logonSystem_ = LogonSystem::kNone;
-  // Nothing when the database could not tell.
+  // Nothing while the database cannot tell; then why.
   std::optional<UsageOverview> usage_;
+  std::exception_ptr readFailure_;
   int refreshes_ = 0;
 };
 

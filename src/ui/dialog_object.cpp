@@ -59,12 +59,23 @@ INT_PTR DialogObject::Begin(HWND window) noexcept {
   try {
     DialogMap()[window] = this;
     window_ = window;
-    const bool systemChoosesFocus = OnInitDialog(window);
+    const bool systemChoosesFocus = InitOrShowFailure(window);
     SetTexts(window);
     return systemChoosesFocus ? TRUE : FALSE;
   } catch (...) {
     ShowFailure();
     return TRUE;
+  }
+}
+
+// A dialog that could not be filled has its texts all the same, before its failure is shown.
+bool DialogObject::InitOrShowFailure(HWND window) {
+  try {
+    return OnInitDialog(window);
+  } catch (...) {
+    SetTexts(window);
+    ShowFailure();
+    return true;
   }
 }
 

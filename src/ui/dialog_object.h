@@ -46,6 +46,7 @@ class DialogObject {
 
   // The dialog's first message: the object answers for the window from now on.
   INT_PTR Begin(HWND window) noexcept;
+  bool InitOrShowFailure(HWND window);
   // Any other message; not handled when the window has no object.
   static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 

@@ -5,28 +5,13 @@
 #include "ui/message_boxes.h"
 
 namespace quillgate {
-namespace {
-
-class LockedIndicator {
- public:
-  explicit LockedIndicator(GateIndicator& indicator) : indicator_(indicator) { indicator_.Lock(); }
-  ~LockedIndicator() { indicator_.Unlock(); }
-  LockedIndicator(const LockedIndicator&) = delete;
-  LockedIndicator& operator=(const LockedIndicator&) = delete;
-
- private:
-  GateIndicator& indicator_;
-};
-
-}  // namespace
-
 DialogPrompts::DialogPrompts(const UiSurroundings& ui, Settings& settings, const GdiPlus& gdiPlus,
                              GateIndicator& indicator)
     : ui_(ui), settings_(settings), gdiPlus_(gdiPlus), indicator_(indicator) {}
 
 std::optional<std::wstring> DialogPrompts::AskLogon(LogonSystem system,
                                                     const LogonCandidates& candidates) {
-  const LockedIndicator locked(indicator_);
+  const IndicatorLock locked(indicator_);
   LogonDialog dialog({ui_, settings_, gdiPlus_, bannerTimerUsed_, passwordPause_}, system,
                      candidates);
   if (!dialog.Run(nullptr)) return {};
@@ -34,13 +19,18 @@ std::optional<std::wstring> DialogPrompts::AskLogon(LogonSystem system,
 }
 
 std::optional<std::wstring> DialogPrompts::AskFirstUserName() {
-  const LockedIndicator locked(indicator_);
-  return InputDialog(ui_).Run(ui_.catalogue.GetMessageText(kMsgAddNewUser),
-                              ui_.catalogue.GetMessageText(kMsgEnterFirstUser));
+  const IndicatorLock locked(indicator_);
+  for (;;) {
+    const auto name = InputDialog(ui_).Run(ui_.catalogue.GetMessageText(kMsgAddNewUser),
+                                           ui_.catalogue.GetMessageText(kMsgEnterFirstUser));
+    // Whether an empty answer is asked for again is decided by whoever asks.
+    if (!name || name->empty() || IsStorableUserName(*name)) return name;
+    ShowError(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgInvalidUserName));
+  }
 }
 
 void DialogPrompts::TellFirstUserMade() {
-  const LockedIndicator locked(indicator_);
+  const IndicatorLock locked(indicator_);
   ShowInformation(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgFirstUserMade));
 }
 

@@ -10,18 +10,6 @@ constexpr WORD kMenuIcons[] = {IDI_MENU_SETTINGS, IDI_MENU_EXIT,   IDI_MENU_STAT
                                IDI_MENU_HELP,     IDI_MENU_LOG_ON, IDI_MENU_CONNECTION,
                                IDI_MENU_OVERRIDE};
 
-// The tray is locked for as long as it lives.
-class Busy {
- public:
-  explicit Busy(GateIndicator& tray) : tray_(tray) { tray_.Lock(); }
-  ~Busy() { tray_.Unlock(); }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-
- private:
-  GateIndicator& tray_;
-};
-
 }  // namespace
 
 TrayController::TrayController(const TraySurroundings& surroundings)
@@ -49,8 +37,8 @@ void TrayController::ShowMessage(const std::wstring& text, const std::wstring& t
   ShowBalloon(text, title, static_cast<DWORD>(icon));
 }
 
-void TrayController::Lock() {
-  busy_ = true;
+bool TrayController::Lock() {
+  return busy_.exchange(true);
 }
 
 void TrayController::Unlock() {
@@ -59,13 +47,13 @@ void TrayController::Unlock() {
 
 void TrayController::OnButtonUp(MouseButton button) {
   if (button != MouseButton::kRight || busy_) return;
-  const Busy busy(*this);
+  const IndicatorLock busy(*this);
   commands_.Perform(BuildAndTrackMenu());
 }
 
 void TrayController::OnDoubleClick() {
   if (busy_) return;
-  const Busy busy(*this);
+  const IndicatorLock busy(*this);
   commands_.PerformDoubleClick();
 }
 

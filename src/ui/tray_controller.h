@@ -29,7 +29,7 @@ class TrayController final : public TrayIcon, public GateIndicator {
                    int kind) override;
 
   // The busy flag: while it is set, clicks on the icon are ignored. One flag, not a count.
-  void Lock() override;
+  bool Lock() override;
   void Unlock() override;
 
   // That of the last balloon.

@@ -34,7 +34,7 @@ class RecordingIndicator final : public GateIndicator {
     balloons.push_back({title, text, icon});
     EXPECT_EQ(kind, 0);
   }
-  void Lock() override {}
+  bool Lock() override { return false; }
   void Unlock() override {}
 
   std::vector<GateIcon> icons;

@@ -11,7 +11,7 @@ class SilentIndicator final : public GateIndicator {
   void SetTip(const std::wstring&) override {}
   void Show() override {}
   void ShowMessage(const std::wstring&, const std::wstring&, BalloonIcon, int) override {}
-  void Lock() override {}
+  bool Lock() override { return false; }
   void Unlock() override {}
 };
 

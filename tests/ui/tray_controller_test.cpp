@@ -161,6 +161,7 @@ TEST_F(TrayControllerTest, WhileSomethingIsOpenClicksAreIgnored) {
 TEST_F(TrayControllerTest, OthersLockItToo) {
   LogOn(L"Bo");
   tray_.Lock();
+  { const IndicatorLock dialog(tray_); }
   Choose(13);
   DoubleClick();
   EXPECT_THAT(done, IsEmpty());

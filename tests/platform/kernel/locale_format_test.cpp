@@ -26,9 +26,9 @@ std::wstring Date(LCID locale, const SYSTEMTIME* date) {
   return text;
 }
 
-std::wstring Time(LCID locale, const SYSTEMTIME* time) {
+std::wstring Time(LCID locale, const SYSTEMTIME* time, DWORD flags = 0) {
   wchar_t text[40] = L"";
-  ::GetTimeFormatW(locale, 0, time, nullptr, text, 40);
+  ::GetTimeFormatW(locale, flags, time, nullptr, text, 40);
   return text;
 }
 
@@ -56,6 +56,7 @@ TEST(LocaleFormat, ShortDatesHaveFullYearsAndTimesTheirSeconds) {
   EXPECT_EQ(Date(kSwedish, &kMoment), L"2005-03-04");
   EXPECT_EQ(Time(kEnglish, &kMoment), L"6:05:09 PM");
   EXPECT_EQ(Time(kSwedish, &kMoment), L"18:05:09");
+  EXPECT_EQ(Time(kEnglish, &kMoment, TIME_NOSECONDS), L"6:05 PM");
 }
 
 TEST(LocaleFormat, TheUsersLocaleAndThePresentAreTheMachines) {

@@ -199,6 +199,9 @@ TEST_F(ConnectionSheetTest, ADatabaseThatFailsLeavesALivePageWithoutPeriods) {
     QWidget* window = running.AwaitWindow(kTitle);
     Tick(running, window, "00:00:01");
     EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), "-");
+    database_.DbExecute(L"ALTER TABLE Gone RENAME TO ConnLog;");
+    Tick(running, window, "00:00:02");
+    EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), "0.00");
     running.Click(window, IDCANCEL);
     running.AwaitNoWindow(kTitle);
   });

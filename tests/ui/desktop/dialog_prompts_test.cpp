@@ -14,14 +14,14 @@ class MockIndicator : public GateIndicator {
   MOCK_METHOD(void, Show, (), (override));
   MOCK_METHOD(void, ShowMessage, (const std::wstring&, const std::wstring&, BalloonIcon, int),
               (override));
-  MOCK_METHOD(void, Lock, (), (override));
+  MOCK_METHOD(bool, Lock, (), (override));
   MOCK_METHOD(void, Unlock, (), (override));
 };
 
 class DialogPromptsTest : public UiDesktopTest {
  protected:
   DialogPromptsTest() {
-    ON_CALL(indicator_, Lock).WillByDefault([this] { locked_ = true; });
+    ON_CALL(indicator_, Lock).WillByDefault([this] { return locked_.exchange(true); });
     ON_CALL(indicator_, Unlock).WillByDefault([this] { locked_ = false; });
     session_.SetPrompts(&prompts_);
   }
@@ -72,7 +72,10 @@ TEST_F(DialogPromptsTest, TheFirstUserIsMadeThenLogsOnWithABlankPassword) {
     EXPECT_TRUE(locked_);
     EXPECT_EQ(script.TextOf(script.Child(again, IDC_INPUT_PROMPT)),
               "No Quillgate users were found. Please enter a name to create a new user:");
-    script.Type(again, IDC_INPUT_EDIT, "Anna");
+    script.Type(again, IDC_INPUT_EDIT, "O'Brien");
+    script.Key(Qt::Key_Return);
+    EXPECT_EQ(CloseBox(script), "Invalid user name.");
+    script.Type(script.AwaitWindow("Add new user"), IDC_INPUT_EDIT, "Anna");
     script.Key(Qt::Key_Return);
     EXPECT_EQ(CloseBox(script).remove('\r').toStdString(),
               "A new user with administrator rights for Quillgate has been created. \n\n"
