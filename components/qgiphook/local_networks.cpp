@@ -23,20 +23,19 @@ constexpr Range kUnicast[] = {
 constexpr Range kGroups4[] = {
     {AF_INET, "224.0.0.0", 24}, {AF_INET, "239.255.0.0", 16}, {AF_INET, "255.255.255.255", 32}};
 
-// An address with a shorter prefix than any real link has does not make half of the Internet
-// local: a route for everything (/0), the halves that tunnels use (/1), automatic tunnels such as
-// 2002::/16 and 2001::/32.
-constexpr unsigned kShortestSubnet4 = 8;
-constexpr unsigned kShortestSubnet6 = 48;
+constexpr Range kDiscovery[] = {{AF_INET6, "::", 128},
+                                {AF_INET6, "fe80::", 10},
+                                {AF_INET6, "ff02::1", 128},
+                                {AF_INET6, "ff02::2", 128},
+                                {AF_INET6, "ff02::1:ff00:0", 104}};
+
+constexpr unsigned kShortestSubnet4 = 16;
+constexpr unsigned kShortestSubnet6 = 64;
 
 NetworkPrefix PrefixOf(const Range& range) {
   in6_addr address{};
   ::inet_pton(range.family, range.address, &address);
   return MakePrefix(range.family, &address, range.length);
-}
-
-bool IsSubnet(const NetworkPrefix& prefix) {
-  return prefix.length >= (prefix.family == AF_INET ? kShortestSubnet4 : kShortestSubnet6);
 }
 
 // ff<flags><scope>::/16. The flags are zero or say: transient (1), and made from a unicast prefix
@@ -57,13 +56,26 @@ std::vector<NetworkPrefix> LocalGroups6() {
 
 }  // namespace
 
-std::vector<NetworkPrefix> LocalUnicast(int family, const std::vector<NetworkPrefix>& connected) {
+std::vector<NetworkPrefix> PrivateRanges(int family) {
   std::vector<NetworkPrefix> prefixes;
   for (const Range& range : kUnicast) {
     if (range.family == family) prefixes.push_back(PrefixOf(range));
   }
-  std::ranges::copy_if(connected, std::back_inserter(prefixes), IsSubnet);
-  return WithoutContained(std::move(prefixes));
+  return prefixes;
+}
+
+bool IsSubnet(const NetworkPrefix& connected) {
+  const unsigned shortest = connected.family == AF_INET ? kShortestSubnet4 : kShortestSubnet6;
+  return connected.length >= shortest ||
+         std::ranges::any_of(kUnicast, [&connected](const Range& range) {
+           return PrefixOf(range).Contains(connected);
+         });
+}
+
+std::vector<NetworkPrefix> DiscoveryRanges() {
+  std::vector<NetworkPrefix> prefixes;
+  std::ranges::transform(kDiscovery, std::back_inserter(prefixes), PrefixOf);
+  return prefixes;
 }
 
 std::vector<NetworkPrefix> LocalGroups(int family) {

@@ -30,10 +30,14 @@ bool NetworkPrefix::Contains(const NetworkPrefix& other) const {
          MakePrefix(family, other.address.data(), length).address == address;
 }
 
-std::string NetworkPrefix::Text() const {
+std::string NetworkPrefix::AddressText() const {
   char text[INET6_ADDRSTRLEN] = "";
   ::inet_ntop(family, address.data(), text, sizeof text);
-  return std::string(text) + "/" + std::to_string(length);
+  return text;
+}
+
+std::string NetworkPrefix::Text() const {
+  return AddressText() + "/" + std::to_string(length);
 }
 
 std::vector<NetworkPrefix> WithoutContained(std::vector<NetworkPrefix> prefixes) {

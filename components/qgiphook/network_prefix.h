@@ -14,7 +14,8 @@ struct NetworkPrefix {
   unsigned length = 0;                     // in bits
 
   bool Contains(const NetworkPrefix& other) const;
-  std::string Text() const;  // "192.168.0.0/16"
+  std::string AddressText() const;  // "192.168.0.0"
+  std::string Text() const;         // "192.168.0.0/16"
   auto operator<=>(const NetworkPrefix&) const = default;
 };
 

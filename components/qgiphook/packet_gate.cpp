@@ -1,14 +1,23 @@
 #include "packet_gate.h"
 
-#include <sys/socket.h>
 #include <winerror.h>
 
 #include <system_error>
 
-#include "interface_addresses.h"
-#include "local_networks.h"
-
 namespace quillgate::gate {
+
+namespace {
+
+constexpr const char* kTables[] = {kTableName};
+
+std::string ForEach(const char* verb, const std::vector<std::string>& tables) {
+  std::string commands;
+  for (const std::string& table : tables)
+    commands += std::string(verb) + " table " + table + "\n";
+  return commands;
+}
+
+}  // namespace
 
 NftSession& PacketGate::Session() {
   if (!session_) session_.emplace();
@@ -34,27 +43,41 @@ std::uint32_t PacketGate::Open() {
   }
 }
 
-std::uint32_t PacketGate::ReadPresence(bool& present) {
-  const std::uint32_t error = Session().Run("list tables inet");
+std::uint32_t PacketGate::ReadNames(std::vector<std::string>& present) {
+  const std::uint32_t error = Session().Run("list tables");
   if (error != 0) return Failed("the gate cannot be read", error, Session().Error());
-  const std::string line = "table " + std::string(kTableName) + "\n";
-  present = Session().Output().find(line) != std::string::npos;
+  const std::string lines = "\n" + Session().Output();
+  present.clear();
+  for (const char* table : kTables) {
+    if (lines.find("\ntable " + std::string(table) + "\n") != std::string::npos) {
+      present.emplace_back(table);
+    }
+  }
   return 0;
 }
 
-std::uint32_t PacketGate::ReadShape(TableShape& shape) {
-  const std::uint32_t error = Session().Run("list table " + std::string(kTableName));
+std::uint32_t PacketGate::ReadTables(Tables& tables) {
+  tables.clear();
+  std::vector<std::string> present;
+  std::uint32_t error = ReadNames(present);
+  if (error != 0 || present.empty()) return error;
+  error = Session().Run(ForEach("list", present));
   if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
-  shape = ReadTableShape(Session().Output());
+  tables = ReadTableShapes(Session().Output());
   return 0;
 }
 
-std::uint32_t PacketGate::ReadBack(const TableShape& wanted) {
-  TableShape present;
-  const std::uint32_t error = ReadShape(present);
-  if (error != 0 || present == wanted) return error;
-  return Failed("the gate is not closed as it should be", ERROR_INVALID_DATA,
-                "the kernel holds other rules");
+std::uint32_t PacketGate::ReadBack(const std::vector<TableRules>& wanted) {
+  Tables present;
+  const std::uint32_t error = ReadTables(present);
+  if (error != 0) return error;
+  for (const TableRules& table : wanted) {
+    const auto found = present.find(table.name);
+    if (found != present.end() && found->second == ShapeOf(table)) continue;
+    return Failed("the gate is not closed as it should be", ERROR_INVALID_DATA,
+                  "the kernel holds other rules");
+  }
+  return 0;
 }
 
 void PacketGate::WarnOfFlowTables() {
@@ -64,61 +87,57 @@ void PacketGate::WarnOfFlowTables() {
   log_("a flow table forwards connections past the closed gate");
 }
 
-// Not to know the connected subnets is no reason to leave the gate open: it closes without them.
-std::vector<NetworkPrefix> PacketGate::UnicastNow(int family) {
+// Not to know the connected subnets is no reason to leave the gate open: it closes with those that
+// were known last.
+MachineLinks PacketGate::LinksNow() {
   try {
-    return LocalUnicast(family, ConnectedPrefixes(family));
+    links_ = ReadMachineLinks();
   } catch (const std::system_error& failure) {
-    log_(std::string("the connected subnets stay blocked: ") + failure.what());
-    return LocalUnicast(family, {});
+    log_(std::string("the connected subnets cannot be read: ") + failure.what());
   }
-}
-
-Ruleset PacketGate::ClosedGateNow() {
-  if (!allowLocal_) return ClosedGate(nullptr);
-  const LocalTraffic local{.unicast4 = UnicastNow(AF_INET),
-                           .unicast6 = UnicastNow(AF_INET6),
-                           .groups4 = LocalGroups(AF_INET),
-                           .groups6 = LocalGroups(AF_INET6)};
-  return ClosedGate(&local);
+  return links_;
 }
 
 std::uint32_t PacketGate::Pass() {
-  const std::uint32_t error = Session().Run(OpenGateCommands());
+  std::vector<std::string> present;
+  std::uint32_t error = ReadNames(present);
+  if (error != 0) return error;
+  if (!present.empty()) error = Session().Run(ForEach("delete", present));
   if (error != 0) return Failed("the gate stays as it is", error, Session().Error());
   localInForce_.reset();
-  bool present = false;
-  const std::uint32_t readError = ReadPresence(present);
-  if (readError != 0 || !present) return readError;
+  error = ReadNames(present);
+  if (error != 0 || present.empty()) return error;
   return Failed("the gate is not open", ERROR_INVALID_DATA, "the kernel still holds the rules");
 }
 
-std::uint32_t PacketGate::Replace(const Ruleset& closed) {
-  bool isPresent = false;
-  TableShape present;
-  std::uint32_t error = ReadPresence(isPresent);
-  if (error == 0 && isPresent) error = ReadShape(present);
+std::uint32_t PacketGate::Replace(const std::vector<TableRules>& wanted) {
+  Tables present;
+  std::uint32_t error = ReadTables(present);
   if (error != 0) return error;
-  const bool keepChains = isPresent && CanKeepChains(present, closed.shape);
-  error = Session().Run(keepChains ? closed.replaceRules : closed.replaceTable);
+  std::string commands;
+  for (const TableRules& table : wanted) {
+    const auto found = present.find(table.name);
+    commands += ChangeTable(table, found == present.end() ? nullptr : &found->second);
+  }
+  error = Session().Run(commands);
   return error == 0 ? 0 : Failed("the gate stays as it is", error, Session().Error());
 }
 
 std::uint32_t PacketGate::Block() {
-  const Ruleset closed = ClosedGateNow();
+  const std::vector<TableRules> closed = {PacketRules(LinksNow(), allowLocal_)};
   std::uint32_t error = Replace(closed);
   if (error != 0) return error;
   localInForce_ = allowLocal_;
-  error = ReadBack(closed.shape);
+  error = ReadBack(closed);
   if (error == 0) WarnOfFlowTables();
   return error;
 }
 
 std::uint32_t PacketGate::AllowLocal(bool allow) {
   allowLocal_ = allow;
-  bool closed = false;
-  const std::uint32_t error = ReadPresence(closed);
-  if (error != 0 || !closed || localInForce_ == allow) return error;
+  std::vector<std::string> present;
+  const std::uint32_t error = ReadNames(present);
+  if (error != 0 || present.empty() || localInForce_ == allow) return error;
   return Block();
 }
 

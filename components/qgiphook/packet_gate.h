@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,18 +37,20 @@ class PacketGate {
   std::uint32_t AllowLocal(bool allow);
 
  private:
-  std::uint32_t ReadBack(const TableShape& wanted);
-  std::uint32_t ReadPresence(bool& present);
-  std::uint32_t ReadShape(TableShape& shape);
-  std::uint32_t Replace(const Ruleset& closed);
+  using Tables = std::map<std::string, TableShape>;
+
+  std::uint32_t ReadNames(std::vector<std::string>& present);
+  std::uint32_t ReadTables(Tables& tables);
+  std::uint32_t Replace(const std::vector<TableRules>& wanted);
+  std::uint32_t ReadBack(const std::vector<TableRules>& wanted);
   void WarnOfFlowTables();
-  std::vector<NetworkPrefix> UnicastNow(int family);
-  Ruleset ClosedGateNow();
+  MachineLinks LinksNow();
   std::uint32_t Failed(const char* what, std::uint32_t error, const std::string& reason);
   NftSession& Session();
 
   Log log_;
   std::optional<NftSession> session_;
+  MachineLinks links_;  // as they were read last
   bool allowLocal_ = false;
   std::optional<bool> localInForce_;  // of a gate that this object closed
 };

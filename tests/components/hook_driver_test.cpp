@@ -154,15 +154,19 @@ TEST_F(HookDriver, ADefaultRouteIsNoLocalSubnet) {
       "ip addr add 128.1.2.3/1 dev one; ip addr add 9.0.0.2 peer 9.0.0.3/32 dev two;"
       "ip addr add 2001:db8:5::1/64 dev one nodad; ip addr add 2400::1/0 dev two nodad;"
       "ip addr add 2002:1::1/16 dev one nodad; ip addr add 127.0.0.53/2 dev lo;"
+      "ip addr add 12.0.0.1/15 dev one; ip addr add 10.0.0.1/8 dev two;"
+      "ip addr add 2400:1::1/63 dev one nodad;"
       "ip link add spare0 type veth peer name spare1; ip addr add 192.0.2.1/24 dev spare0");
   WithDriver([this](lab::LoadedDriver& driver) {
     EXPECT_EQ(driver.Control(kAllowLocal), 0u);
     EXPECT_EQ(driver.Control(kBlock), 0u);
   });
-  EXPECT_EQ(place_->Shell("for set in local4 local6; do nft list set inet quillgate $set |"
-                          " tr -d ' \\t\\n' | sed 's/.*elements={//; s/}.*//'; echo; done"),
-            "9.0.0.3,10.0.0.0/8,169.254.0.0/16,172.16.0.0/12,192.168.0.0/16,203.0.113.0/24\n"
-            "2001:db8:5::/64,fc00::/7,fe80::/10\n");
+  EXPECT_EQ(
+      place_->Shell("for set in subnets4 subnets6; do nft list set inet quillgate $set |"
+                    " tr -d ' \\t\\n\"' | sed 's/.*elements={//; s/}.*//; s/two.fe80::.64,*//;"
+                    " s/one.fe80::.64,*//'; echo; done"),
+      "one.203.0.113.0/24,two.9.0.0.3,two.10.0.0.0/8,two.203.0.113.64/26\n"
+      "one.2001:db8:5::/64,\n");
 }
 
 TEST_F(HookDriver, EachBlockTakesTheAddressesOfItsMoment) {

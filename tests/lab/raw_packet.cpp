@@ -46,6 +46,7 @@ Bytes Ip4Packet(const RawPacket& packet) {
   header.version = 4;
   header.ihl = static_cast<unsigned>(headerBytes / 4) & 0x0f;
   header.tot_len = htons(static_cast<std::uint16_t>(headerBytes + packet.payload.size()));
+  header.frag_off = htons(packet.isFirstOfMore ? IP_MF : 0);
   header.ttl = static_cast<std::uint8_t>(packet.hopLimit);
   header.protocol = static_cast<std::uint8_t>(packet.protocol);
   header.saddr = ReadAddress<in_addr>(AF_INET, packet.source).s_addr;
@@ -123,6 +124,8 @@ void SendRaw(const NetworkNamespace& place, const std::string& interfaceName,
     const FileDescriptor socket = RawSocket(packet.family, IPPROTO_RAW);
     const int on = 1;
     ::setsockopt(socket.Get(), SOL_SOCKET, SO_BROADCAST, &on, sizeof on);
+    // The tracking of connections would keep a fragment until the others came.
+    ::setsockopt(socket.Get(), SOL_IP, IP_NODEFRAG, &on, sizeof on);
     if (::setsockopt(socket.Get(), SOL_SOCKET, SO_BINDTODEVICE, interfaceName.c_str(),
                      static_cast<socklen_t>(interfaceName.size())) != 0) {
       throw std::system_error(errno, std::generic_category(), interfaceName);

@@ -19,7 +19,8 @@ struct RawPacket {
   int protocol = 0;  // IPPROTO_... of the payload
   Bytes payload{};
   int hopLimit = 64;
-  Bytes options{};  // of IPv4, a multiple of four bytes
+  Bytes options{};             // of IPv4, a multiple of four bytes
+  bool isFirstOfMore = false;  // the first fragment of an IPv4 packet
 };
 
 // The header of a datagram of 8 further bytes; its checksum is not filled in.

@@ -47,12 +47,19 @@ RawPacket Icmp6(const char* from, const char* to, std::uint8_t type, int hopLimi
 std::vector<LinkMessage> LinkMessages() {
   constexpr const char* kHost = "fe80::2";
   constexpr const char* kRouter = "fe80::1";
+  RawPacket fragment = Udp(AF_INET, "198.51.100.2", "255.255.255.255", 68, 67);
+  fragment.isFirstOfMore = true;
   return {
       {"DHCP request", true, true, Udp(AF_INET, "198.51.100.2", "255.255.255.255", 68, 67)},
       {"DHCP renewal", true, true, Udp(AF_INET, "198.51.100.2", "198.51.100.1", 68, 67)},
+      {"DHCP through a gateway", true, false, Udp(AF_INET, "198.51.100.2", "203.0.113.10", 68, 67)},
+      {"DHCP for another link", true, false, Udp(AF_INET, "198.51.100.2", "192.168.50.2", 68, 67)},
+      {"DHCP in fragments", true, false, fragment},
       {"from 68 to elsewhere", true, false, Udp(AF_INET, "198.51.100.2", "198.51.100.1", 68, 53)},
       {"to 67 from elsewhere", true, false, Udp(AF_INET, "198.51.100.2", "198.51.100.1", 5, 67)},
       {"DHCP answer", false, true, Udp(AF_INET, "198.51.100.1", "198.51.100.2", 67, 68)},
+      {"DHCP answer to all", false, true, Udp(AF_INET, "203.0.113.10", "255.255.255.255", 67, 68)},
+      {"DHCP answer from afar", false, false, Udp(AF_INET, "203.0.113.10", "198.51.100.2", 67, 68)},
       {"to 68 from elsewhere", false, false, Udp(AF_INET, "198.51.100.1", "198.51.100.2", 53, 68)},
       {"DHCPv6 request", true, true, Udp(AF_INET6, kHost, "ff02::1:2", 546, 547)},
       {"DHCPv6 to one server", true, true, Udp(AF_INET6, kHost, kRouter, 546, 547)},
@@ -67,6 +74,12 @@ std::vector<LinkMessage> LinkMessages() {
       {"forged hop limit", true, false, Icmp6(kHost, "ff02::2", ND_ROUTER_SOLICIT, 254)},
       {"neighbour solicitation", true, true,
        Icmp6(kHost, "ff02::1:ff00:1", ND_NEIGHBOR_SOLICIT, 255)},
+      {"neighbour solicitation to afar", true, false,
+       Icmp6("2001:db8:1::2", "2001:db8:ffff::10", ND_NEIGHBOR_SOLICIT, 255)},
+      {"neighbour solicitation from afar", false, false,
+       Icmp6("2001:db8:ffff::10", "2001:db8:1::2", ND_NEIGHBOR_SOLICIT, 255)},
+      {"neighbour advertisement in the subnet", true, true,
+       Icmp6("2001:db8:1::2", "2001:db8:1::1", ND_NEIGHBOR_ADVERT, 255)},
       {"neighbour solicitation with a code", true, false,
        Icmp6(kHost, "ff02::1:ff00:1", ND_NEIGHBOR_SOLICIT, 255, 1)},
       {"neighbour advertisement", true, true, Icmp6(kHost, kRouter, ND_NEIGHBOR_ADVERT, 255)},

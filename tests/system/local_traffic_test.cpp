@@ -21,7 +21,8 @@ using leaks::Leaks;
 
 constexpr Protocol kProtocols[] = {Protocol::kTcp, Protocol::kUdp, Protocol::kIcmp};
 
-// Datagrams to a destination, out of the host's inner interface, whatever the routes say.
+// Datagrams to a destination, out of the host's inner interface, whatever the routes say. The
+// subnets of the outer one are not local there.
 struct Destination {
   const char* address;
   bool isLocal;
@@ -31,19 +32,19 @@ constexpr Destination kDestinations4[] = {
     {"192.168.50.2", true},    {"192.168.50.255", true}, {"192.168.7.7", true},
     {"192.169.0.1", false},    {"10.255.1.2", true},     {"11.0.0.1", false},
     {"172.16.0.1", true},      {"172.31.255.1", true},   {"172.32.0.1", false},
-    {"169.254.7.7", true},     {"169.253.7.7", false},   {"198.51.100.77", true},
+    {"169.254.7.7", true},     {"169.253.7.7", false},   {"198.51.100.77", false},
     {"198.51.101.77", false},  {"100.64.0.1", false},    {"203.0.113.10", false},
     {"8.8.8.8", false},        {"224.0.0.251", true},    {"224.0.1.1", false},
     {"239.255.255.250", true}, {"239.192.0.1", false},   {"232.1.1.1", false},
     {"255.255.255.255", true},
 };
 constexpr Destination kDestinations6[] = {
-    {"fd50::2", true},        {"fc00::1", true},           {"fd12:3456::1", true},
-    {"fe00::1", false},       {"fe80::77", true},          {"fec0::1", false},
-    {"2001:db8:1::77", true}, {"2001:db8:2::1", false},    {"2001:db8:ffff::10", false},
-    {"2606:4700::1", false},  {"64:ff9b::808:808", false}, {"ff02::fb", true},
-    {"ff05::c", true},        {"ff12::1", true},           {"ff35::1", true},
-    {"ff08::1", false},       {"ff0e::1", false},          {"ff3e::1", false},
+    {"fd50::2", true},         {"fc00::1", true},           {"fd12:3456::1", true},
+    {"fe00::1", false},        {"fe80::77", true},          {"fec0::1", false},
+    {"2001:db8:1::77", false}, {"2001:db8:2::1", false},    {"2001:db8:ffff::10", false},
+    {"2606:4700::1", false},   {"64:ff9b::808:808", false}, {"ff02::fb", true},
+    {"ff05::c", true},         {"ff12::1", true},           {"ff35::1", true},
+    {"ff08::1", false},        {"ff0e::1", false},          {"ff3e::1", false},
 };
 
 class LocalTraffic : public Leaks {
@@ -133,6 +134,48 @@ TEST_F(LocalTraffic, WithFurtherStopsInItsHeaderIsNotLocal) {
   EXPECT_EQ(arrivals(sourceRouted), 0u);
   EXPECT_EQ(arrivals(routed), 0u);
   EXPECT_EQ(Arrivals(kIp4.hostInside, kIp4.client, AF_INET), 1u);
+}
+
+TEST_F(LocalTraffic, OfASubnetEndsWhereAGatewayBegins) {
+  const struct {
+    const char* address;
+    int family;
+    bool isLocal;
+  } cases[] = {
+      {"198.51.100.1", AF_INET, true},        {"203.0.9.9", AF_INET, true},
+      {"203.0.113.10", AF_INET, false},       {"11.1.0.9", AF_INET, false},
+      {"2001:db8:1::1", AF_INET6, true},      {"2001:db8:ffff::9", AF_INET6, true},
+      {"2001:db8:ffff::10", AF_INET6, false}, {"2400:1:2:1::9", AF_INET6, false},
+  };
+  std::string prepare =
+      "set -e; ip addr add 203.0.77.1/16 dev wan0; ip addr add 11.0.0.1/15 dev wan0;"
+      "ip addr add 2001:db8:ffff::77/64 dev wan0 nodad; ip addr add 2400:1:2::1/63 dev wan0 nodad;"
+      "ip route add 203.0.113.0/24 via 198.51.100.1;"
+      "ip -6 route add 2001:db8:ffff::10 via fe80::1 dev wan0;";
+  for (const char* address : {"203.0.9.9", "11.1.0.9", "2001:db8:ffff::9", "2400:1:2:1::9"})
+    prepare += std::string("ip neigh add ") + address + " lladdr ff:ff:ff:ff:ff:ff dev wan0;";
+  lab_->Host().Shell(prepare);
+  for (const bool closed : {false, true}) {
+    ASSERT_TRUE(!closed || driver_->Close(true));
+    for (const auto& [address, family, isLocal] : cases) {
+      const bool isIp4 = family == AF_INET;
+      lab_->Forget();
+      lab::SendRaw(lab_->Host(), NetworkLab::kHostOutside,
+                   {.family = family,
+                    .source = isIp4 ? kIp4.hostOutside : kIp6.hostOutside,
+                    .destination = address,
+                    .protocol = IPPROTO_UDP,
+                    .payload = lab::UdpPayload(5000, 5001)});
+      lab_->Settle();
+      EXPECT_EQ(lab_->AtInternet().Count({.protocol = IPPROTO_UDP, .destination = address}) > 0,
+                isLocal || !closed)
+          << address;
+    }
+  }
+  lab_->Host().Shell(
+      "ip addr del 203.0.77.1/16 dev wan0; ip addr del 11.0.0.1/15 dev wan0;"
+      "ip addr del 2001:db8:ffff::77/64 dev wan0; ip addr del 2400:1:2::1/63 dev wan0;"
+      "ip -6 route del 2001:db8:ffff::10; ip -6 neigh flush dev wan0 nud permanent");
 }
 
 TEST_F(LocalTraffic, FlowsInEveryDirectionWhenAllowed) {
