@@ -82,9 +82,12 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
   });
 }
 
-// Leaves the gate as it is: who ends in order has opened it before, and after anything else a
-// closed gate stays closed.
+// Who ends in order has opened the gate before; after anything else a closed gate stays closed.
 extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
   theHost->deleteDevice(kDeviceName);
+  Guarded([] {
+    theGate->Leave();
+    return 0u;
+  });
   theGate.reset();
 }

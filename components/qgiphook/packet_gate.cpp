@@ -19,6 +19,12 @@ std::string ForEach(const char* verb, const std::vector<std::string>& tables) {
 
 }  // namespace
 
+PacketGate::PacketGate(Log log) : log_(std::move(log)) {
+  // Without the right to the packet filter there is nothing to hold; whoever opens is told.
+  std::vector<std::string> present;
+  if (FilterAccess() == 0 && ReadNames(present) == 0) held_ = !present.empty();
+}
+
 NftSession& PacketGate::Session() {
   if (!session_) session_.emplace();
   return *session_;
@@ -99,6 +105,15 @@ MachineLinks PacketGate::LinksNow() {
 }
 
 std::uint32_t PacketGate::Pass() {
+  passIsDue_ = held_;
+  return held_ ? 0 : RemoveTables();
+}
+
+void PacketGate::Leave() {
+  if (passIsDue_) RemoveTables();
+}
+
+std::uint32_t PacketGate::RemoveTables() {
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
@@ -124,6 +139,12 @@ std::uint32_t PacketGate::Replace(const std::vector<TableRules>& wanted) {
 }
 
 std::uint32_t PacketGate::Block() {
+  held_ = false;
+  passIsDue_ = false;
+  return Close();
+}
+
+std::uint32_t PacketGate::Close() {
   const std::vector<TableRules> closed = {PacketRules(LinksNow(), allowLocal_)};
   std::uint32_t error = Replace(closed);
   if (error != 0) return error;
@@ -138,7 +159,7 @@ std::uint32_t PacketGate::AllowLocal(bool allow) {
   std::vector<std::string> present;
   const std::uint32_t error = ReadNames(present);
   if (error != 0 || present.empty() || localInForce_ == allow) return error;
-  return Block();
+  return Close();
 }
 
 }  // namespace quillgate::gate

@@ -20,12 +20,15 @@ namespace quillgate::gate {
 class PacketGate {
  public:
   using Log = std::function<void(const std::string&)>;
-  explicit PacketGate(Log log) : log_(std::move(log)) {}
+  // A gate that is found closed is held: whoever closed it was killed, and the program that starts
+  // now lets everything pass until it knows what has been decided about the user.
+  explicit PacketGate(Log log);
 
   // Whether the gate can be worked from this process.
   std::uint32_t Open();
 
-  // Everything passes: there is no table.
+  // Everything passes: there is no table. On a gate that is held this succeeds and takes effect
+  // only with Leave; the first Block ends that.
   std::uint32_t Pass();
 
   // Nothing passes but what keeps the link alive, and local traffic if it was allowed last. Takes
@@ -36,9 +39,15 @@ class PacketGate {
   // that is closed, and is remembered for the next Block even when that fails.
   std::uint32_t AllowLocal(bool allow);
 
+  // The end in order. What is closed stays closed, unless a Pass was asked for last that a hold
+  // kept back.
+  void Leave();
+
  private:
   using Tables = std::map<std::string, TableShape>;
 
+  std::uint32_t Close();
+  std::uint32_t RemoveTables();
   std::uint32_t ReadNames(std::vector<std::string>& present);
   std::uint32_t ReadTables(Tables& tables);
   std::uint32_t Replace(const std::vector<TableRules>& wanted);
@@ -51,6 +60,8 @@ class PacketGate {
   Log log_;
   std::optional<NftSession> session_;
   MachineLinks links_;  // as they were read last
+  bool held_ = false;
+  bool passIsDue_ = false;  // once the hold ends in order
   bool allowLocal_ = false;
   std::optional<bool> localInForce_;  // of a gate that this object closed
 };

@@ -189,9 +189,24 @@ TEST_F(HookDriver, UnloadingLeavesTheGateAsItIsAndTheNextOneFindsIt) {
     // The gate is closed, by another: what is chosen takes effect at once here too.
     EXPECT_EQ(driver.Control(kAllowLocal), 0u);
     EXPECT_NE(Rules(), before);
-    EXPECT_EQ(driver.Control(kPass), 0u);
-    EXPECT_EQ(Tables(), "");
   });
+}
+
+// A program that starts lets everything pass before it knows what has been decided.
+TEST_F(HookDriver, AGateThatIsFoundClosedStaysSoUntilTheFirstBlock) {
+  const auto load = [this](std::vector<std::uint32_t> codes) {
+    WithDriver([&](lab::LoadedDriver& driver) {
+      for (const std::uint32_t code : codes) {
+        EXPECT_EQ(driver.Control(code), 0u);
+        EXPECT_EQ(Tables() == "", code == kPass && codes.front() == kBlock);
+      }
+    });
+    return Tables() != "";
+  };
+  EXPECT_TRUE(load({kBlock}));
+  EXPECT_TRUE(load({kPass, kBlockLocal, kBlock}));
+  EXPECT_FALSE(load({kPass, kAllowLocal, kPass})) << "ended in order";
+  EXPECT_FALSE(load({kBlock, kPass}));
 }
 
 TEST_F(HookDriver, ADamagedTableIsReplacedAndOthersAreLeftAlone) {
@@ -214,7 +229,7 @@ TEST_F(HookDriver, WithoutTheRightItSaysSoAndTheStateStays) {
               if (!GiveUpNetworkRights()) return 2;
               if (driver.Open() != ERROR_ACCESS_DENIED) return 3;
               if (driver.TakeLines() != std::vector<std::string>{kNoRight}) return 4;
-              if (driver.Control(kPass) != ERROR_ACCESS_DENIED) return 5;
+              if (driver.Control(kBlock) != ERROR_ACCESS_DENIED) return 5;
               return driver.TakeLines().size() == 1 ? 0 : 6;
             }),
             0);

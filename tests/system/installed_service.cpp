@@ -82,6 +82,14 @@ void InstalledService::Kill() {
   if (KillProcesses() == 0) throw std::runtime_error("the service has no process");
 }
 
+void InstalledService::KillWhileStarting(std::chrono::microseconds after) {
+  Must("(./winsc start qgserv >/dev/null 2>&1 &)");
+  for (int i = 0; i < 20'000 && ProcessesOf(program_ / "qgserv").empty(); ++i)
+    std::this_thread::sleep_for(std::chrono::microseconds(500));
+  std::this_thread::sleep_for(after);
+  Kill();
+}
+
 int InstalledService::KillProcesses() const {
   int killed = 0;
   std::vector<pid_t> found;

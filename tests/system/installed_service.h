@@ -2,6 +2,7 @@
 // line and winsc inside a network namespace, as an administrator would on a machine.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ class InstalledService {
   bool Start(const std::string& awaitedText);
   void Stop();
   void Kill();  // SIGKILL
+  // Starts it and kills it so long after its process has come to be.
+  void KillWhileStarting(std::chrono::microseconds after);
 
   // What winsc tells of the service's state.
   std::string State() const;

@@ -1,15 +1,12 @@
 // What leaks through a closed gate, as the other ends of the wires see it. Each probe is shown to
 // be seen while the gate is open, or its silence afterwards would prove nothing.
-#include <sched.h>
-
-#include <atomic>
 #include <memory>
-#include <thread>
 #include <vector>
 
 #include "lab/raw_packet.h"
 #include "system/crossings.h"
 #include "system/leaks.h"
+#include "system/steady_sender.h"
 
 namespace {
 
@@ -126,30 +123,14 @@ class Bypasses : public Leaks {};
 
 // A change that first clears the rules and then builds new ones lets some of these through.
 TEST_F(Bypasses, NoMomentOfAChangeLetsAnythingThrough) {
-  Conversation flood(Protocol::kUdp, AF_INET, {&lab_->Host(), kIp4.hostOutside},
-                     {&lab_->Internet(), kIp4.server});
-  ASSERT_TRUE(flood.Establish());
+  leaks::SteadySender sender(*lab_);
   ASSERT_TRUE(driver_->Close(false));
   lab_->Forget();
-  std::atomic<bool> stop{false};
-  std::atomic<long> sent{0};
-  std::thread sender([&] {
-    cpu_set_t all;
-    CPU_ZERO(&all);
-    for (std::size_t processor = 0; processor < 64; ++processor)
-      CPU_SET(processor, &all);
-    ::sched_setaffinity(0, sizeof all, &all);
-    for (; !stop; ++sent)
-      flood.SendForth();
-  });
   for (int change = 0; change < 200; ++change)
     EXPECT_TRUE(driver_->Close(change % 2 == 0));
-  stop = true;
-  sender.join();
   lab_->Settle();
-  EXPECT_GT(sent, 1000);
+  EXPECT_GT(sender.Sent(), 1000);
   EXPECT_EQ(lab_->AtInternet().Count({.destination = kIp4.server}), 0u);
-  EXPECT_EQ(flood.TakeForth(), 0);
 }
 
 TEST_F(Bypasses, TablesOfOthersThatAcceptEverythingDoNotOpenIt) {
