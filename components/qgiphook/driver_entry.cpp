@@ -5,11 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "gate_watch.h"
 #include "packet_gate.h"
 #include "platform/device/driver_module.h"
 
 namespace {
 
+using quillgate::gate::GateWatch;
 using quillgate::gate::PacketGate;
 
 constexpr const wchar_t* kDeviceName = L"QGIpHook";
@@ -21,6 +23,7 @@ constexpr std::uint32_t kAllowLocal = 0x939C209C;
 constexpr std::uint32_t kBlockLocal = 0x939C20A0;
 
 std::unique_ptr<PacketGate> theGate;
+std::unique_ptr<GateWatch> theWatch;
 const DriverHost* theHost = nullptr;
 
 void LogLine(const std::string& text) noexcept {
@@ -29,6 +32,10 @@ void LogLine(const std::string& text) noexcept {
   } catch (const std::exception&) {
     // No memory for the line: the error code still tells the caller.
   }
+}
+
+void Report(const std::string& text) noexcept {
+  theHost->reportEvent(theHost->driver, text.c_str());
 }
 
 // Nothing may throw out of the module.
@@ -70,21 +77,35 @@ std::uint32_t Control(void* context, std::uint32_t code, const void* /*in*/,
   return Guarded([=] { return ControlGate(*static_cast<PacketGate*>(context), code); });
 }
 
+// Without a watch the gate is as good as the program that works it.
+void Watch() noexcept {
+  try {
+    theWatch = std::make_unique<GateWatch>(quillgate::gate::kTableStem, [](bool linksChanged) {
+      return Guarded([=] { return theGate->Repair(linksChanged); }) == 0;
+    });
+  } catch (const std::exception& failure) {
+    LogLine(std::string("the gate is not watched: ") + failure.what());
+  }
+}
+
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
     const DriverHost* host) noexcept {
   theHost = host;
   return Guarded([host] {
-    theGate = std::make_unique<PacketGate>(LogLine);
+    theGate = std::make_unique<PacketGate>(LogLine, Report);
     const DriverDevice device{kDeviceName, theGate.get(), OpenGate, Control};
-    return host->createDevice(&device);
+    const std::uint32_t error = host->createDevice(&device);
+    if (error == 0 && quillgate::gate::FilterAccess() == 0) Watch();
+    return error;
   });
 }
 
 // Who ends in order has opened the gate before; after anything else a closed gate stays closed.
 extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
   theHost->deleteDevice(kDeviceName);
+  theWatch.reset();
   Guarded([] {
     theGate->Leave();
     return 0u;

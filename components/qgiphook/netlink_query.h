@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace quillgate::gate {
@@ -19,6 +20,11 @@ class NetlinkQuery {
   template <class T>
   T& Header() {
     return *static_cast<T*>(mnl_nlmsg_put_extra_header(message_, sizeof(T)));
+  }
+
+  // Puts an attribute behind the header.
+  void Text(std::uint16_t type, const std::string& value) {
+    mnl_attr_put_strz(message_, type, value.c_str());
   }
 
   // Asks, and hands each message of the answer to `read`. Throws std::system_error with the

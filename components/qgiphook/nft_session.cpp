@@ -1,12 +1,17 @@
 #include "nft_session.h"
 
+#include <arpa/inet.h>
 #include <linux/netfilter/nf_tables.h>
 #include <linux/netfilter/nfnetlink.h>
+#include <sys/socket.h>
 #include <winerror.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <new>
+#include <set>
 #include <system_error>
 
 #include "netlink_query.h"
@@ -46,13 +51,48 @@ std::uint32_t ErrorOfText(const std::string& text) {
   return ERROR_GEN_FAILURE;
 }
 
+int KeepGeneration(const nlattr* attribute, void* context) {
+  if (mnl_attr_get_type(attribute) == NFTA_GEN_ID) {
+    *static_cast<std::uint32_t*>(context) = ntohl(mnl_attr_get_u32(attribute));
+  }
+  return MNL_CB_OK;
+}
+
+bool IsFilterSocket(int descriptor) {
+  int domain = 0;
+  int protocol = 0;
+  socklen_t bytes = sizeof domain;
+  return ::getsockopt(descriptor, SOL_SOCKET, SO_DOMAIN, &domain, &bytes) == 0 &&
+         domain == AF_NETLINK &&
+         ::getsockopt(descriptor, SOL_SOCKET, SO_PROTOCOL, &protocol, &bytes) == 0 &&
+         protocol == NETLINK_NETFILTER;
+}
+
+std::set<int> FilterSockets() {
+  std::set<int> found;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
+    const int descriptor = std::atoi(entry.path().filename().c_str());
+    if (IsFilterSocket(descriptor)) found.insert(descriptor);
+  }
+  return found;
+}
+
 }  // namespace
+
+std::uint32_t FilterGeneration() {
+  std::uint32_t generation = 0;
+  NetlinkQuery query(NETLINK_NETFILTER, NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_GETGEN, NLM_F_ACK);
+  query.Header<nfgenmsg>().version = NFNETLINK_V0;
+  query.Run([&generation](const nlmsghdr* message) {
+    mnl_attr_parse(message, sizeof(nfgenmsg), KeepGeneration, &generation);
+  });
+  return generation;
+}
 
 std::uint32_t FilterAccess() {
   try {
-    NetlinkQuery query(NETLINK_NETFILTER, NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_GETGEN, NLM_F_ACK);
-    query.Header<nfgenmsg>().version = NFNETLINK_V0;
-    query.Run([](const nlmsghdr*) {});
+    FilterGeneration();
     return 0;
   } catch (const std::system_error& failure) {
     for (const auto& [number, error] : kAccessErrors) {
@@ -62,11 +102,23 @@ std::uint32_t FilterAccess() {
   }
 }
 
-NftSession::NftSession() : context_(nft_ctx_new(NFT_CTX_DEFAULT)) {
+// The library does not tell its socket: it is the one that is there afterwards and was not before.
+NftSession::NftSession() {
+  const std::set<int> before = FilterSockets();
+  context_.reset(nft_ctx_new(NFT_CTX_DEFAULT));
+  std::set<int> made = FilterSockets();
+  for (const int descriptor : before)
+    made.erase(descriptor);
+  if (made.size() == 1) socket_ = *made.begin();
   if (context_ == nullptr) throw std::bad_alloc();
   nft_ctx_output_set_flags(context_.get(), NFT_CTX_OUTPUT_STATELESS);
   if (nft_ctx_buffer_output(context_.get()) != 0) throw std::bad_alloc();
   if (nft_ctx_buffer_error(context_.get()) != 0) throw std::bad_alloc();
+}
+
+// The library makes another one when the packet filter changed while it was being read.
+int NftSession::Socket() const {
+  return IsFilterSocket(socket_) ? socket_ : -1;
 }
 
 std::uint32_t NftSession::Run(const std::string& commands) {

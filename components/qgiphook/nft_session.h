@@ -13,6 +13,10 @@ namespace quillgate::gate {
 // ERROR_FILE_NOT_FOUND when the kernel has none, or what else went wrong.
 std::uint32_t FilterAccess();
 
+// The number of the packet filter's state, which every change of it raises. Throws
+// std::system_error.
+std::uint32_t FilterGeneration();
+
 class NftSession {
  public:
   // Only after FilterAccess answered 0: without a kernel that knows the packet filter, the library
@@ -23,6 +27,9 @@ class NftSession {
   // reason, of which Error() then is the text.
   std::uint32_t Run(const std::string& commands);
 
+  // The netlink socket that carries the commands, still the session's; -1 when it cannot be told.
+  int Socket() const;
+
   // What the latest commands printed, and why they failed; until the next Run.
   const std::string& Output() const { return output_; }
   const std::string& Error() const { return error_; }
@@ -32,6 +39,7 @@ class NftSession {
     void operator()(nft_ctx* context) const { nft_ctx_free(context); }
   };
   std::unique_ptr<nft_ctx, ContextCloser> context_;
+  int socket_ = -1;
   std::string output_;
   std::string error_;
 };

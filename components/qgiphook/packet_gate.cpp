@@ -4,6 +4,8 @@
 
 #include <system_error>
 
+#include "table_owner.h"
+
 namespace quillgate::gate {
 
 namespace {
@@ -19,10 +21,9 @@ std::string ForEach(const char* verb, const std::vector<std::string>& tables) {
 
 }  // namespace
 
-PacketGate::PacketGate(Log log) : log_(std::move(log)) {
+PacketGate::PacketGate(Write log, Write report) : log_(std::move(log)), report_(std::move(report)) {
   // Without the right to the packet filter there is nothing to hold; whoever opens is told.
-  std::vector<std::string> present;
-  if (FilterAccess() == 0 && ReadNames(present) == 0) held_ = !present.empty();
+  if (FilterAccess() == 0) TakeOver();
 }
 
 NftSession& PacketGate::Session() {
@@ -49,11 +50,20 @@ std::uint32_t PacketGate::Open() {
   }
 }
 
+// A killed process may have left the tables half watched, or an older version other ones.
+void PacketGate::TakeOver() {
+  std::string listing;
+  if (ReadListing(listing) != 0) return;
+  for (const auto& [name, shape] : ReadTableShapes(listing))
+    held_ = held_ || !shape.chains.empty();
+  if (held_) Close(AllowsLocal(listing));
+}
+
 std::uint32_t PacketGate::ReadNames(std::vector<std::string>& present) {
+  present.clear();
   const std::uint32_t error = Session().Run("list tables");
   if (error != 0) return Failed("the gate cannot be read", error, Session().Error());
   const std::string lines = "\n" + Session().Output();
-  present.clear();
   for (const char* table : kTables) {
     if (lines.find("\ntable " + std::string(table) + "\n") != std::string::npos) {
       present.emplace_back(table);
@@ -62,21 +72,21 @@ std::uint32_t PacketGate::ReadNames(std::vector<std::string>& present) {
   return 0;
 }
 
-std::uint32_t PacketGate::ReadTables(Tables& tables) {
-  tables.clear();
+std::uint32_t PacketGate::ReadListing(std::string& listing) {
+  listing.clear();
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0 || present.empty()) return error;
   error = Session().Run(ForEach("list", present));
   if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
-  tables = ReadTableShapes(Session().Output());
+  listing = WithoutOwners(Session().Output());
   return 0;
 }
 
 std::uint32_t PacketGate::ReadBack(const std::vector<TableRules>& wanted) {
-  Tables present;
-  const std::uint32_t error = ReadTables(present);
+  const std::uint32_t error = ReadListing(closed_->listing);
   if (error != 0) return error;
+  const Tables present = ReadTableShapes(closed_->listing);
   for (const TableRules& table : wanted) {
     const auto found = present.find(table.name);
     if (found != present.end() && found->second == ShapeOf(table)) continue;
@@ -105,11 +115,13 @@ MachineLinks PacketGate::LinksNow() {
 }
 
 std::uint32_t PacketGate::Pass() {
+  const std::lock_guard lock(mutex_);
   passIsDue_ = held_;
   return held_ ? 0 : RemoveTables();
 }
 
 void PacketGate::Leave() {
+  const std::lock_guard lock(mutex_);
   if (passIsDue_) RemoveTables();
 }
 
@@ -119,47 +131,104 @@ std::uint32_t PacketGate::RemoveTables() {
   if (error != 0) return error;
   if (!present.empty()) error = Session().Run(ForEach("delete", present));
   if (error != 0) return Failed("the gate stays as it is", error, Session().Error());
-  localInForce_.reset();
+  closed_.reset();
   error = ReadNames(present);
   if (error != 0 || present.empty()) return error;
   return Failed("the gate is not open", ERROR_INVALID_DATA, "the kernel still holds the rules");
 }
 
-std::uint32_t PacketGate::Replace(const std::vector<TableRules>& wanted) {
-  Tables present;
-  std::uint32_t error = ReadTables(present);
+void PacketGate::OwnTables(const std::vector<TableRules>& tables) {
+  const int socket = Session().Socket();
+  if (!canOwn_) canOwn_ = CanOwnTables();
+  if (!*canOwn_ || socket < 0) return;
+  for (const TableRules& table : tables)
+    OwnTable(socket, table.name);
+}
+
+std::uint32_t PacketGate::TryToReplace(const std::vector<TableRules>& wanted) {
+  OwnTables(wanted);
+  std::string listing;
+  const std::uint32_t error = ReadListing(listing);
   if (error != 0) return error;
+  const Tables present = ReadTableShapes(listing);
   std::string commands;
   for (const TableRules& table : wanted) {
     const auto found = present.find(table.name);
     commands += ChangeTable(table, found == present.end() ? nullptr : &found->second);
   }
-  error = Session().Run(commands);
-  return error == 0 ? 0 : Failed("the gate stays as it is", error, Session().Error());
+  return Session().Run(commands);
+}
+
+std::uint32_t PacketGate::Replace(const std::vector<TableRules>& wanted) {
+  std::vector<std::string> before;
+  std::uint32_t error = ReadNames(before);
+  if (error != 0) return error;
+  if (TryToReplace(wanted) == 0) return 0;
+  // Others may have changed the tables meanwhile, or the session has lost the socket that owns
+  // them: a new one can take them over.
+  session_.reset();
+  error = TryToReplace(wanted);
+  if (error == 0) return 0;
+  Failed("the gate stays as it is", error, Session().Error());
+  std::vector<std::string> after;
+  if (before.empty() && ReadNames(after) == 0) Session().Run(ForEach("delete", after));
+  return error;
 }
 
 std::uint32_t PacketGate::Block() {
+  const std::lock_guard lock(mutex_);
   held_ = false;
   passIsDue_ = false;
-  return Close();
+  return Close(allowLocal_);
 }
 
-std::uint32_t PacketGate::Close() {
-  const std::vector<TableRules> closed = {PacketRules(LinksNow(), allowLocal_)};
-  std::uint32_t error = Replace(closed);
+std::uint32_t PacketGate::Close(bool allowLocal) {
+  Closed closed{.allowLocal = allowLocal, .links = LinksNow()};
+  const std::vector<TableRules> wanted = {PacketRules(closed.links, allowLocal)};
+  std::uint32_t error = Replace(wanted);
   if (error != 0) return error;
-  localInForce_ = allowLocal_;
-  error = ReadBack(closed);
+  closed_ = closed;
+  // Before the rules are read back: what others change from now on has a higher number.
+  closed_->generation = FilterGeneration();
+  error = ReadBack(wanted);
   if (error == 0) WarnOfFlowTables();
   return error;
 }
 
 std::uint32_t PacketGate::AllowLocal(bool allow) {
+  const std::lock_guard lock(mutex_);
   allowLocal_ = allow;
   std::vector<std::string> present;
   const std::uint32_t error = ReadNames(present);
-  if (error != 0 || present.empty() || localInForce_ == allow) return error;
-  return Close();
+  if (error != 0 || present.empty() || (closed_ && closed_->allowLocal == allow)) return error;
+  return Close(allow);
+}
+
+std::uint32_t PacketGate::Repair(bool linksChanged) {
+  const std::lock_guard lock(mutex_);
+  if (!closed_) return 0;
+  const std::uint32_t generation = FilterGeneration();
+  if (generation == closed_->generation && !linksChanged) return 0;
+  std::string listing;
+  const std::uint32_t error = ReadListing(listing);
+  if (error != 0) return error;
+  if (listing == closed_->listing && LinksNow() == closed_->links) {
+    closed_->generation = generation;
+    return 0;
+  }
+  return PutBack(listing);
+}
+
+std::uint32_t PacketGate::PutBack(const std::string& listing) {
+  const bool byOthers = listing != closed_->listing;
+  const std::uint32_t error = Close(closed_->allowLocal);
+  if (!byOthers) return error;
+  report_(error == 0 ? "Another program changed the rules of the closed gate in the packet filter. "
+                       "They have been put back."
+                     : "Another program changed the rules of the closed gate in the packet filter. "
+                       "They could not be put back. Error=" +
+                           std::to_string(error));
+  return error;
 }
 
 }  // namespace quillgate::gate

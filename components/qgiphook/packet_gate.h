@@ -1,10 +1,12 @@
 // The gate of the whole machine. Its state is in the kernel alone: it outlives this object and the
-// process, and what this object needs to know about it, it asks. Used by one thread at a time.
+// process, and what this object needs to know about it, it asks. Any thread of one network
+// namespace; the operations wait for each other.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,10 +21,13 @@ namespace quillgate::gate {
 // something else all the same.
 class PacketGate {
  public:
-  using Log = std::function<void(const std::string&)>;
+  using Write = std::function<void(const std::string&)>;
+
+  // `log` gets lines for whoever looks for a fault, `report` what the administrator should know.
+  //
   // A gate that is found closed is held: whoever closed it was killed, and the program that starts
   // now lets everything pass until it knows what has been decided about the user.
-  explicit PacketGate(Log log);
+  PacketGate(Write log, Write report);
 
   // Whether the gate can be worked from this process.
   std::uint32_t Open();
@@ -32,12 +37,17 @@ class PacketGate {
   std::uint32_t Pass();
 
   // Nothing passes but what keeps the link alive, and local traffic if it was allowed last. Takes
-  // the machine's addresses as they are now.
+  // the machine's addresses as they are now, and puts back what is missing of a gate that is
+  // closed.
   std::uint32_t Block();
 
   // Whether local traffic passes while blocked; blocked at first. Takes effect at once on a gate
   // that is closed, and is remembered for the next Block even when that fails.
   std::uint32_t AllowLocal(bool allow);
+
+  // To be called after changes of the packet filter or of the machine's links: a gate that should
+  // be closed is put back, with a report if others have changed it, and takes the new links.
+  std::uint32_t Repair(bool linksChanged);
 
   // The end in order. What is closed stays closed, unless a Pass was asked for last that a hold
   // kept back.
@@ -46,24 +56,39 @@ class PacketGate {
  private:
   using Tables = std::map<std::string, TableShape>;
 
-  std::uint32_t Close();
+  // What a closed gate is made of, and how the kernel tells of it.
+  struct Closed {
+    bool allowLocal = false;
+    MachineLinks links{};
+    std::uint32_t generation = 0;
+    std::string listing{};
+  };
+
+  void TakeOver();
+  std::uint32_t Close(bool allowLocal);
+  std::uint32_t Replace(const std::vector<TableRules>& wanted);
+  std::uint32_t TryToReplace(const std::vector<TableRules>& wanted);
+  std::uint32_t ReadBack(const std::vector<TableRules>& wanted);
   std::uint32_t RemoveTables();
   std::uint32_t ReadNames(std::vector<std::string>& present);
-  std::uint32_t ReadTables(Tables& tables);
-  std::uint32_t Replace(const std::vector<TableRules>& wanted);
-  std::uint32_t ReadBack(const std::vector<TableRules>& wanted);
+  std::uint32_t ReadListing(std::string& listing);
+  std::uint32_t PutBack(const std::string& listing);
+  void OwnTables(const std::vector<TableRules>& tables);
   void WarnOfFlowTables();
   MachineLinks LinksNow();
   std::uint32_t Failed(const char* what, std::uint32_t error, const std::string& reason);
   NftSession& Session();
 
-  Log log_;
+  std::mutex mutex_;
+  Write log_;
+  Write report_;
   std::optional<NftSession> session_;
-  MachineLinks links_;  // as they were read last
+  std::optional<bool> canOwn_;  // once it has been tried
+  MachineLinks links_;          // as they were read last
   bool held_ = false;
   bool passIsDue_ = false;  // once the hold ends in order
   bool allowLocal_ = false;
-  std::optional<bool> localInForce_;  // of a gate that this object closed
+  std::optional<Closed> closed_;  // while the gate is to be closed
 };
 
 }  // namespace quillgate::gate

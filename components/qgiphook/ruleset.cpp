@@ -111,4 +111,8 @@ TableRules PacketRules(const MachineLinks& links, bool allowLocal) {
   return table;
 }
 
+bool AllowsLocal(std::string_view listing) {
+  return listing.find("@local4 accept") != std::string_view::npos;
+}
+
 }  // namespace quillgate::gate

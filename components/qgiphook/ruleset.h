@@ -9,15 +9,21 @@
 // packet sockets.
 #pragma once
 
+#include <string_view>
+
 #include "machine_links.h"
 #include "table_rules.h"
 
 namespace quillgate::gate {
 
+inline constexpr const char* kTableStem = "quillgate";
 inline constexpr const char* kTableName = "inet quillgate";
 
 // The machine's own packets and those that it routes. With local traffic, or with no more than what
 // keeps the link alive.
 TableRules PacketRules(const MachineLinks& links, bool allowLocal);
+
+// Whether a gate whose tables `list table` printed so lets local traffic pass.
+bool AllowsLocal(std::string_view listing);
 
 }  // namespace quillgate::gate

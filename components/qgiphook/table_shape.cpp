@@ -19,6 +19,15 @@ std::string WordAfter(std::string_view line, std::string_view before, std::strin
   return std::string(line.substr(0, line.find(end)));
 }
 
+template <class Read>
+void ForEachLine(std::string_view listing, Read read) {
+  while (!listing.empty()) {
+    const auto end = std::min(listing.find('\n'), listing.size());
+    read(listing.substr(0, end));
+    listing.remove_prefix(std::min(end + 1, listing.size()));
+  }
+}
+
 // Reads the lines of a listing one after the other.
 class ShapeReader {
  public:
@@ -79,12 +88,20 @@ class ShapeReader {
 
 std::map<std::string, TableShape> ReadTableShapes(std::string_view listing) {
   ShapeReader reader;
-  while (!listing.empty()) {
-    const auto end = std::min(listing.find('\n'), listing.size());
-    reader.Read(Trimmed(listing.substr(0, end)));
-    listing.remove_prefix(std::min(end + 1, listing.size()));
-  }
+  ForEachLine(listing, [&reader](std::string_view line) { reader.Read(Trimmed(line)); });
   return reader.Take();
+}
+
+std::string WithoutOwners(std::string_view listing) {
+  std::string result;
+  ForEachLine(listing, [&result](std::string_view line) {
+    constexpr std::string_view kTableFlags = "\tflags ";
+    const bool isDormant = line.find("dormant") != std::string_view::npos;
+    if (line.starts_with(kTableFlags) && !isDormant) return;
+    if (line.starts_with("table ")) line = line.substr(0, line.find(" #"));
+    result.append(line).push_back('\n');
+  });
+  return result;
 }
 
 }  // namespace quillgate::gate

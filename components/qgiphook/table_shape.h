@@ -29,4 +29,7 @@ struct TableShape {
 // The tables that `list table` printed, one or several of them, by their names ("inet quillgate").
 std::map<std::string, TableShape> ReadTableShapes(std::string_view listing);
 
+// The listing without what it tells of the tables' owners, which is no part of what they do.
+std::string WithoutOwners(std::string_view listing);
+
 }  // namespace quillgate::gate

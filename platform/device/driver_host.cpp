@@ -89,13 +89,14 @@ void AllowDriverFiles(bool allowed) {
   driverFilesAllowed = allowed;
 }
 
-std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DWORD& error) {
+std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DriverEventSink events,
+                                         DWORD& error) {
   const std::filesystem::path image = ImageFile(imagePath);
   if (const DriverFactory factory = FindBuiltIn(LowerName(Wide(image.stem().native())))) {
     return factory(error);
   }
   const std::filesystem::path file = SharedObjectOf(image);
-  if (!file.empty()) return LoadModuleDriver(file, error);
+  if (!file.empty()) return LoadModuleDriver(file, std::move(events), error);
   LogLine("no driver " + image.string() + ", nor a shared object for it beside the executable");
   error = ERROR_FILE_NOT_FOUND;
   return nullptr;

@@ -26,9 +26,13 @@ void UnregisterBuiltInDriver(std::wstring_view imageStem);
 // Whether drivers may come from shared objects; they may, unless the simulated machine forbids it.
 void AllowDriverFiles(bool allowed);
 
+// Where the events go that a driver reports, as UTF-8. Any thread, until the driver is unloaded.
+using DriverEventSink = std::function<void(std::string_view utf8)>;
+
 // Loads the driver of an image path as the service record holds it: "%SystemRoot%" and a leading
 // "System32" stand for the root folder, ".sys" becomes ".so", and a file that is not there is
 // looked for beside the executable. Null with `error` set when there is no such driver.
-std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DWORD& error);
+std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DriverEventSink events,
+                                         DWORD& error);
 
 }  // namespace platform

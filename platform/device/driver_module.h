@@ -16,13 +16,18 @@ struct DriverDevice {
                            void* out, std::uint32_t outBytes, std::uint32_t* returnedBytes);
 };
 
-// What the layer gives to a driver; lives until DriverUnload has returned.
+// What the layer gives to a driver; lives until DriverUnload has returned. Devices are made and
+// deleted by the thread that calls DriverLoad and DriverUnload, the rest is for any thread.
 struct DriverHost {
   // 0, or the error; the structure is copied, the name too. To be called from DriverLoad.
   std::uint32_t (*createDevice)(const DriverDevice* device);
   // Devices that are left when the driver is unloaded are deleted before DriverUnload is called.
   void (*deleteDevice)(const wchar_t* name);
   void (*logLine)(const char* utf8);
+  // A warning in the system's event log, under the name of the driver's service. `driver` is the
+  // member below.
+  void (*reportEvent)(void* driver, const char* utf8);
+  void* driver;
 };
 
 // 0, or the error with which starting the driver's service fails.

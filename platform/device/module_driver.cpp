@@ -56,8 +56,7 @@ class ModuleDevice final : public Device {
 
 class ModuleDriver final : public LoadedDriver {
  public:
-  ModuleDriver(ModulePointer module, DriverUnloadFunction unload)
-      : module_(std::move(module)), unload_(unload) {}
+  ModuleDriver(ModulePointer module, DriverUnloadFunction unload, DriverEventSink events);
   ~ModuleDriver() override;
   ModuleDriver(const ModuleDriver&) = delete;
   ModuleDriver& operator=(const ModuleDriver&) = delete;
@@ -65,6 +64,7 @@ class ModuleDriver final : public LoadedDriver {
   DWORD Load(DriverLoadFunction load);
   DWORD CreateDevice(const DriverDevice& operations);
   void DeleteDevice(std::wstring_view name);
+  void ReportEvent(std::string_view text) const { events_(text); }
 
  private:
   struct OwnDevice {
@@ -76,6 +76,8 @@ class ModuleDriver final : public LoadedDriver {
   std::vector<OwnDevice> devices_;
   ModulePointer module_;
   DriverUnloadFunction unload_;
+  DriverEventSink events_;
+  DriverHost host_;
   bool loaded_ = false;
 };
 
@@ -99,11 +101,24 @@ void HostLogLine(const char* utf8) noexcept {
   if (utf8 != nullptr) LogLine(utf8);
 }
 
-constexpr DriverHost kHost = {HostCreateDevice, HostDeleteDevice, HostLogLine};
+void HostReportEvent(void* driver, const char* utf8) noexcept {
+  if (driver == nullptr || utf8 == nullptr) return;
+  Guarded([&] {
+    static_cast<const ModuleDriver*>(driver)->ReportEvent(utf8);
+    return NO_ERROR;
+  });
+}
+
+ModuleDriver::ModuleDriver(ModulePointer module, DriverUnloadFunction unload,
+                           DriverEventSink events)
+    : module_(std::move(module)),
+      unload_(unload),
+      events_(std::move(events)),
+      host_{HostCreateDevice, HostDeleteDevice, HostLogLine, HostReportEvent, this} {}
 
 DWORD ModuleDriver::Load(DriverLoadFunction load) {
   callingDriver = this;
-  const DWORD error = load(&kHost);
+  const DWORD error = load(&host_);
   callingDriver = nullptr;
   loaded_ = error == NO_ERROR;
   return error;
@@ -152,7 +167,8 @@ bool IsLoaded(const std::filesystem::path& file) {
 
 }  // namespace
 
-std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file, DWORD& error) {
+std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file,
+                                               DriverEventSink events, DWORD& error) {
   if (IsLoaded(file)) {
     error = ERROR_ALREADY_EXISTS;
     return nullptr;
@@ -170,7 +186,7 @@ std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file
     error = ERROR_PROC_NOT_FOUND;
     return nullptr;
   }
-  auto driver = std::make_unique<ModuleDriver>(std::move(module), unload);
+  auto driver = std::make_unique<ModuleDriver>(std::move(module), unload, std::move(events));
   error = driver->Load(load);
   if (error != NO_ERROR) return nullptr;
   return driver;

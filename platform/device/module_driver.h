@@ -13,6 +13,7 @@ namespace platform {
 // Loads the shared object and calls its DriverLoad. Null with `error` set: ERROR_BAD_EXE_FORMAT
 // when it cannot be loaded, ERROR_PROC_NOT_FOUND when it is no driver, ERROR_ALREADY_EXISTS when it
 // is loaded already, or what DriverLoad answers.
-std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file, DWORD& error);
+std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file,
+                                               DriverEventSink events, DWORD& error);
 
 }  // namespace platform

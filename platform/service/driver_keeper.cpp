@@ -10,6 +10,7 @@
 #include "platform/device/driver_host.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/service/event_delivery.h"
 #include "platform/service/service_state.h"
 
 namespace platform {
@@ -45,7 +46,10 @@ ServiceState DriverState(DWORD state) {
 DWORD StartDriver(const ServiceRecord& record, FileDescriptor lock) {
   DWORD error = NO_ERROR;
   HostedDriver hosted;
-  hosted.driver = LoadDriver(record.imagePath, error);
+  const auto report = [name = record.name](std::string_view text) {
+    DeliverEvent({.source = name, .type = EVENTLOG_WARNING_TYPE, .text = Wide(text)});
+  };
+  hosted.driver = LoadDriver(record.imagePath, report, error);
   if (hosted.driver == nullptr) {
     PublishState(record.name, StoppedState(record.type, error));
     return error;

@@ -15,11 +15,14 @@
 #include <winerror.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
+#include <cstdio>
 #include <functional>
 #include <iterator>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "lab/network_namespace.h"
@@ -100,7 +103,10 @@ class HookDriver : public testing::Test {
   }
 
   std::string Tables() { return place_->Shell("nft list tables"); }
-  std::string Rules() { return place_->Shell("nft -n list table inet quillgate"); }
+  // Without what tells of the table's owner.
+  std::string Rules() {
+    return place_->Shell("nft -n list table inet quillgate | sed 's/ # .*//; /^\tflags/d; /^$/d'");
+  }
 
   std::optional<lab::NetworkNamespace> place_;
 };
@@ -207,6 +213,55 @@ TEST_F(HookDriver, AGateThatIsFoundClosedStaysSoUntilTheFirstBlock) {
   EXPECT_TRUE(load({kPass, kBlockLocal, kBlock}));
   EXPECT_FALSE(load({kPass, kAllowLocal, kPass})) << "ended in order";
   EXPECT_FALSE(load({kBlock, kPass}));
+}
+
+constexpr const char* kAttacks[] = {
+    "nft flush ruleset",
+    "nft delete table inet quillgate",
+    "nft insert rule inet quillgate output accept",
+    "nft add table inet quillgate '{ flags dormant; }'",
+};
+
+TEST_F(HookDriver, WhatOthersChangeIsPutBackAndReported) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    for (const char* attack : kAttacks) {
+      // A table that was made without an owner never has one.
+      place_->Shell("nft add table inet quillgate");
+      EXPECT_EQ(driver.Control(kBlock), 0u);
+      const std::string closed = Rules();
+      const auto start = std::chrono::steady_clock::now();
+      place_->Shell(attack);
+      std::vector<std::string> events;
+      for (int i = 0; i < 2000 && events.empty(); ++i) {
+        events = driver.TakeEvents();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      }
+      const std::chrono::duration<double, std::milli> time =
+          std::chrono::steady_clock::now() - start;
+      std::printf("%.1f ms after %s\n", time.count(), attack);
+      EXPECT_THAT(events, ElementsAre(HasSubstr("have been put back")));
+      EXPECT_TRUE(Rules() == closed) << attack;
+      EXPECT_EQ(driver.Control(kPass), 0u);
+      EXPECT_EQ(Tables(), "");
+    }
+  });
+}
+
+TEST_F(HookDriver, AnOwnedTableIsNotForOthersUntilItsOwnerDies) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    const std::string listing = place_->Shell("nft list table inet quillgate");
+    if (listing.find("flags owner") == std::string::npos) GTEST_SKIP() << "no persistent owners";
+    const std::string closed = Rules();
+    for (const char* attack : kAttacks) {
+      place_->Shell(std::string(attack) + " || true");
+      EXPECT_TRUE(Rules() == closed) << attack;
+    }
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_THAT(driver.TakeEvents(), IsEmpty());
+  });
+  EXPECT_NE(Tables(), "") << "it persists";
+  place_->Shell(kAttacks[1]);
 }
 
 TEST_F(HookDriver, ADamagedTableIsReplacedAndOthersAreLeftAlone) {

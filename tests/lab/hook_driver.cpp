@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include <filesystem>
+#include <mutex>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,7 +19,9 @@ constexpr std::uint32_t kEnd = 0;  // not a control code: open the gate and end
 
 // The driver's host has no context, so what it is told is kept here.
 std::optional<DriverDevice> device;
+std::mutex mutex;  // of the texts: the driver's own thread writes some
 std::vector<std::string> lines;
+std::vector<std::string> events;
 
 const DriverHost kHost = {
     .createDevice = [](const DriverDevice* created) -> std::uint32_t {
@@ -26,7 +29,17 @@ const DriverHost kHost = {
       return 0;
     },
     .deleteDevice = [](const wchar_t*) { device.reset(); },
-    .logLine = [](const char* line) { lines.emplace_back(line); },
+    .logLine =
+        [](const char* line) {
+          const std::lock_guard lock(mutex);
+          lines.emplace_back(line);
+        },
+    .reportEvent =
+        [](void*, const char* event) {
+          const std::lock_guard lock(mutex);
+          events.emplace_back(event);
+        },
+    .driver = nullptr,
 };
 
 void* Module() {
@@ -78,7 +91,13 @@ std::uint32_t LoadedDriver::Control(std::uint32_t code) {
 }
 
 std::vector<std::string> LoadedDriver::TakeLines() {
+  const std::lock_guard lock(mutex);
   return std::exchange(lines, {});
+}
+
+std::vector<std::string> LoadedDriver::TakeEvents() {
+  const std::lock_guard lock(mutex);
+  return std::exchange(events, {});
 }
 
 DriverProcess::DriverProcess(const NetworkNamespace& place) {

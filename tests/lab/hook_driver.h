@@ -33,6 +33,8 @@ class LoadedDriver {
   std::uint32_t Control(std::uint32_t code);
   // The lines that the driver wrote since the last call.
   std::vector<std::string> TakeLines();
+  // What it reported to the administrator since the last call.
+  std::vector<std::string> TakeEvents();
   // Whether the device is there under its name.
   bool HasDevice() const;
 

@@ -108,6 +108,12 @@ TEST_F(ProgramStates, AKillWhileClosedLeavesItClosedAndARestartTakesItOver) {
   ExpectClosed();
 }
 
+TEST_F(ProgramStates, AFlushByOthersLeavesItClosed) {
+  ASSERT_TRUE(driver_->Close(false));
+  lab_->Host().Shell("nft flush ruleset; sleep 0.1");
+  ExpectClosed();
+}
+
 TEST_F(ProgramStates, AnOrderlyStopOpensTheGate) {
   ASSERT_TRUE(driver_->Close(false));
   EXPECT_TRUE(driver_->Stop());

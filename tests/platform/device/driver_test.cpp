@@ -49,6 +49,10 @@ TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
   EXPECT_EQ(StatusOf(driver).dwServiceType, SERVICE_KERNEL_DRIVER);
   EXPECT_EQ(StateOf(driver), SERVICE_RUNNING);
   EXPECT_EQ(Start(driver), ERROR_SERVICE_ALREADY_RUNNING);
+  ASSERT_EQ(machine_.Events().size(), 1u) << "the driver reports one when it is loaded";
+  EXPECT_EQ(machine_.Events()[0].source, L"TestDriver");
+  EXPECT_EQ(machine_.Events()[0].type, EVENTLOG_WARNING_TYPE);
+  EXPECT_EQ(machine_.Events()[0].text, L"loaded \xE4");
 
   const HANDLE device = OpenDevice(kDevice);
   ASSERT_NE(device, INVALID_HANDLE_VALUE) << ::GetLastError();
