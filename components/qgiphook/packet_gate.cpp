@@ -116,8 +116,13 @@ MachineLinks PacketGate::LinksNow() {
 
 std::uint32_t PacketGate::Pass() {
   const std::lock_guard lock(mutex_);
-  passIsDue_ = held_;
-  return held_ ? 0 : RemoveTables();
+  if (held_) {
+    held_ = false;
+    passIsDue_ = true;
+    return 0;
+  }
+  passIsDue_ = false;
+  return RemoveTables();
 }
 
 void PacketGate::Leave() {

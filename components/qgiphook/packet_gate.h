@@ -25,15 +25,16 @@ class PacketGate {
 
   // `log` gets lines for whoever looks for a fault, `report` what the administrator should know.
   //
-  // A gate that is found closed is held: whoever closed it was killed, and the program that starts
-  // now lets everything pass until it knows what has been decided about the user.
+  // A gate that is found closed is held: whoever closed it was killed, and the first thing that a
+  // starting program does is to let everything pass, before it knows what has been decided about
+  // the user.
   PacketGate(Write log, Write report);
 
   // Whether the gate can be worked from this process.
   std::uint32_t Open();
 
-  // Everything passes: there is no table. On a gate that is held this succeeds and takes effect
-  // only with Leave; the first Block ends that.
+  // Everything passes: there is no table. On a gate that is held, the first one succeeds and takes
+  // effect only with Leave, unless a decision follows: a Block or another Pass.
   std::uint32_t Pass();
 
   // Nothing passes but what keeps the link alive, and local traffic if it was allowed last. Takes
@@ -49,8 +50,8 @@ class PacketGate {
   // be closed is put back, with a report if others have changed it, and takes the new links.
   std::uint32_t Repair(bool linksChanged);
 
-  // The end in order. What is closed stays closed, unless a Pass was asked for last that a hold
-  // kept back.
+  // The end in order. What is closed stays closed, unless a Pass was asked for last that was kept
+  // back.
   void Leave();
 
  private:
@@ -86,7 +87,7 @@ class PacketGate {
   std::optional<bool> canOwn_;  // once it has been tried
   MachineLinks links_;          // as they were read last
   bool held_ = false;
-  bool passIsDue_ = false;  // once the hold ends in order
+  bool passIsDue_ = false;  // if it ends in order before a decision
   bool allowLocal_ = false;
   std::optional<Closed> closed_;  // while the gate is to be closed
 };
