@@ -20,11 +20,11 @@ struct LinkPrefix {
 // is left out, for it is judged by its name, and so are those whose names have no place in a rule
 // (quotation marks, backslashes, asterisks): nothing passes there.
 struct MachineLinks {
-  std::vector<std::string> interfaces;  // up or not
+  std::vector<std::string> interfaces{};  // up or not
   // One for each address of an interface that is up; on a point-to-point link the other end.
-  std::vector<LinkPrefix> prefixes;
+  std::vector<LinkPrefix> prefixes{};
   // The next hops of all routes in all tables, each as the prefix of one address.
-  std::vector<NetworkPrefix> gateways;
+  std::vector<NetworkPrefix> gateways{};
   bool operator==(const MachineLinks&) const = default;
 };
 

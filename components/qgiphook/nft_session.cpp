@@ -116,6 +116,11 @@ NftSession::NftSession() {
   if (nft_ctx_buffer_error(context_.get()) != 0) throw std::bad_alloc();
 }
 
+bool NftSession::WouldRun(const std::string& commands) {
+  nft_ctx_set_dry_run(context_.get(), true);
+  return Run(commands) == 0;
+}
+
 // The library makes another one when the packet filter changed while it was being read.
 int NftSession::Socket() const {
   return IsFilterSocket(socket_) ? socket_ : -1;

@@ -27,6 +27,10 @@ class NftSession {
   // reason, of which Error() then is the text.
   std::uint32_t Run(const std::string& commands);
 
+  // Whether the kernel would carry the commands out; it does not. The library confuses what it has
+  // tried with what is there, so this is a session's only use.
+  bool WouldRun(const std::string& commands);
+
   // The netlink socket that carries the commands, still the session's; -1 when it cannot be told.
   int Socket() const;
 

@@ -10,12 +10,12 @@ namespace quillgate::gate {
 
 namespace {
 
-constexpr const char* kTables[] = {kTableName};
+constexpr const char* kTables[] = {kTableName, kBridgeTable, kDeviceTable};
 
-std::string ForEach(const char* verb, const std::vector<std::string>& tables) {
+std::string DeleteAll(const std::vector<std::string>& tables) {
   std::string commands;
   for (const std::string& table : tables)
-    commands += std::string(verb) + " table " + table + "\n";
+    commands += "delete table " + table + "\n";
   return commands;
 }
 
@@ -76,24 +76,54 @@ std::uint32_t PacketGate::ReadListing(std::string& listing) {
   listing.clear();
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
-  if (error != 0 || present.empty()) return error;
-  error = Session().Run(ForEach("list", present));
-  if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
-  listing = WithoutOwners(Session().Output());
-  return 0;
+  // The library lists the first table of several alone.
+  for (const std::string& table : present) {
+    if (error == 0) error = Session().Run("list table " + table);
+    if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
+    listing += WithoutOwners(Session().Output());
+  }
+  return error;
 }
 
+// Only a listing that is as it should be is kept to compare with.
 std::uint32_t PacketGate::ReadBack(const std::vector<TableRules>& wanted) {
-  const std::uint32_t error = ReadListing(closed_->listing);
+  std::string listing;
+  const std::uint32_t error = ReadListing(listing);
   if (error != 0) return error;
-  const Tables present = ReadTableShapes(closed_->listing);
+  const Tables present = ReadTableShapes(listing);
   for (const TableRules& table : wanted) {
     const auto found = present.find(table.name);
     if (found != present.end() && found->second == ShapeOf(table)) continue;
     return Failed("the gate is not closed as it should be", ERROR_INVALID_DATA,
                   "the kernel holds other rules");
   }
+  closed_->listing = listing;
   return 0;
+}
+
+// The same rules at the loopback interface, under another name and for no moment, tell what the
+// kernel knows.
+const FrameHooks& PacketGate::Hooks() {
+  if (hooks_) return *hooks_;
+  const auto has = [](const FrameHooks& tried) {
+    std::string commands;
+    for (TableRules& table : FrameRules({.interfaces = {"lo"}}, true, tried)) {
+      table.name += "_probe";
+      commands += ChangeTable(table, nullptr);
+    }
+    return NftSession().WouldRun(commands);
+  };
+  hooks_ = {.bridge = has({.bridge = true}),
+            .ingress = has({.ingress = true}),
+            .egress = has({.egress = true})};
+  if (!hooks_->bridge || !hooks_->egress) {
+    const std::string text =
+        "The kernel cannot filter all frames: machines behind a bridge or a macvlan of this one "
+        "pass a closed gate.";
+    log_(text);
+    report_(text);
+  }
+  return *hooks_;
 }
 
 void PacketGate::WarnOfFlowTables() {
@@ -134,7 +164,11 @@ std::uint32_t PacketGate::RemoveTables() {
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
-  if (!present.empty()) error = Session().Run(ForEach("delete", present));
+  if (!present.empty()) error = Session().Run(DeleteAll(present));
+  if (error == ERROR_FILE_NOT_FOUND && ReadNames(present) == 0) {
+    // Others were faster with some of them.
+    error = present.empty() ? 0 : Session().Run(DeleteAll(present));
+  }
   if (error != 0) return Failed("the gate stays as it is", error, Session().Error());
   closed_.reset();
   error = ReadNames(present);
@@ -164,20 +198,28 @@ std::uint32_t PacketGate::TryToReplace(const std::vector<TableRules>& wanted) {
   return Session().Run(commands);
 }
 
-std::uint32_t PacketGate::Replace(const std::vector<TableRules>& wanted) {
-  std::vector<std::string> before;
-  std::uint32_t error = ReadNames(before);
-  if (error != 0) return error;
+std::vector<TableRules> PacketGate::AllRules(const Closed& closed) {
+  std::vector<TableRules> tables = FrameRules(closed.links, closed.allowLocal, Hooks());
+  tables.push_back(PacketRules(closed.links, closed.allowLocal));
+  return tables;
+}
+
+// All tables in one transaction, or the machine's own packets alone rather than nothing.
+std::uint32_t PacketGate::Replace(Closed& closed, std::vector<TableRules>& wanted) {
+  closed.links = LinksNow();
+  wanted = AllRules(closed);
   if (TryToReplace(wanted) == 0) return 0;
-  // Others may have changed the tables meanwhile, or the session has lost the socket that owns
-  // them: a new one can take them over.
+  // Others may have changed the tables meanwhile, an interface may have gone, or the session has
+  // lost the socket that owns the tables: a new one can take them over.
   session_.reset();
-  error = TryToReplace(wanted);
+  closed.links = LinksNow();
+  wanted = AllRules(closed);
+  std::uint32_t error = TryToReplace(wanted);
   if (error == 0) return 0;
-  Failed("the gate stays as it is", error, Session().Error());
-  std::vector<std::string> after;
-  if (before.empty() && ReadNames(after) == 0) Session().Run(ForEach("delete", after));
-  return error;
+  Failed("the gate stays open for frames", error, Session().Error());
+  wanted = {PacketRules(closed.links, closed.allowLocal)};
+  error = TryToReplace(wanted);
+  return error == 0 ? 0 : Failed("the gate stays as it is", error, Session().Error());
 }
 
 std::uint32_t PacketGate::Block() {
@@ -188,16 +230,25 @@ std::uint32_t PacketGate::Block() {
 }
 
 std::uint32_t PacketGate::Close(bool allowLocal) {
-  Closed closed{.allowLocal = allowLocal, .links = LinksNow()};
-  const std::vector<TableRules> wanted = {PacketRules(closed.links, allowLocal)};
-  std::uint32_t error = Replace(wanted);
+  std::vector<std::string> before;
+  std::uint32_t error = ReadNames(before);
   if (error != 0) return error;
+  Closed closed{.allowLocal = allowLocal};
+  std::vector<TableRules> wanted;
+  error = Replace(closed, wanted);
+  if (error != 0) {
+    // Nothing is left of tables that were made to be owned.
+    if (before.empty() && !closed_) RemoveTables();
+    return error;
+  }
   closed_ = closed;
   // Before the rules are read back: what others change from now on has a higher number.
-  closed_->generation = FilterGeneration();
+  const std::uint32_t generation = FilterGeneration();
   error = ReadBack(wanted);
-  if (error == 0) WarnOfFlowTables();
-  return error;
+  if (error != 0) return error;
+  closed_->generation = generation;
+  WarnOfFlowTables();
+  return 0;
 }
 
 std::uint32_t PacketGate::AllowLocal(bool allow) {
@@ -217,15 +268,19 @@ std::uint32_t PacketGate::Repair(bool linksChanged) {
   std::string listing;
   const std::uint32_t error = ReadListing(listing);
   if (error != 0) return error;
-  if (listing == closed_->listing && LinksNow() == closed_->links) {
+  const bool sameLinks = LinksNow() == closed_->links;
+  if (listing == closed_->listing && sameLinks) {
     closed_->generation = generation;
     return 0;
   }
-  return PutBack(listing);
+  // Some kernels remove the chains of an interface that goes.
+  const bool byOthers = sameLinks ? listing != closed_->listing
+                                  : ReadTableShapes(listing)[kTableName] !=
+                                        ReadTableShapes(closed_->listing)[kTableName];
+  return PutBack(byOthers);
 }
 
-std::uint32_t PacketGate::PutBack(const std::string& listing) {
-  const bool byOthers = listing != closed_->listing;
+std::uint32_t PacketGate::PutBack(bool byOthers) {
   const std::uint32_t error = Close(closed_->allowLocal);
   if (!byOthers) return error;
   report_(error == 0 ? "Another program changed the rules of the closed gate in the packet filter. "

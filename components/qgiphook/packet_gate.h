@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "frame_rules.h"
 #include "nft_session.h"
 #include "ruleset.h"
 
@@ -67,13 +68,15 @@ class PacketGate {
 
   void TakeOver();
   std::uint32_t Close(bool allowLocal);
-  std::uint32_t Replace(const std::vector<TableRules>& wanted);
+  std::uint32_t Replace(Closed& closed, std::vector<TableRules>& wanted);
   std::uint32_t TryToReplace(const std::vector<TableRules>& wanted);
+  std::vector<TableRules> AllRules(const Closed& closed);
+  const FrameHooks& Hooks();
   std::uint32_t ReadBack(const std::vector<TableRules>& wanted);
   std::uint32_t RemoveTables();
   std::uint32_t ReadNames(std::vector<std::string>& present);
   std::uint32_t ReadListing(std::string& listing);
-  std::uint32_t PutBack(const std::string& listing);
+  std::uint32_t PutBack(bool byOthers);
   void OwnTables(const std::vector<TableRules>& tables);
   void WarnOfFlowTables();
   MachineLinks LinksNow();
@@ -84,8 +87,9 @@ class PacketGate {
   Write log_;
   Write report_;
   std::optional<NftSession> session_;
-  std::optional<bool> canOwn_;  // once it has been tried
-  MachineLinks links_;          // as they were read last
+  std::optional<bool> canOwn_;       // once it has been tried
+  std::optional<FrameHooks> hooks_;  // likewise
+  MachineLinks links_;               // as they were read last
   bool held_ = false;
   bool passIsDue_ = false;  // if it ends in order before a decision
   bool allowLocal_ = false;

@@ -29,6 +29,55 @@ std::string Test(const char* test, const char* rest) {
   return std::string(test) + " " + rest;
 }
 
+std::string Accept(const std::string& tests) {
+  return tests + " accept";
+}
+
+void Append(Rules& rules, const Rules& others) {
+  rules.insert(rules.end(), others.begin(), others.end());
+}
+
+// The policy of a chain comes into force a moment after its rules do, so a rule says it too.
+Rules ThenDrop(Rules rules) {
+  rules.push_back("drop");
+  return rules;
+}
+
+// A packet that names further stops, in a routing header or a source route, does not end where its
+// destination address says.
+const Rules kFurtherStops = {
+    "ip option lsrr exists drop",
+    "ip option ssrr exists drop",
+    "exthdr rt exists drop",
+};
+
+// A client hears the answer from its server or from a relay, both on its link. Before it has an
+// address nobody knows what is on the link: then it hears everybody. What is broadcast comes from
+// the link in any case.
+Rules LinkRulesIn(const Place& place) {
+  return {
+      Test("ip daddr 255.255.255.255", kDhcpIn),
+      Test("iifname @unconfigured", kDhcpIn),
+      Test(place.source4, kDhcpIn),
+      Test("ip6 saddr fe80::/10 ip6 daddr fe80::/10", kDhcp6In),
+      Discovery("nd-router-advert", "ip6 saddr fe80::/10 "),
+      Discovery("nd-neighbor-solicit"),
+      Discovery("nd-neighbor-advert"),
+  };
+}
+
+// A server behind a relay is not asked in person: the client asks everybody later.
+Rules LinkRulesOut(const Place& place) {
+  return {
+      Test("ip daddr 255.255.255.255", kDhcpOut),
+      Test(place.destination4, kDhcpOut),
+      Test("ip6 saddr fe80::/10 ip6 daddr { fe80::/10, ff02::1:2 }", kDhcp6Out),
+      Discovery("nd-router-solicit", "ip6 daddr ff02::2 "),
+      Discovery("nd-neighbor-solicit"),
+      Discovery("nd-neighbor-advert"),
+  };
+}
+
 // Interfaces that have no IPv4 address yet, but for what they gave themselves (RFC 3927).
 std::vector<std::string> Unconfigured(const MachineLinks& links) {
   std::set<std::string> names(links.interfaces.begin(), links.interfaces.end());
@@ -51,48 +100,44 @@ std::vector<NetworkPrefix> Neighbours(const MachineLinks& links) {
 
 }  // namespace
 
-// A client hears the answer from its server or from a relay, both on its link. Before it has an
-// address nobody knows what is on the link: then it hears everybody. What is broadcast comes from
-// the link in any case.
-Rules LinkRulesIn(const SubnetTests& subnets) {
-  return {
-      Test("ip daddr 255.255.255.255", kDhcpIn),
-      Test("iifname @unconfigured", kDhcpIn),
-      Test(subnets.source4, kDhcpIn),
-      Test("ip6 saddr fe80::/10 ip6 daddr fe80::/10", kDhcp6In),
-      Discovery("nd-router-advert", "ip6 saddr fe80::/10 "),
-      Discovery("nd-neighbor-solicit"),
-      Discovery("nd-neighbor-advert"),
-  };
+Rules IncomingRules(const Place& place, bool allowLocal) {
+  Rules rules = place.firstIn;
+  Append(rules, LinkRulesIn(place));
+  if (!allowLocal) return ThenDrop(rules);
+  Append(rules, kFurtherStops);
+  Append(rules, {"ip saddr @local4 accept", "ip6 saddr @local6 accept", Accept(place.source4),
+                 Accept(place.source6), "ip daddr @groups4 accept", "ip6 daddr @groups6 accept"});
+  return ThenDrop(rules);
 }
 
-// A server behind a relay is not asked in person: the client asks everybody later.
-Rules LinkRulesOut(const SubnetTests& subnets) {
-  return {
-      Test("ip daddr 255.255.255.255", kDhcpOut),
-      Test(subnets.destination4, kDhcpOut),
-      Test("ip6 saddr fe80::/10 ip6 daddr { fe80::/10, ff02::1:2 }", kDhcp6Out),
-      Discovery("nd-router-solicit", "ip6 daddr ff02::2 "),
-      Discovery("nd-neighbor-solicit"),
-      Discovery("nd-neighbor-advert"),
-  };
+Rules OutgoingRules(const Place& place, bool allowLocal) {
+  Rules rules = place.firstOut;
+  Append(rules, LinkRulesOut(place));
+  if (!allowLocal) return ThenDrop(rules);
+  Append(rules, kFurtherStops);
+  Append(rules, {"ip daddr @local4 accept", "ip6 daddr @local6 accept", "ip daddr @groups4 accept",
+                 "ip6 daddr @groups6 accept"});
+  Append(rules, place.notInSubnet);
+  Append(rules, {Accept(place.destination4), Accept(place.destination6)});
+  return ThenDrop(rules);
 }
 
-Rules FurtherStops() {
-  return {
-      "ip option lsrr exists drop",
-      "ip option ssrr exists drop",
-      "exthdr rt exists drop",
-  };
-}
-
-void Append(Rules& rules, const Rules& others) {
-  rules.insert(rules.end(), others.begin(), others.end());
-}
-
-Rules ThenDrop(Rules rules) {
-  rules.push_back("drop");
-  return rules;
+Rules ForwardedRules(const Place& place, bool allowLocal) {
+  Rules rules = place.firstForward;
+  if (!allowLocal) return ThenDrop(rules);
+  Append(rules, kFurtherStops);
+  const std::string sources4[] = {"ip saddr @local4 ", std::string(place.source4) + " "};
+  const std::string sources6[] = {"ip6 saddr @local6 ", std::string(place.source6) + " "};
+  for (const std::string& source : sources4)
+    Append(rules, {source + "ip daddr @local4 accept", source + "ip daddr @groups4 accept"});
+  for (const std::string& source : sources6)
+    Append(rules, {source + "ip6 daddr @local6 accept", source + "ip6 daddr @groups6 accept"});
+  Append(rules, place.notInSubnet);
+  for (const std::string& source : sources4)
+    rules.push_back(Accept(source + place.destination4));
+  for (const std::string& source : sources6)
+    rules.push_back(Accept(source + place.destination6));
+  return ThenDrop(rules);
 }
 
 std::map<std::string, AddressSet> CommonSets(const MachineLinks& links, bool allowLocal) {

@@ -1,5 +1,4 @@
-// What the rules of every table of the closed gate have in common: their sets, and the rules for
-// what keeps a link alive. Values.
+// What the rules of every table of the closed gate have in common. Values.
 #pragma once
 
 #include "machine_links.h"
@@ -7,28 +6,27 @@
 
 namespace quillgate::gate {
 
-// How a table asks whether an address is in a subnet of the machine.
-struct SubnetTests {
+// Where rules stand, as far as that makes a difference to them.
+struct Place {
+  // How to ask whether an address is in a subnet of the machine.
   const char* source4;
   const char* source6;
   const char* destination4;
   const char* destination6;
+  // What comes before everything else in each direction.
+  Rules firstIn{};
+  Rules firstOut{};
+  Rules firstForward{};
+  // Drops what has a subnet's address and goes elsewhere.
+  Rules notInSubnet{};
 };
 
-// What may come in and go out so that the link stays alive: DHCP as a client needs it, and
-// neighbour discovery.
-Rules LinkRulesIn(const SubnetTests& subnets);
-Rules LinkRulesOut(const SubnetTests& subnets);
-
-// A packet that names further stops, in a routing header or a source route, does not end where its
-// destination address says: these drop it.
-Rules FurtherStops();
-
-// `rules`, the other rules behind them.
-void Append(Rules& rules, const Rules& others);
-
-// The policy of a chain comes into force a moment after its rules do, so a rule says it too.
-Rules ThenDrop(Rules rules);
+// The link stays alive in any case: DHCP as a client needs it, and neighbour discovery. With local
+// traffic, what comes from there and what goes there; forwarded, what has both of its ends there.
+// All else is dropped.
+Rules IncomingRules(const Place& place, bool allowLocal);
+Rules OutgoingRules(const Place& place, bool allowLocal);
+Rules ForwardedRules(const Place& place, bool allowLocal);
 
 // The sets that the rules name: `neighbours6`, `unconfigured`, and with local traffic the private
 // ranges (`local4`, `local6`) and the local groups (`groups4`, `groups6`), which are empty else.

@@ -4,9 +4,9 @@
 // place for filters, which is behind the translation of destinations and, for what comes in, before
 // that of sources: the addresses are the true ones.
 //
-// What never comes to these chains, and needs the administrator's rights to be set up: frames that
-// a bridge passes on, machines on a macvlan, flow tables (the driver warns of those), XDP and raw
-// packet sockets.
+// What comes neither to these chains nor to those for frames, and needs the administrator's rights
+// to be set up: what a flow table or the hardware forwards (the driver warns of flow tables), XDP,
+// and packet sockets that go past the queues.
 #pragma once
 
 #include <string_view>

@@ -19,9 +19,13 @@ constexpr std::uint32_t kEnd = 0;  // not a control code: open the gate and end
 
 // The driver's host has no context, so what it is told is kept here.
 std::optional<DriverDevice> device;
-std::mutex mutex;  // of the texts: the driver's own thread writes some
+std::mutex mutex;  // of the lines: the driver's own thread writes some
 std::vector<std::string> lines;
-std::vector<std::string> events;
+
+void AddLine(const char* line) {
+  const std::lock_guard lock(mutex);
+  lines.emplace_back(line);
+}
 
 const DriverHost kHost = {
     .createDevice = [](const DriverDevice* created) -> std::uint32_t {
@@ -29,16 +33,8 @@ const DriverHost kHost = {
       return 0;
     },
     .deleteDevice = [](const wchar_t*) { device.reset(); },
-    .logLine =
-        [](const char* line) {
-          const std::lock_guard lock(mutex);
-          lines.emplace_back(line);
-        },
-    .reportEvent =
-        [](void*, const char* event) {
-          const std::lock_guard lock(mutex);
-          events.emplace_back(event);
-        },
+    .logLine = AddLine,
+    .reportEvent = [](void*, const char* event) { AddLine(event); },
     .driver = nullptr,
 };
 
@@ -93,11 +89,6 @@ std::uint32_t LoadedDriver::Control(std::uint32_t code) {
 std::vector<std::string> LoadedDriver::TakeLines() {
   const std::lock_guard lock(mutex);
   return std::exchange(lines, {});
-}
-
-std::vector<std::string> LoadedDriver::TakeEvents() {
-  const std::lock_guard lock(mutex);
-  return std::exchange(events, {});
 }
 
 DriverProcess::DriverProcess(const NetworkNamespace& place) {

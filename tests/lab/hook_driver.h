@@ -31,10 +31,8 @@ class LoadedDriver {
   std::uint32_t LoadResult() const { return loadResult_; }
   std::uint32_t Open();
   std::uint32_t Control(std::uint32_t code);
-  // The lines that the driver wrote since the last call.
+  // The lines that the driver wrote and the events that it reported since the last call.
   std::vector<std::string> TakeLines();
-  // What it reported to the administrator since the last call.
-  std::vector<std::string> TakeEvents();
   // Whether the device is there under its name.
   bool HasDevice() const;
 

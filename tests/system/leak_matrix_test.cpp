@@ -1,12 +1,15 @@
 // What leaks through a closed gate, as the other ends of the wires see it. Each probe is shown to
 // be seen while the gate is open, or its silence afterwards would prove nothing.
+#include <sched.h>
+
+#include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "lab/raw_packet.h"
 #include "system/crossings.h"
 #include "system/leaks.h"
-#include "system/steady_sender.h"
 
 namespace {
 
@@ -129,14 +132,74 @@ class Bypasses : public Leaks {};
 
 // A change that first clears the rules and then builds new ones lets some of these through.
 TEST_F(Bypasses, NoMomentOfAChangeLetsAnythingThrough) {
-  leaks::SteadySender sender(*lab_);
+  Conversation flood(Protocol::kUdp, AF_INET, {&lab_->Host(), kIp4.hostOutside},
+                     {&lab_->Internet(), kIp4.server});
+  ASSERT_TRUE(flood.Establish());
   ASSERT_TRUE(driver_->Close(false));
   lab_->Forget();
+  std::atomic<bool> stop{false};
+  std::atomic<long> sent{0};
+  std::thread sender([&] {
+    cpu_set_t all;
+    CPU_ZERO(&all);
+    for (std::size_t processor = 0; processor < 64; ++processor)
+      CPU_SET(processor, &all);
+    ::sched_setaffinity(0, sizeof all, &all);
+    for (; !stop; ++sent)
+      flood.SendForth();
+  });
   for (int change = 0; change < 200; ++change)
     EXPECT_TRUE(driver_->Close(change % 2 == 0));
+  stop = true;
+  sender.join();
   lab_->Settle();
-  EXPECT_GT(sender.Sent(), 1000);
+  EXPECT_GT(sent, 1000);
   EXPECT_EQ(lab_->AtInternet().Count({.destination = kIp4.server}), 0u);
+  EXPECT_EQ(flood.TakeForth(), 0);
+}
+
+// Neither a bridge's frames (eth1) nor those of a macvlan (eth2) come to the machine's own stack.
+TEST_F(Bypasses, GuestsBehindABridgeOrOnAMacvlanAreBlockedToo) {
+  const lab::NetworkNamespace guest;
+  const lab::NetworkNamespace outside;
+  const std::string toGuest = " netns " + guest.Path();
+  const std::string toOutside = " netns " + outside.Path();
+  lab_->Host().Shell(
+      "set -e; ip link add bridge0 type bridge; ip link set bridge0 up;"
+      "ip link add port0 type veth peer name eth1" +
+      toGuest + "; ip link add port1 type veth peer name eth1" + toOutside +
+      "; ip link add parent0 type veth peer name eth2" + toOutside +
+      "; ip link add link parent0 name eth2" + toGuest +
+      " type macvlan;"
+      "for each in port0 port1; do ip link set $each up master bridge0; done;"
+      "ip link set parent0 up");
+  for (const auto& [place, number] : {std::pair(&guest, "1"), std::pair(&outside, "2")}) {
+    place->Shell(std::string("set -e; n=") + number +
+                 "; for net in 1 2; do ip link set eth$net up;"
+                 "ip addr add 10.9.$net.$n/24 dev eth$net;"
+                 "ip addr add 2001:db8:9:$net::$n/64 dev eth$net nodad; done");
+  }
+  const auto crossed = [this](Conversation& talk) {
+    talk.SendForth();
+    talk.SendBack();
+    lab_->Settle();
+    return talk.TakeForth() + talk.TakeBack();
+  };
+  for (const std::string net : {"1", "2"}) {
+    Conversation local(Protocol::kUdp, AF_INET, {&guest, "10.9." + net + ".1"},
+                       {&outside, "10.9." + net + ".2"});
+    Conversation other(Protocol::kUdp, AF_INET6, {&guest, "2001:db8:9:" + net + "::1"},
+                       {&outside, "2001:db8:9:" + net + "::2"});
+    ASSERT_TRUE(local.Establish() && other.Establish());
+    for (const bool allowLocal : {false, true}) {
+      ASSERT_TRUE(driver_->Close(allowLocal));
+      EXPECT_EQ(crossed(local), allowLocal ? 2 : 0) << net;
+      EXPECT_EQ(crossed(other), 0) << net;
+    }
+    ASSERT_TRUE(driver_->OpenGate());
+    EXPECT_EQ(crossed(other), 2) << net;
+  }
+  lab_->Host().Shell("ip link del bridge0");
 }
 
 TEST_F(Bypasses, TablesOfOthersThatAcceptEverythingDoNotOpenIt) {

@@ -22,7 +22,8 @@ using leaks::Leaks;
 constexpr Protocol kProtocols[] = {Protocol::kTcp, Protocol::kUdp, Protocol::kIcmp};
 
 // Datagrams to a destination, out of the host's inner interface, whatever the routes say. The
-// subnets of the outer one are not local there.
+// subnets of the outer one are not local there, nor are those with a short prefix, nor what lies
+// behind a gateway (44.1.0.88 and fd50::2).
 struct Destination {
   const char* address;
   bool isLocal;
@@ -36,7 +37,8 @@ constexpr Destination kDestinations4[] = {
     {"198.51.101.77", false},  {"100.64.0.1", false},    {"203.0.113.10", false},
     {"8.8.8.8", false},        {"224.0.0.251", true},    {"224.0.1.1", false},
     {"239.255.255.250", true}, {"239.192.0.1", false},   {"232.1.1.1", false},
-    {"255.255.255.255", true},
+    {"255.255.255.255", true}, {"44.1.0.77", true},      {"44.1.0.88", true},
+    {"44.1.200.7", false},     {"45.1.0.77", false},
 };
 constexpr Destination kDestinations6[] = {
     {"fd50::2", true},         {"fc00::1", true},           {"fd12:3456::1", true},
@@ -45,7 +47,13 @@ constexpr Destination kDestinations6[] = {
     {"2606:4700::1", false},   {"64:ff9b::808:808", false}, {"ff02::fb", true},
     {"ff05::c", true},         {"ff12::1", true},           {"ff35::1", true},
     {"ff08::1", false},        {"ff0e::1", false},          {"ff3e::1", false},
+    {"2400:1::77", true},      {"2400:1::200", false},      {"2400:2:0:1::77", false},
 };
+
+constexpr const char* kSubnets =
+    "ip addr replace 44.1.0.1/16 dev home0; ip addr replace 45.0.0.1/15 dev home0;"
+    "for subnet in 1::1/64 2::1/63; do ip addr replace 2400:$subnet dev home0 nodad; done;"
+    "ip route replace 44.1.200.0/24 via 44.1.0.88; ip -6 route replace 2400:1::200 via fd50::2";
 
 class LocalTraffic : public Leaks {
  protected:
@@ -58,7 +66,7 @@ class LocalTraffic : public Leaks {
       neighbours += Neighbour(destination);
     for (const auto& destination : kDestinations6)
       neighbours += Neighbour(destination);
-    lab_->Host().Shell(neighbours);
+    lab_->Host().Shell(neighbours + kSubnets);
   }
   void TearDown() override {
     if (!IsSkipped()) {
@@ -134,48 +142,6 @@ TEST_F(LocalTraffic, WithFurtherStopsInItsHeaderIsNotLocal) {
   EXPECT_EQ(arrivals(sourceRouted), 0u);
   EXPECT_EQ(arrivals(routed), 0u);
   EXPECT_EQ(Arrivals(kIp4.hostInside, kIp4.client, AF_INET), 1u);
-}
-
-TEST_F(LocalTraffic, OfASubnetEndsWhereAGatewayBegins) {
-  const struct {
-    const char* address;
-    int family;
-    bool isLocal;
-  } cases[] = {
-      {"198.51.100.1", AF_INET, true},        {"203.0.9.9", AF_INET, true},
-      {"203.0.113.10", AF_INET, false},       {"11.1.0.9", AF_INET, false},
-      {"2001:db8:1::1", AF_INET6, true},      {"2001:db8:ffff::9", AF_INET6, true},
-      {"2001:db8:ffff::10", AF_INET6, false}, {"2400:1:2:1::9", AF_INET6, false},
-  };
-  std::string prepare =
-      "set -e; ip addr add 203.0.77.1/16 dev wan0; ip addr add 11.0.0.1/15 dev wan0;"
-      "ip addr add 2001:db8:ffff::77/64 dev wan0 nodad; ip addr add 2400:1:2::1/63 dev wan0 nodad;"
-      "ip route add 203.0.113.0/24 via 198.51.100.1;"
-      "ip -6 route add 2001:db8:ffff::10 via fe80::1 dev wan0;";
-  for (const char* address : {"203.0.9.9", "11.1.0.9", "2001:db8:ffff::9", "2400:1:2:1::9"})
-    prepare += std::string("ip neigh add ") + address + " lladdr ff:ff:ff:ff:ff:ff dev wan0;";
-  lab_->Host().Shell(prepare);
-  for (const bool closed : {false, true}) {
-    ASSERT_TRUE(!closed || driver_->Close(true));
-    for (const auto& [address, family, isLocal] : cases) {
-      const bool isIp4 = family == AF_INET;
-      lab_->Forget();
-      lab::SendRaw(lab_->Host(), NetworkLab::kHostOutside,
-                   {.family = family,
-                    .source = isIp4 ? kIp4.hostOutside : kIp6.hostOutside,
-                    .destination = address,
-                    .protocol = IPPROTO_UDP,
-                    .payload = lab::UdpPayload(5000, 5001)});
-      lab_->Settle();
-      EXPECT_EQ(lab_->AtInternet().Count({.protocol = IPPROTO_UDP, .destination = address}) > 0,
-                isLocal || !closed)
-          << address;
-    }
-  }
-  lab_->Host().Shell(
-      "ip addr del 203.0.77.1/16 dev wan0; ip addr del 11.0.0.1/15 dev wan0;"
-      "ip addr del 2001:db8:ffff::77/64 dev wan0; ip addr del 2400:1:2::1/63 dev wan0;"
-      "ip -6 route del 2001:db8:ffff::10; ip -6 neigh flush dev wan0 nud permanent");
 }
 
 TEST_F(LocalTraffic, FlowsInEveryDirectionWhenAllowed) {
