@@ -176,6 +176,17 @@ std::uint32_t PacketGate::RemoveTables() {
   return Failed("the gate is not open", ERROR_INVALID_DATA, "the kernel still holds the rules");
 }
 
+// Of tables that were made to be owned and did not get their rules.
+void PacketGate::RemoveEmptyTables() {
+  std::string listing;
+  if (ReadListing(listing) != 0) return;
+  std::vector<std::string> empty;
+  for (const auto& [name, shape] : ReadTableShapes(listing)) {
+    if (shape.chains.empty()) empty.push_back(name);
+  }
+  if (!empty.empty()) Session().Run(DeleteAll(empty));
+}
+
 void PacketGate::OwnTables(const std::vector<TableRules>& tables) {
   const int socket = Session().Socket();
   if (!canOwn_) canOwn_ = CanOwnTables();
@@ -230,15 +241,15 @@ std::uint32_t PacketGate::Block() {
 }
 
 std::uint32_t PacketGate::Close(bool allowLocal) {
-  std::vector<std::string> before;
-  std::uint32_t error = ReadNames(before);
+  // Without the right to it this fails at once, and with one line.
+  std::vector<std::string> present;
+  std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
   Closed closed{.allowLocal = allowLocal};
   std::vector<TableRules> wanted;
   error = Replace(closed, wanted);
   if (error != 0) {
-    // Nothing is left of tables that were made to be owned.
-    if (before.empty() && !closed_) RemoveTables();
+    RemoveEmptyTables();
     return error;
   }
   closed_ = closed;
@@ -254,10 +265,10 @@ std::uint32_t PacketGate::Close(bool allowLocal) {
 std::uint32_t PacketGate::AllowLocal(bool allow) {
   const std::lock_guard lock(mutex_);
   allowLocal_ = allow;
+  if (closed_ && closed_->allowLocal == allow) return 0;
   std::vector<std::string> present;
   const std::uint32_t error = ReadNames(present);
-  if (error != 0 || present.empty() || (closed_ && closed_->allowLocal == allow)) return error;
-  return Close(allow);
+  return error != 0 || present.empty() ? error : Close(allow);
 }
 
 std::uint32_t PacketGate::Repair(bool linksChanged) {

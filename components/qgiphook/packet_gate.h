@@ -74,6 +74,7 @@ class PacketGate {
   const FrameHooks& Hooks();
   std::uint32_t ReadBack(const std::vector<TableRules>& wanted);
   std::uint32_t RemoveTables();
+  void RemoveEmptyTables();
   std::uint32_t ReadNames(std::vector<std::string>& present);
   std::uint32_t ReadListing(std::string& listing);
   std::uint32_t PutBack(bool byOthers);
