@@ -46,4 +46,12 @@ void SetClock(Clock* clock) {
   replacement = clock;
 }
 
+std::tm LocalFields(std::chrono::system_clock::time_point moment) {
+  const std::time_t stamp = std::chrono::system_clock::to_time_t(moment);
+  std::tm fields{};
+  ::tzset();  // localtime_r reads the zone at its first call alone
+  ::localtime_r(&stamp, &fields);
+  return fields;
+}
+
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <ctime>
 #include <mutex>
 
 namespace platform {
@@ -37,5 +38,9 @@ Clock& CurrentClock();
 // Puts another clock in place, or the system's own with null. The caller keeps the clock alive and
 // no thread may be sleeping on the one it replaces.
 void SetClock(Clock* clock);
+
+// That moment in the time zone as it is now: the machine may have been moved to another one since
+// the process started.
+std::tm LocalFields(std::chrono::system_clock::time_point moment);
 
 }  // namespace platform

@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <chrono>
-#include <ctime>
 #include <thread>
 
 #include "platform/kernel/clock.h"
@@ -13,9 +12,7 @@ void WINAPI GetLocalTime(LPSYSTEMTIME time) {
   using std::chrono::seconds;
   const auto now = platform::CurrentClock().Now();
   const auto whole = std::chrono::floor<seconds>(now);
-  const std::time_t stamp = std::chrono::system_clock::to_time_t(whole);
-  std::tm fields{};
-  ::localtime_r(&stamp, &fields);
+  const std::tm fields = platform::LocalFields(whole);
   *time = {};
   time->wYear = static_cast<WORD>(fields.tm_year + 1900);
   time->wMonth = static_cast<WORD>(fields.tm_mon + 1);

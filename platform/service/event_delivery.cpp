@@ -23,9 +23,7 @@ Sink& ChosenSink() {
 }
 
 std::string TimeText() {
-  const std::time_t now = std::chrono::system_clock::to_time_t(CurrentClock().Now());
-  std::tm fields{};
-  ::localtime_r(&now, &fields);
+  const std::tm fields = LocalFields(CurrentClock().Now());
   char text[32] = {};
   std::strftime(text, sizeof text, "%F %T", &fields);
   return text;

@@ -5,6 +5,7 @@
 #include <oleauto.h>
 
 #include <cmath>
+#include <cstdlib>
 
 #include "platform/testing/simulated_machine.h"
 
@@ -38,6 +39,10 @@ TEST(Time, LocalTimeAndTicksFollowTheMachinesClock) {
   EXPECT_EQ(time.wMinute, 59);
   EXPECT_EQ(time.wSecond, 59);
   EXPECT_EQ(time.wMilliseconds, 250);
+  ::setenv("TZ", "EAST-5", 1);  // the machine has moved
+  ::GetLocalTime(&time);
+  ::setenv("TZ", "UTC", 1);
+  EXPECT_EQ(time.wHour, 4);
 }
 
 TEST(VariantTime, KnownDatesConvertBothWays) {
