@@ -22,7 +22,7 @@ namespace {
 constexpr std::size_t kDumpBytes = 32 * 1024;  // the largest piece of a dump
 constexpr std::size_t kAnswerBytes = 16 * 1024;
 constexpr std::size_t kRequestBytes = 128;
-constexpr int kTries = 5;               // of a dump that changes happened to
+constexpr int kTries = 5;               // of a reading that changes happened to
 constexpr std::size_t kNameBytes = 16;  // of an interface, with its null
 
 // A request with room for its header and one attribute.
@@ -71,27 +71,49 @@ bool IsOfferedBefore(const Link& left, const Link& right) {
 
 }  // namespace
 
-std::vector<NetworkInterface> LinuxInterfaces::List() {
-  Links links;
-  bool complete = false;
-  for (int i = 0; i < kTries && !complete; ++i) {
-    links.clear();
-    complete = ReadAll(socket_, links);
+// A reading that is older than a notice which was counted before it would look like a counter that
+// fell.
+bool LinuxInterfaces::ReadUndisturbed(const std::function<bool()>& read) {
+  notices_.Take(counted_);
+  for (int i = 0; i < kTries; ++i) {
+    const bool complete = read();
+    if (!notices_.Take(counted_) && complete) return true;
   }
-  if (!complete) {
-    LogLine(std::string("the network interfaces cannot be read: ") + std::strerror(errno));
+  return false;
+}
+
+InterfaceCounters LinuxInterfaces::Counted(const LinkReading& reading, bool undisturbed) {
+  return undisturbed ? counted_.Read(reading) : counted_.Latest(reading);
+}
+
+std::vector<NetworkInterface> LinuxInterfaces::List() {
+  const std::lock_guard lock(mutex_);
+  std::optional<Links> links;
+  int error = 0;
+  const bool undisturbed = ReadUndisturbed([&] {
+    Links fresh;
+    const bool complete = ReadAll(socket_, fresh);
+    error = errno;
+    if (complete) links = std::move(fresh);
+    return complete;
+  });
+  if (!links) {
+    LogLine(std::string("the network interfaces cannot be read: ") + std::strerror(error));
     return {};
   }
 
   std::vector<Link> sorted;
-  for (auto& [index, link] : links)
+  for (auto& [index, link] : *links)
     sorted.push_back(std::move(link));
   std::ranges::stable_sort(sorted, IsOfferedBefore);
   const std::vector<std::string> nameServers = MachineNameServers();
   std::vector<NetworkInterface> interfaces;
   for (Link& link : sorted) {
-    if (link.hasDefaultRoute) link.interface.nameServers = nameServers;
-    interfaces.push_back(std::move(link.interface));
+    NetworkInterface& interface = link.interface;
+    if (link.hasDefaultRoute) interface.nameServers = nameServers;
+    interface.counters =
+        Counted({interface.name, interface.index, interface.counters}, undisturbed);
+    interfaces.push_back(std::move(interface));
   }
   return interfaces;
 }
@@ -99,14 +121,22 @@ std::vector<NetworkInterface> LinuxInterfaces::List() {
 std::optional<InterfaceCounters> LinuxInterfaces::Counters(std::wstring_view name) {
   const std::string narrow = Utf8(name);
   if (narrow.empty() || narrow.size() >= kNameBytes) return std::nullopt;
-  Request<ifinfomsg> request(RTM_GETLINK);
-  ::mnl_attr_put_strz(&request.Message(), IFLA_IFNAME, narrow.c_str());
+  const std::lock_guard lock(mutex_);
   std::array<char, kAnswerBytes> buffer;
-  std::optional<InterfaceCounters> counters;
-  socket_.AskOne(request.Message(), buffer, [&](const nlmsghdr& message) {
-    counters = CountersOf(NetlinkAttributes(message, sizeof(ifinfomsg))[IFLA_STATS64]);
+  std::optional<LinkReading> reading;
+  bool isMissing = false;
+  const bool undisturbed = ReadUndisturbed([&] {
+    Request<ifinfomsg> request(RTM_GETLINK);
+    ::mnl_attr_put_strz(&request.Message(), IFLA_IFNAME, narrow.c_str());
+    reading.reset();
+    const bool answered = socket_.AskOne(
+        request.Message(), buffer, [&](const nlmsghdr& message) { reading = ReadingOf(message); });
+    isMissing = !answered && errno == ENODEV;
+    return answered || isMissing;
   });
-  return counters;
+  if (isMissing) counted_.Missed(name);
+  if (!reading) return std::nullopt;
+  return Counted(*reading, undisturbed);
 }
 
 }  // namespace platform

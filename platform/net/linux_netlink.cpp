@@ -58,7 +58,7 @@ bool NetlinkSocket::Ask(nlmsghdr& request, std::uint16_t flags, std::span<char> 
 
 bool NetlinkSocket::Open() {
   if (socket_) return true;
-  std::unique_ptr<mnl_socket, Closer> fresh(::mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC));
+  NetlinkSocketPointer fresh(::mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC));
   if (!fresh || ::mnl_socket_bind(fresh.get(), 0, MNL_SOCKET_AUTOPID) < 0) return false;
   socket_ = std::move(fresh);
   return true;

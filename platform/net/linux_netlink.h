@@ -29,6 +29,11 @@ class NetlinkAttributes {
   std::array<const nlattr*, 64> byType_{};
 };
 
+struct NetlinkSocketCloser {
+  void operator()(mnl_socket* socket) const noexcept { ::mnl_socket_close(socket); }
+};
+using NetlinkSocketPointer = std::unique_ptr<mnl_socket, NetlinkSocketCloser>;
+
 class NetlinkSocket {
  public:
   using Handler = std::function<void(const nlmsghdr&)>;
@@ -47,11 +52,8 @@ class NetlinkSocket {
   Progress Read(std::span<const char> datagram, std::uint32_t sequence, bool many,
                 const Handler& handler) const;
 
-  struct Closer {
-    void operator()(mnl_socket* socket) const noexcept { ::mnl_socket_close(socket); }
-  };
   std::mutex mutex_;
-  std::unique_ptr<mnl_socket, Closer> socket_;
+  NetlinkSocketPointer socket_;
   std::uint32_t sequence_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/net/counter_base.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
@@ -167,6 +168,38 @@ TEST_F(Adapters, NameServersBelongToTheAdapterThatIsAskedFor) {
   ASSERT_EQ(::GetPerAdapterInfo(3, info.data(), &bytes), NO_ERROR);
   EXPECT_THAT(Addresses(info[0].DnsServerList), ElementsAre(""));
   EXPECT_EQ(::GetPerAdapterInfo(9, info.data(), &bytes), ERROR_INVALID_PARAMETER);
+}
+
+TEST(CounterBase, CountersNeverFallAndNothingCountsTwice) {
+  struct Step {
+    char what;  // read, came, went, missed
+    std::uint32_t index;
+    std::uint64_t received, total;  // as the link tells it, and what has been counted then
+  };
+  const std::vector<Step> cases[] = {
+      {{'r', 1, 100, 100}, {'r', 1, 30, 130}, {'c', 1, 40, 140}},    // is reset in its place
+      {{'r', 1, 100, 100}, {'r', 2, 300, 400}, {'r', 2, 310, 410}},  // another, of which none told
+      {{'r', 1, 100, 100}, {'w', 1, 120, 120}, {'c', 2, 0, 120}, {'r', 2, 50, 170}},
+      {{'r', 1, 100, 100}, {'w', 1, 120, 120}, {'c', 1, 500, 120}, {'r', 1, 510, 130}},  // lent
+      {{'r', 1, 100, 100}, {'c', 2, 9000, 100}, {'r', 2, 9010, 110}},  // names are swapped
+      {{'r', 1, 100, 100}, {'m', 1, 0, 100}, {'m', 1, 0, 100}, {'r', 1, 150, 250}},
+      {{'c', 1, 50, 50}, {'w', 1, 60, 60}, {'r', 1, 10, 10}},  // nobody asked before
+  };
+  for (const std::vector<Step>& steps : cases) {
+    platform::CounterBase counted;
+    for (const Step& step : steps) {
+      const platform::LinkReading reading{L"eth0", step.index, {step.received, 7, 0, 0}};
+      if (step.what == 'r') counted.Read(reading);
+      if (step.what == 'c') counted.Came(reading);
+      if (step.what == 'w') counted.Went(reading);
+      if (step.what == 'm') counted.Missed(reading.name);
+      EXPECT_EQ(counted.Latest(reading).bytesReceived, step.total)
+          << "case " << &steps - cases << ", step " << &step - steps.data();
+    }
+  }
+  platform::CounterBase counted;
+  counted.Read({L"eth0", 1, {100, 7, 0, 0}});
+  EXPECT_EQ(counted.Read({L"eth0", 1, {30, 8, 0, 0}}).bytesSent, 8u) << "it has not fallen";
 }
 
 }  // namespace
