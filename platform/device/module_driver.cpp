@@ -13,6 +13,7 @@
 #include "platform/device/driver_module.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/trusted_path.h"
 
 namespace platform {
 namespace {
@@ -169,6 +170,8 @@ bool IsLoaded(const std::filesystem::path& file) {
 
 std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file,
                                                DriverEventSink events, DWORD& error) {
+  error = RequireTrusted(file, "driver not loaded");
+  if (error != NO_ERROR) return nullptr;
   if (IsLoaded(file)) {
     error = ERROR_ALREADY_EXISTS;
     return nullptr;

@@ -11,8 +11,9 @@
 namespace platform {
 
 // Loads the shared object and calls its DriverLoad. Null with `error` set: ERROR_BAD_EXE_FORMAT
-// when it cannot be loaded, ERROR_PROC_NOT_FOUND when it is no driver, ERROR_ALREADY_EXISTS when it
-// is loaded already, or what DriverLoad answers.
+// when it cannot be loaded, ERROR_ACCESS_DENIED when somebody else could change it,
+// ERROR_PROC_NOT_FOUND when it is no driver, ERROR_ALREADY_EXISTS when it is loaded already, or
+// what DriverLoad answers.
 std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file,
                                                DriverEventSink events, DWORD& error);
 

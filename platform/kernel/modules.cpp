@@ -15,6 +15,7 @@
 #include "platform/kernel/layer_modules.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/path.h"
+#include "platform/kernel/trusted_path.h"
 
 namespace platform {
 namespace {
@@ -142,6 +143,8 @@ std::shared_ptr<Module> OpenLibrary(std::wstring_view fileName, DWORD& error) {
   error = ERROR_MOD_NOT_FOUND;
   const fs::path path = FindSharedObject(fileName);
   if (path.empty()) return nullptr;
+  error = RequireTrusted(path, "LoadLibraryW");
+  if (error != NO_ERROR) return nullptr;
   auto module = std::make_shared<Module>(ModuleName(fileName), path);
   void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {

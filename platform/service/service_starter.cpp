@@ -13,6 +13,7 @@
 
 #include <winsvc.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <string_view>
@@ -21,6 +22,7 @@
 #include "platform/kernel/log.h"
 #include "platform/kernel/path.h"
 #include "platform/kernel/system_error.h"
+#include "platform/kernel/trusted_path.h"
 #include "platform/service/linux_service_process.h"
 #include "platform/service/service_channel.h"
 #include "platform/service/service_files.h"
@@ -67,20 +69,35 @@ std::vector<std::string> Words(const std::wstring& commandLine) {
   return words;
 }
 
-// The caller's, but for what is the service's own: its name, and a root folder that holds from
-// wherever it starts.
+// What a service is told of its surroundings: languages, time zone, display. Everything else, such
+// as where libraries, plug-ins and character sets are looked for, is the caller's own affair.
+bool IsPassedOn(std::string_view variable) {
+  constexpr std::string_view kNames[] = {
+      "LANG=",
+      "LANGUAGE=",
+      "TZ=",
+      "DISPLAY=",
+      "WAYLAND_DISPLAY=",
+      "XAUTHORITY=",
+      "XDG_RUNTIME_DIR=",
+      "XDG_SESSION_TYPE=",
+      "DBUS_SESSION_BUS_ADDRESS=",
+      "QT_QPA_PLATFORM=",
+      "LC_",
+  };
+  return std::ranges::any_of(
+      kNames, [variable](std::string_view name) { return variable.starts_with(name); });
+}
+
+// That, a path, the service's name, and a root folder that holds from wherever it starts.
 std::vector<std::string> Environment(std::wstring_view name) {
-  const std::string service = std::string(kServiceVariable) + '=';
-  const std::string root = "WIN_ROOT=";
   std::vector<std::string> variables;
   for (char** each = environ; each != nullptr && *each != nullptr; ++each) {
-    const std::string_view variable = *each;
-    if (!variable.starts_with(service) && !variable.starts_with(root)) {
-      variables.emplace_back(variable);
-    }
+    if (IsPassedOn(*each)) variables.emplace_back(*each);
   }
-  variables.push_back(service + Utf8(name));
-  variables.push_back(root + std::filesystem::absolute(RootFolder()).native());
+  variables.emplace_back("PATH=/usr/sbin:/usr/bin:/sbin:/bin");
+  variables.push_back(std::string(kServiceVariable) + '=' + Utf8(name));
+  variables.push_back("WIN_ROOT=" + std::filesystem::absolute(RootFolder()).native());
   return variables;
 }
 
@@ -103,6 +120,9 @@ DWORD StartWithKeeper(const ServiceRecord& record, int lock) {
   if (process.words.empty()) return ERROR_FILE_NOT_FOUND;
   process.environment = Environment(record.name);
   process.folder = std::filesystem::absolute(SystemFolder());
+  const DWORD refusal =
+      RequireTrusted(process.folder / process.words.front(), "service " + Utf8(record.name));
+  if (refusal != NO_ERROR) return refusal;
   process.log = ServiceFilePath(record.name, ServiceFile::kLog);
   process.channel = theirs.Get();
   process.lock = lock;

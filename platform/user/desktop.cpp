@@ -8,6 +8,7 @@
 
 #include "platform/kernel/log.h"
 #include "platform/kernel/modules.h"
+#include "platform/kernel/trusted_path.h"
 #include "platform/user/desktop_probe.h"
 
 namespace platform {
@@ -38,6 +39,9 @@ std::unique_ptr<DesktopModule> LoadModule() {
   if (file.empty()) {
     LogLine("desktop: the desktop module is not installed");
     return nullptr;
+  }
+  for (const std::filesystem::path& each : {file, file.parent_path() / "windesktop_probe"}) {
+    if (RequireTrusted(each, "desktop") != NO_ERROR) return nullptr;
   }
   const DesktopProbe probe(file.parent_path());
   if (!probe.HasReachedDesktop()) {

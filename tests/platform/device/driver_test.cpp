@@ -83,10 +83,13 @@ TEST_F(Driver, AnImageThatIsNoDriverFailsTheStart) {
   std::ofstream(DriverFile("text.so")) << "not a shared object";
   // A proper shared object that lacks the two functions.
   std::filesystem::copy_file(ProgramFile("platform_test_no_driver.so"), DriverFile("nodriver.so"));
+  std::ofstream(DriverFile("open.so")) << "anybody can write a driver here";
+  std::filesystem::permissions(DriverFile("open.so"), std::filesystem::perms(0666));
   const struct {
     const wchar_t* image;
     DWORD error;
   } cases[] = {
+      {L"System32\\Drivers\\open.sys", ERROR_ACCESS_DENIED},
       {L"System32\\Drivers\\missing.sys", ERROR_FILE_NOT_FOUND},
       {L"SYSTEM32\\DRIVERS\\text.sys", ERROR_BAD_EXE_FORMAT},
       {L"%systemroot%\\System32\\drivers\\nodriver.sys", ERROR_PROC_NOT_FOUND},

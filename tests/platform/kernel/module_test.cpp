@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -112,6 +113,32 @@ TEST_F(ModuleTest, TheExecutableIsThereForGood) {
   EXPECT_EQ(::GetModuleHandleW(nullptr), executable);
   wchar_t path[MAX_PATH];
   EXPECT_NE(::GetModuleFileNameW(executable, path, MAX_PATH), 0u);
+}
+
+TEST_F(ModuleTest, OnlyWhatNobodyElseCanChangeIsLoaded) {
+  if (::geteuid() != 0) GTEST_SKIP() << "no right to give files to others";
+  const struct {
+    const char* command;
+    DWORD error;
+  } cases[] = {
+      {"chmod 666 *.so", ERROR_ACCESS_DENIED},
+      {"chown 1 *.so", ERROR_ACCESS_DENIED},
+      {"chmod 775 . && chgrp 1 .", ERROR_ACCESS_DENIED},
+      {"chmod 1777 .", NO_ERROR},
+      {"mkdir -m 777 o && mv *.so o && ln -s o/*.so .", ERROR_ACCESS_DENIED},
+  };
+  const std::string folder = machine_.ProgramFolder().string() + "/modules";
+  const std::string sample =
+      (platform::ExecutablePath().parent_path() / "sample_module.so").string();
+  const std::string make = "rm -rf " + folder + " && mkdir " + folder + " && cd " + folder +
+                           " && cp " + sample + " . && ";
+  for (const auto& each : cases) {
+    ASSERT_EQ(std::system((make + each.command).c_str()), 0);
+    const HMODULE module =
+        ::LoadLibraryW(std::filesystem::path(folder + "/sample_module.dll").wstring().c_str());
+    EXPECT_EQ(module != nullptr ? NO_ERROR : ::GetLastError(), each.error) << each.command;
+    ::FreeLibrary(module);
+  }
 }
 
 }  // namespace

@@ -23,8 +23,14 @@ class ServiceProcess : public ServiceFixture {
 TEST_F(ServiceProcess, StartsControlsAndStops) {
   const ScHandle service = CreateTestService(L"Sample", L"normal");
   EXPECT_EQ(StatusOf(service).dwWin32ExitCode, ERROR_SERVICE_NEVER_STARTED);
+  ::setenv("GCONV_PATH", "/anywhere", 1);
   ASSERT_EQ(Start(service), NO_ERROR);
   ASSERT_TRUE(AwaitState(service, SERVICE_RUNNING));
+  const std::string process = "/proc/" + std::to_string(ProcessOf(service));
+  std::string text;
+  std::getline(std::ifstream(process + "/environ"), text);
+  EXPECT_NE(text.find("TZ=UTC"), std::string::npos);
+  EXPECT_EQ(text.find("GCONV_PATH"), std::string::npos) << "the caller chooses its libraries";
   EXPECT_EQ(StatusOf(service).dwCheckPoint, 1u) << "not started in the system's folder";
   EXPECT_EQ(StatusOf(service).dwServiceSpecificExitCode, 1u) << "not one argument, its name";
   EXPECT_EQ(Start(service), ERROR_SERVICE_ALREADY_RUNNING);

@@ -14,8 +14,8 @@ class Winsc : public ServiceFixture {
     int status;
     std::string text;
   };
-  static Outcome Run(const std::string& arguments) {
-    const std::string command = ProgramFile("winsc").native() + " " + arguments + " 2>&1";
+  static Outcome Run(const std::string& arguments, const std::string& before = "") {
+    const std::string command = before + ProgramFile("winsc").native() + " " + arguments + " 2>&1";
     FILE* pipe = ::popen(command.c_str(), "r");
     std::string text;
     std::array<char, 256> part{};
@@ -40,6 +40,17 @@ TEST_F(Winsc, StartsControlsAndStopsUntilTheProcessIsGone) {
   EXPECT_EQ(Run("stop sample").text, "sample: stopped\n");
   EXPECT_EQ(ProcessOf(service), 0u);
   EXPECT_EQ(Run("query sample").text, "sample: stopped, exit code 0\n");
+}
+
+TEST_F(Winsc, RootTakesNoRootFolderThatOthersCanWrite) {
+  if (::geteuid() != 0) GTEST_SKIP() << "not root";
+  const ScHandle service = CreateTestService(L"sample", L"normal");
+  const std::string apart = "unshare -m sh -c 'mount -t tmpfs no /var/lib && exec \"$@\"' sh ";
+  const std::filesystem::path root = machine_.Root() / "root";
+  std::filesystem::permissions(root, std::filesystem::perms(0777));
+  const std::string text = Run("query sample", apart).text;
+  std::filesystem::permissions(root, std::filesystem::perms(0700));
+  EXPECT_TRUE(text.ends_with("sample: no such service (error 1060)\n")) << text;
 }
 
 TEST_F(Winsc, FailuresAreSaidWithTheirNumber) {
