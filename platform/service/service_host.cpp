@@ -15,6 +15,7 @@
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/oom_score.h"
 #include "platform/kernel/system_error.h"
 #include "platform/service/service_database.h"
 #include "platform/service/service_state.h"
@@ -77,6 +78,7 @@ DWORD ServiceHost::Run(LPSERVICE_MAIN_FUNCTIONW serviceMain) {
 }
 
 DWORD ServiceHost::Prepare() {
+  SpareFromOomKiller();
   // The stop signal is blocked before the first thread is made, which so inherits the mask, and
   // stays blocked after the service has stopped: a second one must not break off the program's end.
   const sigset_t signals = StopSignals();

@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <string>
 
+#include "platform/kernel/oom_score.h"
+
 namespace platform {
 
 DesktopProbe::DesktopProbe(const std::filesystem::path& folder) {
@@ -34,6 +36,7 @@ bool DesktopProbe::Start(const std::filesystem::path& program) {
   const int error = ::posix_spawn(&process_, name.c_str(), &actions, nullptr, arguments, ::environ);
   ::posix_spawn_file_actions_destroy(&actions);
   if (error != 0) process_ = -1;
+  if (error == 0) ExposeToOomKiller(process_);
   return error == 0;
 }
 

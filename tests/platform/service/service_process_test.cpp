@@ -24,10 +24,14 @@ TEST_F(ServiceProcess, StartsControlsAndStops) {
   const ScHandle service = CreateTestService(L"Sample", L"normal");
   EXPECT_EQ(StatusOf(service).dwWin32ExitCode, ERROR_SERVICE_NEVER_STARTED);
   ::setenv("GCONV_PATH", "/anywhere", 1);
+  std::ofstream("/proc/self/oom_score_adj") << 300;
   ASSERT_EQ(Start(service), NO_ERROR);
+  std::ofstream("/proc/self/oom_score_adj") << 0;
   ASSERT_TRUE(AwaitState(service, SERVICE_RUNNING));
   const std::string process = "/proc/" + std::to_string(ProcessOf(service));
   std::string text;
+  std::getline(std::ifstream(process + "/oom_score_adj"), text);
+  EXPECT_LE(std::stoi(text), 0) << "among the first to be killed when memory ends";
   std::getline(std::ifstream(process + "/environ"), text);
   EXPECT_NE(text.find("TZ=UTC"), std::string::npos);
   EXPECT_EQ(text.find("GCONV_PATH"), std::string::npos) << "the caller chooses its libraries";
