@@ -17,6 +17,9 @@ namespace {
 
 constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
+// The file, and what SQLite reads and locks beside it: its logs, and the index of the later one.
+constexpr const char* kSuffixes[] = {"", "-journal", "-wal", "-shm"};
+
 // While opening, another process may be making the same file or recovering it: wait for that. The
 // statements afterwards do not wait; their caller has a way of its own of trying again.
 constexpr int kOpenWaitMilliseconds = 2000;
@@ -56,11 +59,27 @@ void MakeFile(const std::string& path) {
   }
 }
 
-void RefuseWhatIsNoFile(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) Fail(std::strerror(errno), path);
+void RefuseWhatIsNoFile(const std::string& path, const struct stat& status) {
+  if (S_ISLNK(status.st_mode)) Fail("it is a link", path);
   if (S_ISDIR(status.st_mode)) Fail("it is a folder", path);
   if (!S_ISREG(status.st_mode)) Fail("it is not a file", path);
+}
+
+// The digests of passwords are in these files, and a lock on any of them, for which reading is
+// enough, holds up whoever writes. One that came from elsewhere, such as a copy put back, may be
+// open to others; whoever has opened it before this has it open still. By path alone: closing a
+// descriptor of a file drops the locks that other connections of this process have on it.
+void KeepFromOthers(const std::string& path) {
+  struct stat status {};
+  int result = ::lstat(path.c_str(), &status);
+  if (result == 0) {
+    RefuseWhatIsNoFile(path, status);
+    if (status.st_uid != ::geteuid()) Fail("it belongs to another user", path);
+    if ((status.st_mode & ALLPERMS) == kOwnerOnly) return;
+    result = ::fchmodat(AT_FDCWD, path.c_str(), kOwnerOnly, AT_SYMLINK_NOFOLLOW);
+  }
+  // One that is not there, or no longer, will be made with the mode of the database file.
+  if (result != 0 && errno != ENOENT) Fail(std::strerror(errno), path);
 }
 
 // Tries again while another process has the file: where waiting might be a deadlock, as on the way
@@ -76,22 +95,13 @@ void Run(sqlite3* database, const char* sql, const std::string& path) {
   Fail(sqlite3_errmsg(database), path);
 }
 
-// A file that came from elsewhere, such as a copy put back, may be readable for others: it holds
-// the digests of passwords.
-void KeepFromOthers(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return;
-  if (status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-    ::chmod(path.c_str(), kOwnerOnly);
-  }
-}
-
 }  // namespace
 
 DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
   const std::string path = FullPath(givenPath);
   MakeFile(path);
-  RefuseWhatIsNoFile(path);
+  for (const char* suffix : kSuffixes)
+    KeepFromOthers(path + suffix);
 
   sqlite3* opened = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE;
@@ -102,7 +112,6 @@ DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
 
   // Reads the file, and so finds out what is no database, before anything is written to it.
   Run(opened, "SELECT 1 FROM sqlite_master LIMIT 1", path);
-  KeepFromOthers(path);
   for (const char* setting : kSettings)
     Run(opened, setting, path);
   return database;

@@ -22,8 +22,9 @@ class OpenError : public std::runtime_error {
 
 // Opens the file for reading and writing, or makes it with mode 0600 when it is not there; throws
 // OpenError. It has a write-ahead log (where the file system can share memory; else the rollback
-// journal stays, as safe and slower), every commit reaches the disk, and nobody but its owner can
-// read it. Statements on the connection do not wait for other processes.
+// journal stays, as safe and slower), and every commit reaches the disk. Before anything is read,
+// the file and those beside it are made their owner's alone; a link, what is no file, and what
+// belongs to another user is refused. Statements on the connection do not wait for other processes.
 DatabaseHandle OpenDatabaseFile(const std::string& path);
 
 // Whether the file that was opened is not at its path any more.

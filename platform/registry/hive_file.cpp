@@ -70,7 +70,7 @@ HiveFile::HiveFile(std::filesystem::path path) : path_(std::move(path)) {
 bool HiveFile::IsUnchanged() const {
   struct stat status {};
   if (!known_) return false;
-  if (::stat(path_.c_str(), &status) != 0) return errno == ENOENT && !file_.IsOpen();
+  if (::lstat(path_.c_str(), &status) != 0) return errno == ENOENT && !file_.IsOpen();
   return file_.IsOpen() && SameFile(status, status_);
 }
 
@@ -86,7 +86,7 @@ DWORD HiveFile::Read(const HiveKey*& root) {
 
 DWORD HiveFile::Load() {
   // Not to wait, should it be a pipe that somebody put there.
-  FileDescriptor file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  FileDescriptor file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
   if (!file.IsOpen()) {
     if (errno != ENOENT) return errno == EACCES ? ERROR_ACCESS_DENIED : ERROR_CANTOPEN;
     Remember({}, {});

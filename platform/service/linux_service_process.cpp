@@ -52,7 +52,7 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
 // The log of earlier runs is kept, and the one before it, but it does not grow for ever.
 FileDescriptor OpenLog(const std::filesystem::path& path) {
   struct stat status {};
-  if (::stat(path.c_str(), &status) == 0 && status.st_size > kMaxLogBytes) {
+  if (::lstat(path.c_str(), &status) == 0 && status.st_size > kMaxLogBytes) {
     ::rename(path.c_str(), (path.native() + ".old").c_str());
   }
   return FileDescriptor(

@@ -28,7 +28,7 @@ bool IsLockFile(int descriptor, std::wstring_view name) {
   struct stat status {};
   struct stat file {};
   return ::fstat(descriptor, &status) == 0 &&
-         ::stat(ServiceFilePath(name, ServiceFile::kLock).c_str(), &file) == 0 &&
+         ::lstat(ServiceFilePath(name, ServiceFile::kLock).c_str(), &file) == 0 &&
          status.st_dev == file.st_dev && status.st_ino == file.st_ino;
 }
 

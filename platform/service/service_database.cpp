@@ -138,7 +138,7 @@ ServiceDatabase::ServiceDatabase() {
   if (error_ != NO_ERROR) return;
   // Beside the folder of the services, not in it: any name may be that of a service.
   const std::string path = (RootFolder() / "services.lock").native();
-  lock_.Reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  lock_.Reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
   int locked = -1;
   do {
     locked = lock_.IsOpen() ? ::flock(lock_.Get(), LOCK_EX) : -1;

@@ -29,7 +29,7 @@ struct flock WholeFile() {
 
 FileDescriptor OpenLockFile(std::wstring_view name, int flags) {
   const std::string path = ServiceFilePath(name, ServiceFile::kLock).native();
-  return FileDescriptor(::open(path.c_str(), O_RDWR | O_CLOEXEC | flags, 0600));
+  return FileDescriptor(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | flags, 0600));
 }
 
 std::string Line(const ServiceState& state) {
@@ -61,7 +61,7 @@ enum class Published { kNothing, kUnreadable, kState };
 
 Published ReadPublished(std::wstring_view name, ServiceState& state) {
   const std::string path = ServiceFilePath(name, ServiceFile::kStatus).native();
-  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
   if (!file.IsOpen() && errno == ENOENT) return Published::kNothing;
   std::array<char, 256> text{};
   const ssize_t bytes = file.IsOpen() ? ::read(file.Get(), text.data(), text.size()) : -1;

@@ -24,12 +24,16 @@ unsigned ModeOf(const std::filesystem::path& file) {
   return status.st_mode & 0777;
 }
 
-TEST(EngineFile, AFolderInThePlaceOfTheFileIsRefused) {
-  DatabaseFolder folder;
-  std::filesystem::create_directory(folder.File());
-  EngineConnection connection(folder.File());
-  EXPECT_FALSE(connection.IsOpen());
-  EXPECT_EQ(connection.Message(), "it is a folder: " + folder.File().native());
+TEST(EngineFile, WhatIsNoFileInThePlaceOfOneIsRefused) {
+  for (const std::string suffix : {"", "-wal", "-shm"}) {
+    DatabaseFolder folder;
+    const std::string file = folder.File().native() + suffix;
+    std::filesystem::create_symlink("elsewhere", file);
+    EXPECT_EQ(EngineConnection(folder.File()).Message(), "it is a link: " + file);
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    EXPECT_EQ(EngineConnection(folder.File()).Message(), "it is a folder: " + file);
+  }
 }
 
 TEST(EngineFile, AFolderThatIsMissingIsRefused) {
@@ -68,23 +72,22 @@ TEST(EngineFile, AReadOnlyFileIsRefused) {
   if (!ran) GTEST_SKIP() << kNoMounts;
 }
 
-TEST(EngineFile, OnlyTheOwnerCanReadTheFilesItMakes) {
+TEST(EngineFile, ItsFilesAreTheOwnersAloneAlsoIfTheyWereNot) {
   DatabaseFolder folder;
   const mode_t before = ::umask(0);
   EngineConnection connection(folder.File());
   EXPECT_EQ(connection.Run("CREATE TABLE Settings (Key, Value)").code, 0);
   ::umask(before);
-  EXPECT_EQ(ModeOf(folder.File()), 0600u);
-  EXPECT_EQ(ModeOf(folder.File().native() + "-wal"), 0600u);
-  EXPECT_EQ(ModeOf(folder.File().native() + "-shm"), 0600u);
-}
-
-TEST(EngineFile, AFileThatOthersCouldReadIsTheOwnersAlone) {
-  DatabaseFolder folder;
-  { EngineConnection made(folder.File()); }
-  std::filesystem::permissions(folder.File(), std::filesystem::perms(0664));
-  EngineConnection connection(folder.File());
-  EXPECT_EQ(ModeOf(folder.File()), 0600u);
+  EXPECT_EQ(connection.Run("BEGIN IMMEDIATE").code, 0);
+  for (const char* suffix : {"", "-wal", "-shm"}) {
+    const std::string file = folder.File().native() + suffix;
+    EXPECT_EQ(ModeOf(file), 0600u) << file;
+    std::filesystem::permissions(file, std::filesystem::perms(0664));
+    EXPECT_TRUE(EngineConnection(folder.File()).IsOpen());
+    EXPECT_EQ(ModeOf(file), 0600u) << file;
+  }
+  const std::string other = StockSqlite(folder.File(), "DELETE FROM Settings");
+  EXPECT_TRUE(other.ends_with("database is locked (5)")) << other << ": it has lost its locks";
 }
 
 TEST(EngineFile, CommitsReachTheDiskThroughAWriteAheadLog) {

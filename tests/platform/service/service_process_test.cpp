@@ -132,7 +132,7 @@ TEST_F(ServiceProcess, AProgramThatNeverCallsItsDispatcherFailsToStart) {
   EXPECT_EQ(ProcessOf(service), 0u);
 }
 
-TEST_F(ServiceProcess, AMissingProgramIsSaidSoAndADisabledServiceIsNotStarted) {
+TEST_F(ServiceProcess, WhatCannotBeStartedSaysWhy) {
   const ScHandle service = CreateTestService(L"sample", L"normal");
   ASSERT_TRUE(::ChangeServiceConfigW(service.Get(), SERVICE_NO_CHANGE, SERVICE_NO_CHANGE,
                                      SERVICE_NO_CHANGE, L"\\no\\such\\program", nullptr, nullptr,
@@ -143,6 +143,10 @@ TEST_F(ServiceProcess, AMissingProgramIsSaidSoAndADisabledServiceIsNotStarted) {
                                      nullptr, nullptr));
   EXPECT_EQ(Start(service), ERROR_SERVICE_DISABLED);
   EXPECT_EQ(StateOf(service), SERVICE_STOPPED);
+  const ScHandle linked = CreateTestService(L"linked", L"normal");
+  std::filesystem::create_symlink(machine_.Root() / "elsewhere", ServiceFile("linked.lock"));
+  EXPECT_EQ(Start(linked), ERROR_PATH_NOT_FOUND);
+  EXPECT_FALSE(std::filesystem::exists(machine_.Root() / "elsewhere")) << "a link was followed";
 }
 
 TEST_F(ServiceProcess, AProgramPathWithBlanksNeedsNoQuotes) {
