@@ -183,7 +183,7 @@ TEST_F(HookDriver, AClosedGateFollowsAddressesAndInterfaces) {
     std::string rules;
     for (int i = 0; i < 400 && rules.find("device \"drei\"") == std::string::npos; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
-      rules = place_->Shell("nft list table netdev quillgate") + Rules();
+      rules = place_->Shell("nft list table netdev quillgate; nft list table inet quillgate");
     }
     for (const char* part :
          {"\"one\" . 203.0.113.0/24", "egress device \"b~1\"", "ingress device \"drei\""})
