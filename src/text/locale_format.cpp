@@ -59,8 +59,8 @@ std::wstring FormatDate(const SYSTEMTIME& date) {
 
 std::wstring FormatTime(const SYSTEMTIME& time) {
   TextBuffer buffer{};
-  const int length = ::GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, buffer.data(),
-                                      static_cast<int>(buffer.size()));
+  const int length = ::GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr,
+                                      buffer.data(), static_cast<int>(buffer.size()));
   return length == 0 ? std::wstring() : buffer.data();
 }
 
