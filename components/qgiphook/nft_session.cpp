@@ -1,6 +1,7 @@
 #include "nft_session.h"
 
 #include <arpa/inet.h>
+#include <dlfcn.h>
 #include <linux/netfilter/nf_tables.h>
 #include <linux/netfilter/nfnetlink.h>
 #include <sys/socket.h>
@@ -102,8 +103,15 @@ std::uint32_t FilterAccess() {
   }
 }
 
+// The library keeps in memory whom it found to own a table; it stays when the driver is unloaded,
+// so that the next one finds that again.
+void KeepLibrary() {
+  ::dlopen("libnftables.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
 // The library does not tell its socket: it is the one that is there afterwards and was not before.
 NftSession::NftSession() {
+  KeepLibrary();
   const std::set<int> before = FilterSockets();
   context_.reset(nft_ctx_new(NFT_CTX_DEFAULT));
   std::set<int> made = FilterSockets();
