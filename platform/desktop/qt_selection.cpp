@@ -117,6 +117,12 @@ class Transfer final : public QAbstractNativeEventFilter {
   QEventLoop wait_;
 };
 
+// Null where there is none; the offscreen platform has the interface and no display behind it.
+xcb_connection_t* X11Display() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 == nullptr ? nullptr : x11->connection();
+}
+
 bool IsOwn(const QClipboard& clipboard, QClipboard::Mode mode) {
   return mode == QClipboard::Selection ? clipboard.ownsSelection() : clipboard.ownsClipboard();
 }
@@ -125,12 +131,12 @@ bool IsOwn(const QClipboard& clipboard, QClipboard::Mode mode) {
 
 QString SelectionText(QClipboard::Mode mode, qsizetype most) {
   const QClipboard& clipboard = *QGuiApplication::clipboard();
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr || IsOwn(clipboard, mode)) return clipboard.text(mode).left(most);
-  Transfer transfer(x11->connection(), most * kBytesPerCharacter);
+  xcb_connection_t* const display = X11Display();
+  if (display == nullptr || IsOwn(clipboard, mode)) return clipboard.text(mode).left(most);
+  Transfer transfer(display, most * kBytesPerCharacter);
   const bool isPrimary = mode == QClipboard::Selection;
   const xcb_atom_t selection =
-      isPrimary ? xcb_atom_t{XCB_ATOM_PRIMARY} : AtomOf(x11->connection(), "CLIPBOARD");
+      isPrimary ? xcb_atom_t{XCB_ATOM_PRIMARY} : AtomOf(display, "CLIPBOARD");
   return QString::fromUtf8(transfer.Take(selection)).left(most);
 }
 
