@@ -79,6 +79,12 @@ std::set<int> FilterSockets() {
   return found;
 }
 
+// The library keeps in memory whom it found to own a table; it stays when the driver is unloaded,
+// so that the next one finds that again.
+void KeepLibrary() {
+  ::dlopen("libnftables.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
 }  // namespace
 
 std::uint32_t FilterGeneration() {
@@ -101,12 +107,6 @@ std::uint32_t FilterAccess() {
     }
     return ERROR_GEN_FAILURE;
   }
-}
-
-// The library keeps in memory whom it found to own a table; it stays when the driver is unloaded,
-// so that the next one finds that again.
-void KeepLibrary() {
-  ::dlopen("libnftables.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
 
 // The library does not tell its socket: it is the one that is there afterwards and was not before.
