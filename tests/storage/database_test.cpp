@@ -3,10 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 
 #include "platform/kernel/path.h"
 #include "platform/testing/simulated_machine.h"
@@ -24,25 +20,6 @@ class RealDatabase : public testing::Test {
     DbRows rows;
     database.DbQuery(sql, rows);
     return rows;
-  }
-
-  // Runs the work in another process, which is killed at its end, and opens the file afterwards.
-  template <class Work>
-  static void RunAndKill(Work work) {
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-      try {
-        Database database;
-        work(database);
-      } catch (...) {
-        ::_exit(1);
-      }
-      ::raise(SIGKILL);
-    }
-    int status = 0;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "the work failed";
   }
 
   platform::SimulatedMachine machine_;
@@ -118,28 +95,6 @@ TEST_F(RealDatabase, ATransactionTakesEffectWholeOrNotAtAll) {
     EXPECT_THROW(transaction.Commit(), DBerror);
   }
   EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"kept")));
-}
-
-TEST_F(RealDatabase, AKilledTransactionLeavesTheTableAsItWas) {
-  RunAndKill([](Database& database) {
-    database.DbExecute(L"INSERT INTO ConnHours VALUES ('kept', '1', '2');");
-    DbTransaction transaction(database);
-    database.DbExecute(L"DELETE FROM ConnHours;");
-    ::raise(SIGKILL);
-  });
-  Database database;
-  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"kept")));
-}
-
-TEST_F(RealDatabase, ACommittedTransactionSurvivesAKill) {
-  RunAndKill([](Database& database) {
-    DbTransaction transaction(database);
-    database.DbExecute(L"INSERT INTO ConnHours VALUES ('first', '1', '2');");
-    database.DbExecute(L"INSERT INTO ConnHours VALUES ('second', '1', '2');");
-    transaction.Commit();
-  });
-  Database database;
-  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), SizeIs(2));
 }
 
 TEST_F(RealDatabase, AFileThatWasReplacedByABackupIsReadAfresh) {
