@@ -2,17 +2,16 @@
 #include <gmock/gmock.h>
 
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <thread>
 
-#include "accounts/logon_session.h"
 #include "accounts_test.h"
 
 namespace quillgate {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto kPatience = 10s;
@@ -63,47 +62,14 @@ class SlowPerson final : public LogonPrompts {
 
 using Question = SlowPerson::Question;
 
-// Whose session runs, and whose ran before.
-class RecordingControl final : public SessionControl {
- public:
-  explicit RecordingControl(const LogonSession& session) : session_(session) {}
-
-  void Reevaluate() override { Note(L"+"); }
-  void EndSession() override { Note(L"-"); }
-
-  std::vector<std::wstring> Log() {
-    const std::lock_guard lock(mutex_);
-    return log_;
-  }
-
- private:
-  void Note(const std::wstring& sign) {
-    const auto user = session_.CurrentUser();
-    const std::lock_guard lock(mutex_);
-    log_.push_back(sign + (user == nullptr ? L"" : user->Name()));
-  }
-
-  const LogonSession& session_;
-  std::mutex mutex_;
-  std::vector<std::wstring> log_;
-};
-
-class OpenQuestionTest : public AccountsTest {
+class OpenQuestionTest : public LogonTest {
  protected:
   OpenQuestionTest() {
     session_.SetPrompts(&person_);
-    session_.SetSessionControl(&control_);
+    identity_.name = L"Anna";
   }
   ~OpenQuestionTest() override {
     if (dialog_.joinable()) dialog_.join();
-  }
-
-  void Choose(LogonSystem system, std::wstring_view word, const std::vector<std::wstring>& names) {
-    settings_.SetSetting(SettingKey::kLogonSystem, word);
-    const auto users = std::make_shared<UserCollection>(system, database_);
-    for (const std::wstring& name : names)
-      users->Add(MakeUser(name));
-    session_.SetUsers(users);
   }
 
   // A logon that asks, on a thread of its own, as far as its question.
@@ -117,109 +83,78 @@ class OpenQuestionTest : public AccountsTest {
     return result_;
   }
 
-  std::wstring LoggedOn() const {
-    const auto user = session_.CurrentUser();
-    return user == nullptr ? L"(nobody)" : user->Name();
-  }
-
-  class NoIdentity final : public WindowsIdentity {
-   public:
-    std::wstring UserName() override { return L"Anna"; }
-  };
-
   SlowPerson person_;
-  NoIdentity identity_;
-  LogonSession session_{settings_, identity_};
-  RecordingControl control_{session_};
   std::thread dialog_;
   bool result_ = false;
 };
 
-TEST_F(OpenQuestionTest, ALogOffTakesEffectAtOnceAndTheAnswerStillLogsOn) {
-  Choose(LogonSystem::kNone, L"NONE", {L"Admin", L"User"});
-  Open(L"Admin");
-  EXPECT_TRUE(session_.LogOn(L"")) << "asks nothing, so waits for nobody";
-  EXPECT_EQ(LoggedOn(), L"User");
-  session_.LogOff(1);
-  EXPECT_EQ(LoggedOn(), L"(nobody)");
-  EXPECT_TRUE(Close(L"Admin"));
-  EXPECT_EQ(LoggedOn(), L"Admin");
-  EXPECT_THAT(control_.Log(), ElementsAre(L"+User", L"-User", L"+Admin"));
+TEST_F(OpenQuestionTest, OnlyAnAcceptedAnswerEndsTheSessionThatBeganMeanwhile) {
+  const struct {
+    bool logsOff;
+    SlowPerson::Answer answer;
+    const wchar_t* current;
+    std::vector<std::wstring> log;
+  } cases[] = {{true, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
+               {false, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
+               {false, {}, L"User", {L"+User"}}};
+  Choose(L"NONE", {L"Admin", L"User"});
+  for (const auto& each : cases) {
+    Open(L"Admin");
+    EXPECT_TRUE(session_.LogOn(L"")) << "asks nothing, so waits for nobody";
+    EXPECT_EQ(CurrentName(), L"User");
+    if (each.logsOff) session_.LogOff(1);
+    EXPECT_EQ(session_.IsLoggedOn(), !each.logsOff);
+    EXPECT_TRUE(Close(each.answer));
+    EXPECT_EQ(CurrentName(), each.current);
+    EXPECT_EQ(control_.TakeLog(), each.log);
+    session_.LogOff(1);
+    control_.TakeLog();
+  }
 }
 
-TEST_F(OpenQuestionTest, AnAcceptedAnswerEndsTheSessionThatBeganMeanwhile) {
-  Choose(LogonSystem::kNone, L"NONE", {L"Admin", L"User"});
-  Open(L"Admin");
-  session_.LogOn(L"");
-  EXPECT_TRUE(Close(L"Admin"));
-  EXPECT_THAT(control_.Log(), ElementsAre(L"+User", L"-User", L"+Admin"));
-}
-
-TEST_F(OpenQuestionTest, ACancelledAnswerLeavesTheSessionThatBeganMeanwhile) {
-  Choose(LogonSystem::kNone, L"NONE", {L"Admin", L"User"});
-  Open(L"Admin");
-  session_.LogOn(L"");
-  EXPECT_TRUE(Close({}));
-  EXPECT_EQ(LoggedOn(), L"User");
-  EXPECT_THAT(control_.Log(), ElementsAre(L"+User"));
-}
-
-TEST_F(OpenQuestionTest, ASecondLogonThatWouldAskCountsAsCancelled) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
+TEST_F(OpenQuestionTest, ASecondLogonThatWouldAskCountsAsCancelledUntilTheFirstHasItsAnswer) {
+  Choose(L"QUILLGATE", {L"Anna"});
+  Open(L"");
+  EXPECT_FALSE(session_.LogOn(L""));
+  EXPECT_FALSE(Close({}));
   Open(L"");
   EXPECT_FALSE(session_.LogOn(L""));
   EXPECT_TRUE(Close(L"Anna"));
-  EXPECT_EQ(LoggedOn(), L"Anna");
-}
-
-TEST_F(OpenQuestionTest, AfterACancelledQuestionTheNextOneIsAskedAgain) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
-  Open(L"");
-  EXPECT_FALSE(Close({}));
-  Open(L"");
-  EXPECT_TRUE(Close(L"Anna"));
+  EXPECT_EQ(CurrentName(), L"Anna");
 }
 
 TEST_F(OpenQuestionTest, TheNameIsLookedUpAmongTheUsersOfTheAnswersTime) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
+  const std::function<void()> changes[] = {[&] { Choose(L"QUILLGATE", {L"Bo"}); },
+                                           [&] { Choose(L"WINDOWS", {L"Anna"}); },
+                                           [&] { session_.SetUsers(nullptr); }};
+  for (const auto& change : changes) {
+    Choose(L"QUILLGATE", {L"Anna"});
+    Open(L"");
+    change();
+    EXPECT_FALSE(Close(L"Anna"));
+    EXPECT_THAT(control_.TakeLog(), IsEmpty());
+  }
+  Choose(L"QUILLGATE", {L"Anna"});
   Open(L"");
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Bo"});
-  EXPECT_FALSE(Close(L"Anna"));
-  EXPECT_EQ(LoggedOn(), L"(nobody)");
-  Open(L"");
+  Choose(L"QUILLGATE", {L"Bo"});
   EXPECT_TRUE(Close(L"Bo"));
 }
 
-TEST_F(OpenQuestionTest, AnAnswerForALogonSystemOfThePastLogsNobodyOn) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
-  Open(L"");
-  Choose(LogonSystem::kWindows, L"WINDOWS", {L"Anna"});
-  EXPECT_FALSE(Close(L"Anna"));
-  EXPECT_THAT(control_.Log(), IsEmpty());
-}
-
 TEST_F(OpenQuestionTest, UsersThatCameMeanwhileArePreferredToAFirstOne) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {});
+  Choose(L"QUILLGATE", {});
   Open(L"", Question::kFirstUser);
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
+  Choose(L"QUILLGATE", {L"Anna"});
   person_.Give(L"Intruder");
   ASSERT_TRUE(person_.AwaitQuestion(Question::kLogon));
   EXPECT_FALSE(Close(L"Intruder"));
   EXPECT_EQ(person_.usersTold, 0);
 }
 
-TEST_F(OpenQuestionTest, TheUsersMayGoWhileTheQuestionIsOpen) {
-  Choose(LogonSystem::kQuillgate, L"QUILLGATE", {L"Anna"});
-  Open(L"");
-  session_.SetUsers(nullptr);
-  EXPECT_FALSE(Close(L"Anna"));
-}
-
 TEST_F(OpenQuestionTest, WhereNobodyCanBeAskedEveryQuestionCountsAsCancelled) {
   session_.SetPrompts(nullptr);
-  Choose(LogonSystem::kNone, L"NONE", {L"Admin", L"User"});
+  Choose(L"NONE", {L"Admin", L"User"});
   EXPECT_TRUE(session_.LogOn(L"Admin"));
-  EXPECT_EQ(LoggedOn(), L"User");
+  EXPECT_EQ(CurrentName(), L"User");
 }
 
 TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehand) {

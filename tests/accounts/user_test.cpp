@@ -14,6 +14,14 @@ DbRow ValidRow() {
 
 class UserTest : public AccountsTest {
  protected:
+  // Loads the one row of the table, valid but for that column.
+  bool LoadWith(std::size_t column, const std::wstring& stored, User& user) {
+    DbRow row = ValidRow();
+    row[column] = stored;
+    database_.DbExecute(std::wstring(L"DELETE FROM ") + kTable + L";");
+    InsertRow(kTable, row);
+    return user.Load(L"Anna", kTable, database_);
+  }
   DbRows Stored() { return Query(std::wstring(L"SELECT * FROM ") + kTable + L" ORDER BY Name;"); }
 };
 
@@ -73,29 +81,18 @@ TEST_F(UserTest, AValueThatIsNotAsWrittenIsReadByTheRulesOfItsColumn) {
       {9, L"1 and", L"1"}, {9, L"01", L"0"},
   };
   for (const auto& each : cases) {
-    DbRow row = ValidRow();
-    row[each.column] = each.stored;
-    database_.DbExecute(std::wstring(L"DELETE FROM ") + kTable + L";");
-    InsertRow(kTable, row);
     User user;
-    ASSERT_TRUE(user.Load(L"Anna", kTable, database_)) << each.column << each.stored;
+    ASSERT_TRUE(LoadWith(each.column, each.stored, user)) << each.column << each.stored;
     ASSERT_TRUE(user.Save(kTable, database_));
     EXPECT_EQ(Stored().at(0).at(each.column), each.writtenBack) << each.column << each.stored;
   }
 }
 
 TEST_F(UserTest, AMalformedRowIsNotLoadedButItsEarlierFieldsAreSet) {
-  const struct {
-    std::size_t column;
-    std::wstring stored;
-  } cases[] = {{8, std::wstring(167, L'1')}, {9, L""}};
-  for (const auto& each : cases) {
-    DbRow row = ValidRow();
-    row[each.column] = each.stored;
-    database_.DbExecute(std::wstring(L"DELETE FROM ") + kTable + L";");
-    InsertRow(kTable, row);
+  const std::pair<std::size_t, std::wstring> cases[] = {{8, std::wstring(167, L'1')}, {9, L""}};
+  for (const auto& [column, stored] : cases) {
     User user;
-    EXPECT_FALSE(user.Load(L"Anna", kTable, database_)) << each.column;
+    EXPECT_FALSE(LoadWith(column, stored, user)) << column;
     EXPECT_EQ(user.TimeLimit().amount, 60);
     EXPECT_FALSE(user.IsAdministrator());
   }
