@@ -1,14 +1,11 @@
 #include "grid_host.h"
 
 #include <QApplication>
-#include <utility>
 
 namespace quillgate {
 namespace {
 
 constexpr wchar_t kHostClass[] = L"GridHost";
-constexpr int kHostWidth = 600;
-constexpr int kHostHeight = 500;
 constexpr int kTurns = 20;
 
 GridHostTest* current = nullptr;
@@ -24,8 +21,8 @@ GridHostTest::GridHostTest() {
   windowClass.lpszClassName = kHostClass;
   windowClass.hbrBackground = reinterpret_cast<HBRUSH>(UINT_PTR{COLOR_BTNFACE + 1});
   ::RegisterClassW(&windowClass);
-  host_ = ::CreateWindowExW(0, kHostClass, L"Host", WS_VISIBLE, 0, 0, kHostWidth, kHostHeight,
-                            nullptr, nullptr, nullptr, nullptr);
+  host_ = ::CreateWindowExW(0, kHostClass, L"Host", WS_VISIBLE, 0, 0, 600, 500, nullptr, nullptr,
+                            nullptr, nullptr);
   EXPECT_NE(host_, nullptr);
   Flow();
 }
@@ -36,24 +33,12 @@ GridHostTest::~GridHostTest() {
   current = nullptr;
 }
 
-HWND GridHostTest::MakeGrid(int id, const wchar_t* title, int width, int height) {
-  const HWND grid = ::CreateWindowExW(0, kGridClassName, title, WS_CHILD | WS_VISIBLE, 0, 0, width,
-                                      height, host_, reinterpret_cast<HMENU>(UINT_PTR(id)),
+HWND GridHostTest::MakeGrid(int id, const wchar_t* title) {
+  const HWND grid = ::CreateWindowExW(0, kGridClassName, title, WS_CHILD | WS_VISIBLE, 0, 0, 320,
+                                      200, host_, reinterpret_cast<HMENU>(UINT_PTR(id)),
                                       ::GetModuleHandleW(nullptr), nullptr);
   Flow();
   return grid;
-}
-
-LRESULT GridHostTest::Send(HWND grid, UINT message, WPARAM wParam, LPARAM lParam) {
-  return ::SendMessageW(grid, message, wParam, lParam);
-}
-
-LRESULT GridHostTest::SendCell(HWND grid, UINT message, GridCell cell, LPARAM lParam) {
-  return Send(grid, message, reinterpret_cast<WPARAM>(&cell), lParam);
-}
-
-LRESULT GridHostTest::Store(HWND grid, GridCell cell, const wchar_t* text) {
-  return SendCell(grid, GCM_SETCELL, cell, reinterpret_cast<LPARAM>(text));
 }
 
 std::wstring GridHostTest::TextOf(HWND grid, GridCell cell) {
@@ -67,19 +52,11 @@ GridCell GridHostTest::CursorOf(HWND grid) {
           static_cast<std::int32_t>(Send(grid, GCM_GETCURSORCOL))};
 }
 
-std::vector<Told> GridHostTest::TakeTold() {
-  return std::exchange(told_, {});
-}
-
 std::vector<int> GridHostTest::TakeCodes() {
   std::vector<int> codes;
   for (const Told& each : TakeTold())
     codes.push_back(each.code);
   return codes;
-}
-
-std::vector<std::pair<int, GridCell>> GridHostTest::TakeMoves() {
-  return std::exchange(moves_, {});
 }
 
 void GridHostTest::Press(HWND grid, QPoint place) {
@@ -129,10 +106,6 @@ QWidget* GridHostTest::WidgetOf(HWND window) {
     if (handle == reinterpret_cast<UINT_PTR>(window)) return each;
   }
   return nullptr;
-}
-
-COLORREF GridHostTest::PixelAt(HWND grid, int x, int y) {
-  return Pixels(grid, {x, y, x + 1, y + 1}).front();
 }
 
 std::vector<COLORREF> GridHostTest::Pixels(HWND grid, const RECT& area) {

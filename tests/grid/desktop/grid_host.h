@@ -12,6 +12,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "grid/grid_messages.h"
@@ -44,39 +45,47 @@ class GridHostTest : public testing::Test {
 
   // --- windows ---
   HWND Host() const { return host_; }
-  // At the host's upper left corner, shown; null when it refuses to live. The class is registered
-  // once, when the test begins.
-  HWND MakeGrid(int id = kGridId, const wchar_t* title = L"", int width = 320, int height = 200);
+  // At the host's upper left corner, 320 x 200, shown; null when it refuses to live. The class is
+  // registered once, when the test begins.
+  HWND MakeGrid(int id = kGridId, const wchar_t* title = L"");
 
   // --- messages ---
-  static LRESULT Send(HWND grid, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-  static LRESULT SendCell(HWND grid, UINT message, GridCell cell, LPARAM lParam = 0);
-  static LRESULT Store(HWND grid, GridCell cell, const wchar_t* text);
+  static LRESULT Send(HWND grid, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    return ::SendMessageW(grid, message, wParam, lParam);
+  }
+  static LRESULT SendCell(HWND grid, UINT message, GridCell cell, LPARAM lParam = 0) {
+    return Send(grid, message, reinterpret_cast<WPARAM>(&cell), lParam);
+  }
+  static LRESULT Store(HWND grid, GridCell cell, const wchar_t* text) {
+    return SendCell(grid, GCM_SETCELL, cell, reinterpret_cast<LPARAM>(text));
+  }
   static std::wstring TextOf(HWND grid, GridCell cell);
   static GridCell CursorOf(HWND grid);
 
   // --- what the parent has been told, mouse moves excepted ---
-  std::vector<Told> TakeTold();
+  std::vector<Told> TakeTold() { return std::exchange(told_, {}); }
   std::vector<int> TakeCodes();
   // Of mouse moves: the identifiers, and the cells.
-  std::vector<std::pair<int, GridCell>> TakeMoves();
+  std::vector<std::pair<int, GridCell>> TakeMoves() { return std::exchange(moves_, {}); }
   // Called with each notification as well.
   std::function<void(HWND grid, int code, LPARAM value)> onTold;
 
   // --- the user ---
-  void Press(HWND grid, QPoint place);
-  void Release(HWND grid, QPoint place);
-  void MoveTo(HWND grid, QPoint place);
-  void Click(HWND grid, QPoint place);
-  void Type(HWND grid, Qt::Key key);
-  void Type(HWND grid, const QString& text);
+  static void Press(HWND grid, QPoint place);
+  static void Release(HWND grid, QPoint place);
+  static void MoveTo(HWND grid, QPoint place);
+  static void Click(HWND grid, QPoint place);
+  static void Type(HWND grid, Qt::Key key);
+  static void Type(HWND grid, const QString& text);
   // Lets flow what is on its way, and paints.
   static void Flow();
   static QWidget* WidgetOf(HWND window);
 
   // --- what the grid shows ---
-  static COLORREF PixelAt(HWND grid, int x, int y);
   static std::vector<COLORREF> Pixels(HWND grid, const RECT& area);
+  static COLORREF PixelAt(HWND grid, int x, int y) {
+    return Pixels(grid, {x, y, x + 1, y + 1}).front();
+  }
 
  private:
   static LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM wParam,

@@ -23,11 +23,12 @@ class GridPictureTest : public GridHostTest {
     ::GetClientRect(grid_, &area);
     return Pixels(grid_, area);
   }
-  // Whether anything but the background stands within the cell.
-  bool HasInk(std::int32_t row, std::int32_t col, COLORREF background = kWhite) const {
-    const LONG left = 50 * col;
-    const LONG top = 21 * row;
-    const auto pixels = Pixels(grid_, {left + 3, top + 3, left + 47, top + 18});
+  // What stands within a cell's lines.
+  static RECT CellArea(std::int32_t row, std::int32_t col) {
+    return {50 * col + 3, 21 * row + 3, 50 * col + 47, 21 * row + 18};
+  }
+  bool HasInk(const RECT& area, COLORREF background = kWhite) const {
+    const auto pixels = Pixels(grid_, area);
     return std::any_of(pixels.begin(), pixels.end(),
                        [=](COLORREF each) { return each != background; });
   }
@@ -35,7 +36,7 @@ class GridPictureTest : public GridHostTest {
   HWND grid_;
 };
 
-TEST_F(GridPictureTest, CellsHaveTheColourOfTheirProtection) {
+TEST_F(GridPictureTest, CellsHaveTheColourOfTheirProtectionAndTheRestIsGrey) {
   SendCell(grid_, GCM_SETPROTECT, {2, 2}, 1);
   Send(grid_, GCM_SETPROTECTCOLOR, kGrey);
   Send(grid_, GCM_SETUNPROTECTCOLOR, kPink);
@@ -45,56 +46,49 @@ TEST_F(GridPictureTest, CellsHaveTheColourOfTheirProtection) {
   EXPECT_EQ(PixelAt(grid_, 175, 52), kPink);
   EXPECT_EQ(PixelAt(grid_, 150, 52), 0x0000FFu);
   EXPECT_EQ(PixelAt(grid_, 125, 63), 0x0000FFu);
+  Send(grid_, GCM_SETSIZE, 2, 2);
+  for (const bool extends : {false, true}) {
+    Send(grid_, GCM_SETEXTENDLASTCOL, extends);
+    Flow();
+    EXPECT_EQ(PixelAt(grid_, 300, 31), extends ? kPink : kGrey);
+    EXPECT_EQ(PixelAt(grid_, 75, 150), kGrey);
+  }
 }
 
 TEST_F(GridPictureTest, TheCursorsRowStandsOutByTheFocus) {
-  Send(grid_, GCM_SETCURSORPOS, 2, 1);
   Send(grid_, GCM_SETROWHIGHLIGHT, 1);
   ::SetFocus(Host());
   Flow();
-  EXPECT_EQ(PixelAt(grid_, 175, 52), 0xC8C8C8u);
-  EXPECT_EQ(PixelAt(grid_, 175, 31), kWhite);
+  EXPECT_EQ(PixelAt(grid_, 175, 31), 0xC8C8C8u);
+  EXPECT_EQ(PixelAt(grid_, 175, 52), kWhite);
   ::SetFocus(grid_);
   Flow();
-  EXPECT_EQ(PixelAt(grid_, 175, 52), 0x800000u);
+  EXPECT_EQ(PixelAt(grid_, 175, 31), 0x800000u);
   Type(grid_, Qt::Key_Down);
-  EXPECT_EQ(PixelAt(grid_, 175, 52), kWhite);
-  EXPECT_EQ(PixelAt(grid_, 175, 73), 0x800000u);
+  EXPECT_EQ(PixelAt(grid_, 175, 31), kWhite);
+  EXPECT_EQ(PixelAt(grid_, 175, 52), 0x800000u);
 }
 
 TEST_F(GridPictureTest, TextsNumbersCheckBoxesAndHeadingsLeaveInk) {
-  Store(grid_, {1, 2}, L"text");
-  Store(grid_, {2, 2}, L"42");
-  Store(grid_, {3, 2}, L"TRUE");
-  Store(grid_, {4, 2}, L"FALSE");
+  const wchar_t* const texts[] = {L"i", L"1", L"TRUE", L"FALSE"};
+  for (std::int32_t row = 1; row <= 4; ++row)
+    Store(grid_, {row, 2}, texts[row - 1]);
   Flow();
-  for (int row = 1; row <= 4; ++row)
-    EXPECT_TRUE(HasInk(row, 2)) << row;
-  EXPECT_FALSE(HasInk(5, 2));
-  EXPECT_NE(Pixels(grid_, {100, 63, 150, 84}), Pixels(grid_, {100, 84, 150, 105}));
+  for (std::int32_t row = 1; row <= 5; ++row)
+    EXPECT_EQ(HasInk(CellArea(row, 2)), row <= 4) << row;
+  EXPECT_NE(Pixels(grid_, CellArea(3, 2)), Pixels(grid_, CellArea(4, 2)));
+  // Texts stand at the left and numbers at the right.
+  EXPECT_FALSE(HasInk({115, 23, 149, 40}));
+  EXPECT_FALSE(HasInk({102, 44, 135, 61}));
   const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-  EXPECT_TRUE(HasInk(0, 2, face));
-  EXPECT_TRUE(HasInk(2, 0, face));
-  EXPECT_FALSE(HasInk(0, 0, face));
-  Send(grid_, GCM_SETROWNUMBERS, 0);
-  Send(grid_, GCM_SETCOLLETTERS, 0);
-  Flow();
-  EXPECT_FALSE(HasInk(0, 2, face));
-  EXPECT_FALSE(HasInk(2, 0, face));
-}
-
-TEST_F(GridPictureTest, TextsStandAtTheLeftAndNumbersAtTheRight) {
-  Store(grid_, {1, 2}, L"i");
-  Store(grid_, {2, 2}, L"1");
-  Flow();
-  const auto hasInk = [&](RECT area) {
-    const auto pixels = Pixels(grid_, area);
-    return std::any_of(pixels.begin(), pixels.end(), [](COLORREF each) { return each != kWhite; });
-  };
-  EXPECT_TRUE(hasInk({102, 23, 115, 40}));
-  EXPECT_FALSE(hasInk({115, 23, 149, 40}));
-  EXPECT_FALSE(hasInk({102, 44, 135, 61}));
-  EXPECT_TRUE(hasInk({135, 44, 149, 61}));
+  for (const bool shown : {true, false}) {
+    Send(grid_, GCM_SETROWNUMBERS, shown);
+    Send(grid_, GCM_SETCOLLETTERS, shown);
+    Flow();
+    EXPECT_EQ(HasInk(CellArea(0, 2), face), shown);
+    EXPECT_EQ(HasInk(CellArea(2, 0), face), shown);
+    EXPECT_FALSE(HasInk(CellArea(0, 0), face));
+  }
 }
 
 TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
@@ -111,7 +105,6 @@ TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
   Store(grid_, {2, 2}, L"~17");
   Flow();
   EXPECT_THAT(indexes, ElementsAre(17));
-  EXPECT_EQ(PixelAt(grid_, 125, 52), kPink);
   EXPECT_EQ(PixelAt(grid_, 102, 44), kPink);
   EXPECT_EQ(PixelAt(grid_, 101, 44), kWhite);
   EXPECT_EQ(PixelAt(grid_, 147, 60), kPink);
@@ -127,60 +120,27 @@ TEST_F(GridPictureTest, TheCursorsFrameInvertsTheCellAndLeavesNothingBehind) {
   const auto before = Picture();
   EXPECT_EQ(PixelAt(grid_, 50, 31), 0xFFFFFFu ^ 0xDCDCDCu);
   EXPECT_EQ(PixelAt(grid_, 51, 31), 0x000000u);
-  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up})
+  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_PageDown,
+                            Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_PageUp})
     Type(grid_, key);
   EXPECT_EQ(Picture(), before);
-
-  Type(grid_, Qt::Key_PageDown);
-  Type(grid_, Qt::Key_PageDown);
-  Type(grid_, Qt::Key_PageUp);
-  Type(grid_, Qt::Key_PageUp);
-  EXPECT_EQ(Picture(), before);
-
   Send(grid_, WM_VSCROLL, SB_LINEDOWN);
   Flow();
   Send(grid_, WM_VSCROLL, SB_LINEUP);
   EXPECT_NE(Picture(), before);
   Flow();
   EXPECT_EQ(Picture(), before);
-}
-
-TEST_F(GridPictureTest, PartsThatArePaintedAnewLeaveTheFrameWhole) {
-  Flow();
-  const auto before = Picture();
+  // Parts that are painted anew leave it whole.
   const RECT half{60, 25, 80, 200};
   ::InvalidateRect(grid_, &half, FALSE);
   Flow();
   EXPECT_EQ(Picture(), before);
-  Store(grid_, {1, 1}, L"");
-  Flow();
-  EXPECT_EQ(Picture(), before);
-  Send(grid_, GCM_REFRESH);
   Send(grid_, GCM_REFRESH);
   Flow();
   EXPECT_EQ(Picture(), before);
-}
-
-TEST_F(GridPictureTest, ABlackFrameIsNotSeen) {
-  Send(grid_, GCM_SETCURSORCOLOR, 0);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 51, 31), kWhite);
   Send(grid_, GCM_SETCURSORCOLOR, 0x00FF00);
   Flow();
   EXPECT_EQ(PixelAt(grid_, 51, 31), 0xFF00FFu);
-}
-
-TEST_F(GridPictureTest, WhatNoCellCoversIsGrey) {
-  Send(grid_, GCM_SETSIZE, 2, 2);
-  Send(grid_, GCM_SETEXTENDLASTCOL, 0);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 300, 10), kGrey);
-  EXPECT_EQ(PixelAt(grid_, 300, 40), kGrey);
-  EXPECT_EQ(PixelAt(grid_, 75, 150), kGrey);
-  Send(grid_, GCM_SETEXTENDLASTCOL, 1);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 300, 40), kWhite);
-  EXPECT_EQ(PixelAt(grid_, 300, 150), kGrey);
 }
 
 TEST_F(GridPictureTest, WhatIsTypedIsSeenInABoxUntilItIsGivenUp) {
@@ -190,7 +150,7 @@ TEST_F(GridPictureTest, WhatIsTypedIsSeenInABoxUntilItIsGivenUp) {
   const auto before = Picture();
   Type(grid_, QString("88"));
   EXPECT_EQ(PixelAt(grid_, 52, 31), 0x000000u);
-  EXPECT_TRUE(HasInk(1, 1));
+  EXPECT_TRUE(HasInk(CellArea(1, 1)));
   const auto typed = Picture();
   Send(grid_, GCM_REFRESH);
   Flow();
@@ -200,13 +160,13 @@ TEST_F(GridPictureTest, WhatIsTypedIsSeenInABoxUntilItIsGivenUp) {
 }
 
 TEST_F(GridPictureTest, ADisabledGridsHeadingsAreGrey) {
-  const auto before = Pixels(grid_, {100, 0, 150, 21});
+  const auto before = Pixels(grid_, CellArea(0, 2));
   ::EnableWindow(grid_, FALSE);
   Flow();
-  EXPECT_NE(Pixels(grid_, {100, 0, 150, 21}), before);
+  EXPECT_NE(Pixels(grid_, CellArea(0, 2)), before);
   ::EnableWindow(grid_, TRUE);
   Flow();
-  EXPECT_EQ(Pixels(grid_, {100, 0, 150, 21}), before);
+  EXPECT_EQ(Pixels(grid_, CellArea(0, 2)), before);
 }
 
 }  // namespace

@@ -9,7 +9,6 @@ using testing::IsEmpty;
 
 TEST_F(GridHostTest, RegisteringTheClassAgainSucceeds) {
   EXPECT_TRUE(RegisterGridClass(::GetModuleHandleW(nullptr)));
-  EXPECT_TRUE(RegisterGridClass(::GetModuleHandleW(nullptr)));
   WNDCLASSW found{};
   ASSERT_TRUE(::GetClassInfoW(::GetModuleHandleW(nullptr), kGridClassName, &found));
   EXPECT_EQ(found.style, UINT{CS_HREDRAW | CS_VREDRAW});
@@ -18,16 +17,13 @@ TEST_F(GridHostTest, RegisteringTheClassAgainSucceeds) {
   EXPECT_EQ(found.hbrBackground, ::GetStockObject(GRAY_BRUSH));
 }
 
-TEST_F(GridHostTest, ASecondGridOfTheSameIdentifierIsNotCreatedAndTheFirstGoesOn) {
+TEST_F(GridHostTest, AGridWithATakenIdentifierOrNoneIsNotCreatedAndTheFirstGoesOn) {
   const HWND first = MakeGrid();
   Store(first, {1, 1}, L"kept");
-  EXPECT_EQ(MakeGrid(), nullptr);
+  for (const int id : {kGridId, 0})
+    EXPECT_EQ(MakeGrid(id), nullptr) << id;
   EXPECT_EQ(TextOf(first, {1, 1}), L"kept");
   EXPECT_EQ(Send(first, GCM_GETROWS), 100);
-}
-
-TEST_F(GridHostTest, AGridWithoutAnIdentifierIsNotCreated) {
-  EXPECT_EQ(MakeGrid(0), nullptr);
 }
 
 TEST_F(GridHostTest, ATwentyFirstGridIsNotCreatedUntilAnotherHasEnded) {
@@ -47,26 +43,14 @@ TEST_F(GridHostTest, ATwentyFirstGridIsNotCreatedUntilAnotherHasEnded) {
 
 TEST_F(GridHostTest, AGridInAnEndedOnesPlaceHasTheValuesOfOneThatEnded) {
   HWND grid = MakeGrid();
-  EXPECT_EQ(Send(grid, GCM_GETROWHEIGHT), 21);
-  EXPECT_EQ(Send(grid, GCM_GETHEADERHEIGHT), 21);
-  EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 0), 50);
   Send(grid, GCM_SETCOLWIDTH, 3, 77);
-  Send(grid, GCM_SETSIZE, 7, 24);
   ::DestroyWindow(grid);
-
   grid = MakeGrid();
   EXPECT_EQ(Send(grid, GCM_GETROWHEIGHT), 20);
-  EXPECT_EQ(Send(grid, GCM_GETHEADERHEIGHT), 20);
-  EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 0), 40);
   EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 3), 50);
-  EXPECT_EQ(Send(grid, GCM_GETROWS), 100);
-  EXPECT_EQ(Send(grid, GCM_GETCOLS), 255);
   ::DestroyWindow(grid);
-
   RegisterGridClass(::GetModuleHandleW(nullptr));
-  grid = MakeGrid();
-  EXPECT_EQ(Send(grid, GCM_GETROWHEIGHT), 21);
-  EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 0), 50);
+  EXPECT_EQ(Send(MakeGrid(), GCM_GETROWHEIGHT), 21);
 }
 
 TEST_F(GridHostTest, AGridThatLivesWhenTheClassIsRegisteredAgainIsDead) {
@@ -87,12 +71,10 @@ TEST_F(GridHostTest, ACellPastTheLimitsIsRefusedOnceByEachMessage) {
   TakeTold();
   wchar_t buffer[8] = L"old";
   const auto text = reinterpret_cast<LPARAM>(buffer);
-  for (const GridCell cell : {GridCell{32001, 1}, GridCell{1, 257}}) {
-    for (const UINT message : {GCM_SETPROTECT, GCM_SETCELL, GCM_GETCELL, GCM_DELETECELL,
-                               GCM_GETCELLTYPE, GCM_GETPROTECT}) {
-      EXPECT_EQ(SendCell(grid, message, cell, text), -1) << message;
-      EXPECT_THAT(TakeTold(), ElementsAre(Told{kGridId, GCN_BADCELL, 0})) << message;
-    }
+  for (const UINT message : {GCM_SETPROTECT, GCM_SETCELL, GCM_GETCELL, GCM_DELETECELL,
+                             GCM_GETCELLTYPE, GCM_GETPROTECT}) {
+    EXPECT_EQ(SendCell(grid, message, {32001, 1}, text), -1) << message;
+    EXPECT_THAT(TakeTold(), ElementsAre(Told{kGridId, GCN_BADCELL, 0})) << message;
   }
   EXPECT_STREQ(buffer, L"old");
   EXPECT_EQ(Send(grid, GCM_SETCELL, 0, text), -1);
@@ -102,33 +84,24 @@ TEST_F(GridHostTest, ACellPastTheLimitsIsRefusedOnceByEachMessage) {
   EXPECT_THAT(TakeTold(), IsEmpty());
 }
 
-TEST_F(GridHostTest, WhatIsStoredHasTheTypeOfItsText) {
+TEST_F(GridHostTest, MessagesStoreReadProtectAndDeleteTheirCell) {
   const HWND grid = MakeGrid();
-  const std::pair<const wchar_t*, int> cases[] = {{L"tRuE", 3},  {L"False", 4}, {L"12.5", 2},
-                                                  {L"1.2.3", 1}, {L"-5", 2},    {L"5-", 1},
-                                                  {L"~7", 5},    {L"", 1},      {L"hello", 1}};
-  for (const auto& [text, type] : cases) {
-    EXPECT_EQ(Store(grid, {2, 3}, text), 0);
-    EXPECT_EQ(SendCell(grid, GCM_GETCELLTYPE, {2, 3}), type) << text;
-    EXPECT_EQ(TextOf(grid, {2, 3}), text);
-  }
-  SendCell(grid, GCM_DELETECELL, {2, 3});
-  EXPECT_EQ(SendCell(grid, GCM_GETCELLTYPE, {2, 3}), 0);
-}
-
-TEST_F(GridHostTest, ProtectionIsThatOfTheDefaultOrOfTheMessage) {
-  const HWND grid = MakeGrid();
-  Store(grid, {1, 1}, L"a");
+  const GridCell cell{150, 3};
   Send(grid, GCM_SETDEFAULTPROTECT, 2);
-  Store(grid, {1, 2}, L"b");
-  SendCell(grid, GCM_SETPROTECT, {1, 3}, 1);
-  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, {1, 1}), 0);
-  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, {1, 2}), 1);
-  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, {1, 3}), 1);
-  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, {9, 9}), 0);
-  SendCell(grid, GCM_SETPROTECT, {1, 2}, 0);
-  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, {1, 2}), 0);
-  EXPECT_EQ(TextOf(grid, {1, 2}), L"b");
+  EXPECT_EQ(Store(grid, cell, L"12.5"), 0);
+  EXPECT_EQ(TextOf(grid, cell), L"12.5");
+  EXPECT_EQ(SendCell(grid, GCM_GETCELLTYPE, cell), 2);
+  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, cell), 1);
+  SendCell(grid, GCM_SETPROTECT, cell, 0);
+  EXPECT_EQ(SendCell(grid, GCM_GETPROTECT, cell), 0);
+  SendCell(grid, GCM_DELETECELL, cell);
+  EXPECT_EQ(SendCell(grid, GCM_GETCELLTYPE, cell), 0);
+  EXPECT_EQ(Send(grid, GCM_GETROWS), 150);
+  Send(grid, GCM_SETAUTOROW, 0);
+  Store(grid, {160, 3}, L"x");
+  EXPECT_EQ(Send(grid, GCM_GETROWS), 150);
+  Send(grid, GCM_CLEAR);
+  EXPECT_EQ(Send(grid, GCM_GETROWS), 0);
 }
 
 TEST_F(GridHostTest, NumbersInMessagesAreBroughtIntoTheirLimits) {
@@ -141,26 +114,10 @@ TEST_F(GridHostTest, NumbersInMessagesAreBroughtIntoTheirLimits) {
   EXPECT_EQ(Send(grid, GCM_GETCOLS), 256);
   Send(grid, GCM_SETROWHEIGHT, 0);
   EXPECT_EQ(Send(grid, GCM_GETROWHEIGHT), 1);
-  Send(grid, GCM_SETCOLWIDTH, 257, 9);
   Send(grid, GCM_SETCOLWIDTH, 2, -9);
   EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 2), 50);
-  EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 256), 0);
-  Send(grid, GCM_SETCOLWIDTH, 256, 9);
-  EXPECT_EQ(Send(grid, GCM_GETCOLWIDTH, 256), 9);
   Send(grid, GCM_SETHEADERHEIGHT, 33);
   EXPECT_EQ(Send(grid, GCM_GETHEADERHEIGHT), 33);
-}
-
-TEST_F(GridHostTest, StoringBelowTheLastRowAddsRowsUnlessThatIsOff) {
-  const HWND grid = MakeGrid();
-  Store(grid, {150, 1}, L"x");
-  EXPECT_EQ(Send(grid, GCM_GETROWS), 150);
-  Send(grid, GCM_SETAUTOROW, 0);
-  Store(grid, {160, 1}, L"x");
-  EXPECT_EQ(Send(grid, GCM_GETROWS), 150);
-  Send(grid, GCM_CLEAR);
-  EXPECT_EQ(Send(grid, GCM_GETROWS), 0);
-  EXPECT_EQ(TextOf(grid, {150, 1}), L"");
 }
 
 TEST_F(GridHostTest, TheCursorIsPutAndToldOnDemandOnly) {
@@ -168,32 +125,24 @@ TEST_F(GridHostTest, TheCursorIsPutAndToldOnDemandOnly) {
   TakeTold();
   Send(grid, GCM_SETCURSORPOS, 5, 4);
   EXPECT_EQ(CursorOf(grid), (GridCell{5, 4}));
-  Send(grid, GCM_SETCURSORPOS, 101, 1);
-  Send(grid, GCM_SETCURSORPOS, 1, 0);
-  EXPECT_EQ(CursorOf(grid), (GridCell{5, 4}));
   EXPECT_THAT(TakeTold(), IsEmpty());
   Send(grid, GCM_NOTIFYROW);
+  EXPECT_THAT(TakeCodes(), ElementsAre(GCN_ROWCHANGE, GCN_SELCHANGE));
   Send(grid, GCM_NOTIFYCOL);
-  EXPECT_THAT(
-      TakeTold(),
-      ElementsAre(Told{kGridId, GCN_ROWCHANGE, At(5, 4)}, Told{kGridId, GCN_SELCHANGE, At(5, 4)},
-                  Told{kGridId, GCN_COLCHANGE, At(5, 4)}, Told{kGridId, GCN_SELCHANGE, At(5, 4)}));
+  EXPECT_THAT(TakeCodes(), ElementsAre(GCN_COLCHANGE, GCN_SELCHANGE));
 }
 
 TEST_F(GridHostTest, ADialogHearsThatTheGridWantsArrowsAndCharacters) {
   const HWND grid = MakeGrid();
   EXPECT_EQ(Send(grid, WM_GETDLGCODE), 0x91);
   EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_ESCAPE), 0);
-  TakeTold();
   MSG message{grid, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
-  const auto asked = reinterpret_cast<LPARAM>(&message);
-  EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_RETURN, asked), 0x91);
-  EXPECT_THAT(TakeCodes(), ElementsAre(GCN_ROWCHANGE, GCN_SELCHANGE));
   // The character of the same key is asked about too.
-  message.message = WM_CHAR;
-  EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_RETURN, asked), 0x91);
-  EXPECT_THAT(TakeCodes(), IsEmpty());
-  EXPECT_EQ(CursorOf(grid), (GridCell{2, 1}));
+  for (const UINT asked : {WM_KEYDOWN, WM_CHAR}) {
+    message.message = asked;
+    EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&message)), 0x91);
+    EXPECT_EQ(CursorOf(grid), (GridCell{2, 1})) << asked;
+  }
 }
 
 TEST_F(GridHostTest, ThePartOfTheWindowIsLargeEnoughForTheTitle) {
@@ -212,22 +161,15 @@ TEST_F(GridHostTest, ThePartOfTheWindowIsLargeEnoughForTheTitle) {
 
 TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
   HWND grid = nullptr;
+  const GridCell bad{32001, 1};
+  const GridCell graphic{1, 2};
+  const QPoint place(120, 70);
   const std::function<void()> acts[] = {
-      [&] {
-        SendCell(grid, GCM_GETCELL, {32001, 1});
-      },
-      [&] {
-        Store(grid, {1, 2}, L"~1");
-      },
-      [&] {
-        MoveTo(grid, {120, 60});
-      },
-      [&] {
-        MoveTo(grid, {120, 70});
-      },
-      [&] {
-        Click(grid, {120, 70});
-      },
+      [&] { SendCell(grid, GCM_GETCELL, bad); },
+      [&] { Store(grid, graphic, L"~1"); },
+      [&] { MoveTo(grid, place - QPoint(0, 10)); },
+      [&] { MoveTo(grid, place); },
+      [&] { Click(grid, place); },
       [&] { Type(grid, QString("1")); },
       [&] { Type(grid, Qt::Key_Down); },
       [&] { Type(grid, Qt::Key_Delete); },
