@@ -95,47 +95,23 @@ TEST(CellStore, StoringWithoutMemoryChangesNothing) {
   }
 }
 
-struct TypeCase {
-  const wchar_t* text;
-  CellType type;
-};
-
-class CellTypeTest : public testing::TestWithParam<TypeCase> {};
-
-TEST_P(CellTypeTest, ATextHasTheTypeThatItsCharactersGive) {
-  EXPECT_EQ(TypeOf(GetParam().text), GetParam().type);
+TEST(CellType, ATextHasTheTypeThatItsCharactersGive) {
+  const std::pair<CellType, std::vector<const wchar_t*>> cases[] = {
+      {CellType::kTrue, {L"TRUE", L"true", L"tRuE"}},
+      {CellType::kFalse, {L"False"}},
+      {CellType::kGraphic, {L"~7", L"~", L"~TRUE"}},
+      {CellType::kNumber,
+       {L"12.5", L"-5", L"+5", L"5.", L".5", L"1,5", L"08:00", L"50%", L"\u20AC5", L"5\u00B0",
+        L"2\u00D73"}},
+      {CellType::kText,
+       {L"",        L"-",       L"+",      L".",     L"1.2.3", L"5-",      L"1+1", L"--5",
+        L"5 5",     L" 5",      L"5 ",     L"5a",    L"5z",    L"5\u00C0", L"Z5",  L"5\u00E5",
+        L"5\u0416", L"5\u6642", L"\u20AC", L"TRUE ", L"TRU",   L" ~7"}}};
+  for (const auto& [type, texts] : cases) {
+    for (const wchar_t* text : texts)
+      EXPECT_EQ(TypeOf(text), type) << testing::PrintToString(text);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    CheckBoxesAndGraphics, CellTypeTest,
-    testing::Values(TypeCase{L"TRUE", CellType::kTrue}, TypeCase{L"true", CellType::kTrue},
-                    TypeCase{L"tRuE", CellType::kTrue}, TypeCase{L"False", CellType::kFalse},
-                    TypeCase{L"TRUE ", CellType::kText}, TypeCase{L"TRU", CellType::kText},
-                    TypeCase{L"~7", CellType::kGraphic}, TypeCase{L"~", CellType::kGraphic},
-                    TypeCase{L"~TRUE", CellType::kGraphic}, TypeCase{L" ~7", CellType::kText}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Numbers, CellTypeTest,
-    testing::Values(TypeCase{L"12.5", CellType::kNumber}, TypeCase{L"-5", CellType::kNumber},
-                    TypeCase{L"+5", CellType::kNumber}, TypeCase{L"5.", CellType::kNumber},
-                    TypeCase{L".5", CellType::kNumber}, TypeCase{L"1,5", CellType::kNumber},
-                    TypeCase{L"08:00", CellType::kNumber}, TypeCase{L"50%", CellType::kNumber},
-                    TypeCase{L"\u20AC5", CellType::kNumber},
-                    TypeCase{L"5\u00B0", CellType::kNumber},
-                    TypeCase{L"2\u00D73", CellType::kNumber}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, CellTypeTest,
-    testing::Values(TypeCase{L"", CellType::kText}, TypeCase{L"-", CellType::kText},
-                    TypeCase{L"+", CellType::kText}, TypeCase{L".", CellType::kText},
-                    TypeCase{L"1.2.3", CellType::kText}, TypeCase{L"5-", CellType::kText},
-                    TypeCase{L"1+1", CellType::kText}, TypeCase{L"--5", CellType::kText},
-                    TypeCase{L"5 5", CellType::kText}, TypeCase{L" 5", CellType::kText},
-                    TypeCase{L"5 ", CellType::kText}, TypeCase{L"5a", CellType::kText},
-                    TypeCase{L"5z", CellType::kText}, TypeCase{L"5\u00C0", CellType::kText},
-                    TypeCase{L"Z5", CellType::kText}, TypeCase{L"5\u00E5", CellType::kText},
-                    TypeCase{L"5\u0416", CellType::kText}, TypeCase{L"5\u6642", CellType::kText},
-                    TypeCase{L"\u20AC", CellType::kText}));
 
 }  // namespace
 }  // namespace quillgate

@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "failing_memory.h"
-#include "grid/grid.h"
 #include "grid/grid_layout.h"
-#include "recording_grid_system.h"
+#include "grid_fixture.h"
 
 namespace quillgate {
 namespace {
@@ -17,7 +16,7 @@ using testing::Not;
 constexpr GridFont kCellFont = 1;
 constexpr GridFont kHeadingFont = 2;
 
-class GridCellsTest : public testing::Test {
+class GridCellsTest : public GridFixture {
  protected:
   GridCellsTest() {
     slot_.cellFont = kCellFont;
@@ -27,10 +26,6 @@ class GridCellsTest : public testing::Test {
     system_.charWidths = {{kCellFont, 10}, {kHeadingFont, 12}};
     system_.lineHeights = {{kCellFont, 16}, {kHeadingFont, 18}};
   }
-
-  RecordingGridSystem system_;
-  GridSlot slot_;
-  Grid grid_{slot_, system_};
 };
 
 TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
@@ -100,7 +95,7 @@ TEST_F(GridCellsTest, ACellBelowTheLastRowAddsRowsIfThatIsOn) {
   slot_.autoRow = true;
   grid_.SetCell({1, 1}, L"x");  // the last cell of all counts, not the one just stored
   EXPECT_EQ(slot_.rows, 151);
-  EXPECT_EQ(slot_.cols, 255);
+  EXPECT_EQ(slot_.cols, 10);
 }
 
 TEST_F(GridCellsTest, RowsAndColumnsGrowWithTheTextWhereTheyMay) {

@@ -33,6 +33,8 @@ class CursorFrameTest : public testing::Test {
     slot_.cellStore.Store({3, 2}, {false, CellType::kGraphic, L"~1"});
   }
 
+  void MoveTo(std::int32_t row, std::int32_t col) { GridCursor(slot_, screen_).MoveTo({row, col}); }
+
   GridRect Expected() const {
     const bool isShown =
         slot_.rows > 0 && slot_.cursorRow >= slot_.homeRow && slot_.cursorCol >= slot_.homeCol;
@@ -52,43 +54,31 @@ class CursorFrameTest : public testing::Test {
 };
 
 TEST_F(CursorFrameTest, ThereIsOneWholeFrameAfterWhateverHappens) {
-  struct Case {
-    const char* what;
-    std::function<void()> act;
-  };
-  const Case cases[] = {
+  constexpr GridRect kPart{35, 5, 50, 15};
+  const std::pair<const char*, std::function<void()>> cases[] = {
       {"first painting", [] {}},
-      {"a part of the frame lost",
-       [&] {
-         screen_.Lose({35, 5, 50, 15});
-       }},
+      {"a part of the frame lost", [&] { screen_.Lose(kPart); }},
       {"all of it lost", [&] { screen_.InvalidateAll(true); }},
       {"two paintings before what was posted",
        [&] {
-         screen_.Lose({35, 5, 50, 15});
+         screen_.Lose(kPart);
          screen_.Paint(grid_);
          screen_.Lose({0, 0, 40, 40});
          screen_.Paint(grid_);
        }},
-      {"move",
-       [&] {
-         GridCursor(slot_, screen_).MoveTo({2, 2});
-       }},
+      {"move", [&] { MoveTo(2, 2); }},
       {"move between a painting and what was posted",
        [&] {
          screen_.Lose({0, 0, 150, 66});
          screen_.Paint(grid_);
-         GridCursor(slot_, screen_).MoveTo({3, 2});
+         MoveTo(3, 2);
        }},
       {"move while a part of the frame waits",
        [&] {
          screen_.Lose({60, 25, 80, 66});
-         GridCursor(slot_, screen_).MoveTo({2, 1});
+         MoveTo(2, 1);
        }},
-      {"a cell stored under the frame",
-       [&] {
-         grid_.SetCell({2, 1}, L"text");
-       }},
+      {"a cell stored under the frame", [&] { grid_.SetCell(slot_.Cursor(), L"text"); }},
       {"graphic beside what waits",
        [&] {
          grid_.SetCursorPos(3, 2);
@@ -115,9 +105,9 @@ TEST_F(CursorFrameTest, ThereIsOneWholeFrameAfterWhateverHappens) {
       {"no rows", [&] { grid_.Clear(); }},
       {"rows again", [&] { grid_.SetSize(5, 3); }},
   };
-  for (const Case& each : cases) {
-    each.act();
-    ExpectFrame(each.what);
+  for (const auto& [what, act] : cases) {
+    act();
+    ExpectFrame(what);
   }
 }
 
@@ -151,6 +141,7 @@ TEST_F(CursorFrameTest, NoOrderOfEventsTearsOrDoublesIt) {
   const auto number = [&](int from, int to) {
     return std::uniform_int_distribution<int>(from, to)(random);
   };
+  const auto point = [&] { return GridPoint{number(-5, 155), number(-5, 70)}; };
   slot_.editable = true;
   slot_.colResize = true;
   const std::function<void()> events[] = {
@@ -161,15 +152,9 @@ TEST_F(CursorFrameTest, NoOrderOfEventsTearsOrDoublesIt) {
       [&] { screen_.HandlePosted(grid_); },
       [&] { grid_.OnKey(number(kKeyPageUp, kKeyDown)); },
       [&] { grid_.OnKey(number(0, 1) == 0 ? int{'A'} : int{kKeyEnter}); },
-      [&] {
-        grid_.OnMouseMove({number(-5, 155), number(-5, 70)});
-      },
-      [&] {
-        grid_.OnButtonDown({number(-5, 155), number(-5, 70)});
-      },
-      [&] {
-        grid_.OnButtonUp({number(-5, 155), number(-5, 70)});
-      },
+      [&] { grid_.OnMouseMove(point()); },
+      [&] { grid_.OnButtonDown(point()); },
+      [&] { grid_.OnButtonUp(point()); },
       [&] { grid_.OnVerticalScroll(GridScroll::kThumb, number(0, 9)); },
       [&] { grid_.OnHorizontalScroll(static_cast<GridScroll>(number(0, 3)), 0); },
       [&] {

@@ -220,13 +220,9 @@ TEST_F(GridPainterTest, TheEditBoxStandsOnTheCells) {
 }
 
 TEST_F(GridPainterTest, AParentMayDoAnythingWhileItDrawsAGraphic) {
-  SetText({1, 1}, L"~1");
-  SetText({2, 1}, L"~2");
+  const GridCell first{1, 1};
   const std::pair<const char*, std::function<void()>> acts[] = {
-      {"stores cells",
-       [&] {
-         Grid(slot_, system_).SetCell({1, 1}, L"~3");
-       }},
+      {"stores cells", [&] { Grid(slot_, system_).SetCell(first, L"~3"); }},
       {"clears", [&] { Grid(slot_, system_).Clear(); }},
       {"hides columns", [&] { Grid(slot_, system_).SetColWidth(1, 0); }},
       {"scrolls", [&] { Grid(slot_, system_).SetCursorPos(100, 10); }},

@@ -42,17 +42,8 @@ std::string Name(GridBar bar) {
 }
 
 std::string Name(GridTextLook look) {
-  switch (look) {
-    case GridTextLook::kCentred:
-      return "centred";
-    case GridTextLook::kLeft:
-      return "left";
-    case GridTextLook::kRight:
-      return "right";
-    case GridTextLook::kWrapped:
-      return "wrapped";
-  }
-  return "unknown";
+  constexpr const char* kNames[] = {"centred", "left", "right", "wrapped"};
+  return kNames[static_cast<int>(look)];
 }
 
 std::int32_t ValueOr(const std::map<GridFont, std::int32_t>& values, GridFont font,
