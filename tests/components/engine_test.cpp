@@ -76,15 +76,25 @@ TEST_F(EngineStatements, LongValuesAndManyRowsArriveWhole) {
   }
 }
 
-TEST_F(EngineStatements, TwoStatementsAreRefusedBeforeTheFirstRuns) {
-  for (const char* sql : {"DELETE FROM Users; DELETE FROM Users", "DELETE FROM Users;;\n/**/x",
-                          "DELETE FROM Users; --c\nSELECT 1", ";DELETE FROM Users;SELECT 1",
-                          "PRAGMA foreign_keys = ON; SELECT 1"}) {
+TEST_F(EngineStatements, AStatementThatIsRefusedHasItsCodeAndReasonAndChangesNothing) {
+  constexpr const char* kTwo = "more than one statement";
+  const std::pair<const char*, const char*> cases[] = {
+      {"DELETE FROM Users; DELETE FROM Users", kTwo},
+      {"DELETE FROM Users;;\n/**/x", kTwo},
+      {"DELETE FROM Users; --c\nSELECT 1", kTwo},
+      {";DELETE FROM Users;SELECT 1", kTwo},
+      {"PRAGMA foreign_keys = ON; SELECT 1", kTwo},
+      {"SELECT * FROM Nowhere", "no such table: Nowhere"},
+      {"INSERT INTO Users VALUES ('O'Hara', '')", "near \"Hara\": syntax error"},
+  };
+  for (const auto& [sql, reason] : cases) {
     const EngineResult result = connection_.Run(sql);
     EXPECT_EQ(result.code, kError) << sql;
-    EXPECT_EQ(result.message, "more than one statement") << sql;
+    EXPECT_EQ(result.message, reason) << sql;
+    EXPECT_EQ(Engine().latestCode(connection_.Get()), kError) << sql;
+    EXPECT_EQ(connection_.Run("SELECT COUNT(*) FROM Users").Value(), "2");
+    EXPECT_EQ(Engine().latestCode(connection_.Get()), 0);
   }
-  EXPECT_EQ(connection_.Run("SELECT COUNT(*) FROM Users").Value(), "2");
   EXPECT_EQ(connection_.Run("PRAGMA foreign_keys").Value(), "0");
 }
 
@@ -95,16 +105,6 @@ TEST_F(EngineStatements, ASemicolonInsideOneStatementDoesNotMakeTwo) {
                      "END;")
                 .code,
             0);
-}
-
-TEST_F(EngineStatements, AFailureHasTheEnginesTextAndCode) {
-  const EngineResult result = connection_.Run("SELECT * FROM Nowhere");
-  EXPECT_EQ(result.code, kError);
-  EXPECT_EQ(result.message, "no such table: Nowhere");
-  EXPECT_EQ(Engine().latestCode(connection_.Get()), kError);
-  EXPECT_EQ(connection_.Run("INSERT INTO Users VALUES ('O'Hara', '')").code, kError);
-  EXPECT_EQ(connection_.Run("SELECT COUNT(*) FROM Users").Value(), "2");
-  EXPECT_EQ(Engine().latestCode(connection_.Get()), 0);
 }
 
 TEST_F(EngineStatements, AKeptStatementSeesChangedSchemas) {
