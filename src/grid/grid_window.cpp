@@ -39,6 +39,11 @@ GridSlot* SlotOf(HWND window) {
   return slot != nullptr && HolderOf(*slot) == window ? slot : nullptr;
 }
 
+WindowGridSystem SystemOf(HWND window, const GridSlot& slot) {
+  const SlotTable& slots = Process().slots;
+  return {window, slot.controlId, slots.NumberOf(slot), slots.GenerationOf(slot)};
+}
+
 // False when the identifier is in use or there are too many grids.
 bool Create(HWND window, const CREATESTRUCTW& creation) {
   GridProcess& process = Process();
@@ -49,7 +54,7 @@ bool Create(HWND window, const CREATESTRUCTW& creation) {
   process.fonts.GiveTo(*slot);
   const wchar_t* title = creation.lpszName != nullptr ? creation.lpszName : L"";
   ::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(title));
-  WindowGridSystem system(window, slot->controlId, process.slots.NumberOf(*slot));
+  WindowGridSystem system = SystemOf(window, *slot);
   GridScrolling(*slot, system).UpdateBars();
   return true;
 }
@@ -72,7 +77,7 @@ LRESULT Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   }
   const GridRoute route = slot != nullptr ? RouteOf(message) : nullptr;
   if (route == nullptr) return ::DefWindowProcW(window, message, wParam, lParam);
-  WindowGridSystem system(window, slot->controlId, Process().slots.NumberOf(*slot));
+  WindowGridSystem system = SystemOf(window, *slot);
   Grid grid(*slot, system);
   return route({window, wParam, lParam, *slot, system, grid});
 }

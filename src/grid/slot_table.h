@@ -19,6 +19,8 @@ class SlotTable {
   // Null for an identifier that no slot holds, and for 0.
   GridSlot* Find(std::uint32_t controlId);
   std::size_t NumberOf(const GridSlot& slot) const;
+  // Another one each time that the slot is taken, released or initialised.
+  const std::uint32_t& GenerationOf(const GridSlot& slot) const;
   // The free slot of the highest number, which holds the identifier from now on. Null when one
   // holds it already, when none is free, and for 0.
   GridSlot* Take(std::uint32_t controlId);
@@ -29,6 +31,7 @@ class SlotTable {
 
  private:
   std::array<GridSlot, kSlots> slots_;
+  std::array<std::uint32_t, kSlots> generations_{};
 };
 
 }  // namespace quillgate

@@ -18,13 +18,23 @@ LPARAM PointerValue(const void* pointer) {
 
 }  // namespace
 
-WindowGridSystem::WindowGridSystem(HWND window, UINT id, std::size_t slotNumber)
-    : window_(window), id_(id), slotNumber_(slotNumber) {}
+WindowGridSystem::WindowGridSystem(HWND window, UINT id, std::size_t slotNumber,
+                                   const std::uint32_t& generation)
+    : window_(window),
+      id_(id),
+      slotNumber_(slotNumber),
+      slotGeneration_(generation),
+      ownGeneration_(generation) {}
+
+void WindowGridSystem::RequireSlot() const {
+  if (slotGeneration_ != ownGeneration_) throw SlotLost();
+}
 
 // --- the parent ---
 
 void WindowGridSystem::SendCommand(UINT id, int code, LPARAM value) {
   ::SendMessageW(::GetParent(window_), WM_COMMAND, MAKEWPARAM(id, code), value);
+  RequireSlot();
 }
 
 void WindowGridSystem::Notify(int code, std::uint32_t value) {
@@ -53,6 +63,7 @@ void WindowGridSystem::InvalidateAll(bool erase) {
 
 void WindowGridSystem::PaintNow() {
   ::UpdateWindow(window_);
+  RequireSlot();
 }
 
 GridSize WindowGridSystem::ClientSize() {
@@ -75,6 +86,7 @@ GridSize WindowGridSystem::SizeWithBars(bool horizontal, bool vertical) {
 
 void WindowGridSystem::SendSize(GridSize size) {
   ::SendMessageW(window_, WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(size.width, size.height));
+  RequireSlot();
 }
 
 void WindowGridSystem::PostDrawCursor() {
@@ -83,10 +95,12 @@ void WindowGridSystem::PostDrawCursor() {
 
 void WindowGridSystem::TakeFocus() {
   ::SetFocus(window_);
+  RequireSlot();
 }
 
 void WindowGridSystem::FocusParent() {
   ::SetFocus(::GetParent(window_));
+  RequireSlot();
 }
 
 void WindowGridSystem::SetPointer(GridPointer pointer) {

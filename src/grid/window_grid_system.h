@@ -9,10 +9,15 @@
 
 namespace quillgate {
 
+// Thrown out of whatever a message does when somebody else has been told of it and has ended the
+// grid meanwhile, or made another one: the slot is no longer the window's. The message is over.
+struct SlotLost {};
+
 class WindowGridSystem final : public GridSystem {
  public:
-  // The identifier is that of the notifications, the slot's number that of GCM_DRAWCURSOR.
-  WindowGridSystem(HWND window, UINT id, std::size_t slotNumber);
+  // The identifier is that of the notifications, the slot's number that of GCM_DRAWCURSOR. The
+  // generation is that of the slot, which lives as long as the process.
+  WindowGridSystem(HWND window, UINT id, std::size_t slotNumber, const std::uint32_t& generation);
 
   // Drawing goes there from now on; null: to what the window shows, call by call.
   void DrawOn(GridDrawing* drawing) { drawing_ = drawing; }
@@ -58,12 +63,16 @@ class WindowGridSystem final : public GridSystem {
 
  private:
   void SendCommand(UINT id, int code, LPARAM value);
+  // After everything by which others hear of the grid.
+  void RequireSlot() const;
   template <class Work>
   auto WithDrawing(const Work& work);
 
   HWND window_;
   UINT id_;
   std::size_t slotNumber_;
+  const std::uint32_t& slotGeneration_;
+  const std::uint32_t ownGeneration_;
   GridDrawing* drawing_ = nullptr;
 };
 

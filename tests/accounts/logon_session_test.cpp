@@ -73,7 +73,7 @@ TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdmini
 }
 
 TEST_F(LogonSessionTest, AFirstUserThatCannotBeStoredIsNotMade) {
-  Choose(L"QUILLGATE");
+  Choose(L"QUILLGATE", {});
   database_.DbExecute(L"DROP TABLE Users_Quillgate;");
   EXPECT_CALL(prompts_, AskFirstUserName()).WillOnce(Return(L"Anna"));
   EXPECT_FALSE(session_.LogOn(L""));

@@ -159,8 +159,10 @@ TEST_F(GridHostTest, ThePartOfTheWindowIsLargeEnoughForTheTitle) {
   EXPECT_STREQ(text, L"Kept");
 }
 
+// And make another one in its slot, to which nothing of that must happen.
 TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
   HWND grid = nullptr;
+  HWND heir = nullptr;
   const GridCell bad{32001, 1};
   const GridCell graphic{1, 2};
   const QPoint place(120, 70);
@@ -187,13 +189,22 @@ TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
     ASSERT_NE(grid, nullptr) << mortal;
     Send(grid, GCM_SETEDITABLE, 1);
     onTold = [&](HWND, int code, LPARAM) {
-      if (code == mortal) ::DestroyWindow(grid);
+      if (code != mortal || !::IsWindow(grid)) return;
+      ::DestroyWindow(grid);
+      if (code == GCN_DRAWGRAPHIC) return;  // no place to make windows
+      heir = MakeGrid();
+      Store(heir, {1, 1}, L"heir");
     };
     for (const auto& act : acts) {
       if (::IsWindow(grid)) act();
     }
     onTold = nullptr;
     EXPECT_FALSE(::IsWindow(grid)) << mortal;
+    if (mortal != GCN_DRAWGRAPHIC) {
+      EXPECT_EQ(CursorOf(heir), (GridCell{1, 1})) << mortal;
+      EXPECT_EQ(TextOf(heir, {1, 1}), L"heir") << mortal;
+      ::DestroyWindow(heir);
+    }
     EXPECT_EQ(Send(other, GCM_GETROWS), 100) << mortal;
     ::DestroyWindow(other);
   }
