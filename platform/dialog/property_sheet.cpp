@@ -181,7 +181,8 @@ void PropertySheet::LayOut() {
   RECT ownerPlace{};
   const HWND owner = ::GetParent(sheet_);
   if (owner != nullptr) ::GetWindowRect(owner, &ownerPlace);
-  MoveTo(sheet_, CentredPlace(layout_.sheet, {ownerPlace.left, ownerPlace.top}));
+  MoveTo(sheet_, {ownerPlace.left, ownerPlace.top, ownerPlace.left + layout_.sheet.cx,
+                  ownerPlace.top + layout_.sheet.cy});
   PlaceButtons();
 }
 

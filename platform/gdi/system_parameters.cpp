@@ -5,6 +5,7 @@
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/kernel/log.h"
+#include "platform/user/screen.h"
 
 namespace platform {
 namespace {
@@ -27,24 +28,41 @@ NONCLIENTMETRICSW CurrentMetrics() {
   return metrics;
 }
 
+DWORD GiveMetrics(PVOID data) {
+  auto* const wanted = static_cast<NONCLIENTMETRICSW*>(data);
+  const UINT size = wanted != nullptr ? wanted->cbSize : 0;
+  if (size != sizeof *wanted && size != kSizeBeforeVista) return ERROR_INVALID_PARAMETER;
+  NONCLIENTMETRICSW metrics = CurrentMetrics();
+  metrics.cbSize = size;
+  std::memcpy(wanted, &metrics, size);
+  return NO_ERROR;
+}
+
+DWORD GiveWorkArea(PVOID data) {
+  if (data == nullptr) return ERROR_INVALID_PARAMETER;
+  *static_cast<RECT*>(data) = WorkArea();
+  return NO_ERROR;
+}
+
+DWORD GiveParameter(UINT action, PVOID data) {
+  switch (action) {
+    case SPI_GETNONCLIENTMETRICS:
+      return GiveMetrics(data);
+    case SPI_GETWORKAREA:
+      return GiveWorkArea(data);
+    default:
+      LogLine("SystemParametersInfoW: only metrics of windows and the work area can be asked for");
+      return ERROR_INVALID_PARAMETER;
+  }
+}
+
 }  // namespace
 }  // namespace platform
 
 extern "C" BOOL WINAPI SystemParametersInfoW(UINT action, UINT /*parameter*/, PVOID data,
                                              UINT /*update*/) {
-  if (action != SPI_GETNONCLIENTMETRICS) {
-    platform::LogLine("SystemParametersInfoW: only the metrics of windows can be asked for");
-    ::SetLastError(ERROR_INVALID_PARAMETER);
-    return FALSE;
-  }
-  auto* const wanted = static_cast<NONCLIENTMETRICSW*>(data);
-  const UINT size = wanted != nullptr ? wanted->cbSize : 0;
-  if (size != sizeof *wanted && size != platform::kSizeBeforeVista) {
-    ::SetLastError(ERROR_INVALID_PARAMETER);
-    return FALSE;
-  }
-  NONCLIENTMETRICSW metrics = platform::CurrentMetrics();
-  metrics.cbSize = size;
-  std::memcpy(wanted, &metrics, size);
-  return TRUE;
+  const DWORD error = platform::GiveParameter(action, data);
+  if (error == NO_ERROR) return TRUE;
+  ::SetLastError(error);
+  return FALSE;
 }

@@ -29,6 +29,13 @@ SIZE ScreenSize() {
   return size;
 }
 
+RECT WorkArea() {
+  JoinDesktop(CurrentQueue());
+  RECT area{};
+  CallWindowThread([&] { area = Desktop().Windows().WorkArea({}); });
+  return area;
+}
+
 }  // namespace platform
 
 using namespace platform;

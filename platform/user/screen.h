@@ -8,4 +8,7 @@ namespace platform {
 // Zero without a desktop.
 SIZE ScreenSize();
 
+// What panels leave of the first screen; empty without a desktop. Any thread.
+RECT WorkArea();
+
 }  // namespace platform

@@ -1,6 +1,23 @@
 #include "ui/property_page.h"
 
+#include <algorithm>
+
 namespace quillgate {
+namespace {
+
+void CentreOnScreen(HWND window) {
+  RECT area{};
+  RECT place{};
+  if (!::SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0)) return;
+  ::GetWindowRect(window, &place);
+  const LONG width = place.right - place.left;
+  const LONG height = place.bottom - place.top;
+  const LONG left = std::max(area.left, (area.left + area.right - width) / 2);
+  const LONG top = std::max(area.top, (area.top + area.bottom - height) / 2);
+  ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
 
 PropertyPage::PropertyPage(const UiSurroundings& ui, UINT templateNumber, std::wstring title,
                            std::wstring helpTopic)
@@ -24,6 +41,8 @@ INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM 
                                               LPARAM lParam) noexcept {
   if (message != WM_INITDIALOG) return Route(window, message, wParam, lParam);
   const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
+  // The sheet is as large as it will be, and not yet shown; it stands wherever the system puts it.
+  CentreOnScreen(::GetParent(window));
   return reinterpret_cast<PropertyPage*>(page->lParam)->Begin(window);
 }
 

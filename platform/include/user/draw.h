@@ -106,6 +106,7 @@ struct NONCLIENTMETRICSW {
   int iPaddedBorderWidth;  // since Windows Vista; the size without it is accepted too
 };
 #define SPI_GETNONCLIENTMETRICS 0x0029u
+#define SPI_GETWORKAREA 0x0030u
 BOOL WINAPI SystemParametersInfoW(UINT action, UINT parameter, PVOID data, UINT update);
 
 }  // extern "C"

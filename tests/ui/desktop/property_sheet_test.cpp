@@ -4,6 +4,7 @@
 #include <windows.h>
 #include <htmlhelp.h>
 
+#include <QScreen>
 #include <stdexcept>
 
 #include "platform/kernel/modules.h"
@@ -81,6 +82,10 @@ TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceAndForgottenAfterwards) {
   EXPECT_TRUE(Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
     EXPECT_NE(first_.Window(), nullptr);
     EXPECT_NE(second_.Window(), nullptr);
+    script.Do([&] {
+      const QPoint middle = sheet->screen()->availableGeometry().center();
+      EXPECT_LE((sheet->geometry().center() - middle).manhattanLength(), 2);
+    });
     script.Click(Button(script, sheet, "OK"));
   }));
   EXPECT_EQ(first_.Window(), nullptr);
