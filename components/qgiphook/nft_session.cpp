@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <linux/netfilter/nf_tables.h>
 #include <linux/netfilter/nfnetlink.h>
 #include <sys/socket.h>
@@ -118,6 +119,8 @@ NftSession::NftSession() {
   for (const int descriptor : before)
     made.erase(descriptor);
   if (made.size() == 1) socket_ = *made.begin();
+  // A child process that inherited it would own the tables when this session is long gone.
+  if (socket_ >= 0) ::fcntl(socket_, F_SETFD, FD_CLOEXEC);
   if (context_ == nullptr) throw std::bad_alloc();
   nft_ctx_output_set_flags(context_.get(), NFT_CTX_OUTPUT_STATELESS);
   if (nft_ctx_buffer_output(context_.get()) != 0) throw std::bad_alloc();

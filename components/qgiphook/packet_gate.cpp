@@ -237,7 +237,10 @@ std::uint32_t PacketGate::Block() {
   const std::lock_guard lock(mutex_);
   held_ = false;
   passIsDue_ = false;
-  return Close(allowLocal_);
+  if (!closed_ || closed_->allowLocal != allowLocal_) return Close(allowLocal_);
+  std::vector<std::string> present;
+  const std::uint32_t error = ReadNames(present);
+  return error != 0 ? error : PutBackIfChanged(true);
 }
 
 std::uint32_t PacketGate::Close(bool allowLocal) {
@@ -273,7 +276,10 @@ std::uint32_t PacketGate::AllowLocal(bool allow) {
 
 std::uint32_t PacketGate::Repair(bool linksChanged) {
   const std::lock_guard lock(mutex_);
-  if (!closed_) return 0;
+  return closed_ ? PutBackIfChanged(linksChanged) : 0;
+}
+
+std::uint32_t PacketGate::PutBackIfChanged(bool linksChanged) {
   const std::uint32_t generation = FilterGeneration();
   if (generation == closed_->generation && !linksChanged) return 0;
   std::string listing;

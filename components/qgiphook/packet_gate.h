@@ -39,8 +39,8 @@ class PacketGate {
   std::uint32_t Pass();
 
   // Nothing passes but what keeps the link alive, and local traffic if it was allowed last. Takes
-  // the machine's addresses as they are now, and puts back what is missing of a gate that is
-  // closed.
+  // the machine's addresses as they are now. A gate that is closed already is asserted: what others
+  // have changed of it is put back.
   std::uint32_t Block();
 
   // Whether local traffic passes while blocked; blocked at first. Takes effect at once on a gate
@@ -77,6 +77,7 @@ class PacketGate {
   void RemoveEmptyTables();
   std::uint32_t ReadNames(std::vector<std::string>& present);
   std::uint32_t ReadListing(std::string& listing);
+  std::uint32_t PutBackIfChanged(bool linksChanged);
   std::uint32_t PutBack(bool byOthers);
   void OwnTables(const std::vector<TableRules>& tables);
   void WarnOfFlowTables();
