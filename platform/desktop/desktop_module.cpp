@@ -3,13 +3,16 @@
 #include <cerrno>
 #include <clocale>
 #include <exception>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/desktop/message_box.h"
 #include "platform/desktop/qt_application.h"
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_dialog_peers.h"
+#include "platform/desktop/qt_display_watch.h"
 #include "platform/desktop/qt_event_loop.h"
 #include "platform/desktop/qt_graphics.h"
 #include "platform/desktop/qt_menus.h"
@@ -34,19 +37,43 @@ bool ForgoGlib() {
   return ::qputenv("QT_NO_GLIB", "1");
 }
 
+// Without an address of the session's message bus, the toolkit's library for it would run a program
+// that takes one from the display, where anybody may have put it.
+bool ForgoForeignBus() {
+  constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
+  if (!qEnvironmentVariableIsEmpty(kAddress)) return false;
+  const QByteArray folder = ::qgetenv("XDG_RUNTIME_DIR");
+  return ::qputenv(kAddress, folder.isEmpty() ? "disabled:" : "unix:path=" + folder + "/bus");
+}
+
+xcb_connection_t* DisplayOf(const QGuiApplication& application) {
+  const auto* x11 = application.nativeInterface<QNativeInterface::QX11Application>();
+  return x11 != nullptr ? x11->connection() : nullptr;
+}
+
 class QtDesktop final : public DesktopModule {
  public:
-  QtDesktop() {
+  // The watch stays the caller's until Own.
+  explicit QtDesktop(QtDisplayWatch& watch) : watch_(watch) {
     // Qt has taken over the user's locale; a program that reads and writes numbers in the locale
     // it started with would find its decimal point changed.
     std::setlocale(LC_ALL, localeBefore_.c_str());
     QApplication::setQuitOnLastWindowClosed(false);
     KeepThreadRecord();
+    TakeOverXlibErrors();
+    watch.OnJoined(DisplayOf(application_));
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     [&watch] { watch.OnIdle(); });
   }
 
-  ~QtDesktop() override { EndRetiredWidgets(); }
+  ~QtDesktop() override {
+    EndRetiredWidgets();
+    watch_.OnLeaving();
+  }
   QtDesktop(const QtDesktop&) = delete;
   QtDesktop& operator=(const QtDesktop&) = delete;
+
+  void Own(std::unique_ptr<QtDisplayWatch> watch) { ownedWatch_ = std::move(watch); }
 
   EventLoop& Loop() override { return loop_; }
   WindowPeers& Windows() override { return windows_; }
@@ -62,6 +89,9 @@ class QtDesktop final : public DesktopModule {
   }
 
  private:
+  // Outlives the application, whose end it watches, too.
+  std::unique_ptr<QtDisplayWatch> ownedWatch_;
+  QtDisplayWatch& watch_;
   // Qt keeps references to these as long as the application lives. The program's name is what
   // window managers know its windows by.
   std::string name_ = program_invocation_short_name;
@@ -69,9 +99,10 @@ class QtDesktop final : public DesktopModule {
   int argumentCount_ = 1;
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
   [[maybe_unused]] const bool withoutGlib_ = ForgoGlib();
-  QtApplication application_{argumentCount_, arguments_};
+  [[maybe_unused]] const bool withoutForeignBus_ = ForgoForeignBus();
+  QtApplication application_{argumentCount_, arguments_, watch_};
   const QtResizeGuard resizeGuard_;
-  QtEventLoop loop_;
+  QtEventLoop loop_{watch_};
   QtGraphics graphics_;
   QtWindowPeers windows_;
   QtControlPeers controls_;
@@ -80,13 +111,25 @@ class QtDesktop final : public DesktopModule {
   QtTray tray_;
 };
 
+std::unique_ptr<DesktopModule> MakeDesktop() {
+  auto watch = std::make_unique<QtDisplayWatch>();
+  QtDesktop* desktop = nullptr;
+  if (!SurvivesJoining([&] { desktop = new QtDesktop(*watch); })) {
+    // Threads of the toolkit may still be reading.
+    BreakDisplayConnection();
+    return nullptr;
+  }
+  desktop->Own(std::move(watch));
+  return std::unique_ptr<DesktopModule>(desktop);
+}
+
 }  // namespace
 }  // namespace platform
 
 extern "C" __attribute__((visibility("default"))) platform::DesktopModule*
 CreateDesktopModule() noexcept {
   try {
-    return new platform::QtDesktop;
+    return platform::MakeDesktop().release();
   } catch (const std::exception&) {
     return nullptr;
   }

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QString>
 
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_peer.h"
 
 namespace platform {
@@ -45,9 +46,11 @@ QtMessageBox::QtMessageBox(const MessageBoxView& view, EventLoop& loop)
     answer_ = clicked != nullptr ? clicked->property(kIdProperty).toInt() : escapeId;
     loop.Wake();
   });
-  box_->show();
-  box_->raise();
-  box_->activateWindow();
+  SurvivesUse([this] {
+    box_->show();
+    box_->raise();
+    box_->activateWindow();
+  });
 }
 
 QtMessageBox::~QtMessageBox() {

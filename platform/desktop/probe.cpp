@@ -10,7 +10,7 @@
 namespace {
 
 // A display server that does not answer counts as none.
-constexpr unsigned kPatienceSeconds = 10;
+constexpr unsigned kPatienceSeconds = 5;
 
 void FailOnFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
   if (type != QtFatalMsg) return;

@@ -4,19 +4,22 @@
 
 #include <QApplication>
 
+#include "platform/desktop/qt_display_watch.h"
 #include "platform/desktop/qt_key_state.h"
 
 namespace platform {
 
 class QtApplication final : public QApplication {
  public:
-  // Both live as long as the application.
-  QtApplication(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {}
+  // All of it lives as long as the application.
+  QtApplication(int& argumentCount, char** arguments, QtDisplayWatch& watch)
+      : QApplication(argumentCount, arguments), watch_(watch) {}
 
   const KeySet& KeysDown() const { return keys_.Down(); }
 
  private:
   bool notify(QObject* receiver, QEvent* event) override {
+    watch_.OnBusy();
     keys_.Note(*event);
     if (IsDrag(event->type())) return false;
     return QApplication::notify(receiver, event);
@@ -27,6 +30,7 @@ class QtApplication final : public QApplication {
     return type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::Drop;
   }
 
+  QtDisplayWatch& watch_;
   QtKeyState keys_;
 };
 

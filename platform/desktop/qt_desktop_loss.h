@@ -1,14 +1,24 @@
-// The display server may go while the program runs: its user logs off, or it crashes. Qt would end
-// the process then, after a warning; instead the warning is turned into an exception, which leaves
-// Qt's event handling for good. Nothing of Qt may be expected to work afterwards. Window thread.
+// The display server may refuse the program or go while it runs: its user logs off, it crashes, or
+// it is made to. Qt would end the process then, after a message. Nothing of Qt may be expected to
+// work after what is told here. Window thread.
 #pragma once
+
+#include <functional>
 
 namespace platform {
 
-// Thrown out of Qt's event handling when the connection to the display server is broken.
-class DesktopBroken {};
+// Runs the work, in which Qt joins the desktop. False when that failed: the work is left where it
+// was, as if it had never come back, with all that it holds.
+bool SurvivesJoining(const std::function<void()>& work);
 
-// From now on the window thread gets that exception. Other messages of Qt go where they went.
-void ThrowWhenDesktopBreaks();
+// Joining that waits for a connection fails. Any thread, while joining is under way.
+void InterruptJoining();
+
+// Qt has joined the desktop.
+void TakeOverXlibErrors();
+
+// Runs the work, in which Qt handles events or calls Xlib, as it does for titles and pointers.
+// False when the desktop is lost: the work was left where it was, or not begun.
+bool SurvivesUse(const std::function<void()>& work);
 
 }  // namespace platform

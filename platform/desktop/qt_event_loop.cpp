@@ -9,20 +9,19 @@
 
 namespace platform {
 
-QtEventLoop::QtEventLoop() {
+QtEventLoop::QtEventLoop(QtDisplayWatch& watch) : watch_(watch) {
   limit_.setSingleShot(true);
   limit_.setTimerType(Qt::PreciseTimer);
-  ThrowWhenDesktopBreaks();
 }
 
 void QtEventLoop::Wait(std::optional<std::chrono::milliseconds> limit) {
   if (broken_) return;
   ++depth_;
-  try {
-    HandleEvents(limit);
-  } catch (const DesktopBroken&) {
+  if (!SurvivesUse([&] { HandleEvents(limit); })) {
     broken_ = true;
+    watch_.OnLost();
   }
+  watch_.OnBusy();
   --depth_;
   // Inside an event of a wait further out, a widget that is to end may be the one whose event it
   // is.

@@ -5,13 +5,15 @@
 #include <QTimer>
 #include <atomic>
 
+#include "platform/desktop/qt_display_watch.h"
 #include "platform/user/event_loop.h"
 
 namespace platform {
 
 class QtEventLoop final : public EventLoop {
  public:
-  QtEventLoop();
+  // The watch outlives it.
+  explicit QtEventLoop(QtDisplayWatch& watch);
 
   void Wait(std::optional<std::chrono::milliseconds> limit) override;
   void Wake() override;
@@ -20,6 +22,7 @@ class QtEventLoop final : public EventLoop {
  private:
   void HandleEvents(std::optional<std::chrono::milliseconds> limit);
 
+  QtDisplayWatch& watch_;
   // Waits inside of waits.
   int depth_ = 0;
   std::atomic<bool> woken_ = false;

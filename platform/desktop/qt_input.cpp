@@ -4,6 +4,7 @@
 #include <QHash>
 #include <cmath>
 
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_virtual_keys.h"
 
 namespace platform {
@@ -93,7 +94,7 @@ QtInput::~QtInput() {
 void QtInput::SetPointer(PointerShape shape) {
   if (widget_ == nullptr || pointer_ == shape) return;
   pointer_ = shape;
-  widget_->setCursor(CursorOf(shape));
+  SurvivesUse([&] { widget_->setCursor(CursorOf(shape)); });
 }
 
 bool QtInput::eventFilter(QObject* /*watched*/, QEvent* event) {

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_menu_style.h"
 #include "platform/desktop/qt_peer.h"
 
@@ -103,7 +104,7 @@ class QtShownMenu final : public ShownMenu {
     QObject::connect(
         menu_, &QMenu::aboutToHide, &connections_, [&events] { events.OnClosed(0); },
         Qt::QueuedConnection);
-    menu_->popup(AlignedPlace(menu, menu_->sizeHint()));
+    SurvivesUse([&] { menu_->popup(AlignedPlace(menu, menu_->sizeHint())); });
   }
 
   ~QtShownMenu() override {

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <vector>
 
+#include "platform/desktop/qt_desktop_loss.h"
 #include "platform/desktop/qt_screen_bounds.h"
 
 namespace platform {
@@ -118,9 +119,17 @@ void QtPeerCore::Activate() {
   widget_->activateWindow();
 }
 
+void QtPeerCore::SetTitle(const std::wstring& title) {
+  SurvivesUse([&] { widget_->setWindowTitle(QString::fromStdWString(title)); });
+}
+
+void QtPeerCore::SetShown(bool shown) {
+  SurvivesUse([&] { widget_->setVisible(shown); });
+}
+
 void QtPeerCore::ShowInactive() {
   widget_->setAttribute(Qt::WA_ShowWithoutActivating, true);
-  widget_->setVisible(true);
+  SetShown(true);
   widget_->setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 

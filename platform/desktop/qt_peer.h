@@ -48,6 +48,8 @@ class QtPeerCore final : public QObject {
   // kHandleProperty.
   void SetIdentity(HWND window, UINT_PTR id);
   void SetPlace(const RECT& place);
+  void SetTitle(const std::wstring& title);
+  void SetShown(bool shown);
   void ShowInactive();
   // A disabled top-level window takes no input, but looks the same, and so do its controls.
   void SetEnabled(bool enabled);
@@ -72,11 +74,9 @@ template <class Interface>
 class QtPeer : public Interface, public QtWidgetHolder {
  public:
   void SetIdentity(HWND window, UINT_PTR id) override { core_.SetIdentity(window, id); }
-  void SetText(const std::wstring& text) override {
-    Widget()->setWindowTitle(QString::fromStdWString(text));
-  }
+  void SetText(const std::wstring& text) override { core_.SetTitle(text); }
   void SetPlace(const RECT& place) override { core_.SetPlace(place); }
-  void SetShown(bool shown) override { Widget()->setVisible(shown); }
+  void SetShown(bool shown) override { core_.SetShown(shown); }
   void ShowInactive() override { core_.ShowInactive(); }
   void SetEnabled(bool enabled) override { core_.SetEnabled(enabled); }
   void SetFont(const LOGFONTW& font) override { Widget()->setFont(QtFont(font)); }

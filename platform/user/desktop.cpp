@@ -10,6 +10,7 @@
 #include "platform/kernel/modules.h"
 #include "platform/kernel/trusted_path.h"
 #include "platform/user/desktop_probe.h"
+#include "platform/user/window_list.h"
 
 namespace platform {
 namespace {
@@ -94,7 +95,10 @@ void LoseDesktop(const ThreadQueue& queue) {
   state.windowThread->SetEventLoop(nullptr);
   state.windowThread.reset();
   state.unreachable = true;
-  // The module stays: the windows still hold widgets, and ending the toolkit takes a desktop.
+  // The module stays, and so do the windows' widgets, which nobody uses any more: the toolkit does
+  // nothing right without a desktop, ending itself included.
+  for (const auto& window : Windows().OfThread(queue))
+    static_cast<void>(window->peer.release());
 }
 
 std::shared_ptr<ThreadQueue> WindowThread() {

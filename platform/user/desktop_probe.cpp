@@ -1,24 +1,43 @@
 #include "platform/user/desktop_probe.h"
 
+#include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <string>
 
 #include "platform/kernel/oom_score.h"
 
 namespace platform {
 
+namespace {
+
+// With the loading of the program, which a slow disk may keep; the server's own time is the
+// program's affair.
+constexpr auto kPatience = std::chrono::seconds(15);
+
+bool AwaitByte(int descriptor) {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  pollfd readable{descriptor, POLLIN, 0};
+  for (;;) {
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+    if (left.count() <= 0) return false;
+    const int ready = ::poll(&readable, 1, static_cast<int>(left.count()));
+    if (ready < 0 && errno == EINTR) continue;
+    char word = 0;
+    return ready == 1 && ::read(descriptor, &word, 1) == 1;
+  }
+}
+
+}  // namespace
+
 DesktopProbe::DesktopProbe(const std::filesystem::path& folder) {
-  if (!Start(folder / "windesktop_probe")) return;
-  char word = 0;
-  ssize_t length = 0;
-  do {
-    length = ::read(connection_.Get(), &word, 1);
-  } while (length < 0 && errno == EINTR);
-  reached_ = length == 1;
+  if (Start(folder / "windesktop_probe")) reached_ = AwaitByte(connection_.Get());
 }
 
 // The program has the other end of the connection as its standard input: it writes one byte when it
@@ -43,6 +62,8 @@ bool DesktopProbe::Start(const std::filesystem::path& program) {
 DesktopProbe::~DesktopProbe() {
   connection_.Reset();
   if (process_ < 0) return;
+  // It may still wait for the server.
+  ::kill(process_, SIGKILL);
   while (::waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
   }
 }

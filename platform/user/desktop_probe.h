@@ -13,8 +13,8 @@ namespace platform {
 
 class DesktopProbe {
  public:
-  // Starts the program "windesktop_probe" of that folder and waits for what it finds; it gives up
-  // by itself after a while.
+  // Starts the program "windesktop_probe" of that folder and waits for what it finds, a limited
+  // time.
   explicit DesktopProbe(const std::filesystem::path& folder);
   ~DesktopProbe();
   DesktopProbe(const DesktopProbe&) = delete;

@@ -1,5 +1,5 @@
-// The display server ends while a program waits for an answer on it. In a process of its own: there
-// is no desktop afterwards.
+// The display server answers nothing any more and then ends, while a program waits for an answer on
+// it. In a process of its own: there is no desktop afterwards.
 #include <windows.h>
 
 #include <gmock/gmock.h>
@@ -19,6 +19,10 @@ std::unique_ptr<TrayDesktop> desktop;
 
 void CALLBACK EndScreen(HWND, UINT, UINT_PTR timer, DWORD) {
   ::KillTimer(nullptr, timer);
+  desktop->SendScreen(SIGSTOP);
+  POINT place{};
+  ::GetCursorPos(&place);
+  desktop->SendScreen(SIGCONT);
   desktop.reset();
 }
 

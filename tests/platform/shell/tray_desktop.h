@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <csignal>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -16,6 +17,8 @@ class ChildProcess {
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
+
+  void Send(int signal) const { ::kill(process_, signal); }
 
  private:
   pid_t process_ = -1;
@@ -33,6 +36,7 @@ class TrayDesktop {
   bool IsRunning() const { return !display_.empty(); }
   void StartPanel();
   void StopPanel() { panel_.reset(); }
+  void SendScreen(int signal) { screen_->Send(signal); }
 
  private:
   std::filesystem::path configuration_;
