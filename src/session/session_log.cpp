@@ -219,11 +219,18 @@ std::uint64_t SessionLog::BytesLeft() const {
 }
 
 void SessionLog::RunEnforcementCycle() {
-  if (MustKnowTotals()) RefreshTotals();
   NoteLocalPolicy();
+  AssertClosedGate();
+  if (MustKnowTotals()) RefreshTotals();
   if (SwitchGate()) WriteClosedSession();
   GiveWarnings();
   SnapshotSession();
+}
+
+// Others may have changed the machine's packet filter meanwhile.
+void SessionLog::AssertClosedGate() {
+  const CriticalSectionLock hold(lock_);
+  if (!meter_.IsOnline()) hook_.Block(localAllowed_);
 }
 
 // A closed gate is not opened on totals that could not be read; an open one is judged by the last
@@ -242,11 +249,7 @@ bool SessionLog::SwitchGate() {
     TellDisabled(ReasonText(reason));
     return log_.HasUnwritten();
   }
-  if (reason != AccessReason::kAllowed || sessionEnded_ || rules_.IsStale()) {
-    // Others may have changed the machine's packet filter meanwhile.
-    hook_.Block(localAllowed_);
-    return false;
-  }
+  if (reason != AccessReason::kAllowed || sessionEnded_ || rules_.IsStale()) return false;
   OpenGate();
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
                          catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);

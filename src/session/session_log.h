@@ -104,9 +104,12 @@ class SessionLog final : public SessionControl {
   void CloseGate();
   void EndMeasuredSession();
   void EndMeasuring();
-  // Whether the gate was closed and has left a session to be written.
-  bool SwitchGate();
+
+  // The steps of a cycle. SwitchGate: whether the gate was closed and has left a session to be
+  // written.
+  void AssertClosedGate();
   bool MustKnowTotals() const;
+  bool SwitchGate();
 
   // Each may wait for the database; the lock must not be held.
   void NoteLocalPolicy();

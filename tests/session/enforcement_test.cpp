@@ -306,10 +306,11 @@ TEST_F(EnforcementTest, TheGateClosesAndTheSessionIsMeasuredBeforeALockedDatabas
   EXPECT_THROW(logon_.LogOff(1), DBerror);
   EXPECT_THROW(logon_.LogOn({}), DBerror);
   EXPECT_FALSE(session_->IsOnline());
-  UnlockDatabase();
   hook_->ClearCodes();
-  session_->RunEnforcementCycle();
+  EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
   EXPECT_THAT(hook_->Codes(), ElementsAre(kAllowLocalCode, kDisableCode)) << "closed once more";
+  UnlockDatabase();
+  session_->RunEnforcementCycle();
   EXPECT_EQ(Rows(L"ConnLog").at(0).at(1), L"61");
 }
 
