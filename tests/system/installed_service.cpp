@@ -79,10 +79,13 @@ void InstalledService::Stop() {
 }
 
 void InstalledService::Kill() {
-  if (KillProcesses() == 0) throw std::runtime_error("the service has no process");
+  if (KillProcesses() == 0) throw std::runtime_error("the service has no process: " + Log());
 }
 
 void InstalledService::KillWhileStarting(std::chrono::microseconds after) {
+  // The start of a service killed before still holds the service's lock until it has noticed.
+  for (int i = 0; i < 20'000 && !ProcessesOf(program_ / "winsc").empty(); ++i)
+    std::this_thread::sleep_for(std::chrono::microseconds(500));
   Must("(./winsc start qgserv >/dev/null 2>&1 &)");
   for (int i = 0; i < 20'000 && ProcessesOf(program_ / "qgserv").empty(); ++i)
     std::this_thread::sleep_for(std::chrono::microseconds(500));
