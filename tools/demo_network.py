@@ -120,7 +120,8 @@ class Network:
 
 
 def ping(address):
-    return ["ping", "-c", "1", "-W", "1", "-n", address]
+    """Three packets: while open one may be lost to neighbour discovery; closed, none may pass."""
+    return ["ping", "-c", "3", "-i", "0.2", "-W", "1", "-n", address]
 
 
 def probes(network):
