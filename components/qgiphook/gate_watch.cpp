@@ -65,15 +65,13 @@ bool Drain(mnl_socket* socket, Read read) {
   return false;
 }
 
-}  // namespace
-
-GateWatch::Socket GateWatch::Join(int bus, unsigned groups) {
-  Socket socket(mnl_socket_open2(bus, SOCK_CLOEXEC));
-  if (socket == nullptr || mnl_socket_bind(socket.get(), groups, MNL_SOCKET_AUTOPID) < 0) {
-    ThrowError("netlink");
-  }
+NetlinkSocket Join(int bus, unsigned groups) {
+  NetlinkSocket socket = OpenNetlink(bus, groups);
+  if (socket == nullptr) ThrowError("netlink");
   return socket;
 }
+
+}  // namespace
 
 GateWatch::GateWatch(std::string tableName, Tell tell)
     : tableName_(std::move(tableName)),

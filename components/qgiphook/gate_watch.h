@@ -2,12 +2,11 @@
 // them, and of the machine's links, addresses and routes. Owns the thread on which it tells so.
 #pragma once
 
-#include <libmnl/libmnl.h>
-
 #include <functional>
-#include <memory>
 #include <string>
 #include <thread>
+
+#include "netlink_socket.h"
 
 namespace quillgate::gate {
 
@@ -25,20 +24,14 @@ class GateWatch {
   GateWatch& operator=(const GateWatch&) = delete;
 
  private:
-  struct SocketCloser {
-    void operator()(mnl_socket* socket) const { mnl_socket_close(socket); }
-  };
-  using Socket = std::unique_ptr<mnl_socket, SocketCloser>;
-
-  static Socket Join(int bus, unsigned groups);
   void Run() noexcept;
   bool Wait(int milliseconds);
   void Hear();
 
   std::string tableName_;
   Tell tell_;
-  Socket tables_;
-  Socket links_;
+  NetlinkSocket tables_;
+  NetlinkSocket links_;
   bool tablesChanged_ = true;  // before the watch began, for all that it knows
   bool linksChanged_ = false;
   int stop_ = -1;  // an event descriptor

@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "netlink_socket.h"
+
 namespace quillgate::gate {
 
 namespace {
@@ -41,9 +43,8 @@ NetlinkQuery::NetlinkQuery(int bus, std::uint16_t type, std::uint16_t flags)
 }
 
 void NetlinkQuery::Run(const std::function<void(const nlmsghdr*)>& read) {
-  const Socket socket(mnl_socket_open2(bus_, SOCK_CLOEXEC));
+  const NetlinkSocket socket = OpenNetlink(bus_);
   if (socket == nullptr) ThrowError();
-  if (mnl_socket_bind(socket.get(), 0, MNL_SOCKET_AUTOPID) < 0) ThrowError();
   if (mnl_socket_sendto(socket.get(), message_, message_->nlmsg_len) < 0) ThrowError();
 
   Reading reading{read, nullptr};

@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -32,11 +31,6 @@ class NetlinkQuery {
   void Run(const std::function<void(const nlmsghdr*)>& read);
 
  private:
-  struct SocketCloser {
-    void operator()(mnl_socket* socket) const { mnl_socket_close(socket); }
-  };
-  using Socket = std::unique_ptr<mnl_socket, SocketCloser>;
-
   int bus_;
   std::vector<char> request_;
   nlmsghdr* message_;

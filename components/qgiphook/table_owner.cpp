@@ -9,11 +9,11 @@
 #include <unistd.h>
 
 #include <cstdint>
-#include <memory>
 #include <system_error>
 #include <vector>
 
 #include "netlink_query.h"
+#include "netlink_socket.h"
 
 namespace quillgate::gate {
 
@@ -22,11 +22,6 @@ namespace {
 constexpr std::uint32_t kOwner = 0x2;    // NFT_TABLE_F_OWNER
 constexpr std::uint32_t kPersist = 0x4;  // NFT_TABLE_F_PERSIST, newer than some headers
 constexpr std::uint32_t kOwnedForGood = kOwner | kPersist;
-
-struct SocketCloser {
-  void operator()(mnl_socket* socket) const { mnl_socket_close(socket); }
-};
-using Socket = std::unique_ptr<mnl_socket, SocketCloser>;
 
 struct TableKey {
   std::uint8_t family = NFPROTO_UNSPEC;
@@ -114,8 +109,8 @@ bool Own(mnl_socket* socket, const TableKey& key) {
 }  // namespace
 
 bool CanOwnTables() {
-  const Socket socket(mnl_socket_open2(NETLINK_NETFILTER, SOCK_CLOEXEC));
-  if (socket == nullptr || mnl_socket_bind(socket.get(), 0, MNL_SOCKET_AUTOPID) < 0) return false;
+  const NetlinkSocket socket = OpenNetlink(NETLINK_NETFILTER);
+  if (socket == nullptr) return false;
   const TableKey probe{NFPROTO_INET, "quillgate_probe"};
   if (!Own(socket.get(), probe)) return false;
   std::uint32_t flags = 0;
@@ -130,7 +125,7 @@ bool CanOwnTables() {
 
 void OwnTable(int socket, const std::string& table) {
   const int copy = ::fcntl(socket, F_DUPFD_CLOEXEC, 0);
-  const Socket owner(copy < 0 ? nullptr : mnl_socket_fdopen(copy));
+  const NetlinkSocket owner(copy < 0 ? nullptr : mnl_socket_fdopen(copy));
   if (owner == nullptr) {
     if (copy >= 0) ::close(copy);
     return;
