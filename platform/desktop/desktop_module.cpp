@@ -20,6 +20,7 @@
 #include "platform/desktop/qt_screen_bounds.h"
 #include "platform/desktop/qt_tray.h"
 #include "platform/desktop/qt_window_peers.h"
+#include "platform/desktop/qt_x11.h"
 
 namespace platform {
 namespace {
@@ -46,11 +47,6 @@ bool ForgoForeignBus() {
   return ::qputenv(kAddress, folder.isEmpty() ? "disabled:" : "unix:path=" + folder + "/bus");
 }
 
-xcb_connection_t* DisplayOf(const QGuiApplication& application) {
-  const auto* x11 = application.nativeInterface<QNativeInterface::QX11Application>();
-  return x11 != nullptr ? x11->connection() : nullptr;
-}
-
 class QtDesktop final : public DesktopModule {
  public:
   // The watch stays the caller's until Own.
@@ -61,7 +57,7 @@ class QtDesktop final : public DesktopModule {
     QApplication::setQuitOnLastWindowClosed(false);
     KeepThreadRecord();
     TakeOverXlibErrors();
-    watch.OnJoined(DisplayOf(application_));
+    watch.OnJoined(X11Connection());
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      [&watch] { watch.OnIdle(); });
   }

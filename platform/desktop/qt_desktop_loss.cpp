@@ -12,6 +12,8 @@
 #include <csignal>
 #include <cstdint>
 
+#include "platform/desktop/qt_x11.h"
+
 namespace platform {
 namespace {
 
@@ -155,9 +157,8 @@ void InterruptJoining() {
 
 void TakeOverXlibErrors() {
   using Handler = void (*)(void* display, void* data);
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  // The offscreen platform has the interface, too, without a display behind it.
-  if (x11 == nullptr || x11->display() == nullptr) return;
+  const auto* x11 = X11Application();
+  if (x11 == nullptr) return;
   void* setHandler = XlibFunction("XSetIOErrorExitHandler");
   if (setHandler == nullptr) return;
   WatchXlib();

@@ -1,18 +1,17 @@
 #include "platform/desktop/qt_screen_bounds.h"
 
-#include <xcb/xcb.h>
-
 #include <QAbstractEventDispatcher>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
+
+#include "platform/desktop/qt_x11.h"
 
 namespace platform {
 namespace {
 
 // The display may also claim screens of any size.
 constexpr QSize kLargestDesktop{7680, 4320};
-constexpr unsigned kSentEvent = 0x80;
 
 QSize InPixels(QSize size, double ratio) {
   return (QSizeF(size) * ratio).toSize();
@@ -63,10 +62,10 @@ QtResizeGuard::~QtResizeGuard() {
 
 bool QtResizeGuard::nativeEventFilter(const QByteArray& /*type*/, void* message,
                                       qintptr* /*result*/) {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  xcb_connection_t* const display = X11Connection();
   auto* event = static_cast<xcb_generic_event_t*>(message);
-  if (x11 != nullptr && (event->response_type & ~kSentEvent) == XCB_CONFIGURE_NOTIFY)
-    UndoGrowth(x11->connection(), *reinterpret_cast<xcb_configure_notify_event_t*>(event));
+  if (display != nullptr && X11EventType(*event) == XCB_CONFIGURE_NOTIFY)
+    UndoGrowth(display, *reinterpret_cast<xcb_configure_notify_event_t*>(event));
   return false;
 }
 

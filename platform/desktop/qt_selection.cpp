@@ -1,7 +1,5 @@
 #include "platform/desktop/qt_selection.h"
 
-#include <xcb/xcb.h>
-
 #include <QAbstractEventDispatcher>
 #include <QAbstractNativeEventFilter>
 #include <QEventLoop>
@@ -12,6 +10,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/desktop/qt_x11.h"
+
 namespace platform {
 namespace {
 
@@ -20,7 +20,6 @@ using namespace std::chrono_literals;
 // The owner's time to hand over what is taken.
 constexpr auto kPatience = 1s;
 constexpr qsizetype kBytesPerCharacter = 4;
-constexpr unsigned kSentEvent = 0x80;
 
 template <class T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
@@ -70,7 +69,7 @@ class Transfer final : public QAbstractNativeEventFilter {
  private:
   bool nativeEventFilter(const QByteArray& /*type*/, void* message, qintptr* /*result*/) override {
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    switch (event->response_type & ~kSentEvent) {
+    switch (X11EventType(*event)) {
       case XCB_SELECTION_NOTIFY:
         return OnConverted(*reinterpret_cast<const xcb_selection_notify_event_t*>(event));
       case XCB_PROPERTY_NOTIFY:
@@ -117,12 +116,6 @@ class Transfer final : public QAbstractNativeEventFilter {
   QEventLoop wait_;
 };
 
-// Null where there is none; the offscreen platform has the interface and no display behind it.
-xcb_connection_t* X11Display() {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  return x11 == nullptr ? nullptr : x11->connection();
-}
-
 bool IsOwn(const QClipboard& clipboard, QClipboard::Mode mode) {
   return mode == QClipboard::Selection ? clipboard.ownsSelection() : clipboard.ownsClipboard();
 }
@@ -131,7 +124,7 @@ bool IsOwn(const QClipboard& clipboard, QClipboard::Mode mode) {
 
 QString SelectionText(QClipboard::Mode mode, qsizetype most) {
   const QClipboard& clipboard = *QGuiApplication::clipboard();
-  xcb_connection_t* const display = X11Display();
+  xcb_connection_t* const display = X11Connection();
   if (display == nullptr || IsOwn(clipboard, mode)) return clipboard.text(mode).left(most);
   Transfer transfer(display, most * kBytesPerCharacter);
   const bool isPrimary = mode == QClipboard::Selection;
