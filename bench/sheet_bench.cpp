@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "accounts/no_identity.h"
+#include "frame/desktop/lasting_window.h"
+#include "frame/help_system.h"
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
 #include "session/silent_indicator.h"
 #include "ui/connection_sheet.h"
-#include "ui/desktop/lasting_window.h"
-#include "ui/help_system.h"
 
 namespace quillgate {
 namespace {

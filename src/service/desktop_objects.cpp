@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
+#include "frame/help_topics.h"
 #include "service/process_objects.h"
 #include "service/service_installation.h"
 #include "ui/about_dialog.h"
-#include "ui/help_topics.h"
 
 namespace quillgate {
 

@@ -3,12 +3,12 @@
 // process's indicator speaks through the tray, and logons ask in dialogs.
 #pragma once
 
+#include "frame/gdi_plus.h"
+#include "frame/help_system.h"
+#include "frame/ui_surroundings.h"
 #include "ui/connection_sheet.h"
 #include "ui/dialog_prompts.h"
-#include "ui/gdi_plus.h"
-#include "ui/help_system.h"
 #include "ui/tray_controller.h"
-#include "ui/ui_surroundings.h"
 
 namespace quillgate {
 

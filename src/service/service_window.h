@@ -3,8 +3,8 @@
 // main thread.
 #pragma once
 
+#include "frame/callback_window.h"
 #include "service/process_objects.h"
-#include "ui/callback_window.h"
 
 namespace quillgate {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "frame/control.h"
 #include "resources/resource.h"
-#include "ui/control.h"
 
 namespace quillgate {
 namespace {

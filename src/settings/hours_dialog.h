@@ -7,9 +7,9 @@
 #include <optional>
 
 #include "accounts/user.h"
+#include "frame/dialog_object.h"
 #include "settings/hours_grid.h"
 #include "storage/settings.h"
-#include "ui/dialog_object.h"
 
 namespace quillgate {
 

@@ -1,9 +1,9 @@
 #include "ui/about_dialog.h"
 
+#include "frame/control.h"
+#include "frame/help_topics.h"
 #include "resources/resource.h"
 #include "resources/version.h"
-#include "ui/control.h"
-#include "ui/help_topics.h"
 
 namespace quillgate {
 

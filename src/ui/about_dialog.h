@@ -2,7 +2,7 @@
 // main thread.
 #pragma once
 
-#include "ui/dialog_object.h"
+#include "frame/dialog_object.h"
 
 namespace quillgate {
 

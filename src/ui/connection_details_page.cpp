@@ -1,8 +1,8 @@
 #include "ui/connection_details_page.h"
 
+#include "frame/help_topics.h"
+#include "frame/list_view.h"
 #include "resources/resource.h"
-#include "ui/help_topics.h"
-#include "ui/list_view.h"
 
 namespace quillgate {
 namespace {

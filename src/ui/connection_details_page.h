@@ -4,9 +4,9 @@
 
 #include <vector>
 
+#include "frame/property_page.h"
 #include "storage/settings.h"
 #include "ui/adapter_details.h"
-#include "ui/property_page.h"
 
 namespace quillgate {
 

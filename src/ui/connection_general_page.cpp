@@ -1,9 +1,9 @@
 #include "ui/connection_general_page.h"
 
+#include "frame/control.h"
+#include "frame/help_topics.h"
 #include "resources/resource.h"
 #include "text/locale_format.h"
-#include "ui/control.h"
-#include "ui/help_topics.h"
 
 namespace quillgate {
 namespace {

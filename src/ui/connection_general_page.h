@@ -6,9 +6,9 @@
 #include <exception>
 #include <optional>
 
+#include "frame/property_page.h"
 #include "ui/connection_sheet.h"
 #include "ui/period_usage.h"
-#include "ui/property_page.h"
 
 namespace quillgate {
 

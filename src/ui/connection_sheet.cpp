@@ -1,8 +1,8 @@
 #include "ui/connection_sheet.h"
 
+#include "frame/property_sheet.h"
 #include "ui/connection_details_page.h"
 #include "ui/connection_general_page.h"
-#include "ui/property_sheet.h"
 
 namespace quillgate {
 

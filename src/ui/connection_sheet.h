@@ -2,9 +2,9 @@
 // made and opened on the service main thread. Closes by itself when nobody is logged on.
 #pragma once
 
+#include "frame/ui_surroundings.h"
 #include "session/session_log.h"
 #include "ui/rate_history.h"
-#include "ui/ui_surroundings.h"
 
 namespace quillgate {
 

@@ -1,8 +1,8 @@
 #include "ui/dialog_prompts.h"
 
-#include "ui/input_dialog.h"
+#include "frame/input_dialog.h"
+#include "frame/message_boxes.h"
 #include "ui/logon_dialog.h"
-#include "ui/message_boxes.h"
 
 namespace quillgate {
 DialogPrompts::DialogPrompts(const UiSurroundings& ui, Settings& settings, const GdiPlus& gdiPlus,

@@ -3,10 +3,10 @@
 #pragma once
 
 #include "accounts/logon_session.h"
+#include "frame/gdi_plus.h"
+#include "frame/ui_surroundings.h"
 #include "session/gate_indicator.h"
-#include "ui/gdi_plus.h"
 #include "ui/password_pause.h"
-#include "ui/ui_surroundings.h"
 
 namespace quillgate {
 

@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "frame/banner_text_drawer.h"
 #include "handles/gdi_handles.h"
-#include "ui/banner_text_drawer.h"
 
 namespace quillgate {
 

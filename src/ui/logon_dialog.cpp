@@ -2,10 +2,10 @@
 
 #include <optional>
 
+#include "frame/combo_box.h"
+#include "frame/help_topics.h"
+#include "frame/message_boxes.h"
 #include "resources/resource.h"
-#include "ui/combo_box.h"
-#include "ui/help_topics.h"
-#include "ui/message_boxes.h"
 #include "ui/secret_text.h"
 
 namespace quillgate {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "accounts/logon_session.h"
+#include "frame/dialog_object.h"
 #include "storage/settings.h"
-#include "ui/dialog_object.h"
 #include "ui/logon_banner.h"
 #include "ui/password_pause.h"
 

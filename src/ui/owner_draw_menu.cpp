@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "ui/icon.h"
+#include "frame/icon.h"
 
 namespace quillgate {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <string>
 
+#include "frame/callback_window.h"
 #include "handles/gdi_handles.h"
 #include "handles/handle.h"
-#include "ui/callback_window.h"
 
 namespace quillgate {
 

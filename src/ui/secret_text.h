@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-#include "ui/edit.h"
+#include "frame/edit.h"
 
 namespace quillgate {
 

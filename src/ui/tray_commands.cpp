@@ -1,7 +1,7 @@
 #include "ui/tray_commands.h"
 
-#include "ui/help_topics.h"
-#include "ui/message_boxes.h"
+#include "frame/help_topics.h"
+#include "frame/message_boxes.h"
 
 namespace quillgate {
 

@@ -4,9 +4,9 @@
 
 #include <functional>
 
+#include "frame/help_system.h"
 #include "session/gate_indicator.h"
 #include "text/message_catalogue.h"
-#include "ui/help_system.h"
 #include "ui/logon_control.h"
 #include "ui/tray_menu.h"
 

@@ -8,8 +8,8 @@
 
 #include <string>
 
+#include "frame/icon.h"
 #include "storage/critical_section.h"
-#include "ui/icon.h"
 
 namespace quillgate {
 

@@ -4,13 +4,13 @@
 
 #include <vector>
 
+#include "frame/desktop/frame_test.h"
 #include "hours_user.h"
 #include "settings/hours_dialog.h"
-#include "ui/desktop/ui_desktop_test.h"
 
 namespace quillgate {
 
-class HoursTest : public UiDesktopTest {
+class HoursTest : public FrameTest {
  protected:
   // Whether the editor ended with OK; the table is as a caller then has it.
   bool Run(const std::function<void(HoursUser&)>& user, const QString& title = "Connection hours") {

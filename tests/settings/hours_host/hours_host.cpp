@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "frame/help_system.h"
 #include "service/command_line.h"
 #include "settings/hours_dialog.h"
 #include "storage/settings.h"
-#include "ui/help_system.h"
 
 namespace quillgate {
 namespace {

@@ -1,13 +1,13 @@
 // The About box on the screen.
 #include "ui/about_dialog.h"
 
+#include "frame/desktop/frame_test.h"
 #include "resources/version.h"
-#include "ui_desktop_test.h"
 
 namespace quillgate {
 namespace {
 
-class AboutDialogTest : public UiDesktopTest {};
+class AboutDialogTest : public FrameTest {};
 
 TEST_F(AboutDialogTest, AboutNamesTheProgramAndItsVersion) {
   DesktopScript script([](DesktopScript& running) {

@@ -8,8 +8,8 @@
 #include <prsht.h>
 
 #include "connection_test.h"
+#include "frame/help_topics.h"
 #include "platform/kernel/modules.h"
-#include "ui/help_topics.h"
 
 namespace quillgate {
 namespace {

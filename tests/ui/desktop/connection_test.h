@@ -5,10 +5,10 @@
 #include <memory>
 
 #include "accounts/no_identity.h"
+#include "frame/desktop/frame_test.h"
 #include "session/session_log.h"
 #include "session/silent_indicator.h"
 #include "ui/connection_sheet.h"
-#include "ui_desktop_test.h"
 
 namespace quillgate {
 
@@ -22,7 +22,7 @@ class AnnaPrompts final : public LogonPrompts {
   void TellFirstUserMade() override {}
 };
 
-class ConnectionTest : public UiDesktopTest {
+class ConnectionTest : public FrameTest {
  protected:
   ConnectionTest() {
     platform::NetworkInterface card = platform::SimulatedCard(2, L"eth0");

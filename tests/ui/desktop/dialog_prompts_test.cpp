@@ -2,7 +2,7 @@
 #include "ui/dialog_prompts.h"
 
 #include "accounts/no_identity.h"
-#include "ui_desktop_test.h"
+#include "frame/desktop/frame_test.h"
 
 namespace quillgate {
 namespace {
@@ -18,7 +18,7 @@ class MockIndicator : public GateIndicator {
   MOCK_METHOD(void, Unlock, (), (override));
 };
 
-class DialogPromptsTest : public UiDesktopTest {
+class DialogPromptsTest : public FrameTest {
  protected:
   DialogPromptsTest() {
     ON_CALL(indicator_, Lock).WillByDefault([this] { return locked_.exchange(true); });

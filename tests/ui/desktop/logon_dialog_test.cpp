@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "ui_desktop_test.h"
+#include "frame/desktop/frame_test.h"
 
 namespace quillgate {
 namespace {
@@ -21,7 +21,7 @@ class KnownUsers final : public LogonCandidates {
   }
 };
 
-class LogonDialogTest : public UiDesktopTest {
+class LogonDialogTest : public FrameTest {
  protected:
   // Whether somebody was accepted, while the script plays the user.
   bool Run(LogonSystem system, const std::function<void(DesktopScript&, QWidget*)>& user) {

@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
+#include "frame/gdi_plus_functions.h"
 #include "handles/handle.h"
-#include "ui/gdi_plus_functions.h"
 
 namespace quillgate {
 

@@ -1,4 +1,4 @@
-#include "ui/banner_text_drawer.h"
+#include "frame/banner_text_drawer.h"
 
 #include <memory>
 

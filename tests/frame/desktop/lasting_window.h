@@ -1,7 +1,7 @@
 // A hidden window that keeps the desktop from one dialog to the next, as the service's own do.
 #pragma once
 
-#include "ui/callback_window.h"
+#include "frame/callback_window.h"
 
 namespace quillgate {
 

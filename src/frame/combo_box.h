@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "ui/control.h"
+#include "frame/control.h"
 
 namespace quillgate {
 

@@ -1,7 +1,7 @@
-#include "ui/input_dialog.h"
+#include "frame/input_dialog.h"
 
+#include "frame/edit.h"
 #include "resources/resource.h"
-#include "ui/edit.h"
 
 namespace quillgate {
 namespace {

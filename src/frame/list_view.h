@@ -5,7 +5,7 @@
 
 #include <commctrl.h>
 
-#include "ui/control.h"
+#include "frame/control.h"
 
 namespace quillgate {
 

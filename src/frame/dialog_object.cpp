@@ -1,10 +1,10 @@
-#include "ui/dialog_object.h"
+#include "frame/dialog_object.h"
 
 #include <map>
 #include <vector>
 
-#include "ui/help_system.h"
-#include "ui/message_boxes.h"
+#include "frame/help_system.h"
+#include "frame/message_boxes.h"
 
 namespace quillgate {
 namespace {

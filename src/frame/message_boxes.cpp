@@ -1,4 +1,4 @@
-#include "ui/message_boxes.h"
+#include "frame/message_boxes.h"
 
 #include "storage/db_error.h"
 

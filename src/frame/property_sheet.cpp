@@ -1,4 +1,4 @@
-#include "ui/property_sheet.h"
+#include "frame/property_sheet.h"
 
 #include <windows.h>
 

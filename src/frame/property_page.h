@@ -5,7 +5,7 @@
 
 #include <prsht.h>
 
-#include "ui/dialog_object.h"
+#include "frame/dialog_object.h"
 
 namespace quillgate {
 

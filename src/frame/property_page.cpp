@@ -1,4 +1,4 @@
-#include "ui/property_page.h"
+#include "frame/property_page.h"
 
 #include <algorithm>
 

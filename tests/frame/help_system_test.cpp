@@ -1,14 +1,14 @@
 // What the help viewer is asked for, and that a machine without one takes no harm.
-#include "ui/help_system.h"
+#include "frame/help_system.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <htmlhelp.h>
 
+#include "frame/help_topics.h"
 #include "platform/kernel/modules.h"
 #include "platform/testing/simulated_machine.h"
-#include "ui/help_topics.h"
 
 namespace quillgate {
 namespace {

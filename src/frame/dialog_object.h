@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "ui/ui_surroundings.h"
+#include "frame/ui_surroundings.h"
 
 namespace quillgate {
 

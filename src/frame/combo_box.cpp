@@ -1,4 +1,4 @@
-#include "ui/combo_box.h"
+#include "frame/combo_box.h"
 
 namespace quillgate {
 

@@ -1,4 +1,4 @@
-#include "ui/icon.h"
+#include "frame/icon.h"
 
 namespace quillgate {
 

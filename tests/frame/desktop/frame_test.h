@@ -10,20 +10,20 @@
 #include <QPushButton>
 
 #include "desktop/dialog_driver.h"
+#include "frame/desktop/lasting_window.h"
+#include "frame/help_system.h"
+#include "frame/ui_surroundings.h"
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
 #include "storage/settings.h"
-#include "ui/desktop/lasting_window.h"
-#include "ui/help_system.h"
-#include "ui/ui_surroundings.h"
 
 namespace quillgate {
 
 inline const QString kBoxTitle = "Quillgate";
 
-class UiDesktopTest : public testing::Test {
+class FrameTest : public testing::Test {
  protected:
-  UiDesktopTest() {
+  FrameTest() {
     machine_.UseDesktop();
     machine_.ShowMessageBoxes();
     catalogue_.SetInterfaceLanguage(1033);

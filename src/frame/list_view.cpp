@@ -1,4 +1,4 @@
-#include "ui/list_view.h"
+#include "frame/list_view.h"
 
 namespace quillgate {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/control.h"
+#include "frame/control.h"
 
 namespace quillgate {
 

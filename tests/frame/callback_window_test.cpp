@@ -1,5 +1,5 @@
 // Which object answers a window's messages, from its creation to its end.
-#include "ui/callback_window.h"
+#include "frame/callback_window.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ui/help_system.h"
+#include "frame/help_system.h"
 
 #include <htmlhelp.h>
 

@@ -1,13 +1,13 @@
-#include "ui/input_dialog.h"
+#include "frame/input_dialog.h"
 
 #include <QLineEdit>
 
-#include "ui_desktop_test.h"
+#include "frame/desktop/frame_test.h"
 
 namespace quillgate {
 namespace {
 
-class InputDialogTest : public UiDesktopTest {
+class InputDialogTest : public FrameTest {
  protected:
   std::optional<std::wstring> Run(const std::function<void(DesktopScript&, QWidget*)>& user) {
     DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow("Caption")); });

@@ -1,5 +1,5 @@
 // Dialog objects and pages behind a sheet that a user applies, closes or asks for help.
-#include "ui/property_sheet.h"
+#include "frame/property_sheet.h"
 
 #include <windows.h>
 #include <htmlhelp.h>
@@ -7,8 +7,8 @@
 #include <QScreen>
 #include <stdexcept>
 
+#include "frame/desktop/frame_test.h"
 #include "platform/kernel/modules.h"
-#include "ui_desktop_test.h"
 
 namespace quillgate {
 namespace {
@@ -49,7 +49,7 @@ class RecordingPage final : public PropertyPage {
   }
 };
 
-class PropertySheetTest : public UiDesktopTest {
+class PropertySheetTest : public FrameTest {
  protected:
   // The sheet of both pages, while the script plays the user.
   bool Run(PropertySheet::Apply apply, const std::function<void(DesktopScript&, QWidget*)>& user) {

@@ -1,4 +1,4 @@
-#include "ui/gdi_plus.h"
+#include "frame/gdi_plus.h"
 
 namespace quillgate {
 namespace {

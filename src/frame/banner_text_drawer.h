@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "ui/gdi_plus.h"
+#include "frame/gdi_plus.h"
 
 namespace quillgate {
 

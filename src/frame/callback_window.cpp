@@ -1,4 +1,4 @@
-#include "ui/callback_window.h"
+#include "frame/callback_window.h"
 
 #include <map>
 

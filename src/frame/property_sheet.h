@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/property_page.h"
+#include "frame/property_page.h"
 
 namespace quillgate {
 

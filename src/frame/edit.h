@@ -1,7 +1,7 @@
 // A field in which one line of text is entered.
 #pragma once
 
-#include "ui/control.h"
+#include "frame/control.h"
 
 namespace quillgate {
 

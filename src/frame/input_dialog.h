@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "ui/dialog_object.h"
+#include "frame/dialog_object.h"
 
 namespace quillgate {
 
