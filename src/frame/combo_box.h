@@ -1,7 +1,7 @@
 // A drop-down list from which one entry is chosen.
 #pragma once
 
-#include <string_view>
+#include <optional>
 
 #include "frame/control.h"
 
@@ -14,6 +14,9 @@ class ComboBox : public Control {
   void Clear() const { Send(CB_RESETCONTENT); }
   // Appends an entry. Its index, or a negative number when it could not be added.
   int Add(const std::wstring& text) const;
+  // The same for an entry that stands for a number.
+  int Add(const std::wstring& text, LPARAM data) const;
+  void Remove(int index) const { Send(CB_DELETESTRING, static_cast<WPARAM>(index)); }
   int Count() const { return static_cast<int>(Send(CB_GETCOUNT)); }
 
   // Negative: none.
@@ -21,6 +24,8 @@ class ComboBox : public Control {
   int Selection() const { return static_cast<int>(Send(CB_GETCURSEL)); }
   // Empty when nothing is selected.
   std::wstring SelectedText() const;
+  // Nothing when no entry is selected.
+  std::optional<LPARAM> SelectedData() const;
 };
 
 }  // namespace quillgate

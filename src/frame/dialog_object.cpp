@@ -5,6 +5,7 @@
 
 #include "frame/help_system.h"
 #include "frame/message_boxes.h"
+#include "frame/number_field.h"
 
 namespace quillgate {
 namespace {
@@ -17,6 +18,11 @@ std::map<HWND, DialogObject*>& DialogMap() {
 DialogObject* ObjectOf(HWND window) {
   const auto found = DialogMap().find(window);
   return found == DialogMap().end() ? nullptr : found->second;
+}
+
+// A copy: what is done for one of them may open or end others.
+std::vector<std::pair<HWND, DialogObject*>> OpenDialogs() {
+  return {DialogMap().begin(), DialogMap().end()};
 }
 
 }  // namespace
@@ -33,6 +39,14 @@ bool DialogObject::OnApply(HWND) {
 }
 
 void DialogObject::OnCancel(HWND) {}
+
+bool DialogObject::OnCommand(int, int) {
+  return false;
+}
+
+bool DialogObject::OnNotify(const NMHDR&) {
+  return false;
+}
 
 INT_PTR DialogObject::DialogProc(HWND, UINT, WPARAM, LPARAM) {
   return FALSE;
@@ -95,14 +109,21 @@ INT_PTR DialogObject::Route(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 INT_PTR DialogObject::Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case kRefreshTexts:
-      SetTexts(window);
+      RefreshTexts();
       return TRUE;
     case WM_HELP:
       ShowHelp(*reinterpret_cast<const HELPINFO*>(lParam));
       return TRUE;
+    case WM_COMMAND:
+      if (OnCommand(LOWORD(wParam), HIWORD(wParam))) return TRUE;
+      break;
+    case WM_NOTIFY:
+      if (AnswerNotification(*reinterpret_cast<const NMHDR*>(lParam))) return TRUE;
+      break;
     default:
-      return DialogProc(window, message, wParam, lParam);
+      break;
   }
+  return DialogProc(window, message, wParam, lParam);
 }
 
 void DialogObject::ShowHelp(const HELPINFO& request) {
@@ -113,12 +134,45 @@ void DialogObject::ShowHelp(const HELPINFO& request) {
   }
 }
 
+void DialogObject::ShowTexts(std::span<const ControlText> texts) const {
+  for (const ControlText& text : texts)
+    Control(window_, text.control).SetText(Catalogue().GetMessageText(text.message));
+}
+
+void DialogObject::ShowCaption(MessageId message) const {
+  ::SetWindowTextW(window_, Catalogue().GetMessageText(message).c_str());
+}
+
+void DialogObject::Tell(MessageId message, UINT icon) const {
+  ShowText(window_, Catalogue(), Catalogue().GetMessageText(message), icon);
+}
+
+bool DialogObject::Ask(MessageId message) const {
+  return AskYesNo(window_, Catalogue(), Catalogue().GetMessageText(message));
+}
+
+std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRange& range) const {
+  const NumberField edit(window_, field);
+  const std::uint32_t number = edit.Number();
+  if (range.Contains(number)) return number;
+  const std::wstring text =
+      Catalogue().GetMessageText(kMsgValueOutOfRange, number, range.lowest, range.highest);
+  ShowText(window_, Catalogue(), text, MB_ICONEXCLAMATION);
+  edit.SelectAll();
+  edit.Focus();
+  return {};
+}
+
 void DialogObject::CancelAll() {
-  std::vector<std::pair<HWND, DialogObject*>> dialogs(DialogMap().begin(), DialogMap().end());
-  for (const auto& [window, object] : dialogs) {
+  for (const auto& [window, object] : OpenDialogs()) {
     // One that was cancelled may have ended others.
     if (ObjectOf(window) == object) object->OnCancel(window);
   }
+}
+
+void DialogObject::RefreshAllTexts() {
+  for (const auto& [window, object] : OpenDialogs())
+    ::SendMessageW(window, kRefreshTexts, 0, 0);
 }
 
 void DialogObject::Detach() {

@@ -5,11 +5,21 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 
+#include "frame/number_range.h"
 #include "frame/ui_surroundings.h"
 
 namespace quillgate {
+
+// The message whose text a control shows.
+struct ControlText {
+  int control;
+  MessageId message;
+};
 
 class DialogObject {
  public:
@@ -25,6 +35,9 @@ class DialogObject {
   // The sheet is being closed without applying.
   virtual void OnCancel(HWND window);
 
+  // Has every open dialog and page fetch its texts again: the interface language has changed.
+  static void RefreshAllTexts();
+
  protected:
   // The topic is the one shown for a control without a help text of its own; empty: none.
   DialogObject(const UiSurroundings& ui, std::wstring helpTopic);
@@ -33,8 +46,15 @@ class DialogObject {
   // is no dialog. The parent may be null.
   INT_PTR RunModal(UINT templateNumber, HWND parent);
 
-  // Answers a message other than those below; nonzero: it was handled. What is thrown here or in
-  // one of the other operations is shown as an error, and the message then counts as not handled.
+  // What is thrown by one of the operations below is shown as an error, and the message then counts
+  // as not handled.
+
+  // A control or its menu item was used (WM_COMMAND); the code is the control's, 0 for a button
+  // that was clicked. True: handled.
+  virtual bool OnCommand(int control, int code);
+  // A common control notifies (WM_NOTIFY). True: handled, with the answer 0 or that of SetResult.
+  virtual bool OnNotify(const NMHDR& header);
+  // Answers a message that none of the other operations handles; nonzero: it was handled.
   virtual INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // The dialog was made, its texts come next. True: the system chooses the control to begin with.
   virtual bool OnInitDialog(HWND window);
@@ -43,6 +63,24 @@ class DialogObject {
   virtual void SetTexts(HWND window);
 
   const MessageCatalogue& Catalogue() const { return ui_.catalogue; }
+
+  // For SetTexts.
+  void ShowTexts(std::span<const ControlText> texts) const;
+  void ShowCaption(MessageId message) const;
+
+  // Closes a modal dialog; RunModal answers the result.
+  void End(INT_PTR result) const { ::EndDialog(window_, result); }
+  // What the message that is being handled answers.
+  void SetResult(LRESULT result) const { ::SetWindowLongPtrW(window_, DWLP_MSGRESULT, result); }
+
+  // A message box over the dialog with one of the MB_ICON styles, and a question with Yes and No;
+  // whether the answer was Yes.
+  void Tell(MessageId message, UINT icon) const;
+  bool Ask(MessageId message) const;
+
+  // The number in a field. Nothing when it is out of range: the user was told so, and the field has
+  // the focus with its text selected.
+  std::optional<std::uint32_t> ReadNumber(int field, const NumberRange& range) const;
 
   // The dialog's first message: the object answers for the window from now on.
   INT_PTR Begin(HWND window) noexcept;
@@ -57,6 +95,10 @@ class DialogObject {
   static void CancelAll();
 
  private:
+  // The two messages that pages answer in a way of their own.
+  virtual bool AnswerNotification(const NMHDR& header) { return OnNotify(header); }
+  virtual void RefreshTexts() { SetTexts(window_); }
+
   static INT_PTR CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam,
                                      LPARAM lParam) noexcept;
   INT_PTR Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

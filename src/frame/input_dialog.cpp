@@ -10,11 +10,10 @@ constexpr int kMaximumLength = 511;
 
 }  // namespace
 
-std::optional<std::wstring> InputDialog::Run(const std::wstring& caption,
-                                             const std::wstring& prompt) {
+std::optional<std::wstring> InputDialog::Run(HWND owner, MessageId caption, MessageId prompt) {
   caption_ = caption;
   prompt_ = prompt;
-  if (RunModal(IDD_INPUT, nullptr) != IDOK) return {};
+  if (RunModal(IDD_INPUT, owner) != IDOK) return {};
   return std::move(text_);
 }
 
@@ -23,26 +22,17 @@ bool InputDialog::OnInitDialog(HWND window) {
   return true;
 }
 
-void InputDialog::SetTexts(HWND window) {
-  ::SetWindowTextW(window, caption_.c_str());
-  Control(window, IDC_INPUT_PROMPT).SetText(prompt_);
-  Control(window, IDOK).SetText(Catalogue().GetMessageText(kMsgOk));
-  Control(window, IDCANCEL).SetText(Catalogue().GetMessageText(kMsgCancel));
+void InputDialog::SetTexts(HWND) {
+  ShowCaption(caption_);
+  const ControlText texts[] = {{IDC_INPUT_PROMPT, prompt_}, {IDOK, kMsgOk}, {IDCANCEL, kMsgCancel}};
+  ShowTexts(texts);
 }
 
-INT_PTR InputDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
-  if (message != WM_COMMAND) return FALSE;
-  switch (LOWORD(wParam)) {
-    case IDOK:
-      text_ = Edit(window, IDC_INPUT_EDIT).Text();
-      ::EndDialog(window, IDOK);
-      return TRUE;
-    case IDCANCEL:
-      ::EndDialog(window, IDCANCEL);
-      return TRUE;
-    default:
-      return FALSE;
-  }
+bool InputDialog::OnCommand(int control, int) {
+  if (control != IDOK && control != IDCANCEL) return false;
+  text_ = Edit(Window(), IDC_INPUT_EDIT).Text();
+  End(control);
+  return true;
 }
 
 }  // namespace quillgate

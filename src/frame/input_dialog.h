@@ -12,16 +12,17 @@ class InputDialog final : public DialogObject {
  public:
   explicit InputDialog(const UiSurroundings& ui) : DialogObject(ui, {}) {}
 
-  // The text, at most 511 characters and possibly empty; nothing when it was cancelled.
-  std::optional<std::wstring> Run(const std::wstring& caption, const std::wstring& prompt);
+  // The text, at most 511 characters and possibly empty; nothing when it was cancelled. The owner
+  // may be null.
+  std::optional<std::wstring> Run(HWND owner, MessageId caption, MessageId prompt);
 
  private:
-  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool OnCommand(int control, int code) override;
   bool OnInitDialog(HWND window) override;
   void SetTexts(HWND window) override;
 
-  std::wstring caption_;
-  std::wstring prompt_;
+  MessageId caption_ = 0;
+  MessageId prompt_ = 0;
   std::wstring text_;
 };
 

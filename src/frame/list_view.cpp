@@ -26,11 +26,12 @@ void ListView::SetHeading(int column, const std::wstring& heading) const {
   Send(LVM_SETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&change));
 }
 
-int ListView::AddRow(const std::wstring& text) const {
+int ListView::AddRow(const std::wstring& text, LPARAM data) const {
   LVITEMW item{};
-  item.mask = LVIF_TEXT;
-  item.iItem = static_cast<int>(Send(LVM_GETITEMCOUNT));
+  item.mask = LVIF_TEXT | LVIF_PARAM;
+  item.iItem = Count();
   item.pszText = Borrowed(text);
+  item.lParam = data;
   return static_cast<int>(Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
@@ -39,6 +40,42 @@ void ListView::SetCell(int row, int column, const std::wstring& text) const {
   item.iSubItem = column;
   item.pszText = Borrowed(text);
   Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+std::wstring ListView::Cell(int row, int column) const {
+  constexpr int kMaximumLength = 255;
+  std::wstring text(kMaximumLength + 1, L'\0');
+  LVITEMW item{};
+  item.iSubItem = column;
+  item.pszText = text.data();
+  item.cchTextMax = kMaximumLength + 1;
+  const LRESULT length =
+      Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+void ListView::Check(int row, bool checked) const {
+  LVITEMW item{};
+  item.stateMask = LVIS_STATEIMAGEMASK;
+  item.state = checked ? kChecked : kUnchecked;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+bool ListView::IsCheckChange(const NMHDR& header) {
+  if (header.code != LVN_ITEMCHANGED) return false;
+  const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+  const UINT before = change.uOldState & LVIS_STATEIMAGEMASK;
+  const UINT after = change.uNewState & LVIS_STATEIMAGEMASK;
+  // A row that is being added gets its box from none.
+  return (change.uChanged & LVIF_STATE) != 0 && before != 0 && before != after;
+}
+
+void ListView::Sort(const Comparison& compare) const {
+  const PFNLVCOMPARE call = [](LPARAM first, LPARAM second, LPARAM comparison) -> int {
+    return (*reinterpret_cast<const Comparison*>(comparison))(first, second);
+  };
+  Send(LVM_SORTITEMS, reinterpret_cast<WPARAM>(&compare), reinterpret_cast<LPARAM>(call));
 }
 
 }  // namespace quillgate

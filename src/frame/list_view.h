@@ -5,6 +5,8 @@
 
 #include <commctrl.h>
 
+#include <functional>
+
 #include "frame/control.h"
 
 namespace quillgate {
@@ -13,7 +15,9 @@ class ListView : public Control {
  public:
   using Control::Control;
 
-  void SelectWholeRows() const { Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT); }
+  void SelectWholeRows() const { Extend(LVS_EX_FULLROWSELECT); }
+  // A box before each row, which notifies by LVN_ITEMCHANGED.
+  void AddCheckBoxes() const { Extend(LVS_EX_CHECKBOXES); }
 
   // Appends a column, its width in pixels.
   void AddColumn(const std::wstring& heading, int width) const;
@@ -25,9 +29,37 @@ class ListView : public Control {
 
   // Removes the rows; the columns stay.
   void Clear() const { Send(LVM_DELETEALLITEMS); }
-  // Appends a row with the text of its first column. Its index, negative when it cannot be added.
-  int AddRow(const std::wstring& text) const;
+  int Count() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+  // Appends a row with the text of its first column, and a number by which Sort knows it. Its
+  // index, negative when it cannot be added.
+  int AddRow(const std::wstring& text, LPARAM data = 0) const;
   void SetCell(int row, int column, const std::wstring& text) const;
+  // At most 255 characters.
+  std::wstring Cell(int row, int column) const;
+  bool IsSelected(int row) const { return (State(row) & LVIS_SELECTED) != 0; }
+
+  void Check(int row, bool checked) const;
+  bool IsChecked(int row) const { return (State(row) & LVIS_STATEIMAGEMASK) == kChecked; }
+
+  // Whether a notification that has been received is that of a box that was checked or unchecked.
+  static bool IsCheckChange(const NMHDR& header);
+
+  // Negative, zero or positive, for the numbers of two rows. Must not throw.
+  using Comparison = std::function<int(LPARAM first, LPARAM second)>;
+  // The rows keep their cells, checks and selection.
+  void Sort(const Comparison& compare) const;
+
+ private:
+  static constexpr UINT kUnchecked = 0x1000;  // images of the state: first and second
+  static constexpr UINT kChecked = 0x2000;
+
+  void Extend(DWORD style) const {
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));
+  }
+  UINT State(int row) const {
+    return static_cast<UINT>(
+        Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_STATEIMAGEMASK));
+  }
 };
 
 }  // namespace quillgate

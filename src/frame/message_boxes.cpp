@@ -5,8 +5,9 @@
 namespace quillgate {
 namespace {
 
-void Show(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT icon) {
-  ::MessageBoxW(owner, text.c_str(), catalogue.GetMessageText(kMsgProductName).c_str(), icon);
+int Show(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT style) {
+  return ::MessageBoxW(owner, text.c_str(), catalogue.GetMessageText(kMsgProductName).c_str(),
+                       style);
 }
 
 std::wstring CurrentFailure(const MessageCatalogue& catalogue) {
@@ -21,12 +22,20 @@ std::wstring CurrentFailure(const MessageCatalogue& catalogue) {
 
 }  // namespace
 
+void ShowText(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT icon) {
+  Show(owner, catalogue, text, MB_OK | icon);
+}
+
 void ShowError(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text) {
-  Show(owner, catalogue, text, MB_ICONERROR);
+  ShowText(owner, catalogue, text, MB_ICONERROR);
 }
 
 void ShowInformation(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text) {
-  Show(owner, catalogue, text, MB_ICONINFORMATION);
+  ShowText(owner, catalogue, text, MB_ICONINFORMATION);
+}
+
+bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question) {
+  return Show(owner, catalogue, question, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 void ShowCurrentException(HWND owner, const MessageCatalogue& catalogue) noexcept {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "frame/property_sheet.h"
+
 namespace quillgate {
 namespace {
 
@@ -19,19 +21,22 @@ void CentreOnScreen(HWND window) {
 
 }  // namespace
 
-PropertyPage::PropertyPage(const UiSurroundings& ui, UINT templateNumber, std::wstring title,
+PropertyPage::PropertyPage(const UiSurroundings& ui, UINT templateNumber, MessageId title,
                            std::wstring helpTopic)
-    : DialogObject(ui, std::move(helpTopic)),
-      templateNumber_(templateNumber),
-      title_(std::move(title)) {}
+    : DialogObject(ui, std::move(helpTopic)), templateNumber_(templateNumber), title_(title) {}
+
+bool PropertyPage::OnQueryCancel() {
+  return true;
+}
 
 HPROPSHEETPAGE PropertyPage::CreateHandle() {
+  titleText_ = Catalogue().GetMessageText(title_);
   PROPSHEETPAGEW page{};
   page.dwSize = sizeof(page);
   page.dwFlags = PSP_USETITLE | PSP_PREMATURE;
   page.hInstance = ::GetModuleHandleW(nullptr);
   page.pszTemplate = MAKEINTRESOURCEW(templateNumber_);
-  page.pszTitle = title_.c_str();
+  page.pszTitle = titleText_.c_str();
   page.pfnDlgProc = StaticPageProc;
   page.lParam = reinterpret_cast<LPARAM>(this);
   return ::CreatePropertySheetPageW(&page);
@@ -46,20 +51,25 @@ INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM 
   return reinterpret_cast<PropertyPage*>(page->lParam)->Begin(window);
 }
 
-INT_PTR PropertyPage::DialogProc(HWND window, UINT message, WPARAM, LPARAM lParam) {
-  if (message != WM_NOTIFY) return FALSE;
-  switch (reinterpret_cast<const NMHDR*>(lParam)->code) {
+bool PropertyPage::AnswerNotification(const NMHDR& header) {
+  switch (header.code) {
     case PSN_APPLY:
-      ::SetWindowLongPtrW(window, DWLP_MSGRESULT,
-                          Accepts(window) ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
-      return TRUE;
-    case PSN_QUERYCANCEL:
-      CancelAll();
-      ::SetWindowLongPtrW(window, DWLP_MSGRESULT, FALSE);  // nothing keeps the sheet open
-      return TRUE;
+      SetResult(Accepts(Window()) ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
+      return true;
+    case PSN_QUERYCANCEL: {
+      const bool closes = OnQueryCancel();
+      if (closes) CancelAll();
+      SetResult(closes ? FALSE : TRUE);
+      return true;
+    }
     default:
-      return FALSE;
+      return OnNotify(header);
   }
+}
+
+void PropertyPage::RefreshTexts() {
+  SetTexts(Window());
+  if (sheet_ != nullptr) sheet_->RefreshTexts(::GetParent(Window()));
 }
 
 bool PropertyPage::Accepts(HWND window) noexcept {

@@ -9,6 +9,8 @@
 
 namespace quillgate {
 
+class PropertySheet;
+
 class PropertyPage : public DialogObject {
  public:
   // The page for a sheet that is about to be shown, with its dialog made as soon as the sheet is.
@@ -16,21 +18,27 @@ class PropertyPage : public DialogObject {
   HPROPSHEETPAGE CreateHandle();
 
  protected:
-  PropertyPage(const UiSurroundings& ui, UINT templateNumber, std::wstring title,
+  PropertyPage(const UiSurroundings& ui, UINT templateNumber, MessageId title,
                std::wstring helpTopic);
 
-  // Answers the sheet's apply and query-cancel notifications. A page with messages of its own
-  // passes on what it does not handle.
-  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  // Whether the sheet may be closed without applying. Once it may, OnCancel follows.
+  virtual bool OnQueryCancel();
 
  private:
+  friend class PropertySheet;
+
+  bool AnswerNotification(const NMHDR& header) final;
+  void RefreshTexts() final;
   static INT_PTR CALLBACK StaticPageProc(HWND window, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept;
   // A page whose OnApply throws does not accept.
   bool Accepts(HWND window) noexcept;
 
   UINT templateNumber_;
-  std::wstring title_;
+  MessageId title_;
+  std::wstring titleText_;
+  // While it is shown.
+  PropertySheet* sheet_ = nullptr;
 };
 
 }  // namespace quillgate

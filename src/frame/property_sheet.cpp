@@ -2,13 +2,14 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
 #include <prsht.h>
 
 #include <algorithm>
 
 namespace quillgate {
 
-bool PropertySheet::Run(const std::wstring& caption) {
+bool PropertySheet::Run() {
   if (pages_.empty()) return false;
   std::vector<HPROPSHEETPAGE> handles;
   for (PropertyPage* page : pages_)
@@ -17,7 +18,16 @@ bool PropertySheet::Run(const std::wstring& caption) {
     std::ranges::for_each(handles, ::DestroyPropertySheetPage);
     return false;
   }
+  for (PropertyPage* page : pages_)
+    page->sheet_ = this;
+  const bool shown = Show(std::move(handles));
+  for (PropertyPage* page : pages_)
+    page->sheet_ = nullptr;
+  return shown;
+}
 
+bool PropertySheet::Show(std::vector<HPROPSHEETPAGE> handles) const {
+  const std::wstring caption = catalogue_.GetMessageText(caption_);
   PROPSHEETHEADERW header{};
   header.dwSize = PROPSHEETHEADERW_V1_SIZE;
   header.dwFlags = apply_ == Apply::kWithoutButton ? PSH_NOAPPLYNOW : 0;
@@ -26,6 +36,18 @@ bool PropertySheet::Run(const std::wstring& caption) {
   header.nPages = static_cast<UINT>(handles.size());
   header.phpage = handles.data();
   return ::PropertySheetW(&header) >= 0;
+}
+
+void PropertySheet::RefreshTexts(HWND sheet) const {
+  ::SetWindowTextW(sheet, catalogue_.GetMessageText(caption_).c_str());
+  const HWND tabs = PropSheet_GetTabControl(sheet);
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    std::wstring title = catalogue_.GetMessageText(pages_[i]->title_);
+    TCITEMW tab{};
+    tab.mask = TCIF_TEXT;
+    tab.pszText = title.data();
+    ::SendMessageW(tabs, TCM_SETITEMW, i, reinterpret_cast<LPARAM>(&tab));
+  }
 }
 
 }  // namespace quillgate

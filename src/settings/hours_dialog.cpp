@@ -35,17 +35,16 @@ bool HoursDialog::Run() {
 
 bool HoursDialog::OnInitDialog(HWND window) {
   grid_.Create(window);
-  FillDays();
-  grid_.Refresh();
   return true;
 }
 
-void HoursDialog::SetTexts(HWND window) {
-  const MessageCatalogue& texts = Catalogue();
-  ::SetWindowTextW(window, texts.GetMessageText(kMsgConnectionHours).c_str());
-  Control(window, IDC_HOURS_EXPLANATION).SetText(texts.GetMessageText(kMsgClickHours));
-  Control(window, IDOK).SetText(texts.GetMessageText(kMsgOk));
-  Control(window, IDCANCEL).SetText(texts.GetMessageText(kMsgCancel));
+void HoursDialog::SetTexts(HWND) {
+  constexpr ControlText kTexts[] = {
+      {IDC_HOURS_EXPLANATION, kMsgClickHours}, {IDOK, kMsgOk}, {IDCANCEL, kMsgCancel}};
+  ShowCaption(kMsgConnectionHours);
+  ShowTexts(kTexts);
+  FillDays();
+  grid_.Refresh();
 }
 
 // From the week's first day to Saturday, then from Sunday on.
@@ -63,19 +62,16 @@ void HoursDialog::FillDay(int row, std::uint32_t day) {
     grid_.ShowHour({row, hour + 1}, hours_[HourIndex(day, hour)]);
 }
 
-INT_PTR HoursDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != WM_COMMAND) return FALSE;
-  switch (const WORD command = LOWORD(wParam)) {
-    case IDOK:
-    case IDCANCEL:
-      ::EndDialog(window, command);
-      return TRUE;
-    case kHoursGridId:
-      OnGridCommand(HIWORD(wParam), lParam);
-      return TRUE;
-    default:
-      return FALSE;
-  }
+bool HoursDialog::OnCommand(int control, int) {
+  if (control != IDOK && control != IDCANCEL) return false;
+  End(control);
+  return true;
+}
+
+INT_PTR HoursDialog::DialogProc(HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_COMMAND || LOWORD(wParam) != kHoursGridId) return FALSE;
+  OnGridCommand(HIWORD(wParam), lParam);
+  return TRUE;
 }
 
 void HoursDialog::OnGridCommand(WORD code, LPARAM lParam) {

@@ -25,6 +25,8 @@ class HoursDialog final : public DialogObject {
   const HoursTable& Hours() const { return hours_; }
 
  private:
+  bool OnCommand(int control, int code) override;
+  // The grid's notifications, which carry a cell.
   INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   bool OnInitDialog(HWND window) override;
   void SetTexts(HWND window) override;

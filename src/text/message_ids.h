@@ -65,6 +65,7 @@ inline constexpr MessageId kMsgInvalidUserName = 10006;
 inline constexpr MessageId kMsgDatabaseError = 10007;
 inline constexpr MessageId kMsgUnknownError = 10008;
 inline constexpr MessageId kMsgComponentMissing = 10009;
+inline constexpr MessageId kMsgValueOutOfRange = 10012;  // %1 value, %2 lowest, %3 highest
 inline constexpr MessageId kMsgClickHours = 20002;
 inline constexpr MessageId kMsgNeedToLogOn = 20003;
 inline constexpr MessageId kMsgEnterOverridePassword = 20004;

@@ -14,21 +14,18 @@ void AboutDialog::Run() {
 }
 
 void AboutDialog::SetTexts(HWND window) {
-  const MessageCatalogue& texts = Catalogue();
-  ::SetWindowTextW(window, texts.GetMessageText(kMsgAboutCaption).c_str());
-  Control(window, IDC_ABOUT_NAME).SetText(texts.GetMessageText(kMsgProductName));
+  constexpr ControlText kTexts[] = {{IDC_ABOUT_NAME, kMsgProductName}, {IDOK, kMsgOk}};
+  ShowCaption(kMsgAboutCaption);
+  ShowTexts(kTexts);
   Control(window, IDC_ABOUT_VERSION)
-      .SetText(
-          texts.GetMessageText(kMsgVersion, QG_VERSION_MAJOR, QG_VERSION_MINOR, QG_VERSION_PATCH));
-  Control(window, IDOK).SetText(texts.GetMessageText(kMsgOk));
+      .SetText(Catalogue().GetMessageText(kMsgVersion, QG_VERSION_MAJOR, QG_VERSION_MINOR,
+                                          QG_VERSION_PATCH));
 }
 
-INT_PTR AboutDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
-  if (message != WM_COMMAND) return FALSE;
-  const WORD command = LOWORD(wParam);
-  if (command != IDOK && command != IDCANCEL) return FALSE;
-  ::EndDialog(window, command);
-  return TRUE;
+bool AboutDialog::OnCommand(int control, int) {
+  if (control != IDOK && control != IDCANCEL) return false;
+  End(control);
+  return true;
 }
 
 }  // namespace quillgate

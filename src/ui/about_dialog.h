@@ -14,7 +14,7 @@ class AboutDialog final : public DialogObject {
   void Run();
 
  private:
-  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool OnCommand(int control, int code) override;
   void SetTexts(HWND window) override;
 };
 

@@ -12,8 +12,7 @@ constexpr int kValueColumn = 1;
 }  // namespace
 
 ConnectionDetailsPage::ConnectionDetailsPage(const UiSurroundings& ui, Settings& settings)
-    : PropertyPage(ui, IDD_CONNECTION_DETAILS, ui.catalogue.GetMessageText(kMsgDetails),
-                   kTopicConnectionDetails),
+    : PropertyPage(ui, IDD_CONNECTION_DETAILS, kMsgDetails, kTopicConnectionDetails),
       settings_(settings) {}
 
 bool ConnectionDetailsPage::OnInitDialog(HWND window) {

@@ -15,11 +15,7 @@ constexpr int kRefreshesToWarmUp = 7;
 constexpr double kMegabytesPerByte = 9.5367431640625e-07;
 constexpr wchar_t kUnknown[] = L"-";
 
-struct Label {
-  int control;
-  MessageId text;
-};
-constexpr Label kLabels[] = {
+constexpr ControlText kLabels[] = {
     {IDC_SESSION_GROUP, kMsgSessionInformation},
     {IDC_USER_NAME_LABEL, kMsgUserNameLabel},
     {IDC_STATUS_LABEL, kMsgConnectionStatusLabel},
@@ -63,8 +59,7 @@ std::wstring RateText(std::uint64_t rate) {
 
 ConnectionGeneralPage::ConnectionGeneralPage(const ConnectionSurroundings& surroundings,
                                              const SessionLog& session, RateHistory& rates)
-    : PropertyPage(surroundings.ui, IDD_CONNECTION_GENERAL,
-                   surroundings.ui.catalogue.GetMessageText(kMsgGeneral), kTopicConnectionGeneral),
+    : PropertyPage(surroundings.ui, IDD_CONNECTION_GENERAL, kMsgGeneral, kTopicConnectionGeneral),
       surroundings_(surroundings),
       session_(session),
       rates_(rates) {}
@@ -81,16 +76,13 @@ bool ConnectionGeneralPage::OnInitDialog(HWND window) {
 
 void ConnectionGeneralPage::SetTexts(HWND window) {
   Control(::GetParent(window), IDCANCEL).SetText(Catalogue().GetMessageText(kMsgClose));
-  for (const Label& label : kLabels)
-    Control(window, label.control).SetText(Catalogue().GetMessageText(label.text));
+  ShowTexts(kLabels);
 }
 
-INT_PTR ConnectionGeneralPage::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_TIMER && wParam == kRefreshTimer) {
-    Refresh(window);
-    return TRUE;
-  }
-  return PropertyPage::DialogProc(window, message, wParam, lParam);
+INT_PTR ConnectionGeneralPage::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
+  if (message != WM_TIMER || wParam != kRefreshTimer) return FALSE;
+  Refresh(window);
+  return TRUE;
 }
 
 void ConnectionGeneralPage::OnCancel(HWND window) {

@@ -9,10 +9,11 @@ namespace quillgate {
 void ConnectionSheet::Open(const SessionLog& session) {
   ConnectionGeneralPage general(surroundings_, session, rates_);
   ConnectionDetailsPage details(surroundings_.ui, surroundings_.settings);
-  PropertySheet sheet(PropertySheet::Apply::kWithoutButton);
+  PropertySheet sheet(surroundings_.ui.catalogue, kMsgConnectionInformation,
+                      PropertySheet::Apply::kWithoutButton);
   sheet.Add(general);
   sheet.Add(details);
-  sheet.Run(surroundings_.ui.catalogue.GetMessageText(kMsgConnectionInformation));
+  sheet.Run();
 }
 
 }  // namespace quillgate

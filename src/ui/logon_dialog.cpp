@@ -4,7 +4,6 @@
 
 #include "frame/combo_box.h"
 #include "frame/help_topics.h"
-#include "frame/message_boxes.h"
 #include "resources/resource.h"
 #include "ui/secret_text.h"
 
@@ -67,13 +66,15 @@ bool LogonDialog::ListUsers(HWND window) const {
 
 void LogonDialog::SetTexts(HWND window) {
   const MessageCatalogue& texts = Catalogue();
-  ::SetWindowTextW(window, texts.GetMessageText(kMsgLogOnCaption).c_str());
-  Control(window, IDOK).SetText(texts.GetMessageText(kMsgOk));
-  Control(window, IDCANCEL).SetText(texts.GetMessageText(kMsgCancel));
-  Control(window, IDC_LOGON_USER_LABEL).SetText(texts.GetMessageText(kMsgUserNameLabel));
+  const ControlText controls[] = {
+      {IDOK, kMsgOk},
+      {IDCANCEL, kMsgCancel},
+      {IDC_LOGON_USER_LABEL, kMsgUserNameLabel},
+      {IDC_LOGON_EXPLANATION, IsOverride() ? kMsgEnterOverridePassword : kMsgNeedToLogOn},
+  };
+  ShowCaption(kMsgLogOnCaption);
+  ShowTexts(controls);
   Control(window, IDC_LOGON_PASSWORD_LABEL).SetText(texts.GetMessageText(kMsgPasswordLabel) + L":");
-  Control(window, IDC_LOGON_EXPLANATION)
-      .SetText(texts.GetMessageText(IsOverride() ? kMsgEnterOverridePassword : kMsgNeedToLogOn));
   if (IsOverride()) {
     const ComboBox users(window, IDC_LOGON_USER);
     users.Clear();
@@ -83,8 +84,6 @@ void LogonDialog::SetTexts(HWND window) {
 
 INT_PTR LogonDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM) {
   switch (message) {
-    case WM_COMMAND:
-      return OnCommand(window, LOWORD(wParam));
     case WM_PAINT:
       OnPaint(window);
       return TRUE;
@@ -102,16 +101,16 @@ void LogonDialog::OnTimer(HWND window, UINT_PTR timer) const {
   ::InvalidateRect(window, &banner, FALSE);
 }
 
-INT_PTR LogonDialog::OnCommand(HWND window, WORD command) {
-  switch (command) {
+bool LogonDialog::OnCommand(int control, int) {
+  switch (control) {
     case IDOK:
-      OnOk(window);
-      return TRUE;
+      OnOk(Window());
+      return true;
     case IDCANCEL:
-      Close(window, IDCANCEL);
-      return TRUE;
+      Close(Window(), IDCANCEL);
+      return true;
     default:
-      return FALSE;
+      return false;
   }
 }
 
@@ -135,7 +134,7 @@ void LogonDialog::OnOk(HWND window) {
 }
 
 void LogonDialog::OnWrongPassword(HWND window) {
-  ShowError(window, Catalogue(), Catalogue().GetMessageText(kMsgWrongPassword));
+  Tell(kMsgWrongPassword, MB_ICONERROR);
   pause_.NoteWrong(::GetTickCount());
   if (--attemptsLeft_ == 0) {
     Close(window, IDCANCEL);
@@ -163,7 +162,7 @@ void LogonDialog::AdmitPassword(HWND window) const {
 void LogonDialog::Close(HWND window, int result) {
   ::KillTimer(window, kBannerTimer);
   ::KillTimer(window, kPauseTimer);
-  ::EndDialog(window, result);
+  End(result);
 }
 
 void LogonDialog::OnPaint(HWND window) {

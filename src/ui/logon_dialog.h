@@ -37,11 +37,11 @@ class LogonDialog final : public DialogObject {
   const std::wstring& UserName() const { return userName_; }
 
  private:
+  bool OnCommand(int control, int code) override;
   INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   bool OnInitDialog(HWND window) override;
   void SetTexts(HWND window) override;
 
-  INT_PTR OnCommand(HWND window, WORD command);
   void OnTimer(HWND window, UINT_PTR timer) const;
   void OnOk(HWND window);
   void OnWrongPassword(HWND window);

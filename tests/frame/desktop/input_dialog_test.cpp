@@ -10,14 +10,15 @@ namespace {
 class InputDialogTest : public FrameTest {
  protected:
   std::optional<std::wstring> Run(const std::function<void(DesktopScript&, QWidget*)>& user) {
-    DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow("Caption")); });
-    return InputDialog(ui_).Run(L"Caption", L"Prompt:");
+    DesktopScript script(
+        [&](DesktopScript& steps) { user(steps, steps.AwaitWindow("Add new user")); });
+    return InputDialog(ui_).Run(window_.Window(), kMsgAddNewUser, kMsgUserNameLabel);
   }
 };
 
 TEST_F(InputDialogTest, TheTextIsWhatWasEnteredAndMayBeEmpty) {
   EXPECT_EQ(Run([](DesktopScript& script, QWidget* window) {
-              EXPECT_EQ(script.TextOf(script.Child(window, IDC_INPUT_PROMPT)), "Prompt:");
+              EXPECT_EQ(script.TextOf(script.Child(window, IDC_INPUT_PROMPT)), "User name:");
               EXPECT_EQ(script.TextOf(script.Child(window, IDOK)), "OK");
               EXPECT_EQ(script.TextOf(script.Child(window, IDCANCEL)), "Cancel");
               script.Type(window, IDC_INPUT_EDIT, "Anna O");

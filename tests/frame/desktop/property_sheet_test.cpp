@@ -5,6 +5,7 @@
 #include <htmlhelp.h>
 
 #include <QScreen>
+#include <QTabBar>
 #include <stdexcept>
 
 #include "frame/desktop/frame_test.h"
@@ -16,16 +17,19 @@ namespace {
 using testing::ElementsAre;
 
 constexpr UINT kThrow = WM_APP;
+constexpr UINT kAsk = WM_APP + 1;
+constexpr int kNumber = 2000;
 
 class RecordingPage final : public PropertyPage {
  public:
-  RecordingPage(const UiSurroundings& ui, UINT templateNumber, const std::wstring& title)
+  RecordingPage(const UiSurroundings& ui, UINT templateNumber, MessageId title)
       : PropertyPage(ui, templateNumber, title, L"html/page.html") {}
 
   bool OnApply(HWND) override {
     log.push_back("apply");
     if (throwInApply) throw std::runtime_error("apply");
-    return accepts;
+    number = ReadNumber(kNumber, {1, highest}).value_or(0);
+    return accepts && number != 0;
   }
   void OnCancel(HWND window) override {
     EXPECT_EQ(window, Window());
@@ -33,31 +37,41 @@ class RecordingPage final : public PropertyPage {
   }
 
   std::vector<std::string> log;
+  std::uint32_t number = 0;
   bool accepts = true;
+  bool closes = true;
+  std::uint32_t highest = 2000;
   bool throwInApply = false;
 
  private:
   bool OnInitDialog(HWND window) override {
     EXPECT_EQ(window, Window());
     log.push_back("init");
+    ::CreateWindowExW(0, L"EDIT", L"1441", WS_CHILD | WS_VISIBLE, 10, 10, 80, 24, window,
+                      reinterpret_cast<HMENU>(INT_PTR{kNumber}), nullptr, nullptr);
     return true;
   }
   void SetTexts(HWND) override { log.push_back("texts"); }
-  INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
+  INT_PTR DialogProc(HWND, UINT message, WPARAM, LPARAM) override {
     if (message == kThrow) throw DBerror(L"disk full", 13);
-    return PropertyPage::DialogProc(window, message, wParam, lParam);
+    if (message != kAsk) return FALSE;
+    log.push_back(Ask(kMsgInvalidUserName) ? "yes" : "no");
+    return TRUE;
   }
+  bool OnQueryCancel() override { return closes; }
 };
 
 class PropertySheetTest : public FrameTest {
  protected:
+  static constexpr auto kTitle = "Connection information";
+
   // The sheet of both pages, while the script plays the user.
   bool Run(PropertySheet::Apply apply, const std::function<void(DesktopScript&, QWidget*)>& user) {
-    PropertySheet sheet(apply);
+    PropertySheet sheet(catalogue_, kMsgConnectionInformation, apply);
     sheet.Add(first_);
     sheet.Add(second_);
-    DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow("Sheet")); });
-    return sheet.Run(L"Sheet");
+    DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow(kTitle)); });
+    return sheet.Run();
   }
 
   static QPushButton* Button(DesktopScript& script, QWidget* sheet, const QString& text) {
@@ -70,12 +84,12 @@ class PropertySheetTest : public FrameTest {
     return found;
   }
 
-  RecordingPage first_{ui_, IDD_CONNECTION_GENERAL, L"First"};
-  RecordingPage second_{ui_, IDD_CONNECTION_DETAILS, L"Second"};
+  RecordingPage first_{ui_, IDD_CONNECTION_GENERAL, kMsgGeneral};
+  RecordingPage second_{ui_, IDD_CONNECTION_DETAILS, kMsgDetails};
 };
 
 TEST_F(PropertySheetTest, ASheetWithoutPagesIsNotShown) {
-  EXPECT_FALSE(PropertySheet(PropertySheet::Apply::kWithButton).Run(L"Sheet"));
+  EXPECT_FALSE(PropertySheet(catalogue_, kMsgGeneral, PropertySheet::Apply::kWithButton).Run());
 }
 
 TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceAndForgottenAfterwards) {
@@ -125,12 +139,58 @@ TEST_F(PropertySheetTest, CancelReachesEveryDialogObject) {
   EXPECT_THAT(second_.log, testing::Contains("cancel"));
 }
 
-TEST_F(PropertySheetTest, TheTextsAreFetchedAgainOnRequest) {
+TEST_F(PropertySheetTest, APageThatRefusesCancelKeepsTheSheetOpenAndCancelsNothing) {
+  first_.closes = false;
   Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Do([&] { ::SendMessageW(second_.Window(), kRefreshTexts, 0, 0); });
+    script.Click(Button(script, sheet, "Cancel"));
+    script.Do([&] { EXPECT_TRUE(sheet->isVisible()); });
+    EXPECT_THAT(first_.log, ElementsAre("init", "texts"));
+    script.Do([&] { first_.closes = true; });
     script.Click(Button(script, sheet, "Cancel"));
   });
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "cancel"));
+}
+
+TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
+  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+    script.Do([&] {
+      catalogue_.SetInterfaceLanguage(1053);
+      DialogObject::RefreshAllTexts();
+      EXPECT_EQ(sheet->windowTitle(), "Anslutningsinformation");
+      const auto* tabs = sheet->findChild<QTabBar*>();
+      EXPECT_EQ(tabs->tabText(0), QString::fromWCharArray(L"Allm\u00e4nt"));
+      EXPECT_EQ(tabs->tabText(1), "Detaljer");
+    });
+    script.Click(Button(script, sheet, "Cancel"));
+  });
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "texts", "cancel"));
   EXPECT_THAT(second_.log, ElementsAre("init", "texts", "texts", "cancel"));
+}
+
+TEST_F(PropertySheetTest, AValueOutOfRangeIsToldWithItsFieldSelectedAndFocused) {
+  first_.highest = 1440;
+  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+    script.Click(Button(script, sheet, "OK"));
+    EXPECT_EQ(CloseBox(script), "The value 1441 is invalid. It must be in the range 1 - 1440.");
+    auto* field = qobject_cast<QLineEdit*>(script.Child(sheet, kNumber));
+    script.Await([&] { return field->hasFocus(); }, "focus in the field");
+    script.Do([&] { EXPECT_EQ(field->selectedText(), "1441"); });
+    script.Type(field, "1440");
+    script.Click(Button(script, sheet, "OK"));
+  });
+  EXPECT_EQ(first_.number, 1440u);
+}
+
+TEST_F(PropertySheetTest, OnlyYesIsAYes) {
+  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+    for (const int button : {IDYES, IDNO}) {
+      script.Do([&] { ::PostMessageW(first_.Window(), kAsk, 0, 0); });
+      script.Click(script.AwaitWindow(kBoxTitle), button);
+      script.AwaitNoWindow(kBoxTitle);
+    }
+    script.Click(Button(script, sheet, "Cancel"));
+  });
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "yes", "no", "cancel"));
 }
 
 TEST_F(PropertySheetTest, WhatAMessageThrowsIsShownOnceAtATime) {
