@@ -13,8 +13,10 @@ namespace {
 constexpr UINT_PTR kBannerTimer = 1;
 constexpr UINT kBannerTimerMilliseconds = 1500;
 constexpr UINT_PTR kPauseTimer = 2;
-// Pixels by which the password row takes the place of the user row.
+// Pixels by which the password row of the template takes the place of the user row, for the
+// override password; and by which it leaves room for the user row, in the other forms.
 constexpr int kRowUp = 16;
+constexpr int kRowDown = 15;
 constexpr int kLabelRight = 5;
 
 }  // namespace
@@ -35,7 +37,7 @@ bool LogonDialog::Run(HWND parent) {
 
 bool LogonDialog::OnInitDialog(HWND window) {
   Edit(window, IDC_LOGON_PASSWORD).LimitLength(SecretText::kMaximumLength);
-  if (IsOverride()) MovePasswordRowUp(window);
+  PlacePasswordRow(window);
   const bool isUserKnown = !IsOverride() && ListUsers(window);
   if (PauseLeft() > 0) {
     AdmitPassword(window);
@@ -45,11 +47,12 @@ bool LogonDialog::OnInitDialog(HWND window) {
   return !isUserKnown;
 }
 
-void LogonDialog::MovePasswordRowUp(HWND window) const {
-  Control(window, IDC_LOGON_USER).Show(false);
-  Control(window, IDC_LOGON_USER_LABEL).Show(false);
-  Control(window, IDC_LOGON_PASSWORD).MoveBy(0, -kRowUp);
-  Control(window, IDC_LOGON_PASSWORD_LABEL).MoveBy(kLabelRight, -kRowUp);
+void LogonDialog::PlacePasswordRow(HWND window) const {
+  Control(window, IDC_LOGON_USER).Show(!IsOverride());
+  Control(window, IDC_LOGON_USER_LABEL).Show(!IsOverride());
+  const int down = IsOverride() ? -kRowUp : kRowDown;
+  Control(window, IDC_LOGON_PASSWORD).MoveBy(0, down);
+  Control(window, IDC_LOGON_PASSWORD_LABEL).MoveBy(kLabelRight, down);
 }
 
 bool LogonDialog::ListUsers(HWND window) const {

@@ -147,11 +147,14 @@ TEST_F(LogonDialogTest, EscapeAndTheCloseButtonCancel) {
 }
 
 TEST_F(LogonDialogTest, TheOverrideAsksForItsPasswordInTheUsersPlace) {
-  QRect usualPassword;
-  QRect usualLabel;
+  QRect user;
+  QRect userLabel;
   Run(LogonSystem::kQuillgate, [&](DesktopScript& script, QWidget* window) {
-    usualPassword = Place(script, window, IDC_LOGON_PASSWORD);
-    usualLabel = Place(script, window, IDC_LOGON_PASSWORD_LABEL);
+    user = Place(script, window, IDC_LOGON_USER);
+    userLabel = Place(script, window, IDC_LOGON_USER_LABEL);
+    const QRect label = Place(script, window, IDC_LOGON_PASSWORD_LABEL);
+    EXPECT_EQ(label.left(), userLabel.left());
+    EXPECT_GT(Place(script, window, IDC_LOGON_PASSWORD).top(), user.bottom() + 5);
     script.Click(window, IDCANCEL);
   });
   EXPECT_TRUE(Run(LogonSystem::kNone, [&](DesktopScript& script, QWidget* window) {
@@ -160,8 +163,11 @@ TEST_F(LogonDialogTest, TheOverrideAsksForItsPasswordInTheUsersPlace) {
     EXPECT_EQ(Entries(script, window), QStringList{"Security override"});
     EXPECT_FALSE(IsShown(script, window, IDC_LOGON_USER));
     EXPECT_FALSE(IsShown(script, window, IDC_LOGON_USER_LABEL));
-    EXPECT_EQ(Place(script, window, IDC_LOGON_PASSWORD), usualPassword.translated(0, -16));
-    EXPECT_EQ(Place(script, window, IDC_LOGON_PASSWORD_LABEL), usualLabel.translated(5, -16));
+    // Exact where a dialog unit is 6 by 13 pixels; larger fonts round otherwise.
+    const QRect password = Place(script, window, IDC_LOGON_PASSWORD);
+    const QRect label = Place(script, window, IDC_LOGON_PASSWORD_LABEL);
+    EXPECT_LE((password.topLeft() - user.topLeft()).manhattanLength(), 1);
+    EXPECT_LE((label.topLeft() - userLabel.topLeft()).manhattanLength(), 2);
     script.Type(window, IDC_LOGON_PASSWORD, "Admin!");
     script.Click(window, IDOK);
   }));
