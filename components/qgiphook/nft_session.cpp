@@ -9,11 +9,12 @@
 #include <winerror.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <new>
 #include <set>
+#include <string>
 #include <system_error>
 
 #include "netlink_query.h"
@@ -74,7 +75,9 @@ std::set<int> FilterSockets() {
   std::set<int> found;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-    const int descriptor = std::atoi(entry.path().filename().c_str());
+    const std::string name = entry.path().filename();
+    int descriptor = -1;
+    std::from_chars(name.data(), name.data() + name.size(), descriptor);
     if (IsFilterSocket(descriptor)) found.insert(descriptor);
   }
   return found;

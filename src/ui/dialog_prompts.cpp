@@ -21,7 +21,7 @@ std::optional<std::wstring> DialogPrompts::AskLogon(LogonSystem system,
 std::optional<std::wstring> DialogPrompts::AskFirstUserName() {
   const IndicatorLock locked(indicator_);
   for (;;) {
-    const auto name = InputDialog(ui_).Run(nullptr, kMsgAddNewUser, kMsgEnterFirstUser);
+    auto name = InputDialog(ui_).Run(nullptr, kMsgAddNewUser, kMsgEnterFirstUser);
     // Whether an empty answer is asked for again is decided by whoever asks.
     if (!name || name->empty() || IsStorableUserName(*name)) return name;
     ShowError(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgInvalidUserName));

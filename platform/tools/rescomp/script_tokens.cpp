@@ -99,12 +99,11 @@ void TokenReader::ReadLine() {
   if (!Utf16(line_)) Fail("the line is not UTF-8");
   while (!line_.empty()) {
     const char c = line_.front();
-    if (c == ' ' || c == '\t') {
+    // Every text of a resource is wide, with the prefix or without.
+    if (c == ' ' || c == '\t' || line_.starts_with("L\"")) {
       line_.remove_prefix(1);
     } else if (c == '"') {
       ReadString();
-    } else if (line_.starts_with("L\"")) {
-      line_.remove_prefix(1);  // every text of a resource is wide
     } else if (IsWordCharacter(c)) {
       ReadWord();
     } else {
