@@ -1,21 +1,10 @@
 #include "database_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-
 #include "no_wait_vfs.h"
 
 namespace quillgate::engine {
 
 namespace {
-
-constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
 // The file, and what SQLite reads and locks beside it: its logs, and the index of the later one.
 constexpr const char* kSuffixes[] = {"", "-journal", "-wal", "-shm"};
@@ -33,55 +22,6 @@ constexpr const char* kSettings[] = {
     "PRAGMA cache_size=-1024", "PRAGMA journal_size_limit=1048576",
 };
 
-[[noreturn]] void Fail(const std::string& reason, const std::string& path) {
-  throw OpenError(reason + ": " + path);
-}
-
-// An absolute path: a name with a special meaning for SQLite is then a plain file name too.
-std::string FullPath(std::string path) {
-  std::ranges::replace(path, '\\', '/');
-  if (path.empty()) throw OpenError("no file name given");
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(path, error);
-  if (error) Fail(error.message(), path);
-  return full.native();
-}
-
-// Makes the file, if it is missing, before SQLite can make it readable for others. The descriptor
-// of a file that exists is never opened and closed here: that would drop the locks that another
-// connection of this process has on it.
-void MakeFile(const std::string& path) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly);
-  if (file >= 0) {
-    ::close(file);
-  } else if (errno != EEXIST) {
-    Fail(std::strerror(errno), path);
-  }
-}
-
-void RefuseWhatIsNoFile(const std::string& path, const struct stat& status) {
-  if (S_ISLNK(status.st_mode)) Fail("it is a link", path);
-  if (S_ISDIR(status.st_mode)) Fail("it is a folder", path);
-  if (!S_ISREG(status.st_mode)) Fail("it is not a file", path);
-}
-
-// The digests of passwords are in these files, and a lock on any of them, for which reading is
-// enough, holds up whoever writes. One that came from elsewhere, such as a copy put back, may be
-// open to others; whoever has opened it before this has it open still. By path alone: closing a
-// descriptor of a file drops the locks that other connections of this process have on it.
-void KeepFromOthers(const std::string& path) {
-  struct stat status {};
-  int result = ::lstat(path.c_str(), &status);
-  if (result == 0) {
-    RefuseWhatIsNoFile(path, status);
-    if (status.st_uid != ::geteuid()) Fail("it belongs to another user", path);
-    if ((status.st_mode & ALLPERMS) == kOwnerOnly) return;
-    result = ::fchmodat(AT_FDCWD, path.c_str(), kOwnerOnly, AT_SYMLINK_NOFOLLOW);
-  }
-  // One that is not there, or no longer, will be made with the mode of the database file.
-  if (result != 0 && errno != ENOENT) Fail(std::strerror(errno), path);
-}
-
 // Tries again while another process has the file: where waiting might be a deadlock, as on the way
 // to the write-ahead log, SQLite answers busy without asking the busy handler.
 void Run(sqlite3* database, const char* sql, const std::string& path) {
@@ -98,6 +38,7 @@ void Run(sqlite3* database, const char* sql, const std::string& path) {
 }  // namespace
 
 DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
+  if (givenPath.empty()) throw OpenError("no file name given");
   const std::string path = FullPath(givenPath);
   MakeFile(path);
   for (const char* suffix : kSuffixes)

@@ -1,6 +1,7 @@
 // Conversions between wide text and the process's multibyte code page, in which the engine library
-// and the adapter structures carry theirs. Characters without a counterpart become the code page's
-// replacement. Any thread.
+// and the adapter structures carry theirs: UTF-8, which the manifest asks of Windows (from version
+// 1903 of Windows 10 on). Characters without a counterpart become the code page's replacement. Any
+// thread.
 #pragma once
 
 #include <string>
