@@ -13,8 +13,7 @@ SessionLog::SessionLog(const SessionSurroundings& surroundings)
       indicator_(surroundings.indicator),
       meter_(surroundings.logon),
       log_(surroundings.database),
-      rules_(surroundings.logon, meter_, log_, rests_, surroundings.database,
-             surroundings.calendar),
+      rules_(meter_, log_, rests_, surroundings.database, surroundings.calendar),
       warnings_(surroundings.settings, surroundings.catalogue, surroundings.indicator) {
   indicator_.SetIcon(GateIcon::kUndecided);
   indicator_.Show();
@@ -186,22 +185,21 @@ void SessionLog::RecoverSessions() {
 
 void SessionLog::RefreshTotals() {
   const CriticalSectionLock turn(databaseTurn_);
-  const std::shared_ptr<const User> current = logon_.CurrentUser();
-  if (current == nullptr) return;
-  const User user = *current;
+  const std::shared_ptr<const User> user = logon_.CurrentUser();
+  if (user == nullptr) return;
   {
     const CriticalSectionLock hold(lock_);
     rules_.BeginRefresh();
   }
-  const LoggedUsage logged = rules_.ReadTotals(user);
+  const LoggedUsage logged = rules_.ReadTotals(*user);
   const CriticalSectionLock hold(lock_);
-  rules_.EndRefresh(user, logged);
+  rules_.EndRefresh(*user, logged);
 }
 
 AccessReason SessionLog::CheckAccess(bool refresh) {
   if (refresh) RefreshTotals();
   const CriticalSectionLock hold(lock_);
-  return rules_.CheckAccess();
+  return Judge();
 }
 
 std::wstring SessionLog::ReasonText(AccessReason reason) const {
@@ -210,12 +208,19 @@ std::wstring SessionLog::ReasonText(AccessReason reason) const {
 
 std::uint64_t SessionLog::TimeLeft() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.TimeLeft();
+  const auto user = logon_.CurrentUser();
+  return user == nullptr ? 0 : rules_.TimeLeft(*user);
 }
 
 std::uint64_t SessionLog::BytesLeft() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.BytesLeft();
+  const auto user = logon_.CurrentUser();
+  return user == nullptr ? 0 : rules_.BytesLeft(*user);
+}
+
+AccessReason SessionLog::Judge() const {
+  const auto user = logon_.CurrentUser();
+  return rules_.CheckAccess(user.get());
 }
 
 void SessionLog::RunEnforcementCycle() {
@@ -242,7 +247,7 @@ bool SessionLog::MustKnowTotals() const {
 
 bool SessionLog::SwitchGate() {
   const CriticalSectionLock hold(lock_);
-  const AccessReason reason = rules_.CheckAccess();
+  const AccessReason reason = Judge();
   if (meter_.IsOnline()) {
     if (reason == AccessReason::kAllowed) return false;
     EndMeasuredSession();
@@ -295,7 +300,7 @@ void SessionLog::Reevaluate() {
   const CriticalSectionLock hold(lock_);
   sessionEnded_ = false;
   warnings_.Clear();
-  const AccessReason reason = rules_.CheckAccess();
+  const AccessReason reason = Judge();
   if (reason == AccessReason::kAllowed) {
     OpenGate();
     return;

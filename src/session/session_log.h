@@ -99,7 +99,8 @@ class SessionLog final : public SessionControl {
   void Reevaluate() override;
 
  private:
-  // With the lock held.
+  // With the lock held. Judge: the user who is logged on, as that user is now.
+  AccessReason Judge() const;
   void OpenGate();
   void CloseGate();
   void EndMeasuredSession();
