@@ -69,6 +69,10 @@ AccessReason AccessRules::CheckAccess(const User* user) const {
   return AccessReason::kAllowed;
 }
 
+bool AccessRules::AreOfOtherPeriods(const User& user) const {
+  return timePeriod_ != user.TimeLimit().period || downloadPeriod_ != user.DownloadLimit().period;
+}
+
 std::uint64_t AccessRules::TimeLeft(const User& user) const {
   return Left(SecondsUsed(), LimitSeconds(user));
 }
@@ -98,6 +102,8 @@ void AccessRules::EndRefresh(const User& user, const LoggedUsage& logged) {
     baselineMilliseconds_ = rests_.Milliseconds(user.Name(), logged.timeDays);
   }
   if (logged.bytes) baselineBytes_ = *logged.bytes + unwritten.bytesReceived;
+  timePeriod_ = user.TimeLimit().period;
+  downloadPeriod_ = user.DownloadLimit().period;
   stale_ = false;
 }
 

@@ -55,6 +55,8 @@ class AccessRules {
   // Whether the last refresh has not ended, so that the baselines may be those of another user or
   // miss the last session.
   bool IsStale() const { return stale_; }
+  // Whether the baselines are of other periods than the user's limits, which were replaced since.
+  bool AreOfOtherPeriods(const User& user) const;
 
   // Seconds and bytes before the user's limit is reached, whether or not that limit is enabled. 0
   // when it is exceeded.
@@ -73,6 +75,9 @@ class AccessRules {
   std::uint64_t baselineSeconds_ = 0;
   std::uint64_t baselineMilliseconds_ = 0;  // on top of the seconds
   std::uint64_t baselineBytes_ = 0;
+  // Of the limits at the last refresh; none before the first.
+  std::optional<LimitPeriod> timePeriod_;
+  std::optional<LimitPeriod> downloadPeriod_;
   bool stale_ = false;
 };
 

@@ -1,7 +1,5 @@
 #include "session/session_log.h"
 
-#include <exception>
-
 #include "usage/adapter_list.h"
 
 namespace quillgate {
@@ -226,8 +224,9 @@ AccessReason SessionLog::Judge() const {
 void SessionLog::RunEnforcementCycle() {
   NoteLocalPolicy();
   AssertClosedGate();
-  if (MustKnowTotals()) RefreshTotals();
+  const std::exception_ptr failure = RefreshDueTotals();
   if (SwitchGate()) WriteClosedSession();
+  if (failure) std::rethrow_exception(failure);
   GiveWarnings();
   SnapshotSession();
 }
@@ -239,10 +238,22 @@ void SessionLog::AssertClosedGate() {
 }
 
 // A closed gate is not opened on totals that could not be read; an open one is judged by the last
-// that could.
+// that could. Limits of other periods than before are worth the wait for their totals: by those
+// known, a gate would close that may be open.
 bool SessionLog::MustKnowTotals() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.IsStale() && !meter_.IsOnline();
+  const auto user = logon_.CurrentUser();
+  if (user == nullptr) return false;
+  return rules_.AreOfOtherPeriods(*user) || (rules_.IsStale() && !meter_.IsOnline());
+}
+
+std::exception_ptr SessionLog::RefreshDueTotals() {
+  try {
+    if (MustKnowTotals()) RefreshTotals();
+  } catch (...) {
+    return std::current_exception();
+  }
+  return nullptr;
 }
 
 bool SessionLog::SwitchGate() {
@@ -254,7 +265,7 @@ bool SessionLog::SwitchGate() {
     TellDisabled(ReasonText(reason));
     return log_.HasUnwritten();
   }
-  if (reason != AccessReason::kAllowed || sessionEnded_ || rules_.IsStale()) return false;
+  if (reason != AccessReason::kAllowed || sessionEnded_ || MustKnowTotals()) return false;
   OpenGate();
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
                          catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);

@@ -88,18 +88,30 @@ TEST_F(EnforcementTest, TheEndOfAnAllowedHourClosesAndTheNextOneOpensWithABalloo
                                                        BalloonIcon::kInformation}));
 }
 
-TEST_F(EnforcementTest, AReplacedLimitIsJudgedByTheNextCycle) {
+TEST_F(EnforcementTest, AReplacedLimitIsJudgedByTheNextCycleAlsoIfItIsOfAnotherPeriod) {
+  Insert(L"ConnLog", {L"Anna", L"7200", L"0", L"0", L"2005-03-01 08:00:00"});
   LogOn();
   Pass(61s);
   const struct {
     User::Limit limit;
     bool online;
-  } cases[] = {{{true, 1, LimitPeriod::kDay}, false}, {{true, 60, LimitPeriod::kDay}, true}};
+  } cases[] = {{{true, 1, LimitPeriod::kDay}, false},
+               {{true, 60, LimitPeriod::kDay}, true},
+               {{true, 60, LimitPeriod::kMonth}, false},
+               {{true, 180, LimitPeriod::kMonth}, true}};
   for (const auto& each : cases) {
     LimitTime(each.limit);
     session_->RunEnforcementCycle();
     EXPECT_EQ(session_->IsOnline(), each.online) << each.limit.amount;
   }
+  // Totals of the other period that cannot be read keep no gate open.
+  BreakLog();
+  LimitTime({true, 180, LimitPeriod::kDay});
+  EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
+  EXPECT_TRUE(session_->IsOnline()) << "judged by the last ones";
+  BlockHour(1 * 24 + 18);
+  EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
+  EXPECT_FALSE(session_->IsOnline());
 }
 
 TEST_F(EnforcementTest, AUserIsNeverJudgedHalfReplaced) {
