@@ -41,10 +41,10 @@ bool LogonSession::IsLoggedOn() const {
 
 std::shared_ptr<const User> LogonSession::CurrentUser() const {
   const CriticalSectionLock hold(lock_);
-  return current_;
+  return current_ == nullptr ? nullptr : current_->Latest();
 }
 
-void LogonSession::SetCurrent(std::shared_ptr<User> user) {
+void LogonSession::SetCurrent(std::shared_ptr<const UserEntry> user) {
   const CriticalSectionLock hold(lock_);
   current_.swap(user);
 }
@@ -132,8 +132,8 @@ bool LogonSession::StoreFirstUser(std::wstring name) {
       users->Table() != UserTableOf(LogonSystem::kQuillgate)) {
     return false;
   }
-  auto user = std::make_shared<User>(std::move(name));
-  user->AssignAdministrator(true);
+  User user(std::move(name));
+  user.AssignAdministrator(true);
   return users->AddStored(std::move(user));
 }
 
@@ -146,19 +146,19 @@ bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>&
   return IsLoggedOn();
 }
 
-std::shared_ptr<User> LogonSession::FindLogonUser(
+std::shared_ptr<const UserEntry> LogonSession::FindLogonUser(
     LogonSystem system, const std::optional<std::wstring>& acceptedName) const {
   const auto users = Users();
   if (users == nullptr || users->Table() != UserTableOf(system)) return nullptr;
   switch (system) {
     case LogonSystem::kQuillgate:
-      return acceptedName ? users->Find(*acceptedName) : nullptr;
+      return acceptedName ? users->FindEntry(*acceptedName) : nullptr;
     case LogonSystem::kWindows:
-      return users->Find(identity_.UserName());
+      return users->FindEntry(identity_.UserName());
     case LogonSystem::kNone:
       break;
   }
-  return users->Find(acceptedName ? kOverrideUserName : kCommonUserName);
+  return users->FindEntry(acceptedName ? kOverrideUserName : kCommonUserName);
 }
 
 void LogonSession::LogOff(int) {
@@ -177,7 +177,7 @@ void LogonSession::RefreshCurrentUser() {
   const auto current = CurrentUser();
   if (current == nullptr) return;
   const auto users = Users();
-  SetCurrent(users == nullptr ? nullptr : users->Find(current->Name()));
+  SetCurrent(users == nullptr ? nullptr : users->FindEntry(current->Name()));
 }
 
 }  // namespace quillgate

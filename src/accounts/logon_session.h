@@ -11,7 +11,8 @@
 // - A cancelled question leaves whoever has logged on meanwhile. So does an answer for a logon
 //   system that is not the current one any more.
 // Order of locks: the decision's, the session object's, the one around the current user. The
-// session object may therefore ask who is logged on, whatever it holds.
+// session object may therefore ask who is logged on, whatever it holds. Changing a user
+// is no decision and needs none of these locks; the session object sees it at its next judgement.
 #pragma once
 
 #include <memory>
@@ -83,7 +84,8 @@ class LogonSession final : private LogonCandidates {
   void SetUsers(std::shared_ptr<UserCollection> users);
 
   bool IsLoggedOn() const;
-  // Null when nobody is logged on.
+  // The user as the collection has it now; null when nobody is logged on. One value is one state of
+  // the user's rules, so a judgement takes it once.
   std::shared_ptr<const User> CurrentUser() const;
 
   // An empty name is an ordinary logon; "Admin" and "User" are the override commands of the NONE
@@ -99,7 +101,8 @@ class LogonSession final : private LogonCandidates {
   // flag has no effect.
   void LogOff(int flag);
 
-  // Looks the current user up again by name; nobody is logged on if that name is gone.
+  // After SetUsers or a reload of the users: looks the current user up again by name; nobody is
+  // logged on if that name is gone. Other changes of users are followed without.
   void RefreshCurrentUser();
 
   // Whoever holds it keeps decisions out: to exchange several of the things they work with at once.
@@ -117,7 +120,7 @@ class LogonSession final : private LogonCandidates {
   // What the settings choose, or chose when they could be read last. With the decision's lock held.
   LogonSystem System() const;
   std::shared_ptr<UserCollection> Users() const;
-  void SetCurrent(std::shared_ptr<User> user);
+  void SetCurrent(std::shared_ptr<const UserEntry> user);
 
   // The question of that system, with the first user made before if need be. Nothing is held.
   std::optional<std::wstring> Ask(LogonPrompts& prompts, LogonSystem system);
@@ -128,8 +131,8 @@ class LogonSession final : private LogonCandidates {
 
   // With the decision's lock held. No name: nobody was asked, or nobody accepted.
   bool Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName);
-  std::shared_ptr<User> FindLogonUser(LogonSystem system,
-                                      const std::optional<std::wstring>& acceptedName) const;
+  std::shared_ptr<const UserEntry> FindLogonUser(
+      LogonSystem system, const std::optional<std::wstring>& acceptedName) const;
 
   Settings& settings_;
   WindowsIdentity& identity_;
@@ -142,7 +145,7 @@ class LogonSession final : private LogonCandidates {
 
   mutable CriticalSection lock_;
   std::shared_ptr<UserCollection> users_;
-  std::shared_ptr<User> current_;
+  std::shared_ptr<const UserEntry> current_;
 };
 
 }  // namespace quillgate

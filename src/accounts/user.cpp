@@ -170,7 +170,8 @@ bool IsStorableUserName(std::wstring_view name) {
   User user{std::wstring(name)};
   constexpr User::Limit kLongest{true, std::numeric_limits<std::int32_t>::min(),
                                  LimitPeriod::kUnknown};
-  user.TimeLimit() = user.DownloadLimit() = kLongest;
+  user.SetTimeLimit(kLongest);
+  user.SetDownloadLimit(kLongest);
   try {
     return !name.empty() && FitsStatement(UpdateStatement(UserTableOf(LogonSystem::kQuillgate),
                                                           ColumnValuesOf(user)));

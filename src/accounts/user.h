@@ -1,5 +1,5 @@
-// One user record with its rules. A plain value: copies share nothing. What is stored where is the
-// business of UserCollection.
+// One user record with its rules. A plain value: copies share nothing. To change a user of a
+// UserCollection, edit a copy and give it back. What is stored where is the collection's business.
 #pragma once
 
 #include <array>
@@ -24,7 +24,9 @@ class User {
   explicit User(std::wstring name);
   virtual ~User() = default;
   User(const User&) = default;
+  User(User&&) = default;
   User& operator=(const User&) = default;
+  User& operator=(User&&) = default;
 
   const std::wstring& Name() const { return name_; }
   void SetName(std::wstring name) { name_ = std::move(name); }
@@ -43,13 +45,13 @@ class User {
     std::int32_t amount = 1;  // minutes, or megabytes of 1,048,576 bytes
     LimitPeriod period = LimitPeriod::kDay;
   };
-  Limit& TimeLimit() { return timeLimit_; }
   const Limit& TimeLimit() const { return timeLimit_; }
-  Limit& DownloadLimit() { return downloadLimit_; }
+  void SetTimeLimit(const Limit& limit) { timeLimit_ = limit; }
   const Limit& DownloadLimit() const { return downloadLimit_; }
+  void SetDownloadLimit(const Limit& limit) { downloadLimit_ = limit; }
 
-  HoursTable& ConnectHours() { return connectHours_; }
   const HoursTable& ConnectHours() const { return connectHours_; }
+  void SetConnectHours(const HoursTable& hours) { connectHours_ = hours; }
   // Whether the current local hour is blocked.
   bool IsHourBlocked() const;
 

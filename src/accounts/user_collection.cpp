@@ -1,6 +1,15 @@
 #include "accounts/user_collection.h"
 
+#include <algorithm>
+
 namespace quillgate {
+namespace {
+
+std::shared_ptr<UserEntry> NewEntry(User user) {
+  return std::make_shared<UserEntry>(std::make_shared<const User>(std::move(user)));
+}
+
+}  // namespace
 
 UserCollection::UserCollection(LogonSystem system, Database& database)
     : system_(system), database_(database) {
@@ -8,7 +17,8 @@ UserCollection::UserCollection(LogonSystem system, Database& database)
 }
 
 bool UserCollection::LoadAll() {
-  UserMap users;
+  const CriticalSectionLock change(changes_);
+  EntryMap users;
   std::vector<std::wstring> unreadable;
   const bool complete = ReadTable(users, unreadable);
   const CriticalSectionLock hold(lock_);
@@ -22,16 +32,16 @@ std::vector<std::wstring> UserCollection::UnreadableNames() const {
   return unreadable_;
 }
 
-bool UserCollection::ReadTable(UserMap& users, std::vector<std::wstring>& unreadable) {
+bool UserCollection::ReadTable(EntryMap& users, std::vector<std::wstring>& unreadable) {
   try {
     DbRows rows;
     database_.DbQuery(L"SELECT Name FROM " + std::wstring(Table()) + L";", rows);
     for (const DbRow& row : rows) {
-      auto user = std::make_shared<User>();
+      User user;
       // Also when the row turns out to be unreadable, the user goes by its name.
-      user->SetName(row.at(0));
-      users.emplace(row.at(0), user);
-      if (!user->Load(row.at(0), Table(), database_)) unreadable.push_back(row.at(0));
+      user.SetName(row.at(0));
+      if (!user.Load(row.at(0), Table(), database_)) unreadable.push_back(row.at(0));
+      users.emplace(row.at(0), NewEntry(std::move(user)));
     }
     return unreadable.empty();
   } catch (const std::exception&) {
@@ -40,8 +50,12 @@ bool UserCollection::ReadTable(UserMap& users, std::vector<std::wstring>& unread
 }
 
 bool UserCollection::SaveAll() {
+  const CriticalSectionLock change(changes_);
+  return ReplaceTable(Snapshot());
+}
+
+bool UserCollection::ReplaceTable(const UserMap& users) {
   try {
-    const UserMap users = Snapshot();
     DbTransaction transaction(database_);
     database_.DbExecute(L"DELETE FROM " + std::wstring(Table()) + L";");
     for (const auto& [name, user] : users) {
@@ -54,17 +68,54 @@ bool UserCollection::SaveAll() {
   }
 }
 
-bool UserCollection::Add(std::shared_ptr<User> user) {
+bool UserCollection::Add(User user) {
+  const CriticalSectionLock change(changes_);
   const CriticalSectionLock hold(lock_);
-  const std::wstring name = user->Name();
-  return users_.emplace(name, std::move(user)).second;
+  const std::wstring name = user.Name();
+  return users_.emplace(name, NewEntry(std::move(user))).second;
 }
 
-bool UserCollection::AddStored(std::shared_ptr<User> user) {
-  return !Contains(user->Name()) && user->Save(Table(), database_) && Add(std::move(user));
+bool UserCollection::AddStored(User user) {
+  const CriticalSectionLock change(changes_);
+  return !Contains(user.Name()) && user.Save(Table(), database_) && Add(std::move(user));
+}
+
+bool UserCollection::Replace(User user) {
+  const CriticalSectionLock change(changes_);
+  const auto users = SnapshotWith({std::move(user)});
+  if (users) Adopt(*users);
+  return users.has_value();
+}
+
+bool UserCollection::ReplaceAllStored(std::vector<User> replacements) {
+  const CriticalSectionLock change(changes_);
+  const auto users = SnapshotWith(std::move(replacements));
+  if (!users || !ReplaceTable(*users)) return false;
+  Adopt(*users);
+  return true;
+}
+
+std::optional<UserCollection::UserMap> UserCollection::SnapshotWith(
+    std::vector<User> replacements) const {
+  UserMap users = Snapshot();
+  const bool hadAdministrator = HasAdministrator(users);
+  for (User& replacement : replacements) {
+    const auto found = users.find(replacement.Name());
+    if (found == users.end()) return {};
+    found->second = std::make_shared<const User>(std::move(replacement));
+  }
+  if (hadAdministrator && !HasAdministrator(users)) return {};
+  return users;
+}
+
+void UserCollection::Adopt(const UserMap& users) {
+  const CriticalSectionLock hold(lock_);
+  for (const auto& [name, entry] : users_)
+    entry->Replace(users.find(name)->second);
 }
 
 bool UserCollection::Remove(std::wstring_view name) {
+  const CriticalSectionLock change(changes_);
   const CriticalSectionLock hold(lock_);
   const auto found = users_.find(name);
   if (found == users_.end() || !HasOtherAdministrator(name)) return false;
@@ -73,33 +124,49 @@ bool UserCollection::Remove(std::wstring_view name) {
 }
 
 bool UserCollection::Rename(std::wstring_view oldName, std::wstring_view newName) {
+  const CriticalSectionLock change(changes_);
   const CriticalSectionLock hold(lock_);
-  if (users_.contains(newName)) return false;
   const auto found = users_.find(oldName);
-  if (found == users_.end()) return false;
+  if (found == users_.end() || users_.contains(newName)) return false;
+  User renamed = *found->second->Latest();
+  renamed.SetName(std::wstring(newName));
+  auto value = std::make_shared<const User>(std::move(renamed));
   std::wstring name(newName);
-  users_.emplace(newName, found->second);
   // Nothing from here on can fail, so entry and user never disagree on the name.
-  found->second->SetName(std::move(name));
-  users_.erase(found);
+  auto node = users_.extract(found);
+  node.key() = std::move(name);
+  node.mapped()->Replace(std::move(value));
+  users_.insert(std::move(node));
   return true;
 }
 
-bool UserCollection::SetAdministrator(User& user, bool administrator) {
-  const CriticalSectionLock hold(lock_);
-  if (!administrator && !HasOtherAdministrator(user.Name())) return false;
-  user.AssignAdministrator(administrator);
-  return true;
+bool UserCollection::SetAdministrator(std::wstring_view name, bool administrator) {
+  const CriticalSectionLock change(changes_);
+  const auto user = Find(name);
+  if (user == nullptr || (!administrator && !HasOtherAdministrator(name))) return false;
+  User edited = *user;
+  edited.AssignAdministrator(administrator);
+  return Replace(std::move(edited));
+}
+
+bool UserCollection::HasAdministrator(const UserMap& users) {
+  return std::any_of(users.begin(), users.end(),
+                     [](const auto& each) { return each.second->IsAdministrator(); });
 }
 
 bool UserCollection::HasOtherAdministrator(std::wstring_view name) const {
-  for (const auto& [each, user] : users_) {
-    if (each != name && user->IsAdministrator()) return true;
-  }
-  return false;
+  UserMap others = Snapshot();
+  others.erase(std::wstring(name));
+  return HasAdministrator(others);
 }
 
-std::shared_ptr<User> UserCollection::Find(std::wstring_view name) const {
+std::shared_ptr<const User> UserCollection::Find(std::wstring_view name) const {
+  const CriticalSectionLock hold(lock_);
+  const auto entry = FindEntry(name);
+  return entry == nullptr ? nullptr : entry->Latest();
+}
+
+std::shared_ptr<const UserEntry> UserCollection::FindEntry(std::wstring_view name) const {
   const CriticalSectionLock hold(lock_);
   const auto found = users_.find(name);
   return found == users_.end() ? nullptr : found->second;
@@ -112,7 +179,7 @@ bool UserCollection::Contains(std::wstring_view name) const {
 std::vector<std::wstring> UserCollection::SortedNames() const {
   const CriticalSectionLock hold(lock_);
   std::vector<std::wstring> names;
-  for (const auto& [name, user] : users_)
+  for (const auto& [name, entry] : users_)
     names.push_back(name);
   return names;
 }
@@ -124,17 +191,19 @@ std::size_t UserCollection::Count() const {
 
 UserCollection::UserMap UserCollection::Snapshot() const {
   const CriticalSectionLock hold(lock_);
-  return users_;
+  UserMap users;
+  for (const auto& [name, entry] : users_)
+    users.emplace(name, entry->Latest());
+  return users;
 }
 
 void EnsureBuiltInUsers(UserCollection& users) {
   // An empty collection may be one that could not be read; saving over that table would replace
   // the override password by the blank one.
   if (users.Count() != 0 || !users.LoadAll() || users.Count() != 0) return;
-  auto everybody = std::make_shared<User>(std::wstring(kCommonUserName));
-  auto administrator = std::make_shared<User>(std::wstring(kOverrideUserName));
-  administrator->AssignAdministrator(true);
-  users.Add(std::move(everybody));
+  User administrator{std::wstring(kOverrideUserName)};
+  administrator.AssignAdministrator(true);
+  users.Add(User(std::wstring(kCommonUserName)));
   users.Add(std::move(administrator));
   users.SaveAll();
 }

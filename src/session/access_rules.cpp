@@ -52,39 +52,33 @@ std::wstring ReasonText(AccessReason reason, const MessageCatalogue& catalogue) 
   return {};
 }
 
-AccessRules::AccessRules(const LogonSession& logon, const SessionMeter& meter,
-                         const ConnectionLog& log, const SessionRests& rests, Database& database,
+AccessRules::AccessRules(const SessionMeter& meter, const ConnectionLog& log,
+                         const SessionRests& rests, Database& database,
                          const WeekCalendar& calendar)
-    : logon_(logon),
-      meter_(meter),
-      log_(log),
-      rests_(rests),
-      database_(database),
-      calendar_(calendar) {}
+    : meter_(meter), log_(log), rests_(rests), database_(database), calendar_(calendar) {}
 
-AccessReason AccessRules::CheckAccess() const {
-  const std::shared_ptr<const User> current = logon_.CurrentUser();
-  if (current == nullptr) return AccessReason::kNobodyLoggedOn;
-  // One state of the rules for the whole judgement, whatever the settings change meanwhile.
-  const User user = *current;
-  if (user.IsHourBlocked()) return AccessReason::kHourBlocked;
-  if (user.TimeLimit().enabled && SecondsUsed() > LimitSeconds(user)) {
+AccessReason AccessRules::CheckAccess(const User* user) const {
+  if (user == nullptr) return AccessReason::kNobodyLoggedOn;
+  if (user->IsHourBlocked()) return AccessReason::kHourBlocked;
+  if (user->TimeLimit().enabled && SecondsUsed() > LimitSeconds(*user)) {
     return AccessReason::kTimeUsedUp;
   }
-  if (user.DownloadLimit().enabled && BytesUsed() > LimitBytes(user)) {
+  if (user->DownloadLimit().enabled && BytesUsed() > LimitBytes(*user)) {
     return AccessReason::kDownloadUsedUp;
   }
   return AccessReason::kAllowed;
 }
 
-std::uint64_t AccessRules::TimeLeft() const {
-  const std::shared_ptr<const User> user = logon_.CurrentUser();
-  return user == nullptr ? 0 : Left(SecondsUsed(), LimitSeconds(*user));
+bool AccessRules::AreOfOtherPeriods(const User& user) const {
+  return timePeriod_ != user.TimeLimit().period || downloadPeriod_ != user.DownloadLimit().period;
 }
 
-std::uint64_t AccessRules::BytesLeft() const {
-  const std::shared_ptr<const User> user = logon_.CurrentUser();
-  return user == nullptr ? 0 : Left(BytesUsed(), LimitBytes(*user));
+std::uint64_t AccessRules::TimeLeft(const User& user) const {
+  return Left(SecondsUsed(), LimitSeconds(user));
+}
+
+std::uint64_t AccessRules::BytesLeft(const User& user) const {
+  return Left(BytesUsed(), LimitBytes(user));
 }
 
 LoggedUsage AccessRules::ReadTotals(const User& user) const {
@@ -108,6 +102,8 @@ void AccessRules::EndRefresh(const User& user, const LoggedUsage& logged) {
     baselineMilliseconds_ = rests_.Milliseconds(user.Name(), logged.timeDays);
   }
   if (logged.bytes) baselineBytes_ = *logged.bytes + unwritten.bytesReceived;
+  timePeriod_ = user.TimeLimit().period;
+  downloadPeriod_ = user.DownloadLimit().period;
   stale_ = false;
 }
 

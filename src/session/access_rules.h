@@ -1,5 +1,6 @@
 // Decides whether the user who is logged on may be online now, and how much is left. Judges by the
-// user's record alone; administrators are no exception. The totals of the database are taken only
+// user's record alone; administrators are no exception. The session object gives that record, one
+// for each judgement, for the next one may be by another. The totals of the database are taken only
 // for a refresh: in between, the baselines stay as they were, also over midnight. Owned by the
 // session object and used under its lock, but for ReadTotals, which may wait for the database.
 #pragma once
@@ -8,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "accounts/logon_session.h"
+#include "accounts/user.h"
 #include "session/connection_log.h"
 #include "session/session_meter.h"
 #include "session/session_rests.h"
@@ -37,11 +38,12 @@ struct LoggedUsage {
 
 class AccessRules {
  public:
-  AccessRules(const LogonSession& logon, const SessionMeter& meter, const ConnectionLog& log,
-              const SessionRests& rests, Database& database, const WeekCalendar& calendar);
+  AccessRules(const SessionMeter& meter, const ConnectionLog& log, const SessionRests& rests,
+              Database& database, const WeekCalendar& calendar);
 
-  // Hours come before time, time before download. A limit is used up when it is exceeded.
-  AccessReason CheckAccess() const;
+  // Hours come before time, time before download. A limit is used up when it is exceeded. Null:
+  // nobody is logged on.
+  AccessReason CheckAccess(const User* user) const;
 
   // A refresh in three steps, of which the second needs no lock and throws DBerror when the totals
   // cannot be read; the baselines then stay as they were.
@@ -53,17 +55,18 @@ class AccessRules {
   // Whether the last refresh has not ended, so that the baselines may be those of another user or
   // miss the last session.
   bool IsStale() const { return stale_; }
+  // Whether the baselines are of other periods than the user's limits, which were replaced since.
+  bool AreOfOtherPeriods(const User& user) const;
 
-  // Seconds and bytes before the limit of the user who is logged on is reached, whether or not that
-  // limit is enabled. 0 when it is exceeded, or nobody is logged on.
-  std::uint64_t TimeLeft() const;
-  std::uint64_t BytesLeft() const;
+  // Seconds and bytes before the user's limit is reached, whether or not that limit is enabled. 0
+  // when it is exceeded.
+  std::uint64_t TimeLeft(const User& user) const;
+  std::uint64_t BytesLeft(const User& user) const;
 
  private:
   std::uint64_t SecondsUsed() const;
   std::uint64_t BytesUsed() const;
 
-  const LogonSession& logon_;
   const SessionMeter& meter_;
   const ConnectionLog& log_;
   const SessionRests& rests_;
@@ -72,6 +75,9 @@ class AccessRules {
   std::uint64_t baselineSeconds_ = 0;
   std::uint64_t baselineMilliseconds_ = 0;  // on top of the seconds
   std::uint64_t baselineBytes_ = 0;
+  // Of the limits at the last refresh; none before the first.
+  std::optional<LimitPeriod> timePeriod_;
+  std::optional<LimitPeriod> downloadPeriod_;
   bool stale_ = false;
 };
 

@@ -40,11 +40,11 @@ WarningThresholds LimitWarnings::ReadThresholds(const User& user) const {
 
 void LimitWarnings::WarnIfDue(const User& user, const WarningThresholds& thresholds,
                               const AccessRules& rules) {
-  const std::uint64_t secondsLeft = rules.TimeLeft();
+  const std::uint64_t secondsLeft = rules.TimeLeft(user);
   if (!timeWarningShown_ && user.TimeLimit().enabled && secondsLeft < thresholds.seconds) {
     WarnOfTime(secondsLeft);
   }
-  const std::uint64_t bytesLeft = rules.BytesLeft();
+  const std::uint64_t bytesLeft = rules.BytesLeft(user);
   if (!downloadWarningShown_ && user.DownloadLimit().enabled && bytesLeft < thresholds.bytes) {
     WarnOfDownload(bytesLeft);
   }

@@ -1,7 +1,5 @@
 #include "session/session_log.h"
 
-#include <exception>
-
 #include "usage/adapter_list.h"
 
 namespace quillgate {
@@ -13,8 +11,7 @@ SessionLog::SessionLog(const SessionSurroundings& surroundings)
       indicator_(surroundings.indicator),
       meter_(surroundings.logon),
       log_(surroundings.database),
-      rules_(surroundings.logon, meter_, log_, rests_, surroundings.database,
-             surroundings.calendar),
+      rules_(meter_, log_, rests_, surroundings.database, surroundings.calendar),
       warnings_(surroundings.settings, surroundings.catalogue, surroundings.indicator) {
   indicator_.SetIcon(GateIcon::kUndecided);
   indicator_.Show();
@@ -186,22 +183,21 @@ void SessionLog::RecoverSessions() {
 
 void SessionLog::RefreshTotals() {
   const CriticalSectionLock turn(databaseTurn_);
-  const std::shared_ptr<const User> current = logon_.CurrentUser();
-  if (current == nullptr) return;
-  const User user = *current;
+  const std::shared_ptr<const User> user = logon_.CurrentUser();
+  if (user == nullptr) return;
   {
     const CriticalSectionLock hold(lock_);
     rules_.BeginRefresh();
   }
-  const LoggedUsage logged = rules_.ReadTotals(user);
+  const LoggedUsage logged = rules_.ReadTotals(*user);
   const CriticalSectionLock hold(lock_);
-  rules_.EndRefresh(user, logged);
+  rules_.EndRefresh(*user, logged);
 }
 
 AccessReason SessionLog::CheckAccess(bool refresh) {
   if (refresh) RefreshTotals();
   const CriticalSectionLock hold(lock_);
-  return rules_.CheckAccess();
+  return Judge();
 }
 
 std::wstring SessionLog::ReasonText(AccessReason reason) const {
@@ -210,19 +206,27 @@ std::wstring SessionLog::ReasonText(AccessReason reason) const {
 
 std::uint64_t SessionLog::TimeLeft() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.TimeLeft();
+  const auto user = logon_.CurrentUser();
+  return user == nullptr ? 0 : rules_.TimeLeft(*user);
 }
 
 std::uint64_t SessionLog::BytesLeft() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.BytesLeft();
+  const auto user = logon_.CurrentUser();
+  return user == nullptr ? 0 : rules_.BytesLeft(*user);
+}
+
+AccessReason SessionLog::Judge() const {
+  const auto user = logon_.CurrentUser();
+  return rules_.CheckAccess(user.get());
 }
 
 void SessionLog::RunEnforcementCycle() {
   NoteLocalPolicy();
   AssertClosedGate();
-  if (MustKnowTotals()) RefreshTotals();
+  const std::exception_ptr failure = RefreshDueTotals();
   if (SwitchGate()) WriteClosedSession();
+  if (failure) std::rethrow_exception(failure);
   GiveWarnings();
   SnapshotSession();
 }
@@ -234,22 +238,34 @@ void SessionLog::AssertClosedGate() {
 }
 
 // A closed gate is not opened on totals that could not be read; an open one is judged by the last
-// that could.
+// that could. Limits of other periods than before are worth the wait for their totals: by those
+// known, a gate would close that may be open.
 bool SessionLog::MustKnowTotals() const {
   const CriticalSectionLock hold(lock_);
-  return rules_.IsStale() && !meter_.IsOnline();
+  const auto user = logon_.CurrentUser();
+  if (user == nullptr) return false;
+  return rules_.AreOfOtherPeriods(*user) || (rules_.IsStale() && !meter_.IsOnline());
+}
+
+std::exception_ptr SessionLog::RefreshDueTotals() {
+  try {
+    if (MustKnowTotals()) RefreshTotals();
+  } catch (...) {
+    return std::current_exception();
+  }
+  return nullptr;
 }
 
 bool SessionLog::SwitchGate() {
   const CriticalSectionLock hold(lock_);
-  const AccessReason reason = rules_.CheckAccess();
+  const AccessReason reason = Judge();
   if (meter_.IsOnline()) {
     if (reason == AccessReason::kAllowed) return false;
     EndMeasuredSession();
     TellDisabled(ReasonText(reason));
     return log_.HasUnwritten();
   }
-  if (reason != AccessReason::kAllowed || sessionEnded_ || rules_.IsStale()) return false;
+  if (reason != AccessReason::kAllowed || sessionEnded_ || MustKnowTotals()) return false;
   OpenGate();
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
                          catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);
@@ -295,7 +311,7 @@ void SessionLog::Reevaluate() {
   const CriticalSectionLock hold(lock_);
   sessionEnded_ = false;
   warnings_.Clear();
-  const AccessReason reason = rules_.CheckAccess();
+  const AccessReason reason = Judge();
   if (reason == AccessReason::kAllowed) {
     OpenGate();
     return;

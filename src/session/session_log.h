@@ -9,6 +9,7 @@
 #pragma once
 
 #include <atomic>
+#include <exception>
 #include <functional>
 #include <string>
 
@@ -99,16 +100,18 @@ class SessionLog final : public SessionControl {
   void Reevaluate() override;
 
  private:
-  // With the lock held.
+  // With the lock held. Judge: the user who is logged on, as that user is now.
+  AccessReason Judge() const;
   void OpenGate();
   void CloseGate();
   void EndMeasuredSession();
   void EndMeasuring();
 
-  // The steps of a cycle. SwitchGate: whether the gate was closed and has left a session to be
-  // written.
+  // The steps of a cycle. RefreshDueTotals: what it failed with, for the gate is judged before that
+  // is told. SwitchGate: whether the gate was closed and has left a session to be written.
   void AssertClosedGate();
   bool MustKnowTotals() const;
+  std::exception_ptr RefreshDueTotals();
   bool SwitchGate();
 
   // Each may wait for the database; the lock must not be held.

@@ -29,9 +29,9 @@ class AccountsTest : public testing::Test {
     database_.DbExecute(L"INSERT INTO " + table + L" VALUES (" + values + L");");
   }
 
-  static std::shared_ptr<User> MakeUser(const std::wstring& name, bool administrator = false) {
-    auto user = std::make_shared<User>(name);
-    user->AssignAdministrator(administrator);
+  static User MakeUser(const std::wstring& name, bool administrator = false) {
+    User user(name);
+    user.AssignAdministrator(administrator);
     return user;
   }
 

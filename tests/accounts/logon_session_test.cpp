@@ -129,7 +129,10 @@ TEST_F(LogonSessionTest, RefreshingFollowsTheNameIntoTheReloadedList) {
   session_.RefreshCurrentUser();
   EXPECT_EQ(session_.CurrentUser(), users_->Find(L"User"));
   EXPECT_NE(session_.CurrentUser(), before);
+  ASSERT_TRUE(users_->SetAdministrator(L"User", true));
   ASSERT_TRUE(users_->Rename(L"User", L"Other"));
+  EXPECT_TRUE(session_.CurrentUser()->IsAdministrator()) << "without a refresh";
+  EXPECT_EQ(CurrentName(), L"Other");
   session_.RefreshCurrentUser();
   EXPECT_EQ(CurrentName(), L"Other");
   database_.DbExecute(L"DELETE FROM Users_None;");

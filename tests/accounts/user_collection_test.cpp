@@ -11,6 +11,14 @@ using testing::ElementsAre;
 
 class UserCollectionTest : public AccountsTest {
  protected:
+  static User Limited(const wchar_t* name, std::int32_t minutes, bool administrator = false) {
+    User user = MakeUser(name, administrator);
+    user.SetTimeLimit({true, minutes, LimitPeriod::kDay});
+    return user;
+  }
+  DbRows StoredLimits() {
+    return Query(L"SELECT Name, TimeLimit FROM Users_Quillgate ORDER BY Name;");
+  }
   DbRows StoredNames() { return Query(L"SELECT Name FROM Users_Quillgate ORDER BY Name;"); }
 
   UserCollection users_{LogonSystem::kQuillgate, database_};
@@ -31,10 +39,12 @@ TEST_F(UserCollectionTest, AnAdministratorRemainsWhoeverIsRemovedOrDemoted) {
     users.Add(MakeUser(L"Anna", each.annaRules));
     users.Add(MakeUser(L"Bo", each.boRules));
     if (const auto user = users.Find(each.name)) {
-      const bool before = user->IsAdministrator();
-      EXPECT_EQ(users.SetAdministrator(*user, false), each.allowed) << each.name;
-      EXPECT_EQ(user->IsAdministrator(), before && !each.allowed);
-      user->AssignAdministrator(before);
+      EXPECT_EQ(users.SetAdministrator(each.name, false), each.allowed) << each.name;
+      EXPECT_EQ(users.Find(each.name)->IsAdministrator(), user->IsAdministrator() && !each.allowed);
+      EXPECT_TRUE(users.Replace(*user));
+      const bool isLast = user->IsAdministrator() && !each.allowed;
+      EXPECT_EQ(users.Replace(MakeUser(each.name)), !isLast) << each.name;
+      EXPECT_TRUE(users.Replace(*user));
     }
     EXPECT_EQ(users.Remove(each.name), each.allowed) << each.name;
     EXPECT_EQ(users.Count(), each.allowed ? 1u : 2u);
@@ -42,26 +52,26 @@ TEST_F(UserCollectionTest, AnAdministratorRemainsWhoeverIsRemovedOrDemoted) {
 }
 
 TEST_F(UserCollectionTest, ANameIsTakenOnce) {
-  const auto first = MakeUser(L"Anna");
-  EXPECT_TRUE(users_.Add(first));
+  EXPECT_TRUE(users_.Add(MakeUser(L"Anna")));
   EXPECT_FALSE(users_.Add(MakeUser(L"Anna", true)));
-  EXPECT_EQ(users_.Find(L"Anna"), first);
+  EXPECT_FALSE(users_.Find(L"Anna")->IsAdministrator());
   EXPECT_TRUE(users_.Add(MakeUser(L"anna")));
   EXPECT_TRUE(users_.Add(MakeUser(L"Zoe")));
   EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Anna", L"Zoe", L"anna"));
 }
 
 TEST_F(UserCollectionTest, RenamingMovesTheEntryAndTellsTheUser) {
-  const auto anna = MakeUser(L"Anna");
-  users_.Add(anna);
+  users_.Add(MakeUser(L"Anna", true));
   users_.Add(MakeUser(L"Bo"));
+  const auto entry = users_.FindEntry(L"Anna");
   EXPECT_FALSE(users_.Rename(L"Anna", L"Bo"));
   EXPECT_FALSE(users_.Rename(L"Cid", L"Dan"));
   EXPECT_FALSE(users_.Rename(L"Anna", L"Anna"));
-  EXPECT_EQ(anna->Name(), L"Anna");
+  EXPECT_EQ(entry->Latest()->Name(), L"Anna");
   EXPECT_TRUE(users_.Rename(L"Anna", L"Cid"));
-  EXPECT_EQ(users_.Find(L"Cid"), anna);
-  EXPECT_EQ(anna->Name(), L"Cid");
+  EXPECT_EQ(users_.FindEntry(L"Cid"), entry);
+  EXPECT_EQ(entry->Latest()->Name(), L"Cid");
+  EXPECT_TRUE(entry->Latest()->IsAdministrator());
   EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Bo", L"Cid"));
 }
 
@@ -82,11 +92,10 @@ TEST_F(UserCollectionTest, ASaveThatFailsHalfWayLeavesTheTableAsItWas) {
   users_.Add(MakeUser(L"Anna", true));
   users_.Add(MakeUser(L"Zoe"));
   ASSERT_TRUE(users_.SaveAll());
-  users_.Find(L"Anna")->TimeLimit().amount = 77;
+  users_.Replace(Limited(L"Anna", 77, true));
   users_.Add(MakeUser(L"O'Brien"));
   EXPECT_FALSE(users_.SaveAll());
-  EXPECT_EQ(Query(L"SELECT Name, TimeLimit FROM Users_Quillgate ORDER BY Name;"),
-            (DbRows{{L"Anna", L"1"}, {L"Zoe", L"1"}}));
+  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"1"}, {L"Zoe", L"1"}}));
   // And the database is free for the next one.
   ASSERT_TRUE(users_.Rename(L"O'Brien", L"OBrien"));
   EXPECT_TRUE(users_.SaveAll());
@@ -107,10 +116,39 @@ TEST_F(UserCollectionTest, AMalformedRowIsToldAndItsUserIsNotLostByTheNextSave) 
   EXPECT_EQ(StoredNames(), (DbRows{{L"Anna"}, {L"Zoe"}}));
 }
 
-TEST_F(UserCollectionTest, AUserInUseOutlivesItsRemovalAndAReload) {
+TEST_F(UserCollectionTest, SeveralReplacedUsersAreStoredTogetherOrNotAtAll) {
+  users_.Add(MakeUser(L"Anna", true));
+  users_.Add(MakeUser(L"Bo"));
+  ASSERT_TRUE(users_.SaveAll());
+  const struct {
+    std::vector<User> users;
+    bool replaced;
+  } cases[] = {
+      {{Limited(L"Anna", 5, true), Limited(L"Nobody", 5)}, false},
+      {{Limited(L"Bo", 5), Limited(L"Anna", 5)}, false},  // and no administrator
+      {{Limited(L"Anna", 5, true), Limited(L"Bo", 6)}, false},
+      {{Limited(L"Anna", 5), Limited(L"Bo", 5, true)}, true},
+  };
+  database_.DbExecute(
+      L"CREATE TRIGGER Broken BEFORE INSERT ON Users_Quillgate WHEN NEW.TimeLimit = '6' "
+      L"BEGIN SELECT RAISE(ABORT, 'broken'); END;");
+  for (const auto& each : cases) {
+    EXPECT_EQ(users_.ReplaceAllStored(each.users), each.replaced);
+    const std::wstring limit = each.replaced ? L"5" : L"1";
+    EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", limit}, {L"Bo", limit}}));
+    for (const wchar_t* name : {L"Anna", L"Bo"})
+      EXPECT_EQ(std::to_wstring(users_.Find(name)->TimeLimit().amount), limit);
+  }
+  EXPECT_TRUE(users_.Find(L"Bo")->IsAdministrator());
+}
+
+TEST_F(UserCollectionTest, AUserInUseOutlivesItsReplacementItsRemovalAndAReload) {
   users_.Add(MakeUser(L"Anna", true));
   users_.Add(MakeUser(L"Bo"));
   const auto bo = users_.Find(L"Bo");
+  EXPECT_TRUE(users_.Replace(Limited(L"Bo", 5)));
+  EXPECT_EQ(users_.Find(L"Bo")->TimeLimit().amount, 5);
+  EXPECT_EQ(bo->TimeLimit().amount, 1);
   users_.Remove(L"Bo");
   EXPECT_FALSE(users_.Contains(L"Bo"));
   EXPECT_TRUE(users_.Contains(L"Anna"));
@@ -123,7 +161,9 @@ TEST_F(UserCollectionTest, TheTwoUsersOfTheNoneSystemAreMadeOnceAndKept) {
   UserCollection users(LogonSystem::kNone, database_);
   EnsureBuiltInUsers(users);
   EXPECT_THAT(users.SortedNames(), ElementsAre(L"Admin", L"User"));
-  users.Find(L"Admin")->SetPassword(L"secret");
+  User admin = *users.Find(L"Admin");
+  admin.SetPassword(L"secret");
+  users.Replace(std::move(admin));
   ASSERT_TRUE(users.SaveAll());
   UserCollection again(LogonSystem::kNone, database_);
   EnsureBuiltInUsers(again);

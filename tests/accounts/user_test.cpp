@@ -35,11 +35,11 @@ TEST_F(UserTest, EveryColumnSurvivesSavingAndLoading) {
   User user(L"Anna");
   user.SetPassword(L"secret");
   user.AssignAdministrator(true);
-  user.TimeLimit() = {true, 90, LimitPeriod::kWeek};
-  user.DownloadLimit() = {true, 999999, LimitPeriod::kMonth};
-  user.ConnectHours()[0] = true;
-  user.ConnectHours()[1 * 24 + 8] = true;
-  user.ConnectHours()[167] = true;
+  user.SetTimeLimit({true, 90, LimitPeriod::kWeek});
+  user.SetDownloadLimit({true, 999999, LimitPeriod::kMonth});
+  HoursTable blocked{};
+  blocked[0] = blocked[1 * 24 + 8] = blocked[167] = true;
+  user.SetConnectHours(blocked);
   ASSERT_TRUE(user.Save(kTable, database_));
 
   std::wstring hours(168, L'0');
@@ -57,7 +57,7 @@ TEST_F(UserTest, SavingAUserAgainUpdatesItsRowAndAddsNone) {
   ASSERT_TRUE(User(L"Bo").Save(kTable, database_));
   User user(L"Anna");
   ASSERT_TRUE(user.Save(kTable, database_));
-  user.TimeLimit() = {true, 30, LimitPeriod::kDay};
+  user.SetTimeLimit({true, 30, LimitPeriod::kDay});
   user.AssignAdministrator(true);
   ASSERT_TRUE(user.Save(kTable, database_));
   ASSERT_EQ(Stored().size(), 2u);
@@ -127,12 +127,13 @@ TEST_F(UserTest, TheHourIsThatOfTheLocalWeekFromSunday) {
   for (const auto& each : cases) {
     machine_.Time().SetLocalTime(2005, 3, each.day, each.hour, each.minute, 59);
     User user(L"Bo");
-    user.ConnectHours().fill(true);
-    user.ConnectHours()[each.index] = false;
-    EXPECT_FALSE(user.IsHourBlocked()) << each.index;
-    user.ConnectHours().fill(false);
-    user.ConnectHours()[each.index] = true;
-    EXPECT_TRUE(user.IsHourBlocked()) << each.index;
+    for (const bool blocked : {false, true}) {
+      HoursTable hours;
+      hours.fill(!blocked);
+      hours[each.index] = blocked;
+      user.SetConnectHours(hours);
+      EXPECT_EQ(user.IsHourBlocked(), blocked) << each.index;
+    }
   }
 }
 
@@ -145,7 +146,8 @@ TEST_F(UserTest, ANameIsStorableIfEveryStatementTakesIt) {
       name += letter;
     for (const bool fits : {true, false}) {
       User user(name);
-      user.TimeLimit() = user.DownloadLimit() = {true, -2147483647 - 1, LimitPeriod::kUnknown};
+      user.SetTimeLimit({true, -2147483647 - 1, LimitPeriod::kUnknown});
+      user.SetDownloadLimit(user.TimeLimit());
       user.Save(kTable, database_);
       EXPECT_EQ(user.Save(kTable, database_), fits) << name.size();
       name += letter;

@@ -35,12 +35,14 @@ TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
   };
   for (const bool administrator : {false, true}) {
     for (const Case& each : kCases) {
-      *anna_ = User(L"Anna");
-      anna_->AssignAdministrator(administrator);
+      Edit([&](User& anna) {
+        anna = User(L"Anna");
+        anna.AssignAdministrator(administrator);
+      });
       LogOnAfresh();
-      anna_->ConnectHours()[1 * 24 + 18] = each.hourBlocked;
-      anna_->TimeLimit() = {each.timeUsed, 1, LimitPeriod::kDay};
-      anna_->DownloadLimit() = {each.downloadUsed, 1, LimitPeriod::kDay};
+      BlockHour(1 * 24 + 18, each.hourBlocked);
+      LimitTime({each.timeUsed, 1, LimitPeriod::kDay});
+      LimitDownload({each.downloadUsed, 1, LimitPeriod::kDay});
       Pass(61s);
       Receive(kMegabyte + 1);
       EXPECT_EQ(Check(), each.expected)
@@ -51,7 +53,7 @@ TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
 
 TEST_F(AccessRulesTest, TheFirstHourOfTheWeekIsSundayMidnight) {
   machine_.Time().SetLocalTime(2005, 3, 13, 0, 30, 0);
-  anna_->ConnectHours()[0] = true;
+  BlockHour(0);
   logon_.LogOn({});
   EXPECT_EQ(Check(), AccessReason::kHourBlocked);
   EXPECT_EQ(session_->ReasonText(Check()), L"You are not allowed to connect at this hour.");
@@ -60,7 +62,7 @@ TEST_F(AccessRulesTest, TheFirstHourOfTheWeekIsSundayMidnight) {
 }
 
 TEST_F(AccessRulesTest, ATimeLimitIsUsedUpOnlyWhenItIsExceeded) {
-  anna_->TimeLimit() = {true, 60, LimitPeriod::kDay};
+  LimitTime({true, 60, LimitPeriod::kDay});
   Insert(L"ConnLog", {L"Anna", L"3000", L"0", L"0", L"2005-03-14 08:00:00"});
   Insert(L"ConnLog", {L"Bo", L"9000", L"0", L"0", L"2005-03-14 08:00:00"});
   LogOn();
@@ -73,7 +75,7 @@ TEST_F(AccessRulesTest, ATimeLimitIsUsedUpOnlyWhenItIsExceeded) {
 }
 
 TEST_F(AccessRulesTest, ADownloadLimitCountsReceivedBytesOnlyAndMustBeExceeded) {
-  anna_->DownloadLimit() = {true, 10, LimitPeriod::kDay};
+  LimitDownload({true, 10, LimitPeriod::kDay});
   Insert(L"ConnLog", {L"Anna", L"0", L"99999999", L"485760", L"2005-03-14 08:00:00"});
   LogOn();
   machine_.Interfaces().Count(L"eth0", 10'000'000, 99'999'999);
@@ -84,7 +86,7 @@ TEST_F(AccessRulesTest, ADownloadLimitCountsReceivedBytesOnlyAndMustBeExceeded) 
 }
 
 TEST_F(AccessRulesTest, FourThousandAndNinetySixMegabytesAreNone) {
-  anna_->DownloadLimit() = {true, 4096, LimitPeriod::kDay};
+  LimitDownload({true, 4096, LimitPeriod::kDay});
   LogOn();
   EXPECT_EQ(Check(), AccessReason::kAllowed);
   Receive(1);
@@ -92,8 +94,8 @@ TEST_F(AccessRulesTest, FourThousandAndNinetySixMegabytesAreNone) {
 }
 
 TEST_F(AccessRulesTest, WhatIsLeftIsToldAlsoForALimitThatIsOff) {
-  anna_->TimeLimit() = {false, 10, LimitPeriod::kDay};
-  anna_->DownloadLimit() = {false, 2, LimitPeriod::kDay};
+  LimitTime({false, 10, LimitPeriod::kDay});
+  LimitDownload({false, 2, LimitPeriod::kDay});
   LogOn();
   Pass(541s);
   Receive(kMegabyte + 1);
@@ -108,7 +110,7 @@ TEST_F(AccessRulesTest, WhatIsLeftIsToldAlsoForALimitThatIsOff) {
 }
 
 TEST_F(AccessRulesTest, NothingIsLeftOfUsageThatOverflows32Bits) {
-  anna_->DownloadLimit() = {true, 10, LimitPeriod::kDay};
+  LimitDownload({true, 10, LimitPeriod::kDay});
   LogOn();
   Receive(0x1'0000'0001);
   EXPECT_EQ(session_->BytesLeft(), 0u);
@@ -133,8 +135,8 @@ TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
   };
   logon_.LogOn({});
   for (const Case& each : kCases) {
-    anna_->TimeLimit() = {false, 1, each.period};
-    anna_->DownloadLimit() = {false, 1, each.period};
+    LimitTime({false, 1, each.period});
+    LimitDownload({false, 1, each.period});
     session_->Reevaluate();
     EXPECT_EQ(60 - session_->TimeLeft(), each.seconds);
     EXPECT_EQ(kMegabyte - session_->BytesLeft(), each.seconds * 10);
@@ -142,7 +144,7 @@ TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
 }
 
 TEST_F(AccessRulesTest, APeriodThatEndsIsNoticedAtTheNextRefreshOnly) {
-  anna_->TimeLimit() = {true, 10, LimitPeriod::kDay};
+  LimitTime({true, 10, LimitPeriod::kDay});
   Insert(L"ConnLog", {L"Anna", L"300", L"0", L"0", L"2005-03-14 08:00:00"});
   machine_.Time().SetLocalTime(2005, 3, 14, 23, 59, 50);
   LogOn();

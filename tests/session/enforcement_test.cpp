@@ -17,10 +17,7 @@ constexpr std::uint64_t kMegabyte = 1'048'576;
 
 class EnforcementTest : public SessionTest {
  protected:
-  void LimitTime(std::int32_t minutes) { anna_->TimeLimit() = {true, minutes, LimitPeriod::kDay}; }
-  void LimitDownload(std::int32_t megabytes) {
-    anna_->DownloadLimit() = {true, megabytes, LimitPeriod::kDay};
-  }
+  void LimitMinutes(std::int32_t minutes) { LimitTime({true, minutes, LimitPeriod::kDay}); }
 };
 
 TEST_F(EnforcementTest, ALogonThatIsAllowedStartsASessionWithoutABalloon) {
@@ -32,7 +29,7 @@ TEST_F(EnforcementTest, ALogonThatIsAllowedStartsASessionWithoutABalloon) {
 }
 
 TEST_F(EnforcementTest, ALogonAtABlockedHourClosesTheGateAndSaysWhy) {
-  anna_->ConnectHours()[1 * 24 + 18] = true;
+  BlockHour(1 * 24 + 18);
   logon_.LogOn({});
   EXPECT_FALSE(session_->IsOnline());
   EXPECT_THAT(
@@ -48,7 +45,7 @@ TEST_F(EnforcementTest, ReevaluatingNobodyClosesTheGateSilently) {
 }
 
 TEST_F(EnforcementTest, ALimitThatIsReachedWritesTheSessionClosesTheGateAndSaysWhy) {
-  LimitTime(60);
+  LimitMinutes(60);
   LogOn();
   Pass(3601s);
   machine_.Interfaces().Count(L"eth0", 65536, 1000);
@@ -75,7 +72,7 @@ TEST_F(EnforcementTest, ALimitThatIsReachedWritesTheSessionClosesTheGateAndSaysW
 }
 
 TEST_F(EnforcementTest, TheEndOfAnAllowedHourClosesAndTheNextOneOpensWithABalloon) {
-  anna_->ConnectHours()[1 * 24 + 19] = true;
+  BlockHour(1 * 24 + 19);
   LogOn();
   session_->RunEnforcementCycle();
   EXPECT_TRUE(session_->IsOnline());
@@ -89,6 +86,48 @@ TEST_F(EnforcementTest, TheEndOfAnAllowedHourClosesAndTheNextOneOpensWithABalloo
   EXPECT_EQ(session_->SecondsOnline(), 0u) << "a new session";
   EXPECT_THAT(indicator_.balloons, ElementsAre(Balloon{L"Quillgate", L"Internet connection enabled",
                                                        BalloonIcon::kInformation}));
+}
+
+TEST_F(EnforcementTest, AReplacedLimitIsJudgedByTheNextCycleAlsoIfItIsOfAnotherPeriod) {
+  Insert(L"ConnLog", {L"Anna", L"7200", L"0", L"0", L"2005-03-01 08:00:00"});
+  LogOn();
+  Pass(61s);
+  const struct {
+    User::Limit limit;
+    bool online;
+  } cases[] = {{{true, 1, LimitPeriod::kDay}, false},
+               {{true, 60, LimitPeriod::kDay}, true},
+               {{true, 60, LimitPeriod::kMonth}, false},
+               {{true, 180, LimitPeriod::kMonth}, true}};
+  for (const auto& each : cases) {
+    LimitTime(each.limit);
+    session_->RunEnforcementCycle();
+    EXPECT_EQ(session_->IsOnline(), each.online) << each.limit.amount;
+  }
+  // Totals of the other period that cannot be read keep no gate open.
+  BreakLog();
+  LimitTime({true, 180, LimitPeriod::kDay});
+  EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
+  EXPECT_TRUE(session_->IsOnline()) << "judged by the last ones";
+  BlockHour(1 * 24 + 18);
+  EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
+  EXPECT_FALSE(session_->IsOnline());
+}
+
+TEST_F(EnforcementTest, AUserIsNeverJudgedHalfReplaced) {
+  LimitTime({false, 0, LimitPeriod::kDay});
+  LogOn();
+  Pass(1s);
+  std::thread page([this] {
+    for (int i = 0; i < 2000; ++i)
+      LimitTime({i % 2 == 0, i % 2 == 0 ? 60 : 0, LimitPeriod::kDay});
+  });
+  for (int i = 0; i < 50; ++i) {
+    session_->RunEnforcementCycle();
+    EXPECT_EQ(session_->CheckAccess(false), AccessReason::kAllowed);
+  }
+  page.join();
+  EXPECT_TRUE(session_->IsOnline());
 }
 
 TEST_F(EnforcementTest, AnOpenGateWithoutAUserIsClosedWithAnEmptyText) {
@@ -148,7 +187,7 @@ TEST_F(EnforcementTest, TheTimeWarningRoundsUpAndComesOnceInASession) {
     const wchar_t* minutes;  // null: no warning
   };
   constexpr Case kCases[] = {{600, nullptr}, {599, L"10"}, {60, L"2"}, {59, L"1"}, {0, L"1"}};
-  LimitTime(60);
+  LimitMinutes(60);
   for (const Case& each : kCases) {
     LogOnAfresh();
     Pass(std::chrono::seconds(3600 - each.secondsLeft));
@@ -179,7 +218,7 @@ TEST_F(EnforcementTest, TimeWarningsObeyTheirSettings) {
       {L"YES", L"0", true, 0},  {L"YES", L"x", true, 0},  {L"YES", L"60", false, 0},
   };
   for (const Case& each : kCases) {
-    anna_->TimeLimit() = {each.limited, 60, LimitPeriod::kDay};
+    LimitTime({each.limited, 60, LimitPeriod::kDay});
     settings_.SetSetting(SettingKey::kTimeWarnings, each.on);
     settings_.SetSetting(SettingKey::kTimeWarningMinutes, each.minutes);
     LogOnAfresh();
@@ -202,7 +241,7 @@ TEST_F(EnforcementTest, DownloadWarningsObeyTheirSettingsAndTruncate) {
       {L"YES", L"10", 10 * kMegabyte + 1, L"9"},   {L"YES", L"10", 20 * kMegabyte, L"0"},
       {L"YES", L"4096", 20 * kMegabyte, nullptr},  // wraps to none
   };
-  LimitDownload(20);
+  LimitDownload({true, 20, LimitPeriod::kDay});
   for (const Case& each : kCases) {
     if (each.on != nullptr) {
       settings_.SetSetting(SettingKey::kDownloadWarnings, each.on);
@@ -226,7 +265,7 @@ TEST_F(EnforcementTest, DownloadWarningsObeyTheirSettingsAndTruncate) {
 }
 
 TEST_F(EnforcementTest, AWarningIsGivenAgainAfterTheUsersWereReevaluated) {
-  LimitTime(1);
+  LimitMinutes(1);
   LogOn();
   session_->RunEnforcementCycle();
   session_->Reevaluate();
@@ -235,7 +274,7 @@ TEST_F(EnforcementTest, AWarningIsGivenAgainAfterTheUsersWereReevaluated) {
 }
 
 TEST_F(EnforcementTest, ALimitClosesTheGateAlsoWhenTheDatabaseFailsAndTheSessionIsNotLost) {
-  LimitTime(1);
+  LimitMinutes(1);
   LogOn();
   session_->RunEnforcementCycle();
   Pass(61s);
@@ -257,7 +296,7 @@ TEST_F(EnforcementTest, ALimitClosesTheGateAlsoWhenTheDatabaseFailsAndTheSession
 }
 
 TEST_F(EnforcementTest, TimeThatCouldNotBeWrittenIsNotGivenAgain) {
-  LimitTime(1);
+  LimitMinutes(1);
   LogOn();
   Pass(61s);
   BreakWritesTo(L"ConnLog");
@@ -274,7 +313,7 @@ TEST_F(EnforcementTest, TimeThatCouldNotBeWrittenIsNotGivenAgain) {
 }
 
 TEST_F(EnforcementTest, SessionsOfLessThanASecondAddUp) {
-  LimitTime(1);
+  LimitMinutes(1);
   int sessions = 0;
   for (LogOn(); session_->IsOnline() && sessions < 200; logon_.LogOn({}), ++sessions) {
     Pass(999ms);
@@ -290,7 +329,7 @@ TEST_F(EnforcementTest, SessionsOfLessThanASecondAddUp) {
 
 TEST_F(EnforcementTest, TheGateClosesAndTheSessionIsMeasuredBeforeALockedDatabaseIsAsked) {
   settings_.SetSetting(SettingKey::kLocalTrafficAllowed, kYes);
-  LimitTime(1);
+  LimitMinutes(1);
   LogOn();
   session_->RunEnforcementCycle();
   Pass(61s);
@@ -341,7 +380,7 @@ TEST_F(EnforcementTest, ALogonWhoseTotalsCannotBeReadOpensTheGateOnceTheyCan) {
 }
 
 TEST_F(EnforcementTest, AnOpenGateIsJudgedByTheLastTotalsWhenNewOnesCannotBeRead) {
-  LimitTime(1);
+  LimitMinutes(1);
   LogOn();
   BreakLog();
   EXPECT_THROW(session_->Reevaluate(), DBerror);

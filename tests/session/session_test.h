@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -66,7 +67,7 @@ class SessionTest : public testing::Test {
     machine_.Interfaces().Set({platform::SimulatedCard(2, L"eth0")});
     settings_.SetSetting(SettingKey::kLogonSystem, L"QUILLGATE");
     users_ = std::make_shared<UserCollection>(LogonSystem::kQuillgate, database_);
-    users_->Add(anna_);
+    users_->Add(User(L"Anna"));
     logon_.SetPrompts(&prompts_);
     logon_.SetUsers(users_);
     MakeSession();
@@ -77,6 +78,26 @@ class SessionTest : public testing::Test {
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
     logon_.SetSessionControl(session_.get());
+  }
+
+  // What a page does with Anna.
+  void Edit(const std::function<void(User&)>& edit) {
+    User anna = *users_->Find(L"Anna");
+    edit(anna);
+    ASSERT_TRUE(users_->Replace(std::move(anna)));
+  }
+  void LimitTime(const User::Limit& limit) {
+    Edit([&](User& anna) { anna.SetTimeLimit(limit); });
+  }
+  void LimitDownload(const User::Limit& limit) {
+    Edit([&](User& anna) { anna.SetDownloadLimit(limit); });
+  }
+  void BlockHour(std::size_t hour, bool blocked = true) {
+    Edit([&](User& anna) {
+      HoursTable hours = anna.ConnectHours();
+      hours.at(hour) = blocked;
+      anna.SetConnectHours(hours);
+    });
   }
 
   // Anna is on, her session begins now, and nothing is remembered of what led there.
@@ -145,7 +166,6 @@ class SessionTest : public testing::Test {
   NoIdentity identity_;
   LogonSession logon_{settings_, identity_};
   RecordingIndicator indicator_;
-  std::shared_ptr<User> anna_ = std::make_shared<User>(L"Anna");
   std::shared_ptr<UserCollection> users_;
   std::unique_ptr<SessionLog> session_;
   int otherProcess_ = -1;

@@ -69,7 +69,7 @@ void Report(Reports& reports, const char* state, const SessionLog& session, std:
   // Every session of every victim has a start date of its own.
   victim.machine.Time().SetLocalTime(2005, 1, 1 + round, 0, 0, 0);
   const auto users = std::make_shared<UserCollection>(LogonSystem::kWindows, victim.database);
-  users->Add(std::make_shared<User>(L"anna"));
+  users->Add(User(L"anna"));
   FixedIdentity identity;
   SilentIndicator indicator;
   MessageCatalogue catalogue;
@@ -98,13 +98,14 @@ void Report(Reports& reports, const char* state, const SessionLog& session, std:
 [[noreturn]] void SaveUsers(Victim& victim, Reports& reports) {
   UserCollection users(LogonSystem::kWindows, victim.database);
   for (int i = 0; i < kUsers; ++i)
-    users.Add(std::make_shared<User>(L"user " + std::to_wstring(i)));
+    users.Add(User(L"user " + std::to_wstring(i)));
   std::int32_t number = users.Find(L"user 0")->TimeLimit().amount;
   while (true) {
     ++number;
+    std::vector<User> edited;
     for (const std::wstring& name : users.SortedNames())
-      users.Find(name)->TimeLimit().amount = number;
-    if (!users.SaveAll()) std::abort();
+      edited.emplace_back(*users.Find(name)).SetTimeLimit({false, number, LimitPeriod::kDay});
+    if (!users.ReplaceAllStored(std::move(edited))) std::abort();
     reports.Say("saved|" + std::to_string(number));
   }
 }

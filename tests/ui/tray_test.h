@@ -49,9 +49,9 @@ class TrayTest : public testing::Test, protected LogonControl {
     if (system == LogonSystem::kNone) {
       EnsureBuiltInUsers(*users_);
     } else {
-      users_->Add(std::make_shared<User>(L"Anna"));
-      auto bo = std::make_shared<User>(L"Bo");
-      bo->AssignAdministrator(true);
+      users_->Add(User(L"Anna"));
+      User bo(L"Bo");
+      bo.AssignAdministrator(true);
       users_->Add(std::move(bo));
     }
     logon_.SetUsers(users_);

@@ -32,7 +32,7 @@ class ConnectionTest : public FrameTest {
     machine_.AddDriver(L"QGIpHook", L"QGIpHook");
     calendar_.SetFirstDayOfWeek(1);
     UseSystem(L"QUILLGATE");
-    users_->Add(std::make_shared<User>(L"Anna"));
+    users_->Add(User(L"Anna"));
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
     logon_.SetPrompts(&prompts_);

@@ -32,8 +32,8 @@ class DialogPromptsTest : public FrameTest {
     session_.SetUsers(users_);
   }
   void AddUser(const wchar_t* name, const wchar_t* password) {
-    auto user = std::make_shared<User>(name);
-    user->SetPassword(password);
+    User user(name);
+    user.SetPassword(password);
     users_->Add(std::move(user));
   }
 
