@@ -23,6 +23,9 @@ constexpr std::array kCaptions = {
     Caption{IDYES, L"&Yes", L"&Ja"},
     Caption{IDNO, L"&No", L"&Nej"},
     Caption{kApplyButton, L"&Apply", L"&Verkställ"},
+    Caption{kBackButton, L"< &Back", L"< &Bakåt"},
+    Caption{kNextButton, L"&Next >", L"&Nästa >"},
+    Caption{kFinishButton, L"&Finish", L"&Slutför"},
 };
 
 }  // namespace

@@ -96,6 +96,10 @@ std::optional<LRESULT> DialogControl::AnswerByDefault(UINT message, WPARAM wPara
     case WM_NEXTDLGCTL:
       MoveFocusAsTold(wParam, lParam);
       return 0;
+    case WM_ERASEBKGND:
+      if (!paintBackground_) return std::nullopt;
+      paintBackground_(reinterpret_cast<HDC>(wParam));
+      return TRUE;
     case DM_GETDEFID:
       return AnswerDefaultId();
     case DM_SETDEFID:

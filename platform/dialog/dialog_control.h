@@ -57,6 +57,9 @@ class DialogControl final : public Control, private DialogEvents {
   // Called with +1 or -1 when a key asks for the next or the previous page of a sheet.
   void SetPageTurner(std::function<void(int)> turn) { turnPage_ = std::move(turn); }
 
+  // Called with the context of every WM_ERASEBKGND that the procedure leaves to the dialog.
+  void SetBackground(std::function<void(HDC)> paint) { paintBackground_ = std::move(paint); }
+
   void GiveFocus(HWND control);
 
   // A message for the dialog or a window in it; true when it was a key for the dialog itself.
@@ -88,6 +91,7 @@ class DialogControl final : public Control, private DialogEvents {
   int defaultId_ = 0;
   std::shared_ptr<DialogOutcome> outcome_ = std::make_shared<DialogOutcome>();
   std::function<void(int)> turnPage_;
+  std::function<void(HDC)> paintBackground_;
 };
 
 std::unique_ptr<Control> MakeDialogControl(Window& window);

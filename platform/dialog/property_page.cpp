@@ -9,7 +9,8 @@
 namespace platform {
 namespace {
 
-constexpr DWORD kSupportedFlags = PSP_USETITLE | PSP_PREMATURE;
+constexpr DWORD kSupportedFlags =
+    PSP_USETITLE | PSP_PREMATURE | PSP_HIDEHEADER | PSP_USEHEADERTITLE | PSP_USEHEADERSUBTITLE;
 // What a page leaves to the sheet.
 constexpr DWORD kStylesOfWindows =
     WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | WS_DISABLED | DS_MODALFRAME | DS_CENTER;
@@ -17,6 +18,18 @@ constexpr DWORD kStylesOfWindows =
 bool IsKnownSize(DWORD size) {
   return size == PROPSHEETPAGEW_V1_SIZE || size == PROPSHEETPAGEW_V2_SIZE ||
          size == sizeof(PROPSHEETPAGEW);
+}
+
+bool IsNumber(LPCWSTR text) {
+  return text != nullptr && IS_INTRESOURCE(text);
+}
+
+// The header's texts are not there in records of the first size.
+bool HasNumberedText(const PROPSHEETPAGEW& page) {
+  if ((page.dwFlags & PSP_USETITLE) != 0 && IsNumber(page.pszTitle)) return true;
+  if (page.dwSize < PROPSHEETPAGEW_V2_SIZE) return false;
+  return ((page.dwFlags & PSP_USEHEADERTITLE) != 0 && IsNumber(page.pszHeaderTitle)) ||
+         ((page.dwFlags & PSP_USEHEADERSUBTITLE) != 0 && IsNumber(page.pszHeaderSubTitle));
 }
 
 bool IsSupported(const PROPSHEETPAGEW& page) {
@@ -28,8 +41,7 @@ bool IsSupported(const PROPSHEETPAGEW& page) {
     LogLine("property page: unsupported flags " + std::to_string(page.dwFlags));
     return false;
   }
-  const bool titleIsNumber = page.pszTitle != nullptr && IS_INTRESOURCE(page.pszTitle);
-  if ((page.dwFlags & PSP_USETITLE) == 0 || !titleIsNumber) return true;
+  if (!HasNumberedText(page)) return true;
   LogLine("property page: titles from string tables are not supported");
   return false;
 }
@@ -38,9 +50,15 @@ bool IsSupported(const PROPSHEETPAGEW& page) {
 
 PropertyPage::PropertyPage(const PROPSHEETPAGEW& given) {
   std::memcpy(&record_, &given, given.dwSize);
-  if ((record_.dwFlags & PSP_USETITLE) == 0) return;
-  title_ = record_.pszTitle != nullptr ? record_.pszTitle : L"";
-  record_.pszTitle = title_.c_str();
+  Keep(title_, record_.pszTitle, PSP_USETITLE);
+  Keep(headerTitle_, record_.pszHeaderTitle, PSP_USEHEADERTITLE);
+  Keep(headerSubTitle_, record_.pszHeaderSubTitle, PSP_USEHEADERSUBTITLE);
+}
+
+void PropertyPage::Keep(std::wstring& text, LPCWSTR& given, DWORD flag) {
+  if ((record_.dwFlags & flag) == 0) return;
+  if (given != nullptr) text = given;
+  given = text.c_str();
 }
 
 std::optional<std::wstring> PropertyPage::Title() const {

@@ -19,13 +19,9 @@ PropertySheet* SheetOf(HWND window) {
   return reinterpret_cast<PropertySheet*>(::GetWindowLongPtrW(window, DWLP_USER));
 }
 
-void MoveTo(HWND window, const RECT& place) {
-  ::MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top,
-               TRUE);
-}
-
 DialogItem Button(int id, bool isShown) {
-  const DWORD kind = id == IDOK ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+  const bool isDefault = id == IDOK || id == kNextButton;
+  const DWORD kind = isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
   const DWORD shown = isShown ? WS_VISIBLE : WS_DISABLED;
   DialogItem item;
   item.style = WS_CHILD | WS_TABSTOP | kind | shown;
@@ -51,7 +47,9 @@ PropertySheet::PropertySheet(const PROPSHEETHEADERW& header,
       owner_(header.hwndParent),
       instance_(header.hInstance),
       hasApply_((header.dwFlags & PSH_NOAPPLYNOW) == 0),
-      firstPage_(header.nStartPage < pages.size() ? header.nStartPage : 0) {
+      firstPage_(header.nStartPage < pages.size() ? header.nStartPage : 0),
+      wizard_((header.dwFlags & PSH_WIZARD97) != 0 ? std::make_unique<WizardFrame>(header)
+                                                   : nullptr) {
   for (auto& page : pages)
     pages_.push_back({std::move(page), {}, nullptr, false});
 }
@@ -80,6 +78,11 @@ DialogTemplate PropertySheet::OwnTemplate() const {
   made.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SHELLFONT;
   made.title = caption_;
   made.font = DialogFont{8, 0, false, L"MS Shell Dlg"};
+  if (IsWizard()) {
+    made.items = {Button(kBackButton, true), Button(kNextButton, true),
+                  Button(kFinishButton, false), Button(IDCANCEL, true)};
+    return made;
+  }
   made.items = {Button(IDOK, true), Button(IDCANCEL, true), Button(kApplyButton, hasApply_),
                 Tabs()};
   return made;
@@ -108,13 +111,14 @@ INT_PTR PropertySheet::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  const auto result = AnswerSheetMessage(message, wParam);
+  const auto result = AnswerSheetMessage(message, wParam, lParam);
   if (!result.has_value()) return FALSE;
   ::SetWindowLongPtrW(sheet_, DWLP_MSGRESULT, *result);
   return TRUE;
 }
 
-std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wParam) {
+std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wParam,
+                                                         LPARAM lParam) {
   switch (message) {
     case PSM_SETCURSEL:
       return TurnTo(static_cast<std::size_t>(wParam)) ? TRUE : FALSE;
@@ -123,7 +127,10 @@ std::optional<LRESULT> PropertySheet::AnswerSheetMessage(UINT message, WPARAM wP
       SetChanged(reinterpret_cast<HWND>(wParam), message == PSM_CHANGED);
       return 0;
     case PSM_APPLY:
-      return Apply(false) ? TRUE : FALSE;
+      return !IsWizard() && Apply(false) ? TRUE : FALSE;
+    case PSM_SETWIZBUTTONS:
+      if (IsWizard()) SetWizardButtons(lParam);
+      return 0;
     case PSM_PRESSBUTTON:
       Press(static_cast<int>(wParam));
       return 0;
@@ -150,10 +157,14 @@ INT_PTR PropertySheet::OnNotify(const NMHDR& header) {
 
 void PropertySheet::Build(HWND sheet) {
   sheet_ = sheet;
-  FindDialog(sheet).control->SetPageTurner([this](int step) { Step(step); });
-  if (hasApply_) ::EnableWindow(Item(kApplyButton), FALSE);
-  AddTabs();
-  LayOut();
+  if (IsWizard()) {
+    LayOutAsWizard();
+  } else {
+    FindDialog(sheet).control->SetPageTurner([this](int step) { Step(step); });
+    if (hasApply_) ::EnableWindow(Item(kApplyButton), FALSE);
+    AddTabs();
+    LayOut();
+  }
   for (Page& page : pages_) {
     if (page.page->IsCreatedAtOnce() && !MakePage(page)) return;
   }
@@ -176,14 +187,18 @@ void PropertySheet::LayOut() {
   ::SendMessageW(Item(kTabsId), TCM_ADJUSTRECT, TRUE, reinterpret_cast<LPARAM>(&margins));
   margins.left = -margins.left;
   margins.top = -margins.top;
-  layout_ = LayOutSheet(LargestPage(), margins, FindDialog(sheet_).control->Units());
+  layout_ = LayOutSheet(LargestPage(false), margins, FindDialog(sheet_).control->Units());
   MoveTo(Item(kTabsId), layout_.tabs);
+  PlaceSheet(layout_.sheet);
+  PlaceButtons();
+}
+
+void PropertySheet::PlaceSheet(SIZE size) {
   RECT ownerPlace{};
   const HWND owner = ::GetParent(sheet_);
   if (owner != nullptr) ::GetWindowRect(owner, &ownerPlace);
-  MoveTo(sheet_, {ownerPlace.left, ownerPlace.top, ownerPlace.left + layout_.sheet.cx,
-                  ownerPlace.top + layout_.sheet.cy});
-  PlaceButtons();
+  MoveTo(sheet_,
+         {ownerPlace.left, ownerPlace.top, ownerPlace.left + size.cx, ownerPlace.top + size.cy});
 }
 
 // Those that are shown stand side by side at the right.
@@ -199,9 +214,10 @@ void PropertySheet::PlaceButtons() {
     MoveTo(shown[i], places[i]);
 }
 
-SIZE PropertySheet::LargestPage() const {
+SIZE PropertySheet::LargestPage(bool isOuter) const {
   SIZE largest{};
   for (const Page& page : pages_) {
+    if (IsOuter(page) != isOuter) continue;
     const DialogUnits units =
         UnitsOf(LogicalFontOf(page.made.font.value_or(DialogFont{8, 0, false, L"MS Shell Dlg"})));
     const RECT place = units.Pixels(page.made.place);

@@ -1,10 +1,12 @@
 // A property sheet while it is open: a dialog with tabs, one page shown at a time, and buttons that
-// apply or drop what was changed on all of them. Lives on the window thread, as long as the call
-// that shows it. A page may end the sheet in any message that it gets.
+// apply or drop what was changed on all of them; or a wizard, whose buttons turn the pages. Lives
+// on the window thread, as long as the call that shows it. A page may end the sheet in any message
+// that it gets.
 #pragma once
 
 #include <prsht.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +14,7 @@
 #include "platform/dialog/dialog_template.h"
 #include "platform/dialog/property_page.h"
 #include "platform/dialog/sheet_layout.h"
+#include "platform/dialog/wizard_frame.h"
 
 namespace platform {
 
@@ -35,7 +38,7 @@ class PropertySheet {
 
   static INT_PTR CALLBACK Procedure(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR Answer(UINT message, WPARAM wParam, LPARAM lParam);
-  std::optional<LRESULT> AnswerSheetMessage(UINT message, WPARAM wParam);
+  std::optional<LRESULT> AnswerSheetMessage(UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR OnNotify(const NMHDR& header);
   void OnButton(int id);
 
@@ -45,7 +48,9 @@ class PropertySheet {
   void AddTabs();
   void LayOut();
   void PlaceButtons();
-  SIZE LargestPage() const;
+  // Of the pages that are outer ones of a wizard, or of those that are not.
+  SIZE LargestPage(bool isOuter) const;
+  void PlaceSheet(SIZE size);
 
   // False when the page's dialog cannot be made.
   bool MakePage(Page& page);
@@ -53,12 +58,28 @@ class PropertySheet {
   // present page does not let go, or there is no such page.
   bool TurnTo(std::size_t index);
   bool LetGo();
-  std::optional<std::size_t> Enter(std::size_t index);
+  std::optional<std::size_t> Enter(std::size_t index, int step = 1);
+  std::size_t IndexOfTemplate(LRESULT number) const;
   void Show(std::size_t index);
   void Step(int step);
   std::optional<std::size_t> IndexOf(HWND page) const;
   Page* Current();
 
+  bool IsWizard() const { return wizard_ != nullptr; }
+  bool IsOuter(const Page& page) const { return IsWizard() && page.page->HidesHeader(); }
+  void LayOutAsWizard();
+  HeaderText HeaderOf(const Page& page) const;
+  void PaintWizardSheet(HDC context);
+  void ShowInWizard(const Page& page);
+  void SetWizardButtons(LPARAM buttons);
+  int ForwardButton() const;
+  void FocusInWizard(HWND control);
+  // By the buttons that say so: minus one is back.
+  void Advance(int step);
+  void Finish();
+  bool PressInWizard(int button);
+
+  bool PressInSheet(int button);
   bool Apply(bool closing);
   void Cancel(bool byCloseBox);
   void Press(int button);
@@ -72,6 +93,8 @@ class PropertySheet {
   const HINSTANCE instance_;
   const bool hasApply_;
   const std::size_t firstPage_;
+  // Null: there are tabs.
+  const std::unique_ptr<WizardFrame> wizard_;
   std::vector<Page> pages_;
   SheetLayout layout_;
   HWND sheet_ = nullptr;

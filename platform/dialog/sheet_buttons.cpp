@@ -1,5 +1,6 @@
 // What the buttons of a property sheet do.
 #include <algorithm>
+#include <array>
 
 #include "platform/dialog/button_captions.h"
 #include "platform/dialog/property_sheet.h"
@@ -7,36 +8,45 @@
 
 namespace platform {
 
+namespace {
+
+struct ButtonNumbers {
+  int id;
+  int button;
+};
+
+constexpr std::array kNumbers = {
+    ButtonNumbers{IDOK, PSBTN_OK},
+    ButtonNumbers{IDCANCEL, PSBTN_CANCEL},
+    ButtonNumbers{kApplyButton, PSBTN_APPLYNOW},
+    ButtonNumbers{kBackButton, PSBTN_BACK},
+    ButtonNumbers{kNextButton, PSBTN_NEXT},
+    ButtonNumbers{kFinishButton, PSBTN_FINISH},
+};
+
+}  // namespace
+
 void PropertySheet::OnButton(int id) {
-  switch (id) {
-    case IDOK:
-      Press(PSBTN_OK);
-      break;
-    case IDCANCEL:
-      Cancel(false);
-      break;
-    case kApplyButton:
-      Apply(false);
-      break;
-    default:
-      break;
-  }
+  const auto* found = std::ranges::find(kNumbers, id, &ButtonNumbers::id);
+  if (found != kNumbers.end()) Press(found->button);
 }
 
 void PropertySheet::Press(int button) {
+  if (button == PSBTN_CANCEL) return Cancel(false);
+  const bool isKnown = IsWizard() ? PressInWizard(button) : PressInSheet(button);
+  if (!isKnown) LogLine("property sheet: button " + std::to_string(button) + ": not supported");
+}
+
+bool PropertySheet::PressInSheet(int button) {
   switch (button) {
     case PSBTN_OK:
       if (Apply(true)) ::EndDialog(sheet_, TRUE);
-      break;
-    case PSBTN_CANCEL:
-      Cancel(false);
-      break;
+      return true;
     case PSBTN_APPLYNOW:
       Apply(false);
-      break;
+      return true;
     default:
-      LogLine("property sheet: button " + std::to_string(button) + ": not supported");
-      break;
+      return false;
   }
 }
 

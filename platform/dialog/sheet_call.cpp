@@ -10,17 +10,24 @@ namespace platform {
 namespace {
 
 constexpr INT_PTR kFailed = -1;
-constexpr DWORD kSupportedFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW;
+constexpr DWORD kPictures = PSH_WATERMARK | PSH_HEADER;
+constexpr DWORD kSupportedFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW | PSH_WIZARD97 | kPictures;
 constexpr UINT kMostPages = 100;  // MAXPROPPAGES
+
+// Only wizards show pictures, and only headers of the second size name any.
+bool PicturesAreSupported(const PROPSHEETHEADERW& header) {
+  if ((header.dwFlags & kPictures) == 0) return true;
+  return (header.dwFlags & PSH_WIZARD97) != 0 && header.dwSize == PROPSHEETHEADERW_V2_SIZE;
+}
 
 bool IsSupported(const PROPSHEETHEADERW& header) {
   const bool sizeIsKnown =
       header.dwSize == PROPSHEETHEADERW_V1_SIZE || header.dwSize == PROPSHEETHEADERW_V2_SIZE;
   const bool captionIsNumber = header.pszCaption != nullptr && IS_INTRESOURCE(header.pszCaption);
   const DWORD unknown = header.dwFlags & ~kSupportedFlags;
-  if (!sizeIsKnown || captionIsNumber || unknown != 0) {
+  if (!sizeIsKnown || captionIsNumber || unknown != 0 || !PicturesAreSupported(header)) {
     LogLine("property sheet: unsupported size " + std::to_string(header.dwSize) + ", flags " +
-            std::to_string(unknown) + " or caption from a string table");
+            std::to_string(header.dwFlags) + " or caption from a string table");
     return false;
   }
   return header.nPages > 0 && header.nPages <= kMostPages && header.phpage != nullptr;

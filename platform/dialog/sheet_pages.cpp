@@ -1,6 +1,7 @@
 // Which page of a property sheet is shown.
 #include <algorithm>
 
+#include "platform/dialog/dialog_control.h"
 #include "platform/dialog/dialog_creation.h"
 #include "platform/dialog/property_sheet.h"
 #include "platform/kernel/log.h"
@@ -29,9 +30,13 @@ bool PropertySheet::MakePage(Page& page) {
     if (IsOpen()) ::EndDialog(sheet_, -1);
     return false;
   }
-  const RECT& place = layout_.page;
+  const RECT& place = IsWizard() ? wizard_->PagePlace(IsOuter(page)) : layout_.page;
   ::MoveWindow(page.window, place.left, place.top, place.right - place.left,
                place.bottom - place.top, FALSE);
+  if (IsOuter(page))
+    FindDialog(page.window).control->SetBackground([this](HDC context) {
+      wizard_->PaintOuterPage(context);
+    });
   return true;
 }
 
@@ -50,9 +55,10 @@ bool PropertySheet::LetGo() {
   return Notify(Current()->window, PSN_KILLACTIVE) == FALSE && IsOpen();
 }
 
-// A page may refuse to become active: minus one asks for the next one, other numbers for the page
+// A page may refuse to become active: minus one asks for the one after it (or before, on the way
+// back), other numbers for the page
 // with that template.
-std::optional<std::size_t> PropertySheet::Enter(std::size_t index) {
+std::optional<std::size_t> PropertySheet::Enter(std::size_t index, int step) {
   // No page is asked twice.
   for (std::size_t tries = 0; tries < pages_.size() && index < pages_.size(); ++tries) {
     Page& page = pages_[index];
@@ -60,16 +66,18 @@ std::optional<std::size_t> PropertySheet::Enter(std::size_t index) {
     const LRESULT answer = Notify(page.window, PSN_SETACTIVE);
     if (!IsOpen()) return std::nullopt;
     if (answer == 0) return index;
-    if (answer == kNextPage) {
-      ++index;
-      continue;
-    }
-    const auto named = std::ranges::find_if(pages_, [&](const Page& each) {
-      return each.page->Record().pszTemplate == MAKEINTRESOURCEW(answer);
-    });
-    index = static_cast<std::size_t>(named - pages_.begin());
+    // Before the first one is beyond the last one.
+    index = answer == kNextPage ? index + static_cast<std::size_t>(step) : IndexOfTemplate(answer);
   }
   return std::nullopt;
+}
+
+// One past the last page when none has that template.
+std::size_t PropertySheet::IndexOfTemplate(LRESULT number) const {
+  const auto named = std::ranges::find_if(pages_, [&](const Page& each) {
+    return each.page->Record().pszTemplate == MAKEINTRESOURCEW(number);
+  });
+  return static_cast<std::size_t>(named - pages_.begin());
 }
 
 void PropertySheet::Show(std::size_t index) {
@@ -77,9 +85,10 @@ void PropertySheet::Show(std::size_t index) {
   const HWND shown = pages_[index].window;
   const bool movesFocus = before == nullptr || HasFocusInside(before);
   current_ = index;
-  ::SendMessageW(PropSheet_GetTabControl(sheet_), TCM_SETCURSEL, index, 0);
+  if (!IsWizard()) ::SendMessageW(PropSheet_GetTabControl(sheet_), TCM_SETCURSEL, index, 0);
   ::ShowWindow(shown, SW_SHOW);
   if (before != nullptr && before != shown) ::ShowWindow(before, SW_HIDE);
+  if (IsWizard()) return ShowInWizard(pages_[index]);
   PlaceButtons();
   // A page's first control has the keyboard, or in lack of one the first button.
   if (movesFocus) FocusFirst(sheet_, ::GetNextDlgTabItem(shown, nullptr, FALSE));

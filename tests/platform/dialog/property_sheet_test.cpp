@@ -246,10 +246,13 @@ TEST(PropertySheet, APageMayCloseTheSheetFromItsTimer) {
 TEST(PropertySheet, WithoutPagesOrWithUnknownFlagsItFails) {
   RecordedSheet none;
   EXPECT_EQ(none.Run(), -1);
-  RecordedSheet wizard(0x20);
-  wizard.AddPage("a");
-  EXPECT_EQ(wizard.Run(), -1);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+  // An old wizard, a picture without a wizard, and one without room for its name.
+  for (const DWORD flags : {DWORD{0x20}, PSH_WATERMARK, PSH_WIZARD97 | PSH_HEADER}) {
+    RecordedSheet sheet(flags);
+    sheet.AddPage("a");
+    EXPECT_EQ(sheet.Run(), -1);
+    EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+  }
 }
 
 TEST(PropertySheet, ASheetOwnsItsPages) {

@@ -21,6 +21,12 @@ std::string Describe(const PSHNOTIFY& notification) {
       return notification.lParam != 0 ? "reset by close box" : "reset";
     case PSN_QUERYCANCEL:
       return "query cancel";
+    case PSN_WIZBACK:
+      return "back";
+    case PSN_WIZNEXT:
+      return "next";
+    case PSN_WIZFINISH:
+      return "finish";
     default:
       return std::to_string(notification.hdr.code);
   }
@@ -39,8 +45,10 @@ RecordedSheet::~RecordedSheet() {
 
 void RecordedSheet::AddPage(const std::string& name, DWORD flags, TemplatePlace place) {
   TemplateBytes bytes(kPageStyle, place, u"Page");
-  bytes.Item(u"Edit", 1001, kItem, {5, 5, 80, 14}, u"text");
-  bytes.Item(0x80, 1002, kItem | BS_AUTOCHECKBOX, {5, 25, 80, 12}, u"Check");
+  if (place.height > 0) {
+    bytes.Item(u"Edit", 1001, kItem, {5, 5, 80, 14}, u"text");
+    bytes.Item(0x80, 1002, kItem | BS_AUTOCHECKBOX, {5, 25, 80, 12}, u"Check");
+  }
   pages_.push_back({name, AddTemplate(bytes), flags});
 }
 
@@ -64,7 +72,9 @@ std::vector<HPROPSHEETPAGE> RecordedSheet::MakePages() {
   std::vector<HPROPSHEETPAGE> made;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     PROPSHEETPAGEW record{};
-    record.dwSize = PROPSHEETPAGEW_V1_SIZE;
+    record.dwSize = PROPSHEETPAGEW_V2_SIZE;
+    record.pszHeaderTitle = L"Header";
+    record.pszHeaderSubTitle = L"Sub";
     record.dwFlags = pages_[i].flags | PSP_USETITLE;
     record.pszTemplate = pages_[i].templateName;
     record.pszTitle = L"Title";
@@ -82,6 +92,13 @@ INT_PTR RecordedSheet::RunWith(std::vector<HPROPSHEETPAGE> pages) {
   PROPSHEETHEADERW header{};
   header.dwSize = PROPSHEETHEADERW_V1_SIZE;
   header.dwFlags = flags_;
+  if (picture_ != 0) {
+    header.dwSize = PROPSHEETHEADERW_V2_SIZE;
+    header.dwFlags |= PSH_WATERMARK | PSH_HEADER;
+    header.hInstance = ::GetModuleHandleW(nullptr);
+    header.pszbmWatermark = MAKEINTRESOURCEW(picture_);
+    header.pszbmHeader = MAKEINTRESOURCEW(picture_);
+  }
   header.pszCaption = L"Sheet";
   header.nPages = static_cast<UINT>(pages.size());
   header.phpage = pages.data();
@@ -124,7 +141,12 @@ void RecordedSheet::Start(HWND window, const PROPSHEETPAGEW& record) {
 
 LRESULT RecordedSheet::Hear(const std::string& page, const PSHNOTIFY& notification) {
   told_.push_back(page + ": " + Describe(notification));
-  if (notification.hdr.code == PSN_SETACTIVE) shown_ = page;
+  if (notification.hdr.code == PSN_SETACTIVE) {
+    shown_ = page;
+    const auto buttons = buttons_.find(page);
+    if (buttons != buttons_.end())
+      PropSheet_SetWizButtons(notification.hdr.hwndFrom, buttons->second);
+  }
   const auto answer = answers_.find({page, notification.hdr.code});
   return answer != answers_.end() ? answer->second : 0;
 }

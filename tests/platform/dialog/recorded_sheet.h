@@ -21,13 +21,20 @@ class RecordedSheet {
   RecordedSheet(const RecordedSheet&) = delete;
   RecordedSheet& operator=(const RecordedSheet&) = delete;
 
-  // A page with one field and one check box.
+  // A page with one field and one check box; with nothing if it has no height.
   void AddPage(const std::string& name, DWORD flags = PSP_DEFAULT,
                TemplatePlace place = {0, 0, 120, 80});
   // What pages answer to a notification: all of them, or one.
   void Answer(UINT code, LRESULT answer, const std::string& page = {});
   void OnInit(std::function<void(HWND page)> work) { onInit_ = std::move(work); }
   void OnTimer(std::function<void(HWND page)> work) { onTimer_ = std::move(work); }
+  LRESULT TemplateOf(std::size_t page) const {
+    return reinterpret_cast<LRESULT>(pages_[page].templateName);
+  }
+  // What the page sets as it is activated.
+  void SetWizardButtons(const std::string& page, LPARAM buttons) { buttons_[page] = buttons; }
+  // In that number's bitmap.
+  void ShowPictures(WORD number) { picture_ = number; }
   // Posts that button's command to the sheet as soon as a page is made.
   void CloseWhenShown(int button);
 
@@ -60,7 +67,9 @@ class RecordedSheet {
   std::function<void(HWND)> onInit_;
   std::function<void(HWND)> onTimer_;
   std::map<std::string, HWND> windows_;
+  std::map<std::string, LPARAM> buttons_;
   std::vector<std::string> told_;
   std::string shown_;
   bool gaveRecord_ = false;
+  WORD picture_ = 0;
 };

@@ -1,0 +1,62 @@
+// What a wizard shows around its pages: the watermark beside the outer ones, the band with title,
+// subtitle and picture above the inner ones, and the lines. Owned by the sheet, on the window
+// thread.
+#pragma once
+
+#include <prsht.h>
+
+#include <memory>
+#include <span>
+#include <string>
+#include <type_traits>
+
+#include "platform/dialog/dialog_control.h"
+#include "platform/dialog/dialog_units.h"
+#include "platform/dialog/sheet_layout.h"
+
+namespace platform {
+
+struct HeaderText {
+  std::wstring title;
+  std::wstring subTitle;
+};
+
+class WizardFrame {
+ public:
+  // Reads the names of the pictures; one that cannot be loaded is not shown.
+  explicit WizardFrame(const PROPSHEETHEADERW& header);
+
+  // Makes room for the largest pages and the highest header. The window only measures text.
+  void LayOut(HWND sheet, SIZE inner, SIZE outer, std::span<const HeaderText> headers,
+              const DialogUnits& units);
+  const WizardLayout& Layout() const { return layout_; }
+  const RECT& PagePlace(bool isOuter) const { return isOuter ? layout_.outer : layout_.inner; }
+
+  void PaintBand(HDC context, const HeaderText& header) const;
+  void PaintLineAboveButtons(HDC context) const;
+  // The background of an outer page, whose client area begins where the sheet's does.
+  void PaintOuterPage(HDC context) const;
+
+ private:
+  struct BitmapDeleter {
+    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
+  };
+  using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+  OwnedBitmap Load(LPCWSTR name, SIZE size) const;
+  // Where the texts of a band end at the right.
+  LONG TextEnd(LONG width) const;
+  int BandHeight(HWND sheet, int width, std::span<const HeaderText> headers) const;
+
+  const HINSTANCE instance_;
+  const LPCWSTR watermarkName_;
+  OwnedBitmap watermark_;
+  OwnedBitmap picture_;
+  SIZE pictureSize_{};
+  OwnedFont titleFont_;
+  OwnedFont textFont_;
+  DialogUnits units_;
+  WizardLayout layout_;
+};
+
+}  // namespace platform
