@@ -39,8 +39,11 @@ HPROPSHEETPAGE PropertyPage::CreateHandle() {
   page.pszTitle = titleText_.c_str();
   page.pfnDlgProc = StaticPageProc;
   page.lParam = reinterpret_cast<LPARAM>(this);
+  Complete(page);
   return ::CreatePropertySheetPageW(&page);
 }
+
+void PropertyPage::Complete(PROPSHEETPAGEW&) {}
 
 INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM wParam,
                                               LPARAM lParam) noexcept {

@@ -24,10 +24,14 @@ class PropertyPage : public DialogObject {
   // Whether the sheet may be closed without applying. Once it may, OnCancel follows.
   virtual bool OnQueryCancel();
 
+  // Answers the sheet's notifications and leaves the others to OnNotify.
+  bool AnswerNotification(const NMHDR& header) override;
+
  private:
   friend class PropertySheet;
 
-  bool AnswerNotification(const NMHDR& header) final;
+  // The record of the page is whole but for what a kind of page adds to it.
+  virtual void Complete(PROPSHEETPAGEW& page);
   void RefreshTexts() final;
   static INT_PTR CALLBACK StaticPageProc(HWND window, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept;

@@ -35,7 +35,15 @@ bool PropertySheet::Show(std::vector<HPROPSHEETPAGE> handles) const {
   header.pszCaption = caption.c_str();
   header.nPages = static_cast<UINT>(handles.size());
   header.phpage = handles.data();
+  if (wizard_) MakeWizard(header);
   return ::PropertySheetW(&header) >= 0;
+}
+
+void PropertySheet::MakeWizard(PROPSHEETHEADERW& header) const {
+  header.dwSize = sizeof(header);
+  header.dwFlags = PSH_WIZARD97 | PSH_WATERMARK | PSH_HEADER;
+  header.pszbmWatermark = MAKEINTRESOURCEW(wizard_->watermark);
+  header.pszbmHeader = MAKEINTRESOURCEW(wizard_->header);
 }
 
 void PropertySheet::RefreshTexts(HWND sheet) const {

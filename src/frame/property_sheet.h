@@ -2,6 +2,7 @@
 // outlive Run.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "frame/property_page.h"
@@ -15,6 +16,16 @@ class PropertySheet {
   PropertySheet(const MessageCatalogue& catalogue, MessageId caption, Apply apply)
       : catalogue_(catalogue), caption_(caption), apply_(apply) {}
 
+  // Numbers of bitmap resources: beside the exterior pages, and in the band above the interior
+  // ones.
+  struct WizardBitmaps {
+    WORD watermark;
+    WORD header;
+  };
+  // A wizard. All its pages are WizardPage objects.
+  PropertySheet(const MessageCatalogue& catalogue, MessageId caption, WizardBitmaps bitmaps)
+      : catalogue_(catalogue), caption_(caption), wizard_(bitmaps) {}
+
   // Pages stand in the order in which they were added.
   void Add(PropertyPage& page) { pages_.push_back(&page); }
 
@@ -26,12 +37,14 @@ class PropertySheet {
   friend class PropertyPage;
 
   bool Show(std::vector<HPROPSHEETPAGE> handles) const;
+  void MakeWizard(PROPSHEETHEADERW& header) const;
   // Of the sheet itself: its caption and its tabs.
   void RefreshTexts(HWND sheet) const;
 
   const MessageCatalogue& catalogue_;
   MessageId caption_;
-  Apply apply_;
+  Apply apply_ = Apply::kWithoutButton;
+  std::optional<WizardBitmaps> wizard_;
   std::vector<PropertyPage*> pages_;
 };
 
