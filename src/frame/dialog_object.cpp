@@ -45,8 +45,11 @@ bool DialogObject::OnInitDialog(HWND) {
 void DialogObject::SetTexts(HWND) {}
 
 INT_PTR DialogObject::RunModal(UINT templateNumber, HWND parent) {
-  return ::DialogBoxParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateNumber), parent,
-                           StaticProc, reinterpret_cast<LPARAM>(this));
+  if (IsStopping()) return IDCANCEL;
+  const INT_PTR result =
+      ::DialogBoxParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateNumber), parent,
+                        StaticProc, reinterpret_cast<LPARAM>(this));
+  return IsStopping() ? IDCANCEL : result;
 }
 
 INT_PTR CALLBACK DialogObject::StaticProc(HWND window, UINT message, WPARAM wParam,

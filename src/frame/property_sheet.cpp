@@ -9,7 +9,7 @@
 namespace quillgate {
 
 bool PropertySheet::Run(const std::wstring& caption) {
-  if (pages_.empty()) return false;
+  if (pages_.empty() || pages_.front()->IsStopping()) return false;
   std::vector<HPROPSHEETPAGE> handles;
   for (PropertyPage* page : pages_)
     handles.push_back(page->CreateHandle());
@@ -25,7 +25,7 @@ bool PropertySheet::Run(const std::wstring& caption) {
   header.pszCaption = caption.c_str();
   header.nPages = static_cast<UINT>(handles.size());
   header.phpage = handles.data();
-  return ::PropertySheetW(&header) >= 0;
+  return ::PropertySheetW(&header) >= 0 && !pages_.front()->IsStopping();
 }
 
 }  // namespace quillgate
