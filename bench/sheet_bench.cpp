@@ -69,7 +69,8 @@ class Office {
   SilentIndicator indicator_;
   LogonSession logon_{settings_, identity_};
   HelpSystem help_;
-  UiSurroundings ui_{catalogue_, help_};
+  StopRequest stop_;
+  UiSurroundings ui_{catalogue_, help_, stop_};
   std::unique_ptr<SessionLog> session_;
   ConnectionSheet sheet_{{ui_, settings_, database_, calendar_, logon_}};
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
@@ -26,6 +27,16 @@ bool IsSupported(DWORD style) {
 // A text that the parent is asked for whenever it is shown: not supported.
 bool IsCallback(const wchar_t* text) {
   return reinterpret_cast<LONG_PTR>(text) == -1;
+}
+
+UINT ChangedBits(const NMLISTVIEW& change) {
+  return change.uNewState ^ change.uOldState;
+}
+
+// Whether the two are the focus and the selection of one row.
+bool AreOneMove(const NMLISTVIEW& first, const NMLISTVIEW& second) {
+  const UINT both = ChangedBits(first) ^ ChangedBits(second);
+  return first.iItem == second.iItem && both == (LVIS_FOCUSED | LVIS_SELECTED);
 }
 
 bool HasText(const wchar_t* text) {
@@ -353,9 +364,28 @@ void ListView::ChangeOwnState(int row, UINT state, UINT mask, When when) {
   notification.uOldState = before & told;
   notification.uChanged = LVIF_STATE;
   if (when == When::kLater) {
-    NotifyLater(LVN_ITEMCHANGED, notification);
+    TellLater(notification);
   } else {
     Notify(LVN_ITEMCHANGED, notification);
+  }
+}
+
+// The desktop moves focus and selection one after the other: of one row they are one change.
+void ListView::TellLater(const NMLISTVIEW& change) {
+  const auto known = std::ranges::find_if(
+      untold_, [&](const NMLISTVIEW& each) { return AreOneMove(each, change); });
+  if (known != untold_.end()) {
+    known->uNewState |= change.uNewState;
+    known->uOldState |= change.uOldState;
+    return;
+  }
+  if (untold_.empty()) Later<ListView>([](ListView& self) { self.TellChanges(); });
+  untold_.push_back(change);
+}
+
+void ListView::TellChanges() {
+  for (NMLISTVIEW& change : std::exchange(untold_, {})) {
+    if (Self().IsLive()) Notify(LVN_ITEMCHANGED, change);
   }
 }
 

@@ -54,6 +54,18 @@ std::optional<DialogKey> DialogKeyOf(const QKeyEvent& event) {
   return modifiers == Qt::NoModifier || isBackTab ? PlainKey(event.key()) : std::nullopt;
 }
 
+bool IsByUser(const QFocusEvent& event) {
+  switch (event.reason()) {
+    case Qt::MouseFocusReason:
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+      return true;
+    default:
+      return false;
+  }
+}
+
 // The window of the widget, or of the one it is a part of.
 HWND HandleOf(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
@@ -75,7 +87,9 @@ bool QtDialogKeys::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ChildAdded) Watch(*static_cast<QChildEvent*>(event)->child());
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (widget == nullptr || widget->window() != &dialog_) return false;
-  if (event->type() == QEvent::FocusIn) events_.OnFocusMoved(HandleOf(widget));
+  if (event->type() == QEvent::FocusIn && IsByUser(*static_cast<QFocusEvent*>(event))) {
+    events_.OnFocusMoved(HandleOf(widget));
+  }
   if (event->type() != QEvent::KeyPress) return false;
   return OnKey(*widget, *static_cast<QKeyEvent*>(event));
 }

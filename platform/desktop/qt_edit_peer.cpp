@@ -54,6 +54,7 @@ class QtEditPeer final : public QtControlPeer<EditPeer> {
     const QString shown = QString::fromStdWString(text);
     Bound(shown);
     edit_->setText(shown);
+    edit_->setCursorPosition(0);
   }
   void SetSelection(const EditSelection& selection) override {
     const int anchor = QtPosition(edit_->text(), selection.anchor);

@@ -15,8 +15,7 @@ int DefaultIdOf(HWND dialog) {
   return HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : 0;
 }
 
-HWND ButtonForEnter(HWND dialog, HWND focus) {
-  if (IsPushButton(DialogCodeOf(focus))) return focus;
+HWND DefaultButton(HWND dialog) {
   const int id = DefaultIdOf(dialog);
   return id != 0 ? ::GetDlgItem(dialog, id) : nullptr;
 }
@@ -35,7 +34,7 @@ void SendClick(HWND dialog, int id, HWND button) {
 }  // namespace
 
 void MarkDefaultButton(HWND dialog, HWND focus) {
-  const HWND wanted = ButtonForEnter(dialog, focus);
+  const HWND wanted = IsPushButton(DialogCodeOf(focus)) ? focus : DefaultButton(dialog);
   for (const auto& control : ControlsOf(dialog)) {
     if (control->handle == wanted) continue;
     if ((DialogCodeOf(control->handle) & DLGC_DEFPUSHBUTTON) != 0)
@@ -45,7 +44,9 @@ void MarkDefaultButton(HWND dialog, HWND focus) {
 }
 
 void PressDefaultButton(HWND dialog, HWND focus) {
-  const HWND button = ButtonForEnter(dialog, focus);
+  // A push button that was given the keyboard by SetFocus alone is not the default one.
+  const bool focusIsDefault = (DialogCodeOf(focus) & DLGC_DEFPUSHBUTTON) != 0;
+  const HWND button = focusIsDefault ? focus : DefaultButton(dialog);
   if (button != nullptr) {
     SendClick(dialog, ::GetDlgCtrlID(button), button);
   } else {

@@ -6,11 +6,11 @@
 
 namespace platform {
 
-// Marks the push button with the keyboard, or in lack of one the dialog's default button, and no
-// other.
+// After the dialog or its user moved the keyboard: marks the push button with it, or in lack of one
+// the dialog's default button, and no other.
 void MarkDefaultButton(HWND dialog, HWND focus);
 
-// As Enter does: the push button with the keyboard, else the default button, else IDOK.
+// As Enter does: the button with the keyboard if it is marked, else the default button, else IDOK.
 void PressDefaultButton(HWND dialog, HWND focus);
 
 // As Escape does: IDCANCEL, unless the dialog has such a button and it is disabled.

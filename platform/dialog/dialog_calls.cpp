@@ -9,12 +9,14 @@ namespace platform {
 namespace {
 
 constexpr INT_PTR kFailed = -1;
+// A dialog that nobody has ended yet has this result.
+constexpr INT_PTR kUnended = IDOK;
 
 INT_PTR RunDialog(const DialogTemplate& made, DialogOrigin origin) {
   DisabledOwner owner(origin.owner);
   origin.owner = owner.Get();
   const HWND dialog = CreateDialogFrom(made, origin);
-  return dialog != nullptr ? AwaitEnd(dialog, owner) : kFailed;
+  return dialog != nullptr ? AwaitEnd(dialog, owner, kUnended) : kFailed;
 }
 
 }  // namespace

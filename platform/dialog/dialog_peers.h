@@ -28,7 +28,7 @@ class DialogEvents {
   // A key on its way to the window with the keyboard, the dialog itself or one inside it. True: it
   // was for the dialog, and the window does not get it.
   virtual bool OnDialogKey(DialogKey key, HWND focus) = 0;
-  // The keyboard has come to that window, the dialog itself or one inside it.
+  // The user has moved the keyboard to that window, the dialog itself or one inside it.
   virtual void OnFocusMoved(HWND focus) = 0;
 };
 

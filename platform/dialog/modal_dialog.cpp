@@ -20,14 +20,14 @@ void DisabledOwner::Enable() {
   if (::IsWindowVisible(window_)) ::SetForegroundWindow(window_);
 }
 
-INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner) {
+INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner, INT_PTR onQuit) {
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return 0;
   const std::shared_ptr<DialogOutcome> outcome = found.control->Outcome();
-  RunModalLoop(*found.window->queue, [&] { return outcome->ended; });
+  const LoopEnd end = RunModalLoop(*found.window->queue, [&] { return outcome->ended; });
   owner.Enable();
   if (::IsWindow(dialog)) ::DestroyWindow(dialog);
-  return outcome->result;
+  return end == LoopEnd::kQuit ? onQuit : outcome->result;
 }
 
 }  // namespace platform

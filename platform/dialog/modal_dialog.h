@@ -29,7 +29,8 @@ class DisabledOwner {
 };
 
 // Runs the loop until the dialog has been ended or is gone; destroys it. What EndDialog was given;
-// 0 when it was destroyed instead, or WM_QUIT came first.
-INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner);
+// `onQuit`, which is a sheet's failure unless told otherwise, when WM_QUIT came first; 0 when the
+// dialog was destroyed instead or the desktop went.
+INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner, INT_PTR onQuit = -1);
 
 }  // namespace platform

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/log.h"
 #include "platform/registry/provided_keys.h"
@@ -218,6 +219,7 @@ LSTATUS WINAPI RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD charact
   error = platform::LocalMachine().SubkeyNames(found->Path(), names);
   if (error != NO_ERROR) return platform::Status(error);
   if (index >= names.size()) return platform::Status(ERROR_NO_MORE_ITEMS);
+  std::ranges::sort(names, {}, platform::LowerName);
   return platform::Status(platform::StoreName(names[index], name, characters));
 }
 

@@ -215,6 +215,10 @@ void SimulatedMachine::ShowMessageBoxes() {
   SetMessageBoxResponder({});
 }
 
+void SimulatedMachine::ShowMenus() {
+  SetMenuTracker({});
+}
+
 void SimulatedMachine::AnswerMessageBoxes(std::deque<int> answers) {
   const std::lock_guard lock(mutex_);
   messageBoxAnswers_ = std::move(answers);

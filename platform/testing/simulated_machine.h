@@ -91,10 +91,11 @@ class SimulatedMachine {
   std::shared_ptr<RecordingDevice> AddIpFilterDriver();
 
   // Windows are shown from now on, on a screen that nobody sees. Before the first window; only what
-  // draws on the desktop needs it. Message boxes are answered as before unless they are shown too.
-  // The desktop is left with the machine, and the windows of its thread end.
+  // draws on the desktop needs it. Message boxes and menus are answered as before unless they are
+  // shown too. The desktop is left with the machine, and the windows of its thread end.
   void UseDesktop();
   void ShowMessageBoxes();
+  void ShowMenus();
 
   // Answers for the next message boxes, in order; afterwards IDOK.
   void AnswerMessageBoxes(std::deque<int> answers);

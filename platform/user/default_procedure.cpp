@@ -3,6 +3,7 @@
 
 #include "platform/dialog/context_help.h"
 #include "platform/gdi/gdi_objects.h"
+#include "platform/user/menu_tracking.h"
 #include "platform/user/painting.h"
 #include "platform/user/window.h"
 #include "platform/user/window_relations.h"
@@ -67,6 +68,9 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
       return TRUE;
     case WM_CLOSE:
       ::DestroyWindow(window);
+      return 0;
+    case WM_CANCELMODE:
+      CancelMenuOf(window);
       return 0;
     case WM_SETTEXT:
       return SetText(*found, lParam);

@@ -1,6 +1,7 @@
 #include "platform/user/menu_tracking.h"
 
 #include <atomic>
+#include <mutex>
 #include <optional>
 
 #include "platform/gdi/lent_dc.h"
@@ -42,7 +43,22 @@ class OpenMenu {
 // What the owner has to say to a menu that is open, and what came of it.
 class MenuSession final : public MenuEvents {
  public:
-  MenuSession(HWND owner, ThreadQueue& queue) : owner_(owner), queue_(queue) {}
+  MenuSession(HWND owner, ThreadQueue& queue) : owner_(owner), queue_(queue) {
+    const std::lock_guard lock(mutex_);
+    current_ = this;
+  }
+  ~MenuSession() override {
+    const std::lock_guard lock(mutex_);
+    current_ = nullptr;
+  }
+  MenuSession(const MenuSession&) = delete;
+  MenuSession& operator=(const MenuSession&) = delete;
+
+  // Any thread.
+  static void Cancel(HWND owner) {
+    const std::lock_guard lock(mutex_);
+    if (current_ != nullptr && current_->owner_ == owner) current_->OnClosed(0);
+  }
 
   SIZE Measure(const TrackedItem& item) override {
     MEASUREITEMSTRUCT measure{};
@@ -81,6 +97,10 @@ class MenuSession final : public MenuEvents {
   }
 
  private:
+  // The one that is open; its owner may be another thread's than the menu.
+  static inline std::mutex mutex_;
+  static inline MenuSession* current_ = nullptr;
+
   const HWND owner_;
   ThreadQueue& queue_;
   // Shared with what is deferred, which may run when the menu is long gone.
@@ -91,7 +111,8 @@ UINT TrackOnDesktop(const TrackedMenu& menu) {
   ThreadQueue& queue = *CurrentQueue();
   MenuSession session(menu.owner, queue);
   const auto shown = Desktop().Menus().Show(menu, session);
-  if (!RunModalLoop(queue, [&] { return session.Result().has_value(); })) return 0;
+  RunModalLoop(
+      queue, [&] { return session.Result().has_value(); }, QuitMessage::kSwallow);
   return session.Result().value_or(0);
 }
 
@@ -116,6 +137,10 @@ UINT Track(const TrackedMenu& menu) {
 
 void SetMenuTracker(MenuTracker tracker) {
   Tracker().Set(std::move(tracker));
+}
+
+void CancelMenuOf(HWND owner) {
+  MenuSession::Cancel(owner);
 }
 
 }  // namespace platform

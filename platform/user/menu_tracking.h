@@ -12,4 +12,7 @@ namespace platform {
 using MenuTracker = std::function<UINT(const TrackedMenu&)>;
 void SetMenuTracker(MenuTracker tracker);  // empty: as without a desktop
 
+// Closes the menu that this window owns, if one is open; nothing is chosen then.
+void CancelMenuOf(HWND owner);
+
 }  // namespace platform

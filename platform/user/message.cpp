@@ -134,7 +134,9 @@ BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 }
 
 BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam) {
-  const auto queue = QueueOfThread(threadId);
+  // Whoever posts has a queue from then on, as with every call about windows.
+  const bool isOwn = threadId == ::GetCurrentThreadId();
+  const auto queue = isOwn ? CurrentQueue() : QueueOfThread(threadId);
   if (queue == nullptr) {
     ::SetLastError(ERROR_INVALID_THREAD_ID);
     return FALSE;

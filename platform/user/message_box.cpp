@@ -20,17 +20,18 @@ Seam<MessageBoxResponder>& Responder() {
   return seam;
 }
 
-// On the window thread. Quitting ends the box without an answer, and so does the end of its owner,
-// which takes it along.
+// On the window thread. The end of the owner takes the box along, without an answer; WM_QUIT ends
+// it as it ends a dialog, whatever the buttons are.
 int RunBox(HWND ownerHandle, MessageBoxView view) {
   DisabledOwner owner(ownerHandle);
   const auto ownerWindow = Resolve<Window>(HandleKind::kWindow, owner.Get());
   view.owner = ownerWindow != nullptr ? ownerWindow->peer.get() : nullptr;
   const auto box = Desktop().ShowMessageBox(view);
   const auto ownerIsGone = [&] { return ownerWindow != nullptr && !ownerWindow->IsLive(); };
-  RunModalLoop(*CurrentQueue(), [&] { return box->Answer().has_value() || ownerIsGone(); });
+  const LoopEnd end =
+      RunModalLoop(*CurrentQueue(), [&] { return box->Answer().has_value() || ownerIsGone(); });
   owner.Enable();
-  return box->Answer().value_or(0);
+  return end == LoopEnd::kQuit ? IDOK : box->Answer().value_or(0);
 }
 
 int FailWithoutDesktop(const MessageBoxRequest& request) {

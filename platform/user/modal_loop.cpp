@@ -18,20 +18,20 @@ void Route(MSG& message) {
 
 }  // namespace
 
-bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone) {
+LoopEnd RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone, QuitMessage quit) {
   const MessageFilter everything;
   const bool isOnDesktop = WindowThread() != nullptr;
   for (;;) {
     queue.ServeCalls();
-    if (isDone()) return true;
-    if (isOnDesktop && WindowThread() == nullptr) return false;
+    if (isDone()) return LoopEnd::kDone;
+    if (isOnDesktop && WindowThread() == nullptr) return LoopEnd::kDesktopLost;
     if (queue.RunDeferred()) continue;
     auto message = queue.Take(everything, true);
     if (!message.has_value()) {
       queue.Wait(everything);
     } else if (message->message == WM_QUIT) {
-      queue.PostQuit(static_cast<int>(message->wParam));
-      return false;
+      if (quit == QuitMessage::kPostAgain) queue.PostQuit(static_cast<int>(message->wParam));
+      return LoopEnd::kQuit;
     } else {
       Route(*message);
     }

@@ -7,10 +7,18 @@
 
 namespace platform {
 
+enum class LoopEnd {
+  kDone,
+  kQuit,         // WM_QUIT came first
+  kDesktopLost,  // the desktop went, and with it whoever could have answered
+};
+
+// Whether the loop outside sees the WM_QUIT that ended this one.
+enum class QuitMessage { kPostAgain, kSwallow };
+
 // Serves calls, what the user did, messages and timers of the calling thread until isDone says so.
-// False when WM_QUIT came first, which is posted again for the loop outside, or when the desktop
-// went and with it whoever could have answered.
-bool RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone);
+LoopEnd RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone,
+                     QuitMessage quit = QuitMessage::kPostAgain);
 
 // Runs the work on the window thread: at once when the caller is that thread, else while the caller
 // waits. False when there is none; nothing has run then.

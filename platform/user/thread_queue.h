@@ -1,7 +1,6 @@
 // The message queue of one thread: posted messages, the quit flag, mouse and keyboard, calls from
-// other threads and timers. Created when its thread, or somebody who posts to it, first needs it;
-// it ends with its thread. Functions for the owning thread are marked; all others are for any
-// thread.
+// other threads and timers. Created when its thread first needs it; it ends with its thread.
+// Functions for the owning thread are marked; all others are for any thread.
 #pragma once
 
 #include <windows.h>
@@ -107,7 +106,8 @@ class ThreadQueue {
 // The calling thread's queue. It ends, and the thread's windows with it, when the thread does.
 const std::shared_ptr<ThreadQueue>& CurrentQueue();
 
-// The queue of a live thread of this process, made if it has none yet; null for any other number.
+// The queue of a thread of this process that has looked for messages, posted one or made a window;
+// null for any other number.
 std::shared_ptr<ThreadQueue> QueueOfThread(DWORD threadId);
 
 }  // namespace platform

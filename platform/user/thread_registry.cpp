@@ -1,7 +1,4 @@
 // Which thread has which queue.
-#include <signal.h>
-#include <unistd.h>
-
 #include <map>
 
 #include "platform/user/desktop.h"
@@ -21,23 +18,14 @@ ThreadRegistry& Registry() {
   return registry;
 }
 
-bool IsLiveThread(DWORD threadId) {
-  return threadId != 0 && ::tgkill(::getpid(), static_cast<pid_t>(threadId), 0) == 0;
-}
-
-std::shared_ptr<ThreadQueue> FindOrMakeLocked(ThreadRegistry& registry, DWORD threadId) {
-  auto& queue = registry.queues[threadId];
-  if (queue == nullptr) queue = std::make_shared<ThreadQueue>(threadId);
-  return queue;
-}
-
 // Ties the queue to its thread: the destructor runs when the thread ends.
 class Attachment {
  public:
   Attachment() {
+    queue_ = std::make_shared<ThreadQueue>(::GetCurrentThreadId());
     ThreadRegistry& registry = Registry();
     const std::lock_guard lock(registry.mutex);
-    queue_ = FindOrMakeLocked(registry, ::GetCurrentThreadId());
+    registry.queues[queue_->ThreadId()] = queue_;
   }
   ~Attachment() {
     ForgetWindowsOf(*queue_);
@@ -64,12 +52,10 @@ const std::shared_ptr<ThreadQueue>& CurrentQueue() {
 }
 
 std::shared_ptr<ThreadQueue> QueueOfThread(DWORD threadId) {
-  if (!IsLiveThread(threadId)) return nullptr;
   ThreadRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
-  // Threads that were posted to and ended without ever looking leave their queues behind.
-  std::erase_if(registry.queues, [](const auto& each) { return !IsLiveThread(each.first); });
-  return FindOrMakeLocked(registry, threadId);
+  const auto found = registry.queues.find(threadId);
+  return found != registry.queues.end() ? found->second : nullptr;
 }
 
 }  // namespace platform

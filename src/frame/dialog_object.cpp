@@ -59,8 +59,11 @@ bool DialogObject::OnInitDialog(HWND) {
 void DialogObject::SetTexts(HWND) {}
 
 INT_PTR DialogObject::RunModal(UINT templateNumber, HWND parent) {
-  return ::DialogBoxParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateNumber), parent,
-                           StaticProc, reinterpret_cast<LPARAM>(this));
+  if (IsStopping()) return IDCANCEL;
+  const INT_PTR result =
+      ::DialogBoxParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateNumber), parent,
+                        StaticProc, reinterpret_cast<LPARAM>(this));
+  return IsStopping() ? IDCANCEL : result;
 }
 
 INT_PTR CALLBACK DialogObject::StaticProc(HWND window, UINT message, WPARAM wParam,
@@ -148,7 +151,7 @@ void DialogObject::Tell(MessageId message, UINT icon) const {
 }
 
 bool DialogObject::Ask(MessageId message) const {
-  return AskYesNo(window_, Catalogue(), Catalogue().GetMessageText(message));
+  return AskYesNo(window_, Catalogue(), Catalogue().GetMessageText(message)) && !IsStopping();
 }
 
 std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRange& range) const {

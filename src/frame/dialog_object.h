@@ -30,6 +30,9 @@ class DialogObject {
   // Null while there is no dialog.
   HWND Window() const { return window_; }
 
+  // From then on whatever was asked counts as cancelled, whatever the system answers for it.
+  bool IsStopping() const { return ui_.stop.IsRaised(); }
+
   // Whether the page accepts what was entered; false keeps the sheet open on it.
   virtual bool OnApply(HWND window);
   // The sheet is being closed without applying.
@@ -43,7 +46,7 @@ class DialogObject {
   DialogObject(const UiSurroundings& ui, std::wstring helpTopic);
 
   // Opens the dialog and returns what EndDialog was given, when it has been closed; -1 when there
-  // is no dialog. The parent may be null.
+  // is no dialog, IDCANCEL when the program is to stop. The parent may be null.
   INT_PTR RunModal(UINT templateNumber, HWND parent);
 
   // What is thrown by one of the operations below is shown as an error, and the message then counts

@@ -10,7 +10,7 @@
 namespace quillgate {
 
 bool PropertySheet::Run() {
-  if (pages_.empty()) return false;
+  if (pages_.empty() || pages_.front()->IsStopping()) return false;
   std::vector<HPROPSHEETPAGE> handles;
   for (PropertyPage* page : pages_)
     handles.push_back(page->CreateHandle());
@@ -36,7 +36,7 @@ bool PropertySheet::Show(std::vector<HPROPSHEETPAGE> handles) const {
   header.nPages = static_cast<UINT>(handles.size());
   header.phpage = handles.data();
   if (wizard_) MakeWizard(header);
-  return ::PropertySheetW(&header) >= 0;
+  return ::PropertySheetW(&header) >= 0 && !pages_.front()->IsStopping();
 }
 
 void PropertySheet::MakeWizard(PROPSHEETHEADERW& header) const {

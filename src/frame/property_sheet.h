@@ -30,7 +30,7 @@ class PropertySheet {
   void Add(PropertyPage& page) { pages_.push_back(&page); }
 
   // Shows the sheet and returns when it has been closed, however that was. False when there is no
-  // page or the sheet could not be shown.
+  // page, the sheet could not be shown or the program is to stop.
   bool Run();
 
  private:

@@ -15,12 +15,12 @@ bool HasDesktop() {
 
 DesktopObjects::DesktopObjects(ProcessObjects& objects)
     : objects_(objects),
-      ui_{objects.Catalogue(), help_},
+      ui_{objects.Catalogue(), help_, objects.Stop()},
       prompts_(ui_, objects.GetSettings(), gdiPlus_, objects.Indicator()),
       connection_(
           {ui_, objects.GetSettings(), objects.GetDatabase(), objects.Calendar(), objects.Logon()}),
       tray_({objects.Catalogue(), objects.GetSettings(), objects.Logon(), objects.Logons(), help_,
-             MakeOpeners()}) {
+             objects.Stop(), MakeOpeners()}) {
   help_.SetHelpFile(kHelpFileName);
   gdiPlus_.Start();
   objects_.Indicator().RelayTo(tray_);

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "accounts/logon_session.h"
+#include "frame/stop_request.h"
 #include "service/desktop_objects.h"
 #include "service/event_log.h"
 #include "service/event_log_indicator.h"
@@ -36,6 +37,7 @@ class ProcessObjects {
   RelayIndicator& Indicator() { return indicator_; }
   LogonSession& Logon() { return logon_; }
   LogonRequests& Logons() { return logonRequests_; }
+  StopRequest& Stop() { return stop_; }
 
   // On the service main thread, before and after its message loop. Where there is no desktop, or
   // the tray cannot be made, which is logged, the state of the gate shows in the event log and
@@ -71,6 +73,7 @@ class ProcessObjects {
   void TellMissingHook();
 
   EventLog events_;
+  StopRequest stop_;
   Database database_;
   Settings settings_{database_};
   MessageCatalogue catalogue_;

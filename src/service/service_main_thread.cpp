@@ -69,7 +69,8 @@ void ServiceMainThread::ApplyFirstDayOfWeek() {
 
 void ServiceMainThread::RunMessageLoop() {
   MSG message{};
-  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+  // A popup menu that was open may have swallowed WM_QUIT.
+  while (!objects_.Stop().IsRaised() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
   }

@@ -14,8 +14,8 @@ class ServiceMainThread {
   ServiceMainThread(ServiceModule& module, ProcessObjects& objects)
       : module_(module), objects_(objects) {}
 
-  // Returns when WM_QUIT has been posted to this thread. Throws std::runtime_error when the window
-  // or the monitor cannot be made; everything has been taken down then too.
+  // Returns when a stop has been requested. Throws std::runtime_error when the window or the
+  // monitor cannot be made; everything has been taken down then too.
   void Run();
 
  private:

@@ -140,7 +140,7 @@ void ServiceModule::HandleControl(DWORD control) {
 }
 
 void ServiceModule::RequestStop() {
-  stopRequested_ = true;
+  objects_.Stop().Raise();
   const DWORD thread = mainThreadId_;
   if (thread != 0) ::PostThreadMessageW(thread, WM_QUIT, 0, 0);
   if (stopGuard_ != nullptr) return;
@@ -162,7 +162,7 @@ void ServiceModule::SetMainThread() {
   MSG message{};
   ::PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
   mainThreadId_ = ::GetCurrentThreadId();
-  if (stopRequested_) ::PostQuitMessage(0);
+  if (objects_.Stop().IsRaised()) ::PostQuitMessage(0);
 }
 
 }  // namespace quillgate

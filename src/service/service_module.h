@@ -56,7 +56,6 @@ class ServiceModule {
   // report.
   KernelHandle mainRoutine_;
   std::atomic<DWORD> mainThreadId_{0};
-  std::atomic<bool> stopRequested_{false};
   std::wstring serviceName_;
   std::wstring displayName_;
   // The main routine's and the handler's threads both report.

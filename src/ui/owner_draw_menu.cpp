@@ -95,13 +95,23 @@ void OwnerDrawMenu::SetDefault(WORD command) {
   ::SetMenuDefaultItem(menu_.Get(), command, FALSE);
 }
 
-int OwnerDrawMenu::Track() {
+int OwnerDrawMenu::Track(StopRequest& stop) {
   POINT cursor{};
   if (!::GetCursorPos(&cursor)) return -1;
   if (Window() == nullptr && !Create()) return 0;
   // A menu of a window in the background would not close when the user clicks elsewhere.
   ::SetForegroundWindow(Window());
-  return ::TrackPopupMenuEx(menu_.Get(), TPM_RETURNCMD, cursor.x, cursor.y, Window(), nullptr);
+  stop.SetMenuOwner(Window());
+  const int command = TrackAt(cursor, stop);
+  stop.SetMenuOwner(nullptr);
+  return command;
+}
+
+int OwnerDrawMenu::TrackAt(POINT place, const StopRequest& stop) {
+  if (stop.IsRaised()) return 0;
+  const int command =
+      ::TrackPopupMenuEx(menu_.Get(), TPM_RETURNCMD, place.x, place.y, Window(), nullptr);
+  return stop.IsRaised() ? 0 : command;
 }
 
 LRESULT OwnerDrawMenu::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "frame/callback_window.h"
+#include "frame/stop_request.h"
 #include "handles/gdi_handles.h"
 #include "handles/handle.h"
 
@@ -30,11 +31,13 @@ class OwnerDrawMenu final : public CallbackWindow {
   // Marks the item of that command, if there is one.
   void SetDefault(WORD command);
 
-  // Shows the menu at the cursor and returns when it has closed: the chosen command, 0 for none, -1
-  // when the cursor's place is not known.
-  int Track();
+  // Shows the menu at the cursor and returns when it has closed: the chosen command, 0 for none or
+  // when the program is to stop, -1 when the cursor's place is not known.
+  int Track(StopRequest& stop);
 
  private:
+  int TrackAt(POINT place, const StopRequest& stop);
+
   LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
   bool Insert(MENUITEMINFOW item);

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "frame/help_system.h"
+#include "frame/stop_request.h"
 #include "session/gate_indicator.h"
 #include "text/message_catalogue.h"
 #include "ui/logon_control.h"
@@ -30,6 +31,7 @@ struct TraySurroundings {
   const LogonSession& logon;
   LogonControl& logonControl;
   HelpSystem& help;
+  StopRequest& stop;
   TrayOpeners openers;
 };
 

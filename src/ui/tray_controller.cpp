@@ -13,7 +13,7 @@ constexpr WORD kMenuIcons[] = {IDI_MENU_SETTINGS, IDI_MENU_EXIT,   IDI_MENU_STAT
 }  // namespace
 
 TrayController::TrayController(const TraySurroundings& surroundings)
-    : commands_(surroundings, *this) {
+    : commands_(surroundings, *this), stop_(surroundings.stop) {
   for (const WORD number : kMenuIcons)
     menuIcons_.emplace(number, LoadSmallIcon(number));
   SetTip(surroundings.catalogue.GetMessageText(kMsgProductName));
@@ -62,7 +62,7 @@ int TrayController::BuildAndTrackMenu() {
   OwnerDrawMenu popup;
   Fill(popup, menu.items);
   popup.SetDefault(static_cast<WORD>(menu.defaultCommand));
-  return popup.Track();
+  return popup.Track(stop_);
 }
 
 void TrayController::Fill(OwnerDrawMenu& popup, const std::vector<TrayMenuItem>& items) const {

@@ -45,6 +45,7 @@ class TrayController final : public TrayIcon, public GateIndicator {
   void Fill(OwnerDrawMenu& popup, const std::vector<TrayMenuItem>& items) const;
 
   TrayCommands commands_;
+  StopRequest& stop_;
   std::map<WORD, IconHandle> menuIcons_;  // by the numbers of their resources
   std::atomic<bool> busy_ = false;
   std::atomic<int> lastKind_ = 0;

@@ -171,6 +171,17 @@ TEST_F(TrayControllerTest, OthersLockItToo) {
   EXPECT_THAT(done, ElementsAre("statistics"));
 }
 
+TEST_F(TrayControllerTest, AStopOverTheMenuLeavesWhatIsChosenUndone) {
+  LogOn(L"Bo");
+  platform::SetMenuTracker([this](const platform::TrackedMenu&) {
+    stop_.Raise();
+    return 13u;
+  });
+  Send(WM_RBUTTONUP);
+  Choose(13);
+  EXPECT_THAT(done, IsEmpty());
+}
+
 TEST_F(TrayControllerTest, TheLeftButtonOpensNoMenu) {
   Send(WM_LBUTTONDOWN);
   Send(WM_LBUTTONUP);

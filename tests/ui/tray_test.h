@@ -75,7 +75,7 @@ class TrayTest : public testing::Test, protected LogonControl {
         if (whileOpen) whileOpen();
       };
     };
-    TraySurroundings surroundings{catalogue_, settings_, logon_, *this, help_, {}};
+    TraySurroundings surroundings{catalogue_, settings_, logon_, *this, help_, stop_, {}};
     surroundings.openers = {opener("connection"), opener("settings"), opener("statistics"),
                             opener("about"), opener("stop")};
     return surroundings;
@@ -100,6 +100,7 @@ class TrayTest : public testing::Test, protected LogonControl {
   Settings settings_{database_};
   MessageCatalogue catalogue_;
   HelpSystem help_;
+  StopRequest stop_;
   NamedIdentity identity_;
   NamedPrompts prompts_;
   LogonSession logon_{settings_, identity_};

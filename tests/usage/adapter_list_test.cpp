@@ -91,7 +91,7 @@ TEST_F(AdapterListTest, ATextThatDoesNotFitIsUnknown) {
 TEST_F(AdapterListTest, AKeyNameThatDoesNotFitEndsTheList) {
   UseStoredKeys();
   StoreCard(L"1");
-  StoreCard(L"a name of 16 ch.");
+  StoreCard(L"2 name of 16 ch.");
   StoreCard(L"3");
   EXPECT_EQ(ListInstalledAdapters().size(), 1u);
 }
@@ -105,7 +105,7 @@ TEST_F(AdapterListTest, ACardThatCannotBeOpenedStandsAsTheOneBefore) {
                                                                 {L"Description", name}};
     };
     return std::vector<platform::ProvidedKey>{{L"1", texts(L"first")},
-                                              {L"x" + std::to_wstring(++looks), texts(L"never")},
+                                              {L"2x" + std::to_wstring(++looks), texts(L"never")},
                                               {L"3", texts(L"third")}};
   });
   EXPECT_THAT(ServiceNames(), ElementsAre(L"first", L"first", L"third"));

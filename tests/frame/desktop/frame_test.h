@@ -59,7 +59,8 @@ class FrameTest : public testing::Test {
   Settings settings_{database_};
   MessageCatalogue catalogue_;
   HelpSystem help_;
-  UiSurroundings ui_{catalogue_, help_};
+  StopRequest stop_;
+  UiSurroundings ui_{catalogue_, help_, stop_};
 };
 
 }  // namespace quillgate

@@ -39,6 +39,7 @@ TEST_F(EditTest, ATextThatIsSetIsShownAndToldAtOnce) {
   ::SetWindowTextW(edit, L"5 \u20AC");
   EXPECT_THAT(ToldAtOnce(), ElementsAre("command 1 768"));
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), QString("5 \u20AC"));
+  EXPECT_EQ(Selection(edit), std::pair(DWORD{0}, DWORD{0})) << "the caret stands at the beginning";
   EXPECT_EQ(TextOf(edit), L"5 \u20AC");
 }
 
@@ -124,8 +125,8 @@ TEST_F(EditTest, ANumberFieldTakesDigitsOnly) {
   EXPECT_EQ(TextOf(edit), L"123");
   ::SetWindowTextW(edit, L"n/a");
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "n/a");
-  Press(edit, Qt::Key_Backspace);
-  EXPECT_EQ(TextOf(edit), L"n/") << "what was set can be deleted";
+  Press(edit, Qt::Key_Delete);
+  EXPECT_EQ(TextOf(edit), L"/a") << "what was set can be deleted";
 }
 
 TEST_F(EditTest, APasswordIsNotShown) {

@@ -210,10 +210,10 @@ TEST(MessageBoxOnDesktop, QuittingClosesItAndIsPassedOn) {
   MSG message{};
   std::thread([&] {
     ::SetTimer(nullptr, 0, kInterval, Drive);
-    answer = ::MessageBoxW(nullptr, L"Text", L"Caption", MB_OK);
+    answer = ::MessageBoxW(nullptr, L"Text", L"Caption", MB_YESNO);
     ::GetMessageW(&message, nullptr, 0, 0);
   }).join();
-  EXPECT_EQ(answer, 0);
+  EXPECT_EQ(answer, IDOK);
   EXPECT_EQ(message.message, WM_QUIT);
   EXPECT_EQ(message.wParam, 6u);
 }

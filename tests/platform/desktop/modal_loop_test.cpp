@@ -89,7 +89,7 @@ TEST_F(WindowOnDesktop, AScriptThatLooksForWhatIsNotThereEndsTheTestsLoops) {
     failed = script.HasFailed();
   }
   EXPECT_TRUE(failed);
-  EXPECT_EQ(answer, 0);
+  EXPECT_EQ(answer, IDOK);
 }
 
 }  // namespace

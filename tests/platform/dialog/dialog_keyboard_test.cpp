@@ -156,11 +156,15 @@ TEST_F(DialogKeyboard, EnterPressesTheButtonWithTheKeyboardOrElseTheDefaultOne) 
               user.Key(Qt::Key_Return);
             }),
             IDOK);
-  EXPECT_EQ(Run([](DesktopScript& user, QWidget* window) {
-              user.Do([&] { window->findChild<QWidget*>(QString::number(kOther))->setFocus(); });
-              user.Key(Qt::Key_Return);
-            }),
-            kOther);
+  for (const bool byUser : {true, false}) {
+    EXPECT_EQ(Run([&](DesktopScript& user, QWidget* window) {
+                QWidget* other = user.Child(window, kOther);
+                const auto reason = byUser ? Qt::TabFocusReason : Qt::OtherFocusReason;
+                user.Do([&] { other->setFocus(reason); });
+                user.Key(Qt::Key_Return);
+              }),
+              byUser ? kOther : IDOK);
+  }
   EXPECT_EQ(Run([](DesktopScript& user, QWidget* window) {
               user.Do([&] { window->findChild<QWidget*>(QString::number(kCheck))->setFocus(); });
               user.Key(Qt::Key_Enter, Qt::KeypadModifier);

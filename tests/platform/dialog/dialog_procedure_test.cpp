@@ -196,7 +196,7 @@ TEST(ModalDialog, QuittingEndsItAndIsPassedOn) {
     ::PostQuitMessage(6);
     return TRUE;
   });
-  EXPECT_EQ(dialog.Run(TwoFields()), 0);
+  EXPECT_EQ(dialog.Run(TwoFields()), IDOK);
   MSG message{};
   EXPECT_EQ(::GetMessageW(&message, nullptr, 0, 0), FALSE);
   EXPECT_EQ(message.wParam, 6u);

@@ -33,6 +33,15 @@ TEST(PropertySheet, TheFirstPageIsMadeShownAndActivated) {
   EXPECT_THAT(sheet.Told(), ElementsAre("a: init", "a: set active", "a: query cancel", "a: reset"));
 }
 
+TEST(PropertySheet, QuittingEndsItAsAFailureAndIsPassedOn) {
+  RecordedSheet sheet;
+  sheet.AddPage("a");
+  sheet.OnInit([](HWND) { ::PostQuitMessage(6); });
+  EXPECT_EQ(sheet.Run(), -1);
+  MSG message{};
+  EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
+}
+
 TEST(PropertySheet, PagesMadeAtOnceAreMadeInOrder) {
   RecordedSheet sheet;
   sheet.AddPage("a", PSP_PREMATURE);

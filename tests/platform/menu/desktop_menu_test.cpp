@@ -267,31 +267,38 @@ TEST(MenuOnDesktop, TheOwnerHearsOfSelectionAndDefault) {
       MFT_OWNERDRAW);
 }
 
-TEST(MenuOnDesktop, QuittingClosesTheMenuAndIsPassedOn) {
-  Desktop::Run([](Desktop& desktop) {
-    {
-      const DesktopScript user([](DesktopScript& script) {
+TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
+  using Ending = void (*)(HWND owner);
+  const Ending kEndings[] = {
+      [](HWND) { ::PostQuitMessage(6); },
+      [](HWND owner) { ::PostMessageW(owner, WM_CANCELMODE, 0, 0); },
+      [](HWND owner) { ::EnableWindow(owner, FALSE); },
+      [](HWND owner) { ::DestroyWindow(owner); },
+  };
+  Desktop::Run([&](Desktop& desktop) {
+    const HWND owner = desktop.Owner();
+    for (const Ending end : kEndings) {
+      const DesktopScript user([&](DesktopScript& script) {
         AwaitMenu(script, "Statistics");
-        script.Do([] { ::PostQuitMessage(6); });
+        script.Do([&] { end(owner); });
       });
       EXPECT_EQ(desktop.Track(), 0u);
       EXPECT_EQ(OpenMenu(), nullptr);
       MSG message{};
-      EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
-      EXPECT_EQ(message.wParam, 6u);
+      EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     }
   });
 }
 
-TEST(MenuOnDesktop, AMenuGoesWithItsOwner) {
+TEST(MenuOnDesktop, CancellingAnotherWindowLeavesTheMenuOpen) {
   Desktop::Run([](Desktop& desktop) {
-    const HWND owner = desktop.Owner();
-    const DesktopScript user([owner](DesktopScript& script) {
-      AwaitMenu(script, "Statistics");
-      script.Do([owner] { ::DestroyWindow(owner); });
+    const MenuOwner other;
+    const DesktopScript user([&](DesktopScript& script) {
+      QMenu* menu = AwaitMenu(script, "Statistics");
+      script.Do([&] { ::SendMessageW(other.Get(), WM_CANCELMODE, 0, 0); });
+      ClickItem(script, menu, 1);
     });
-    EXPECT_EQ(desktop.Track(), 0u);
-    EXPECT_EQ(OpenMenu(), nullptr);
+    EXPECT_EQ(desktop.Track(), 13u);
   });
 }
 

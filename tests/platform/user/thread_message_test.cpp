@@ -105,19 +105,26 @@ TEST_F(ThreadMessageTest, NoWakeIsLost) {
   ::DestroyWindow(mine);
 }
 
-TEST_F(ThreadMessageTest, AThreadThatNeverLookedGetsWhatWasPostedToIt) {
+TEST_F(ThreadMessageTest, AThreadHasAQueueOnceItHasLookedForMessages) {
   std::promise<DWORD> id;
-  std::promise<void> posted;
+  std::promise<void> refused;
+  std::promise<void> looked;
   WPARAM received = 0;
   std::thread late([&] {
     id.set_value(::GetCurrentThreadId());
-    posted.get_future().wait();
+    refused.get_future().wait();
     MSG message{};
+    ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    looked.set_value();
     EXPECT_EQ(::GetMessageW(&message, nullptr, 0, 0), 0);
     received = message.wParam;
   });
-  EXPECT_TRUE(::PostThreadMessageW(id.get_future().get(), WM_QUIT, 4, 0));
-  posted.set_value();
+  const DWORD thread = id.get_future().get();
+  EXPECT_FALSE(::PostThreadMessageW(thread, WM_QUIT, 3, 0));
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_THREAD_ID});
+  refused.set_value();
+  looked.get_future().wait();
+  EXPECT_TRUE(::PostThreadMessageW(thread, WM_QUIT, 4, 0));
   late.join();
   EXPECT_EQ(received, 4u);
 }

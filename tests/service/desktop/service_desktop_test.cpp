@@ -32,6 +32,9 @@ class ServiceDesktopTest : public ServiceTest {
   void Run(std::function<void(DesktopScript&)> script) {
     DesktopScript others(std::move(script));
     ServiceMainThread(module_, objects_).Run();
+    // The loop may end before it takes WM_QUIT, which shall not reach the next test.
+    MSG message{};
+    ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
   }
   // The stop, and the pauses of the service's end.
   void Stop() {
@@ -156,15 +159,48 @@ TEST_F(ServiceDesktopTest, TheMonitorGoesOnUnderTheDialog) {
   });
 }
 
-TEST_F(ServiceDesktopTest, AStopEndsTheServiceUnderWhicheverDialogIsOpen) {
-  Set(SettingKey::kLogonSystem, L"QUILLGATE");
+// What is open when the stop comes, and what opens it.
+struct OpenAtStop {
+  const wchar_t* system;
+  const wchar_t* user;  // there is one; null: there is none
+  UINT trayClick;       // 0: the logon control
+  const char* title;    // empty: a menu
+};
+
+class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {
+ protected:
+  void Open() {
+    const UINT click = GetParam().trayClick;
+    if (click == 0) return module_.HandleControl(kControlWindowsLogon);
+    ::PostMessageW(machine_.NotificationChanges().front().second.hWnd, WM_USER + 1, 0, click);
+  }
+  bool IsOpen() {
+    const QString title = GetParam().title;
+    return title.isEmpty() ? QApplication::activePopupWidget() != nullptr : Count(title) == 1;
+  }
+};
+
+constexpr OpenAtStop kOpenAtStop[] = {
+    {L"QUILLGATE", nullptr, 0, "Add new user"},
+    {L"QUILLGATE", L"Anna", 0, "Quillgate - Log on"},
+    {L"NONE", L"User", WM_LBUTTONDBLCLK, "Connection information"},
+    {L"NONE", L"User", WM_RBUTTONUP, ""},
+};
+INSTANTIATE_TEST_SUITE_P(Open, StopTest, testing::ValuesIn(kOpenAtStop));
+
+TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
+  Set(SettingKey::kLogonSystem, GetParam().system);
+  machine_.ShowMenus();
+  if (GetParam().user != nullptr) {
+    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), GetParam().user, L"");
+  }
   Run([this](DesktopScript& script) {
     AwaitStart(script);
-    module_.HandleControl(kControlWindowsLogon);
-    script.AwaitWindow(kFirstUserTitle);
+    Open();
+    script.Await([this] { return IsOpen(); }, "question");
     Stop();
   });
-  EXPECT_EQ(LoggedOn(), L"");
+  EXPECT_NE(LoggedOn(), L"Anna");
   EXPECT_THAT(machine_.NotificationChanges().back().first, static_cast<DWORD>(NIM_DELETE));
   try {
     Execute(L"DELETE FROM CrashLog;");

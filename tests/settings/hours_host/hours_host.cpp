@@ -56,7 +56,8 @@ int Run(const std::vector<std::wstring>& words) {
   catalogue.SetInterfaceLanguage(SettingNumber(words[1]));
   HelpSystem help;
   HoursTable hours = AllowedWhenPeopleWork();
-  HoursDialog dialog({catalogue, help}, settings, nullptr, hours);
+  const StopRequest stop;
+  HoursDialog dialog({catalogue, help, stop}, settings, nullptr, hours);
   const bool accepted = dialog.Run();
   if (accepted) hours = dialog.Hours();
   Print(accepted, hours);
