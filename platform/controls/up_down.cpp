@@ -37,7 +37,7 @@ std::optional<int> NumberIn(std::wstring text) {
 // With the user's separators of thousands.
 std::wstring Grouped(int number) {
   constexpr int kDecimals = 3;  // the point and the two digits of the user's format
-  const std::wstring plain = std::to_wstring(number);
+  std::wstring plain = std::to_wstring(number);
   wchar_t text[64];
   const int length =
       ::GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain.c_str(), nullptr, text, std::size(text));

@@ -1,16 +1,23 @@
-// Buttons: Qt's, except that their state changes only when the control says so.
+// Buttons: Qt's, except that their state changes only when the control says so, and that arrow keys
+// move nothing: in dialogs these are taken before, elsewhere they have no meaning.
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QEvent>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStylePainter>
 
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_dialog_keys.h"
 
 namespace platform {
 namespace {
+
+bool IsArrow(int key) {
+  return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
 
 template <class Base>
 class Passive final : public Base {
@@ -19,6 +26,13 @@ class Passive final : public Base {
 
  private:
   void nextCheckState() override {}
+  void keyPressEvent(QKeyEvent* event) override {
+    if (IsArrow(event->key())) {
+      event->ignore();
+    } else {
+      Base::keyPressEvent(event);
+    }
+  }
 };
 
 QAbstractButton* MakeWidget(QWidget* parent, DWORD style) {
@@ -49,6 +63,7 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
 
   void SetText(const std::wstring& text) override {
     button_->setText(QString::fromStdWString(text));
+    if (!IsInDialog(*button_)) button_->setShortcut({});
   }
   void SetChecked(bool checked) override {
     // Which button of a group is checked is for the control to know, not for the group.
@@ -64,7 +79,7 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
  private:
   QPushButton* Push() const { return qobject_cast<QPushButton*>(button_.data()); }
 
-  // The group is for the arrow keys and Tab.
+  // The group is for Tab.
   void JoinGroup(ButtonPeer* sameGroup) {
     const auto* other = qobject_cast<QAbstractButton*>(WidgetOf(sameGroup));
     QButtonGroup* group = other != nullptr ? other->group() : nullptr;
@@ -115,7 +130,7 @@ class Frame final : public QGroupBox {
 
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Shortcut) return QGroupBox::event(event);
-    if (events != nullptr) events->OnMnemonic();
+    if (events != nullptr && IsInDialog(*this)) events->OnMnemonic();
     return true;
   }
 };

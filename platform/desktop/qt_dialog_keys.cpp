@@ -8,6 +8,8 @@
 namespace platform {
 namespace {
 
+constexpr const char* kDialogProperty = "dialog";
+
 std::optional<DialogKey> PlainKey(int key) {
   switch (key) {
     case Qt::Key_Tab:
@@ -77,8 +79,16 @@ HWND HandleOf(const QWidget* widget) {
 
 }  // namespace
 
+bool IsInDialog(const QWidget& widget) {
+  const QWidget* each = &widget;
+  while (each != nullptr && !each->property(kDialogProperty).toBool())
+    each = each->parentWidget();
+  return each != nullptr;
+}
+
 QtDialogKeys::QtDialogKeys(QWidget& dialog, DialogEvents& events)
     : dialog_(dialog), events_(events) {
+  dialog.setProperty(kDialogProperty, true);
   dialog.installEventFilter(this);
 }
 

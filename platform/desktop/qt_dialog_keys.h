@@ -12,6 +12,10 @@
 
 namespace platform {
 
+// Whether the widget is in a dialog. Only there do the keys of texts count: a window of the
+// program's own would have to ask for them itself.
+bool IsInDialog(const QWidget& widget);
+
 class QtDialogKeys final : public QObject {
  public:
   // Both outlive the object; the dialog has no widgets in it yet.

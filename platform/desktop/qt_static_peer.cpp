@@ -8,6 +8,7 @@
 #include <QStyle>
 
 #include "platform/desktop/qt_control_peers.h"
+#include "platform/desktop/qt_dialog_keys.h"
 
 namespace platform {
 namespace {
@@ -42,7 +43,8 @@ class Label final : public QLabel {
   void Show(const QString& text) {
     if (shortcut_ != 0) releaseShortcut(shortcut_);
     setText(text);
-    const QKeySequence key = HasPrefix() ? QKeySequence::mnemonic(text) : QKeySequence();
+    const QKeySequence key =
+        HasPrefix() && IsInDialog(*this) ? QKeySequence::mnemonic(text) : QKeySequence();
     shortcut_ = key.isEmpty() ? 0 : grabShortcut(key);
   }
 

@@ -68,9 +68,9 @@ std::vector<RECT> LayOutButtons(std::size_t count, SIZE sheet, const DialogUnits
   const LONG bottom = sheet.cy - units.Y(kMargin);
   LONG right = sheet.cx - units.X(kMargin);
   std::vector<RECT> places(count);
-  for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    *place = {right - units.X(kButtonWidth), bottom - units.Y(kButtonHeight), right, bottom};
-    right = place->left - units.X(kGap);
+  for (std::size_t i = count; i-- > 0;) {
+    places[i] = {right - units.X(kButtonWidth), bottom - units.Y(kButtonHeight), right, bottom};
+    right = places[i].left - units.X(kGap);
   }
   return places;
 }

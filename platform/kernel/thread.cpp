@@ -116,7 +116,7 @@ int StartThread(std::shared_ptr<Thread> thread, unsigned stackBytes) {
   pthread_t id{};
   if (error == 0) error = ::pthread_create(&id, &attributes, RunThread, given.get());
   ::pthread_attr_destroy(&attributes);
-  if (error == 0) given.release();
+  if (error == 0) static_cast<void>(given.release());
   return error;
 }
 

@@ -34,7 +34,7 @@ void WINAPI Sleep(DWORD milliseconds) {
     std::this_thread::yield();
     return;
   }
-  do {
+  do {  // NOLINT(bugprone-infinite-loop)
     platform::CurrentClock().Sleep(std::chrono::milliseconds(milliseconds));
   } while (milliseconds == INFINITE);
 }

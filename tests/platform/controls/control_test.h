@@ -22,6 +22,8 @@ class ControlTest : public ::testing::Test {
   ~ControlTest() override;
 
   HWND Parent() const { return parent_; }
+  // For the keys of texts, which count in dialogs only.
+  void BecomeDialog() const { WidgetOf(parent_)->setProperty("dialog", true); }
 
   // A visible child, with WS_TABSTOP unless it is a label, below those made before; its number is
   // the one before plus one, beginning with 1.

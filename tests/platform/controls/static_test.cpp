@@ -40,6 +40,7 @@ TEST_F(StaticTest, StylesAlignAndWrap) {
 }
 
 TEST_F(StaticTest, TheKeyOfALabelGoesToTheNextControl) {
+  BecomeDialog();
   HWND label = Make(L"STATIC", SS_LEFT, L"&Name:");
   HWND edit = Make(L"EDIT", 0);
   HWND other = Make(L"EDIT", 0);
@@ -56,6 +57,7 @@ TEST_F(StaticTest, TheKeyOfALabelGoesToTheNextControl) {
 }
 
 TEST_F(StaticTest, TheKeyOfALabelPassesOverWhatCannotTakeIt) {
+  BecomeDialog();
   Make(L"STATIC", SS_LEFT, L"&Name:");
   HWND disabled = Make(L"EDIT", 0);
   ::EnableWindow(disabled, FALSE);
@@ -69,6 +71,7 @@ TEST_F(StaticTest, TheKeyOfALabelPassesOverWhatCannotTakeIt) {
 }
 
 TEST_F(StaticTest, WithoutPrefixesAnAmpersandIsATextLikeAnother) {
+  BecomeDialog();
   Make(L"STATIC", SS_LEFT | SS_NOPREFIX, L"R&D");
   Make(L"EDIT", 0);
   HWND other = Make(L"EDIT", 0);
