@@ -23,7 +23,7 @@ std::shared_ptr<Window> WindowOfCaret() {
 // Null stands for whichever window has the caret. Null, with the last error set, when that window
 // has it not.
 std::shared_ptr<Window> WindowWithCaret(HWND window) {
-  const auto found = WindowOfCaret();
+  auto found = WindowOfCaret();
   if (found != nullptr && (window == nullptr || window == caret.window)) return found;
   ::SetLastError(ERROR_ACCESS_DENIED);
   return nullptr;

@@ -31,7 +31,7 @@ std::optional<ItemPlace> LocateCommand(const std::shared_ptr<Menu>& menu, UINT c
   for (std::size_t index = 0; index < menu->items.size(); ++index) {
     const MenuItem& item = menu->items[index];
     if (const auto submenu = MenuOf(item.submenu)) {
-      if (const auto found = LocateCommand(submenu, command)) return found;
+      if (auto found = LocateCommand(submenu, command)) return found;
     } else if (item.command == command) {
       return ItemPlace{menu, index};
     }

@@ -60,7 +60,7 @@ void SetShown(Window& window, int bar, bool shown) {
 // last error set, when it has no such bars.
 std::shared_ptr<Window> WindowWithBars(const char* function, HWND handle, int bar,
                                        bool takesBoth = false) {
-  const auto window = FindWindowOf(handle);
+  auto window = FindWindowOf(handle);
   if (window == nullptr) return nullptr;
   const bool isBar = bar == SB_HORZ || bar == SB_VERT || (takesBoth && bar == SB_BOTH);
   if (isBar && window->control == nullptr) return window;
