@@ -28,15 +28,6 @@ bool ResultIsProcedures(UINT message) {
 
 }  // namespace
 
-OwnedFont::~OwnedFont() {
-  if (font_ != nullptr) ::DeleteObject(font_);
-}
-
-OwnedFont& OwnedFont::operator=(OwnedFont&& other) noexcept {
-  std::swap(font_, other.font_);
-  return *this;
-}
-
 std::unique_ptr<WindowPeer> DialogControl::MakePeer(Window& window, WindowPeer* parent) {
   if (window.isChild) return Desktop().Windows().MakePage(*window.events, *parent);
   return Desktop().Dialogs().MakeDialog(*window.events, *this, parent);
@@ -77,7 +68,7 @@ std::optional<LRESULT> DialogControl::Answer(UINT message, WPARAM wParam, LPARAM
   if (message == WM_NCDESTROY) {
     // The loop of a dialog that was destroyed instead of ended goes on with 0.
     outcome_->ended = true;
-    font_ = OwnedFont();
+    font_.reset();
     window_.font = nullptr;
   }
   if (ResultIsProcedures(message)) {

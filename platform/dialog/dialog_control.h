@@ -11,6 +11,7 @@
 #include "platform/dialog/dialog_peers.h"
 #include "platform/dialog/dialog_template.h"
 #include "platform/dialog/dialog_units.h"
+#include "platform/gdi/owned_object.h"
 #include "platform/user/control.h"
 #include "platform/user/window.h"
 
@@ -20,21 +21,6 @@ namespace platform {
 struct DialogOutcome {
   bool ended = false;
   INT_PTR result = 0;
-};
-
-// The font of a dialog and of its controls; ends with the dialog.
-class OwnedFont {
- public:
-  OwnedFont() = default;
-  explicit OwnedFont(HFONT font) : font_(font) {}
-  ~OwnedFont();
-  OwnedFont(OwnedFont&& other) noexcept : font_(other.font_) { other.font_ = nullptr; }
-  OwnedFont& operator=(OwnedFont&& other) noexcept;
-
-  HFONT Get() const { return font_; }
-
- private:
-  HFONT font_ = nullptr;
 };
 
 class DialogControl final : public Control, private DialogEvents {
@@ -83,7 +69,7 @@ class DialogControl final : public Control, private DialogEvents {
   void FocusByKey(Window& control, bool forward);
 
   Window& window_;
-  OwnedFont font_;
+  OwnedFont font_;  // of the dialog and of its controls
   DialogUnits units_;
   LONG_PTR messageResult_ = 0;
   LONG_PTR procedure_ = 0;

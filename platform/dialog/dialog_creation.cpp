@@ -143,7 +143,7 @@ HWND CreateDialogFrom(const DialogTemplate& made, const DialogOrigin& origin) {
   const LOGFONTW logicalFont =
       LogicalFontOf(made.font.value_or(DialogFont{8, 0, false, L"MS Shell Dlg"}));
   OwnedFont font(::CreateFontIndirectW(&logicalFont));
-  const HFONT fontHandle = font.Get();
+  const HFONT fontHandle = font.get();
   const DialogUnits units = UnitsOf(logicalFont);
   const HWND dialog = MakeWindow(made, origin, PlaceOf(made, units, origin.owner));
   const FoundDialog found = FindDialog(dialog);

@@ -67,7 +67,7 @@ WizardFrame::WizardFrame(const PROPSHEETHEADERW& header)
       titleFont_(FontOfWeight(FW_BOLD)),
       textFont_(FontOfWeight(FW_NORMAL)) {}
 
-WizardFrame::OwnedBitmap WizardFrame::Load(LPCWSTR name, SIZE size) const {
+OwnedBitmap WizardFrame::Load(LPCWSTR name, SIZE size) const {
   if (name == nullptr) return nullptr;
   const auto loaded =
       static_cast<HBITMAP>(::LoadImageW(instance_, name, IMAGE_BITMAP, static_cast<int>(size.cx),
@@ -95,7 +95,7 @@ int WizardFrame::BandHeight(HWND sheet, int width, std::span<const HeaderText> h
   const RECT place = {units_.X(kSubTitleX), 0, TextEnd(width), 0};
   for (const HeaderText& header : headers) {
     const int text =
-        DrawIn(context, textFont_.Get(), header.subTitle, place, DT_WORDBREAK | DT_CALCRECT);
+        DrawIn(context, textFont_.get(), header.subTitle, place, DT_WORDBREAK | DT_CALCRECT);
     height = std::max(height, units_.Y(2 * kTitleY + kTitleHeight) + text);
   }
   ::ReleaseDC(sheet, context);
@@ -112,9 +112,9 @@ void WizardFrame::PaintBand(HDC context, const HeaderText& header) const {
   ::SetTextColor(context, ::GetSysColor(COLOR_WINDOWTEXT));
   const LONG end = TextEnd(band.right);
   const LONG subTitleTop = units_.Y(kTitleY + kTitleHeight);
-  DrawIn(context, titleFont_.Get(), header.title,
+  DrawIn(context, titleFont_.get(), header.title,
          {units_.X(kTitleX), units_.Y(kTitleY), end, subTitleTop}, DT_SINGLELINE | DT_END_ELLIPSIS);
-  DrawIn(context, textFont_.Get(), header.subTitle,
+  DrawIn(context, textFont_.get(), header.subTitle,
          {units_.X(kSubTitleX), subTitleTop, end, band.bottom}, DT_WORDBREAK);
 }
 

@@ -5,14 +5,12 @@
 
 #include <prsht.h>
 
-#include <memory>
 #include <span>
 #include <string>
-#include <type_traits>
 
-#include "platform/dialog/dialog_control.h"
 #include "platform/dialog/dialog_units.h"
 #include "platform/dialog/sheet_layout.h"
+#include "platform/gdi/owned_object.h"
 
 namespace platform {
 
@@ -38,11 +36,6 @@ class WizardFrame {
   void PaintOuterPage(HDC context) const;
 
  private:
-  struct BitmapDeleter {
-    void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
-  };
-  using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
-
   OwnedBitmap Load(LPCWSTR name, SIZE size) const;
   // Where the texts of a band end at the right.
   LONG TextEnd(LONG width) const;

@@ -146,6 +146,12 @@ void DialogObject::ShowCaption(MessageId message) const {
   ::SetWindowTextW(window_, Catalogue().GetMessageText(message).c_str());
 }
 
+bool DialogObject::EndBy(int control) const {
+  if (control != IDOK && control != IDCANCEL) return false;
+  End(control);
+  return true;
+}
+
 void DialogObject::Tell(MessageId message, UINT icon) const {
   ShowText(window_, Catalogue(), Catalogue().GetMessageText(message), icon);
 }

@@ -73,6 +73,9 @@ class DialogObject {
 
   // Closes a modal dialog; RunModal answers the result.
   void End(INT_PTR result) const { ::EndDialog(window_, result); }
+  // The same for the OK and Cancel buttons, with themselves as the result; false for another
+  // control.
+  bool EndBy(int control) const;
   // What the message that is being handled answers.
   void SetResult(LRESULT result) const { ::SetWindowLongPtrW(window_, DWLP_MSGRESULT, result); }
 

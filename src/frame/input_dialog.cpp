@@ -29,10 +29,8 @@ void InputDialog::SetTexts(HWND) {
 }
 
 bool InputDialog::OnCommand(int control, int) {
-  if (control != IDOK && control != IDCANCEL) return false;
-  text_ = Edit(Window(), IDC_INPUT_EDIT).Text();
-  End(control);
-  return true;
+  if (control == IDOK) text_ = Edit(Window(), IDC_INPUT_EDIT).Text();
+  return EndBy(control);
 }
 
 }  // namespace quillgate

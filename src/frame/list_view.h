@@ -50,8 +50,8 @@ class ListView : public Control {
   void Sort(const Comparison& compare) const;
 
  private:
-  static constexpr UINT kUnchecked = 0x1000;  // images of the state: first and second
-  static constexpr UINT kChecked = 0x2000;
+  static constexpr UINT kUnchecked = INDEXTOSTATEIMAGEMASK(1);
+  static constexpr UINT kChecked = INDEXTOSTATEIMAGEMASK(2);
 
   void Extend(DWORD style) const {
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));

@@ -63,9 +63,7 @@ void HoursDialog::FillDay(int row, std::uint32_t day) {
 }
 
 bool HoursDialog::OnCommand(int control, int) {
-  if (control != IDOK && control != IDCANCEL) return false;
-  End(control);
-  return true;
+  return EndBy(control);
 }
 
 INT_PTR HoursDialog::DialogProc(HWND, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -23,9 +23,7 @@ void AboutDialog::SetTexts(HWND window) {
 }
 
 bool AboutDialog::OnCommand(int control, int) {
-  if (control != IDOK && control != IDCANCEL) return false;
-  End(control);
-  return true;
+  return EndBy(control);
 }
 
 }  // namespace quillgate
