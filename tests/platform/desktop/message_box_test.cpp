@@ -16,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/hidden_window.h"
 #include "platform/kernel/locale_source.h"
 
 namespace {
@@ -225,14 +226,9 @@ TEST(MessageBoxOnDesktop, ABoxOfAnotherThreadOpensOnTheWindowThread) {
     drivenOn = ::GetCurrentThreadId();
     QTest::mouseClick(ButtonOf(box, IDNO), Qt::LeftButton);
   };
-  WNDCLASSEXW windowClass{};
-  windowClass.cbSize = sizeof windowClass;
-  windowClass.lpfnWndProc = ::DefWindowProcW;
-  windowClass.lpszClassName = L"Hidden";
-  ::RegisterClassExW(&windowClass);
   std::promise<DWORD> ready;
   std::thread owner([&] {
-    ::CreateWindowExW(0, L"Hidden", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    const HiddenWindow window;
     ::SetTimer(nullptr, 0, kInterval, Drive);
     ready.set_value(::GetCurrentThreadId());
     MSG message;

@@ -103,7 +103,7 @@ class Desktop {
     InsertItem(menu_.Get(), 1, L"Stop", nullptr, type);
   }
 
-  const MenuOwner owner_;
+  const HiddenWindow owner_;
   const OwnedMenu menu_;
 };
 
@@ -292,7 +292,7 @@ TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
 
 TEST(MenuOnDesktop, CancellingAnotherWindowLeavesTheMenuOpen) {
   Desktop::Run([](Desktop& desktop) {
-    const MenuOwner other;
+    const HiddenWindow other;
     const DesktopScript user([&](DesktopScript& script) {
       QMenu* menu = AwaitMenu(script, "Statistics");
       script.Do([&] { ::SendMessageW(other.Get(), WM_CANCELMODE, 0, 0); });

@@ -1,4 +1,4 @@
-// Menus and their owners for tests: they end with their objects.
+// Menus for tests: they end with their objects.
 #pragma once
 
 #include <windows.h>
@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+
+#include "platform/hidden_window.h"
 
 class OwnedMenu {
  public:
@@ -18,31 +20,6 @@ class OwnedMenu {
 
  private:
   const HMENU menu_;
-};
-
-// A hidden window.
-class MenuOwner {
- public:
-  explicit MenuOwner(WNDPROC procedure = ::DefWindowProcW) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.lpszClassName = L"MenuOwner";
-    ::RegisterClassExW(&windowClass);
-    window_ =
-        ::CreateWindowExW(0, L"MenuOwner", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-  }
-  ~MenuOwner() {
-    ::DestroyWindow(window_);
-    ::UnregisterClassW(L"MenuOwner", nullptr);
-  }
-  MenuOwner(const MenuOwner&) = delete;
-  MenuOwner& operator=(const MenuOwner&) = delete;
-
-  HWND Get() const { return window_; }
-
- private:
-  HWND window_ = nullptr;
 };
 
 inline MENUITEMINFOW AskFor(UINT mask) {

@@ -145,7 +145,7 @@ class MenuTrackingTest : public ::testing::Test {
   }
 
   platform::SimulatedMachine machine_;
-  const MenuOwner owner_;
+  const HiddenWindow owner_;
   const OwnedMenu menu_;
 };
 

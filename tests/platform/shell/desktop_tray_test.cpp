@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/hidden_window.h"
 #include "tray_desktop.h"
 
 namespace {
@@ -36,7 +37,7 @@ class IconOwner {
   BOOL Send(DWORD message, UINT flags, std::wstring_view balloon = L"") const {
     NOTIFYICONDATAW data{};
     data.cbSize = NOTIFYICONDATAW_V2_SIZE;
-    data.hWnd = window_;
+    data.hWnd = window_.Get();
     data.uFlags = flags | NIF_MESSAGE;
     data.uCallbackMessage = kCallback;
     std::ranges::copy(balloon, data.szInfo);
@@ -50,7 +51,7 @@ class IconOwner {
     MSG taken{};
     while (!arrived && ::GetMessageW(&taken, nullptr, 0, 0) > 0) {
       if (taken.message == WM_TIMER && taken.wParam == limit) break;
-      arrived = taken.hwnd == window_ && taken.message == message;
+      arrived = taken.hwnd == window_.Get() && taken.message == message;
     }
     ::KillTimer(nullptr, limit);
     return arrived;
@@ -69,21 +70,9 @@ class IconOwner {
   }
 
  private:
-  IconOwner() {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = ::DefWindowProcW;
-    windowClass.lpszClassName = L"IconOwner";
-    ::RegisterClassExW(&windowClass);
-    window_ =
-        ::CreateWindowExW(0, L"IconOwner", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-  }
-  ~IconOwner() {
-    ::DestroyWindow(window_);
-    ::UnregisterClassW(L"IconOwner", nullptr);
-  }
+  IconOwner() = default;
 
-  HWND window_ = nullptr;
+  const HiddenWindow window_;
 };
 
 // First, since the toolkit hears of areas through the first application of a process alone.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/hidden_window.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
@@ -15,26 +16,10 @@ constexpr UINT kId = 3;
 
 class NotificationAreaTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = ::DefWindowProcW;
-    windowClass.lpszClassName = L"Owner";
-    ::RegisterClassExW(&windowClass);
-    window_ = CreateOwner();
-  }
-  void TearDown() override {
-    ::DestroyWindow(window_);
-    ::UnregisterClassW(L"Owner", nullptr);
-  }
-
-  static HWND CreateOwner() {
-    return ::CreateWindowExW(0, L"Owner", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-  }
   NOTIFYICONDATAW Data(UINT flags = 0) const {
     NOTIFYICONDATAW data{};
     data.cbSize = sizeof data;
-    data.hWnd = window_;
+    data.hWnd = window_.Get();
     data.uID = kId;
     data.uFlags = flags;
     return data;
@@ -45,11 +30,11 @@ class NotificationAreaTest : public ::testing::Test {
     std::ranges::copy(text, field);
   }
   NOTIFYICONDATAW Icon() const {
-    return platform::NotificationIcon(window_, kId).value_or(NOTIFYICONDATAW{});
+    return platform::NotificationIcon(window_.Get(), kId).value_or(NOTIFYICONDATAW{});
   }
 
   platform::SimulatedMachine machine_;
-  HWND window_ = nullptr;
+  const HiddenWindow window_;
 };
 
 TEST_F(NotificationAreaTest, AnUnknownIconIsTold) {
@@ -69,8 +54,8 @@ TEST_F(NotificationAreaTest, AnIconIsItsWindowAndItsNumber) {
   other.uID = kId + 1;
   EXPECT_TRUE(::Shell_NotifyIconW(NIM_ADD, &other));
   EXPECT_TRUE(::Shell_NotifyIconW(NIM_DELETE, &data));
-  EXPECT_FALSE(platform::NotificationIcon(window_, kId).has_value());
-  EXPECT_TRUE(platform::NotificationIcon(window_, kId + 1).has_value());
+  EXPECT_FALSE(platform::NotificationIcon(window_.Get(), kId).has_value());
+  EXPECT_TRUE(platform::NotificationIcon(window_.Get(), kId + 1).has_value());
 }
 
 TEST_F(NotificationAreaTest, OnlyTheFieldsThatTheFlagsNameChange) {
@@ -130,7 +115,7 @@ TEST_F(NotificationAreaTest, UnknownFlagsAreRefused) {
   NOTIFYICONDATAW data = Data(0x20);
   EXPECT_FALSE(::Shell_NotifyIconW(NIM_ADD, &data));
   EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  EXPECT_FALSE(platform::NotificationIcon(window_, kId).has_value());
+  EXPECT_FALSE(platform::NotificationIcon(window_.Get(), kId).has_value());
 }
 
 TEST_F(NotificationAreaTest, TextsThatFillTheirFieldsAreEnded) {
@@ -141,7 +126,8 @@ TEST_F(NotificationAreaTest, TextsThatFillTheirFieldsAreEnded) {
 }
 
 TEST_F(NotificationAreaTest, IconsGoWithTheirWindow) {
-  const HWND other = CreateOwner();
+  const HiddenWindow owner;
+  const HWND other = owner.Get();
   NOTIFYICONDATAW data = Data();
   data.hWnd = other;
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
