@@ -16,7 +16,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/hidden_window.h"
+#include "platform/kit/hidden_window.h"
 #include "platform/kernel/locale_source.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "platform/hidden_window.h"
+#include "platform/kit/hidden_window.h"
 
 class OwnedMenu {
  public:

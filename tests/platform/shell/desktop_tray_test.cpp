@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/hidden_window.h"
+#include "platform/kit/hidden_window.h"
 #include "tray_desktop.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/hidden_window.h"
+#include "platform/kit/hidden_window.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
