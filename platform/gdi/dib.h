@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "platform/gdi/byte_view.h"
+#include "platform/kernel/byte_view.h"
 #include "platform/gdi/image.h"
 
 namespace platform {

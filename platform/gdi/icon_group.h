@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/gdi/byte_view.h"
+#include "platform/kernel/byte_view.h"
 #include "platform/gdi/image.h"
 
 namespace platform {

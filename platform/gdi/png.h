@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/gdi/byte_view.h"
+#include "platform/kernel/byte_view.h"
 #include "platform/gdi/image.h"
 
 namespace platform {

@@ -6,22 +6,34 @@
 #include <set>
 #include <string>
 
-#include "platform/tools/rescomp/message_source.h"
-
 namespace {
 
 using Texts = std::map<std::uint32_t, std::string>;
 
+// The message source's texts by language, with the line ends that they get in the table.
 class MessageTexts : public testing::Test {
  protected:
   MessageTexts() {
     std::ifstream file(QG_MESSAGES);
-    tables_ = rescomp::ReadMessageSource(file, QG_MESSAGES);
+    std::uint32_t number = 0;
+    Texts* texts = nullptr;
+    for (std::string line; std::getline(file, line);) {
+      if (line.starts_with("MessageId=")) {
+        number = static_cast<std::uint32_t>(std::stoul(line.substr(10)));
+      } else if (line.starts_with("Language=")) {
+        texts = &tables_[line.substr(9)];
+        EXPECT_TRUE(texts->emplace(number, "").second) << number << " comes twice";
+      } else if (line == ".") {
+        texts = nullptr;
+      } else if (texts != nullptr) {
+        texts->at(number) += line + "\r\n";
+      }
+    }
   }
-  const Texts& English() const { return tables_.at(0).texts; }
-  const Texts& Swedish() const { return tables_.at(1).texts; }
+  const Texts& English() const { return tables_.at("English"); }
+  const Texts& Swedish() const { return tables_.at("Swedish"); }
 
-  std::vector<rescomp::MessageTable> tables_;
+  std::map<std::string, Texts> tables_;
 };
 
 // Inserts and line breaks, whatever their order.
@@ -48,11 +60,11 @@ TEST_F(MessageTexts, NoNumberIsMissingOrInvented) {
       expected.insert(number);
     }
   }
-  for (const rescomp::MessageTable& table : tables_) {
+  for (const auto& [language, texts] : tables_) {
     std::set<std::uint32_t> numbers;
-    for (const auto& [number, text] : table.texts)
+    for (const auto& [number, text] : texts)
       numbers.insert(number);
-    EXPECT_EQ(numbers, expected) << table.languageName;
+    EXPECT_EQ(numbers, expected) << language;
   }
 }
 
@@ -64,8 +76,8 @@ TEST_F(MessageTexts, ATranslationHasTheInsertsAndLineBreaksOfItsText) {
 }
 
 TEST_F(MessageTexts, EveryTextButOneEndsWithoutALineBreak) {
-  for (const rescomp::MessageTable& table : tables_) {
-    for (const auto& [number, text] : table.texts) {
+  for (const auto& [language, texts] : tables_) {
+    for (const auto& [number, text] : texts) {
       const bool ended = text.ends_with("%0\r\n") && text.find("%0") == text.size() - 4;
       EXPECT_EQ(ended, number != 10005) << number;
       EXPECT_TRUE(number != 10005 || text.find("%0") == std::string::npos);
@@ -75,8 +87,8 @@ TEST_F(MessageTexts, EveryTextButOneEndsWithoutALineBreak) {
 
 TEST_F(MessageTexts, PercentSignsOnlyBeginWhatTheFormatterKnows) {
   static const std::regex kStray("%(?!%s|[1-3]!l?u!|n|0|s)");
-  for (const rescomp::MessageTable& table : tables_) {
-    for (const auto& [number, text] : table.texts) {
+  for (const auto& [language, texts] : tables_) {
+    for (const auto& [number, text] : texts) {
       EXPECT_FALSE(std::regex_search(text, kStray)) << number << ": " << text;
     }
   }
