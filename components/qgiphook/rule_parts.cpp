@@ -39,7 +39,7 @@ void Append(Rules& rules, const Rules& others) {
 
 // The policy of a chain comes into force a moment after its rules do, so a rule says it too.
 Rules ThenDrop(Rules rules) {
-  rules.push_back("drop");
+  rules.emplace_back("drop");
   return rules;
 }
 

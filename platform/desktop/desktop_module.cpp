@@ -1,5 +1,6 @@
 #include "platform/user/desktop_module.h"
 
+#include <QAbstractEventDispatcher>
 #include <cerrno>
 #include <clocale>
 #include <exception>

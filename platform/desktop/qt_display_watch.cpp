@@ -4,8 +4,10 @@
 #include <sys/un.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 #include "platform/desktop/qt_desktop_loss.h"
@@ -38,7 +40,9 @@ bool IsOfDisplayServer(int descriptor) {
 void BreakDisplayConnection() {
   std::error_code error;
   for (const auto& each : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-    const int descriptor = std::atoi(each.path().filename().c_str());
+    const std::string name = each.path().filename();
+    int descriptor = -1;
+    std::from_chars(name.data(), name.data() + name.size(), descriptor);
     if (IsOfDisplayServer(descriptor)) ::shutdown(descriptor, SHUT_RDWR);
   }
 }

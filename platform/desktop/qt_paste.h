@@ -3,6 +3,7 @@
 // the window thread.
 #pragma once
 
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QObject>

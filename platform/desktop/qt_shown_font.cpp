@@ -114,7 +114,7 @@ KnownFonts& Known() {
 
 }  // namespace
 
-QtShownFont::QtShownFont(QFont font) : font_(std::move(font)), metrics_(MetricsOf(font_)) {
+QtShownFont::QtShownFont(const QFont& font) : font_(font), metrics_(MetricsOf(font_)) {
   // What is looked for lies all over the memory, so every step on the way takes long.
   recent_.max_load_factor(kLoadFactor);
   earlier_.max_load_factor(kLoadFactor);

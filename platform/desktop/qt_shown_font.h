@@ -30,7 +30,7 @@ struct QtShapedText {
 
 class QtShownFont {
  public:
-  explicit QtShownFont(QFont font);
+  explicit QtShownFont(const QFont& font);
 
   const TextMetrics& Metrics() const { return metrics_; }
   // Good until the next text is shaped in this font.

@@ -33,8 +33,7 @@ RECT NativeRect(const GridRect& area) {
 GridDrawing::GridDrawing(HDC context)
     : context_(context),
       modeBefore_(::SetBkMode(context, TRANSPARENT)),
-      colourBefore_(::SetTextColor(context, 0)),
-      textColour_(0) {}
+      colourBefore_(::SetTextColor(context, 0)) {}
 
 GridDrawing::~GridDrawing() {
   if (penBefore_ != nullptr) ::SelectObject(context_, penBefore_);

@@ -51,7 +51,7 @@ class GridDrawing {
   BrushHandle brush_;
   std::optional<GridColour> brushColour_;
   GridFont font_ = 0;
-  GridColour textColour_;
+  GridColour textColour_ = 0;
 };
 
 RECT NativeRect(const GridRect& area);
