@@ -32,49 +32,38 @@ TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
   EXPECT_EQ(slot_.cellStore.Size(), 1u);
 }
 
-TEST_F(GridCellsTest, ProtectingKeepsTextAndTypeAndMakesAnEmptyCellWhereNoneIs) {
+TEST_F(GridCellsTest, ProtectingAndDeletingRepaintTheCellAndDeletingIsToldEvenOfNoCell) {
+  const std::string repaint = "Invalidate 50,21,100,42";
+  const auto protect = [&] { EXPECT_TRUE(grid_.SetProtect(kCell, true)); };
+  const auto erase = [&] { EXPECT_TRUE(grid_.DeleteCell(kCell)); };
   grid_.SetCell(kCell, L"12");
-  Take();
-  EXPECT_TRUE(grid_.SetProtect(kCell, true));
-  EXPECT_EQ(Take(), "Invalidate 50,21,100,42");
-  EXPECT_TRUE(grid_.SetProtect({200, 1}, false));
+  ExpectAsked({""}, {{"protect", protect, repaint}});
   EXPECT_EQ(grid_.IsProtected(kCell), true);
   EXPECT_EQ(grid_.CellText(kCell), L"12");
   EXPECT_EQ(grid_.TypeNumber(kCell), 2);
-  EXPECT_EQ(grid_.TypeNumber({200, 1}), 1);
-  EXPECT_EQ(slot_.rows, 100);
-}
-
-TEST_F(GridCellsTest, DeletingIsReportedWhetherOrNotThereWasACell) {
-  grid_.SetCell(kCell, L"12");
-  Take();
-  for (int time = 0; time < 2; ++time) {
-    EXPECT_TRUE(grid_.DeleteCell(kCell));
-    EXPECT_EQ(Take(), "Invalidate 50,21,100,42; Notify 10 3,2");
-    EXPECT_EQ(grid_.CellText(kCell), L"");
-    EXPECT_EQ(grid_.TypeNumber(kCell), 0);
-    EXPECT_EQ(grid_.IsProtected(kCell), false);
-  }
+  ExpectAsked({""}, {{"delete", erase, repaint + "; Notify 10 3,2"},
+                     {"delete what is not there", erase, repaint + "; Notify 10 3,2"}});
+  EXPECT_EQ(grid_.IsProtected(kCell), false);
+  EXPECT_EQ(grid_.CellText(kCell), L"");
+  EXPECT_EQ(grid_.TypeNumber(kCell), 0);
+  ExpectAsked({""}, {{"protect what is not there", protect, repaint}});
+  EXPECT_EQ(grid_.TypeNumber(kCell), 1) << "an empty text";
 }
 
 TEST_F(GridCellsTest, ACellBelowTheLastRowAddsRowsIfThatIsOn) {
-  const struct {
-    std::int32_t row;
-    bool autoRow;
-    std::int32_t rows;
-    const char* calls;
-  } cases[] = {
-      {100, true, 100, ""},
-      {150, true, 150, "InvalidateAll erase"},
-      {151, false, 150, ""},
-      {1, true, 151, "InvalidateAll erase"},  // for the last cell of all
+  const auto store = [&](std::int32_t row, bool autoRow) {
+    return [=, this] {
+      slot_.autoRow = autoRow;
+      grid_.SetCell({row, 1}, L"x");
+    };
   };
-  for (const auto& each : cases) {
-    slot_.autoRow = each.autoRow;
-    grid_.SetCell({each.row, 1}, L"x");
-    EXPECT_EQ(slot_.rows, each.rows) << each.row;
-    EXPECT_EQ(Take({"InvalidateAll"}), each.calls) << each.row;
-  }
+  ExpectAsked(
+      {"InvalidateAll", "SetBarRange vertical"},
+      {{"the last row", store(100, true), ""},
+       {"below it", store(150, true), "InvalidateAll erase; SetBarRange vertical 138"},
+       {"off", store(151, false), ""},
+       {"the last cell of all", store(1, true), "InvalidateAll erase; SetBarRange vertical 139"}});
+  EXPECT_EQ(slot_.rows, 151);
   EXPECT_EQ(slot_.cols, 10);
 }
 

@@ -62,26 +62,20 @@ TEST_F(GridEditingTest, ATextOfFullLengthTakesNoMoreAndShowsItsEnd) {
 }
 
 TEST_F(GridEditingTest, TheCaretGoesWithABoxThatIsNotShownAndIsLeftToAnotherWindow) {
-  const auto draw = [&] { editing_.DrawEditBox(); };
+  const auto draw = [&](GridCell home, std::int32_t width, bool hasFocus) {
+    return [=, this] {
+      PutHome(home);
+      slot_.colWidth[3] = width;
+      slot_.hasFocus = hasFocus;
+      editing_.DrawEditBox();
+    };
+  };
   Type(L"a");
-  ExpectAsked({"SetCaretPlace"},
-              {{"row before home",
-                [&] {
-                  PutHome({3, 1}), draw();
-                },
-                "SetCaretPlace -3,-13"},
-               {"column before home",
-                [&] {
-                  PutHome({1, 4}), draw();
-                },
-                "SetCaretPlace -3,-13"},
-               {"shown",
-                [&] {
-                  PutHome({1, 1}), draw();
-                },
-                "SetCaretPlace 194,46"},
-               {"no room", [&] { slot_.colWidth[3] = 4, draw(); }, "SetCaretPlace -3,-13"},
-               {"no focus", [&] { slot_.hasFocus = false, draw(); }, ""}});
+  ExpectAsked({"SetCaretPlace"}, {{"shown", draw({1, 1}, 50, true), "SetCaretPlace 194,46"},
+                                  {"row", draw({3, 1}, 50, true), "SetCaretPlace -3,-13"},
+                                  {"column", draw({1, 4}, 50, true), "SetCaretPlace -3,-13"},
+                                  {"no room", draw({1, 1}, 4, true), "SetCaretPlace -3,-13"},
+                                  {"no focus", draw({1, 1}, 50, false), ""}});
 }
 
 TEST_F(GridEditingTest, AParentMayEndTheEditThatHasJustBegun) {
@@ -117,11 +111,11 @@ TEST_F(GridFocusTest, ScrollsToTheCursorWhoseEditGoesOn) {
 }
 
 TEST_F(GridFocusTest, DisabledHeadingsAreGrey) {
-  grid_.OnEnabled(false);
-  EXPECT_EQ(slot_.headingTextColor, 0x787878U);
-  grid_.OnEnabled(true);
-  EXPECT_EQ(slot_.headingTextColor, 0U);
-  EXPECT_EQ(Take(), "InvalidateAll; InvalidateAll");
+  for (const bool enabled : {false, true}) {
+    grid_.OnEnabled(enabled);
+    EXPECT_EQ(slot_.headingTextColor, enabled ? 0U : 0x787878U);
+    EXPECT_EQ(Take(), "InvalidateAll");
+  }
 }
 
 }  // namespace

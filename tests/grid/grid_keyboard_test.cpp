@@ -6,17 +6,9 @@
 namespace quillgate {
 namespace {
 
-// Keys that only give characters, by the character.
-constexpr int kFirstCharKey = 1'000;
-
 class GridKeyboardTest : public GridFixture {
  protected:
-  GridKeyboardTest() {
-    for (int character = 1; character < 256; ++character)
-      system_.characters[kFirstCharKey + character] = static_cast<wchar_t>(character);
-    system_.characters[kKeyEnter] = kCharEnter;
-    slot_.autoRow = false;
-  }
+  GridKeyboardTest() { slot_.autoRow = false; }
 
   void Type(int character) { grid_.OnKey(kFirstCharKey + character); }
   void ForgetEdit() {
@@ -62,6 +54,8 @@ TEST_F(GridKeyboardTest, KeysCommitWhatWasTypedMoveTheCursorAndTellOfBoth) {
       {"right past a hidden column", kKeyRight, 100, {1, 4}, {1, 6}, kCol},
       {"right at the end", kKeyRight, 100, {1, 10}, {1, 10}, kNone},
       {"left past a hidden column", kKeyLeft, 100, {1, 6}, {1, 4}, kCol},
+      {"right from beyond the columns", kKeyRight, 100, {1, 90}, {1, 90}, kNone},
+      {"left from beyond the columns", kKeyLeft, 100, {1, 90}, {1, 10}, kCol},
       {"left at the beginning", kKeyLeft, 100, {1, 1}, {1, 1}, kNone},
       {"enter", kKeyEnter, 100, {3, 2}, {4, 2}, kRow},
       {"enter at the end", kKeyEnter, 100, {100, 2}, {100, 2}, kNone},
@@ -122,62 +116,48 @@ TEST_F(GridKeyboardTest, OnlyWhatMayBeTypedIsTyped) {
 }
 
 TEST_F(GridKeyboardTest, OnlyCellsThatMayBeEditedAreAndEnterLeavesAll) {
-  const struct {
-    const char* what;
-    bool editable, isProtected;
-    std::int32_t rows;
-    bool edits;
-  } cases[] = {
-      {"editable", true, false, 100, true},
-      {"not editable", false, false, 100, false},
-      {"protected", true, true, 100, false},
-      {"no rows", true, false, 0, false},
+  const auto type = [&](bool editable, bool isProtected, std::int32_t rows) {
+    return [=, this] {
+      slot_.editable = editable;
+      slot_.rows = rows;
+      for (const int character : {int{'a'}, int{kCharBackspace}}) {
+        ForgetEdit();
+        PutCursor({1, 1});
+        slot_.cellStore.Store({1, 1}, {isProtected, CellType::kText, L"text"});
+        Type(character);
+        EXPECT_EQ(slot_.currentProtected, isProtected);
+      }
+      grid_.OnKey(kKeyEnter);
+    };
   };
-  for (const auto& each : cases) {
-    slot_.editable = each.editable;
-    slot_.rows = each.rows;
-    PutCursor({1, 1});
-    for (const int character : {int{'a'}, int{kCharBackspace}}) {
-      ForgetEdit();
-      slot_.cellStore.Store({1, 1}, {each.isProtected, CellType::kText, L"text"});
-      Type(character);
-      EXPECT_EQ(slot_.editing, each.edits) << each.what << ", " << character;
-      EXPECT_EQ(slot_.currentProtected, each.isProtected) << each.what;
-    }
-    grid_.OnKey(kKeyEnter);
-    EXPECT_EQ(slot_.cursorRow, each.rows > 0 ? 2 : 1) << each.what;
-  }
+  ExpectAsked({"Notify 8", "Notify 6"},
+              {{"editable", type(true, false, 100), "Notify 8 1,1; Notify 8 1,1; Notify 6 2,1"},
+               {"not editable", type(false, false, 100), "Notify 6 2,1"},
+               {"protected", type(true, true, 100), "Notify 6 2,1"},
+               {"no rows", type(true, false, 0), ""}});
 }
 
-TEST_F(GridKeyboardTest, EscapeCancelsAnEditAndIsOtherwiseTheDialogs) {
+TEST_F(GridKeyboardTest, EscapeAndEnterEndAnEditAlsoWhenADialogAsksForThem) {
+  const auto type = [&] { Type('a'); };
+  const auto press = [&](int key) { return [=, this] { grid_.OnKey(key); }; };
+  const auto ask = [&](int key, std::uint32_t code) {
+    return [=, this] { EXPECT_EQ(grid_.DialogCode(key), code) << key; };
+  };
   slot_.editable = true;
-  grid_.OnKey(kKeyEscape);
-  EXPECT_EQ(grid_.DialogCode(kKeyEscape), 0U);
-  EXPECT_EQ(Take(), "");
-  const std::function<void()> ways[] = {[&] { grid_.OnKey(kKeyEscape); },
-                                        [&] { EXPECT_EQ(grid_.DialogCode(kKeyEscape), 0x91U); }};
-  for (const auto& escape : ways) {
-    Type('a');
-    Take();
-    escape();
-    EXPECT_EQ(Take({"Notify"}), "Notify 10 1,1");
-    EXPECT_FALSE(slot_.editing);
-  }
-  EXPECT_EQ(slot_.cellStore.Size(), 0U);
-}
-
-TEST_F(GridKeyboardTest, DialogsLeaveEnterAndOtherKeysToTheGrid) {
-  slot_.editable = true;
-  EXPECT_EQ(grid_.DialogCode(0), 0x91U);
-  EXPECT_EQ(grid_.DialogCode(kKeyTab), 0x91U);
-  Type('b');
-  Take();
-  for (const char* told :
-       {"Notify 10 1,1; Notify 6 2,1; Notify 5 2,1", "Notify 6 3,1; Notify 5 3,1"}) {
-    EXPECT_EQ(grid_.DialogCode(kKeyEnter), 0x91U);
-    EXPECT_EQ(Take({"Notify"}), told);
-  }
-  EXPECT_EQ(grid_.CellText({1, 1}), L"b");
+  ExpectAsked(
+      {"Notify", "FocusParent"},
+      {{"escape without an edit", press(kKeyEscape), ""},
+       {"which is the dialog's", ask(kKeyEscape, 0), ""},
+       {"other keys are not", ask(0, 0x91), ""},
+       {"tab", ask(kKeyTab, 0x91), ""},
+       {"first edit", type, "Notify 8 1,1"},
+       {"escape", press(kKeyEscape), "Notify 10 1,1"},
+       {"second edit", type, "Notify 8 1,1"},
+       {"escape in a dialog", ask(kKeyEscape, 0x91), "Notify 10 1,1"},
+       {"third edit", type, "Notify 8 1,1"},
+       {"enter in a dialog", ask(kKeyEnter, 0x91), "Notify 10 1,1; Notify 6 2,1; Notify 5 2,1"},
+       {"enter without an edit", ask(kKeyEnter, 0x91), "Notify 6 3,1; Notify 5 3,1"}});
+  EXPECT_EQ(grid_.CellText({1, 1}), L"a");
 }
 
 }  // namespace

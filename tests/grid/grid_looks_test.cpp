@@ -5,6 +5,7 @@
 namespace quillgate {
 namespace {
 
+constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
 class GridLooksTest : public GridFixture {
@@ -33,13 +34,7 @@ TEST_F(GridLooksTest, EachMessageRepaintsAndRefreshesAsItIsDocumented) {
                {"font", [&] { grid_.SetFont(5); }, repaint},
                {"cursor's colour", [&] { grid_.SetCursorColor(0); }, repaint},
                {"lines' colour", [&] { grid_.SetGridLineColor(0); }, repaint},
-               {"enabled", [&] { grid_.OnEnabled(true); }, repaint},
                {"refresh", [&] { grid_.Refresh(); }, erase + "; PaintNow"},
-               {"size of the window",
-                [&] {
-                  grid_.OnSize({8, 9});
-                },
-                ""},
                {"clear", [&] { grid_.Clear(); }, erase + "; ShowBar vertical 0"}});
 }
 
@@ -79,7 +74,8 @@ TEST_F(GridLooksTest, ClearingForgetsCellsAndRowsButNotTheCursorsColumn) {
   EXPECT_EQ(Home(), (GridCell{1, 1}));
 }
 
-TEST_F(GridLooksTest, SizesAreBroughtIntoTheirLimits) {
+TEST_F(GridLooksTest, SizesAreBroughtIntoTheirLimitsAndTheCursorStays) {
+  PutCursor({90, 200});
   const struct {
     std::uint32_t rows;
     std::int32_t cols, keptRows, keptCols;
@@ -98,6 +94,7 @@ TEST_F(GridLooksTest, SizesAreBroughtIntoTheirLimits) {
     EXPECT_EQ(slot_.headerHeight, 0);
     EXPECT_EQ(slot_.titleHeight, 0);
   }
+  EXPECT_EQ(slot_.Cursor(), (GridCell{90, 200}));
 }
 
 TEST_F(GridLooksTest, TheCursorGoesOnlyWhereThereAreRowsAndColumns) {
@@ -139,16 +136,8 @@ TEST_F(GridLooksTest, SizesBeyondAllMeasureAreWithstood) {
   grid_.Paint();
   grid_.OnMouseMove({kMost, kMost});
   grid_.SetCell({32000, 256}, L"x");
+  grid_.SetCell({kLeast, kLeast}, L"x");
   EXPECT_EQ(slot_.Cursor(), (GridCell{32000, 256}));
-}
-
-TEST_F(GridLooksTest, ACursorBeyondASmallerSizeStaysAndTheGridIsPaintedWithoutIt) {
-  grid_.SetCursorPos(90, 200);
-  grid_.SetSize(3, 2);
-  EXPECT_EQ(slot_.Cursor(), (GridCell{90, 200}));
-  Take();
-  grid_.Paint();
-  EXPECT_EQ(Take({"PutText 2,63"}), "PutText 2,63,48,84 right font 0 colour 0 |3|");
 }
 
 TEST_F(GridLooksTest, OnlyAFrameThatStandsIsTakenOffWithTheOldColourAndDrawnWithTheNew) {
@@ -194,22 +183,16 @@ TEST_F(GridLooksTest, AFontIsForHeadingsAndTitleUntilTheyHaveTheirs) {
 }
 
 TEST_F(GridLooksTest, ASizeIsNotedUnlessItIsTheOneToSkip) {
-  const auto resend = [&](GridSize size) { grid_.OnSize(size), grid_.SetSpareFlag(true); };
-  ExpectAsked({"SendSize"}, {{"noted",
-                              [&] {
-                                resend({500, 200});
-                              },
-                              "SendSize 500,200; SendSize 500,200"},
-                             {"skipped",
-                              [&] {
-                                slot_.skipNextSize = true, resend({7, 7});
-                              },
-                              "SendSize 500,200; SendSize 500,200"},
-                             {"the next",
-                              [&] {
-                                resend({8, 9});
-                              },
-                              "SendSize 8,9; SendSize 8,9"}});
+  const auto hear = [&](bool isToSkip, GridSize size) {
+    return [=, this] {
+      slot_.skipNextSize = isToSkip;
+      grid_.OnSize(size);
+      RefreshLayout(slot_, system_);
+    };
+  };
+  ExpectAsked({""}, {{"noted", hear(false, {500, 200}), "SendSize 500,200; SendSize 500,200"},
+                     {"skipped", hear(true, {7, 7}), "SendSize 500,200; SendSize 500,200"}});
+  EXPECT_FALSE(slot_.skipNextSize);
 }
 
 }  // namespace

@@ -18,42 +18,24 @@ class GridMouseTest : public GridFixture {
   }
 };
 
-TEST_F(GridMouseTest, EveryMoveIsToldWithTheCellUnderThePointer) {
-  const std::pair<GridPoint, const char*> cases[] = {{{120, 63}, "NotifyMouseMove 3,2"},
-                                                     {{75, 10}, "NotifyMouseMove 0,1"},
-                                                     {{-5, -5}, "NotifyMouseMove -1,0"},
-                                                     {{900, 30}, "NotifyMouseMove 1,-1"}};
-  for (const auto& [point, call] : cases) {
-    grid_.OnMouseMove(point);
-    EXPECT_EQ(Take({"Notify"}), call);
-  }
-}
-
-TEST_F(GridMouseTest, ThePointerShowsWhereABorderCanBeDragged) {
-  const struct {
-    const char* what;
-    GridPoint point;
-    bool colResize, isOnBorder;
-  } cases[] = {
-      {"in the middle of a column", {75, 10}, true, false},
-      {"just too far left", {89, 10}, true, false},
-      {"left of a border", {90, 10}, true, true},
-      {"right of a border", {109, 10}, true, true},
-      {"just too far right", {110, 10}, true, false},
-      {"at the heading column's border", {45, 10}, true, true},
-      {"right of the last column", {555, 10}, true, true},
-      {"beside the columns", {570, 10}, true, false},
-      {"on a cell", {100, 30}, true, false},
-      {"above the headings", {100, 0}, true, false},
-      {"not to be dragged", {100, 10}, false, false},
+TEST_F(GridMouseTest, EveryMoveIsToldAndThePointerShowsWhereABorderCanBeDragged) {
+  const auto move = [&](GridPoint point) { return [=, this] { grid_.OnMouseMove(point); }; };
+  const auto told = [](const std::string& cell, const std::string& pointer) {
+    return "NotifyMouseMove " + cell + "; SetPointer " + pointer;
   };
-  for (const auto& each : cases) {
-    slot_.colResize = each.colResize;
-    grid_.OnMouseMove(each.point);
-    EXPECT_EQ(Take({"SetPointer"}), each.isOnBorder ? "SetPointer column" : "SetPointer arrow")
-        << each.what;
-    EXPECT_EQ(slot_.hoverState == GridHover::kColumnBorder, each.isOnBorder) << each.what;
-  }
+  ExpectAsked({""}, {{"in the middle of a column", move({75, 10}), told("0,1", "arrow")},
+                     {"just too far left", move({89, 10}), told("0,1", "arrow")},
+                     {"left of a border", move({90, 10}), told("0,1", "column")},
+                     {"right of a border", move({109, 10}), told("0,2", "column")},
+                     {"just too far right", move({110, 10}), told("0,2", "arrow")},
+                     {"at the heading column's border", move({45, 10}), told("0,0", "column")},
+                     {"right of the last column", move({555, 10}), told("0,-1", "column")},
+                     {"beside the columns", move({570, 10}), told("0,-1", "arrow")},
+                     {"on a cell", move({120, 63}), told("3,2", "arrow")},
+                     {"above the headings", move({100, 0}), told("-1,2", "arrow")},
+                     {"far out", move({-5, -5}), told("-1,0", "arrow")}});
+  slot_.colResize = false;
+  ExpectAsked({""}, {{"not to be dragged", move({100, 10}), told("0,2", "arrow")}});
 }
 
 TEST_F(GridMouseTest, TheColumnBeforeTheBorderIsDragged) {
@@ -79,61 +61,51 @@ TEST_F(GridMouseTest, TheColumnBeforeTheBorderIsDragged) {
   }
 }
 
-TEST_F(GridMouseTest, ADragWidensItsColumnAndEndsWithTheButton) {
-  grid_.OnButtonUp({10, 10});  // of no drag
-  EXPECT_EQ(Take(), "");
-  DragFrom(148);
-  EXPECT_FALSE(slot_.spareFlag);
-  Take();
-  grid_.OnMouseMove({148, 100});
-  EXPECT_EQ(Take(), "NotifyMouseMove 4,2") << "only down";
-  const std::pair<std::int32_t, std::int32_t> moves[] = {
-      {158, 60}, {108, 10}, {90, 0}, {-50, 0}, {170, 72}};
-  for (const auto& [x, width] : moves) {
-    grid_.OnMouseMove({x, 200});
-    EXPECT_EQ(slot_.colWidth[2], width) << x;
-  }
-  Take();
-  grid_.OnButtonUp({170, 200});
-  EXPECT_EQ(Take(), "SetPointer arrow; SendSize 400,300; SendSize 400,300");
-  EXPECT_TRUE(slot_.spareFlag);
-  EXPECT_EQ(slot_.hoverState, GridHover::kOrdinary);
-  grid_.OnMouseMove({200, 200});
-  EXPECT_EQ(slot_.colWidth[2], 72);
-}
-
-TEST_F(GridMouseTest, TheScrollBarFollowsTheDraggedWidth) {
+TEST_F(GridMouseTest, ADragWidensItsColumnTheScrollBarFollowsAndTheButtonEndsIt) {
+  const auto move = [&](std::int32_t x, std::int32_t width) {
+    return [=, this] {
+      grid_.OnMouseMove({x, 200});
+      EXPECT_EQ(slot_.colWidth[2], width);
+    };
+  };
+  const auto release = [&] { grid_.OnButtonUp(GridPoint{170, 200}); };
+  const std::string fits = "InvalidateAll; ShowBar horizontal 0";
+  const std::string scrolls = "InvalidateAll; ShowBar horizontal 1";
   grid_.SetSize(100, 7);
   DragFrom(148);
-  for (const auto& [x, isNeeded] : {std::pair(148, false), {149, true}, {98, false}}) {
-    grid_.OnMouseMove({x, 10});
-    EXPECT_EQ(system_.bars[GridBar::kHorizontal].isShown, isNeeded) << x;
-  }
+  EXPECT_FALSE(slot_.spareFlag);
+  ExpectAsked({"InvalidateAll", "ShowBar horizontal", "SetPointer", "SendSize"},
+              {{"only down", move(148, 50), ""},
+               {"wider", move(149, 51), scrolls},
+               {"narrower", move(108, 10), fits},
+               {"to nothing", move(90, 0), fits},
+               {"past that", move(-50, 0), ""},
+               {"wider again", move(170, 72), scrolls},
+               {"release", release, "SetPointer arrow; SendSize 400,300; SendSize 400,300"},
+               {"afterwards", move(200, 72), "SetPointer arrow"},
+               {"release of no drag", release, ""}});
+  EXPECT_TRUE(slot_.spareFlag);
 }
 
 TEST_F(GridMouseTest, AClickMovesTheCursorAndTellsWhatHasChanged) {
-  const struct {
-    const char* what;
-    GridPoint point;
-    GridCell after;
-    const char* calls;
-  } cases[] = {
-      {"row", {75, 70}, {3, 1}, "TakeFocus; Notify 25 3,1; Notify 6 3,1; Notify 5 3,1"},
-      {"column", {125, 30}, {1, 2}, "TakeFocus; Notify 25 1,2; Notify 7 1,2; Notify 5 1,2"},
-      {"the cursor's cell", {75, 30}, {1, 1}, "TakeFocus; Notify 25 1,1"},
-      {"heading row", {75, 10}, {1, 1}, "TakeFocus"},
-      {"heading column", {20, 70}, {1, 1}, "TakeFocus"},
-      {"below the rows", {75, 290}, {1, 1}, "TakeFocus"},
-      {"beside the columns", {399, 30}, {1, 1}, "TakeFocus"},
+  const auto click = [&](GridPoint point, GridCell after) {
+    return [=, this] {
+      PutCursor({1, 1});
+      grid_.OnButtonDown(point);
+      EXPECT_EQ(slot_.Cursor(), after);
+    };
   };
+  const std::string focus = "TakeFocus";
   grid_.SetSize(10, 6);
-  for (const auto& each : cases) {
-    PutCursor({1, 1});
-    Take();
-    grid_.OnButtonDown(each.point);
-    EXPECT_EQ(slot_.Cursor(), each.after) << each.what;
-    EXPECT_EQ(Take({"TakeFocus", "Notify"}), each.calls) << each.what;
-  }
+  ExpectAsked(
+      {"TakeFocus", "Notify"},
+      {{"row", click({75, 70}, {3, 1}), focus + "; Notify 25 3,1; Notify 6 3,1; Notify 5 3,1"},
+       {"column", click({125, 30}, {1, 2}), focus + "; Notify 25 1,2; Notify 7 1,2; Notify 5 1,2"},
+       {"the cursor's cell", click({75, 30}, {1, 1}), focus + "; Notify 25 1,1"},
+       {"heading row", click({75, 10}, {1, 1}), focus},
+       {"heading column", click({20, 70}, {1, 1}), focus},
+       {"below the rows", click({75, 290}, {1, 1}), focus},
+       {"beside the columns", click({399, 30}, {1, 1}), focus}});
 }
 
 TEST_F(GridMouseTest, AClickCommitsWhatWasTypedIntoTheOldCell) {

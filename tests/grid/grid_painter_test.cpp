@@ -75,31 +75,28 @@ TEST_F(GridPainterTest, HeadingsAreLettersAndNumbersOrWhatIsStored) {
 }
 
 TEST_F(GridPainterTest, EachTypeOfTextLooksItsOwn) {
-  const struct {
-    const wchar_t* text;
-    std::int32_t rowHeight;
-    bool ellipsis;
-    const char* calls;
-  } cases[] = {
-      {L"", 21, true, ""},
-      {L"text", 21, true, "PutText 52,21,98,42 left font 1 colour 0 |text|"},
-      {L"text", 21, false, "PutText 52,21,98,42 wrapped font 1 colour 0 |text|"},
-      {L"-7", 21, false, "PutText 52,21,98,42 right font 1 colour 0 |-7|"},
-      {L"True", 21, true, "DrawCheckBox 52,23,98,40 1"},
-      {L"FALSE", 21, true, "DrawCheckBox 52,23,98,40 0"},
-      {L"true", 28, true, "DrawCheckBox 52,23,98,47 1"},
-      {L"true", 29, true, "DrawCheckBox 52,27,98,43 1"},
-      {L"~9", 21, true, "NotifyDrawGraphic 52,23,98,40"},
+  const auto paint = [&](const wchar_t* text, std::int32_t rowHeight, bool ellipsis) {
+    return [=, this] {
+      Store({1, 1}, text);
+      slot_.rowHeight = rowHeight;
+      slot_.ellipsis = ellipsis;
+      grid_.Paint();
+    };
   };
+  const std::string text = "PutText 52,21,98,42 ";
   slot_.rows = 1;
   slot_.cols = 2;
   slot_.colLetters = slot_.rowNumbers = false;
-  for (const auto& each : cases) {
-    Store({1, 1}, each.text);
-    slot_.rowHeight = each.rowHeight;
-    slot_.ellipsis = each.ellipsis;
-    EXPECT_EQ(PaintAndTake({"PutText", "DrawCheckBox", "Notify"}), each.calls) << each.text;
-  }
+  ExpectAsked({"PutText", "DrawCheckBox", "Notify"},
+              {{"nothing", paint(L"", 21, true), ""},
+               {"text", paint(L"text", 21, true), text + "left font 1 colour 0 |text|"},
+               {"broken text", paint(L"text", 21, false), text + "wrapped font 1 colour 0 |text|"},
+               {"number", paint(L"-7", 21, false), text + "right font 1 colour 0 |-7|"},
+               {"ticked", paint(L"True", 21, true), "DrawCheckBox 52,23,98,40 1"},
+               {"not ticked", paint(L"FALSE", 21, true), "DrawCheckBox 52,23,98,40 0"},
+               {"highest box", paint(L"true", 28, true), "DrawCheckBox 52,23,98,47 1"},
+               {"still higher row", paint(L"true", 29, true), "DrawCheckBox 52,27,98,43 1"},
+               {"graphic", paint(L"~9", 21, true), "NotifyDrawGraphic 52,23,98,40"}});
 }
 
 TEST_F(GridPainterTest, AGraphicsNumberIsThereWhenItsParentIsAsked) {
@@ -159,25 +156,21 @@ TEST_F(GridPainterTest, OnlyWhatIsVisibleIsPainted) {
 }
 
 TEST_F(GridPainterTest, WhatHasNoCellsIsFilled) {
-  const struct {
-    const char* what;
-    std::int32_t rows, cols;
-    bool extends;
-    const char* calls;
-  } cases[] = {
-      {"all covered", 100, 10, true, ""},
-      {"below", 3, 10, true, "FillUnused 0,84,400,300"},
-      {"beside", 100, 2, false, "FillUnused 150,0,400,300"},
-      {"no rows", 0, 10, true, "FillUnused 0,21,400,300"},
+  const auto paint = [&](std::int32_t rows, std::int32_t cols, bool extends) {
+    return [=, this] {
+      slot_.rows = rows;
+      slot_.cols = cols;
+      slot_.extendLastCol = extends;
+      grid_.Paint();
+    };
   };
-  for (const auto& each : cases) {
-    slot_.rows = each.rows;
-    slot_.cols = each.cols;
-    slot_.extendLastCol = each.extends;
-    EXPECT_EQ(PaintAndTake({"FillUnused"}), each.calls) << each.what;
-  }
+  ExpectAsked({"FillUnused"}, {{"all covered", paint(100, 10, true), ""},
+                               {"below", paint(3, 10, true), "FillUnused 0,84,400,300"},
+                               {"beside", paint(100, 2, false), "FillUnused 150,0,400,300"},
+                               {"no rows", paint(0, 10, true), "FillUnused 0,21,400,300"}});
   slot_.colWidth.fill(0);
-  EXPECT_EQ(PaintAndTake({"FillUnused", "Draw"}), "FillUnused 0,0,400,300") << "no widths";
+  ExpectAsked({"FillUnused", "Draw"},
+              {{"no widths", paint(100, 10, true), "FillUnused 0,0,400,300"}});
 }
 
 TEST_F(GridPainterTest, TheEditBoxStandsOnTheCells) {
@@ -190,11 +183,9 @@ TEST_F(GridPainterTest, TheEditBoxStandsOnTheCells) {
 }
 
 TEST_F(GridPainterTest, AParentMayDoAnythingWhileItDrawsAGraphic) {
+  const GridCell first{1, 1};
   const std::pair<const char*, std::function<void(Grid&)>> acts[] = {
-      {"stores cells",
-       [](Grid& grid) {
-         grid.SetCell(GridCell{1, 1}, L"~3");
-       }},
+      {"stores cells", [&](Grid& grid) { grid.SetCell(first, L"~3"); }},
       {"clears", [](Grid& grid) { grid.Clear(); }},
       {"hides columns", [](Grid& grid) { grid.SetColWidth(1, 0); }},
       {"scrolls", [](Grid& grid) { grid.SetCursorPos(100, 10); }},
@@ -202,7 +193,7 @@ TEST_F(GridPainterTest, AParentMayDoAnythingWhileItDrawsAGraphic) {
   };
   for (const auto& [what, act] : acts) {
     slot_ = {};
-    Store({1, 1}, L"~1");
+    Store(first, L"~1");
     Store({2, 1}, L"~2");
     When("NotifyDrawGraphic 52,23", act);
     EXPECT_TRUE(PaintAndTake({"NotifyDraw", "PostDrawCursor"}).ends_with("PostDrawCursor")) << what;

@@ -36,25 +36,22 @@ inline std::ostream& operator<<(std::ostream& out, GridBar bar) {
   return out << (bar == GridBar::kVertical ? "vertical" : "horizontal");
 }
 
+// From here on a key gives the character whose number is left, and is nothing else. Backspace,
+// Enter and Escape give theirs too.
+inline constexpr int kFirstCharKey = 1'000;
+
 class RecordingGridSystem : public GridSystem {
  public:
-  struct Bar {
-    bool isShown = false;
-    std::int32_t last = 0;  // as set
-    std::int32_t position = 0;
-  };
-
   // --- what the test sets ---
   GridSize clientSize{400, 300};  // without the bars that are shown
   GridSize barSize;               // the width of the vertical, the height of the horizontal bar
   std::map<GridFont, GridSize> fonts;  // of each character; 8 x 16 where none is set
-  std::map<int, wchar_t> characters;   // what virtual keys give
   // Called with each line after it has been written down: the parent, or the window, acts.
   std::function<void(const std::string& call)> onCall;
 
   // --- what the grid asked ---
   std::vector<std::string> calls;
-  std::map<GridBar, Bar> bars;
+  std::map<GridBar, bool> barsShown;
 
   void Notify(int code, std::uint32_t value) override {
     Record("Notify ", code, " ", value & 0xFFFFu, ",", value >> 16);
@@ -68,7 +65,7 @@ class RecordingGridSystem : public GridSystem {
   void InvalidateAll(bool erase) override { Record("InvalidateAll", erase ? " erase" : ""); }
   void PaintNow() override { Record("PaintNow"); }
   GridSize ClientSize() override {
-    return SizeWithBars(bars[GridBar::kHorizontal].isShown, bars[GridBar::kVertical].isShown);
+    return SizeWithBars(barsShown[GridBar::kHorizontal], barsShown[GridBar::kVertical]);
   }
   GridSize SizeWithBars(bool horizontal, bool vertical) override {
     return {clientSize.width - (vertical ? barSize.width : 0),
@@ -83,20 +80,18 @@ class RecordingGridSystem : public GridSystem {
   }
   void Beep() override { Record("Beep"); }
   std::optional<wchar_t> CharOf(int virtualKey) override {
-    const auto found = characters.find(virtualKey);
-    return found == characters.end() ? std::nullopt : std::optional(found->second);
+    if (virtualKey >= ' ' && virtualKey < kFirstCharKey) return std::nullopt;
+    return static_cast<wchar_t>(virtualKey % kFirstCharKey);
   }
 
   void ShowBar(GridBar bar, bool shown) override {
-    bars[bar].isShown = shown;
+    barsShown[bar] = shown;
     Record("ShowBar ", bar, " ", shown);
   }
   void SetBarRange(GridBar bar, std::int32_t last) override {
-    bars[bar].last = last;
     Record("SetBarRange ", bar, " ", last);
   }
   void SetBarPosition(GridBar bar, std::int32_t position) override {
-    bars[bar].position = position;
     Record("SetBarPosition ", bar, " ", position);
   }
 

@@ -86,18 +86,9 @@ class GridHostTest : public testing::Test {
   std::function<void(HWND grid, int code, LPARAM value)> onTold;
 
   // --- the user ---
-  static void Press(HWND grid, QPoint place) {
-    QTest::mousePress(WidgetOf(grid), Qt::LeftButton, Qt::NoModifier, place);
-    Flow();
-  }
-  static void Release(HWND grid, QPoint place) {
-    QTest::mouseRelease(WidgetOf(grid), Qt::LeftButton, Qt::NoModifier, place);
-    Flow();
-  }
-  static void MoveTo(HWND grid, QPoint place) {
-    QTest::mouseMove(WidgetOf(grid), place);
-    Flow();
-  }
+  static void Press(HWND grid, QPoint place) { Act(QTest::MousePress, grid, place); }
+  static void Release(HWND grid, QPoint place) { Act(QTest::MouseRelease, grid, place); }
+  static void MoveTo(HWND grid, QPoint place) { Act(QTest::MouseMove, grid, place); }
   static void Click(HWND grid, QPoint place) {
     Press(grid, place);
     // The grid may be gone by then.
@@ -132,6 +123,11 @@ class GridHostTest : public testing::Test {
   HWND host_ = nullptr;
 
  private:
+  static void Act(QTest::MouseAction action, HWND grid, QPoint place) {
+    const auto button = action == QTest::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QTest::mouseEvent(action, WidgetOf(grid), button, Qt::NoModifier, place);
+    Flow();
+  }
   static LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM wParam,
                                         LPARAM lParam) noexcept {
     if (message != WM_COMMAND || current_ == nullptr)
@@ -140,12 +136,11 @@ class GridHostTest : public testing::Test {
     return 0;
   }
   void Note(int id, int code, LPARAM value) {
-    GridCell cell{LOWORD(value), HIWORD(value)};
-    if (code == GCN_MOUSEMOVE) cell = *reinterpret_cast<const GridCell*>(value);
-    if (code == GCN_DRAWGRAPHIC) cell = {};
-    std::string& notes = code == GCN_MOUSEMOVE ? moves_ : told_;
-    notes += std::to_string(id) + " " + std::to_string(code) + " " + std::to_string(cell.row) +
-             "," + std::to_string(cell.col) + "; ";
+    const bool isMove = code == GCN_MOUSEMOVE;
+    const GridCell cell =
+        isMove ? *reinterpret_cast<const GridCell*>(value) : GridCell{LOWORD(value), HIWORD(value)};
+    const QString note = QString("%1 %2 %3,%4; ").arg(id).arg(code).arg(cell.row).arg(cell.col);
+    (isMove ? moves_ : told_) += note.toStdString();
     if (onTold) onTold(::GetDlgItem(host_, id), code, value);
   }
 

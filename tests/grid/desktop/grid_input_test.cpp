@@ -1,6 +1,4 @@
 // What the user does with real clicks and keys. Cells are 50 wide and 21 high, as are the headings.
-#include <QScrollBar>
-
 #include "grid_host.h"
 
 namespace quillgate {
@@ -9,13 +7,6 @@ namespace {
 // The middle of a data cell of a grid that is not scrolled.
 QPoint MiddleOf(std::int32_t row, std::int32_t col) {
   return {50 * col + 25, 21 * row + 10};
-}
-
-QScrollBar* BarOf(QWidget* widget, Qt::Orientation orientation) {
-  for (QScrollBar* bar : widget->findChildren<QScrollBar*>()) {
-    if (bar->orientation() == orientation && bar->isVisible()) return bar;
-  }
-  return nullptr;
 }
 
 class GridInputTest : public GridHostTest {
@@ -78,32 +69,14 @@ TEST_F(GridInputTest, AColumnsBorderIsDragged) {
   EXPECT_EQ(Send(grid_, GCM_GETCOLWIDTH, 1), 80);
 }
 
-TEST_F(GridInputTest, TheArrowsOfTheBarsScrollByOneAndTakeTheFocus) {
-  QScrollBar* vertical = BarOf(WidgetOf(grid_), Qt::Vertical);
-  QScrollBar* horizontal = BarOf(WidgetOf(grid_), Qt::Horizontal);
-  ASSERT_TRUE(vertical != nullptr && horizontal != nullptr);
-  ::SetFocus(host_);
-  const std::pair<QScrollBar*, QPoint> arrows[] = {
-      {vertical, {vertical->width() / 2, vertical->height() - 4}},
-      {horizontal, {horizontal->width() - 4, horizontal->height() / 2}}};
-  for (const auto& [bar, arrow] : arrows) {
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, arrow);
-    Flow();
-  }
-  EXPECT_EQ(::GetFocus(), grid_);
-  TakeMoves();
-  MoveTo(grid_, MiddleOf(1, 1));
-  EXPECT_EQ(TakeMoves(), "500 2 2,2; ");
-}
-
-TEST_F(GridInputTest, EveryRequestOfABarScrollsInItsDirection) {
+TEST_F(GridInputTest, EveryRequestOfABarTakesTheFocusAndScrollsInItsDirection) {
   const struct {
     UINT message;
     int request, place, position;
   } cases[] = {
       // 100 rows, seven of which are shown whole.
       {WM_VSCROLL, SB_PAGEDOWN, 0, 8},       {WM_VSCROLL, SB_PAGEUP, 0, 1},
-      {WM_VSCROLL, SB_THUMBTRACK, 40, 40},   {WM_VSCROLL, SB_LINEUP, 0, 39},
+      {WM_VSCROLL, SB_LINEDOWN, 0, 2},       {WM_VSCROLL, SB_LINEUP, 0, 1},
       {WM_VSCROLL, SB_THUMBTRACK, 4000, 94}, {WM_VSCROLL, SB_ENDSCROLL, 0, 94},
       {WM_HSCROLL, SB_PAGERIGHT, 0, 2},      {WM_HSCROLL, SB_THUMBTRACK, 255, 255},
   };
@@ -112,17 +85,18 @@ TEST_F(GridInputTest, EveryRequestOfABarScrollsInItsDirection) {
     EXPECT_EQ(::GetScrollPos(grid_, each.message == WM_VSCROLL ? SB_VERT : SB_HORZ), each.position)
         << each.request;
   }
+  EXPECT_EQ(::GetFocus(), grid_);
+  MoveTo(grid_, MiddleOf(1, 1));
+  EXPECT_EQ(TakeMoves(), "500 2 94,255; ");
 }
 
 TEST_F(GridInputTest, BarsAreShownOnlyWhereTheyAreNeeded) {
-  for (const int rows : {5, 50}) {
-    Send(grid_, GCM_SETSIZE, static_cast<WPARAM>(rows), 4);
-    Flow();
-    EXPECT_EQ(BarOf(WidgetOf(grid_), Qt::Vertical) != nullptr, rows == 50);
-    EXPECT_EQ(BarOf(WidgetOf(grid_), Qt::Horizontal), nullptr);
+  for (const auto& [rows, cols] : {std::pair(5, 4), {50, 4}, {5, 40}, {50, 40}}) {
+    Send(grid_, GCM_SETSIZE, static_cast<WPARAM>(rows), cols);
     RECT area{};
     ::GetClientRect(grid_, &area);
     EXPECT_EQ(area.right, rows == 50 ? 320 - ::GetSystemMetrics(SM_CXVSCROLL) : 320);
+    EXPECT_EQ(area.bottom, cols == 40 ? 200 - ::GetSystemMetrics(SM_CYHSCROLL) : 200);
   }
 }
 
