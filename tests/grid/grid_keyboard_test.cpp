@@ -52,6 +52,7 @@ TEST_F(GridKeyboardTest, KeysCommitWhatWasTypedMoveTheCursorAndTellOfBoth) {
       {"page up at the top", kKeyPageUp, 100, {1, 1}, {1, 1}, kNone},
       {"right", kKeyRight, 100, {1, 1}, {1, 2}, kCol},
       {"right past a hidden column", kKeyRight, 100, {1, 4}, {1, 6}, kCol},
+      {"right from before the columns", kKeyRight, 100, {1, 0}, {1, 1}, kCol},
       {"right at the end", kKeyRight, 100, {1, 10}, {1, 10}, kNone},
       {"left past a hidden column", kKeyLeft, 100, {1, 6}, {1, 4}, kCol},
       {"right from beyond the columns", kKeyRight, 100, {1, 90}, {1, 90}, kNone},
