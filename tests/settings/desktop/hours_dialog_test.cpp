@@ -51,12 +51,12 @@ TEST_F(HoursDialogTest, ADragTogglesEachCellAsOftenAsItIsEntered) {
   };
   EXPECT_TRUE(Run([&](HoursUser& user) {
     user.MoveTo({2, 3});
-    user.Press();
+    user.Act(QTest::MousePress);
     for (const auto& each : moves) {
       user.MoveTo(each.cell, each.offset);
       EXPECT_EQ(user.IsBlocked(each.cell), each.isBlocked) << each.what;
     }
-    user.Release();
+    user.Act(QTest::MouseRelease);
     user.End(IDOK);
   }));
   EXPECT_THAT(Blocked(), ElementsAre(2 * 24 + 2, 3 * 24 + 2));
@@ -69,7 +69,8 @@ TEST_F(HoursDialogTest, MovesWithTheButtonUpAndPressesOnHeadingsAndDoubleClicksC
     for (const GridCell heading : {GridCell{0, 5}, {5, 0}, {0, 0}})
       user.Click(heading);
     user.MoveTo({5, 5});
-    user.DoubleClick({3, 3});
+    user.MoveTo({3, 3});
+    user.Act(QTest::MouseDClick);
     user.End(IDOK);
   }));
   EXPECT_THAT(Blocked(), IsEmpty());

@@ -30,10 +30,14 @@ class HoursUser {
   QWidget* Child(int id) { return script_.Child(window_, id); }
   void End(int button) { script_.Click(window_, button); }
 
-  // The left button where the pointer is.
-  void Press() { Act(QTest::MousePress); }
-  void Release() { Act(QTest::MouseRelease); }
-  // Into the cell, its middle or so many pixels right of it; returns when the editor has heard.
+  // With the left button, where the pointer is; returns when the editor has heard.
+  void Act(QTest::MouseAction action) {
+    script_.Do([&] {
+      QTest::mouseEvent(action, window_->windowHandle(), Qt::LeftButton, Qt::NoModifier, pointer_);
+    });
+    AwaitHeard();
+  }
+  // Into the cell, its middle or so many pixels right of it.
   void MoveTo(GridCell cell, int offset = 0) {
     script_.Do([&] {
       pointer_ = grid_->mapTo(window_, MiddleOf(cell) + QPoint(offset, 0));
@@ -43,12 +47,8 @@ class HoursUser {
   }
   void Click(GridCell cell) {
     MoveTo(cell);
-    Press();
-    Release();
-  }
-  void DoubleClick(GridCell cell) {
-    MoveTo(cell);
-    Act(QTest::MouseDClick);
+    Act(QTest::MousePress);
+    Act(QTest::MouseRelease);
   }
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -83,12 +83,6 @@ class HoursUser {
   static QPoint MiddleOf(GridCell cell) {
     return {cell.col == 0 ? 30 : 60 + (cell.col - 1) * 19 + 9,
             cell.row == 0 ? 10 : 21 + (cell.row - 1) * 19 + 9};
-  }
-  void Act(QTest::MouseAction action) {
-    script_.Do([&] {
-      QTest::mouseEvent(action, window_->windowHandle(), Qt::LeftButton, Qt::NoModifier, pointer_);
-    });
-    AwaitHeard();
   }
   void AwaitHeard() {
     script_.Await(
