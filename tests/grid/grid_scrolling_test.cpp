@@ -96,7 +96,8 @@ TEST_F(GridScrollingTest, RequestsMoveHomeWithinTheBars) {
   const std::string lastCol = "TakeFocus; InvalidateAll erase; SetBarPosition horizontal 9";
   slot_.colWidth[3] = 0;  // so column 4 has position 3
   ExpectAsked({"TakeFocus", "InvalidateAll", "SetBarPosition horizontal"},
-              {{"past a hidden column", horizontal(2, kLineOn), col + "3"},
+              {{"back to the first", horizontal(2, kLineBack), col + "1"},
+               {"past a hidden column", horizontal(2, kLineOn), col + "3"},
                {"back past a hidden column", horizontal(4, kLineBack), col + "2"},
                {"a page is a column", horizontal(4, kPageOn), col + "4"},
                {"and back", horizontal(5, kPageBack), col + "3"},
