@@ -2,28 +2,21 @@
 
 #include <cstdlib>
 #include <new>
-#include <optional>
 
-namespace {
+using quillgate::grantedAllocations;
 
-thread_local std::optional<int> granted;
-
-void* Allocate(std::size_t size) noexcept {
-  if (granted && (*granted)-- <= 0) return nullptr;
-  return std::malloc(size == 0 ? 1 : size);
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  const bool isLast = grantedAllocations == 0;
+  if (grantedAllocations) --*grantedAllocations;
+  if (isLast) grantedAllocations.reset();
+  return isLast ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
-
-}  // namespace
-
 void* operator new(std::size_t size) {
-  void* memory = Allocate(size);
+  void* memory = operator new(size, std::nothrow);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return Allocate(size);
-}
 void operator delete(void* memory) noexcept {
   std::free(memory);
 }
@@ -33,15 +26,3 @@ void operator delete(void* memory, std::size_t) noexcept {
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
   std::free(memory);
 }
-
-namespace quillgate {
-
-FailingMemory::FailingMemory(int allocations) {
-  granted = allocations;
-}
-
-FailingMemory::~FailingMemory() {
-  granted.reset();
-}
-
-}  // namespace quillgate

@@ -1,15 +1,11 @@
-// Memory that runs out: while one of these lives, its thread gets as many allocations by operator
-// new as were granted, and std::bad_alloc after that.
+// Memory that runs out for a moment: the thread gets as many more allocations by operator new as
+// are granted here, std::bad_alloc for the next one, and then memory again.
 #pragma once
+
+#include <optional>
 
 namespace quillgate {
 
-class FailingMemory {
- public:
-  explicit FailingMemory(int granted);
-  ~FailingMemory();
-  FailingMemory(const FailingMemory&) = delete;
-  FailingMemory& operator=(const FailingMemory&) = delete;
-};
+inline thread_local std::optional<int> grantedAllocations;
 
 }  // namespace quillgate

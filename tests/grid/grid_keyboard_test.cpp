@@ -1,56 +1,45 @@
 #include "grid/grid_keyboard.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "grid/grid_keys.h"
 #include "grid_fixture.h"
 
 namespace quillgate {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-// Keys that only give characters, by the character.
-constexpr int kFirstCharKey = 1'000;
-
-// What tells the parent that the cursor has moved.
-enum Change { kNone = 0, kRow = 6, kCol = 7 };
-
-std::vector<std::string> Told(int code, GridCell cursor) {
-  if (code == kNone) return {};
-  const std::string place = " " + std::to_string(cursor.row) + "," + std::to_string(cursor.col);
-  return {"Notify " + std::to_string(code) + place, "Notify 5" + place};
-}
-
 class GridKeyboardTest : public GridFixture {
  protected:
-  GridKeyboardTest() {
-    for (int character = 1; character < 256; ++character)
-      system_.characters[kFirstCharKey + character] = static_cast<wchar_t>(character);
-    system_.characters[kKeyEnter] = kCharEnter;
-    system_.characters[kKeyEscape] = 27;
-  }
+  GridKeyboardTest() { slot_.autoRow = false; }
 
-  void Place(GridCell cursor) {
-    slot_.cursorRow = cursor.row;
-    slot_.cursorCol = cursor.col;
+  void Type(int character) { grid_.OnKey(kFirstCharKey + character); }
+  void ForgetEdit() {
+    slot_.editing = false;
+    slot_.editText.clear();
   }
-  void Type(char character) { grid_.OnKey(kFirstCharKey + character); }
 };
 
+enum Change { kNone = 0, kRow = 6, kCol = 7 };
+
+std::string Place(GridCell cell) {
+  return " " + std::to_string(cell.row) + "," + std::to_string(cell.col);
+}
+
+// What the parent hears of the end of an edit and of the move that follows.
+std::string Told(bool hasEdited, GridCell before, Change change, GridCell after) {
+  std::string told = hasEdited ? "Notify 10" + Place(before) : "";
+  if (change == kNone) return told;
+  told += hasEdited ? "; " : "";
+  return told + "Notify " + std::to_string(change) + Place(after) + "; Notify 5" + Place(after);
+}
+
 // Thirteen rows fit.
-TEST_F(GridKeyboardTest, KeysMoveTheCursorAndTellTheParentOfEachMove) {
-  struct Case {
+TEST_F(GridKeyboardTest, KeysCommitWhatWasTypedMoveTheCursorAndTellOfBoth) {
+  const struct {
     const char* what;
     int key;
     std::int32_t rows;
-    GridCell before;
-    GridCell after;
-    int code;
-  };
-  const Case cases[] = {
+    GridCell before, after;
+    Change change;
+  } cases[] = {
       {"down", kKeyDown, 100, {1, 1}, {2, 1}, kRow},
       {"down at the end", kKeyDown, 100, {100, 1}, {100, 1}, kNone},
       {"up", kKeyUp, 100, {5, 3}, {4, 3}, kRow},
@@ -63,8 +52,11 @@ TEST_F(GridKeyboardTest, KeysMoveTheCursorAndTellTheParentOfEachMove) {
       {"page up at the top", kKeyPageUp, 100, {1, 1}, {1, 1}, kNone},
       {"right", kKeyRight, 100, {1, 1}, {1, 2}, kCol},
       {"right past a hidden column", kKeyRight, 100, {1, 4}, {1, 6}, kCol},
+      {"right from before the columns", kKeyRight, 100, {1, 0}, {1, 1}, kCol},
       {"right at the end", kKeyRight, 100, {1, 10}, {1, 10}, kNone},
       {"left past a hidden column", kKeyLeft, 100, {1, 6}, {1, 4}, kCol},
+      {"right from beyond the columns", kKeyRight, 100, {1, 90}, {1, 90}, kNone},
+      {"left from beyond the columns", kKeyLeft, 100, {1, 90}, {1, 10}, kCol},
       {"left at the beginning", kKeyLeft, 100, {1, 1}, {1, 1}, kNone},
       {"enter", kKeyEnter, 100, {3, 2}, {4, 2}, kRow},
       {"enter at the end", kKeyEnter, 100, {100, 2}, {100, 2}, kNone},
@@ -75,147 +67,98 @@ TEST_F(GridKeyboardTest, KeysMoveTheCursorAndTellTheParentOfEachMove) {
       {"up from below the rows that were taken away", kKeyUp, 3, {50, 1}, {3, 1}, kRow},
   };
   slot_.colWidth[5] = 0;
-  for (const bool editable : {false, true}) {
-    for (const Case& each : cases) {
-      slot_.editable = editable;
+  for (const bool isTyped : {false, true}) {
+    slot_.editable = isTyped;
+    for (const auto& each : cases) {
       slot_.rows = each.rows;
-      Place(each.before);
-      system_.Take();
+      slot_.cellStore.Clear();
+      PutCursor(each.before);
+      for (const int character : {int{'4'}, int{'x'}, int{kCharBackspace}, int{'2'}})
+        Type(character);
+      const bool edits = isTyped && each.rows > 0;
+      EXPECT_EQ(Take({"Notify"}), edits ? "Notify 8" + Place(each.before) : "") << each.what;
       grid_.OnKey(each.key);
+      EXPECT_EQ(Take({"Notify"}), Told(edits, each.before, each.change, each.after)) << each.what;
+      EXPECT_EQ(grid_.CellText(each.before), edits ? L"42" : L"") << each.what;
       EXPECT_EQ(slot_.Cursor(), each.after) << each.what;
-      EXPECT_EQ(TakeNotifications(), Told(each.code, each.after)) << each.what;
     }
-  }
-}
-
-TEST_F(GridKeyboardTest, SomeKeysAreForTheParent) {
-  Place({3, 2});
-  for (int number = 1; number <= 12; ++number) {
-    grid_.OnKey(kKeyF1 + number - 1);
-    EXPECT_THAT(system_.Take(), ElementsAre("Notify " + std::to_string(10 + number) + " 3,2"));
-  }
-  grid_.OnKey(kKeyDelete);
-  grid_.OnKey(kKeyTab);
-  EXPECT_THAT(system_.Take(), ElementsAre("Notify 9 3,2", "FocusParent"));
-  EXPECT_EQ(slot_.Cursor(), (GridCell{3, 2}));
-}
-
-TEST_F(GridKeyboardTest, OnlyWhatMayBeTypedIsTyped) {
-  slot_.editable = true;
-  for (int character = 1; character < 256; ++character) {
-    if (character == kCharBackspace || character == kCharEnter) continue;
-    slot_.editing = false;
-    slot_.editText.clear();
-    grid_.OnKey(kFirstCharKey + character);
-    const bool isTyped = character >= 32 && character <= 125;
-    EXPECT_EQ(slot_.editing, isTyped) << character;
-    EXPECT_EQ(slot_.editText.size(), isTyped ? 1U : 0U) << character;
-  }
-}
-
-TEST_F(GridKeyboardTest, CellsThatMayNotBeEditedAreNot) {
-  struct Case {
-    const char* what;
-    bool editable;
-    bool isProtected;
-    std::int32_t rows;
-    std::size_t typed;
-  };
-  const Case cases[] = {
-      {"editable", true, false, 100, 1},
-      {"not editable", false, false, 100, 0},
-      {"protected", true, true, 100, 0},
-      {"no rows", true, false, 0, 0},
-  };
-  for (const Case& each : cases) {
-    slot_.editable = each.editable;
-    slot_.rows = each.rows;
-    slot_.cellStore.Store({1, 1}, {each.isProtected, CellType::kText, L"text"});
-    Type('a');
-    EXPECT_EQ(slot_.editText.size(), each.typed) << each.what;
-    EXPECT_EQ(slot_.currentProtected, each.isProtected) << each.what;
-    slot_.editing = false;
-    slot_.editText.clear();
-    grid_.OnKey(kFirstCharKey + kCharBackspace);
-    EXPECT_EQ(slot_.editing, each.typed == 1) << each.what;
-    slot_.editing = false;
-  }
-}
-
-TEST_F(GridKeyboardTest, EnterLeavesAProtectedCell) {
-  slot_.cellStore.Store({1, 1}, {true, CellType::kText, L"text"});
-  grid_.OnKey(kKeyEnter);
-  EXPECT_EQ(slot_.cursorRow, 2);
-}
-
-TEST_F(GridKeyboardTest, MovingKeysCommitWhatWasTypedFirst) {
-  struct Case {
-    int key;
-    GridCell after;
-    int code;
-  };
-  const Case cases[] = {{kKeyDown, {6, 3}, kRow},  {kKeyUp, {4, 3}, kRow},
-                        {kKeyLeft, {5, 2}, kCol},  {kKeyRight, {5, 4}, kCol},
-                        {kKeyEnter, {6, 3}, kRow}, {kKeyPageDown, {18, 3}, kRow},
-                        {kKeyPageUp, {1, 3}, kRow}};
-  slot_.editable = true;
-  for (const Case& each : cases) {
-    slot_.cellStore.Clear();
-    Place({5, 3});
-    Type('4');
-    Type('x');
-    grid_.OnKey(kFirstCharKey + kCharBackspace);
-    Type('2');
-    grid_.OnKey(each.key);
-    auto told = Told(each.code, each.after);
-    told.insert(told.begin(), {"Notify 8 5,3", "Notify 10 5,3"});
-    EXPECT_EQ(TakeNotifications(), told) << each.key;
-    EXPECT_EQ(grid_.CellText({5, 3}), L"42") << each.key;
-    EXPECT_EQ(slot_.Cursor(), each.after) << each.key;
   }
 }
 
 TEST_F(GridKeyboardTest, AParentThatMovesTheCursorAfterACommitIsObeyed) {
   slot_.editable = true;
   Type('a');
-  system_.onCall = [&](const std::string& call) {
-    if (call.starts_with("Notify 10")) Grid(slot_, system_).SetCursorPos(40, 2);
-  };
+  When("Notify 10", [](Grid& grid) { grid.SetCursorPos(40, 2); });
   grid_.OnKey(kKeyDown);
   EXPECT_EQ(slot_.Cursor(), (GridCell{41, 2}));
 }
 
-TEST_F(GridKeyboardTest, EscapeCancelsAnEditAndElseDoesNothing) {
-  slot_.editable = true;
-  grid_.OnKey(kKeyEscape);
-  EXPECT_THAT(system_.Take(), IsEmpty());
-  Type('a');
-  system_.Take();
-  grid_.OnKey(kKeyEscape);
-  EXPECT_THAT(TakeNotifications(), ElementsAre("Notify 10 1,1"));
-  EXPECT_EQ(slot_.cellStore.Size(), 0U);
+TEST_F(GridKeyboardTest, SomeKeysAreForTheParent) {
+  PutCursor({3, 2});
+  for (int number = 1; number <= 12; ++number) {
+    grid_.OnKey(kKeyF1 + number - 1);
+    EXPECT_EQ(Take(), "Notify " + std::to_string(10 + number) + " 3,2");
+  }
+  grid_.OnKey(kKeyDelete);
+  grid_.OnKey(kKeyTab);
+  EXPECT_EQ(Take(), "Notify 9 3,2; FocusParent");
 }
 
-TEST_F(GridKeyboardTest, DialogsLeaveKeysToTheGrid) {
+TEST_F(GridKeyboardTest, OnlyWhatMayBeTypedIsTyped) {
   slot_.editable = true;
-  EXPECT_EQ(grid_.DialogCode(0), 0x91U);
-  EXPECT_EQ(grid_.DialogCode(kKeyTab), 0x91U);
-  EXPECT_EQ(grid_.DialogCode(kKeyEscape), 0U);
-  EXPECT_THAT(system_.Take(), IsEmpty());
+  for (int character = 1; character < 256; ++character) {
+    if (character == kCharBackspace || character == kCharEnter) continue;
+    ForgetEdit();
+    Type(character);
+    const bool isTyped = character >= 32 && character <= 125;
+    EXPECT_EQ(slot_.editing, isTyped) << character;
+    EXPECT_EQ(slot_.editText.size(), isTyped ? 1U : 0U) << character;
+  }
+}
 
-  Type('a');
-  system_.Take();
-  EXPECT_EQ(grid_.DialogCode(kKeyEscape), 0x91U);
-  EXPECT_THAT(TakeNotifications(), ElementsAre("Notify 10 1,1"));
-  EXPECT_FALSE(slot_.editing);
+TEST_F(GridKeyboardTest, OnlyCellsThatMayBeEditedAreAndEnterLeavesAll) {
+  const auto type = [&](bool editable, bool isProtected, std::int32_t rows) {
+    return [=, this] {
+      slot_.editable = editable;
+      slot_.rows = rows;
+      for (const int character : {int{'a'}, int{kCharBackspace}}) {
+        ForgetEdit();
+        PutCursor({1, 1});
+        slot_.cellStore.Store({1, 1}, {isProtected, CellType::kText, L"text"});
+        Type(character);
+        EXPECT_EQ(slot_.currentProtected, isProtected);
+      }
+      grid_.OnKey(kKeyEnter);
+    };
+  };
+  ExpectAsked({"Notify 8", "Notify 6"},
+              {{"editable", type(true, false, 100), "Notify 8 1,1; Notify 8 1,1; Notify 6 2,1"},
+               {"not editable", type(false, false, 100), "Notify 6 2,1"},
+               {"protected", type(true, true, 100), "Notify 6 2,1"},
+               {"no rows", type(true, false, 0), ""}});
+}
 
-  Type('b');
-  system_.Take();
-  EXPECT_EQ(grid_.DialogCode(kKeyEnter), 0x91U);
-  EXPECT_THAT(TakeNotifications(), ElementsAre("Notify 10 1,1", "Notify 6 2,1", "Notify 5 2,1"));
-  EXPECT_EQ(grid_.CellText({1, 1}), L"b");
-  EXPECT_EQ(grid_.DialogCode(kKeyEnter), 0x91U);
-  EXPECT_THAT(TakeNotifications(), ElementsAre("Notify 6 3,1", "Notify 5 3,1"));
+TEST_F(GridKeyboardTest, EscapeAndEnterEndAnEditAlsoWhenADialogAsksForThem) {
+  const auto type = [&] { Type('a'); };
+  const auto press = [&](int key) { return [=, this] { grid_.OnKey(key); }; };
+  const auto ask = [&](int key, std::uint32_t code) {
+    return [=, this] { EXPECT_EQ(grid_.DialogCode(key), code) << key; };
+  };
+  slot_.editable = true;
+  ExpectAsked(
+      {"Notify", "FocusParent"},
+      {{"escape without an edit", press(kKeyEscape), ""},
+       {"which is the dialog's", ask(kKeyEscape, 0), ""},
+       {"other keys are not", ask(0, 0x91), ""},
+       {"tab", ask(kKeyTab, 0x91), ""},
+       {"first edit", type, "Notify 8 1,1"},
+       {"escape", press(kKeyEscape), "Notify 10 1,1"},
+       {"second edit", type, "Notify 8 1,1"},
+       {"escape in a dialog", ask(kKeyEscape, 0x91), "Notify 10 1,1"},
+       {"third edit", type, "Notify 8 1,1"},
+       {"enter in a dialog", ask(kKeyEnter, 0x91), "Notify 10 1,1; Notify 6 2,1; Notify 5 2,1"},
+       {"enter without an edit", ask(kKeyEnter, 0x91), "Notify 6 3,1; Notify 5 3,1"}});
+  EXPECT_EQ(grid_.CellText({1, 1}), L"a");
 }
 
 }  // namespace

@@ -1,18 +1,10 @@
 #include "grid/grid_mouse.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "grid_fixture.h"
 
 namespace quillgate {
 namespace {
 
-using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
-
-// Columns of 50 pixels beside a heading of 50; the heading row is 21 high.
 class GridMouseTest : public GridFixture {
  protected:
   GridMouseTest() {
@@ -26,58 +18,31 @@ class GridMouseTest : public GridFixture {
   }
 };
 
-TEST_F(GridMouseTest, EveryMoveIsToldWithTheCellUnderThePointer) {
-  const std::pair<GridPoint, const char*> cases[] = {
-      {{75, 30}, "NotifyMouseMove 1,1"},     {{120, 63}, "NotifyMouseMove 3,2"},
-      {{10, 30}, "NotifyMouseMove 1,0"},     {{75, 10}, "NotifyMouseMove 0,1"},
-      {{75, 0}, "NotifyMouseMove -1,1"},     {{-5, -5}, "NotifyMouseMove -1,0"},
-      {{75, 5'000}, "NotifyMouseMove -1,1"}, {{900, 30}, "NotifyMouseMove 1,-1"},
+TEST_F(GridMouseTest, EveryMoveIsToldAndThePointerShowsWhereABorderCanBeDragged) {
+  const auto move = [&](GridPoint point) { return [=, this] { grid_.OnMouseMove(point); }; };
+  const auto told = [](const std::string& cell, const std::string& pointer) {
+    return "NotifyMouseMove " + cell + "; SetPointer " + pointer;
   };
-  for (const auto& [point, call] : cases) {
-    grid_.OnMouseMove(point);
-    EXPECT_THAT(Take({"Notify"}), ElementsAre(call));
-  }
-}
-
-TEST_F(GridMouseTest, ThePointerShowsWhereABorderCanBeDragged) {
-  struct Case {
-    const char* what;
-    GridPoint point;
-    bool colResize;
-    bool isOnBorder;
-  };
-  const Case cases[] = {
-      {"in the middle of a column", {75, 10}, true, false},
-      {"just too far left", {89, 10}, true, false},
-      {"left of a border", {90, 10}, true, true},
-      {"right of a border", {109, 10}, true, true},
-      {"just too far right", {110, 10}, true, false},
-      {"at the heading column's border", {45, 10}, true, true},
-      {"right of the last column", {555, 10}, true, true},
-      {"beside the columns", {570, 10}, true, false},
-      {"on a cell", {100, 30}, true, false},
-      {"above the headings", {100, 0}, true, false},
-      {"not to be dragged", {100, 10}, false, false},
-  };
-  for (const Case& each : cases) {
-    slot_.colResize = each.colResize;
-    grid_.OnMouseMove(each.point);
-    EXPECT_THAT(Take({"SetPointer"}),
-                ElementsAre(each.isOnBorder ? "SetPointer column" : "SetPointer arrow"))
-        << each.what;
-    EXPECT_EQ(slot_.hoverState, each.isOnBorder ? GridHover::kColumnBorder : GridHover::kOrdinary)
-        << each.what;
-  }
+  ExpectAsked({""}, {{"in the middle of a column", move({75, 10}), told("0,1", "arrow")},
+                     {"just too far left", move({89, 10}), told("0,1", "arrow")},
+                     {"left of a border", move({90, 10}), told("0,1", "column")},
+                     {"right of a border", move({109, 10}), told("0,2", "column")},
+                     {"just too far right", move({110, 10}), told("0,2", "arrow")},
+                     {"at the heading column's border", move({45, 10}), told("0,0", "column")},
+                     {"right of the last column", move({555, 10}), told("0,-1", "column")},
+                     {"beside the columns", move({570, 10}), told("0,-1", "arrow")},
+                     {"on a cell", move({120, 63}), told("3,2", "arrow")},
+                     {"above the headings", move({100, 0}), told("-1,2", "arrow")},
+                     {"far out", move({-5, -5}), told("-1,0", "arrow")}});
+  slot_.colResize = false;
+  ExpectAsked({""}, {{"not to be dragged", move({100, 10}), told("0,2", "arrow")}});
 }
 
 TEST_F(GridMouseTest, TheColumnBeforeTheBorderIsDragged) {
-  struct Case {
+  const struct {
     const char* what;
-    std::int32_t homeCol;
-    std::int32_t x;
-    std::int32_t col;
-  };
-  const Case cases[] = {
+    std::int32_t homeCol, x, col;
+  } cases[] = {
       {"left of the border", 1, 145, 2},
       {"right of the border", 1, 151, 2},
       {"heading column", 1, 45, 0},
@@ -88,88 +53,59 @@ TEST_F(GridMouseTest, TheColumnBeforeTheBorderIsDragged) {
       {"scrolled, from the right", 4, 105, 4},
       {"heading column, scrolled", 4, 55, 0},
   };
-  for (const Case& each : cases) {
+  for (const auto& each : cases) {
     slot_.homeCol = each.homeCol;
     DragFrom(each.x);
-    EXPECT_TRUE(slot_.resizing) << each.what;
     EXPECT_EQ(slot_.resizeCol, each.col) << each.what;
-    EXPECT_EQ(slot_.resizeStartWidth, 50) << each.what;
     grid_.OnButtonUp({each.x, 10});
   }
 }
 
-TEST_F(GridMouseTest, ADragWidensItsColumnAndEndsWithTheButton) {
+TEST_F(GridMouseTest, ADragWidensItsColumnTheScrollBarFollowsAndTheButtonEndsIt) {
+  const auto move = [&](std::int32_t x, std::int32_t width) {
+    return [=, this] {
+      grid_.OnMouseMove({x, 200});
+      EXPECT_EQ(slot_.colWidth[2], width);
+    };
+  };
+  const auto release = [&] { grid_.OnButtonUp(GridPoint{170, 200}); };
+  const std::string fits = "InvalidateAll; ShowBar horizontal 0";
+  const std::string scrolls = "InvalidateAll; ShowBar horizontal 1";
+  grid_.SetSize(100, 7);
   DragFrom(148);
   EXPECT_FALSE(slot_.spareFlag);
-  const std::pair<std::int32_t, std::int32_t> moves[] = {
-      {158, 60}, {108, 10}, {90, 0}, {-50, 0}, {170, 72}};
-  for (const auto& [x, width] : moves) {
-    grid_.OnMouseMove({x, 200});
-    EXPECT_EQ(slot_.colWidth[2], width) << x;
-  }
-  EXPECT_THAT(Take({"SetPointer"}), ElementsAre("SetPointer column"));
-  grid_.OnButtonUp({170, 200});
-  EXPECT_THAT(system_.Take(),
-              ElementsAre("SetPointer arrow", "SendSize 400,300", "SendSize 400,300"));
+  ExpectAsked({"InvalidateAll", "ShowBar horizontal", "SetPointer", "SendSize"},
+              {{"only down", move(148, 50), ""},
+               {"wider", move(149, 51), scrolls},
+               {"narrower", move(108, 10), fits},
+               {"to nothing", move(90, 0), fits},
+               {"past that", move(-50, 0), ""},
+               {"wider again", move(170, 72), scrolls},
+               {"release", release, "SetPointer arrow; SendSize 400,300; SendSize 400,300"},
+               {"afterwards", move(200, 72), "SetPointer arrow"},
+               {"release of no drag", release, ""}});
   EXPECT_TRUE(slot_.spareFlag);
-  EXPECT_FALSE(slot_.resizing);
-  EXPECT_EQ(slot_.hoverState, GridHover::kOrdinary);
-  grid_.OnMouseMove({200, 200});
-  EXPECT_EQ(slot_.colWidth[2], 72);
-}
-
-TEST_F(GridMouseTest, TheScrollBarFollowsTheDraggedWidth) {
-  grid_.SetSize(100, 7);
-  EXPECT_FALSE(system_.barsShown[GridBar::kHorizontal]);
-  DragFrom(148);
-  grid_.OnMouseMove({149, 10});
-  EXPECT_TRUE(system_.barsShown[GridBar::kHorizontal]);
-  grid_.OnMouseMove({98, 10});
-  EXPECT_FALSE(system_.barsShown[GridBar::kHorizontal]);
-  EXPECT_EQ(slot_.colWidth[2], 0);
-}
-
-TEST_F(GridMouseTest, ADragThatMovesOnlyUpAndDownRepaintsNothing) {
-  DragFrom(148);
-  system_.Take();
-  grid_.OnMouseMove({148, 100});
-  EXPECT_THAT(Take({"Invalidate"}), IsEmpty());
-}
-
-TEST_F(GridMouseTest, AButtonThatComesUpWithoutADragMeansNothing) {
-  grid_.OnButtonUp({10, 10});
-  EXPECT_THAT(system_.Take(), IsEmpty());
 }
 
 TEST_F(GridMouseTest, AClickMovesTheCursorAndTellsWhatHasChanged) {
-  struct Case {
-    const char* what;
-    GridPoint point;
-    GridCell after;
-    std::vector<std::string> notifications;
+  const auto click = [&](GridPoint point, GridCell after) {
+    return [=, this] {
+      PutCursor({1, 1});
+      grid_.OnButtonDown(point);
+      EXPECT_EQ(slot_.Cursor(), after);
+    };
   };
-  const Case cases[] = {
-      {"row and column",
-       {125, 70},
-       {3, 2},
-       {"Notify 25 3,2", "Notify 6 3,2", "Notify 5 3,2", "Notify 7 3,2", "Notify 5 3,2"}},
-      {"row", {75, 70}, {3, 1}, {"Notify 25 3,1", "Notify 6 3,1", "Notify 5 3,1"}},
-      {"column", {125, 30}, {1, 2}, {"Notify 25 1,2", "Notify 7 1,2", "Notify 5 1,2"}},
-      {"the cursor's cell", {75, 30}, {1, 1}, {"Notify 25 1,1"}},
-      {"heading row", {75, 10}, {1, 1}, {}},
-      {"heading column", {20, 70}, {1, 1}, {}},
-      {"below the rows", {75, 290}, {1, 1}, {}},
-      {"beside the columns", {399, 30}, {1, 1}, {}},
-  };
+  const std::string focus = "TakeFocus";
   grid_.SetSize(10, 6);
-  for (const Case& each : cases) {
-    slot_.cursorRow = slot_.cursorCol = 1;
-    system_.Take();
-    grid_.OnButtonDown(each.point);
-    EXPECT_EQ(system_.calls.front(), "TakeFocus") << each.what;
-    EXPECT_EQ(slot_.Cursor(), each.after) << each.what;
-    EXPECT_THAT(TakeNotifications(), ElementsAreArray(each.notifications)) << each.what;
-  }
+  ExpectAsked(
+      {"TakeFocus", "Notify"},
+      {{"row", click({75, 70}, {3, 1}), focus + "; Notify 25 3,1; Notify 6 3,1; Notify 5 3,1"},
+       {"column", click({125, 30}, {1, 2}), focus + "; Notify 25 1,2; Notify 7 1,2; Notify 5 1,2"},
+       {"the cursor's cell", click({75, 30}, {1, 1}), focus + "; Notify 25 1,1"},
+       {"heading row", click({75, 10}, {1, 1}), focus},
+       {"heading column", click({20, 70}, {1, 1}), focus},
+       {"below the rows", click({75, 290}, {1, 1}), focus},
+       {"beside the columns", click({399, 30}, {1, 1}), focus}});
 }
 
 TEST_F(GridMouseTest, AClickCommitsWhatWasTypedIntoTheOldCell) {
@@ -177,27 +113,25 @@ TEST_F(GridMouseTest, AClickCommitsWhatWasTypedIntoTheOldCell) {
   slot_.editText = L"typed";
   grid_.OnButtonDown({125, 70});
   EXPECT_EQ(grid_.CellText({1, 1}), L"typed");
-  const std::vector<std::string> calls = Take({"TakeFocus", "Notify 10", "Notify 25"});
-  EXPECT_THAT(calls, ElementsAre("Notify 10 1,1", "Notify 25 3,2"));
+  EXPECT_EQ(Take({"TakeFocus", "Notify"}),
+            "Notify 10 1,1; Notify 25 3,2; Notify 6 3,2; Notify 5 3,2; Notify 7 3,2; Notify 5 3,2");
 }
 
 TEST_F(GridMouseTest, TheCellThatWasSeenIsClickedThoughTheFocusScrolls) {
-  slot_.cursorRow = 1;
-  slot_.homeRow = 40;
-  system_.onCall = [&](const std::string& call) {
-    if (call == "TakeFocus") Grid(slot_, system_).OnFocusGained();
-  };
+  PutHome({40, 1});
+  When("TakeFocus", [](Grid& grid) { grid.OnFocusGained(); });
   grid_.OnButtonDown({75, 30});
   EXPECT_EQ(slot_.Cursor(), (GridCell{40, 1}));
 }
 
-TEST_F(GridMouseTest, ARowThatTheParentTakesAwayMeanwhileIsNotClicked) {
-  system_.onCall = [&](const std::string& call) {
-    if (call == "TakeFocus") Grid(slot_, system_).SetSize(2, 10);
-  };
-  grid_.OnButtonDown({75, 120});
-  EXPECT_EQ(slot_.Cursor(), (GridCell{1, 1}));
-  EXPECT_THAT(TakeNotifications(), IsEmpty());
+TEST_F(GridMouseTest, ACellThatTheParentTakesAwayMeanwhileIsNotClicked) {
+  When("TakeFocus", [](Grid& grid) { grid.SetSize(2, 2); });
+  for (const GridPoint point : {GridPoint{75, 120}, {180, 30}}) {
+    grid_.SetSize(10, 10);
+    grid_.OnButtonDown(point);
+    EXPECT_EQ(slot_.Cursor(), (GridCell{1, 1}));
+  }
+  EXPECT_EQ(Take({"Notify"}), "");
 }
 
 }  // namespace

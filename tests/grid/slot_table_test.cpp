@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
+#include <tuple>
 
 namespace quillgate {
 namespace {
@@ -22,53 +22,35 @@ TEST_F(SlotTableTest, TheFreeSlotOfTheHighestNumberIsTaken) {
   EXPECT_EQ(table_->NumberOf(*table_->Take(503)), 18u);
 }
 
-TEST_F(SlotTableTest, AReleasedSlotHasTheValuesOfAnEndedControl) {
-  GridSlot* slot = table_->Take(500);
-  slot->cellFont = 3;
-  slot->defaultProtect = L'P';
-  slot->rows = slot->cols = slot->homeRow = slot->homeCol = slot->cursorRow = slot->cursorCol = 7;
-  slot->rowNumbers = slot->colLetters = slot->rowHighlight = false;
-  slot->cursorColor = slot->protectColor = slot->unprotectColor = 1;
-  std::fill(slot->colWidth.begin(), slot->colWidth.end(), 33);
-  slot->cellStore.Store({1, 1}, {});
-  table_->Release(*slot);
-
-  EXPECT_EQ(slot->cellFont, 0u);
-  EXPECT_EQ(slot->defaultProtect, L'U');
-  EXPECT_EQ(slot->rows, 100);
-  EXPECT_EQ(slot->cols, 255);
-  EXPECT_EQ(slot->homeRow, 1);
-  EXPECT_EQ(slot->homeCol, 1);
-  EXPECT_EQ(slot->Cursor(), (GridCell{1, 1}));
-  EXPECT_EQ(slot->rowHeight, 20);
-  EXPECT_EQ(slot->headerHeight, 20);
-  EXPECT_TRUE(slot->rowNumbers && slot->colLetters && slot->rowHighlight);
-  EXPECT_EQ(slot->cursorColor, 0xFFFFFFu);
-  EXPECT_EQ(slot->protectColor, 0x808080u);
-  EXPECT_EQ(slot->unprotectColor, 0xFFFFFFu);
-  EXPECT_EQ(slot->colWidth[0], 40);
-  EXPECT_EQ(slot->colWidth[1], 50);
-  EXPECT_EQ(slot->colWidth[255], 50);
-  EXPECT_EQ(slot->colWidth[256], 33);
-  EXPECT_EQ(slot->cellStore.Size(), 0u);
+TEST_F(SlotTableTest, ThereIsNoSlotForATakenIdentifierNorForNoneNorForATwentyFirst) {
+  for (std::uint32_t id = 1; id <= 20; ++id) {
+    EXPECT_EQ(table_->Take(0), nullptr);
+    EXPECT_NE(table_->Take(id), nullptr) << id;
+    EXPECT_EQ(table_->Take(id), nullptr) << id;
+  }
+  EXPECT_EQ(table_->Take(21), nullptr);
 }
 
-TEST_F(SlotTableTest, AReleasedSlotKeepsWhatElseItsControlHad) {
-  GridSlot* slot = table_->Take(500);
-  slot->title = L"Hours";
-  slot->titleHeight = 24;
-  slot->editable = slot->colResize = true;
-  slot->extendLastCol = slot->autoRow = false;
-  slot->gridLineColor = 5;
-  slot->headingFont = 4;
-  table_->Release(*slot);
-
-  EXPECT_EQ(slot->title, L"Hours");
-  EXPECT_EQ(slot->titleHeight, 24);
-  EXPECT_TRUE(slot->editable && slot->colResize);
-  EXPECT_FALSE(slot->extendLastCol || slot->autoRow);
-  EXPECT_EQ(slot->gridLineColor, 5u);
-  EXPECT_EQ(slot->headingFont, 4u);
+TEST_F(SlotTableTest, AReleasedSlotHasSomeValuesOfAnEndedControlAndKeepsTheOthers) {
+  GridSlot& slot = *table_->Take(500);
+  auto forgotten = std::tie(slot.rows, slot.cols, slot.homeRow, slot.homeCol, slot.cursorRow,
+                            slot.cursorCol, slot.rowHeight, slot.headerHeight, slot.colWidth[0],
+                            slot.colWidth[1], slot.colWidth[255], slot.rowNumbers, slot.colLetters,
+                            slot.rowHighlight, slot.cursorColor, slot.protectColor,
+                            slot.unprotectColor, slot.cellFont, slot.defaultProtect);
+  auto kept =
+      std::tie(slot.title, slot.titleHeight, slot.editable, slot.autoRow, slot.colWidth[256],
+               slot.extendLastCol, slot.gridLineColor, slot.headingFont);
+  const std::tuple ownValues(std::wstring(L"Hours"), 24, true, false, 33, false, 5u, GridFont{4});
+  forgotten = std::tuple(7, 7, 7, 7, 7, 7, 7, 7, 7, 7, 7, false, false, false, 1u, 1u, 1u,
+                         GridFont{3}, L'P');
+  kept = ownValues;
+  slot.cellStore.Store({1, 1}, {});
+  table_->Release(slot);
+  EXPECT_EQ(forgotten, std::tuple(100, 255, 1, 1, 1, 1, 20, 20, 40, 50, 50, true, true, true,
+                                  0xFFFFFFu, 0x808080u, 0xFFFFFFu, GridFont{0}, L'U'));
+  EXPECT_EQ(kept, ownValues);
+  EXPECT_EQ(slot.cellStore.Size(), 0u);
 }
 
 }  // namespace

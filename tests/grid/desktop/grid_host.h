@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QTest>
 #include <QWidget>
 #include <functional>
@@ -25,29 +26,38 @@ namespace quillgate {
 
 inline constexpr int kGridId = 500;
 
-struct Told {
-  int id = 0;
-  int code = 0;
-  LPARAM value = 0;
-
-  bool operator==(const Told&) const = default;
-};
-
-// The value of a notification that tells where the cursor is.
-constexpr LPARAM At(std::int32_t row, std::int32_t col) {
-  return static_cast<LPARAM>(row) | static_cast<LPARAM>(col) << 16;
-}
-
 class GridHostTest : public testing::Test {
  protected:
-  GridHostTest();
-  ~GridHostTest() override;
+  GridHostTest() {
+    current_ = this;
+    machine_.UseDesktop();
+    RegisterGridClass(::GetModuleHandleW(nullptr));
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = HostProcedure;
+    windowClass.lpszClassName = L"GridHost";
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(UINT_PTR{COLOR_BTNFACE + 1});
+    ::RegisterClassW(&windowClass);
+    host_ = ::CreateWindowExW(0, windowClass.lpszClassName, L"Host", WS_VISIBLE, 0, 0, 600, 500,
+                              nullptr, nullptr, nullptr, nullptr);
+    EXPECT_NE(host_, nullptr);
+    Flow();
+  }
+  ~GridHostTest() override {
+    onTold = nullptr;
+    ::DestroyWindow(host_);
+    Flow();
+    current_ = nullptr;
+  }
 
-  // --- windows ---
-  HWND Host() const { return host_; }
   // At the host's upper left corner, 320 x 200, shown; null when it refuses to live. The class is
   // registered once, when the test begins.
-  HWND MakeGrid(int id = kGridId, const wchar_t* title = L"");
+  HWND MakeGrid(int id = kGridId, const wchar_t* title = L"") {
+    const HWND grid = ::CreateWindowExW(0, kGridClassName, title, WS_CHILD | WS_VISIBLE, 0, 0, 320,
+                                        200, host_, reinterpret_cast<HMENU>(UINT_PTR(id)),
+                                        ::GetModuleHandleW(nullptr), nullptr);
+    Flow();
+    return grid;
+  }
 
   // --- messages ---
   static LRESULT Send(HWND grid, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -59,43 +69,86 @@ class GridHostTest : public testing::Test {
   static LRESULT Store(HWND grid, GridCell cell, const wchar_t* text) {
     return SendCell(grid, GCM_SETCELL, cell, reinterpret_cast<LPARAM>(text));
   }
-  static std::wstring TextOf(HWND grid, GridCell cell);
-  static GridCell CursorOf(HWND grid);
+  static std::wstring TextOf(HWND grid, GridCell cell) {
+    wchar_t text[400] = L"?";
+    SendCell(grid, GCM_GETCELL, cell, reinterpret_cast<LPARAM>(text));
+    return text;
+  }
+  static GridCell CursorOf(HWND grid) {
+    return {static_cast<std::int32_t>(Send(grid, GCM_GETCURSORROW)),
+            static_cast<std::int32_t>(Send(grid, GCM_GETCURSORCOL))};
+  }
 
-  // --- what the parent has been told, mouse moves excepted ---
-  std::vector<Told> TakeTold() { return std::exchange(told_, {}); }
-  std::vector<int> TakeCodes();
-  // Of mouse moves: the identifiers, and the cells.
-  std::vector<std::pair<int, GridCell>> TakeMoves() { return std::exchange(moves_, {}); }
+  // What the parent has been told, as "identifier code row,column; "; mouse moves are apart.
+  std::string TakeTold() { return std::exchange(told_, {}); }
+  std::string TakeMoves() { return std::exchange(moves_, {}); }
   // Called with each notification as well.
   std::function<void(HWND grid, int code, LPARAM value)> onTold;
 
   // --- the user ---
-  static void Press(HWND grid, QPoint place);
-  static void Release(HWND grid, QPoint place);
-  static void MoveTo(HWND grid, QPoint place);
-  static void Click(HWND grid, QPoint place);
-  static void Type(HWND grid, Qt::Key key);
-  static void Type(HWND grid, const QString& text);
+  static void Press(HWND grid, QPoint place) { Act(QTest::MousePress, grid, place); }
+  static void Release(HWND grid, QPoint place) { Act(QTest::MouseRelease, grid, place); }
+  static void MoveTo(HWND grid, QPoint place) { Act(QTest::MouseMove, grid, place); }
+  static void Click(HWND grid, QPoint place) {
+    Press(grid, place);
+    // The grid may be gone by then.
+    if (::IsWindow(grid)) Release(grid, place);
+  }
+  static void Type(HWND grid, Qt::Key key) {
+    QTest::keyClick(WidgetOf(grid), key);
+    Flow();
+  }
+  static void Type(HWND grid, const char* text) {
+    QTest::keyClicks(WidgetOf(grid), text);
+    Flow();
+  }
   // Lets flow what is on its way, and paints.
-  static void Flow();
-  static QWidget* WidgetOf(HWND window);
-
-  // --- what the grid shows ---
-  static std::vector<COLORREF> Pixels(HWND grid, const RECT& area);
-  static COLORREF PixelAt(HWND grid, int x, int y) {
-    return Pixels(grid, {x, y, x + 1, y + 1}).front();
+  static void Flow() {
+    for (int turn = 0; turn < 20; ++turn) {
+      MSG message;
+      while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+      }
+    }
+  }
+  static QWidget* WidgetOf(HWND window) {
+    for (QWidget* each : QApplication::allWidgets()) {
+      const auto handle = each->property("windowHandle").toULongLong();
+      if (handle == reinterpret_cast<UINT_PTR>(window)) return each;
+    }
+    return nullptr;
   }
 
+  HWND host_ = nullptr;
+
  private:
+  static void Act(QTest::MouseAction action, HWND grid, QPoint place) {
+    const auto button = action == QTest::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QTest::mouseEvent(action, WidgetOf(grid), button, Qt::NoModifier, place);
+    Flow();
+  }
   static LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM wParam,
-                                        LPARAM lParam) noexcept;
-  void Note(WPARAM wParam, LPARAM lParam);
+                                        LPARAM lParam) noexcept {
+    if (message != WM_COMMAND || current_ == nullptr)
+      return ::DefWindowProcW(window, message, wParam, lParam);
+    current_->Note(LOWORD(wParam), HIWORD(wParam), lParam);
+    return 0;
+  }
+  void Note(int id, int code, LPARAM value) {
+    const bool isMove = code == GCN_MOUSEMOVE;
+    const GridCell cell =
+        isMove ? *reinterpret_cast<const GridCell*>(value) : GridCell{LOWORD(value), HIWORD(value)};
+    const QString note = QString("%1 %2 %3,%4; ").arg(id).arg(code).arg(cell.row).arg(cell.col);
+    (isMove ? moves_ : told_) += note.toStdString();
+    if (onTold) onTold(::GetDlgItem(host_, id), code, value);
+  }
+
+  static inline GridHostTest* current_ = nullptr;
 
   platform::SimulatedMachine machine_;
-  HWND host_ = nullptr;
-  std::vector<Told> told_;
-  std::vector<std::pair<int, GridCell>> moves_;
+  std::string told_;
+  std::string moves_;
 };
 
 }  // namespace quillgate

@@ -1,10 +1,10 @@
 // What is to be seen of a grid. Cells are 50 wide and 21 high, as are the headings.
+#include <algorithm>
+
 #include "grid_host.h"
 
 namespace quillgate {
 namespace {
-
-using testing::ElementsAre;
 
 constexpr COLORREF kWhite = 0xFFFFFF;
 constexpr COLORREF kGrey = 0x808080;
@@ -12,83 +12,93 @@ constexpr COLORREF kPink = 0xC080FF;
 
 class GridPictureTest : public GridHostTest {
  protected:
-  GridPictureTest() : grid_(MakeGrid()) {
-    Send(grid_, GCM_SETROWHIGHLIGHT, 0);
+  GridPictureTest() : grid_(MakeGrid()) { Show(GCM_SETROWHIGHLIGHT, 0); }
+
+  // Sends the message, and paints.
+  void Show(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    Send(grid_, message, wParam, lParam);
     Flow();
   }
-
+  std::vector<COLORREF> Pixels(const RECT& area) const {
+    std::vector<COLORREF> pixels;
+    const HDC context = ::GetDC(grid_);
+    for (int y = area.top; y < area.bottom; ++y) {
+      for (int x = area.left; x < area.right; ++x)
+        pixels.push_back(::GetPixel(context, x, y));
+    }
+    ::ReleaseDC(grid_, context);
+    return pixels;
+  }
+  COLORREF PixelAt(int x, int y) const { return Pixels({x, y, x + 1, y + 1}).front(); }
   // All that the grid shows.
   std::vector<COLORREF> Picture() const {
     RECT area{};
     ::GetClientRect(grid_, &area);
-    return Pixels(grid_, area);
+    return Pixels(area);
   }
   // What stands within a cell's lines.
-  static RECT CellArea(std::int32_t row, std::int32_t col) {
+  static RECT CellArea(int row, int col) {
     return {50 * col + 3, 21 * row + 3, 50 * col + 47, 21 * row + 18};
   }
   bool HasInk(const RECT& area, COLORREF background = kWhite) const {
-    const auto pixels = Pixels(grid_, area);
-    return std::any_of(pixels.begin(), pixels.end(),
-                       [=](COLORREF each) { return each != background; });
+    const auto pixels = Pixels(area);
+    return std::ranges::any_of(pixels, [=](COLORREF each) { return each != background; });
   }
 
   HWND grid_;
 };
 
-TEST_F(GridPictureTest, CellsHaveTheColourOfTheirProtectionAndTheRestIsGrey) {
+TEST_F(GridPictureTest, EachLookIsSeen) {
   SendCell(grid_, GCM_SETPROTECT, {2, 2}, 1);
-  Send(grid_, GCM_SETPROTECTCOLOR, kGrey);
-  Send(grid_, GCM_SETUNPROTECTCOLOR, kPink);
-  Send(grid_, GCM_SETGRIDLINECOLOR, 0x0000FF);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 125, 52), kGrey);
-  EXPECT_EQ(PixelAt(grid_, 175, 52), kPink);
-  EXPECT_EQ(PixelAt(grid_, 150, 52), 0x0000FFu);
-  EXPECT_EQ(PixelAt(grid_, 125, 63), 0x0000FFu);
-  Send(grid_, GCM_SETSIZE, 2, 2);
-  for (const bool extends : {false, true}) {
-    Send(grid_, GCM_SETEXTENDLASTCOL, extends);
+  ::SetFocus(host_);
+  const auto focus = [&] { ::SetFocus(grid_); };
+  const auto set = [&](UINT message, WPARAM value) {
+    return [=, this] { Send(grid_, message, value); };
+  };
+  const struct {
+    const char* what;
+    std::function<void()> act;
+    QPoint place;
+    COLORREF colour;
+  } cases[] = {
+      {"protected", set(GCM_SETPROTECTCOLOR, kGrey), {125, 52}, kGrey},
+      {"unprotected", set(GCM_SETUNPROTECTCOLOR, kPink), {175, 52}, kPink},
+      {"line", set(GCM_SETGRIDLINECOLOR, 0x0000FF), {150, 52}, 0x0000FF},
+      {"cursor", set(GCM_SETCURSORCOLOR, 0x00FF00), {51, 31}, kPink ^ 0x00FF00},
+      {"cursor's row", set(GCM_SETROWHIGHLIGHT, 1), {175, 31}, 0xC8C8C8},
+      {"other row", set(GCM_SETROWHIGHLIGHT, 1), {175, 52}, kPink},
+      {"cursor's row with the focus", focus, {175, 31}, 0x800000},
+      {"highlight", set(GCM_SETHIGHLIGHTCOLOR, 0x008000), {175, 31}, 0x008000},
+      {"row that is left", [&] { Type(grid_, Qt::Key_Down); }, {175, 31}, kPink},
+      {"last column", set(GCM_SETSIZE, 2), {300, 31}, kPink},
+      {"not to the edge", set(GCM_SETEXTENDLASTCOL, 0), {300, 31}, kGrey},
+      {"below the rows", set(GCM_REFRESH, 0), {25, 150}, kGrey},
+      {"title", set(GCM_SETTITLEHEIGHT, 30), {95, 45}, ::GetSysColor(COLOR_BTNFACE)},
+  };
+  for (const auto& each : cases) {
+    each.act();
     Flow();
-    EXPECT_EQ(PixelAt(grid_, 300, 31), extends ? kPink : kGrey);
-    EXPECT_EQ(PixelAt(grid_, 75, 150), kGrey);
+    EXPECT_EQ(PixelAt(each.place.x(), each.place.y()), each.colour) << each.what;
   }
-}
-
-TEST_F(GridPictureTest, TheCursorsRowStandsOutByTheFocus) {
-  Send(grid_, GCM_SETROWHIGHLIGHT, 1);
-  ::SetFocus(Host());
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 175, 31), 0xC8C8C8u);
-  EXPECT_EQ(PixelAt(grid_, 175, 52), kWhite);
-  ::SetFocus(grid_);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 175, 31), 0x800000u);
-  Type(grid_, Qt::Key_Down);
-  EXPECT_EQ(PixelAt(grid_, 175, 31), kWhite);
-  EXPECT_EQ(PixelAt(grid_, 175, 52), 0x800000u);
 }
 
 TEST_F(GridPictureTest, TextsNumbersCheckBoxesAndHeadingsLeaveInk) {
   const wchar_t* const texts[] = {L"i", L"1", L"TRUE", L"FALSE"};
-  for (std::int32_t row = 1; row <= 4; ++row)
+  for (int row = 1; row <= 4; ++row)
     Store(grid_, {row, 2}, texts[row - 1]);
-  Flow();
-  for (std::int32_t row = 1; row <= 5; ++row)
-    EXPECT_EQ(HasInk(CellArea(row, 2)), row <= 4) << row;
-  EXPECT_NE(Pixels(grid_, CellArea(3, 2)), Pixels(grid_, CellArea(4, 2)));
-  // Texts stand at the left and numbers at the right.
-  EXPECT_FALSE(HasInk({115, 23, 149, 40}));
-  EXPECT_FALSE(HasInk({102, 44, 135, 61}));
   const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
   for (const bool shown : {true, false}) {
     Send(grid_, GCM_SETROWNUMBERS, shown);
-    Send(grid_, GCM_SETCOLLETTERS, shown);
-    Flow();
+    Show(GCM_SETCOLLETTERS, shown);
     EXPECT_EQ(HasInk(CellArea(0, 2), face), shown);
     EXPECT_EQ(HasInk(CellArea(2, 0), face), shown);
     EXPECT_FALSE(HasInk(CellArea(0, 0), face));
   }
+  for (int row = 1; row <= 5; ++row)
+    EXPECT_EQ(HasInk(CellArea(row, 2)), row <= 4) << row;
+  EXPECT_NE(Pixels(CellArea(3, 2)), Pixels(CellArea(4, 2)));
+  EXPECT_FALSE(HasInk({115, 23, 149, 40})) << "a text stands at the left";
+  EXPECT_FALSE(HasInk({102, 44, 135, 61})) << "a number stands at the right";
 }
 
 TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
@@ -104,69 +114,60 @@ TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
   };
   Store(grid_, {2, 2}, L"~17");
   Flow();
-  EXPECT_THAT(indexes, ElementsAre(17));
-  EXPECT_EQ(PixelAt(grid_, 102, 44), kPink);
-  EXPECT_EQ(PixelAt(grid_, 101, 44), kWhite);
-  EXPECT_EQ(PixelAt(grid_, 147, 60), kPink);
-  EXPECT_EQ(PixelAt(grid_, 148, 60), kWhite);
-  onTold = nullptr;
+  EXPECT_EQ(indexes, std::vector<LRESULT>{17});
+  EXPECT_EQ(PixelAt(102, 44), kPink);
+  EXPECT_EQ(PixelAt(101, 44), kWhite);
+  EXPECT_EQ(PixelAt(147, 60), kPink);
+  EXPECT_EQ(PixelAt(148, 60), kWhite);
 }
 
 TEST_F(GridPictureTest, TheCursorsFrameInvertsTheCellAndLeavesNothingBehind) {
   Store(grid_, {1, 1}, L"one");
-  Store(grid_, {2, 2}, L"two");
   ::SetFocus(grid_);
   Flow();
   const auto before = Picture();
-  EXPECT_EQ(PixelAt(grid_, 50, 31), 0xFFFFFFu ^ 0xDCDCDCu);
-  EXPECT_EQ(PixelAt(grid_, 51, 31), 0x000000u);
-  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up, Qt::Key_PageDown,
-                            Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_PageUp})
-    Type(grid_, key);
-  EXPECT_EQ(Picture(), before);
-  Send(grid_, WM_VSCROLL, SB_LINEDOWN);
-  Flow();
-  Send(grid_, WM_VSCROLL, SB_LINEUP);
-  EXPECT_NE(Picture(), before);
-  Flow();
-  EXPECT_EQ(Picture(), before);
-  // Parts that are painted anew leave it whole.
+  EXPECT_EQ(PixelAt(50, 31), 0xFFFFFFu ^ 0xDCDCDCu);
+  EXPECT_EQ(PixelAt(51, 31), 0x000000u);
   const RECT half{60, 25, 80, 200};
-  ::InvalidateRect(grid_, &half, FALSE);
-  Flow();
-  EXPECT_EQ(Picture(), before);
-  Send(grid_, GCM_REFRESH);
-  Flow();
-  EXPECT_EQ(Picture(), before);
-  Send(grid_, GCM_SETCURSORCOLOR, 0x00FF00);
-  Flow();
-  EXPECT_EQ(PixelAt(grid_, 51, 31), 0xFF00FFu);
+  const auto type = [&](Qt::Key key) { return [=, this] { Type(grid_, key); }; };
+  const std::function<void()> returning[][2] = {
+      {type(Qt::Key_Down), type(Qt::Key_Up)},
+      {type(Qt::Key_Right), type(Qt::Key_Left)},
+      {type(Qt::Key_PageDown), type(Qt::Key_PageUp)},
+      {[&] { Show(WM_VSCROLL, SB_LINEDOWN); }, [&] { Show(WM_VSCROLL, SB_LINEUP); }},
+      {[&] { Show(GCM_SETCURSORCOLOR, 0); }, [&] { Show(GCM_SETCURSORCOLOR, kWhite); }},
+  };
+  for (const auto& [away, back] : returning) {
+    away();
+    EXPECT_NE(Picture(), before);
+    back();
+    ::InvalidateRect(grid_, &half, FALSE);
+    Flow();
+    EXPECT_EQ(Picture(), before);
+  }
 }
 
 TEST_F(GridPictureTest, WhatIsTypedIsSeenInABoxUntilItIsGivenUp) {
   ::SetFocus(grid_);
-  Send(grid_, GCM_SETEDITABLE, 1);
-  Flow();
+  Show(GCM_SETEDITABLE, 1);
   const auto before = Picture();
-  Type(grid_, QString("88"));
-  EXPECT_EQ(PixelAt(grid_, 52, 31), 0x000000u);
+  Type(grid_, "88");
+  EXPECT_EQ(PixelAt(52, 31), 0x000000u);
   EXPECT_TRUE(HasInk(CellArea(1, 1)));
   const auto typed = Picture();
-  Send(grid_, GCM_REFRESH);
-  Flow();
+  Show(GCM_REFRESH);
   EXPECT_EQ(Picture(), typed);
   Type(grid_, Qt::Key_Escape);
   EXPECT_EQ(Picture(), before);
 }
 
 TEST_F(GridPictureTest, ADisabledGridsHeadingsAreGrey) {
-  const auto before = Pixels(grid_, CellArea(0, 2));
-  ::EnableWindow(grid_, FALSE);
-  Flow();
-  EXPECT_NE(Pixels(grid_, CellArea(0, 2)), before);
-  ::EnableWindow(grid_, TRUE);
-  Flow();
-  EXPECT_EQ(Pixels(grid_, CellArea(0, 2)), before);
+  const auto before = Pixels(CellArea(0, 2));
+  for (const bool enabled : {false, true}) {
+    ::EnableWindow(grid_, enabled);
+    Flow();
+    EXPECT_EQ(Pixels(CellArea(0, 2)) == before, enabled);
+  }
 }
 
 }  // namespace
