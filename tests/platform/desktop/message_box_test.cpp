@@ -17,8 +17,6 @@
 
 namespace {
 
-using ::testing::ElementsAre;
-
 using Use = std::function<void(QMessageBox&)>;
 
 QMessageBox* AwaitBox(DesktopScript& script, const QString& title) {
@@ -157,26 +155,6 @@ TEST_F(MessageBoxOnDesktop, QuittingClosesItAndIsPassedOn) {
     EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
     EXPECT_EQ(message.wParam, 6u);
   });
-}
-
-TEST_F(MessageBoxOnDesktop, ABoxMayOpenInAMessageThatAnotherBoxServes) {
-  const DesktopScript user([](DesktopScript& script) {
-    QMessageBox* outer = AwaitBox(script, "outer");
-    QMessageBox* inner = AwaitBox(script, "inner");
-    script.Do([&] { Click(0)(*inner); });
-    script.AwaitNoWindow("inner");
-    script.Do([&] { Click(0)(*outer); });
-  });
-  std::vector<int> answers;
-  OnWindowThread([&] {
-    On(WM_APP, [&](HWND, WPARAM, LPARAM) -> LRESULT {
-      answers.push_back(::MessageBoxW(nullptr, L"text", L"inner", MB_YESNO));
-      return 0;
-    });
-    ::PostMessageW(Create(0), WM_APP, 0, 0);
-    answers.push_back(::MessageBoxW(nullptr, L"text", L"outer", MB_OK));
-  });
-  EXPECT_THAT(answers, ElementsAre(IDYES, IDOK));
 }
 
 TEST_F(MessageBoxOnDesktop, TwoThreadsMayAskAtOnce) {

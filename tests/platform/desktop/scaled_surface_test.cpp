@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "platform/desktop/window_fixture.h"
+#include "platform/kit/exit_with_result.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ class ScaledSurface : public WindowOnDesktop {
     ::setenv("QT_SCALE_FACTOR", factor, 1);
     WithWindow([this] { DrawLine(); },
                {.brush = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH))});
-    std::exit(HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
+    ExitWithResult();
   }
 
   void DrawLine() const {

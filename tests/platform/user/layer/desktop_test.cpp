@@ -8,7 +8,6 @@
 
 #include <chrono>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <future>
@@ -16,6 +15,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/kit/exit_with_result.h"
 #include "platform/kit/recording_window.h"
 #include "platform/kit/window_thread.h"
 #include "platform/testing/simulated_machine.h"
@@ -44,18 +44,11 @@ std::chrono::milliseconds ThreadTime() {
   return std::chrono::milliseconds(time.tv_sec * 1'000 + time.tv_nsec / 1'000'000);
 }
 
-// Ends the process with an error as soon as something is not as it should be.
-void Require(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "not so: %s\n", what);
-  ::_exit(EXIT_FAILURE);
-}
-
 [[noreturn]] void Run(const char* desktop, void (*body)()) {
   ::alarm(60);
   if (desktop != nullptr) ::setenv("QT_QPA_PLATFORM", desktop, 1);
   body();
-  std::exit(EXIT_SUCCESS);
+  ExitWithResult();
 }
 
 // Runs the body in a process of its own on that desktop (null: none), which must end well and have
@@ -71,7 +64,7 @@ TEST(Desktop, TheToolkitIsNeverMappedWithoutADesktopThatCanBeReached) {
     const WindowThread owner;
     ::SendMessageW(owner.Window(), WM_APP, 0, 0);
     ::MessageBoxW(owner.Window(), L"Text", L"Caption", MB_OK);
-    Require(!IsToolkitMapped(), "no toolkit");
+    EXPECT_FALSE(IsToolkitMapped());
   };
   ExpectCleanExit(nullptr, useWindows, "Caption: Text");
   ExpectCleanExit("nothing-of-that-name", useWindows, "going on without one");
@@ -81,7 +74,7 @@ TEST(Desktop, MessagesOfOtherThreadsArriveWhileItsLoopWaits) {
   ExpectCleanExit("offscreen", [] {
     Recording recording;
     const WindowThread owner;
-    Require(IsToolkitMapped(), "the toolkit");
+    EXPECT_TRUE(IsToolkitMapped());
     const HWND mine = Recording::Create();
     recording.On(WM_APP, [&](HWND, UINT, WPARAM wParam, LPARAM) -> LRESULT {
       return ::PostMessageW(mine, WM_APP + 1, wParam, 0);
@@ -90,8 +83,8 @@ TEST(Desktop, MessagesOfOtherThreadsArriveWhileItsLoopWaits) {
       ::PostMessageW(owner.Window(), WM_APP, turn, 0);
       MSG message{};
       ::GetMessageW(&message, nullptr, 0, 0);
-      Require(message.wParam == turn, "the answer to this turn");
-      Require(::SendMessageW(owner.Window(), WM_POWERBROADCAST, 0, 0) == TRUE, "an answer");
+      ASSERT_EQ(message.wParam, turn);
+      ASSERT_EQ(::SendMessageW(owner.Window(), WM_POWERBROADCAST, 0, 0), TRUE);
     }
   });
 }
@@ -111,7 +104,7 @@ TEST(Desktop, TimersFollowTheLayersClock) {
       return 0;
     });
     const WindowThread owner;
-    Require(IsToolkitMapped(), "the toolkit");
+    EXPECT_TRUE(IsToolkitMapped());
     ::SendMessageW(owner.Window(), WM_APP, 0, 0);
     machine.Time().Advance(std::chrono::hours(1));
     came.get_future().wait();
@@ -126,11 +119,12 @@ TEST(Desktop, AnIdleLoopTakesNoProcessorTimeAndNoTimerComesEarly) {
     const auto before = ThreadTime();
     MSG message{};
     ::GetMessageW(&message, nullptr, WM_TIMER, WM_TIMER);
-    Require(ThreadTime() - before < std::chrono::milliseconds(50), "an idle thread");
+    EXPECT_LT((ThreadTime() - before).count(), 50);
     // In ticks, which timers are counted in.
-    Require(::GetTickCount() - start >= 1'000, "its time");
+    EXPECT_GE(::GetTickCount() - start, 1'000u);
     ::PostQuitMessage(8);
-    Require(!::GetMessageW(&message, nullptr, 0, 0) && message.wParam == 8, "the exit code");
+    EXPECT_EQ(::GetMessageW(&message, nullptr, 0, 0), 0);
+    EXPECT_EQ(message.wParam, 8u);
   });
 }
 
@@ -140,8 +134,8 @@ TEST(Desktop, ItLeavesTheProgramsLocaleAlone) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     Recording recording;
     Recording::Create();
-    Require(IsToolkitMapped(), "the toolkit");
-    Require(std::setlocale(LC_ALL, nullptr) == before, "the locale");
+    EXPECT_TRUE(IsToolkitMapped());
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
   });
 }
 
