@@ -53,8 +53,7 @@ class ScrollBarOnDesktop : public WindowOnDesktop {
   void WithBars(DWORD style, const std::function<void()>& body) {
     const auto start = [&] {
       ::MoveWindow(window_, 60, 70, 200, 200, TRUE);
-      for (const auto& [bar, shows] : {std::pair(SB_HORZ, WS_HSCROLL), {SB_VERT, WS_VSCROLL}}) {
-        if ((style & shows) == 0) continue;
+      for (const int bar : {SB_HORZ, SB_VERT}) {
         ::SetScrollRange(window_, bar, 1, 10, TRUE);
         ::SetScrollPos(window_, bar, 4, TRUE);
       }

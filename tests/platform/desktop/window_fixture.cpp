@@ -70,16 +70,12 @@ HWND WindowOnDesktop::CreateButton(HWND parent, RECT place) {
                            nullptr, nullptr);
 }
 
-bool WindowOnDesktop::Pump(const std::function<bool()>& condition) {
+void WindowOnDesktop::Pump(const std::function<bool()>& condition) {
   const auto limit = std::chrono::steady_clock::now() + kLimit;
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > limit) {
-      ADD_FAILURE() << "it does not happen";
-      return false;
-    }
+    ASSERT_LT(std::chrono::steady_clock::now(), limit) << "it does not happen";
     if (!TakeMessages()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
-  return true;
 }
 
 void WindowOnDesktop::PumpAll() {

@@ -47,8 +47,8 @@ class WindowOnDesktop : public ::testing::Test {
   }
   static HWND CreateButton(HWND parent, RECT place = {100, 20, 150, 50});
 
-  // Lets messages flow until the condition holds; false, and a failure, when it does not in time.
-  static bool Pump(const std::function<bool()>& condition);
+  // Lets messages flow until the condition holds, which must be in time.
+  static void Pump(const std::function<bool()>& condition);
   // Lets flow what is on its way.
   static void PumpAll();
   static void PumpUntilActive(HWND window);

@@ -40,13 +40,6 @@ TEST_F(DefaultProcedure, ItKeepsTheTextAndCutsItToTheRoom) {
   EXPECT_EQ(::GetWindowTextW(window_, text, 0), 0);
 }
 
-TEST_F(DefaultProcedure, AProcedureThatKeepsTheTextItselfIsAsked) {
-  recording_.On(WM_GETTEXTLENGTH, 77);
-  recording_.On(WM_SETTEXT, FALSE);
-  EXPECT_EQ(::GetWindowTextLengthW(window_), 77);
-  EXPECT_FALSE(::SetWindowTextW(window_, L"no"));
-}
-
 TEST_F(DefaultProcedure, ARequestForHelpGoesUpToTheFirstThatAnswers) {
   const HWND owned = Recording::Create(L"owned", window_);
   const HWND child = Recording::Create(L"child", owned, WS_CHILD);

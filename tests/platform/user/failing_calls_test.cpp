@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "platform/kit/failing_call.h"
 #include "platform/kit/recording_window.h"
 #include "platform/kit/window_thread.h"

@@ -21,44 +21,33 @@ Keys WithCapsLock(Keys keys) {
   return keys;
 }
 
+constexpr int kNothing = -1;
+
+int Typed(UINT virtualKey, const Keys& keys, UINT scanCode = 0) {
+  WORD character = 0;
+  const int count = ::ToAscii(virtualKey, scanCode, keys.data(), &character, 0);
+  return count == 1 ? character : kNothing;
+}
+
 TEST(Keyboard, KeysTypeWhatAUsKeyboardTypes) {
-  const struct {
-    UINT virtualKey;
-    Keys keys;
-    int typed;          // -1: nothing
-    UINT scanCode = 0;  // with 0x8000 when the key goes up
-  } cases[] = {{'A', {}, 'a', 0x1E},
-               {'A', {}, -1, 0x801E},
-               {'A', Down({VK_SHIFT}), 'A'},
-               {'Z', WithCapsLock({}), 'Z'},
-               {'Z', WithCapsLock(Down({VK_SHIFT})), 'z'},
-               {'5', {}, '5'},
-               {'5', Down({VK_SHIFT}), '%'},
-               {'5', WithCapsLock({}), '5'},
-               {VK_NUMPAD7, {}, '7'},
-               {VK_DECIMAL, {}, '.'},
-               {VK_DIVIDE, Down({VK_SHIFT}), '/'},
-               {VK_OEM_3, Down({VK_SHIFT}), '~'},
-               {VK_OEM_MINUS, {}, '-'},
-               {VK_SPACE, {}, ' '},
-               {VK_RETURN, {}, 13},
-               {VK_RETURN, Down({VK_SHIFT}), 13},
-               {VK_BACK, {}, 8},
-               {VK_TAB, {}, 9},
-               {VK_ESCAPE, {}, 27},
-               {'A', Down({VK_CONTROL}), 1},
-               {'Z', Down({VK_CONTROL, VK_SHIFT}), 26},
-               {'5', Down({VK_CONTROL}), -1},
-               {'A', Down({VK_CONTROL, VK_MENU}), -1},
-               {VK_SHIFT, Down({VK_SHIFT}), -1},
-               {VK_DELETE, {}, -1},
-               {VK_LEFT, {}, -1},
-               {VK_F5, {}, -1}};
-  for (const auto& each : cases) {
-    WORD character = 0;
-    const int count = ::ToAscii(each.virtualKey, each.scanCode, each.keys.data(), &character, 0);
-    EXPECT_EQ(count == 1 ? character : -1, each.typed) << "key " << each.virtualKey;
+  const std::pair<Keys, std::vector<std::pair<UINT, int>>> cases[] = {
+      {{}, {{'A', 'a'}, {'5', '5'}, {VK_NUMPAD7, '7'}, {VK_DECIMAL, '.'}, {VK_OEM_MINUS, '-'}}},
+      {{}, {{VK_SPACE, ' '}, {VK_RETURN, 13}, {VK_BACK, 8}, {VK_TAB, 9}, {VK_ESCAPE, 27}}},
+      {{}, {{VK_DELETE, kNothing}, {VK_LEFT, kNothing}, {VK_F5, kNothing}}},
+      {Down({VK_SHIFT}), {{'A', 'A'}, {'5', '%'}, {VK_DIVIDE, '/'}, {VK_OEM_3, '~'}}},
+      {Down({VK_SHIFT}), {{VK_RETURN, 13}, {VK_SHIFT, kNothing}}},
+      {WithCapsLock({}), {{'Z', 'Z'}, {'5', '5'}}},
+      {WithCapsLock(Down({VK_SHIFT})), {{'Z', 'z'}}},
+      {Down({VK_CONTROL}), {{'A', 1}, {'5', kNothing}}},
+      {Down({VK_CONTROL, VK_SHIFT}), {{'Z', 26}}},
+      {Down({VK_CONTROL, VK_MENU}), {{'A', kNothing}}},
+  };
+  for (const auto& [keys, typed] : cases) {
+    for (const auto& [key, character] : typed)
+      EXPECT_EQ(Typed(key, keys), character) << "key " << key;
   }
+  EXPECT_EQ(Typed('A', {}, 0x1E), 'a');
+  EXPECT_EQ(Typed('A', {}, 0x801E), kNothing) << "it goes up";
 }
 
 TEST(Keyboard, TranslationPostsACharacterForKeysThatGoDownAndTypeOne) {

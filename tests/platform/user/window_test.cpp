@@ -45,15 +45,16 @@ LRESULT EndWindow(HWND window, UINT, WPARAM, LPARAM) {
 }
 
 TEST(WindowCreation, AWindowThatIsRefusedOrEndedMeanwhileIsNotReturned) {
+  const Recording::Answer refuse = [](HWND, UINT message, WPARAM, LPARAM) -> LRESULT {
+    return message == WM_CREATE ? -1 : FALSE;
+  };
   const struct {
     UINT message;
     Recording::Answer answer;
     std::vector<std::string> told;
   } cases[] = {
-      {WM_NCCREATE, [](auto...) { return LRESULT{FALSE}; }, {"NCCREATE", "NCDESTROY"}},
-      {WM_CREATE,
-       [](auto...) { return LRESULT{-1}; },
-       {"NCCREATE", "CREATE", "DESTROY", "NCDESTROY"}},
+      {WM_NCCREATE, refuse, {"NCCREATE", "NCDESTROY"}},
+      {WM_CREATE, refuse, {"NCCREATE", "CREATE", "DESTROY", "NCDESTROY"}},
       {WM_CREATE, EndWindow, {"NCCREATE", "CREATE", "DESTROY", "NCDESTROY"}},
       {WM_SHOWWINDOW, EndWindow, {"NCCREATE", "CREATE", "SHOWWINDOW 1", "DESTROY", "NCDESTROY"}},
   };
