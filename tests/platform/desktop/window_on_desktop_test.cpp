@@ -89,18 +89,6 @@ TEST_F(WindowOnDesktop, WhatTheUserDoesArrivesWhateverMessageIsWaitedFor) {
   });
 }
 
-TEST_F(WindowOnDesktop, AHiddenWindowInFrontGivesWayToTheOneTheUserIsIn) {
-  WithWindow([this] {
-    const HWND hidden = Create(0);
-    const HWND child = CreateChild(window_);
-    EXPECT_TRUE(::SetForegroundWindow(hidden));
-    EXPECT_EQ(::GetActiveWindow(), hidden);
-    WidgetOf(child)->setFocus();
-    Pump([&] { return ::GetFocus() == child; });
-    EXPECT_EQ(::GetActiveWindow(), window_);
-  });
-}
-
 TEST_F(WindowOnDesktop, TheKeyboardIsWhereTheUserAndTheProgramPutIt) {
   WithWindow([this] {
     const HWND first = CreateChild(window_);
@@ -118,6 +106,13 @@ TEST_F(WindowOnDesktop, TheKeyboardIsWhereTheUserAndTheProgramPutIt) {
     WidgetOf(second)->setFocus();
     Pump([&] { return ::GetFocus() == second; });
     EXPECT_THAT(lost, ElementsAre(std::pair(first, second)));
+    // A hidden window in front gives way to the one that the user is in.
+    const HWND hidden = Create(0);
+    EXPECT_TRUE(::SetForegroundWindow(hidden));
+    EXPECT_EQ(::GetActiveWindow(), hidden);
+    WidgetOf(first)->setFocus();
+    Pump([&] { return ::GetFocus() == first; });
+    EXPECT_EQ(::GetActiveWindow(), window_);
   });
 }
 
