@@ -99,7 +99,7 @@ TEST_F(DisplayInformation, NoAccountsAndAnIndexPastTheEndSucceedWithNothing) {
   EXPECT_THAT(batch.names, IsEmpty());
 }
 
-TEST_F(DisplayInformation, WhatCannotBeAnsweredIsRefused) {
+TEST_F(DisplayInformation, OtherLevelsOtherServersAndUnreadableAccountsFail) {
   MakeAccounts(2);
   EXPECT_EQ(Query(0, 100, MAX_PREFERRED_LENGTH, 2).status, ERROR_INVALID_LEVEL);
   EXPECT_EQ(Query(0, 100, MAX_PREFERRED_LENGTH, 1, L"\\\\other").status, ERROR_BAD_NETPATH);

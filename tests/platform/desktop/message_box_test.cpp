@@ -1,245 +1,188 @@
-// Message boxes answered with real clicks and keys, on Qt's offscreen platform unless
-// QT_QPA_PLATFORM names another.
+// Message boxes answered with real clicks and keys.
 #include <windows.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QMessageBox>
 #include <QTest>
+#include <algorithm>
 #include <atomic>
-#include <functional>
-#include <future>
-#include <map>
 #include <thread>
-#include <vector>
 
-#include "platform/kit/hidden_window.h"
+#include "desktop/dialog_driver.h"
+#include "platform/desktop/window_fixture.h"
 #include "platform/kernel/locale_source.h"
 
 namespace {
 
-class Offscreen : public ::testing::Environment {
- public:
-  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 0); }
-};
-[[maybe_unused]] const auto* const offscreen = ::testing::AddGlobalTestEnvironment(new Offscreen);
+using Use = std::function<void(QMessageBox&)>;
 
-constexpr UINT kInterval = 10;  // milliseconds
-constexpr int kMostTries = 1'000;
-
-// What to do with the box as soon as it is there; run by a timer that is set before it opens.
-using Driver = std::function<void(QMessageBox&)>;
-Driver driver;
-int tries = 0;
-
-QMessageBox* OpenBox() {
-  for (QWidget* each : QApplication::topLevelWidgets()) {
-    auto* box = qobject_cast<QMessageBox*>(each);
-    if (box != nullptr && box->isVisible()) return box;
-  }
-  return nullptr;
+QMessageBox* AwaitBox(DesktopScript& script, const QString& title) {
+  return qobject_cast<QMessageBox*>(script.AwaitWindow(title));
 }
 
-void CALLBACK Drive(HWND window, UINT, UINT_PTR id, DWORD) {
-  QMessageBox* box = OpenBox();
-  if (box == nullptr && ++tries < kMostTries) return;
-  ::KillTimer(window, id);
-  if (box != nullptr) {
-    driver(*box);
-  } else {
-    ADD_FAILURE() << "no message box";
-    ::PostQuitMessage(1);
-  }
+// From left to right.
+QList<QAbstractButton*> ButtonsOf(const QMessageBox& box) {
+  auto buttons = box.buttons();
+  std::ranges::sort(buttons, {}, [](auto* each) { return each->mapToGlobal(QPoint()).x(); });
+  return buttons;
 }
 
-// Asks on a thread of its own, as the window thread.
-int Ask(UINT type, Driver drivenBy) {
-  driver = std::move(drivenBy);
-  tries = 0;
-  int answer = -1;
-  std::thread([&] {
-    ::SetTimer(nullptr, 0, kInterval, Drive);
-    answer = ::MessageBoxW(nullptr, L"Go on <b>now</b>?", L"Program", type);
-  }).join();
-  return answer;
+Use Click(std::size_t place) {
+  return [place](QMessageBox& box) {
+    QTest::mouseClick(ButtonsOf(box).at(static_cast<int>(place)), Qt::LeftButton);
+  };
 }
 
-QAbstractButton* ButtonOf(const QMessageBox& box, int id) {
-  return box.findChild<QAbstractButton*>(QString::number(id));
-}
-
-Driver Click(int id) {
-  return [id](QMessageBox& box) { QTest::mouseClick(ButtonOf(box, id), Qt::LeftButton); };
-}
-
-Driver Press(Qt::Key key) {
+Use Press(Qt::Key key) {
   return [key](QMessageBox& box) { QTest::keyClick(&box, key); };
 }
 
-struct Set {
-  UINT type;
-  std::vector<int> buttons;
-};
-const std::vector<Set>& Sets() {
-  static const std::vector<Set> sets = {
-      {MB_OK, {IDOK}},
-      {MB_OKCANCEL, {IDOK, IDCANCEL}},
-      {MB_ABORTRETRYIGNORE, {IDABORT, IDRETRY, IDIGNORE}},
-      {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
-      {MB_YESNO, {IDYES, IDNO}},
-      {MB_RETRYCANCEL, {IDRETRY, IDCANCEL}},
-  };
-  return sets;
-}
-
-TEST(MessageBoxOnDesktop, TheButtonThatIsClickedIsTheAnswer) {
-  for (const Set& set : Sets()) {
-    for (const int id : set.buttons)
-      EXPECT_EQ(Ask(set.type, Click(id)), id) << "type " << set.type;
-  }
-}
-
-TEST(MessageBoxOnDesktop, ItHasTheButtonsOfItsTypeFromLeftToRight) {
-  for (const Set& set : Sets()) {
-    std::map<int, int> idByPlace;
-    Ask(set.type, [&](QMessageBox& box) {
-      for (QAbstractButton* button : box.buttons())
-        idByPlace[button->mapToGlobal(QPoint()).x()] = button->objectName().toInt();
-      QTest::mouseClick(ButtonOf(box, set.buttons.front()), Qt::LeftButton);
+class MessageBoxOnDesktop : public WindowOnDesktop {
+ protected:
+  // Asks as the window thread does.
+  static int Ask(UINT type, const Use& use) {
+    int answer = -1;
+    const DesktopScript user([&](DesktopScript& script) {
+      QMessageBox* box = AwaitBox(script, "Program");
+      script.Do([&] { use(*box); });
     });
-    std::vector<int> shown;
-    for (const auto& [place, id] : idByPlace)
-      shown.push_back(id);
-    EXPECT_EQ(shown, set.buttons) << "type " << set.type;
+    OnWindowThread(
+        [&] { answer = ::MessageBoxW(nullptr, L"Go on <b>now</b>?", L"Program", type); });
+    return answer;
   }
-}
+};
 
-TEST(MessageBoxOnDesktop, EnterPressesTheDefaultButton) {
-  for (const Set& set : Sets()) {
-    for (std::size_t i = 0; i < 3; ++i) {
-      const int expected = set.buttons[i < set.buttons.size() ? i : 0];
-      const UINT type = set.type | static_cast<UINT>(i * MB_DEFBUTTON2);
-      EXPECT_EQ(Ask(type, Press(Qt::Key_Return)), expected) << "type " << type;
+TEST_F(MessageBoxOnDesktop, EveryTypeHasItsButtonsItsDefaultAndItsWayOut) {
+  const struct {
+    UINT type;
+    std::vector<int> buttons;
+    int escape;  // 0: it stays
+  } cases[] = {
+      {MB_OK, {IDOK}, IDOK},
+      {MB_OKCANCEL, {IDOK, IDCANCEL}, IDCANCEL},
+      {MB_ABORTRETRYIGNORE, {IDABORT, IDRETRY, IDIGNORE}, 0},
+      {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}, IDCANCEL},
+      {MB_YESNO, {IDYES, IDNO}, 0},
+      {MB_RETRYCANCEL, {IDRETRY, IDCANCEL}, IDCANCEL},
+  };
+  const Use close = [](QMessageBox& box) { box.close(); };
+  for (const auto& each : cases) {
+    for (std::size_t place = 0; place < each.buttons.size(); ++place)
+      EXPECT_EQ(Ask(each.type, Click(place)), each.buttons[place]) << "type " << each.type;
+    for (std::size_t number = 0; number < 3; ++number) {
+      const UINT type = each.type | static_cast<UINT>(number * MB_DEFBUTTON2);
+      const std::size_t expected = number < each.buttons.size() ? number : 0;
+      EXPECT_EQ(Ask(type, Press(Qt::Key_Return)), each.buttons[expected]) << "type " << type;
+    }
+    for (const Use& leave : {Press(Qt::Key_Escape), close}) {
+      bool stays = false;
+      const int answer = Ask(each.type, [&](QMessageBox& box) {
+        leave(box);
+        stays = box.isVisible();
+        if (stays) Click(0)(box);
+      });
+      EXPECT_EQ(stays, each.escape == 0) << "type " << each.type;
+      EXPECT_EQ(answer, stays ? each.buttons[0] : each.escape) << "type " << each.type;
     }
   }
 }
 
-TEST(MessageBoxOnDesktop, EscapeAndTheCloseBoxCancelWhereThatIsPossible) {
-  const Driver close = [](QMessageBox& box) { box.close(); };
-  for (const Driver& leave : {Press(Qt::Key_Escape), close}) {
-    EXPECT_EQ(Ask(MB_OK, leave), IDOK);
-    EXPECT_EQ(Ask(MB_OKCANCEL, leave), IDCANCEL);
-    EXPECT_EQ(Ask(MB_YESNOCANCEL, leave), IDCANCEL);
-    EXPECT_EQ(Ask(MB_RETRYCANCEL, leave), IDCANCEL);
-    bool stays = false;
-    const Driver tryToLeave = [&](QMessageBox& box) {
-      leave(box);
-      stays = box.isVisible();
-      QTest::mouseClick(ButtonOf(box, IDNO), Qt::LeftButton);
-    };
-    EXPECT_EQ(Ask(MB_YESNO, tryToLeave), IDNO);
-    EXPECT_TRUE(stays);
+TEST_F(MessageBoxOnDesktop, ItShowsWhatItWasGiven) {
+  const std::pair<UINT, QMessageBox::Icon> cases[] = {
+      {MB_OK, QMessageBox::NoIcon},
+      {MB_ICONERROR, QMessageBox::Critical},
+      {MB_ICONQUESTION, QMessageBox::Question},
+      {MB_ICONEXCLAMATION, QMessageBox::Warning},
+      {MB_ICONINFORMATION | MB_SETFOREGROUND | MB_TOPMOST, QMessageBox::Information},
+  };
+  for (const auto& [type, icon] : cases) {
+    Ask(type, [&](QMessageBox& box) {
+      EXPECT_EQ(box.icon(), icon);
+      EXPECT_EQ(box.text(), "Go on <b>now</b>?");
+      EXPECT_EQ(box.textFormat(), Qt::PlainText);
+      Press(Qt::Key_Return)(box);
+    });
   }
 }
 
-TEST(MessageBoxOnDesktop, ItShowsWhatItWasGiven) {
-  const auto icon = [](QMessageBox::Icon expected) {
-    return [expected](QMessageBox& box) {
-      EXPECT_EQ(box.icon(), expected);
-      EXPECT_EQ(box.text(), "Go on <b>now</b>?");
-      EXPECT_EQ(box.textFormat(), Qt::PlainText);
-      EXPECT_EQ(box.windowTitle(), "Program");
-      QTest::keyClick(&box, Qt::Key_Return);
-    };
-  };
-  Ask(MB_OK, icon(QMessageBox::NoIcon));
-  Ask(MB_OK | MB_ICONERROR, icon(QMessageBox::Critical));
-  Ask(MB_OK | MB_ICONQUESTION, icon(QMessageBox::Question));
-  Ask(MB_OK | MB_ICONEXCLAMATION, icon(QMessageBox::Warning));
-  Ask(MB_OK | MB_ICONINFORMATION | MB_SETFOREGROUND | MB_TOPMOST, icon(QMessageBox::Information));
-}
-
-TEST(MessageBoxOnDesktop, ButtonsSpeakTheUsersLanguage) {
-  const auto captions = [](UINT type) {
+TEST_F(MessageBoxOnDesktop, ButtonsSpeakTheUsersLanguage) {
+  const auto captions = [] {
     QStringList texts;
-    Ask(type, [&](QMessageBox& box) {
-      for (const QAbstractButton* button : box.buttons())
+    Ask(MB_YESNOCANCEL, [&](QMessageBox& box) {
+      for (const QAbstractButton* button : ButtonsOf(box))
         texts << button->text();
-      box.buttons().first()->click();
+      Click(0)(box);
     });
-    texts.sort();
     return texts;
   };
-  EXPECT_EQ(captions(MB_YESNOCANCEL), QStringList({"&No", "&Yes", "Cancel"}));
+  EXPECT_EQ(captions(), QStringList({"&Yes", "&No", "Cancel"}));
   const LANGID swedish = MAKELANGID(LANG_SWEDISH, SUBLANG_DEFAULT);
   platform::SetLocaleChoice(platform::LocaleChoice{swedish, 0});
-  EXPECT_EQ(captions(MB_YESNOCANCEL), QStringList({"&Ja", "&Nej", "Avbryt"}));
+  EXPECT_EQ(captions(), QStringList({"&Ja", "&Nej", "Avbryt"}));
   platform::SetLocaleChoice(std::nullopt);
 }
 
-TEST(MessageBoxOnDesktop, AnUnknownTypeFails) {
-  EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", 0x6), 0);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_MSGBOX_STYLE);
-  EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", MB_OK | 0x4000), 0);
-}
-
-TEST(MessageBoxOnDesktop, TheOwnerIsDisabledMeanwhile) {
-  BOOL enabled = TRUE;
-  BOOL enabledAfter = FALSE;
-  std::thread([&] {
-    const HWND owner = ::CreateWindowExW(0, L"Static", L"Owner", WS_POPUP | WS_VISIBLE, 0, 0, 100,
-                                         100, nullptr, nullptr, nullptr, nullptr);
-    driver = [&](QMessageBox& box) {
-      enabled = ::IsWindowEnabled(owner);
-      box.buttons().first()->click();
-    };
-    ::SetTimer(nullptr, 0, kInterval, Drive);
+TEST_F(MessageBoxOnDesktop, TheOwnerIsDisabledMeanwhile) {
+  HWND owner = nullptr;
+  const DesktopScript user([&](DesktopScript& script) {
+    QMessageBox* box = AwaitBox(script, "Caption");
+    script.Do([&] {
+      EXPECT_FALSE(::IsWindowEnabled(owner));
+      Click(0)(*box);
+    });
+  });
+  OnWindowThread([&] {
+    owner = ::CreateWindowExW(0, L"Static", L"Owner", WS_POPUP | WS_VISIBLE, 0, 0, 100, 100,
+                              nullptr, nullptr, nullptr, nullptr);
     ::MessageBoxW(owner, L"Text", L"Caption", MB_OK);
-    enabledAfter = ::IsWindowEnabled(owner);
+    EXPECT_TRUE(::IsWindowEnabled(owner));
     ::DestroyWindow(owner);
-  }).join();
-  EXPECT_FALSE(enabled);
-  EXPECT_TRUE(enabledAfter);
+  });
 }
 
-TEST(MessageBoxOnDesktop, QuittingClosesItAndIsPassedOn) {
-  driver = [](QMessageBox&) { ::PostQuitMessage(6); };
-  int answer = -1;
-  MSG message{};
-  std::thread([&] {
-    ::SetTimer(nullptr, 0, kInterval, Drive);
-    answer = ::MessageBoxW(nullptr, L"Text", L"Caption", MB_YESNO);
-    ::GetMessageW(&message, nullptr, 0, 0);
-  }).join();
-  EXPECT_EQ(answer, IDOK);
-  EXPECT_EQ(message.message, WM_QUIT);
-  EXPECT_EQ(message.wParam, 6u);
+TEST_F(MessageBoxOnDesktop, QuittingClosesItAndIsPassedOn) {
+  OnWindowThread([] {
+    const HWND window = Create();
+    ::SetTimer(window, 1, 10, [](HWND it, UINT, UINT_PTR, DWORD) {
+      ::KillTimer(it, 1);
+      ::PostQuitMessage(6);
+    });
+    EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", MB_YESNO), IDOK);
+    MSG message{};
+    EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
+    EXPECT_EQ(message.wParam, 6u);
+  });
 }
 
-std::atomic<DWORD> drivenOn = 0;
-
-TEST(MessageBoxOnDesktop, ABoxOfAnotherThreadOpensOnTheWindowThread) {
-  driver = [](QMessageBox& box) {
-    drivenOn = ::GetCurrentThreadId();
-    QTest::mouseClick(ButtonOf(box, IDNO), Qt::LeftButton);
-  };
-  std::promise<DWORD> ready;
-  std::thread owner([&] {
-    const HiddenWindow window;
-    ::SetTimer(nullptr, 0, kInterval, Drive);
-    ready.set_value(::GetCurrentThreadId());
+TEST_F(MessageBoxOnDesktop, TwoThreadsMayAskAtOnce) {
+  const DesktopScript user([](DesktopScript& script) {
+    QMessageBox* first = AwaitBox(script, "first");
+    QMessageBox* second = AwaitBox(script, "second");
+    // The one that opened last is inside the other's loop, but either may be answered first.
+    script.Do([&] { Click(0)(*first); });
+    script.AwaitNoWindow("first");
+    script.Do([&] { Click(0)(*second); });
+  });
+  OnWindowThread([&] {
+    Create(0);
+    std::atomic<int> left = 2;
+    const DWORD owner = ::GetCurrentThreadId();
+    std::vector<std::thread> askers;
+    for (const wchar_t* title : {L"first", L"second"}) {
+      askers.emplace_back([&, title] {
+        EXPECT_EQ(::MessageBoxW(nullptr, L"text", title, MB_OK), IDOK);
+        if (--left == 0) ::PostThreadMessageW(owner, WM_QUIT, 0, 0);
+      });
+    }
     MSG message;
     while (::GetMessageW(&message, nullptr, 0, 0) > 0)
       ::DispatchMessageW(&message);
+    for (std::thread& each : askers)
+      each.join();
   });
-  const DWORD windowThread = ready.get_future().get();
-  EXPECT_EQ(::MessageBoxW(nullptr, L"Text", L"Caption", MB_YESNO), IDNO);
-  EXPECT_EQ(drivenOn, windowThread);
-  ::PostThreadMessageW(windowThread, WM_QUIT, 0, 0);
-  owner.join();
 }
 
 }  // namespace

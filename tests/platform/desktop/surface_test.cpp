@@ -1,3 +1,4 @@
+// What windows show: their painting, and what is drawn on them otherwise.
 #include <windows.h>
 
 #include <gmock/gmock.h>
@@ -11,24 +12,9 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr RECT kPlace = {60, 70, 260, 170};
-constexpr RECT kChildPlace = {10, 20, 60, 50};
 constexpr COLORREF kRed = RGB(255, 0, 0);
 constexpr COLORREF kBlue = RGB(0, 0, 255);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
-
-class WindowDc {
- public:
-  explicit WindowDc(HWND window) : window_(window), context_(::GetDC(window)) {}
-  ~WindowDc() { EXPECT_EQ(::ReleaseDC(window_, context_), 1); }
-  WindowDc(const WindowDc&) = delete;
-  WindowDc& operator=(const WindowDc&) = delete;
-  HDC Get() const { return context_; }
-
- private:
-  HWND window_;
-  HDC context_;
-};
 
 void Fill(HDC context, const RECT& area, COLORREF colour) {
   const HBRUSH brush = ::CreateSolidBrush(colour);
@@ -36,45 +22,58 @@ void Fill(HDC context, const RECT& area, COLORREF colour) {
   ::DeleteObject(brush);
 }
 
-// What the window's surface holds.
-COLORREF Kept(HWND window, int x, int y) {
-  const WindowDc context(window);
-  return ::GetPixel(context.Get(), x, y);
+bool CanFill(HDC context) {
+  const RECT area = {0, 0, 5, 5};
+  return ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH))) != 0;
 }
 
-// What the user sees.
-COLORREF Seen(QWidget* widget, int x, int y) {
-  const QColor colour = widget->grab().toImage().pixelColor(x, y);
-  return RGB(colour.red(), colour.green(), colour.blue());
+// Outside of a painting.
+void DrawOn(HWND window, const std::function<void(HDC)>& draw) {
+  const HDC context = ::GetDC(window);
+  draw(context);
+  EXPECT_EQ(::ReleaseDC(window, context), 1);
+}
+
+// What the window's surface holds.
+COLORREF Kept(HWND window, int x, int y) {
+  COLORREF kept = CLR_INVALID;
+  DrawOn(window, [&](HDC context) { kept = ::GetPixel(context, x, y); });
+  return kept;
 }
 
 class Surface : public WindowOnDesktop {
  protected:
-  void SetUp() override {
-    WindowOnDesktop::SetUp();
+  Surface() {
     On(WM_ERASEBKGND, [this](HWND, WPARAM, LPARAM) -> LRESULT {
       ++erasures_;
       return TRUE;
     });
     On(WM_PAINT, [this](HWND window, WPARAM, LPARAM) -> LRESULT {
       PAINTSTRUCT paint{};
-      const HDC context = ::BeginPaint(window, &paint);
-      RECT all{};
-      ::GetClientRect(window, &all);
-      Fill(context, all, colour_);
+      Fill(::BeginPaint(window, &paint), {0, 0, 1'000, 1'000}, colour_);
       ++paintings_;
       painted_ = paint.rcPaint;
       toErase_ = paint.fErase != FALSE;
-      ::EndPaint(window, &paint);
-      return 0;
+      return ::EndPaint(window, &paint);
     });
   }
-  HWND CreatePainted(RECT place = kPlace, HWND parent = nullptr, UINT classStyle = 0) {
-    const HWND window = CreateOfStyle(classStyle, place, parent);
+  // In a window that is painted red.
+  void WithPainted(const std::function<void()>& body, UINT classStyle = 0) {
+    const auto start = [&] {
+      PumpUntilPainted();
+      Forget();
+      body();
+    };
+    WithWindow(start, {.classStyle = classStyle});
+  }
+  void PumpUntilPainted() {
     Pump([&] { return paintings_ > 0; });
     PumpAll();
-    Forget();
-    return window;
+  }
+  // Damages a part, all when it is null, and has it painted.
+  void Repaint(const RECT* part, bool erase = false) const {
+    EXPECT_TRUE(::InvalidateRect(window_, part, erase ? TRUE : FALSE));
+    EXPECT_TRUE(::UpdateWindow(window_));
   }
   void Forget() {
     paintings_ = erasures_ = 0;
@@ -89,39 +88,38 @@ class Surface : public WindowOnDesktop {
   int erasures_ = 0;
   RECT painted_{};
   bool toErase_ = false;
-
- private:
-  HWND CreateOfStyle(UINT classStyle, const RECT& place, HWND parent) {
-    const HWND window =
-        Create(L"", place, parent != nullptr ? WS_CHILD : 0, parent, 0, nullptr, classStyle);
-    ::ShowWindow(window, SW_SHOW);
-    return window;
-  }
 };
 
-TEST_F(Surface, WhatIsDrawnStaysWhenItHasBeenCovered) {
+TEST_F(Surface, AWindowIsFilledWithTheBrushOfItsClassAndPaintedOver) {
+  On(WM_ERASEBKGND, [](HWND window, WPARAM context, LPARAM) -> LRESULT {
+    return ::DefWindowProcW(window, WM_ERASEBKGND, context, 0);
+  });
   OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    const HWND cover = Create(L"", kChildPlace, WS_CHILD, window);
-    {
-      const WindowDc context(window);
-      Fill(context.Get(), {15, 25, 40, 40}, kBlue);
+    const HBRUSH own = ::CreateSolidBrush(kBlue);
+    const auto ofSystem = reinterpret_cast<HBRUSH>(UINT_PTR{COLOR_HIGHLIGHT + 1});
+    for (const HBRUSH brush : {own, ofSystem}) {
+      HDC used = nullptr;
+      On(WM_PAINT, [&](HWND window, WPARAM, LPARAM) -> LRESULT {
+        PAINTSTRUCT paint{};
+        used = ::BeginPaint(window, &paint);
+        EXPECT_EQ(used, paint.hdc);
+        EXPECT_FALSE(paint.fErase);
+        Fill(used, {10, 10, 20, 20}, kRed);
+        return ::EndPaint(window, &paint);
+      });
+      const HWND window = Create(WS_VISIBLE, kPlace, nullptr, {.brush = brush});
+      Pump([&] { return used != nullptr; });
+      EXPECT_EQ(Seen(window, 9, 15), brush == own ? kBlue : ::GetSysColor(COLOR_HIGHLIGHT));
+      EXPECT_EQ(Seen(window, 15, 15), kRed);
+      EXPECT_EQ(::SetTextColor(used, 0), CLR_INVALID) << "of no use after the painting";
+      ::DestroyWindow(window);
     }
-    ::ShowWindow(cover, SW_SHOW);
-    PumpAll();
-    ::ShowWindow(cover, SW_HIDE);
-    PumpAll();
-    Forget();
-    WidgetOf(window)->repaint();
-    EXPECT_EQ(paintings_, 0) << "the window is asked for what it has shown already";
-    EXPECT_EQ(Seen(WidgetOf(window), 20, 30), kBlue);
-    EXPECT_EQ(Seen(WidgetOf(window), 50, 45), kRed);
+    ::DeleteObject(own);
   });
 }
 
-TEST_F(Surface, WhatIsDrawnOutsideOfAPaintingIsSeenSoon) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
+TEST_F(Surface, WhatIsDrawnOutsideOfAPaintingIsSeenSoonAndStaysWhenItHasBeenCovered) {
+  WithPainted([this] {
     class Watch final : public QObject {
      public:
       bool eventFilter(QObject* /*watched*/, QEvent* event) override {
@@ -130,56 +128,37 @@ TEST_F(Surface, WhatIsDrawnOutsideOfAPaintingIsSeenSoon) {
       }
       bool isCopied = false;
     } watch;
-    WidgetOf(window)->installEventFilter(&watch);
-    {
-      const WindowDc context(window);
-      Fill(context.Get(), {0, 0, 10, 10}, kBlue);
-      EXPECT_EQ(::GetPixel(context.Get(), 9, 9), kBlue);
-      EXPECT_EQ(::GetPixel(context.Get(), 10, 10), kRed);
-      EXPECT_EQ(::GetPixel(context.Get(), 200, 10), CLR_INVALID);
-    }
+    WidgetOf(window_)->installEventFilter(&watch);
+    DrawOn(window_, [](HDC context) { Fill(context, {15, 25, 40, 40}, kBlue); });
+    EXPECT_EQ(Kept(window_, 39, 39), kBlue);
+    EXPECT_EQ(Kept(window_, 40, 40), kRed);
+    EXPECT_EQ(Kept(window_, 200, 10), CLR_INVALID);
     Pump([&] { return watch.isCopied; });
-    EXPECT_EQ(paintings_, 0);
-  });
-}
-
-TEST_F(Surface, AFrameDrawnTwiceByExclusiveOrLeavesNoTrace) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    const WindowDc context(window);
-    const HPEN pen = ::CreatePen(PS_SOLID, 3, kWhite);
-    const HGDIOBJ penBefore = ::SelectObject(context.Get(), pen);
-    const HGDIOBJ brushBefore = ::SelectObject(context.Get(), ::GetStockObject(NULL_BRUSH));
-    ::SetROP2(context.Get(), R2_XORPEN);
-    EXPECT_TRUE(::Rectangle(context.Get(), 20, 20, 60, 40));
-    EXPECT_EQ(::GetPixel(context.Get(), 20, 30), RGB(0, 255, 255));
-    EXPECT_TRUE(::Rectangle(context.Get(), 20, 20, 60, 40));
-    for (int x = 15; x < 65; ++x)
-      EXPECT_EQ(::GetPixel(context.Get(), x, 20), kRed) << x;
-    ::SelectObject(context.Get(), penBefore);
-    ::SelectObject(context.Get(), brushBefore);
-    ::DeleteObject(pen);
+    ::DestroyWindow(CreateChild(window_));
+    PumpAll();
+    WidgetOf(window_)->repaint();
+    EXPECT_EQ(paintings_, 0) << "the window is asked for what it has shown already";
+    EXPECT_EQ(Seen(window_, 20, 30), kBlue);
+    EXPECT_EQ(Seen(window_, 50, 45), kRed);
   });
 }
 
 TEST_F(Surface, AParentDrawsInItsChildWhileThatPaints) {
-  OnWindowThread([this] {
-    const HWND parent = CreatePainted();
-    const HWND child = CreatePainted(kChildPlace, parent);
+  WithPainted([this] {
+    const HWND child = CreateChild(window_);
+    PumpUntilPainted();
     On(WM_APP, [&](HWND, WPARAM, LPARAM) -> LRESULT {
-      const WindowDc context(child);
       // Outside of what is damaged, too.
-      Fill(context.Get(), {2, 2, 40, 8}, kBlue);
+      DrawOn(child, [](HDC context) { Fill(context, {2, 2, 40, 8}, kBlue); });
       return 0;
     });
     On(WM_PAINT, [&](HWND window, WPARAM, LPARAM) -> LRESULT {
       PAINTSTRUCT paint{};
       const HDC context = ::BeginPaint(window, &paint);
       Fill(context, {0, 0, 50, 30}, kWhite);
-      ::SendMessageW(parent, WM_APP, 0, 0);
+      ::SendMessageW(window_, WM_APP, 0, 0);
       Fill(context, {0, 0, 4, 30}, kWhite);
-      ::EndPaint(window, &paint);
-      return 0;
+      return ::EndPaint(window, &paint);
     });
     const RECT part = {0, 0, 10, 10};
     ::InvalidateRect(child, &part, FALSE);
@@ -189,194 +168,166 @@ TEST_F(Surface, AParentDrawsInItsChildWhileThatPaints) {
     EXPECT_EQ(Kept(child, 30, 5), kBlue) << "the parent is not bound to the damage";
     EXPECT_EQ(Kept(child, 30, 20), kRed) << "the child is bound to the damage";
     PumpAll();
-    EXPECT_EQ(Seen(WidgetOf(child), 30, 5), kBlue);
+    EXPECT_EQ(Seen(child, 30, 5), kBlue);
   });
 }
 
 TEST_F(Surface, APaintingIsClippedToWhatIsDamaged) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
+  WithPainted([this] {
     colour_ = kBlue;
     const RECT first = {10, 10, 20, 20};
     const RECT second = {50, 50, 60, 60};
-    EXPECT_TRUE(::InvalidateRect(window, &first, FALSE));
-    EXPECT_TRUE(::InvalidateRect(window, &second, FALSE));
+    EXPECT_TRUE(::InvalidateRect(window_, &first, FALSE));
     EXPECT_EQ(paintings_, 0);
-    EXPECT_TRUE(::UpdateWindow(window));
+    Repaint(&second);
     EXPECT_EQ(paintings_, 1);
     EXPECT_THAT(Painted(), ElementsAre(10, 10, 60, 60));
-    EXPECT_EQ(Kept(window, 10, 10), kBlue);
-    EXPECT_EQ(Kept(window, 59, 59), kBlue);
-    EXPECT_EQ(Kept(window, 9, 10), kRed);
-    EXPECT_EQ(Kept(window, 30, 30), kRed) << "between two damaged parts";
-    EXPECT_TRUE(::UpdateWindow(window));
+    EXPECT_EQ(Kept(window_, 10, 10), kBlue);
+    EXPECT_EQ(Kept(window_, 59, 59), kBlue);
+    EXPECT_EQ(Kept(window_, 9, 10), kRed);
+    EXPECT_EQ(Kept(window_, 30, 30), kRed) << "between two damaged parts";
+    for (const RECT& outside : {RECT{200, 0, 300, 50}, RECT{0, 100, 50, 150}})
+      Repaint(&outside);
     EXPECT_EQ(paintings_, 1) << "nothing is damaged any more";
   });
 }
 
 TEST_F(Surface, TheBackgroundIsErasedWhenThatWasAskedFor) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    ::InvalidateRect(window, nullptr, FALSE);
-    ::UpdateWindow(window);
+  WithPainted([this] {
+    Repaint(nullptr);
     EXPECT_EQ(erasures_, 0);
     EXPECT_FALSE(toErase_);
     const RECT part = {1, 1, 2, 2};
-    ::InvalidateRect(window, &part, TRUE);
-    ::InvalidateRect(window, nullptr, FALSE);
-    ::UpdateWindow(window);
+    ::InvalidateRect(window_, &part, TRUE);
+    Repaint(nullptr);
     EXPECT_EQ(erasures_, 1) << "once asked for is enough";
     EXPECT_FALSE(toErase_);
     On(WM_ERASEBKGND, [](HWND, WPARAM, LPARAM) -> LRESULT { return FALSE; });
-    ::InvalidateRect(window, nullptr, TRUE);
-    ::UpdateWindow(window);
+    Repaint(nullptr, true);
     EXPECT_TRUE(toErase_) << "it is left to the painting";
-    ::InvalidateRect(window, nullptr, FALSE);
-    ::UpdateWindow(window);
+    Repaint(nullptr);
     EXPECT_FALSE(toErase_);
   });
 }
 
 TEST_F(Surface, WhatIsInvalidatedWhileItIsPaintedIsPaintedOnceMore) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
+  WithPainted([this] {
     On(WM_ERASEBKGND, [this](HWND handle, WPARAM, LPARAM) -> LRESULT {
       const RECT part = {3, 3, 9, 9};
       if (++erasures_ == 1) ::InvalidateRect(handle, &part, FALSE);
       return TRUE;
     });
-    ::InvalidateRect(window, nullptr, TRUE);
-    ::UpdateWindow(window);
+    Repaint(nullptr, true);
     Pump([&] { return paintings_ == 2; });
     EXPECT_THAT(Painted(), ElementsAre(3, 3, 9, 9));
   });
 }
 
-TEST_F(Surface, OnlyWhatIsNewOfALargerWindowIsPainted) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    colour_ = kBlue;
-    ::SetWindowPos(window, nullptr, 0, 0, 250, 100, SWP_NOMOVE | SWP_NOZORDER);
-    Pump([&] { return paintings_ > 0; });
-    EXPECT_THAT(Painted(), ElementsAre(200, 0, 250, 100));
-    EXPECT_EQ(erasures_, 1) << "nothing stood there";
-    EXPECT_EQ(Kept(window, 199, 50), kRed);
-    EXPECT_EQ(Kept(window, 200, 50), kBlue);
-    Forget();
-    ::SetWindowPos(window, nullptr, 0, 0, 150, 100, SWP_NOMOVE | SWP_NOZORDER);
-    PumpAll();
-    EXPECT_EQ(paintings_, 0) << "a smaller one has all it shows";
-  });
-}
-
-TEST_F(Surface, AClassMayWantEverythingPaintedWithAnotherSize) {
+TEST_F(Surface, AnotherSizePaintsWhatIsNewUnlessTheClassWantsEverything) {
   const struct {
     UINT style;
-    LONG width, height;
-    bool isPainted;
+    int width, height;
+    std::vector<LONG> painted;
   } cases[] = {
-      {CS_HREDRAW, 190, 100, true},
-      {CS_HREDRAW, 200, 90, false},
-      {CS_VREDRAW, 190, 100, false},
-      {CS_VREDRAW, 200, 90, true},
-      {CS_HREDRAW | CS_VREDRAW, 190, 90, true},
+      {0, 250, 100, {200, 0, 250, 100}},
+      {0, 150, 100, {0, 0, 0, 0}},
+      {CS_HREDRAW, 190, 100, {0, 0, 190, 100}},
+      {CS_HREDRAW, 200, 90, {0, 0, 0, 0}},
+      {CS_VREDRAW, 190, 100, {0, 0, 0, 0}},
+      {CS_VREDRAW, 200, 90, {0, 0, 200, 90}},
+      {CS_HREDRAW | CS_VREDRAW, 190, 90, {0, 0, 190, 90}},
   };
   for (const auto& each : cases) {
-    OnWindowThread([&] {
-      const HWND window = CreatePainted(kPlace, nullptr, each.style);
-      ::SetWindowPos(window, nullptr, 0, 0, each.width, each.height, SWP_NOMOVE | SWP_NOZORDER);
+    colour_ = kRed;
+    const auto resize = [&] {
+      colour_ = kBlue;
+      ::SetWindowPos(window_, nullptr, 0, 0, each.width, each.height, SWP_NOMOVE | SWP_NOZORDER);
+      if (each.painted[2] != 0) PumpUntilPainted();
       PumpAll();
-      EXPECT_EQ(paintings_ > 0, each.isPainted) << each.style << " " << each.width;
-      const RECT whole = each.isPainted ? RECT{0, 0, each.width, each.height} : RECT{};
-      EXPECT_THAT(Painted(), ElementsAre(whole.left, whole.top, whole.right, whole.bottom));
-      EXPECT_EQ(erasures_ > 0, each.isPainted);
-    });
+      EXPECT_EQ(Painted(), each.painted) << each.style << " " << each.width;
+      EXPECT_EQ(erasures_, each.painted[2] != 0 ? 1 : 0) << "nothing stood there";
+      const bool isKept = each.painted[0] != 0 || each.painted[2] == 0;
+      EXPECT_EQ(Kept(window_, 149, 50), isKept ? kRed : kBlue);
+    };
+    WithPainted(resize, each.style);
     Forget();
   }
 }
 
-TEST_F(Surface, AHiddenWindowIsDrawnOnInVain) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    ::ShowWindow(window, SW_HIDE);
-    {
-      const WindowDc context(window);
-      Fill(context.Get(), {0, 0, 50, 50}, kBlue);
-      EXPECT_EQ(::GetPixel(context.Get(), 10, 10), CLR_INVALID);
-    }
-    ::ShowWindow(window, SW_SHOW);
-    Pump([&] { return paintings_ > 0; });
+TEST_F(Surface, AHiddenWindowIsNotPaintedAndDrawnOnInVain) {
+  WithPainted([this] {
+    ::ShowWindow(window_, SW_HIDE);
+    DrawOn(window_, [](HDC context) { Fill(context, {0, 0, 50, 50}, kBlue); });
+    EXPECT_EQ(Kept(window_, 10, 10), CLR_INVALID);
+    Repaint(nullptr, true);
+    PumpAll();
+    EXPECT_EQ(paintings_, 0);
+    ::ShowWindow(window_, SW_SHOW);
+    PumpUntilPainted();
     EXPECT_THAT(Painted(), ElementsAre(0, 0, 200, 100));
-    EXPECT_EQ(Kept(window, 10, 10), kRed);
+    EXPECT_EQ(Kept(window_, 10, 10), kRed);
   });
 }
 
 TEST_F(Surface, AContextOutlivesItsWindow) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    const HDC context = ::GetDC(window);
-    ::DestroyWindow(window);
-    const RECT area = {0, 0, 5, 5};
+  WithPainted([this] {
+    const HDC context = ::GetDC(window_);
+    ::DestroyWindow(window_);
     ::SetLastError(0);
-    const auto brush = static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH));
-    EXPECT_EQ(::FillRect(context, &area, brush), 0);
+    EXPECT_FALSE(CanFill(context));
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_HANDLE});
     PumpAll();
-    EXPECT_EQ(::FillRect(context, &area, brush), 0);
-    EXPECT_EQ(::ReleaseDC(window, context), 1);
-    EXPECT_EQ(::ReleaseDC(window, context), 0);
+    EXPECT_FALSE(CanFill(context));
+    EXPECT_EQ(::ReleaseDC(window_, context), 1);
+    EXPECT_EQ(::ReleaseDC(window_, context), 0);
   });
 }
 
 TEST_F(Surface, AControlIsMeasuredWithButNotDrawnOn) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    const HWND button = ::CreateWindowExW(0, L"Button", L"Go", WS_CHILD | WS_VISIBLE, 10, 10, 80,
-                                          24, window, nullptr, nullptr, nullptr);
-    const WindowDc context(button);
-    SIZE size{};
-    EXPECT_TRUE(::GetTextExtentPoint32W(context.Get(), L"Go", 2, &size));
-    EXPECT_GT(size.cx, 0);
-    const RECT area = {0, 0, 5, 5};
-    EXPECT_EQ(::FillRect(context.Get(), &area, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH))),
-              0);
-    EXPECT_EQ(::GetLastError(), DWORD{ERROR_NOT_SUPPORTED});
+  WithPainted([this] {
+    DrawOn(CreateButton(window_), [](HDC context) {
+      SIZE size{};
+      EXPECT_TRUE(::GetTextExtentPoint32W(context, L"Go", 2, &size));
+      EXPECT_GT(size.cx, 0);
+      EXPECT_FALSE(CanFill(context));
+      EXPECT_EQ(::GetLastError(), DWORD{ERROR_NOT_SUPPORTED});
+    });
   });
 }
 
 TEST_F(Surface, AnotherThreadDrawsOnAWindowToo) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
+  WithPainted([this] {
     bool isDone = false;
     std::thread other([&] {
-      {
-        const WindowDc context(window);
-        Fill(context.Get(), {0, 0, 10, 10}, kBlue);
-      }
-      ::PostMessageW(window, WM_APP, 0, 0);
+      DrawOn(window_, [](HDC context) { Fill(context, {0, 0, 10, 10}, kBlue); });
+      ::PostMessageW(window_, WM_APP, 0, 0);
     });
     On(WM_APP, [&](HWND, WPARAM, LPARAM) -> LRESULT { return isDone = true; });
     Pump([&] { return isDone; });
     other.join();
-    EXPECT_EQ(Kept(window, 5, 5), kBlue);
+    EXPECT_EQ(Kept(window_, 5, 5), kBlue);
   });
 }
 
-TEST_F(Surface, AWindowMayEndWhileItIsPaintedAtOnce) {
-  OnWindowThread([this] {
-    const HWND window = CreatePainted();
-    On(WM_PAINT, [](HWND handle, WPARAM, LPARAM) -> LRESULT {
+TEST_F(Surface, AWindowMayEndWhileItIsPaintedByTheDesktopOrAtOnce) {
+  WithPainted([this] {
+    const HWND other = Create();
+    PumpAll();
+    On(WM_PAINT, [](HWND window, WPARAM, LPARAM) -> LRESULT {
       PAINTSTRUCT paint{};
-      const HDC context = ::BeginPaint(handle, &paint);
-      ::DestroyWindow(handle);
+      const HDC context = ::BeginPaint(window, &paint);
+      ::DestroyWindow(window);
       PumpAll();
-      const RECT area = {0, 0, 5, 5};
-      ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-      return 0;
+      // Whatever a procedure still does with them.
+      CanFill(context);
+      ::TextOutW(context, 0, 0, L"x", 1);
+      return ::EndPaint(window, &paint);
     });
-    ::InvalidateRect(window, nullptr, FALSE);
-    ::UpdateWindow(window);
-    EXPECT_FALSE(::IsWindow(window));
+    ::InvalidateRect(other, nullptr, FALSE);
+    Pump([&] { return !::IsWindow(other); });
+    ::InvalidateRect(window_, nullptr, FALSE);
+    ::UpdateWindow(window_);
+    EXPECT_FALSE(::IsWindow(window_));
     PumpAll();
   });
 }

@@ -7,8 +7,6 @@
 
 #include <string>
 
-#include "platform/kit/hidden_window.h"
-
 class OwnedMenu {
  public:
   OwnedMenu() : menu_(::CreatePopupMenu()) {}

@@ -1,211 +1,125 @@
-// Menus as data: what is put in comes out again, and what cannot be is told.
+// Menus as data: what is put in comes out again.
 #include <windows.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <deque>
-#include <string>
-
-#include "menu_fixture.h"
-#include "platform/testing/simulated_machine.h"
-#include "platform/user/menu_tracking.h"
+#include "platform/kit/failing_call.h"
+#include "platform/kit/hidden_window.h"
+#include "platform/menu/menu_fixture.h"
 
 namespace {
 
 using ::testing::ElementsAre;
 
-std::vector<UINT> CommandsOf(HMENU menu) {
-  std::vector<UINT> commands;
-  for (int position = 0; position < ::GetMenuItemCount(menu); ++position) {
-    MENUITEMINFOW item = AskFor(MIIM_ID);
-    EXPECT_TRUE(::GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &item));
-    commands.push_back(item.wID);
+class MenuTest : public ::testing::Test {
+ protected:
+  std::vector<UINT> Commands() const {
+    std::vector<UINT> commands;
+    for (int position = 0; position < ::GetMenuItemCount(menu_.Get()); ++position) {
+      MENUITEMINFOW item = AskFor(MIIM_ID);
+      EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), static_cast<UINT>(position), TRUE, &item));
+      commands.push_back(item.wID);
+    }
+    return commands;
   }
-  return commands;
+  UINT StateOf(UINT command) const {
+    MENUITEMINFOW item = AskFor(MIIM_STATE);
+    EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), command, FALSE, &item));
+    return item.fState;
+  }
+
+  const OwnedMenu menu_;
+};
+
+TEST_F(MenuTest, ItemsGoBeforeTheOneThatIsNamedElseToTheEnd) {
+  InsertItem(menu_.Get(), 1, L"One");
+  InsertItem(menu_.Get(), 2, L"Two");
+  const struct {
+    UINT command, before;
+    BOOL byPosition;
+  } cases[] = {{3, 0, TRUE}, {4, 2, FALSE}, {5, 77, FALSE}};
+  for (const auto& each : cases) {
+    MENUITEMINFOW item = AskFor(MIIM_ID);
+    item.wID = each.command;
+    EXPECT_TRUE(::InsertMenuItemW(menu_.Get(), each.before, each.byPosition, &item));
+  }
+  EXPECT_THAT(Commands(), ElementsAre(3, 1, 4, 2, 5));
 }
 
-UINT StateOf(HMENU menu, UINT command) {
-  MENUITEMINFOW item = AskFor(MIIM_STATE);
-  EXPECT_TRUE(::GetMenuItemInfoW(menu, command, FALSE, &item));
-  return item.fState;
-}
-
-TEST(Menu, ItemsGoBeforeTheOneThatIsNamedElseToTheEnd) {
-  const OwnedMenu menu;
-  InsertItem(menu.Get(), 1, L"One");
-  InsertItem(menu.Get(), 2, L"Two");
-  MENUITEMINFOW item = AskFor(MIIM_ID);
-  item.wID = 3;
-  EXPECT_TRUE(::InsertMenuItemW(menu.Get(), 0, TRUE, &item));
-  item.wID = 4;
-  EXPECT_TRUE(::InsertMenuItemW(menu.Get(), 2, FALSE, &item));
-  item.wID = 5;
-  EXPECT_TRUE(::InsertMenuItemW(menu.Get(), 77, FALSE, &item));
-  EXPECT_THAT(CommandsOf(menu.Get()), ElementsAre(3, 1, 4, 2, 5));
-}
-
-TEST(Menu, AnItemGivesBackWhatItWasGiven) {
-  const OwnedMenu menu;
-  const HMENU submenu = ::CreatePopupMenu();
+TEST_F(MenuTest, AnItemGivesBackWhatItWasGivenAndItsTextCutToTheRoom) {
   std::wstring text = L"Help";
   MENUITEMINFOW given = AskFor(MIIM_FTYPE | MIIM_STRING | MIIM_ID | MIIM_DATA | MIIM_SUBMENU);
   given.fType = MFT_OWNERDRAW;
   given.dwTypeData = text.data();
   given.wID = 7;
   given.dwItemData = 0x1234;
-  given.hSubMenu = submenu;
-  ASSERT_TRUE(::InsertMenuItemW(menu.Get(), 0, TRUE, &given));
+  given.hSubMenu = ::CreatePopupMenu();
+  ASSERT_TRUE(::InsertMenuItemW(menu_.Get(), 0, TRUE, &given));
 
-  WCHAR room[10];
-  MENUITEMINFOW item = AskFor(MIIM_FTYPE | MIIM_STRING | MIIM_ID | MIIM_DATA | MIIM_SUBMENU);
-  item.dwTypeData = room;
-  item.cch = 10;
-  ASSERT_TRUE(::GetMenuItemInfoW(menu.Get(), 7, FALSE, &item));
+  MENUITEMINFOW item = AskFor(given.fMask);
+  ASSERT_TRUE(::GetMenuItemInfoW(menu_.Get(), 7, FALSE, &item));
   EXPECT_EQ(item.fType, MFT_OWNERDRAW);
-  EXPECT_STREQ(room, L"Help");
-  EXPECT_EQ(item.cch, 4u);
   EXPECT_EQ(item.dwItemData, 0x1234u);
-  EXPECT_EQ(item.hSubMenu, submenu);
-}
-
-TEST(Menu, ATextIsCutToTheRoomAndItsLengthToldWithoutRoom) {
-  const OwnedMenu menu;
-  InsertItem(menu.Get(), 1, L"Statistics");
-  MENUITEMINFOW item = AskFor(MIIM_STRING);
-  ASSERT_TRUE(::GetMenuItemInfoW(menu.Get(), 1, FALSE, &item));
-  EXPECT_EQ(item.cch, 10u);
+  EXPECT_EQ(item.hSubMenu, given.hSubMenu);
+  EXPECT_EQ(item.cch, 4u) << "without room the length is told";
   WCHAR room[5];
   item.dwTypeData = room;
-  item.cch = 5;
-  ASSERT_TRUE(::GetMenuItemInfoW(menu.Get(), 1, FALSE, &item));
-  EXPECT_STREQ(room, L"Stat");
-  EXPECT_EQ(item.cch, 4u);
+  item.cch = 4;
+  ASSERT_TRUE(::GetMenuItemInfoW(menu_.Get(), 7, FALSE, &item));
+  EXPECT_STREQ(room, L"Hel");
+  EXPECT_EQ(item.cch, 3u);
 }
 
-TEST(Menu, CommandsAreFoundInSubmenusToo) {
-  const OwnedMenu menu;
+TEST_F(MenuTest, CommandsAreFoundInSubmenusTooAndOneItemIsTheDefaultOrNone) {
   const HMENU submenu = ::CreatePopupMenu();
-  InsertItem(menu.Get(), 2, L"Help", submenu);
+  InsertItem(menu_.Get(), 1, L"One");
+  InsertItem(menu_.Get(), 2, L"Two", submenu);
   InsertItem(submenu, 11, L"About");
-  EXPECT_EQ(StateOf(menu.Get(), 11), MFS_ENABLED);
-  EXPECT_EQ(StateOf(menu.Get(), 2), MFS_ENABLED);
+  EXPECT_TRUE(::SetMenuDefaultItem(menu_.Get(), 1, FALSE));
+  EXPECT_TRUE(::SetMenuDefaultItem(menu_.Get(), 1, TRUE));
+  EXPECT_EQ(StateOf(1), MFS_ENABLED);
+  EXPECT_EQ(StateOf(2), MFS_DEFAULT);
+  EXPECT_EQ(StateOf(11), MFS_ENABLED);
+  EXPECT_FALSE(::SetMenuDefaultItem(menu_.Get(), 5, FALSE));
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_MENU_ITEM_NOT_FOUND});
+  EXPECT_EQ(StateOf(2), MFS_ENABLED);
 }
 
-TEST(Menu, OneItemIsTheDefaultOrNone) {
-  const OwnedMenu menu;
-  InsertItem(menu.Get(), 1, L"One");
-  InsertItem(menu.Get(), 2, L"Two");
-  EXPECT_TRUE(::SetMenuDefaultItem(menu.Get(), 1, FALSE));
-  EXPECT_TRUE(::SetMenuDefaultItem(menu.Get(), 1, TRUE));
-  EXPECT_EQ(StateOf(menu.Get(), 1), MFS_ENABLED);
-  EXPECT_EQ(StateOf(menu.Get(), 2), MFS_DEFAULT);
-  EXPECT_FALSE(::SetMenuDefaultItem(menu.Get(), 5, FALSE));
-  EXPECT_EQ(::GetLastError(), ERROR_MENU_ITEM_NOT_FOUND);
-  EXPECT_EQ(StateOf(menu.Get(), 2), MFS_ENABLED);
-}
-
-TEST(Menu, SubmenusEndWithTheirMenu) {
-  const HMENU menu = ::CreatePopupMenu();
+TEST_F(MenuTest, StaleMenusAndItemsThatCannotBeFail) {
+  constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
+  constexpr DWORD kNoMenu = ERROR_INVALID_MENU_HANDLE;
+  constexpr DWORD kNoWindow = ERROR_INVALID_WINDOW_HANDLE;
+  const HiddenWindow owner;
+  const HMENU stale = ::CreatePopupMenu();
   const HMENU submenu = ::CreatePopupMenu();
-  InsertItem(menu, 2, L"Help", submenu);
-  EXPECT_TRUE(::DestroyMenu(menu));
-  for (const HMENU stale : {menu, submenu}) {
-    ::SetLastError(NO_ERROR);
-    EXPECT_EQ(::GetMenuItemCount(stale), -1);
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_MENU_HANDLE);
-    EXPECT_FALSE(::DestroyMenu(stale));
-    EXPECT_FALSE(::SetMenuDefaultItem(stale, 0, TRUE));
-  }
-}
-
-TEST(Menu, WhatIsNotSupportedIsRefused) {
-  const OwnedMenu menu;
-  MENUITEMINFOW item = AskFor(MIIM_TYPE | MIIM_STRING);
-  EXPECT_FALSE(::InsertMenuItemW(menu.Get(), 0, TRUE, &item));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  item = AskFor(MIIM_FTYPE);
-  item.fType = 0x4;
-  EXPECT_FALSE(::InsertMenuItemW(menu.Get(), 0, TRUE, &item));
-  item = AskFor(MIIM_ID);
-  item.cbSize -= 8;
-  EXPECT_FALSE(::InsertMenuItemW(menu.Get(), 0, TRUE, &item));
-  item = AskFor(MIIM_SUBMENU);
-  item.hSubMenu = menu.Get();
-  EXPECT_FALSE(::InsertMenuItemW(menu.Get(), 0, TRUE, &item));
-  EXPECT_EQ(::GetMenuItemCount(menu.Get()), 0);
-  EXPECT_FALSE(::GetMenuItemInfoW(menu.Get(), 0, TRUE, &item));
-  EXPECT_EQ(::GetLastError(), ERROR_MENU_ITEM_NOT_FOUND);
-}
-
-class MenuTrackingTest : public ::testing::Test {
- protected:
-  UINT Track(UINT flags = TPM_RETURNCMD) {
-    return static_cast<UINT>(::TrackPopupMenuEx(menu_.Get(), flags, 20, 30, owner_.Get(), nullptr));
-  }
-
-  platform::SimulatedMachine machine_;
-  const HiddenWindow owner_;
-  const OwnedMenu menu_;
-};
-
-TEST_F(MenuTrackingTest, AMenuIsShownAsItIsAndItsAnswerReturned) {
-  const HMENU submenu = ::CreatePopupMenu();
-  InsertItem(menu_.Get(), 5, L"Statistics...");
-  InsertItem(menu_.Get(), 2, L"Help", submenu);
-  InsertItem(submenu, 11, L"About");
-  ::SetMenuDefaultItem(menu_.Get(), 5, FALSE);
-  machine_.AnswerMenus({11});
-  EXPECT_EQ(Track(), 11u);
-  EXPECT_EQ(Track(), 0u);
-  ASSERT_EQ(machine_.Menus().size(), 2u);
-  const platform::TrackedMenu shown = machine_.Menus()[0];
-  EXPECT_EQ(shown.owner, owner_.Get());
-  EXPECT_EQ(shown.place.x, 20);
-  EXPECT_EQ(shown.place.y, 30);
-  ASSERT_EQ(shown.items.size(), 2u);
-  EXPECT_EQ(shown.items[0].text, L"Statistics...");
-  EXPECT_TRUE(shown.items[0].isDefault);
-  ASSERT_EQ(shown.items[1].submenu.size(), 1u);
-  EXPECT_EQ(shown.items[1].submenu[0].command, 11u);
-}
-
-TEST_F(MenuTrackingTest, AMenuWithoutADesktopFailsAndIsOnRecord) {
-  platform::SetMenuTracker({});
-  ::testing::internal::CaptureStderr();
-  EXPECT_EQ(Track(), 0u);
-  EXPECT_EQ(::GetLastError(), ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
-  EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::HasSubstr("popup menu"));
-}
-
-TEST_F(MenuTrackingTest, ASecondMenuIsRefusedWhileOneIsOpen) {
-  platform::SetMenuTracker([this](const platform::TrackedMenu&) {
-    EXPECT_EQ(Track(), 0u);
-    EXPECT_EQ(::GetLastError(), ERROR_POPUP_ALREADY_ACTIVE);
-    return 4u;
+  InsertItem(stale, 2, L"Help", submenu);
+  EXPECT_TRUE(::DestroyMenu(stale));
+  const auto insert = [this](const MENUITEMINFOW& item) {
+    return ::InsertMenuItemW(menu_.Get(), 0, TRUE, &item);
+  };
+  const auto track = [](HMENU menu, HWND window) {
+    return ::TrackPopupMenuEx(menu, TPM_RETURNCMD, 0, 0, window, nullptr);
+  };
+  MENUITEMINFOW small = AskFor(MIIM_ID);
+  small.cbSize -= 8;
+  MENUITEMINFOW endless = AskFor(MIIM_SUBMENU);
+  endless.hSubMenu = menu_.Get();
+  MENUITEMINFOW item = AskFor(MIIM_ID);
+  constexpr DWORD kNoItem = ERROR_MENU_ITEM_NOT_FOUND;
+  ExpectFailures({
+      {"its submenu", [&] { return ::GetMenuItemCount(submenu) != -1; }, kNoMenu},
+      {"GetMenuItemCount", [&] { return ::GetMenuItemCount(stale) != -1; }, kNoMenu},
+      {"DestroyMenu", [&] { return ::DestroyMenu(stale); }, kNoMenu},
+      {"SetMenuDefaultItem", [&] { return ::SetMenuDefaultItem(stale, 0, TRUE); }, kNoMenu},
+      {"both ways", [&] { return insert(AskFor(MIIM_TYPE | MIIM_STRING)); }, kInvalid},
+      {"another size", [&] { return insert(small); }, kInvalid},
+      {"in itself", [&] { return insert(endless); }, kInvalid},
+      {"no item", [&] { return ::GetMenuItemInfoW(menu_.Get(), 0, TRUE, &item); }, kNoItem},
+      {"TrackPopupMenuEx", [&] { return track(nullptr, owner.Get()); }, kNoMenu},
+      {"TrackPopupMenuEx", [&] { return track(menu_.Get(), nullptr); }, kNoWindow},
   });
-  EXPECT_EQ(Track(), 4u);
-  EXPECT_EQ(Track(), 4u);
-}
-
-TEST_F(MenuTrackingTest, WhatCannotBeTrackedIsToldWhy) {
-  EXPECT_EQ(Track(0), 0u);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(::TrackPopupMenuEx(nullptr, TPM_RETURNCMD, 0, 0, owner_.Get(), nullptr), 0);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_MENU_HANDLE);
-  EXPECT_EQ(::TrackPopupMenuEx(menu_.Get(), TPM_RETURNCMD, 0, 0, nullptr, nullptr), 0);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
-  EXPECT_TRUE(machine_.Menus().empty());
-}
-
-TEST_F(MenuTrackingTest, TheCursorIsWhereTheMachineSays) {
-  POINT place{};
-  machine_.SetCursorPlace(POINT{3, 4});
-  EXPECT_TRUE(::GetCursorPos(&place));
-  EXPECT_EQ(place.x, 3);
-  EXPECT_EQ(place.y, 4);
-  machine_.SetCursorPlace({});
-  EXPECT_FALSE(::GetCursorPos(&place));
+  EXPECT_EQ(::GetMenuItemCount(menu_.Get()), 0);
 }
 
 }  // namespace

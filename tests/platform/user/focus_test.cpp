@@ -3,8 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/user/recording_window.h"
-#include "platform/user/window_thread.h"
+#include "platform/kit/recording_window.h"
 
 namespace {
 
@@ -13,20 +12,18 @@ using ::testing::IsEmpty;
 
 class FocusTest : public ::testing::Test {
  protected:
-  void SetUp() override { recording_.Clear(); }
-  void TearDown() override {
-    ::DestroyWindow(window_);
-    ::SetFocus(nullptr);
+  void SetUp() override {
+    ::SetFocus(first_);
+    recording_.Take();
   }
 
   Recording recording_;
-  HWND window_ = Recording::Create(L"", nullptr, WS_VISIBLE);
-  HWND first_ = Recording::Create(L"first", window_, WS_CHILD | WS_VISIBLE);
-  HWND second_ = Recording::Create(L"second", window_, WS_CHILD | WS_VISIBLE);
+  const HWND window_ = Recording::Create(L"", nullptr, WS_VISIBLE);
+  const HWND first_ = Recording::Create(L"first", window_, WS_CHILD | WS_VISIBLE);
+  const HWND second_ = Recording::Create(L"second", window_, WS_CHILD | WS_VISIBLE);
 };
 
 TEST_F(FocusTest, BothWindowsAreToldWhoTheOtherIs) {
-  ::SetFocus(first_);
   std::vector<HWND> others;
   const Recording::Answer note = [&](HWND, UINT, WPARAM wParam, LPARAM) -> LRESULT {
     others.push_back(reinterpret_cast<HWND>(wParam));
@@ -34,52 +31,42 @@ TEST_F(FocusTest, BothWindowsAreToldWhoTheOtherIs) {
   };
   recording_.On(WM_KILLFOCUS, note);
   recording_.On(WM_SETFOCUS, note);
-  recording_.Clear();
   EXPECT_EQ(::SetFocus(second_), first_);
   EXPECT_EQ(::GetFocus(), second_);
-  EXPECT_THAT(recording_.Entries(), ElementsAre("first:KILLFOCUS", "second:SETFOCUS"));
+  EXPECT_THAT(recording_.Take(), ElementsAre("first:KILLFOCUS", "second:SETFOCUS"));
   EXPECT_THAT(others, ElementsAre(second_, first_));
   EXPECT_EQ(::SetFocus(second_), second_);
-  EXPECT_EQ(recording_.Entries().size(), 2u);
+  EXPECT_THAT(recording_.Take(), IsEmpty());
   EXPECT_EQ(::SetFocus(nullptr), second_);
   EXPECT_EQ(::GetFocus(), nullptr);
 }
 
-TEST_F(FocusTest, AWindowThatTakesNoInputCannotHaveIt) {
-  ::SetFocus(second_);
-  recording_.Clear();
-  const WindowThread other;
+TEST_F(FocusTest, ADisabledWindowNeitherKeepsNorGetsIt) {
   ::EnableWindow(first_, FALSE);
-  recording_.Clear();
+  EXPECT_EQ(::GetFocus(), nullptr);
+  ::SetFocus(second_);
+  recording_.Take();
   EXPECT_EQ(::SetFocus(first_), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(::SetFocus(other.Window()), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_ACCESS_DENIED);
-  EXPECT_THAT(recording_.Entries(), IsEmpty());
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+  EXPECT_THAT(recording_.Take(), IsEmpty());
   EXPECT_EQ(::GetFocus(), second_);
   ::EnableWindow(window_, FALSE);
   EXPECT_EQ(::GetFocus(), nullptr);
-  EXPECT_EQ(::SetFocus(second_), nullptr);
+  EXPECT_EQ(::SetFocus(second_), nullptr) << "its parent is disabled";
 }
 
-TEST_F(FocusTest, AWindowThatIsDisabledHiddenOrDestroyedLosesIt) {
-  ::SetFocus(first_);
-  ::EnableWindow(first_, FALSE);
-  EXPECT_EQ(::GetFocus(), nullptr);
-  ::EnableWindow(first_, TRUE);
-  ::SetFocus(first_);
+TEST_F(FocusTest, AWindowThatIsHiddenOrDestroyedLeavesItToItsParent) {
   ::ShowWindow(first_, SW_HIDE);
   EXPECT_EQ(::GetFocus(), window_);
   ::SetFocus(second_);
-  recording_.Clear();
+  recording_.Take();
   ::DestroyWindow(second_);
-  EXPECT_THAT(recording_.Entries(),
+  EXPECT_THAT(recording_.Take(),
               ElementsAre("second:KILLFOCUS", "SETFOCUS", "second:DESTROY", "second:NCDESTROY"));
   EXPECT_EQ(::GetFocus(), window_);
 }
 
 TEST_F(FocusTest, AWindowThatGivesItAwayWhenItLosesItIsObeyed) {
-  ::SetFocus(first_);
   recording_.On(WM_KILLFOCUS, [this](HWND window, UINT, WPARAM, LPARAM) -> LRESULT {
     if (window == first_) ::SetFocus(window_);
     return 0;
@@ -90,36 +77,31 @@ TEST_F(FocusTest, AWindowThatGivesItAwayWhenItLosesItIsObeyed) {
 
 TEST_F(FocusTest, AnotherWindowsActivationIsToldToBoth) {
   const HWND other = Recording::Create(L"other");
-  ::SetFocus(first_);
-  recording_.Clear();
+  recording_.Take();
   EXPECT_TRUE(::SetForegroundWindow(other));
   EXPECT_EQ(::GetActiveWindow(), other);
   EXPECT_EQ(::GetFocus(), other);
-  EXPECT_THAT(recording_.Entries(),
+  EXPECT_THAT(recording_.Take(),
               ElementsAre("ACTIVATE 0", "other:ACTIVATE 1", "first:KILLFOCUS", "other:SETFOCUS"));
-  recording_.Clear();
   EXPECT_TRUE(::SetForegroundWindow(other));
-  EXPECT_THAT(recording_.Entries(), IsEmpty());
-  EXPECT_FALSE(::SetForegroundWindow(first_));
+  EXPECT_THAT(recording_.Take(), IsEmpty());
+  EXPECT_FALSE(::SetForegroundWindow(first_)) << "a child";
   ::DestroyWindow(other);
   EXPECT_EQ(::GetActiveWindow(), nullptr);
 }
 
-TEST_F(FocusTest, WhenAnOwnedWindowGoesItsOwnerIsActive) {
+TEST_F(FocusTest, WhenAnOwnedWindowGoesItsOwnerIsActiveUnlessItIsDisabled) {
   const HWND owned = Recording::Create(L"owned", window_, WS_VISIBLE);
   EXPECT_EQ(::GetActiveWindow(), owned);
-  recording_.Clear();
+  recording_.Take();
   ::DestroyWindow(owned);
   EXPECT_EQ(::GetActiveWindow(), window_);
   EXPECT_EQ(::GetFocus(), window_);
-  EXPECT_THAT(recording_.Entries(), ElementsAre("owned:ACTIVATE 0", "ACTIVATE 1", "owned:KILLFOCUS",
-                                                "SETFOCUS", "owned:DESTROY", "owned:NCDESTROY"));
-}
-
-TEST_F(FocusTest, ADisabledOwnerStaysInactive) {
-  const HWND owned = Recording::Create(L"owned", window_, WS_VISIBLE);
+  EXPECT_THAT(recording_.Take(), ElementsAre("owned:ACTIVATE 0", "ACTIVATE 1", "owned:KILLFOCUS",
+                                             "SETFOCUS", "owned:DESTROY", "owned:NCDESTROY"));
+  const HWND another = Recording::Create(L"", window_, WS_VISIBLE);
   ::EnableWindow(window_, FALSE);
-  ::DestroyWindow(owned);
+  ::DestroyWindow(another);
   EXPECT_EQ(::GetActiveWindow(), nullptr);
 }
 

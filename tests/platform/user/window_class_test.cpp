@@ -4,97 +4,73 @@
 
 #include <string>
 
+#include "platform/kit/failing_call.h"
+
 namespace {
 
-WNDCLASSEXW ClassNamed(const wchar_t* name) {
+const HINSTANCE kInstance = ::GetModuleHandleW(nullptr);
+
+ATOM Register(const wchar_t* name, std::size_t size = sizeof(WNDCLASSEXW)) {
   WNDCLASSEXW windowClass{};
-  windowClass.cbSize = sizeof windowClass;
+  windowClass.cbSize = static_cast<UINT>(size);
+  windowClass.style = CS_DBLCLKS;
   windowClass.lpfnWndProc = ::DefWindowProcW;
-  windowClass.hInstance = ::GetModuleHandleW(nullptr);
+  windowClass.hInstance = kInstance;
   windowClass.lpszClassName = name;
-  return windowClass;
+  return ::RegisterClassExW(&windowClass);
 }
 
 HWND CreateOf(const wchar_t* className) {
-  return ::CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, nullptr, nullptr,
-                           ::GetModuleHandleW(nullptr), nullptr);
-}
-
-TEST(WindowClass, AStructureOfAnotherSizeIsRefused) {
-  for (const int difference : {-1, 1}) {
-    WNDCLASSEXW windowClass = ClassNamed(L"Sized");
-    windowClass.cbSize += difference;
-    EXPECT_EQ(::RegisterClassExW(&windowClass), 0);
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  }
+  return ::CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, nullptr, nullptr, kInstance, nullptr);
 }
 
 TEST(WindowClass, ANameIsTakenWhateverItsCase) {
-  const WNDCLASSEXW first = ClassNamed(L"Taken");
-  const WNDCLASSEXW second = ClassNamed(L"tAKEN");
-  EXPECT_GE(::RegisterClassExW(&first), 0xC000);
-  EXPECT_EQ(::RegisterClassExW(&second), 0);
-  EXPECT_EQ(::GetLastError(), ERROR_CLASS_ALREADY_EXISTS);
-  EXPECT_TRUE(::UnregisterClassW(L"TAKEN", ::GetModuleHandleW(nullptr)));
-}
-
-TEST(WindowClass, AClassCanBeNamedByItsAtom) {
-  const WNDCLASSEXW windowClass = ClassNamed(L"ByAtom");
-  const ATOM atom = ::RegisterClassExW(&windowClass);
-  const HWND window = CreateOf(MAKEINTRESOURCEW(atom));
-  EXPECT_NE(window, nullptr);
-  EXPECT_TRUE(::DestroyWindow(window));
-  EXPECT_TRUE(::UnregisterClassW(MAKEINTRESOURCEW(atom), ::GetModuleHandleW(nullptr)));
-}
-
-TEST(WindowClass, InformationIsWhatWasRegistered) {
-  WNDCLASSW given{};
-  given.style = 3;
-  given.lpfnWndProc = ::DefWindowProcW;
-  given.hInstance = ::GetModuleHandleW(nullptr);
-  given.lpszClassName = L"Informed";
-  ASSERT_NE(::RegisterClassW(&given), 0);
+  EXPECT_GE(Register(L"Taken"), 0xC000);
+  EXPECT_EQ(Register(L"tAKEN"), 0);
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_ALREADY_EXISTS});
   WNDCLASSW found{};
-  EXPECT_TRUE(::GetClassInfoW(given.hInstance, L"informed", &found));
-  EXPECT_EQ(found.style, 3u);
+  EXPECT_TRUE(::GetClassInfoW(kInstance, L"taken", &found));
+  EXPECT_EQ(found.style, UINT{CS_DBLCLKS});
   EXPECT_EQ(found.lpfnWndProc, &::DefWindowProcW);
-  EXPECT_EQ(found.hInstance, given.hInstance);
-  EXPECT_TRUE(::UnregisterClassW(L"Informed", given.hInstance));
+  EXPECT_EQ(found.hInstance, kInstance);
+  EXPECT_FALSE(::GetClassInfoW(nullptr, L"taken", &found)) << "it is this instance's";
+  EXPECT_TRUE(::UnregisterClassW(L"TAKEN", kInstance));
 }
 
-TEST(WindowClass, AnUnknownClassIsToldByEveryFunctionInItsOwnWay) {
-  const HINSTANCE instance = ::GetModuleHandleW(nullptr);
-  WNDCLASSW found{};
-  EXPECT_FALSE(::GetClassInfoW(instance, L"Unknown", &found));
-  EXPECT_EQ(::GetLastError(), ERROR_CLASS_DOES_NOT_EXIST);
-  EXPECT_FALSE(::UnregisterClassW(L"Unknown", instance));
-  EXPECT_EQ(::GetLastError(), ERROR_CLASS_DOES_NOT_EXIST);
-  EXPECT_EQ(CreateOf(L"Unknown"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_CANNOT_FIND_WND_CLASS);
-}
-
-TEST(WindowClass, AClassWithWindowsStays) {
-  const WNDCLASSEXW windowClass = ClassNamed(L"Used");
-  ASSERT_NE(::RegisterClassExW(&windowClass), 0);
-  const HWND window = CreateOf(L"Used");
-  EXPECT_FALSE(::UnregisterClassW(L"Used", windowClass.hInstance));
-  EXPECT_EQ(::GetLastError(), ERROR_CLASS_HAS_WINDOWS);
+TEST(WindowClass, AClassStaysAsLongAsItHasWindows) {
+  const auto* const name = MAKEINTRESOURCEW(Register(L"Used"));
+  const HWND window = CreateOf(name);
+  EXPECT_FALSE(::UnregisterClassW(L"Used", kInstance));
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_HAS_WINDOWS});
   EXPECT_TRUE(::DestroyWindow(window));
-  EXPECT_TRUE(::UnregisterClassW(L"Used", windowClass.hInstance));
+  EXPECT_TRUE(::UnregisterClassW(name, kInstance));
   EXPECT_EQ(CreateOf(L"Used"), nullptr);
 }
 
-TEST(WindowClass, ANameTooLongOrMissingIsRefused) {
+TEST(WindowClass, ANameHasOneTo256CharactersAndTheStructureOneSize) {
   const std::wstring longest(256, L'x');
-  const std::wstring tooLong(257, L'x');
-  for (const wchar_t* name : {static_cast<const wchar_t*>(nullptr), L"", tooLong.c_str()}) {
-    const WNDCLASSEXW windowClass = ClassNamed(name);
-    EXPECT_EQ(::RegisterClassExW(&windowClass), 0);
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  }
-  const WNDCLASSEXW windowClass = ClassNamed(longest.c_str());
-  EXPECT_NE(::RegisterClassExW(&windowClass), 0);
-  EXPECT_TRUE(::UnregisterClassW(longest.c_str(), windowClass.hInstance));
+  EXPECT_NE(Register(longest.c_str()), 0);
+  EXPECT_TRUE(::UnregisterClassW(longest.c_str(), kInstance));
+  constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
+  ExpectFailures({
+      {"no name", [] { return Register(nullptr); }, kInvalid},
+      {"an empty name", [] { return Register(L""); }, kInvalid},
+      {"a longer name", [&] { return Register((longest + L'x').c_str()); }, kInvalid},
+      {"a smaller structure", [] { return Register(L"S", sizeof(WNDCLASSEXW) - 1); }, kInvalid},
+      {"a larger structure", [] { return Register(L"S", sizeof(WNDCLASSEXW) + 1); }, kInvalid},
+  });
+}
+
+TEST(WindowClass, ClassesOfTheSystemAreFoundForEveryInstanceAndStay) {
+  WNDCLASSW found{};
+  EXPECT_TRUE(::GetClassInfoW(nullptr, L"BUTTON", &found));
+  EXPECT_TRUE(::GetClassInfoW(kInstance, L"Button", &found));
+  // The dialog's class by its name and by the number that the name stands for.
+  EXPECT_TRUE(::GetClassInfoW(nullptr, L"#32770", &found));
+  EXPECT_TRUE(::GetClassInfoW(nullptr, MAKEINTRESOURCEW(32770), &found));
+  EXPECT_TRUE(::DestroyWindow(CreateOf(L"button")));
+  EXPECT_FALSE(::UnregisterClassW(L"Button", nullptr));
+  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_DOES_NOT_EXIST});
 }
 
 TEST(RegisteredMessage, ANameHasOneNumberInTheDocumentedRange) {
@@ -103,7 +79,6 @@ TEST(RegisteredMessage, ANameHasOneNumberInTheDocumentedRange) {
   EXPECT_LE(number, 0xFFFFu);
   EXPECT_EQ(::RegisterWindowMessageW(L"SHELLSTARTED"), number);
   EXPECT_NE(::RegisterWindowMessageW(L"ShellStopped"), number);
-  EXPECT_EQ(::RegisterWindowMessageW(L""), 0u);
 }
 
 }  // namespace

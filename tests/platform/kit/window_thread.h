@@ -6,7 +6,7 @@
 #include <future>
 #include <thread>
 
-#include "platform/user/recording_window.h"
+#include "platform/kit/recording_window.h"
 
 class WindowThread {
  public:

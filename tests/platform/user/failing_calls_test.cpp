@@ -1,0 +1,128 @@
+// The last errors of calls about windows.
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "platform/kit/failing_call.h"
+#include "platform/kit/recording_window.h"
+#include "platform/kit/window_thread.h"
+
+namespace {
+
+using ::testing::IsEmpty;
+
+constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
+constexpr DWORD kNoWindow = ERROR_INVALID_WINDOW_HANDLE;
+
+HWND CreateFailing(const wchar_t* className, DWORD style = 0, HWND parent = nullptr,
+                   HMENU menu = nullptr) {
+  return ::CreateWindowExW(0, className, L"", style, 0, 0, 9, 9, parent, menu,
+                           ::GetModuleHandleW(nullptr), nullptr);
+}
+
+class FailingCalls : public ::testing::Test {
+ protected:
+  void SetUp() override { recording_.Take(); }
+
+  Recording recording_;
+  const HWND window_ = Recording::Create();
+  MSG message_{};
+  RECT rect_{};
+  POINT point_{};
+};
+
+TEST_F(FailingCalls, ADestroyedWindowIsAnInvalidHandle) {
+  const HWND stale = Recording::Create();
+  ::DestroyWindow(stale);
+  // The slot is in use again, but by another window.
+  Recording::Create();
+  recording_.Take();
+  const MSG toStale{stale, WM_NCCREATE, 0, 0, 0, {}};
+  int end = 0;
+  ExpectFailures({
+      {"IsWindow", [&] { return ::IsWindow(stale); }, kNoWindow},
+      {"DestroyWindow", [&] { return ::DestroyWindow(stale); }, kNoWindow},
+      {"CreateWindowExW", [&] { return CreateFailing(L"Recording", 0, stale); }, kNoWindow},
+      {"SendMessageW", [&] { return ::SendMessageW(stale, WM_NCCREATE, 0, 0); }, kNoWindow},
+      {"PostMessageW", [&] { return ::PostMessageW(stale, WM_APP, 0, 0); }, kNoWindow},
+      {"GetMessageW", [&] { return ::GetMessageW(&message_, stale, 0, 0) != -1; }, kNoWindow},
+      {"PeekMessageW", [&] { return ::PeekMessageW(&message_, stale, 0, 0, PM_REMOVE); },
+       kNoWindow},
+      {"DispatchMessageW", [&] { return ::DispatchMessageW(&toStale); }, kNoWindow},
+      {"SetTimer", [&] { return ::SetTimer(stale, 1, 10, nullptr); }, kNoWindow},
+      {"KillTimer", [&] { return ::KillTimer(stale, 1); }, kNoWindow},
+      {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(stale, GWLP_WNDPROC); }, kNoWindow},
+      {"SetWindowLongPtrW", [&] { return ::SetWindowLongPtrW(stale, GWLP_WNDPROC, 1); }, kNoWindow},
+      {"its thread", [&] { return ::GetWindowThreadProcessId(stale, nullptr); }, kNoWindow},
+      {"SetWindowTextW", [&] { return ::SetWindowTextW(stale, L""); }, kNoWindow},
+      {"ShowWindow", [&] { return ::ShowWindow(stale, SW_SHOW); }, kNoWindow},
+      {"IsWindowVisible", [&] { return ::IsWindowVisible(stale); }, kNoWindow},
+      {"EnableWindow", [&] { return ::EnableWindow(stale, TRUE); }, kNoWindow},
+      {"IsWindowEnabled", [&] { return ::IsWindowEnabled(stale); }, kNoWindow},
+      {"SetForegroundWindow", [&] { return ::SetForegroundWindow(stale); }, kNoWindow},
+      {"SetFocus", [&] { return ::SetFocus(stale); }, kNoWindow},
+      {"CreateCaret", [&] { return ::CreateCaret(stale, nullptr, 1, 1); }, kNoWindow},
+      {"GetWindowRect", [&] { return ::GetWindowRect(stale, &rect_); }, kNoWindow},
+      {"GetClientRect", [&] { return ::GetClientRect(stale, &rect_); }, kNoWindow},
+      {"ScreenToClient", [&] { return ::ScreenToClient(stale, &point_); }, kNoWindow},
+      {"ScreenToClient", [&] { return ::ScreenToClient(nullptr, &point_); }, kNoWindow},
+      {"MoveWindow", [&] { return ::MoveWindow(stale, 0, 0, 0, 0, FALSE); }, kNoWindow},
+      {"MapWindowPoints", [&] { return ::MapWindowPoints(stale, nullptr, &point_, 1); }, kNoWindow},
+      {"GetScrollRange", [&] { return ::GetScrollRange(stale, SB_VERT, &end, &end); }, kNoWindow},
+  });
+  EXPECT_THAT(recording_.Take(), IsEmpty());
+}
+
+TEST_F(FailingCalls, AnotherThreadMayNeitherEndNorReadNorTimeAWindow) {
+  constexpr DWORD kForeign = ERROR_WINDOW_OF_OTHER_THREAD;
+  const WindowThread owner;
+  const HWND other = owner.Window();
+  ExpectFailures({
+      {"DestroyWindow", [&] { return ::DestroyWindow(other); }, ERROR_ACCESS_DENIED},
+      {"SetTimer", [&] { return ::SetTimer(other, 1, 9, nullptr); }, kForeign},
+      {"GetMessageW", [&] { return ::GetMessageW(&message_, other, 0, 0) != -1; }, kForeign},
+      {"SetFocus", [&] { return ::SetFocus(other); }, ERROR_ACCESS_DENIED},
+      {"CreateCaret", [&] { return ::CreateCaret(other, nullptr, 3, 12); }, ERROR_ACCESS_DENIED},
+  });
+  EXPECT_TRUE(::IsWindow(other));
+}
+
+TEST_F(FailingCalls, InvalidArgumentsFailWithTheDocumentedError) {
+  constexpr DWORD kRange = ERROR_INVALID_SCROLLBAR_RANGE;
+  constexpr DWORD kNoResource = ERROR_RESOURCE_NAME_NOT_FOUND;
+  constexpr DWORD kNoThread = ERROR_INVALID_THREAD_ID;
+  constexpr DWORD kNoClass = ERROR_CLASS_DOES_NOT_EXIST;
+  WNDCLASSW found{};
+  const auto notMenu = reinterpret_cast<HMENU>(window_);
+  SCROLLINFO info{sizeof info - 4, SIF_ALL, 0, 0, 0, 0, 0};
+  ExpectFailures({
+      {"a child of nobody", [] { return CreateFailing(L"Recording", WS_CHILD); },
+       ERROR_TLW_WITH_WSCHILD},
+      {"a menu that is none", [&] { return CreateFailing(L"Recording", 0, nullptr, notMenu); },
+       ERROR_INVALID_MENU_HANDLE},
+      {"a class of nobody", [] { return CreateFailing(L"None"); }, ERROR_CANNOT_FIND_WND_CLASS},
+      {"GetClassInfoW", [&] { return ::GetClassInfoW(nullptr, L"None", &found); }, kNoClass},
+      {"UnregisterClassW", [&] { return ::UnregisterClassW(L"None", nullptr); }, kNoClass},
+      {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(window_, 0); }, ERROR_INVALID_INDEX},
+      {"GetWindowRect", [&] { return ::GetWindowRect(window_, nullptr); }, ERROR_NOACCESS},
+      {"GetCaretPos", [] { return ::GetCaretPos(nullptr); }, ERROR_NOACCESS},
+      {"GetKeyboardState", [] { return ::GetKeyboardState(nullptr); }, ERROR_NOACCESS},
+      {"GetMessageW", [] { return ::GetMessageW(nullptr, nullptr, 0, 0) != -1; }, ERROR_NOACCESS},
+      {"KillTimer", [&] { return ::KillTimer(window_, 1); }, kInvalid},
+      {"RegisterWindowMessageW", [] { return ::RegisterWindowMessageW(L""); }, kInvalid},
+      {"PostThreadMessageW", [] { return ::PostThreadMessageW(0, WM_APP, 0, 0); }, kNoThread},
+      {"PostThreadMessageW", [] { return ::PostThreadMessageW(0xFFFFFFF0, WM_APP, 0, 0); },
+       kNoThread},
+      {"LoadCursorW", [] { return ::LoadCursorW(nullptr, MAKEINTRESOURCEW(1)); }, kNoResource},
+      {"both bars", [&] { return ::SetScrollRange(window_, SB_BOTH, 0, 1, TRUE); }, kInvalid},
+      {"too wide a range", [&] { return ::SetScrollRange(window_, SB_VERT, -2, INT_MAX, TRUE); },
+       kRange},
+      {"GetScrollInfo", [&] { return ::GetScrollInfo(window_, SB_VERT, &info); }, kInvalid},
+  });
+  EXPECT_THAT(recording_.Take(), IsEmpty());
+}
+
+}  // namespace
