@@ -9,9 +9,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/gdi/desktop_thread.h"
 #include "platform/gdi/drawing_surface.h"
-#include "platform/gdi/font_handle.h"
 #include "platform/gdi/resource_fixture.h"
 
 namespace {
@@ -26,12 +24,15 @@ void Require(bool condition, const char* what) {
 [[noreturn]] void RunScaled(const char* factor, void (*body)()) {
   ::alarm(60);
   ::setenv("QT_SCALE_FACTOR", factor, 1);
-  OnDesktop(body);
+  {
+    const HiddenWindow window;
+    body();
+  }
   std::exit(EXIT_SUCCESS);
 }
 
 void ExpectCleanExit(const char* factor, void (*body)()) {
-  ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_EXIT(RunScaled(factor, body), ::testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
@@ -43,14 +44,13 @@ COLORREF DrawnInSixteenPixels() {
       ::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconSizes), IMAGE_ICON, 16, 16, 0));
   ::DrawIconEx(surface.Get(), 3, 3, icon, 16, 16, 0, nullptr, DI_NORMAL);
   ::DestroyIcon(icon);
-  const auto ink = surface.Ink();
-  Require(ink.has_value() && ink->left == 3 && ink->right == 19, "the icon's place");
+  Require(surface.Ink() == RECT{3, 3, 19, 19}, "the icon's place");
   return surface.At(10, 10);
 }
 
 TEST(ScaledScreen, IconsAreDrawnFromThePictureThatIsAsFineAsTheScreen) {
-  ExpectCleanExit("1", [] { Require(DrawnInSixteenPixels() == RGB(255, 0, 0), "the small one"); });
-  ExpectCleanExit("2", [] { Require(DrawnInSixteenPixels() == RGB(0, 255, 0), "the large one"); });
+  ExpectCleanExit("1", [] { Require(DrawnInSixteenPixels() == kRed, "the small one"); });
+  ExpectCleanExit("2", [] { Require(DrawnInSixteenPixels() == kGreen, "the large one"); });
 }
 
 void DrawAndCopy() {
@@ -59,12 +59,9 @@ void DrawAndCopy() {
   ::FillRect(surface.Get(), &area, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
   const DrawingSurface copy(100, 60);
   Require(::BitBlt(copy.Get(), 30, 5, 20, 20, surface.Get(), 5, 5, SRCCOPY), "a copy");
-  const RECT copied = *copy.Ink();
-  Require(copied.left == 35 && copied.top == 10 && copied.right == 45 && copied.bottom == 20,
-          "the place of the copy");
-  const FontHandle font(L"", 40);
-  Require(std::abs(ExtentOf(surface.Get(), font.Get(), L"Ag").cy - 40) <= 1, "the font's height");
-  ::SelectObject(surface.Get(), font.Get());
+  Require(copy.Ink() == RECT{35, 10, 45, 20}, "the place of the copy");
+  const Selected font(surface.Get(), NewFont(L"", 40));
+  Require(std::abs(ExtentOf(surface.Get(), L"Ag").cy - 40) <= 1, "the font's height");
   surface.Clear();
   ::SetBkMode(surface.Get(), TRANSPARENT);
   ::TextOutW(surface.Get(), 10, 10, L"H", 1);
@@ -73,37 +70,24 @@ void DrawAndCopy() {
   Require(ink.bottom - ink.top >= 20, "the size of the text");
 }
 
-TEST(ScaledScreen, PlacesAndSizesAreThoseOfAnOrdinaryOne) {
-  ExpectCleanExit("1", DrawAndCopy);
-  ExpectCleanExit("2", DrawAndCopy);
-  ExpectCleanExit("1.5", DrawAndCopy);
-}
-
-void XorTwice() {
+// Twice, which is nothing.
+void DrawExclusiveOr() {
   const DrawingSurface surface(60, 60);
   const RECT half{0, 0, 30, 60};
   ::FillRect(surface.Get(), &half, static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH)));
-  const HGDIOBJ pen = ::SelectObject(surface.Get(), ::CreatePen(PS_SOLID, 3, RGB(255, 255, 255)));
-  ::SelectObject(surface.Get(), ::GetStockObject(NULL_BRUSH));
+  const std::vector<COLORREF> before = surface.Pixels();
+  const Selected pen(surface.Get(), ::CreatePen(PS_SOLID, 3, kWhite));
+  const Selected brush(surface.Get(), ::GetStockObject(NULL_BRUSH));
   ::SetROP2(surface.Get(), R2_XORPEN);
   ::Rectangle(surface.Get(), 11, 11, 49, 49);
   for (const auto& [x, y] : {std::pair{10, 10}, {48, 49}, {49, 10}, {30, 12}}) {
-    const COLORREF before = x < 30 ? RGB(128, 128, 128) : RGB(255, 255, 255);
-    Require(surface.At(x, y) == (before ^ RGB(255, 255, 255)), "a pixel of the frame");
+    const COLORREF was = x < 30 ? RGB(128, 128, 128) : kWhite;
+    Require(surface.At(x, y) == (was ^ kWhite), "a pixel of the frame");
   }
-  Require(surface.At(13, 13) == RGB(128, 128, 128) && surface.At(50, 20) == RGB(255, 255, 255),
+  Require(surface.At(13, 13) == RGB(128, 128, 128) && surface.At(50, 20) == kWhite,
           "the frame's width");
   ::Rectangle(surface.Get(), 11, 11, 49, 49);
-  for (int y = 0; y < 60; ++y) {
-    for (int x = 0; x < 60; ++x)
-      Require(surface.At(x, y) == (x < 30 ? RGB(128, 128, 128) : RGB(255, 255, 255)), "undone");
-  }
-  ::DeleteObject(::SelectObject(surface.Get(), pen));
-}
-
-TEST(ScaledScreen, TwiceTheExclusiveOrIsNothing) {
-  ExpectCleanExit("1", XorTwice);
-  ExpectCleanExit("2", XorTwice);
+  Require(surface.Pixels() == before, "undone");
 }
 
 void DrawCheckedTextInBox() {
@@ -120,9 +104,15 @@ void DrawCheckedTextInBox() {
   Require(text.right - text.left >= 38, "the text");
 }
 
-TEST(ScaledScreen, TextAndBoxesStayInTheirAreas) {
-  ExpectCleanExit("1", DrawCheckedTextInBox);
-  ExpectCleanExit("2", DrawCheckedTextInBox);
+TEST(ScaledScreen, PlacesAndSizesAreThoseOfAnOrdinaryOne) {
+  for (const char* factor : {"1", "2", "1.5"}) {
+    SCOPED_TRACE(factor);
+    ExpectCleanExit(factor, [] {
+      DrawAndCopy();
+      DrawExclusiveOr();
+      DrawCheckedTextInBox();
+    });
+  }
 }
 
 }  // namespace
