@@ -45,6 +45,17 @@ TEST_F(DialogKeyboard, TabGoesRoundInTheOrderOfTheTemplate) {
     EXPECT_EQ(Press(VK_TAB), id);
 }
 
+TEST_F(DialogKeyboard, AButtonIsTheDefaultOneWhileItHasTheKeyboard) {
+  Focus(kCheck);
+  for (const int id : {IDOK, IDCANCEL, kOther, kName}) {
+    Press(VK_TAB);
+    for (const int button : {IDOK, IDCANCEL, kOther}) {
+      const LRESULT code = ::SendMessageW(Item(button), WM_GETDLGCODE, 0, 0);
+      EXPECT_EQ((code & DLGC_DEFPUSHBUTTON) != 0, button == (id == kName ? IDOK : id)) << id;
+    }
+  }
+}
+
 TEST_F(DialogKeyboard, TabComesToTheChosenButtonOfAGroup) {
   ::CheckRadioButton(dialog_.Window(), kFirstKind, kThirdKind, kSecondKind);
   EXPECT_EQ(Press(VK_TAB), kSecondKind);

@@ -79,7 +79,7 @@ INT_PTR CALLBACK RecordedSheet::Procedure(HWND page, UINT message, WPARAM, LPARA
     case WM_NOTIFY: {
       const auto index = static_cast<std::size_t>(::GetWindowLongPtrW(page, GWLP_USERDATA));
       const auto& notification = *reinterpret_cast<const PSHNOTIFY*>(lParam);
-      const LRESULT answer = current_->Hear(current_->pages_[index].name, notification);
+      const LRESULT answer = current_->Hear(index, notification);
       ::SetWindowLongPtrW(page, DWLP_MSGRESULT, answer);
       return TRUE;
     }
@@ -107,15 +107,17 @@ void RecordedSheet::TakeStep(HWND page) {
   if (!isLast && ::IsWindow(page)) ::PostMessageW(page, kTakeStep, 0, 0);
 }
 
-LRESULT RecordedSheet::Hear(const std::string& page, const PSHNOTIFY& notification) {
-  told_.push_back(page + ": " + kNames.at(notification.hdr.code) +
+LRESULT RecordedSheet::Hear(std::size_t page, const PSHNOTIFY& notification) {
+  const UINT code = notification.hdr.code;
+  told_.push_back(pages_[page].name + ": " + kNames.at(code) +
                   (notification.lParam != 0 ? ", closing" : ""));
-  if (notification.hdr.code == PSN_SETACTIVE) {
-    shown_ = page;
-    const auto buttons = buttons_.find(page);
-    if (buttons != buttons_.end())
-      PropSheet_SetWizButtons(notification.hdr.hwndFrom, buttons->second);
+  if (code == PSN_SETACTIVE) {
+    shown_ = pages_[page].name;
+    const LPARAM back = page > 0 ? PSWIZB_BACK : 0;
+    const LPARAM forward = page + 1 < pages_.size() ? PSWIZB_NEXT : PSWIZB_FINISH;
+    if ((flags_ & PSH_WIZARD97) != 0)
+      PropSheet_SetWizButtons(notification.hdr.hwndFrom, back | forward);
   }
-  const auto answer = answers_.find({page, notification.hdr.code});
+  const auto answer = answers_.find({pages_[page].name, code});
   return answer != answers_.end() ? answer->second : 0;
 }

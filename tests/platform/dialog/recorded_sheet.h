@@ -1,5 +1,5 @@
-// A property sheet titled "Sheet" whose pages write down what they are told. One at a time, on the
-// thread that shows it.
+// A property sheet titled "Sheet", or a wizard, whose pages write down what they are told. One at a
+// time, on the thread that shows it.
 #pragma once
 
 #include <windows.h>
@@ -30,8 +30,6 @@ class RecordedSheet {
   LRESULT TemplateOf(std::size_t page) const {
     return reinterpret_cast<LRESULT>(pages_[page].templateName);
   }
-  // What the page sets as it is activated.
-  void SetWizardButtons(const std::string& page, LPARAM buttons) { buttons_[page] = buttons; }
   // In that number's bitmap.
   void ShowPictures(WORD number) { picture_ = number; }
 
@@ -59,7 +57,7 @@ class RecordedSheet {
   void MakePages();
   void Start(HWND window, const PROPSHEETPAGEW& record);
   void TakeStep(HWND page);
-  LRESULT Hear(const std::string& page, const PSHNOTIFY& notification);
+  LRESULT Hear(std::size_t page, const PSHNOTIFY& notification);
 
   static inline RecordedSheet* current_ = nullptr;
   HiddenWindow keepsDesktop_;
@@ -71,7 +69,6 @@ class RecordedSheet {
   std::vector<Step> steps_;
   std::size_t taken_ = 0;
   std::map<std::string, HWND> windows_;
-  std::map<std::string, LPARAM> buttons_;
   std::vector<std::string> told_;
   std::string shown_;
   WORD picture_ = 0;

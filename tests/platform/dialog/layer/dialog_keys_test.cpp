@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QPushButton>
 #include <optional>
 
 #include "desktop/dialog_driver.h"
@@ -88,24 +87,6 @@ TEST_F(DialogKeys, EnterPressesTheButtonThatTheUserWentToOrElseTheDefaultOne) {
               pressed)
         << id;
   }
-}
-
-TEST_F(DialogKeys, TheButtonWithTheKeyboardLooksLikeTheDefaultOne) {
-  Run([&](DesktopScript& user, QWidget* window) {
-    const auto isDefault = [&](int id) {
-      return window->findChild<QPushButton*>(QString::number(id))->isDefault();
-    };
-    const auto marked = [&](int id, int other) {
-      user.Await([&] { return isDefault(id) && !isDefault(other); }, "default look");
-    };
-    AwaitFocus(user, kName);
-    marked(IDOK, kOther);
-    user.Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    marked(kOther, IDOK);
-    user.Key(Qt::Key_Tab);
-    marked(IDOK, kOther);
-    user.Key(Qt::Key_Escape);
-  });
 }
 
 TEST_F(DialogKeys, MnemonicsWork) {

@@ -125,9 +125,6 @@ class WizardUser : public SheetUser {
       sheet_.AddPage(page, isOuter ? PSP_HIDEHEADER : PSP_USEHEADERTITLE,
                      {0, 0, 317, isOuter ? 0 : 143});
     }
-    sheet_.SetWizardButtons("a", PSWIZB_NEXT);
-    sheet_.SetWizardButtons("b", PSWIZB_BACK | PSWIZB_NEXT);
-    sheet_.SetWizardButtons("d", PSWIZB_BACK | PSWIZB_FINISH);
   }
 };
 
