@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "platform/kit/failing_call.h"
-#include "platform/user/desktop.h"
+#include "platform/testing/simulated_machine.h"
 
 namespace {
 
@@ -19,11 +19,8 @@ class Offscreen : public ::testing::Environment {
 
 class NoDesktop : public ::testing::Test {
  protected:
-  NoDesktop() {
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-      ::unsetenv(name);
-    platform::LeaveDesktop(*platform::CurrentQueue());
-  }
+  // Its end takes the thread's desktop with it.
+  NoDesktop() { const platform::SimulatedMachine machineWithoutDesktop; }
   // For the tests that come after.
   ~NoDesktop() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 1); }
 };
