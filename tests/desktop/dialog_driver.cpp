@@ -8,10 +8,11 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QRadioButton>
 #include <QTest>
+#include <atomic>
 #include <chrono>
+#include <future>
 #include <memory>
 
 #include "platform/user/desktop.h"
@@ -33,35 +34,23 @@ class Errand {
   explicit Errand(std::function<void()> work) : work_(std::move(work)) {}
 
   void Run() {
-    std::function<void()> work;
-    {
-      const std::lock_guard lock(mutex_);
-      work.swap(work_);
-      running_ = work != nullptr;
-    }
-    if (work == nullptr) return;
-    work();
-    const std::lock_guard lock(mutex_);
-    done_ = true;
-    changed_.notify_all();
+    if (taken_.test_and_set()) return;
+    work_();
+    done_.set_value();
   }
-
-  // False when it has not been done in time. Work under way is waited for without limit.
+  // False when it has not been begun in time. Work under way is waited for without limit.
   bool Await() {
-    std::unique_lock lock(mutex_);
-    if (changed_.wait_for(lock, kStepLimit, [this] { return done_; })) return true;
-    work_ = nullptr;
-    if (!running_) return false;
-    changed_.wait(lock, [this] { return done_; });
+    const auto done = done_.get_future();
+    if (done.wait_for(kStepLimit) == std::future_status::ready) return true;
+    if (!taken_.test_and_set()) return false;
+    done.wait();
     return true;
   }
 
  private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
   std::function<void()> work_;
-  bool running_ = false;
-  bool done_ = false;
+  std::atomic_flag taken_;
+  std::promise<void> done_;
 };
 
 void Send(const std::shared_ptr<Errand>& errand) {
@@ -129,9 +118,7 @@ void DesktopScript::Run(const std::function<void(DesktopScript&)>& body) {
     Report(failure.what());
   }
   EndLoopsUntilLeft();
-  const std::lock_guard lock(mutex_);
   ended_ = true;
-  changed_.notify_all();
 }
 
 void DesktopScript::AwaitDesktop() {
@@ -148,37 +135,31 @@ void DesktopScript::Fail(const QString& text) {
 
 void DesktopScript::Report(const std::string& text) {
   ADD_FAILURE() << "script: " << text;
-  const std::lock_guard lock(mutex_);
   failed_ = true;
 }
 
 // A script that failed ends the loops at once, another only after it has waited in vain for the
 // test to come out of them.
 void DesktopScript::EndLoopsUntilLeft() {
-  std::unique_lock lock(mutex_);
-  const auto hasLeft = [this] { return leaving_; };
-  if (!failed_ && changed_.wait_for(lock, kLeaveLimit, hasLeft)) return;
-  if (!failed_) {
-    lock.unlock();
+  const auto hasLeftWithin = [this](std::chrono::milliseconds limit) {
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, limit, [this] { return leaving_; });
+  };
+  if (!HasFailed()) {
+    if (hasLeftWithin(kLeaveLimit)) return;
     Report("the test is still in a loop");
-    lock.lock();
   }
   do {
     const auto windowThread = platform::WindowThread();
-    if (windowThread != nullptr) {
-      windowThread->PostQuit(1);
-      posted_ = true;
-    }
-  } while (!changed_.wait_for(lock, kQuitInterval, hasLeft));
+    if (windowThread == nullptr) continue;
+    windowThread->PostQuit(1);
+    posted_ = true;
+  } while (!hasLeftWithin(kQuitInterval));
 }
 
 void DesktopScript::DriveUntilEnded() {
-  const auto hasEnded = [this] {
-    const std::lock_guard lock(mutex_);
-    return ended_;
-  };
-  if (platform::WindowThread() != platform::CurrentQueue()) return;
-  while (!hasEnded()) {
+  if (!platform::IsWindowThread()) return;
+  while (!ended_) {
     MSG message;
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
       ::TranslateMessage(&message);
@@ -190,7 +171,7 @@ void DesktopScript::DriveUntilEnded() {
 
 // What ended the loops of this test shall not end those of the next.
 void DesktopScript::DropQuit() {
-  if (!posted_ || platform::WindowThread() != platform::CurrentQueue()) return;
+  if (!posted_ || !platform::IsWindowThread()) return;
   MSG message;
   while (::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
   }
@@ -286,9 +267,4 @@ HWND DesktopScript::HandleOf(QWidget* widget) {
   UINT_PTR handle = 0;
   Do([&] { handle = widget->property("windowHandle").toULongLong(); });
   return reinterpret_cast<HWND>(handle);
-}
-
-bool DesktopScript::HasFailed() const {
-  const std::lock_guard lock(mutex_);
-  return failed_;
 }

@@ -10,6 +10,7 @@
 
 #include <QString>
 #include <QWidget>
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -56,7 +57,7 @@ class DesktopScript {
   HWND HandleOf(QWidget* widget);
 
   // --- for the test ---
-  bool HasFailed() const;
+  bool HasFailed() const { return failed_; }
 
  private:
   class Stopped : public std::runtime_error {
@@ -71,11 +72,11 @@ class DesktopScript {
   void DriveUntilEnded();
   void DropQuit();
 
-  mutable std::mutex mutex_;
+  std::mutex mutex_;
   std::condition_variable changed_;
-  bool ended_ = false;
   bool leaving_ = false;
-  bool failed_ = false;
-  bool posted_ = false;
+  std::atomic<bool> ended_ = false;
+  std::atomic<bool> failed_ = false;
+  std::atomic<bool> posted_ = false;
   std::thread thread_;
 };

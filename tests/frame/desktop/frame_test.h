@@ -8,11 +8,12 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <optional>
 
 #include "desktop/dialog_driver.h"
-#include "frame/desktop/lasting_window.h"
 #include "frame/help_system.h"
 #include "frame/ui_surroundings.h"
+#include "platform/kit/hidden_window.h"
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
 #include "storage/settings.h"
@@ -27,7 +28,7 @@ class FrameTest : public testing::Test {
     machine_.UseDesktop();
     machine_.ShowMessageBoxes();
     catalogue_.SetInterfaceLanguage(1033);
-    EXPECT_TRUE(window_.Create());
+    window_.emplace();
   }
 
   // The text of the message box that is open, which the OK button closes.
@@ -54,7 +55,8 @@ class FrameTest : public testing::Test {
   }
 
   platform::SimulatedMachine machine_;
-  LastingWindow window_;
+  // Keeps the desktop from one dialog to the next, as the service's own windows do.
+  std::optional<HiddenWindow> window_;
   Database database_;
   Settings settings_{database_};
   MessageCatalogue catalogue_;

@@ -1,7 +1,5 @@
 #include "frame/input_dialog.h"
 
-#include <QLineEdit>
-
 #include "frame/desktop/frame_test.h"
 
 namespace quillgate {
@@ -12,37 +10,33 @@ class InputDialogTest : public FrameTest {
   std::optional<std::wstring> Run(const std::function<void(DesktopScript&, QWidget*)>& user) {
     DesktopScript script(
         [&](DesktopScript& steps) { user(steps, steps.AwaitWindow("Add new user")); });
-    return InputDialog(ui_).Run(window_.Window(), kMsgAddNewUser, kMsgUserNameLabel);
+    return InputDialog(ui_).Run(window_->Get(), kMsgAddNewUser, kMsgUserNameLabel);
   }
 };
 
-TEST_F(InputDialogTest, TheTextIsWhatWasEnteredAndMayBeEmpty) {
-  EXPECT_EQ(Run([](DesktopScript& script, QWidget* window) {
-              EXPECT_EQ(script.TextOf(script.Child(window, IDC_INPUT_PROMPT)), "User name:");
-              EXPECT_EQ(script.TextOf(script.Child(window, IDOK)), "OK");
-              EXPECT_EQ(script.TextOf(script.Child(window, IDCANCEL)), "Cancel");
-              script.Type(window, IDC_INPUT_EDIT, "Anna O");
-              script.Click(window, IDOK);
-            }),
-            L"Anna O");
-  EXPECT_EQ(Run([](DesktopScript& script, QWidget* window) { script.Click(window, IDOK); }), L"");
-}
-
-TEST_F(InputDialogTest, CancelAnswersNothingWhateverWasEntered) {
-  EXPECT_EQ(Run([](DesktopScript& script, QWidget* window) {
-              script.Type(window, IDC_INPUT_EDIT, "Anna");
-              script.Click(window, IDCANCEL);
-            }),
-            std::nullopt);
+TEST_F(InputDialogTest, TheTextIsWhatWasEnteredAndMayBeEmptyCancelAnswersNothing) {
+  for (const auto& [text, button, answer] :
+       {std::tuple{"Anna O", IDOK, std::optional<std::wstring>(L"Anna O")},
+        {"", IDOK, L""},
+        {"Anna", IDCANCEL, std::nullopt}}) {
+    EXPECT_EQ(
+        Run([&](DesktopScript& script, QWidget* window) {
+          for (const auto& [id, shown] :
+               {std::pair{IDC_INPUT_PROMPT, "User name:"}, {IDOK, "OK"}, {IDCANCEL, "Cancel"}})
+            EXPECT_EQ(script.TextOf(script.Child(window, id)), shown);
+          script.Type(window, IDC_INPUT_EDIT, text);
+          script.Click(window, button);
+        }),
+        answer);
+  }
 }
 
 TEST_F(InputDialogTest, MoreThan511CharactersCannotBeEntered) {
-  const auto text = Run([](DesktopScript& script, QWidget* window) {
-    script.Type(window, IDC_INPUT_EDIT, QString(520, 'a'));
-    script.Click(window, IDOK);
-  });
-  ASSERT_TRUE(text.has_value());
-  EXPECT_EQ(text->size(), 511u);
+  EXPECT_EQ(Run([](DesktopScript& script, QWidget* window) {
+              script.Type(window, IDC_INPUT_EDIT, QString(520, 'a'));
+              script.Click(window, IDOK);
+            }),
+            std::wstring(511, L'a'));
 }
 
 }  // namespace

@@ -15,10 +15,12 @@ namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
+using testing::Pair;
 
 constexpr UINT kThrow = WM_APP;
 constexpr UINT kAsk = WM_APP + 1;
 constexpr int kNumber = 2000;
+constexpr int kApply = 0x3021;
 
 class RecordingPage final : public PropertyPage {
  public:
@@ -29,7 +31,7 @@ class RecordingPage final : public PropertyPage {
     log.push_back("apply");
     if (throwInApply) throw std::runtime_error("apply");
     number = ReadNumber(kNumber, {1, highest}).value_or(0);
-    return accepts && number != 0;
+    return number != 0;
   }
   void OnCancel(HWND window) override {
     EXPECT_EQ(window, Window());
@@ -38,7 +40,6 @@ class RecordingPage final : public PropertyPage {
 
   std::vector<std::string> log;
   std::uint32_t number = 0;
-  bool accepts = true;
   bool closes = true;
   std::uint32_t highest = 2000;
   bool throwInApply = false;
@@ -66,22 +67,13 @@ class PropertySheetTest : public FrameTest {
   static constexpr auto kTitle = "Connection information";
 
   // The sheet of both pages, while the script plays the user.
-  bool Run(PropertySheet::Apply apply, const std::function<void(DesktopScript&, QWidget*)>& user) {
+  bool Run(const std::function<void(DesktopScript&, QWidget*)>& user,
+           PropertySheet::Apply apply = PropertySheet::Apply::kWithButton) {
     PropertySheet sheet(catalogue_, kMsgConnectionInformation, apply);
     sheet.Add(first_);
     sheet.Add(second_);
     DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow(kTitle)); });
     return sheet.Run();
-  }
-
-  static QPushButton* Button(DesktopScript& script, QWidget* sheet, const QString& text) {
-    QPushButton* found = nullptr;
-    script.Do([&] {
-      for (QPushButton* each : sheet->findChildren<QPushButton*>()) {
-        if (each->text().remove('&') == text && each->isVisible()) found = each;
-      }
-    });
-    return found;
   }
 
   RecordingPage first_{ui_, IDD_CONNECTION_GENERAL, kMsgGeneral};
@@ -93,14 +85,14 @@ TEST_F(PropertySheetTest, ASheetWithoutPagesIsNotShown) {
 }
 
 TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceAndForgottenAfterwards) {
-  EXPECT_TRUE(Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+  EXPECT_TRUE(Run([&](DesktopScript& script, QWidget* sheet) {
     EXPECT_NE(first_.Window(), nullptr);
     EXPECT_NE(second_.Window(), nullptr);
     script.Do([&] {
       const QPoint middle = sheet->screen()->availableGeometry().center();
       EXPECT_LE((sheet->geometry().center() - middle).manhattanLength(), 2);
     });
-    script.Click(Button(script, sheet, "OK"));
+    script.Click(sheet, IDOK);
   }));
   EXPECT_EQ(first_.Window(), nullptr);
   EXPECT_EQ(second_.Window(), nullptr);
@@ -108,51 +100,8 @@ TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceAndForgottenAfterwards) {
   EXPECT_THAT(second_.log, ElementsAre("init", "texts", "apply"));
 }
 
-TEST_F(PropertySheetTest, APageThatRefusesKeepsTheSheetOpenOnItself) {
-  first_.accepts = false;
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Click(Button(script, sheet, "OK"));
-    script.Await([&] { return first_.log.back() == "apply"; }, "refused apply");
-    script.Do([&] { EXPECT_TRUE(sheet->isVisible()); });
-    script.Do([&] { first_.accepts = true; });
-    script.Click(Button(script, sheet, "OK"));
-  });
-  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "apply", "apply"));
-}
-
-TEST_F(PropertySheetTest, AFailedApplyIsShownAndCountsAsRefused) {
-  first_.throwInApply = true;
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Click(Button(script, sheet, "OK"));
-    EXPECT_EQ(CloseBox(script), "An unknown error has occurred. Please notify the author.");
-    script.Do([&] { EXPECT_TRUE(sheet->isVisible()); });
-    script.Click(Button(script, sheet, "Cancel"));
-  });
-}
-
-TEST_F(PropertySheetTest, CancelReachesEveryDialogObject) {
-  Run(PropertySheet::Apply::kWithoutButton, [&](DesktopScript& script, QWidget* sheet) {
-    EXPECT_EQ(Button(script, sheet, "Apply"), nullptr);
-    script.Click(Button(script, sheet, "Cancel"));
-  });
-  EXPECT_THAT(first_.log, testing::Contains("cancel"));
-  EXPECT_THAT(second_.log, testing::Contains("cancel"));
-}
-
-TEST_F(PropertySheetTest, APageThatRefusesCancelKeepsTheSheetOpenAndCancelsNothing) {
-  first_.closes = false;
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Click(Button(script, sheet, "Cancel"));
-    script.Do([&] { EXPECT_TRUE(sheet->isVisible()); });
-    EXPECT_THAT(first_.log, ElementsAre("init", "texts"));
-    script.Do([&] { first_.closes = true; });
-    script.Click(Button(script, sheet, "Cancel"));
-  });
-  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "cancel"));
-}
-
 TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+  Run([&](DesktopScript& script, QWidget* sheet) {
     script.Do([&] {
       catalogue_.SetInterfaceLanguage(1053);
       DialogObject::RefreshAllTexts();
@@ -161,7 +110,7 @@ TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
       EXPECT_EQ(tabs->tabText(0), QString::fromWCharArray(L"Allm\u00e4nt"));
       EXPECT_EQ(tabs->tabText(1), "Detaljer");
     });
-    script.Click(Button(script, sheet, "Cancel"));
+    script.Click(sheet, IDCANCEL);
   });
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "texts", "cancel"));
   EXPECT_THAT(second_.log, ElementsAre("init", "texts", "texts", "cancel"));
@@ -169,56 +118,73 @@ TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
 
 TEST_F(PropertySheetTest, AValueOutOfRangeIsToldWithItsFieldSelectedAndFocused) {
   first_.highest = 1440;
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Click(Button(script, sheet, "OK"));
+  Run([&](DesktopScript& script, QWidget* sheet) {
+    script.Click(sheet, IDOK);
     EXPECT_EQ(CloseBox(script), "The value 1441 is invalid. It must be in the range 1 - 1440.");
     auto* field = qobject_cast<QLineEdit*>(script.Child(sheet, kNumber));
     script.Await([&] { return field->hasFocus(); }, "focus in the field");
     script.Do([&] { EXPECT_EQ(field->selectedText(), "1441"); });
     script.Type(field, "1440");
-    script.Click(Button(script, sheet, "OK"));
+    script.Click(sheet, IDOK);
   });
   EXPECT_EQ(first_.number, 1440u);
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "apply", "apply"));
+}
+
+TEST_F(PropertySheetTest, CancelReachesEveryPageUnlessTheShownOneRefuses) {
+  first_.closes = false;
+  const auto user = [&](DesktopScript& script, QWidget* sheet) {
+    const QWidget* apply = script.Child(sheet, kApply);
+    script.Click(sheet, IDCANCEL);
+    script.Do([&] {
+      EXPECT_FALSE(apply->isVisible());
+      EXPECT_TRUE(sheet->isVisible());
+      EXPECT_THAT(first_.log, ElementsAre("init", "texts"));
+      first_.closes = true;
+    });
+    script.Click(sheet, IDCANCEL);
+  };
+  Run(user, PropertySheet::Apply::kWithoutButton);
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "cancel"));
+  EXPECT_THAT(second_.log, ElementsAre("init", "texts", "cancel"));
+}
+
+TEST_F(PropertySheetTest, ExceptionsAreShownOneAtATimeAndKeepTheSheetOpen) {
+  first_.throwInApply = true;
+  Run([&](DesktopScript& script, QWidget* sheet) {
+    script.Click(sheet, IDOK);
+    EXPECT_EQ(CloseBox(script), "An unknown error has occurred. Please notify the author.");
+    script.Do([&] {
+      EXPECT_TRUE(sheet->isVisible());
+      ::PostMessageW(first_.Window(), kThrow, 0, 0);
+      ::PostMessageW(first_.Window(), kThrow, 0, 0);
+    });
+    EXPECT_EQ(CloseBox(script), "A database error was detected:\n\ndisk full");
+    script.Click(sheet, IDCANCEL);
+  });
 }
 
 TEST_F(PropertySheetTest, OnlyYesIsAYes) {
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+  Run([&](DesktopScript& script, QWidget* sheet) {
     for (const int button : {IDYES, IDNO}) {
       script.Do([&] { ::PostMessageW(first_.Window(), kAsk, 0, 0); });
       script.Click(script.AwaitWindow(kBoxTitle), button);
       script.AwaitNoWindow(kBoxTitle);
     }
-    script.Click(Button(script, sheet, "Cancel"));
+    script.Click(sheet, IDCANCEL);
   });
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "yes", "no", "cancel"));
 }
 
-TEST_F(PropertySheetTest, WhatAMessageThrowsIsShownOnceAtATime) {
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
-    script.Do([&] {
-      ::PostMessageW(first_.Window(), kThrow, 0, 0);
-      ::PostMessageW(first_.Window(), kThrow, 0, 0);
-    });
-    EXPECT_EQ(CloseBox(script), "A database error was detected:\n\ndisk full");
-    script.Click(Button(script, sheet, "Cancel"));
-  });
-}
+// What the help viewer was asked for: places, and the numbers of texts to pop up.
+std::vector<std::pair<std::wstring, DWORD>> helpRequests;
 
-// What the help viewer was asked for.
-struct HelpRequest {
-  std::wstring location;
-  UINT command = 0;
-  DWORD context = 0;
-};
-std::vector<HelpRequest> helpRequests;
-
-constexpr UINT kDisplayTopic = 0;
-constexpr UINT kTextPopup = 14;
-
-HWND WINAPI RecordHelp(HWND, LPCWSTR file, UINT command, DWORD_PTR data) {
-  HelpRequest request{file == nullptr ? L"" : file, command, 0};
-  if (command == kTextPopup) request.context = reinterpret_cast<const HH_POPUP*>(data)->idString;
-  if (command == kTextPopup || command == kDisplayTopic) helpRequests.push_back(request);
+HWND WINAPI RecordHelp(HWND, LPCWSTR place, UINT command, DWORD_PTR data) {
+  constexpr UINT kDisplayTopic = 0;
+  constexpr UINT kTextPopup = 14;
+  if (command == kDisplayTopic) helpRequests.emplace_back(place, 0);
+  if (command == kTextPopup)
+    helpRequests.emplace_back(place, reinterpret_cast<const HH_POPUP*>(data)->idString);
   return nullptr;
 }
 
@@ -226,7 +192,7 @@ TEST_F(PropertySheetTest, HelpIsTheControlsOwnTextElseThePagesTopic) {
   helpRequests.clear();
   platform::RegisterBuiltInModule(L"hhctrl.ocx", {{"#15", reinterpret_cast<FARPROC>(RecordHelp)}});
   help_.SetHelpFile(L"help.chm");
-  Run(PropertySheet::Apply::kWithButton, [&](DesktopScript& script, QWidget* sheet) {
+  Run([&](DesktopScript& script, QWidget* sheet) {
     for (const DWORD_PTR context : {DWORD_PTR{0x807C0435}, DWORD_PTR{0}}) {
       HELPINFO info{};
       info.cbSize = sizeof(info);
@@ -235,13 +201,11 @@ TEST_F(PropertySheetTest, HelpIsTheControlsOwnTextElseThePagesTopic) {
       script.Do(
           [&] { ::SendMessageW(first_.Window(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info)); });
     }
-    script.Click(Button(script, sheet, "Cancel"));
+    script.Click(sheet, IDCANCEL);
   });
   platform::UnregisterBuiltInModule(L"hhctrl.ocx");
-  ASSERT_EQ(helpRequests.size(), 2u);
-  EXPECT_EQ(helpRequests[0].location, L"help.chm::/popups.txt");
-  EXPECT_EQ(helpRequests[0].context, 0x807C0435u);
-  EXPECT_EQ(helpRequests[1].location, L"help.chm::/html/page.html");
+  EXPECT_THAT(helpRequests, ElementsAre(Pair(L"help.chm::/popups.txt", 0x807C0435u),
+                                        Pair(L"help.chm::/html/page.html", 0u)));
 }
 
 }  // namespace

@@ -1,49 +1,56 @@
-// The registration of the common controls.
+// What all controls have in common: registration, kinds, unknown messages and life without widgets.
 #include <thread>
 
 #include "platform/controls/control_test.h"
 
 namespace {
 
-struct Registration {
-  DWORD size;
-  DWORD classes;
-  BOOL expected;
-};
-constexpr DWORD kSize = sizeof(INITCOMMONCONTROLSEX);
-constexpr Registration kRegistrations[] = {
-    {kSize, 0x11D, TRUE},        {kSize, ICC_STANDARD_CLASSES, TRUE},
-    {kSize, 0x400, FALSE},  // rebars
-    {kSize, 0x11D | 0x2, FALSE}, {kSize, 0, FALSE},
-    {kSize - 1, 0x11D, FALSE},
-};
-
-TEST(CommonControls, FamiliesThatDoNotExistAreRefused) {
-  for (const Registration& each : kRegistrations) {
-    const INITCOMMONCONTROLSEX classes = {each.size, each.classes};
-    EXPECT_EQ(::InitCommonControlsEx(&classes), each.expected) << std::hex << each.classes;
+TEST(CommonControls, FamiliesThatDoNotExistAreNotRegistered) {
+  constexpr DWORD kSize = sizeof(INITCOMMONCONTROLSEX);
+  constexpr DWORD kRebars = 0x400;
+  constexpr DWORD kTreeViews = 0x2;
+  for (const auto& [size, classes, expected] : {std::tuple{kSize, 0x11Du, TRUE},
+                                                {kSize, ICC_STANDARD_CLASSES, TRUE},
+                                                {kSize, kRebars, FALSE},
+                                                {kSize, 0x11D | kTreeViews, FALSE},
+                                                {kSize, 0u, FALSE},
+                                                {kSize - 1, 0x11Du, FALSE}}) {
+    const INITCOMMONCONTROLSEX wanted = {size, classes};
+    EXPECT_EQ(::InitCommonControlsEx(&wanted), expected) << std::hex << classes;
   }
   EXPECT_FALSE(::InitCommonControlsEx(nullptr));
 }
 
-class UnknownMessages : public ControlTest {};
+class AnyControl : public ControlTest {};
 
-TEST_F(UnknownMessages, AreAnsweredWithTheDocumentedFailure) {
-  EXPECT_EQ(Send(Make(L"COMBOBOX", CBS_DROPDOWNLIST), 0x0151 + 1), CB_ERR);
-  EXPECT_EQ(Send(Make(L"EDIT", 0), 0x00C4), 0);
-  EXPECT_EQ(Send(Make(WC_LISTVIEW, LVS_REPORT), LVM_FIRST + 16), 0);
-  EXPECT_EQ(Send(Make(WC_TABCONTROL, 0), TCM_FIRST + 8), 0);
-  EXPECT_EQ(Send(Make(UPDOWN_CLASS, 0), WM_USER + 107), 0);
-  EXPECT_EQ(Send(Make(DATETIMEPICK_CLASS, 0), DTM_FIRST + 8), 0);
+TEST_F(AnyControl, UnsupportedStylesMakeNoControl) {
+  for (const auto& [name, style] : {std::pair{L"BUTTON", 0x000Bu},        // drawn by the owner
+                                    {L"COMBOBOX", 0x0002u},               // with a field
+                                    {L"EDIT", 0x0004u},                   // of several lines
+                                    {WC_LISTVIEW, 0u},                    // icons
+                                    {WC_LISTVIEW, LVS_REPORT | 0x1000u},  // owner's data
+                                    {L"STATIC", 0x000Du}}) {              // drawn by the owner
+    EXPECT_EQ(Make(name, style), nullptr) << ::testing::PrintToString(name) << " " << style;
+  }
 }
 
-class WithoutDesktop : public ControlTest {};
+TEST_F(AnyControl, UnknownMessagesAreAnsweredWithTheDocumentedFailure) {
+  for (const auto& [name, style, message, expected] :
+       {std::tuple{L"COMBOBOX", CBS_DROPDOWNLIST, 0x0152u, LRESULT{CB_ERR}},
+        {L"EDIT", 0u, 0x00C4u, 0},
+        {WC_LISTVIEW, LVS_REPORT, LVM_FIRST + 16u, 0},
+        {WC_TABCONTROL, 0u, TCM_FIRST + 8u, 0},
+        {UPDOWN_CLASS, 0u, WM_USER + 107u, 0},
+        {DATETIMEPICK_CLASS, 0u, DTM_FIRST + 8u, 0}}) {
+    EXPECT_EQ(Send(Make(name, style), message), expected) << message;
+  }
+}
 
 // Windows of a thread that is not the window thread have no widgets.
-TEST_F(WithoutDesktop, ControlsKeepTheirStateAllTheSame) {
+TEST_F(AnyControl, ControlsKeepTheirStateWithoutADesktop) {
   std::thread([] {
-    HWND parent = ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 99, 99, nullptr, nullptr,
-                                    ::GetModuleHandleW(nullptr), nullptr);
+    HWND parent =
+        ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 99, 99, nullptr, nullptr, nullptr, nullptr);
     const auto make = [&](const wchar_t* name, DWORD style) {
       return ::CreateWindowExW(0, name, L"text", WS_CHILD | style, 0, 0, 50, 50, parent, nullptr,
                                ::GetModuleHandleW(nullptr), nullptr);
@@ -69,6 +76,29 @@ TEST_F(WithoutDesktop, ControlsKeepTheirStateAllTheSame) {
     EXPECT_TRUE(Send(make(DATETIMEPICK_CLASS, 0), DTM_SETSYSTEMTIME, GDT_VALID, &date));
     EXPECT_TRUE(::DestroyWindow(parent));
   }).join();
+}
+
+TEST_F(AnyControl, KeysOfTextsGoToTheNextControlThatTakesInput) {
+  BecomeDialog();
+  HWND label = Make(L"STATIC", SS_LEFT, L"&Name:");
+  ::EnableWindow(Make(L"EDIT", 0), FALSE);
+  ::ShowWindow(Make(L"EDIT", 0), SW_HIDE);
+  HWND name = Make(L"EDIT", 0);
+  Make(L"BUTTON", BS_GROUPBOX, L"&Group");
+  Make(L"STATIC", SS_LEFT | SS_NOPREFIX, L"R&D");
+  HWND grouped = Make(L"EDIT", 0);
+  HWND last = Make(L"EDIT", 0);
+  const auto goesTo = [&](Qt::Key key, HWND expected) {
+    Focus(last);
+    Press(last, key, Qt::AltModifier);
+    return WidgetOf(expected)->hasFocus();
+  };
+  EXPECT_TRUE(goesTo(Qt::Key_N, name));
+  EXPECT_TRUE(goesTo(Qt::Key_G, grouped));
+  EXPECT_TRUE(goesTo(Qt::Key_D, last)) << "the text has no key";
+  ::SetWindowTextW(label, L"Na&me:");
+  EXPECT_TRUE(goesTo(Qt::Key_N, last)) << "the old key still counts";
+  EXPECT_TRUE(goesTo(Qt::Key_M, name));
 }
 
 }  // namespace

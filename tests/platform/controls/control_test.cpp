@@ -1,12 +1,9 @@
 #include "platform/controls/control_test.h"
 
-namespace {
+#include <cstdlib>
+#include <utility>
 
-class Offscreen : public ::testing::Environment {
- public:
-  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 0); }
-};
-[[maybe_unused]] const auto* const offscreen = ::testing::AddGlobalTestEnvironment(new Offscreen);
+namespace {
 
 constexpr const wchar_t* kClass = L"ParentOfControls";
 
@@ -15,6 +12,7 @@ ControlTest* current = nullptr;
 }  // namespace
 
 ControlTest::ControlTest() {
+  ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
   current = this;
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
@@ -71,22 +69,6 @@ QWidget* ControlTest::WidgetOf(HWND window) {
     if (widget->property("windowHandle") == QVariant(handle)) return widget;
   }
   return nullptr;
-}
-
-void ControlTest::Click(QWidget* widget) {
-  QTest::mouseClick(widget, Qt::LeftButton);
-}
-
-void ControlTest::Click(HWND window) {
-  Click(WidgetOf(window));
-}
-
-void ControlTest::Press(HWND window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  QTest::keyClick(WidgetOf(window), key, modifiers);
-}
-
-void ControlTest::Type(HWND window, const QString& text) {
-  QTest::keyClicks(WidgetOf(window), text);
 }
 
 void ControlTest::Focus(HWND window) {

@@ -48,10 +48,12 @@ class ControlTest : public ::testing::Test {
     return qobject_cast<Widget*>(WidgetOf(window));
   }
   // In the middle of the widget.
-  static void Click(HWND window);
-  static void Click(QWidget* widget);
-  static void Press(HWND window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-  static void Type(HWND window, const QString& text);
+  static void Click(QWidget* widget) { QTest::mouseClick(widget, Qt::LeftButton); }
+  static void Click(HWND window) { Click(WidgetOf(window)); }
+  static void Press(HWND window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(WidgetOf(window), key, modifiers);
+  }
+  static void Type(HWND window, const QString& text) { QTest::keyClicks(WidgetOf(window), text); }
   static void Focus(HWND window);
 
  private:

@@ -9,89 +9,78 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr const char* kPicked = "notify 1 -759";
-
-SYSTEMTIME Date(int year, int month, int day) {
-  SYSTEMTIME time{};
-  time.wYear = static_cast<WORD>(year);
-  time.wMonth = static_cast<WORD>(month);
-  time.wDay = static_cast<WORD>(day);
-  return time;
+SYSTEMTIME Date(WORD year, WORD month, WORD day, WORD hour = 0) {
+  return {year, month, 0, day, hour, 0, 0, 0};
 }
 
 class DatePickerTest : public ControlTest {
  protected:
-  DatePickerTest() { picker_ = Make(DATETIMEPICK_CLASS, DTS_RIGHTALIGN, L"", 120); }
+  DatePickerTest() { Set(Date(2024, 5, 15)); }
 
   LRESULT Set(const SYSTEMTIME& time) { return Send(picker_, DTM_SETSYSTEMTIME, GDT_VALID, &time); }
   SYSTEMTIME Get() {
     SYSTEMTIME time{};
     EXPECT_EQ(Send(picker_, DTM_GETSYSTEMTIME, 0, &time), GDT_VALID);
-    EXPECT_EQ(Edit()->date(), QDate(time.wYear, time.wMonth, time.wDay));
+    EXPECT_EQ(Edit()->date(), QDate(time.wYear, time.wMonth, time.wDay)) << "not what is shown";
     return time;
   }
-  void ExpectDate(int year, int month, int day) {
-    const SYSTEMTIME time = Get();
-    EXPECT_EQ(QDate(time.wYear, time.wMonth, time.wDay), QDate(year, month, day));
+  QDate Shown() {
+    Get();
+    return Edit()->date();
   }
   QDateEdit* Edit() const { return WidgetOf<QDateEdit>(picker_); }
+  void PressUpOnDay() {
+    Edit()->setSelectedSection(QDateTimeEdit::DaySection);
+    Press(picker_, Qt::Key_Up);
+  }
 
-  HWND picker_ = nullptr;
+  HWND picker_ = Make(DATETIMEPICK_CLASS, DTS_RIGHTALIGN, L"", 120);
 };
 
 TEST_F(DatePickerTest, ADateIsSetWithItsTimeAndTellsNobody) {
-  SYSTEMTIME time = Date(2024, 2, 29);
-  time.wHour = 13;
-  EXPECT_TRUE(Set(time));
+  EXPECT_TRUE(Set(Date(2024, 2, 29, 13)));
   const SYSTEMTIME got = Get();
   EXPECT_EQ(got.wDay, 29);
   EXPECT_EQ(got.wHour, 13);
   EXPECT_EQ(got.wDayOfWeek, 4) << "a Thursday";
+  EXPECT_TRUE(Edit()->displayFormat().contains("yyyy")) << Edit()->displayFormat().toStdString();
   EXPECT_THAT(Told(), IsEmpty());
 }
 
-TEST_F(DatePickerTest, WhatIsNoDateIsRefused) {
-  Set(Date(2024, 5, 1));
-  EXPECT_FALSE(Set(Date(2023, 2, 29)));
-  EXPECT_FALSE(Set(Date(1600, 12, 31)));
-  EXPECT_FALSE(Set(Date(2024, 13, 1)));
+TEST_F(DatePickerTest, DatesThatDoNotExistAreNotSet) {
+  for (const SYSTEMTIME& time : {Date(2023, 2, 29), Date(1600, 12, 31), Date(2024, 13, 1)})
+    EXPECT_FALSE(Set(time)) << time.wYear;
   const SYSTEMTIME time = Date(2024, 6, 1);
   EXPECT_FALSE(Send(picker_, DTM_SETSYSTEMTIME, GDT_NONE, &time));
-  ExpectDate(2024, 5, 1);
+  EXPECT_EQ(Shown(), QDate(2024, 5, 15));
 }
 
-TEST_F(DatePickerTest, WhatTheUserPicksIsToldLater) {
-  Set(Date(2024, 5, 15));
+TEST_F(DatePickerTest, ADateThatTheUserPicksIsToldLater) {
   SYSTEMTIME heard{};
   onNotify = [&](const NMHDR& header) -> LRESULT {
-    if (header.code == DTN_DATETIMECHANGE) {
-      heard = reinterpret_cast<const NMDATETIMECHANGE&>(header).st;
-    }
+    heard = reinterpret_cast<const NMDATETIMECHANGE&>(header).st;
     return 0;
   };
-  Edit()->setSelectedSection(QDateTimeEdit::DaySection);
-  Press(picker_, Qt::Key_Up);
+  PressUpOnDay();
   EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre(kPicked));
+  EXPECT_THAT(Told(), ElementsAre("notify 1 -759"));
   EXPECT_EQ(heard.wDay, 16);
-  ExpectDate(2024, 5, 16);
+  EXPECT_EQ(Shown(), QDate(2024, 5, 16));
 }
 
 TEST_F(DatePickerTest, TheRangeBoundsWhatIsSetAndPicked) {
-  Set(Date(2024, 5, 15));
   const SYSTEMTIME range[] = {Date(2024, 5, 1), Date(2024, 5, 15)};
   EXPECT_TRUE(Send(picker_, DTM_SETRANGE, GDTR_MIN | GDTR_MAX, range));
   EXPECT_FALSE(Set(Date(2024, 5, 16)));
-  Edit()->setSelectedSection(QDateTimeEdit::DaySection);
-  Press(picker_, Qt::Key_Up);
-  ExpectDate(2024, 5, 15);
+  PressUpOnDay();
+  EXPECT_EQ(Shown(), QDate(2024, 5, 15));
   SYSTEMTIME got[2];
   EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN | GDTR_MAX});
   EXPECT_EQ(got[0].wDay, 1);
 
   const SYSTEMTIME later[] = {Date(2024, 6, 1), SYSTEMTIME{}};
   EXPECT_TRUE(Send(picker_, DTM_SETRANGE, GDTR_MIN, later));
-  ExpectDate(2024, 6, 1);
+  EXPECT_EQ(Shown(), QDate(2024, 6, 1));
   EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN});
 }
 
@@ -109,10 +98,6 @@ TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersWhenItDrops) {
   EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::ISOWeekNumbers);
   calendar->window()->hide();
   EXPECT_THAT(Told(), ElementsAre("notify 1 -753"));
-}
-
-TEST_F(DatePickerTest, YearsHaveFourDigits) {
-  EXPECT_TRUE(Edit()->displayFormat().contains("yyyy")) << Edit()->displayFormat().toStdString();
 }
 
 }  // namespace

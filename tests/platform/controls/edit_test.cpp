@@ -9,13 +9,14 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using Selected = std::pair<DWORD, DWORD>;
 
 class EditTest : public ControlTest {
  protected:
   HWND Edit(DWORD style = 0, const wchar_t* text = L"") {
     return Make(L"EDIT", ES_AUTOHSCROLL | style, text);
   }
-  static std::pair<DWORD, DWORD> Selection(HWND edit) {
+  static Selected Selection(HWND edit) {
     DWORD start = 0;
     DWORD end = 0;
     const LRESULT both =
@@ -23,30 +24,32 @@ class EditTest : public ControlTest {
     EXPECT_EQ(both, MAKELONG(start, end));
     return {start, end};
   }
+  // What the user types, and what the text is then.
+  static std::wstring Typed(HWND edit, const QString& text) {
+    Type(edit, text);
+    return TextOf(edit);
+  }
 };
 
-TEST_F(EditTest, WhatIsTypedIsTheTextAndToldLater) {
+TEST_F(EditTest, TypingIsToldLaterAndReplacesTheSelection) {
   HWND edit = Edit(0, L"a");
+  EXPECT_THAT(Told(), IsEmpty()) << "the first text is no change";
   Press(edit, Qt::Key_End);
-  Type(edit, "bc");
+  EXPECT_EQ(Typed(edit, "bc"), L"abc");
   EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
   EXPECT_THAT(Told(), ElementsAre("command 1 768", "command 1 768"));  // EN_CHANGE
-  EXPECT_EQ(TextOf(edit), L"abc");
+  Send(edit, EM_SETSEL, 0, -1);
+  EXPECT_EQ(Typed(edit, "x"), L"x");
 }
 
 TEST_F(EditTest, ATextThatIsSetIsShownAndToldAtOnce) {
-  HWND edit = Edit();
+  HWND edit = Edit(0, L"first");
+  EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "first");
   ::SetWindowTextW(edit, L"5 \u20AC");
   EXPECT_THAT(ToldAtOnce(), ElementsAre("command 1 768"));
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), QString("5 \u20AC"));
-  EXPECT_EQ(Selection(edit), std::pair(DWORD{0}, DWORD{0})) << "the caret stands at the beginning";
+  EXPECT_EQ(Selection(edit), Selected(0, 0)) << "the caret stands at the beginning";
   EXPECT_EQ(TextOf(edit), L"5 \u20AC");
-}
-
-TEST_F(EditTest, TheFirstTextIsNotAChange) {
-  HWND edit = Edit(0, L"first");
-  EXPECT_THAT(Told(), IsEmpty());
-  EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "first");
 }
 
 TEST_F(EditTest, FocusIsTold) {
@@ -58,57 +61,38 @@ TEST_F(EditTest, FocusIsTold) {
   EXPECT_THAT(Told(), ElementsAre("command 1 512", "command 2 256"));  // EN_KILLFOCUS
 }
 
-struct Selecting {
-  int start;
-  int end;
-  std::pair<DWORD, DWORD> expected;
-};
-constexpr Selecting kSelections[] = {
-    {0, -1, {0, 5}}, {1, 3, {1, 3}},   {3, 1, {1, 3}}, {2, 2, {2, 2}},
-    {4, 99, {4, 5}}, {99, 99, {5, 5}}, {0, 0, {0, 0}},
-};
-
 TEST_F(EditTest, SelectionsAreCountedAndBounded) {
   HWND edit = Edit(0, L"hello");
-  for (const Selecting& each : kSelections) {
-    SCOPED_TRACE(::testing::Message() << each.start << " to " << each.end);
-    Send(edit, EM_SETSEL, static_cast<WPARAM>(each.start), LPARAM{each.end});
-    EXPECT_EQ(Selection(edit), each.expected);
+  for (const auto& [start, end, expected] : {std::tuple{0, -1, Selected(0, 5)},
+                                             {1, 3, Selected(1, 3)},
+                                             {3, 1, Selected(1, 3)},
+                                             {2, 2, Selected(2, 2)},
+                                             {4, 99, Selected(4, 5)},
+                                             {99, 99, Selected(5, 5)},
+                                             {0, 0, Selected(0, 0)},
+                                             {0, -1, Selected(0, 5)},
+                                             {-1, 0, Selected(5, 5)}}) {
+    Send(edit, EM_SETSEL, static_cast<WPARAM>(start), LPARAM{end});
+    EXPECT_EQ(Selection(edit), expected) << start << " to " << end;
   }
-  Send(edit, EM_SETSEL, 0, -1);
-  Send(edit, EM_SETSEL, static_cast<WPARAM>(-1), 0);
-  EXPECT_EQ(Selection(edit), std::pair(5u, 5u)) << "-1 deselects";
-}
-
-TEST_F(EditTest, WhatIsSelectedIsReplacedByTyping) {
-  HWND edit = Edit(0, L"hello");
-  Send(edit, EM_SETSEL, 0, -1);
-  Type(edit, "x");
-  EXPECT_EQ(TextOf(edit), L"x");
-}
-
-TEST_F(EditTest, PositionsCountCharactersBeyondTheBasicPlaneOnce) {
-  HWND edit = Edit(0, L"\U0001F600ab");
-  Send(edit, EM_SETSEL, 1, 2);
-  EXPECT_EQ(WidgetOf<QLineEdit>(edit)->selectedText(), "a");
-  EXPECT_EQ(Selection(edit), std::pair(1u, 2u));
+  HWND face = Edit(0, L"\U0001F600ab");
+  Send(face, EM_SETSEL, 1, 2);
+  EXPECT_EQ(WidgetOf<QLineEdit>(face)->selectedText(), "a") << "a character counted twice";
+  EXPECT_EQ(Selection(face), Selected(1, 2));
 }
 
 TEST_F(EditTest, TheLimitIsForTypingOnly) {
   HWND edit = Edit();
   Send(edit, EM_SETLIMITTEXT, 3);
-  Type(edit, "abcd");
-  EXPECT_EQ(TextOf(edit), L"abc");
+  EXPECT_EQ(Typed(edit, "abcd"), L"abc");
   ::SetWindowTextW(edit, L"longer");
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "longer");
-  Type(edit, "x");
-  EXPECT_EQ(TextOf(edit), L"longer");
+  EXPECT_EQ(Typed(edit, "x"), L"longer");
   Send(edit, EM_SETLIMITTEXT, 0);
-  Type(edit, "x");
-  EXPECT_EQ(TextOf(edit), L"longerx");
+  EXPECT_EQ(Typed(edit, "x"), L"longerx");
 }
 
-TEST_F(EditTest, WhatIsPastedIsCutAtTheLimitAndNothingIsDropped) {
+TEST_F(EditTest, ATextThatIsPastedIsCutAtTheLimitAndNothingIsDropped) {
   HWND edit = Edit();
   Send(edit, EM_SETLIMITTEXT, 3);
   QGuiApplication::clipboard()->setText("abcd");
@@ -121,34 +105,25 @@ TEST_F(EditTest, WhatIsPastedIsCutAtTheLimitAndNothingIsDropped) {
 
 TEST_F(EditTest, ANumberFieldTakesDigitsOnly) {
   HWND edit = Edit(ES_NUMBER);
-  Type(edit, "1a2-3.");
-  EXPECT_EQ(TextOf(edit), L"123");
+  EXPECT_EQ(Typed(edit, "1a2-3."), L"123");
   ::SetWindowTextW(edit, L"n/a");
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "n/a");
   Press(edit, Qt::Key_Delete);
-  EXPECT_EQ(TextOf(edit), L"/a") << "what was set can be deleted";
+  EXPECT_EQ(TextOf(edit), L"/a") << "what was set cannot be deleted";
 }
 
 TEST_F(EditTest, APasswordIsNotShown) {
   HWND edit = Edit(ES_PASSWORD);
-  Type(edit, "secret");
-  EXPECT_EQ(TextOf(edit), L"secret");
+  EXPECT_EQ(Typed(edit, "secret"), L"secret");
   EXPECT_FALSE(WidgetOf<QLineEdit>(edit)->displayText().contains("secret"));
 }
 
 TEST_F(EditTest, AReadOnlyFieldIsNotChanged) {
   HWND edit = Edit(ES_READONLY, L"fixed");
-  Type(edit, "x");
-  EXPECT_EQ(TextOf(edit), L"fixed");
+  EXPECT_EQ(Typed(edit, "x"), L"fixed");
   EXPECT_EQ(Send(edit, EM_SETREADONLY, FALSE), TRUE);
   Press(edit, Qt::Key_End);
-  Type(edit, "x");
-  EXPECT_EQ(TextOf(edit), L"fixedx");
-}
-
-TEST_F(EditTest, AMultilineFieldIsNotMade) {
-  constexpr DWORD kMultiline = 0x0004;
-  EXPECT_EQ(Edit(kMultiline), nullptr);
+  EXPECT_EQ(Typed(edit, "x"), L"fixedx");
 }
 
 }  // namespace

@@ -6,10 +6,10 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class UpDownTest : public ControlTest {
  protected:
+  HWND UpDown(DWORD style = 0) { return Make(UPDOWN_CLASS, style); }
   static void ClickArrow(HWND upDown, Qt::ArrowType arrow) {
     for (QToolButton* button : WidgetOf(upDown)->findChildren<QToolButton*>()) {
       if (button->arrowType() == arrow) Click(button);
@@ -20,7 +20,7 @@ class UpDownTest : public ControlTest {
 };
 
 TEST_F(UpDownTest, StepsAreToldAndMayBeRefusedOrChanged) {
-  HWND upDown = Make(UPDOWN_CLASS, 0);
+  HWND upDown = UpDown();
   Send(upDown, UDM_SETRANGE32, 0, 10);
   EXPECT_EQ(Send(upDown, UDM_SETPOS32, 0, 5), 0);
   NMUPDOWN heard{};
@@ -49,7 +49,7 @@ TEST_F(UpDownTest, StepsAreToldAndMayBeRefusedOrChanged) {
 }
 
 TEST_F(UpDownTest, UntilARangeIsSetTheUpperArrowDecreases) {
-  HWND upDown = Make(UPDOWN_CLASS, UDS_HORZ);
+  HWND upDown = UpDown(UDS_HORZ);
   int low = 0;
   int high = 1;
   Send(upDown, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
@@ -68,9 +68,16 @@ TEST_F(UpDownTest, UntilARangeIsSetTheUpperArrowDecreases) {
 
 TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
   HWND edit = Make(L"EDIT", ES_NUMBER, L"", 100);
-  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_SETBUDDYINT | UDS_ALIGNRIGHT |
-                                       UDS_ARROWKEYS | UDS_NOTHOUSANDS);
+  const int before = WidgetOf(edit)->geometry().right();
+  HWND upDown =
+      UpDown(UDS_AUTOBUDDY | UDS_SETBUDDYINT | UDS_ALIGNRIGHT | UDS_ARROWKEYS | UDS_NOTHOUSANDS);
   EXPECT_EQ(reinterpret_cast<HWND>(Send(upDown, UDM_GETBUDDY)), edit);
+  const QRect field = WidgetOf(edit)->geometry();
+  const QRect arrows = WidgetOf(upDown)->geometry();
+  EXPECT_EQ(arrows.right(), before) << "the arrows take their place from the field";
+  EXPECT_LE(field.right(), arrows.left());
+  EXPECT_EQ(arrows.height(), field.height());
+
   Send(upDown, UDM_SETRANGE32, 1, 5000);
   Send(upDown, UDM_SETPOS32, 0, 1234);
   EXPECT_EQ(TextOf(edit), L"1234");
@@ -87,28 +94,12 @@ TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
   ::SetWindowTextW(edit, L"9999");
   Send(upDown, UDM_GETPOS32, 0, &failed);
   EXPECT_TRUE(failed) << "out of the range";
-}
 
-TEST_F(UpDownTest, ItTakesItsPlaceFromTheFieldBesideIt) {
-  HWND edit = Make(L"EDIT", ES_NUMBER, L"", 100);
-  const int before = WidgetOf(edit)->geometry().right();
-  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_ALIGNRIGHT);
-  const QRect field = WidgetOf(edit)->geometry();
-  const QRect arrows = WidgetOf(upDown)->geometry();
-  EXPECT_EQ(arrows.right(), before);
-  EXPECT_LE(field.right(), arrows.left());
-  EXPECT_EQ(arrows.height(), field.height());
-}
-
-TEST_F(UpDownTest, ABuddyThatIsGoneIsNoBuddy) {
-  HWND edit = Make(L"EDIT", ES_NUMBER);
-  HWND upDown = Make(UPDOWN_CLASS, UDS_AUTOBUDDY | UDS_SETBUDDYINT);
   ::DestroyWindow(edit);
   Told();
-  Send(upDown, UDM_SETRANGE32, 0, 10);
   Send(upDown, UDM_SETPOS32, 0, 3);
   ClickArrow(upDown, Qt::UpArrow);
-  EXPECT_EQ(Position(upDown), 4);
+  EXPECT_EQ(Position(upDown), 4) << "it does not go on without the field";
 }
 
 }  // namespace

@@ -1,292 +1,183 @@
-// Property sheets: what their pages are told, and what the buttons and keys do.
+// Property sheets: what their pages are told, and what their answers do.
 #include <windows.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <prsht.h>
 
-#include <QApplication>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTest>
-
-#include "desktop/dialog_driver.h"
 #include "platform/dialog/recorded_sheet.h"
-#include "platform/kernel/locale_source.h"
 
 namespace {
 
 using ::testing::ElementsAre;
 
 constexpr int kApply = 0x3021;
-constexpr int kTabs = 0x3020;
 
-TEST(PropertySheet, TheFirstPageIsMadeShownAndActivated) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.AddPage("b");
-  const DesktopScript script([&](DesktopScript& user) {
-    user.AwaitWindow("Sheet");
-    user.Key(Qt::Key_Escape);
-  });
-  EXPECT_EQ(sheet.Run(), 0);
-  EXPECT_THAT(sheet.Told(), ElementsAre("a: init", "a: set active", "a: query cancel", "a: reset"));
+class SheetTest : public ::testing::Test {
+ protected:
+  void AddPages(DWORD flags) {
+    sheet_.AddPage("a", flags, {0, 0, 100, 60});
+    sheet_.AddPage("b", flags, {0, 0, 180, 140});
+  }
+  RecordedSheet::Step Answering(UINT code, LRESULT answer) {
+    return [=, this](HWND) { sheet_.Answer(code, answer); };
+  }
+
+  RecordedSheet sheet_;
+};
+
+TEST_F(SheetTest, PagesAreMadeWhenTheyAreShownUnlessAtOnce) {
+  AddPages(PSP_DEFAULT);
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_CANCEL)}), 0);
+  EXPECT_THAT(sheet_.Told(),
+              ElementsAre("a: init", "a: set active", "a: query cancel", "a: reset"));
+  EXPECT_FALSE(::DestroyPropertySheetPage(sheet_.Handles()[0])) << "the sheet owns its pages";
+  RecordedSheet atOnce;
+  atOnce.AddPage("a", PSP_PREMATURE);
+  atOnce.AddPage("b", PSP_PREMATURE);
+  EXPECT_EQ(atOnce.Run({Press(PSBTN_CANCEL)}), 0);
+  EXPECT_THAT(atOnce.Told(), ElementsAre("a: init", "b: init", "a: set active", "a: query cancel",
+                                         "a: reset", "b: reset"));
 }
 
-TEST(PropertySheet, QuittingEndsItAsAFailureAndIsPassedOn) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.OnInit([](HWND) { ::PostQuitMessage(6); });
-  EXPECT_EQ(sheet.Run(), -1);
-  MSG message{};
-  EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
-}
-
-TEST(PropertySheet, PagesMadeAtOnceAreMadeInOrder) {
-  RecordedSheet sheet;
-  sheet.AddPage("a", PSP_PREMATURE);
-  sheet.AddPage("b", PSP_PREMATURE);
-  sheet.CloseWhenShown(IDCANCEL);
-  EXPECT_EQ(sheet.Run(), 0);
-  EXPECT_THAT(sheet.Told(), ElementsAre("a: init", "b: init", "a: set active", "a: query cancel",
-                                        "a: reset", "b: reset"));
-}
-
-TEST(PropertySheet, APageGetsItsOwnRecordWithItsParameter) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.CloseWhenShown(IDCANCEL);
-  sheet.Run();
-  EXPECT_TRUE(sheet.GaveTheRecord());
-}
-
-TEST(PropertySheet, OkAppliesEveryPageThatWasMade) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.AddPage("b");
-  sheet.AddPage("c");
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    user.Key(Qt::Key_Tab, Qt::ControlModifier);
-    user.Await([&] { return sheet.Shown() == "b"; }, "page b");
-    user.Click(window, IDOK);
-  });
-  EXPECT_GT(sheet.Run(), 0);
-  EXPECT_THAT(sheet.Told(),
+TEST_F(SheetTest, OkAppliesEveryPageThatWasMade) {
+  AddPages(PSP_DEFAULT);
+  sheet_.AddPage("c");
+  EXPECT_GT(sheet_.Run({TurnTo(1), Press(PSBTN_OK)}), 0);
+  EXPECT_THAT(sheet_.Told(),
               ElementsAre("a: init", "a: set active", "a: kill active", "b: init", "b: set active",
                           "b: kill active", "a: apply, closing", "b: apply, closing"));
 }
 
-TEST(PropertySheet, APageThatRefusesKeepsTheSheetOpen) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.Answer(PSN_APPLY, PSNRET_INVALID_NOCHANGEPAGE);
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    user.Click(window, IDOK);
-    user.Await([&] { return sheet.Told().back() == "a: apply, closing"; }, "refusal");
-    user.Do([&] { sheet.Answer(PSN_APPLY, PSNRET_NOERROR); });
-    user.Click(window, IDOK);
-  });
-  EXPECT_GT(sheet.Run(), 0);
+TEST_F(SheetTest, APageThatRefusesToApplyKeepsTheSheetOpen) {
+  AddPages(PSP_DEFAULT);
+  sheet_.Answer(PSN_APPLY, PSNRET_INVALID_NOCHANGEPAGE);
+  EXPECT_GT(sheet_.Run({Press(PSBTN_OK), Answering(PSN_APPLY, PSNRET_NOERROR), Press(PSBTN_OK)}),
+            0);
+  EXPECT_THAT(sheet_.Told(),
+              ElementsAre("a: init", "a: set active", "a: kill active", "a: apply, closing",
+                          "a: kill active", "a: apply, closing"));
 }
 
-TEST(PropertySheet, AnInvalidPageComesToTheFront) {
-  RecordedSheet sheet;
-  sheet.AddPage("a", PSP_PREMATURE);
-  sheet.AddPage("b", PSP_PREMATURE);
-  sheet.Answer(PSN_APPLY, PSNRET_INVALID, "b");
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    user.Click(window, IDOK);
-    user.Await([&] { return sheet.Shown() == "b"; }, "page b");
-    user.Click(window, IDCANCEL);
-  });
-  EXPECT_EQ(sheet.Run(), 0);
+TEST_F(SheetTest, AnInvalidPageComesToTheFront) {
+  AddPages(PSP_PREMATURE);
+  sheet_.Answer(PSN_APPLY, PSNRET_INVALID, "b");
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_OK)}), 0);
+  EXPECT_EQ(sheet_.Shown(), "b");
 }
 
-TEST(PropertySheet, APageThatDoesNotLetGoKeepsItsTab) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.AddPage("b");
-  sheet.Answer(PSN_KILLACTIVE, TRUE);
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    auto* tabs = window->findChild<QTabBar*>();
-    user.Do([&] { QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center()); });
-    user.Await([&] { return sheet.Told().back() == "a: kill active"; }, "refusal");
-    user.Await([&] { return tabs->currentIndex() == 0; }, "tab of page a");
-    user.Do([&] { sheet.Answer(PSN_KILLACTIVE, FALSE); });
-    user.Do([&] { QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center()); });
-    user.Await([&] { return sheet.Shown() == "b" && tabs->currentIndex() == 1; }, "page b");
-    user.Click(window, IDCANCEL);
-  });
-  sheet.Run();
+TEST_F(SheetTest, APageThatDoesNotLetGoIsNotTurned) {
+  AddPages(PSP_DEFAULT);
+  sheet_.Answer(PSN_KILLACTIVE, TRUE);
+  EXPECT_EQ(sheet_.Run({TurnTo(1), Press(PSBTN_OK)}), 0);
+  EXPECT_THAT(sheet_.Told(), ElementsAre("a: init", "a: set active", "a: kill active",
+                                         "a: kill active", "a: query cancel", "a: reset"));
 }
 
-TEST(PropertySheet, APageMayRefuseToBeCancelled) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.Answer(PSN_QUERYCANCEL, TRUE);
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    user.Click(window, IDCANCEL);
-    user.Await([&] { return sheet.Told().back() == "a: query cancel"; }, "refusal");
-    user.Do([&] { sheet.Answer(PSN_QUERYCANCEL, FALSE); });
-    user.Do([&] { window->close(); });
-  });
-  EXPECT_EQ(sheet.Run(), 0);
-  EXPECT_EQ(sheet.Told().back(), "a: reset by close box");
+TEST_F(SheetTest, APageMayRefuseToBeCancelled) {
+  AddPages(PSP_DEFAULT);
+  sheet_.Answer(PSN_QUERYCANCEL, TRUE);
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_CANCEL), Answering(PSN_QUERYCANCEL, FALSE),
+                        [](HWND sheet) { ::SendMessageW(sheet, WM_CLOSE, 0, 0); }}),
+            0);
+  EXPECT_THAT(sheet_.Told(), ElementsAre("a: init", "a: set active", "a: query cancel",
+                                         "a: query cancel", "a: reset, closing"));
 }
 
-TEST(PropertySheet, ApplyIsEnabledAsLongAsAPageIsChanged) {
-  RecordedSheet sheet;
-  sheet.AddPage("a", PSP_PREMATURE);
-  sheet.AddPage("b", PSP_PREMATURE);
-  std::vector<bool> enabled;
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    QWidget* apply = user.Child(window, kApply);
-    const HWND handle = user.HandleOf(window);
-    const auto look = [&] { user.Do([&] { enabled.push_back(apply->isEnabled()); }); };
-    look();
-    user.Do([&] { PropSheet_Changed(handle, sheet.PageWindow("a")); });
-    look();
-    user.Do([&] { PropSheet_Changed(handle, sheet.PageWindow("b")); });
-    user.Do([&] { PropSheet_UnChanged(handle, sheet.PageWindow("a")); });
-    look();
-    user.Click(apply);
-    user.Await([&] { return !apply->isEnabled(); }, "end of applying");
-    look();
-    user.Click(window, IDCANCEL);
-  });
-  EXPECT_GT(sheet.Run(), 0) << "what was applied is saved, whatever follows";
-  EXPECT_THAT(enabled, ElementsAre(false, true, true, false));
+TEST_F(SheetTest, ApplyIsEnabledAsLongAsAPageIsChanged) {
+  AddPages(PSP_PREMATURE);
+  std::vector<BOOL> enabled;
+  const RecordedSheet::Step look = [&](HWND sheet) {
+    enabled.push_back(::IsWindowEnabled(::GetDlgItem(sheet, kApply)));
+  };
+  const RecordedSheet::Step changeFirst = [&](HWND sheet) {
+    PropSheet_Changed(sheet, sheet_.PageWindow("a"));
+  };
+  const RecordedSheet::Step changeOther = [&](HWND sheet) {
+    PropSheet_Changed(sheet, sheet_.PageWindow("b"));
+    PropSheet_UnChanged(sheet, sheet_.PageWindow("a"));
+  };
+  EXPECT_GT(sheet_.Run({look, changeFirst, look, changeOther, look, Press(PSBTN_APPLYNOW), look}),
+            0)
+      << "what was applied is saved, whatever follows";
+  EXPECT_THAT(enabled, ElementsAre(FALSE, TRUE, TRUE, FALSE));
 }
 
-TEST(PropertySheet, HiddenButtonsLeaveNoGapAtTheRight) {
-  RecordedSheet sheet(PSH_NOAPPLYNOW);
-  sheet.AddPage("a");
-  sheet.OnInit([](HWND page) {
-    const HWND window = ::GetParent(page);
-    ::ShowWindow(::GetDlgItem(window, IDOK), SW_HIDE);
-    ::SetDlgItemTextW(window, IDCANCEL, L"Close");
-  });
-  QString caption;
-  int gap = -1;
-  bool others = true;
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    QWidget* close = user.Child(window, IDCANCEL);
-    caption = user.TextOf(close);
-    user.Do([&] {
-      const QWidget* tabs = window->findChild<QWidget*>(QString::number(kTabs));
-      gap = tabs->geometry().right() - close->geometry().right();
-      others = window->findChild<QWidget*>(QString::number(IDOK))->isVisible() ||
-               window->findChild<QWidget*>(QString::number(kApply))->isVisible();
-    });
-    user.Click(close);
-  });
-  EXPECT_EQ(sheet.Run(), 0);
-  EXPECT_EQ(caption, "Close");
-  EXPECT_EQ(gap, 0);
-  EXPECT_FALSE(others);
+TEST_F(SheetTest, TheLargestPageFitsBetweenTabsAndButtons) {
+  AddPages(PSP_PREMATURE);
+  RECT page{};
+  RECT ok{};
+  RECT tabs{};
+  sheet_.Run({[&](HWND sheet) {
+    ::GetWindowRect(sheet_.PageWindow("b"), &page);
+    ::GetWindowRect(::GetDlgItem(sheet, IDOK), &ok);
+    ::GetWindowRect(PropSheet_GetTabControl(sheet), &tabs);
+  }});
+  EXPECT_LT(page.left, page.right);
+  EXPECT_LT(page.top, page.bottom);
+  EXPECT_LE(tabs.left, page.left);
+  EXPECT_LE(tabs.top, page.top);
+  EXPECT_LE(page.right, tabs.right);
+  EXPECT_LE(page.bottom, tabs.bottom);
+  EXPECT_LE(tabs.bottom, ok.top);
 }
 
-TEST(PropertySheet, TheLargestPageFitsBetweenTabsAndButtons) {
-  RecordedSheet sheet;
-  sheet.AddPage("a", PSP_PREMATURE, {0, 0, 100, 60});
-  sheet.AddPage("b", PSP_PREMATURE, {0, 0, 180, 140});
-  QRect page;
-  QRect ok;
-  QRect tabs;
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    user.Do([&] {
-      for (QWidget* child : window->findChildren<QWidget*>()) {
-        const auto handle = child->property("windowHandle").toULongLong();
-        if (handle == reinterpret_cast<UINT_PTR>(sheet.PageWindow("b"))) page = child->geometry();
-      }
-      ok = window->findChild<QWidget*>(QString::number(IDOK))->geometry();
-      tabs = window->findChild<QWidget*>(QString::number(kTabs))->geometry();
-    });
-    user.Click(window, IDCANCEL);
-  });
-  sheet.Run();
-  EXPECT_TRUE(tabs.contains(page));
-  EXPECT_GT(ok.top(), tabs.bottom());
-  EXPECT_FALSE(page.isEmpty());
+TEST_F(SheetTest, ASheetThatAPageDestroysAnswersZero) {
+  AddPages(PSP_DEFAULT);
+  EXPECT_EQ(sheet_.Run({[](HWND sheet) { ::DestroyWindow(sheet); }}), 0);
 }
 
-TEST(PropertySheet, KeysTurnThePages) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.AddPage("b");
-  sheet.AddPage("c");
-  const DesktopScript script([&](DesktopScript& user) {
-    user.AwaitWindow("Sheet");
-    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers, const char* page) {
-      user.Key(key, modifiers);
-      user.Await([&] { return sheet.Shown() == page; }, QString("page %1").arg(page));
-    };
-    press(Qt::Key_Tab, Qt::ControlModifier, "b");
-    press(Qt::Key_PageDown, Qt::ControlModifier, "c");
-    press(Qt::Key_Tab, Qt::ControlModifier, "a");
-    press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "c");
-    press(Qt::Key_PageUp, Qt::ControlModifier, "b");
-    user.Key(Qt::Key_Escape);
-  });
-  sheet.Run();
+TEST_F(SheetTest, QuittingEndsASheetAsAFailureAndIsPassedOn) {
+  AddPages(PSP_DEFAULT);
+  sheet_.OnInit([](HWND) { ::PostQuitMessage(6); });
+  EXPECT_EQ(sheet_.Run(), -1);
+  MSG message{};
+  EXPECT_FALSE(::GetMessageW(&message, nullptr, 0, 0));
 }
 
-TEST(PropertySheet, APageMayCloseTheSheetFromItsTimer) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.OnInit([](HWND page) { ::SetTimer(page, 1, 10, nullptr); });
-  sheet.OnTimer([](HWND page) {
-    ::KillTimer(page, 1);
-    PropSheet_PressButton(::GetParent(page), PSBTN_CANCEL);
-  });
-  EXPECT_EQ(sheet.Run(), 0);
-  sheet.OnTimer([](HWND page) { ::DestroyWindow(::GetParent(page)); });
-  EXPECT_EQ(sheet.Run(), 0);
-}
-
-TEST(PropertySheet, WithoutPagesOrWithUnknownFlagsItFails) {
-  RecordedSheet none;
-  EXPECT_EQ(none.Run(), -1);
-  // An old wizard, a picture without a wizard, and one without room for its name.
-  for (const DWORD flags : {DWORD{0x20}, PSH_WATERMARK, PSH_WIZARD97 | PSH_HEADER}) {
-    RecordedSheet sheet(flags);
-    sheet.AddPage("a");
-    EXPECT_EQ(sheet.Run(), -1);
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+// Outer pages "a" and "d", and inner pages "b" and "c".
+class Wizard : public ::testing::Test {
+ protected:
+  Wizard() {
+    for (const char* page : {"a", "b", "c", "d"})
+      sheet_.AddPage(page, *page == 'a' || *page == 'd' ? PSP_HIDEHEADER : PSP_USEHEADERTITLE);
   }
+
+  RecordedSheet sheet_{PSH_WIZARD97};
+};
+
+TEST_F(Wizard, PagesLetGoAreAskedForTheWayAndAreMadeOnce) {
+  EXPECT_EQ(
+      sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_NEXT), Press(PSBTN_BACK), Press(PSBTN_NEXT)}), 0);
+  const std::vector<std::string> expected = {
+      "a: init",        "a: set active",   "a: kill active", "a: next",        "b: init",
+      "b: set active",  "b: kill active",  "b: next",        "c: init",        "c: set active",
+      "c: kill active", "c: back",         "b: set active",  "b: kill active", "b: next",
+      "c: set active",  "c: query cancel", "a: reset",       "b: reset",       "c: reset"};
+  EXPECT_EQ(sheet_.Told(), expected);
 }
 
-TEST(PropertySheet, ASheetOwnsItsPages) {
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  sheet.CloseWhenShown(IDCANCEL);
-  const std::vector<HPROPSHEETPAGE> pages = sheet.MakePages();
-  sheet.RunWith(pages);
-  EXPECT_FALSE(::DestroyPropertySheetPage(pages[0]));
+TEST_F(Wizard, FinishEndsItUnlessThePageKeepsIt) {
+  sheet_.Answer(PSN_WIZNEXT, sheet_.TemplateOf(3), "a");
+  EXPECT_GT(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH)}), 0);
+  EXPECT_EQ(sheet_.Told().back(), "d: finish");
+  sheet_.Answer(PSN_WIZFINISH, TRUE);
+  sheet_.Answer(PSN_SETACTIVE, -1, "c");
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH), Press(PSBTN_BACK)}), 0);
+  EXPECT_EQ(sheet_.Shown(), "b") << "a page that is skipped is skipped on the way back too";
 }
 
-TEST(PropertySheet, ButtonsSpeakTheUsersLanguage) {
-  platform::SetLocaleChoice(platform::LocaleChoice{MAKELANGID(LANG_SWEDISH, SUBLANG_DEFAULT), 0});
-  RecordedSheet sheet;
-  sheet.AddPage("a");
-  QStringList captions;
-  const DesktopScript script([&](DesktopScript& user) {
-    QWidget* window = user.AwaitWindow("Sheet");
-    for (const int id : {IDOK, IDCANCEL, kApply})
-      captions << user.TextOf(user.Child(window, id));
-    user.Key(Qt::Key_Escape);
-  });
-  sheet.Run();
-  platform::SetLocaleChoice(std::nullopt);
-  EXPECT_EQ(captions, QStringList({"OK", "Avbryt", "&Verkställ"}));
+TEST_F(Wizard, AnswersChooseThePage) {
+  using Case = std::tuple<UINT, LRESULT, const char*, const char*>;
+  for (const auto& [code, answer, page, shown] :
+       {Case{PSN_WIZNEXT, -1, "a", "a"}, Case{PSN_WIZNEXT, sheet_.TemplateOf(2), "a", "c"},
+        Case{PSN_WIZNEXT, 9999, "a", "a"}, Case{PSN_KILLACTIVE, TRUE, "a", "a"},
+        Case{PSN_SETACTIVE, -1, "b", "c"}, Case{PSN_SETACTIVE, sheet_.TemplateOf(3), "b", "d"}}) {
+    sheet_.Answer(code, answer, page);
+    sheet_.Run({Press(PSBTN_NEXT)});
+    EXPECT_EQ(sheet_.Shown(), shown) << code << " " << answer;
+    sheet_.Answer(code, 0, page);
+  }
 }
 
 }  // namespace

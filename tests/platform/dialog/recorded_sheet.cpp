@@ -1,53 +1,24 @@
 #include "platform/dialog/recorded_sheet.h"
 
-#include "platform/dialog/scripted_dialog.h"
+#include <gtest/gtest.h>
 
 namespace {
 
-constexpr DWORD kPageStyle = WS_POPUP | WS_CAPTION | DS_SETFONT;
-constexpr DWORD kItem = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+constexpr UINT kTakeStep = WM_APP;
 
-RecordedSheet* current = nullptr;
-
-std::string Describe(const PSHNOTIFY& notification) {
-  switch (notification.hdr.code) {
-    case PSN_SETACTIVE:
-      return "set active";
-    case PSN_KILLACTIVE:
-      return "kill active";
-    case PSN_APPLY:
-      return notification.lParam != 0 ? "apply, closing" : "apply";
-    case PSN_RESET:
-      return notification.lParam != 0 ? "reset by close box" : "reset";
-    case PSN_QUERYCANCEL:
-      return "query cancel";
-    case PSN_WIZBACK:
-      return "back";
-    case PSN_WIZNEXT:
-      return "next";
-    case PSN_WIZFINISH:
-      return "finish";
-    default:
-      return std::to_string(notification.hdr.code);
-  }
-}
+const std::map<UINT, std::string> kNames = {
+    {PSN_SETACTIVE, "set active"}, {PSN_KILLACTIVE, "kill active"},   {PSN_APPLY, "apply"},
+    {PSN_RESET, "reset"},          {PSN_QUERYCANCEL, "query cancel"}, {PSN_WIZBACK, "back"},
+    {PSN_WIZNEXT, "next"},         {PSN_WIZFINISH, "finish"},
+};
 
 }  // namespace
 
-RecordedSheet::RecordedSheet(DWORD flags) : flags_(flags) {
-  KeepDesktop();
-  current = this;
-}
-
-RecordedSheet::~RecordedSheet() {
-  current = nullptr;
-}
-
 void RecordedSheet::AddPage(const std::string& name, DWORD flags, TemplatePlace place) {
-  TemplateBytes bytes(kPageStyle, place, u"Page");
+  TemplateBytes bytes(WS_POPUP | WS_CAPTION | DS_SETFONT, place, u"Page");
   if (place.height > 0) {
-    bytes.Item(u"Edit", 1001, kItem, {5, 5, 80, 14}, u"text");
-    bytes.Item(0x80, 1002, kItem | BS_AUTOCHECKBOX, {5, 25, 80, 12}, u"Check");
+    bytes.Item(u"Edit", 1001, kStop, {5, 5, 80, 14}, u"text");
+    bytes.Item(kButton, 1002, kStop | BS_AUTOCHECKBOX, {5, 25, 80, 12}, u"Check");
   }
   pages_.push_back({name, AddTemplate(bytes), flags});
 }
@@ -58,69 +29,57 @@ void RecordedSheet::Answer(UINT code, LRESULT answer, const std::string& page) {
   }
 }
 
-void RecordedSheet::CloseWhenShown(int button) {
-  onInit_ = [button](HWND page) {
-    ::PostMessageW(::GetParent(page), WM_COMMAND, static_cast<WPARAM>(button), 0);
-  };
-}
-
-INT_PTR RecordedSheet::Run() {
-  return RunWith(MakePages());
-}
-
-std::vector<HPROPSHEETPAGE> RecordedSheet::MakePages() {
-  std::vector<HPROPSHEETPAGE> made;
-  for (std::size_t i = 0; i < pages_.size(); ++i) {
+void RecordedSheet::MakePages() {
+  handles_.clear();
+  for (const Page& page : pages_) {
     PROPSHEETPAGEW record{};
     record.dwSize = PROPSHEETPAGEW_V2_SIZE;
     record.pszHeaderTitle = L"Header";
     record.pszHeaderSubTitle = L"Sub";
-    record.dwFlags = pages_[i].flags | PSP_USETITLE;
-    record.pszTemplate = pages_[i].templateName;
+    record.dwFlags = page.flags | PSP_USETITLE;
+    record.pszTemplate = page.templateName;
     record.pszTitle = L"Title";
     record.pfnDlgProc = Procedure;
-    record.lParam = static_cast<LPARAM>(i);
-    made.push_back(::CreatePropertySheetPageW(&record));
+    record.lParam = static_cast<LPARAM>(handles_.size());
+    handles_.push_back(::CreatePropertySheetPageW(&record));
   }
-  return made;
 }
 
-INT_PTR RecordedSheet::RunWith(std::vector<HPROPSHEETPAGE> pages) {
+INT_PTR RecordedSheet::Run(std::vector<Step> steps) {
+  steps_ = std::move(steps);
+  taken_ = 0;
   told_.clear();
   shown_.clear();
   windows_.clear();
+  MakePages();
   PROPSHEETHEADERW header{};
   header.dwSize = PROPSHEETHEADERW_V1_SIZE;
   header.dwFlags = flags_;
   if (picture_ != 0) {
-    header.dwSize = PROPSHEETHEADERW_V2_SIZE;
+    header.dwSize = sizeof header;
     header.dwFlags |= PSH_WATERMARK | PSH_HEADER;
     header.hInstance = ::GetModuleHandleW(nullptr);
     header.pszbmWatermark = MAKEINTRESOURCEW(picture_);
     header.pszbmHeader = MAKEINTRESOURCEW(picture_);
   }
   header.pszCaption = L"Sheet";
-  header.nPages = static_cast<UINT>(pages.size());
-  header.phpage = pages.data();
+  header.nPages = static_cast<UINT>(handles_.size());
+  header.phpage = handles_.data();
   return ::PropertySheetW(&header);
-}
-
-const std::string& RecordedSheet::NameOf(HWND window) const {
-  const auto index = static_cast<std::size_t>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-  return pages_[index].name;
 }
 
 INT_PTR CALLBACK RecordedSheet::Procedure(HWND page, UINT message, WPARAM, LPARAM lParam) {
   switch (message) {
     case WM_INITDIALOG:
-      current->Start(page, *reinterpret_cast<const PROPSHEETPAGEW*>(lParam));
+      current_->Start(page, *reinterpret_cast<const PROPSHEETPAGEW*>(lParam));
       return TRUE;
-    case WM_TIMER:
-      if (current->onTimer_) current->onTimer_(page);
+    case kTakeStep:
+      current_->TakeStep(page);
       return TRUE;
     case WM_NOTIFY: {
+      const auto index = static_cast<std::size_t>(::GetWindowLongPtrW(page, GWLP_USERDATA));
       const auto& notification = *reinterpret_cast<const PSHNOTIFY*>(lParam);
-      const LRESULT answer = current->Hear(current->NameOf(page), notification);
+      const LRESULT answer = current_->Hear(index, notification);
       ::SetWindowLongPtrW(page, DWLP_MSGRESULT, answer);
       return TRUE;
     }
@@ -132,21 +91,33 @@ INT_PTR CALLBACK RecordedSheet::Procedure(HWND page, UINT message, WPARAM, LPARA
 void RecordedSheet::Start(HWND window, const PROPSHEETPAGEW& record) {
   ::SetWindowLongPtrW(window, GWLP_USERDATA, record.lParam);
   const Page& page = pages_[static_cast<std::size_t>(record.lParam)];
+  if (windows_.empty() && !steps_.empty()) ::PostMessageW(window, kTakeStep, 0, 0);
   windows_[page.name] = window;
   told_.push_back(page.name + ": init");
-  gaveRecord_ = record.pfnDlgProc == Procedure && record.pszTemplate == page.templateName &&
-                std::wstring(record.pszTitle) == L"Title";
+  EXPECT_TRUE(record.pfnDlgProc == Procedure && record.pszTemplate == page.templateName &&
+              std::wstring_view(record.pszTitle) == L"Title")
+      << page.name << " was not given its record";
   if (onInit_) onInit_(window);
 }
 
-LRESULT RecordedSheet::Hear(const std::string& page, const PSHNOTIFY& notification) {
-  told_.push_back(page + ": " + Describe(notification));
-  if (notification.hdr.code == PSN_SETACTIVE) {
-    shown_ = page;
-    const auto buttons = buttons_.find(page);
-    if (buttons != buttons_.end())
-      PropSheet_SetWizButtons(notification.hdr.hwndFrom, buttons->second);
+// The next one follows what this one posts.
+void RecordedSheet::TakeStep(HWND page) {
+  const bool isLast = taken_ == steps_.size();
+  (isLast ? Press(PSBTN_CANCEL) : steps_[taken_++])(::GetParent(page));
+  if (!isLast && ::IsWindow(page)) ::PostMessageW(page, kTakeStep, 0, 0);
+}
+
+LRESULT RecordedSheet::Hear(std::size_t page, const PSHNOTIFY& notification) {
+  const UINT code = notification.hdr.code;
+  told_.push_back(pages_[page].name + ": " + kNames.at(code) +
+                  (notification.lParam != 0 ? ", closing" : ""));
+  if (code == PSN_SETACTIVE) {
+    shown_ = pages_[page].name;
+    const LPARAM back = page > 0 ? PSWIZB_BACK : 0;
+    const LPARAM forward = page + 1 < pages_.size() ? PSWIZB_NEXT : PSWIZB_FINISH;
+    if ((flags_ & PSH_WIZARD97) != 0)
+      PropSheet_SetWizButtons(notification.hdr.hwndFrom, back | forward);
   }
-  const auto answer = answers_.find({page, notification.hdr.code});
+  const auto answer = answers_.find({pages_[page].name, code});
   return answer != answers_.end() ? answer->second : 0;
 }

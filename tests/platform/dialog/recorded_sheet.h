@@ -1,5 +1,5 @@
-// A property sheet titled "Sheet" whose pages write down what they are told. One at a time, on the
-// thread that shows it.
+// A property sheet titled "Sheet", or a wizard, whose pages write down what they are told. One at a
+// time, on the thread that shows it.
 #pragma once
 
 #include <windows.h>
@@ -8,16 +8,16 @@
 
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/dialog/template_bytes.h"
+#include "platform/kit/hidden_window.h"
 
 class RecordedSheet {
  public:
-  explicit RecordedSheet(DWORD flags = PSH_DEFAULT);
-  ~RecordedSheet();
+  explicit RecordedSheet(DWORD flags = PSH_DEFAULT) : flags_(flags) { current_ = this; }
+  ~RecordedSheet() { current_ = nullptr; }
   RecordedSheet(const RecordedSheet&) = delete;
   RecordedSheet& operator=(const RecordedSheet&) = delete;
 
@@ -27,28 +27,25 @@ class RecordedSheet {
   // What pages answer to a notification: all of them, or one.
   void Answer(UINT code, LRESULT answer, const std::string& page = {});
   void OnInit(std::function<void(HWND page)> work) { onInit_ = std::move(work); }
-  void OnTimer(std::function<void(HWND page)> work) { onTimer_ = std::move(work); }
   LRESULT TemplateOf(std::size_t page) const {
     return reinterpret_cast<LRESULT>(pages_[page].templateName);
   }
-  // What the page sets as it is activated.
-  void SetWizardButtons(const std::string& page, LPARAM buttons) { buttons_[page] = buttons; }
   // In that number's bitmap.
   void ShowPictures(WORD number) { picture_ = number; }
-  // Posts that button's command to the sheet as soon as a page is made.
-  void CloseWhenShown(int button);
 
-  INT_PTR Run();
-  std::vector<HPROPSHEETPAGE> MakePages();
-  INT_PTR RunWith(std::vector<HPROPSHEETPAGE> pages);
+  // Shows the sheet until it ends. Takes the steps once it is shown, each in a message of its own,
+  // and presses Cancel if it is open then; without steps it is left to the user.
+  using Step = std::function<void(HWND sheet)>;
+  INT_PTR Run(std::vector<Step> steps = {});
 
-  // "NAME: init", "NAME: set active", "NAME: apply, closing", ...
+  // "NAME: init", "NAME: set active", "NAME: apply", ...; with ", closing" when the notification's
+  // parameter is not zero.
   const std::vector<std::string>& Told() const { return told_; }
   // The page that was last activated.
   const std::string& Shown() const { return shown_; }
   HWND PageWindow(const std::string& name) const { return windows_.at(name); }
-  // Whether every page got a record of its own with its parameter.
-  bool GaveTheRecord() const { return gaveRecord_; }
+  // What the sheet was given.
+  const std::vector<HPROPSHEETPAGE>& Handles() const { return handles_; }
 
  private:
   struct Page {
@@ -57,19 +54,32 @@ class RecordedSheet {
     DWORD flags;
   };
   static INT_PTR CALLBACK Procedure(HWND page, UINT message, WPARAM wParam, LPARAM lParam);
+  void MakePages();
   void Start(HWND window, const PROPSHEETPAGEW& record);
-  LRESULT Hear(const std::string& page, const PSHNOTIFY& notification);
-  const std::string& NameOf(HWND window) const;
+  void TakeStep(HWND page);
+  LRESULT Hear(std::size_t page, const PSHNOTIFY& notification);
 
+  static inline RecordedSheet* current_ = nullptr;
+  HiddenWindow keepsDesktop_;
   const DWORD flags_;
   std::vector<Page> pages_;
+  std::vector<HPROPSHEETPAGE> handles_;
   std::map<std::pair<std::string, UINT>, LRESULT> answers_;
   std::function<void(HWND)> onInit_;
-  std::function<void(HWND)> onTimer_;
+  std::vector<Step> steps_;
+  std::size_t taken_ = 0;
   std::map<std::string, HWND> windows_;
-  std::map<std::string, LPARAM> buttons_;
   std::vector<std::string> told_;
   std::string shown_;
-  bool gaveRecord_ = false;
   WORD picture_ = 0;
 };
+
+// Steps: a button by its number (PSBTN_OK, ...), and the page of that index.
+inline RecordedSheet::Step Press(int button) {
+  return [button](HWND sheet) {
+    ::SendMessageW(sheet, PSM_PRESSBUTTON, static_cast<WPARAM>(button), 0);
+  };
+}
+inline RecordedSheet::Step TurnTo(int index) {
+  return [index](HWND sheet) { PropSheet_SetCurSel(sheet, nullptr, index); };
+}

@@ -1,27 +1,29 @@
 #include "platform/dialog/scripted_dialog.h"
 
-#include <gtest/gtest.h>
+#include "platform/dialog/template_bytes.h"
 
 namespace {
-
-class Offscreen : public ::testing::Environment {
- public:
-  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 0); }
-};
-[[maybe_unused]] const auto* const offscreen = ::testing::AddGlobalTestEnvironment(new Offscreen);
 
 ScriptedDialog* current = nullptr;
 
 }  // namespace
 
-void KeepDesktop() {
-  static const HWND window = ::CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 0, 0, nullptr,
-                                               nullptr, nullptr, nullptr);
-  static_cast<void>(window);
+LPCWSTR Form() {
+  static const LPCWSTR name = AddTemplate(
+      TemplateBytes(kDialogStyle, {0, 0, 200, 120}, u"Form")
+          .Item(u"Static", 1000, kItem, {5, 5, 60, 10}, u"&Name:")
+          .Item(u"Edit", kName, kStop, {70, 5, 100, 14}, u"text", kNameHelp)
+          .Item(kButton, kFirstKind, kStop | WS_GROUP | BS_AUTORADIOBUTTON, {5, 25, 60, 12}, u"One")
+          .Item(kButton, kSecondKind, kItem | BS_AUTORADIOBUTTON, {5, 38, 60, 12}, u"Two")
+          .Item(kButton, kThirdKind, kItem | BS_AUTORADIOBUTTON, {5, 51, 60, 12}, u"Three")
+          .Item(kButton, kCheck, kStop | WS_GROUP | BS_AUTOCHECKBOX, {5, 70, 80, 12}, u"&Check")
+          .Item(kButton, IDOK, kStop | BS_DEFPUSHBUTTON, {5, 95, 50, 14}, u"OK")
+          .Item(kButton, IDCANCEL, kStop, {60, 95, 50, 14}, u"Cancel")
+          .Item(kButton, kOther, kStop, {115, 95, 50, 14}, u"&Other"));
+  return name;
 }
 
 ScriptedDialog::ScriptedDialog() {
-  KeepDesktop();
   current = this;
 }
 
@@ -40,12 +42,12 @@ void ScriptedDialog::EndOnCommands() {
   });
 }
 
-INT_PTR ScriptedDialog::Run(LPCWSTR name, HWND owner) {
+INT_PTR ScriptedDialog::Run(LPCWSTR name, HWND owner) const {
   return ::DialogBoxParamW(nullptr, name, owner, Procedure, 0);
 }
 
-HWND ScriptedDialog::Create(LPCWSTR name, HWND owner, LPARAM parameter) {
-  window_ = ::CreateDialogParamW(nullptr, name, owner, Procedure, parameter);
+HWND ScriptedDialog::Create(LPCWSTR name, LPARAM parameter) {
+  window_ = ::CreateDialogParamW(nullptr, name, nullptr, Procedure, parameter);
   return window_;
 }
 
@@ -56,4 +58,10 @@ INT_PTR CALLBACK ScriptedDialog::Procedure(HWND dialog, UINT message, WPARAM wPa
   current->messages_.push_back(message);
   const auto answer = current->answers_.find(message);
   return answer != current->answers_.end() ? answer->second(dialog, wParam, lParam) : FALSE;
+}
+
+void DispatchAll() {
+  MSG message;
+  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+    ::DispatchMessageW(&message);
 }

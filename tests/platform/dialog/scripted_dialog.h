@@ -5,11 +5,22 @@
 
 #include <functional>
 #include <map>
-#include <string>
 #include <vector>
 
-// Makes a window that is never shown, so that the desktop stays the same from dialog to dialog.
-void KeepDesktop();
+#include "platform/kit/hidden_window.h"
+
+// A dialog titled "Form", with a label, a field, three radio buttons, a check box and the buttons
+// OK (the default), Cancel and Other.
+LPCWSTR Form();
+
+inline constexpr int kName = 1001;
+inline constexpr int kFirstKind = 1002;
+inline constexpr int kSecondKind = 1003;
+inline constexpr int kThirdKind = 1004;
+inline constexpr int kCheck = 1005;
+inline constexpr int kOther = 1006;
+// Of the field; nothing else has one.
+inline constexpr DWORD kNameHelp = 0x80690001;
 
 class ScriptedDialog {
  public:
@@ -24,8 +35,8 @@ class ScriptedDialog {
   void EndOnCommands();
 
   // Shows it until it ends.
-  INT_PTR Run(LPCWSTR name, HWND owner = nullptr);
-  HWND Create(LPCWSTR name, HWND owner = nullptr, LPARAM parameter = 0);
+  INT_PTR Run(LPCWSTR name = Form(), HWND owner = nullptr) const;
+  HWND Create(LPCWSTR name = Form(), LPARAM parameter = 0);
 
   HWND Window() const { return window_; }
   // Every message in order.
@@ -34,7 +45,11 @@ class ScriptedDialog {
   static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  HiddenWindow keepsDesktop_;
   HWND window_ = nullptr;
   std::map<UINT, Answer> answers_;
   std::vector<UINT> messages_;
 };
+
+// Dispatches every message that waits.
+void DispatchAll();

@@ -1,121 +1,61 @@
 #include "platform/dialog/template_bytes.h"
 
-#include <deque>
-
-#include "platform/kernel/resources.h"
+#include <span>
 
 namespace {
 
-constexpr std::uint16_t kDialogType = 5;  // RT_DIALOG
-constexpr std::size_t kItemCountAt = 16;
-
-std::uint16_t NewNumber() {
-  static std::uint16_t last = 100;
-  return ++last;
-}
-
-// Resources live as long as the process.
-void Register(std::uint16_t number, LANGID language, std::vector<std::byte> bytes) {
-  static auto& kept = *new std::deque<std::vector<std::byte>>;
-  kept.push_back(std::move(bytes));
-  const platform::Resource resource = {kDialogType, number, language, kept.back()};
-  platform::RegisterResources({&resource, 1});
-}
+constexpr WORD kNumberFollows = 0xFFFF;
+constexpr std::size_t kItemCountAt = 8;
 
 }  // namespace
 
 TemplateBytes::TemplateBytes(DWORD style, TemplatePlace place, std::u16string_view title,
                              DWORD helpId) {
-  Put16(1);
-  Put16(0xFFFF);
-  Put32(helpId);
-  Put32(0);  // extended style
-  Put32(style);
-  Put16(0);  // items
+  words_ = {1, 0xFFFF};
+  Put(helpId);
+  Put(0);  // extended style
+  Put(style);
+  words_.push_back(0);  // items
   PutPlace(place);
   PutText(u"");  // menu
   PutText(u"");  // class
   PutText(title);
   if ((style & DS_SETFONT) == 0) return;
-  Put16(8);
-  Put16(400);
-  Put8(0);
-  Put8(1);
+  words_.insert(words_.end(), {8, 400, 0x100});  // points, weight, any set of characters
   PutText(u"MS Shell Dlg");
 }
 
 TemplateBytes& TemplateBytes::Item(std::u16string_view className, int id, DWORD style,
                                    TemplatePlace place, std::u16string_view text, DWORD helpId) {
-  BeginItem(id, style, place, helpId);
-  PutText(className);
-  EndItem(text);
-  return *this;
-}
-
-TemplateBytes& TemplateBytes::Item(WORD classNumber, int id, DWORD style, TemplatePlace place,
-                                   std::u16string_view text) {
-  BeginItem(id, style, place, 0);
-  Put16(0xFFFF);
-  Put16(classNumber);
-  EndItem(text);
-  return *this;
-}
-
-void TemplateBytes::BeginItem(int id, DWORD style, const TemplatePlace& place, DWORD helpId) {
-  while (bytes_.size() % 4 != 0)
-    Put8(0);
-  Put32(helpId);
-  Put32(0);
-  Put32(style);
+  words_.resize(words_.size() + words_.size() % 2);
+  Put(helpId);
+  Put(0);
+  Put(style);
   PutPlace(place);
-  Put32(static_cast<DWORD>(id));
-}
-
-void TemplateBytes::EndItem(std::u16string_view text) {
+  Put(static_cast<DWORD>(id));
+  PutText(className);
   PutText(text);
-  Put16(0);  // creation data
-  bytes_[kItemCountAt] =
-      std::byte{static_cast<unsigned char>(std::to_integer<unsigned>(bytes_[kItemCountAt]) + 1)};
+  words_.push_back(0);  // creation data
+  ++words_[kItemCountAt];
+  return *this;
 }
 
-void TemplateBytes::Put8(unsigned value) {
-  bytes_.push_back(std::byte{static_cast<unsigned char>(value)});
+std::vector<std::byte> TemplateBytes::Bytes() const {
+  const auto bytes = std::as_bytes(std::span(words_));
+  return {bytes.begin(), bytes.end()};
 }
 
-void TemplateBytes::Put16(unsigned value) {
-  Put8(value & 0xFF);
-  Put8((value >> 8) & 0xFF);
-}
-
-void TemplateBytes::Put32(DWORD value) {
-  Put16(value & 0xFFFF);
-  Put16(value >> 16);
+void TemplateBytes::Put(DWORD value) {
+  words_.push_back(LOWORD(value));
+  words_.push_back(HIWORD(value));
 }
 
 void TemplateBytes::PutPlace(const TemplatePlace& place) {
   for (const int each : {place.x, place.y, place.width, place.height})
-    Put16(static_cast<unsigned>(each));
+    words_.push_back(static_cast<WORD>(each));
 }
 
 void TemplateBytes::PutText(std::u16string_view text) {
-  for (const char16_t unit : text)
-    Put16(unit);
-  Put16(0);
-}
-
-LPCWSTR AddTemplate(const TemplateBytes& bytes) {
-  return AddTemplate(bytes.Bytes());
-}
-
-LPCWSTR AddTemplate(std::vector<std::byte> bytes) {
-  const std::uint16_t number = NewNumber();
-  Register(number, 0, std::move(bytes));
-  return MAKEINTRESOURCEW(number);
-}
-
-LPCWSTR AddTemplates(const std::vector<std::pair<LANGID, TemplateBytes>>& templates) {
-  const std::uint16_t number = NewNumber();
-  for (const auto& [language, bytes] : templates)
-    Register(number, language, bytes.Bytes());
-  return MAKEINTRESOURCEW(number);
+  words_.insert(words_.end(), text.begin(), text.end());
+  if (text.empty() || text.front() != kNumberFollows) words_.push_back(0);
 }

@@ -5,7 +5,15 @@
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+inline constexpr DWORD kDialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_SETFONT | DS_CENTER;
+inline constexpr DWORD kItem = WS_CHILD | WS_VISIBLE;
+inline constexpr DWORD kStop = kItem | WS_TABSTOP;
+
+// The class "Button" by its number.
+inline constexpr std::u16string_view kButton = u"\xFFFF\x0080";
 
 struct TemplatePlace {
   int x = 0;
@@ -21,26 +29,24 @@ class TemplateBytes {
 
   TemplateBytes& Item(std::u16string_view className, int id, DWORD style, TemplatePlace place,
                       std::u16string_view text, DWORD helpId = 0);
-  // The class by its number; the text is one, or a resource's number.
-  TemplateBytes& Item(WORD classNumber, int id, DWORD style, TemplatePlace place,
-                      std::u16string_view text);
 
-  const std::vector<std::byte>& Bytes() const { return bytes_; }
+  std::vector<std::byte> Bytes() const;
 
  private:
-  void Put8(unsigned value);
-  void Put16(unsigned value);
-  void Put32(DWORD value);
+  void Put(DWORD value);
   void PutPlace(const TemplatePlace& place);
   void PutText(std::u16string_view text);
-  void BeginItem(int id, DWORD style, const TemplatePlace& place, DWORD helpId);
-  void EndItem(std::u16string_view text);
 
-  std::vector<std::byte> bytes_;
+  std::vector<WORD> words_;
 };
 
-// Adds the template to the program's resources, under a new number, and returns that.
-LPCWSTR AddTemplate(const TemplateBytes& bytes);
-LPCWSTR AddTemplate(std::vector<std::byte> bytes);
-// The same number in several languages.
-LPCWSTR AddTemplates(const std::vector<std::pair<LANGID, TemplateBytes>>& templates);
+// Adds templates to the program's resources, one for each language, under a new number, and
+// returns that.
+using ResourceBytes = std::vector<std::byte>;
+LPCWSTR AddTemplates(const std::vector<std::pair<LANGID, ResourceBytes>>& templates);
+inline LPCWSTR AddTemplate(const ResourceBytes& bytes) {
+  return AddTemplates({{LANGID{0}, bytes}});
+}
+inline LPCWSTR AddTemplate(const TemplateBytes& bytes) {
+  return AddTemplate(bytes.Bytes());
+}

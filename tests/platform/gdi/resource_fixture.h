@@ -22,7 +22,7 @@ inline constexpr WORD kIconMask8 = 205;
 inline constexpr WORD kIconMask4 = 206;
 // Black and nothing above, yellow and black below.
 inline constexpr WORD kIconMask1 = 207;
-// All red at 16 pixels (in 4 and in 24 bits; with few colours it is blue), all green at 32.
+// All red at 16 pixels (in 4 and in 32 bits; with few colours it is blue), all green at 32.
 inline constexpr WORD kIconSizes = 210;
 inline constexpr WORD kIconCut = 299;
 
