@@ -2,45 +2,33 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/testing/simulated_machine.h"
+#include <cstdint>
+#include <initializer_list>
+
+#include "platform/kit/failing_call.h"
 
 namespace {
 
-TEST(CloseHandle, AHandleIsClosedOnce) {
-  const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, nullptr);
-  EXPECT_TRUE(::CloseHandle(mutex));
-  ::SetLastError(NO_ERROR);
-  EXPECT_FALSE(::CloseHandle(mutex));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
-}
-
 TEST(CloseHandle, AStaleHandleDoesNotCloseTheObjectThatTookItsPlace) {
   const HANDLE first = ::CreateMutexW(nullptr, FALSE, nullptr);
-  ASSERT_TRUE(::CloseHandle(first));
+  EXPECT_TRUE(::CloseHandle(first));
   const HANDLE second = ::CreateMutexW(nullptr, FALSE, nullptr);
-  EXPECT_FALSE(::CloseHandle(first));
+  ExpectFailures({{"twice", [&] { return ::CloseHandle(first); }, ERROR_INVALID_HANDLE}});
   EXPECT_EQ(::WaitForSingleObject(second, 0), WAIT_OBJECT_0);
   EXPECT_TRUE(::CloseHandle(second));
 }
 
-TEST(CloseHandle, WhatIsNoHandleIsRefused) {
+TEST(Handle, AnInvalidOneFailsEveryCallWithInvalidHandle) {
   int local = 0;
-  for (const HANDLE wrong : {HANDLE{nullptr}, INVALID_HANDLE_VALUE, HANDLE{&local},
-                             reinterpret_cast<HANDLE>(std::uintptr_t{1})}) {
-    ::SetLastError(NO_ERROR);
-    EXPECT_FALSE(::CloseHandle(wrong));
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(::WaitForSingleObject(wrong, 0), WAIT_FAILED);
+  for (void* wrong : std::initializer_list<void*>{nullptr, &local, ::GetModuleHandleW(nullptr)}) {
+    ExpectFailures({
+        {"close", [&] { return ::CloseHandle(wrong); }, ERROR_INVALID_HANDLE},
+        {"wait", [&] { return ::WaitForSingleObject(wrong, 0) != WAIT_FAILED; },
+         ERROR_INVALID_HANDLE},
+        {"release", [&] { return ::ReleaseMutex(wrong); }, ERROR_INVALID_HANDLE},
+        {"resume", [&] { return ::ResumeThread(wrong) + 1 != 0; }, ERROR_INVALID_HANDLE},
+    });
   }
-}
-
-TEST(CloseHandle, KindsWithAClosingCallOfTheirOwnAreRefusedAndStayOpen) {
-  const platform::SimulatedMachine machine;
-  HKEY key = nullptr;
-  ASSERT_EQ(::RegOpenKeyExW(HKEY_LOCAL_MACHINE, nullptr, 0, KEY_READ, &key), 0);
-  EXPECT_FALSE(::CloseHandle(key));
-  EXPECT_FALSE(::CloseHandle(::GetModuleHandleW(nullptr)));
-  EXPECT_EQ(::RegCloseKey(key), 0);
 }
 
 TEST(HeapAlloc, AForeignHeapGivesNoMemoryAndFreesNone) {

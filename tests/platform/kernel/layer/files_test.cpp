@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
@@ -32,10 +33,11 @@ TEST(Files, AttributesTellFoldersAndReadOnlyFiles) {
 
 TEST(Files, AMissingFileIsToldFromAMissingFolder) {
   const platform::SimulatedMachine machine;
-  EXPECT_EQ(Attributes(ProgramFolder() + L"\\nothing"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(Attributes(ProgramFolder() + L"\\nothing\\more"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(::GetLastError(), ERROR_PATH_NOT_FOUND);
+  const auto find = [folder = ProgramFolder()](const wchar_t* path) {
+    return [=] { return Attributes(folder + path) != INVALID_FILE_ATTRIBUTES; };
+  };
+  ExpectFailures({{"file", find(L"\\nothing"), ERROR_FILE_NOT_FOUND},
+                  {"folder", find(L"\\nothing\\more"), ERROR_PATH_NOT_FOUND}});
 }
 
 TEST(Files, TheCurrentFolderTellsItsSizeWhenItDoesNotFit) {

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "platform/kernel/modules.h"
+#include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
@@ -20,31 +21,28 @@ class ModuleTest : public ::testing::Test {
   platform::SimulatedMachine machine_;
 };
 
+FailingCall Lookup(HMODULE module, LPCSTR name, DWORD error) {
+  return {"look up", [=] { return ::GetProcAddress(module, name) != nullptr; }, error};
+}
+
+FailingCall Load(const wchar_t* name, DWORD error) {
+  return {"load", [=] { return ::LoadLibraryW(name) != nullptr; }, error};
+}
+
 TEST_F(ModuleTest, AModuleOfTheLayerIsFoundInAnyCaseAndWithoutSuffix) {
-  platform::RegisterBuiltInModule(L"BuiltIn.dll", {{"Answer", Answer}});
+  platform::RegisterBuiltInModule(L"BuiltIn.dll", {{"Answer", Answer}, {"#15", Answer}});
+  const auto ordinal = [](ULONG_PTR number) { return reinterpret_cast<LPCSTR>(number); };
   for (const wchar_t* name : {L"builtin.DLL", L"BUILTIN", L"\\anywhere\\BuiltIn.dll"}) {
     const HMODULE module = ::LoadLibraryW(name);
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(::GetProcAddress(module, "Answer"), Answer);
-    EXPECT_EQ(::GetProcAddress(module, "answer"), nullptr);
-    EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+    EXPECT_EQ(::GetProcAddress(module, ordinal(15)), Answer);
+    ExpectFailures({Lookup(module, "answer", ERROR_PROC_NOT_FOUND),
+                    Lookup(module, ordinal(1), ERROR_PROC_NOT_FOUND)});
     EXPECT_TRUE(::FreeLibrary(module));
   }
   platform::UnregisterBuiltInModule(L"builtin.dll");
-  EXPECT_EQ(::LoadLibraryW(L"BuiltIn.dll"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
-}
-
-TEST_F(ModuleTest, AnOrdinalFindsItsExport) {
-  platform::RegisterBuiltInModule(L"numbered.ocx", {{"#15", Answer}, {"Named", Answer}});
-  const HMODULE module = ::LoadLibraryW(L"numbered.ocx");
-  ASSERT_NE(module, nullptr);
-  const auto ordinal = [](ULONG_PTR number) { return reinterpret_cast<LPCSTR>(number); };
-  EXPECT_EQ(::GetProcAddress(module, ordinal(15)), Answer);
-  EXPECT_EQ(::GetProcAddress(module, ordinal(1)), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
-  EXPECT_TRUE(::FreeLibrary(module));
-  platform::UnregisterBuiltInModule(L"numbered.ocx");
+  ExpectFailures({Load(L"BuiltIn.dll", ERROR_MOD_NOT_FOUND)});
 }
 
 TEST_F(ModuleTest, IsUnloadedWhenItHasBeenFreedAsOftenAsLoaded) {
@@ -54,38 +52,31 @@ TEST_F(ModuleTest, IsUnloadedWhenItHasBeenFreedAsOftenAsLoaded) {
   EXPECT_EQ(::GetModuleHandleW(L"sample_module"), module);
   const FARPROC answer = ::GetProcAddress(module, "SampleAnswer");
   ASSERT_NE(answer, nullptr);
-  EXPECT_EQ(answer(), 7);
   EXPECT_TRUE(::FreeLibrary(module));
   EXPECT_EQ(answer(), 7);
   EXPECT_TRUE(::FreeLibrary(module));
-  EXPECT_EQ(::GetModuleHandleW(L"sample_module"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
-  EXPECT_FALSE(::FreeLibrary(module));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
-  EXPECT_EQ(::GetProcAddress(module, "SampleAnswer"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_HANDLE);
+  ExpectFailures({
+      {"find", [] { return ::GetModuleHandleW(L"sample_module") != nullptr; }, ERROR_MOD_NOT_FOUND},
+      {"free", [=] { return ::FreeLibrary(module); }, ERROR_INVALID_HANDLE},
+      Lookup(module, "SampleAnswer", ERROR_INVALID_HANDLE),
+  });
 }
 
 TEST_F(ModuleTest, OnlyItsOwnExportsAreFound) {
+  const auto kFirstOrdinal = reinterpret_cast<LPCSTR>(std::uintptr_t{1});
   const HMODULE module = ::LoadLibraryW(L"sample_module.dll");
   ASSERT_NE(module, nullptr);
-  for (const char* foreign : {"malloc", "SampleHidden", "NoSuchName"}) {
-    EXPECT_EQ(::GetProcAddress(module, foreign), nullptr) << foreign;
-    EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
-  }
-  EXPECT_EQ(::GetProcAddress(module, reinterpret_cast<LPCSTR>(std::uintptr_t{1})), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_PROC_NOT_FOUND);
+  ExpectFailures({Lookup(module, "malloc", ERROR_PROC_NOT_FOUND),
+                  Lookup(module, "SampleHidden", ERROR_PROC_NOT_FOUND),
+                  Lookup(module, "NoSuchName", ERROR_PROC_NOT_FOUND),
+                  Lookup(module, kFirstOrdinal, ERROR_PROC_NOT_FOUND)});
   EXPECT_TRUE(::FreeLibrary(module));
 }
 
 TEST_F(ModuleTest, AFileThatIsNoModuleIsToldFromAMissingOne) {
   std::ofstream(machine_.ProgramFolder() / "broken.so") << "not a module";
-  EXPECT_EQ(::LoadLibraryW(L"broken.dll"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_BAD_EXE_FORMAT);
-  EXPECT_EQ(::LoadLibraryW(L"missing.dll"), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
-  EXPECT_EQ(::LoadLibraryW(L""), nullptr);
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+  ExpectFailures({Load(L"broken.dll", ERROR_BAD_EXE_FORMAT),
+                  Load(L"missing.dll", ERROR_MOD_NOT_FOUND), Load(L"", ERROR_INVALID_PARAMETER)});
 }
 
 TEST_F(ModuleTest, ANameThatDoesNotFitIsCutAndSaysSo) {
