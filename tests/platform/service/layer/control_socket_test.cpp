@@ -8,9 +8,9 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
+#include <deque>
 
-#include "platform/service/service_fixture.h"
+#include "platform/service/layer/service_fixture.h"
 
 namespace {
 
@@ -42,8 +42,8 @@ class Client {
   Client& operator=(const Client&) = delete;
 
   bool IsConnected() const { return connected_; }
-  void Send(const void* data, std::size_t bytes) const {
-    ::send(socket_, data, bytes, MSG_NOSIGNAL);
+  void Send(std::string_view message) const {
+    ::send(socket_, message.data(), message.size(), MSG_NOSIGNAL);
   }
   // The size of what comes; 0 at the end, -1 when nothing comes in 10 s.
   ssize_t Receive(Reply& reply) const { return ::recv(socket_, &reply, sizeof reply, 0); }
@@ -53,97 +53,75 @@ class Client {
   bool connected_ = false;
 };
 
+std::string Bytes(const Request& request) {
+  return {reinterpret_cast<const char*>(&request), sizeof request};
+}
+
 class ControlSocket : public ServiceFixture {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(::StartServiceW(service_.Get(), 0, nullptr)) << ::GetLastError();
-    ASSERT_TRUE(AwaitState(service_, SERVICE_RUNNING));
-  }
   // Whether the service takes a control from an honest caller, and in which time.
   bool Answers(std::chrono::milliseconds limit) {
     const auto start = std::chrono::steady_clock::now();
-    SERVICE_STATUS status{};
-    return ::ControlService(service_.Get(), 130, &status) &&
-           std::chrono::steady_clock::now() - start < limit;
+    return Control(service_, 130) == NO_ERROR && std::chrono::steady_clock::now() - start < limit;
   }
 
   static constexpr std::chrono::milliseconds kSoon{2500};
-  ScHandle service_ = CreateTestService(L"sample", L"normal");
+  const ScHandle service_ = RunTestService(L"sample", L"normal");
   const std::filesystem::path path_ = ServiceFile("sample.sock");
 };
 
-TEST_F(ControlSocket, MalformedMessagesAreRefusedAndHarmNothing) {
-  const Request good;
-  Request magic;
-  magic.magic ^= 1;
-  Request version;
-  version.version = 2;
-  std::string longer(reinterpret_cast<const char*>(&good), sizeof good);
-  longer += 'x';
-  const std::string messages[] = {
-      {reinterpret_cast<const char*>(&magic), sizeof magic},
-      {reinterpret_cast<const char*>(&version), sizeof version},
-      {reinterpret_cast<const char*>(&good), sizeof good - 1},
-      "x",
-      longer,
-      std::string(100'000, '\xFF'),
+TEST_F(ControlSocket, MalformedOrUnknownRequestsAreRefusedAndHarmNothing) {
+  const std::string good = Bytes({});
+  const std::pair<std::string, DWORD> cases[] = {
+      {Bytes({.magic = 0x4C525442}), ERROR_INVALID_DATA},
+      {Bytes({.version = 2}), ERROR_INVALID_DATA},
+      {good.substr(1), ERROR_INVALID_DATA},
+      {good.substr(0, good.size() - 1), ERROR_INVALID_DATA},
+      {good + 'x', ERROR_INVALID_DATA},
+      {"x", ERROR_INVALID_DATA},
+      {std::string(100'000, '\xFF'), ERROR_INVALID_DATA},
+      // Controls that skip the caller's checks.
+      {Bytes({.control = 0}), ERROR_INVALID_PARAMETER},
+      {Bytes({.control = 5}), ERROR_INVALID_PARAMETER},
+      {Bytes({.control = 127}), ERROR_INVALID_PARAMETER},
+      {Bytes({.control = 256}), ERROR_INVALID_PARAMETER},
+      {Bytes({.control = 0xFFFFFFFF}), ERROR_INVALID_PARAMETER},
   };
-  for (const std::string& message : messages) {
+  for (const auto& [message, error] : cases) {
     const Client client(path_);
     ASSERT_TRUE(client.IsConnected());
-    client.Send(message.data(), message.size());
+    client.Send(message);
     Reply reply{};
-    ASSERT_EQ(client.Receive(reply), static_cast<ssize_t>(sizeof reply)) << message.size();
-    EXPECT_EQ(reply.error, ERROR_INVALID_DATA) << message.size();
+    ASSERT_EQ(client.Receive(reply), static_cast<ssize_t>(sizeof reply));
+    EXPECT_EQ(reply.error, error) << message.size();
   }
   EXPECT_TRUE(Answers(kSoon));
 }
 
-TEST_F(ControlSocket, ARequestThatSkipsTheCallersChecksIsJudgedByTheService) {
-  for (const std::uint32_t control : {0u, 5u, 127u, 256u, 0xFFFFFFFFu}) {
-    Request request;
-    request.control = control;
-    const Client client(path_);
-    client.Send(&request, sizeof request);
+TEST_F(ControlSocket, SilentClientsOnlyDelayTheHonestOneAndAreDropped) {
+  using std::chrono::seconds;
+  // The service holds fewer than the second number.
+  for (const auto& [count, limit] : {std::pair(20, kSoon), std::pair(40, kSoon + seconds(10))}) {
+    std::deque<Client> silent;
+    for (int i = 0; i < count; ++i)
+      silent.emplace_back(path_);
+    EXPECT_TRUE(Answers(limit)) << count;
     Reply reply{};
-    ASSERT_EQ(client.Receive(reply), static_cast<ssize_t>(sizeof reply)) << control;
-    EXPECT_EQ(reply.error, ERROR_INVALID_PARAMETER) << control;
+    for (const Client& client : silent)
+      EXPECT_EQ(client.Receive(reply), 0) << "not dropped";
   }
-}
-
-TEST_F(ControlSocket, SilentClientsKeepNobodyWaitingAndAreDropped) {
-  std::vector<std::unique_ptr<Client>> silent;
-  for (int i = 0; i < 20; ++i)
-    silent.push_back(std::make_unique<Client>(path_));
-  EXPECT_TRUE(Answers(kSoon));
-  Reply reply{};
-  for (const auto& client : silent)
-    EXPECT_EQ(client->Receive(reply), 0) << "not dropped";
-}
-
-TEST_F(ControlSocket, MoreSilentClientsThanItHoldsOnlyDelayTheHonestOne) {
-  std::vector<std::unique_ptr<Client>> silent;
-  for (int i = 0; i < 40; ++i)
-    silent.push_back(std::make_unique<Client>(path_));
-  EXPECT_TRUE(Answers(std::chrono::seconds(12)));
 }
 
 TEST_F(ControlSocket, AClientThatDoesNotWaitForItsReplyHarmsNothing) {
-  for (int i = 0; i < 50; ++i) {
-    Request request;
-    request.control = 140;
-    const Client client(path_);
-    client.Send(&request, sizeof request);
-  }
+  for (int i = 0; i < 50; ++i)
+    Client(path_).Send(Bytes({.control = 140}));
   EXPECT_TRUE(Answers(kSoon));
 }
 
 TEST_F(ControlSocket, TheSocketIsForItsOwnerAlone) {
-  struct stat status {};
-  ASSERT_EQ(::stat(path_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777u, 0600u);
-  ASSERT_EQ(::stat(path_.parent_path().c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777u, 0700u);
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(path_).permissions(), perms::owner_read | perms::owner_write);
+  EXPECT_EQ(std::filesystem::status(path_.parent_path()).permissions(), perms::owner_all);
 }
 
 // The modes of the files are opened wide first, so that only the peer's identity is left to judge.
@@ -158,11 +136,9 @@ TEST_F(ControlSocket, AnotherUserIsNotAnsweredEvenWhenTheFilesAreOpen) {
   if (other == 0) {
     constexpr uid_t kNobody = 65534;
     if (::setresuid(kNobody, kNobody, kNobody) != 0) ::_exit(2);
-    Request request;
-    request.control = 150;
     const Client client(path_);
     if (!client.IsConnected()) ::_exit(3);
-    client.Send(&request, sizeof request);
+    client.Send(Bytes({.control = 150}));
     Reply reply{};
     ::_exit(client.Receive(reply) > 0 ? 1 : 0);
   }

@@ -4,34 +4,32 @@
 
 #include <winioctl.h>
 
+#include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
 
-DWORD LastErrorUnless(BOOL succeeded) {
-  return succeeded ? NO_ERROR : ::GetLastError();
-}
+constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
 
 class DeviceFile : public testing::Test {
  protected:
   ~DeviceFile() override { platform::UnregisterDevice(L"Sample"); }
 
-  static HANDLE Open(const wchar_t* path, DWORD access = GENERIC_READ | GENERIC_WRITE,
-                     DWORD share = 0, DWORD disposition = OPEN_EXISTING, DWORD flags = 0x80) {
+  static HANDLE Open(const wchar_t* path, DWORD access = kBoth, DWORD share = 0,
+                     DWORD disposition = OPEN_EXISTING, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
     return ::CreateFileW(path, access, share, nullptr, disposition, flags, nullptr);
   }
-  // The error of an opening that must fail.
-  static DWORD OpenError(const wchar_t* path, DWORD access = GENERIC_READ | GENERIC_WRITE,
-                         DWORD share = 0, DWORD disposition = OPEN_EXISTING, DWORD flags = 0x80) {
+  // The error of an opening, whose handle is closed again.
+  static DWORD OpenError(const wchar_t* path, DWORD access = kBoth, DWORD share = 0,
+                         DWORD disposition = OPEN_EXISTING, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
     const HANDLE device = Open(path, access, share, disposition, flags);
-    if (device == INVALID_HANDLE_VALUE) return ::GetLastError();
-    ::CloseHandle(device);
-    return NO_ERROR;
+    const DWORD error = ::GetLastError();
+    return ::CloseHandle(device) ? NO_ERROR : error;
   }
   static DWORD Control(HANDLE device, DWORD code) {
     DWORD returned = 99;
     const BOOL sent = ::DeviceIoControl(device, code, nullptr, 0, nullptr, 0, &returned, nullptr);
-    return LastErrorUnless(sent);
+    return sent ? NO_ERROR : ::GetLastError();
   }
 
   platform::SimulatedMachine machine_;
@@ -53,38 +51,31 @@ TEST_F(DeviceFile, OpensByNameInAnyCaseAndPassesCodesOn) {
   EXPECT_EQ(Control(device, 0x939C2094), ERROR_INVALID_HANDLE);
 }
 
-TEST_F(DeviceFile, WhatCannotBeOpenedIsRefusedByItsDocumentedError) {
-  constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
-  const struct {
-    const wchar_t* path;
-    DWORD access;
-    DWORD disposition;
-    DWORD flags;
-    DWORD error;
-  } cases[] = {
-      {L"\\\\.\\missing", kBoth, OPEN_EXISTING, 0x80, ERROR_FILE_NOT_FOUND},
-      {L"\\\\.\\", kBoth, OPEN_EXISTING, 0x80, ERROR_FILE_NOT_FOUND},
-      {L"\\tmp\\file", kBoth, OPEN_EXISTING, 0x80, ERROR_FILE_NOT_FOUND},
-      {L"Sample", kBoth, OPEN_EXISTING, 0x80, ERROR_FILE_NOT_FOUND},
-      {L"", kBoth, OPEN_EXISTING, 0x80, ERROR_PATH_NOT_FOUND},
-      {nullptr, kBoth, OPEN_EXISTING, 0x80, ERROR_PATH_NOT_FOUND},
-      {L"\\\\.\\Sample", kBoth, 2, 0x80, ERROR_INVALID_PARAMETER},
-      {L"\\\\.\\Sample", kBoth, OPEN_EXISTING, 0x04000000, ERROR_INVALID_PARAMETER},
-      {L"\\\\.\\Sample", 0x10000000, OPEN_EXISTING, 0x80, ERROR_INVALID_PARAMETER},
+TEST_F(DeviceFile, MissingDevicesAndUnsupportedWaysFailToOpen) {
+  const wchar_t* sample = L"\\\\.\\Sample";
+  const auto open = [](const wchar_t* path, DWORD access = kBoth, DWORD disposition = OPEN_EXISTING,
+                       DWORD flags = FILE_ATTRIBUTE_NORMAL) {
+    return [=] { return Open(path, access, 0, disposition, flags) != INVALID_HANDLE_VALUE; };
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(OpenError(each.path, each.access, 0, each.disposition, each.flags), each.error)
-        << (&each - cases);
-  }
+  ExpectFailures({
+      {"missing device", open(L"\\\\.\\missing"), ERROR_FILE_NOT_FOUND},
+      {"no device", open(L"\\\\.\\"), ERROR_FILE_NOT_FOUND},
+      {"file", open(L"\\tmp\\file"), ERROR_FILE_NOT_FOUND},
+      {"name alone", open(L"Sample"), ERROR_FILE_NOT_FOUND},
+      {"empty path", open(L""), ERROR_PATH_NOT_FOUND},
+      {"no path", open(nullptr), ERROR_PATH_NOT_FOUND},
+      {"disposition", open(sample, kBoth, 2), ERROR_INVALID_PARAMETER},
+      {"flags", open(sample, kBoth, OPEN_EXISTING, 0x04000000), ERROR_INVALID_PARAMETER},
+      {"access", open(sample, 0x10000000), ERROR_INVALID_PARAMETER},
+  });
   device_->FailOpenWith(ERROR_ACCESS_DENIED);
-  EXPECT_EQ(OpenError(L"\\\\.\\Sample"), ERROR_ACCESS_DENIED);
+  ExpectFailures({{"device's refusal", open(sample), ERROR_ACCESS_DENIED}});
   device_->FailOpenWith(NO_ERROR);
-  EXPECT_EQ(OpenError(L"\\\\.\\Sample"), NO_ERROR) << "the refused opening still holds the device";
+  EXPECT_EQ(OpenError(sample), NO_ERROR) << "the refused opening still holds the device";
 }
 
 TEST_F(DeviceFile, SharingIsJudgedInBothDirections) {
   constexpr DWORD kRead = GENERIC_READ;
-  constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
   constexpr DWORD kShareBoth = FILE_SHARE_READ | FILE_SHARE_WRITE;
   const struct {
     DWORD firstAccess, firstShare, access, share, error;
@@ -106,28 +97,25 @@ TEST_F(DeviceFile, SharingIsJudgedInBothDirections) {
   }
 }
 
-TEST_F(DeviceFile, AControlCodeNeedsTheAccessThatItNames) {
+TEST_F(DeviceFile, ControlsWithoutAccessOrBuffersDoNotReachTheDevice) {
   const HANDLE device = Open(L"\\\\.\\Sample", GENERIC_READ);
-  EXPECT_EQ(Control(device, CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_READ_ACCESS)), NO_ERROR);
-  EXPECT_EQ(Control(device, CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_WRITE_ACCESS)),
-            ERROR_ACCESS_DENIED);
-  EXPECT_EQ(device_->Codes().size(), 1u);
-  ::CloseHandle(device);
-}
-
-TEST_F(DeviceFile, BuffersThatDoNotExistAreNotTouched) {
-  const HANDLE device = Open(L"\\\\.\\Sample");
+  const auto reads = CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_READ_ACCESS);
+  const auto writes = CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_WRITE_ACCESS);
+  EXPECT_EQ(Control(device, reads), NO_ERROR);
   DWORD returned = 0;
-  EXPECT_EQ(
-      LastErrorUnless(::DeviceIoControl(device, 1, nullptr, 4, nullptr, 0, &returned, nullptr)),
-      ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(
-      LastErrorUnless(::DeviceIoControl(device, 1, nullptr, 0, nullptr, 4, &returned, nullptr)),
-      ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(LastErrorUnless(::DeviceIoControl(device, 1, nullptr, 0, nullptr, 0, nullptr, nullptr)),
-            ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Control(INVALID_HANDLE_VALUE, 1), ERROR_INVALID_HANDLE);
-  EXPECT_TRUE(device_->Codes().empty());
+  const auto control = [](HANDLE file, DWORD code, DWORD inBytes, DWORD outBytes, DWORD* written) {
+    return [=] {
+      return ::DeviceIoControl(file, code, nullptr, inBytes, nullptr, outBytes, written, nullptr);
+    };
+  };
+  ExpectFailures({
+      {"write access", control(device, writes, 0, 0, &returned), ERROR_ACCESS_DENIED},
+      {"no input", control(device, 1, 4, 0, &returned), ERROR_INVALID_PARAMETER},
+      {"no output", control(device, 1, 0, 4, &returned), ERROR_INVALID_PARAMETER},
+      {"no size", control(device, 1, 0, 0, nullptr), ERROR_INVALID_PARAMETER},
+      {"no file", control(INVALID_HANDLE_VALUE, 1, 0, 0, &returned), ERROR_INVALID_HANDLE},
+  });
+  EXPECT_EQ(device_->Codes(), std::vector<DWORD>{reads});
   ::CloseHandle(device);
 }
 
