@@ -187,21 +187,4 @@ TEST_F(Driver, WithoutTheRightTheSystemsFilterDeviceIsDenied) {
   EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
-TEST_F(Driver, ATestsOwnDriverStandsInForTheSystemsOneAndGivesItBack) {
-  const ScHandle driver = CreateDriver(L"IpFilterDriver", kFilterImage);
-  {
-    const auto device = machine_.AddIpFilterDriver();
-    ASSERT_EQ(Start(driver), NO_ERROR);
-    const HANDLE handle = OpenDevice(kFilterDevice);
-    EXPECT_EQ(Send(handle, 7), NO_ERROR);
-    EXPECT_EQ(device->Codes(), std::vector<DWORD>{7});
-    ::CloseHandle(handle);
-    ASSERT_EQ(Stop(driver), NO_ERROR);
-  }
-  platform::UnregisterBuiltInDriver(L"ipfltdrv");
-  const DWORD error = Start(driver);
-  EXPECT_TRUE(error == NO_ERROR || error == ERROR_FILE_NOT_FOUND) << error;
-  EXPECT_EQ(Stop(driver), error == NO_ERROR ? NO_ERROR : ERROR_SERVICE_NOT_ACTIVE);
-}
-
 }  // namespace

@@ -79,9 +79,12 @@ TEST_F(ModuleTest, AFileThatIsNoModuleIsToldFromAMissingOne) {
                   Load(L"missing.dll", ERROR_MOD_NOT_FOUND), Load(L"", ERROR_INVALID_PARAMETER)});
 }
 
-TEST_F(ModuleTest, ANameThatDoesNotFitIsCutAndSaysSo) {
+TEST_F(ModuleTest, TheExecutableStaysAndANameOfItThatDoesNotFitIsCut) {
+  const HMODULE executable = ::GetModuleHandleW(nullptr);
+  EXPECT_TRUE(::FreeLibrary(executable));
+  EXPECT_EQ(::GetModuleHandleW(nullptr), executable);
   wchar_t path[MAX_PATH] = {};
-  const DWORD length = ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const DWORD length = ::GetModuleFileNameW(executable, path, MAX_PATH);
   EXPECT_EQ(std::wstring(path).size(), length);
   EXPECT_TRUE(std::wstring_view(path).ends_with(L"\\program\\program"));
 
@@ -97,37 +100,25 @@ TEST_F(ModuleTest, ANameThatDoesNotFitIsCutAndSaysSo) {
   EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
 }
 
-TEST_F(ModuleTest, TheExecutableIsThereForGood) {
-  const HMODULE executable = ::GetModuleHandleW(nullptr);
-  ASSERT_NE(executable, nullptr);
-  EXPECT_TRUE(::FreeLibrary(executable));
-  EXPECT_EQ(::GetModuleHandleW(nullptr), executable);
-  wchar_t path[MAX_PATH];
-  EXPECT_NE(::GetModuleFileNameW(executable, path, MAX_PATH), 0u);
-}
-
 TEST_F(ModuleTest, OnlyWhatNobodyElseCanChangeIsLoaded) {
   if (::geteuid() != 0) GTEST_SKIP() << "no right to give files to others";
-  const struct {
-    const char* command;
-    DWORD error;
-  } cases[] = {
+  const std::pair<const char*, DWORD> cases[] = {
       {"chmod 666 *.so", ERROR_ACCESS_DENIED},
       {"chown 1 *.so", ERROR_ACCESS_DENIED},
       {"chmod 775 . && chgrp 1 .", ERROR_ACCESS_DENIED},
       {"chmod 1777 .", NO_ERROR},
       {"mkdir -m 777 o && mv *.so o && ln -s o/*.so .", ERROR_ACCESS_DENIED},
   };
-  const std::string folder = machine_.ProgramFolder().string() + "/modules";
-  const std::string sample =
-      (platform::ExecutablePath().parent_path() / "sample_module.so").string();
-  const std::string make = "rm -rf " + folder + " && mkdir " + folder + " && cd " + folder +
-                           " && cp " + sample + " . && ";
-  for (const auto& each : cases) {
-    ASSERT_EQ(std::system((make + each.command).c_str()), 0);
-    const HMODULE module =
-        ::LoadLibraryW(std::filesystem::path(folder + "/sample_module.dll").wstring().c_str());
-    EXPECT_EQ(module != nullptr ? NO_ERROR : ::GetLastError(), each.error) << each.command;
+  const std::filesystem::path folder = machine_.ProgramFolder() / "modules";
+  const std::filesystem::path sample =
+      platform::ExecutablePath().parent_path() / "sample_module.so";
+  for (const auto& [command, error] : cases) {
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy(sample, folder);
+    ASSERT_EQ(std::system(("cd " + folder.string() + " && " + command).c_str()), 0);
+    const HMODULE module = ::LoadLibraryW((folder / "sample_module.dll").wstring().c_str());
+    EXPECT_EQ(module != nullptr ? NO_ERROR : ::GetLastError(), error) << command;
     ::FreeLibrary(module);
   }
 }

@@ -24,6 +24,9 @@ namespace {
 using own_namespaces::Succeeds;
 using testing::ElementsAre;
 
+constexpr DWORD kSent = OID_GEN_DIRECTED_BYTES_XMIT;
+constexpr DWORD kReceived = OID_GEN_DIRECTED_BYTES_RCV;
+
 class KernelInterfaces : public testing::Test {
  protected:
   static constexpr const char* kPlugIn =
@@ -92,23 +95,23 @@ class KernelInterfaces : public testing::Test {
 };
 
 TEST_F(KernelInterfaces, CountersFollowRealPacketsInTheirDirection) {
-  const auto sent = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
-  const auto received = Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV);
-  const auto farReceived = Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV);
+  const auto sent = Counter(L"near", kSent);
+  const auto received = Counter(L"near", kReceived);
+  const auto farReceived = Counter(L"far", kReceived);
   Send("near", 1000, 7);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), sent + 7000);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received);
+  EXPECT_EQ(Counter(L"near", kSent), sent + 7000);
+  EXPECT_EQ(Counter(L"near", kReceived), received);
   Send("far", 500, 2);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received + 1000);
-  EXPECT_EQ(Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV), farReceived + 7000);
+  EXPECT_EQ(Counter(L"near", kReceived), received + 1000);
+  EXPECT_EQ(Counter(L"far", kReceived), farReceived + 7000);
 }
 
 TEST_F(KernelInterfaces, CountersDoNotWrapAtFourGigabytes) {
   constexpr std::size_t kFrame = 65'000;
   constexpr int kFrames = 66'100;  // a little more than 2 to the power of 32
-  const auto before = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto before = Counter(L"near", kSent);
   Send("near", kFrame, kFrames);
-  const auto after = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto after = Counter(L"near", kSent);
   EXPECT_EQ(after - before, std::uint64_t{kFrame} * kFrames);
   EXPECT_GT(after, 0xFFFF'FFFFu);
   MIB_IFROW row{};
@@ -118,16 +121,16 @@ TEST_F(KernelInterfaces, CountersDoNotWrapAtFourGigabytes) {
 }
 
 TEST_F(KernelInterfaces, ACardThatIsPulledAndPutBackHasCountedAllOfIt) {
-  const auto before = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto before = Counter(L"near", kSent);
   for (std::uint64_t piece = 1; piece <= 5; ++piece) {
     Send("near", 50'000, 40);
     ASSERT_TRUE(Succeeds("ip link del near") && Succeeds(kPlugIn));
-    EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), before + piece * 2'000'000);
+    EXPECT_EQ(Counter(L"near", kSent), before + piece * 2'000'000);
   }
 }
 
 TEST_F(KernelInterfaces, AnInterfaceThatWentAwayIsMissedAtOnce) {
-  Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  Counter(L"near", kSent);
   ASSERT_TRUE(Succeeds("ip link del near"));
   const auto open = [] { return Open(L"near") != INVALID_HANDLE_VALUE; };
   ExpectFailures({{"near", open, ERROR_FILE_NOT_FOUND}});

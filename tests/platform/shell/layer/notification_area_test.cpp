@@ -109,12 +109,4 @@ TEST_F(NotificationAreaTest, IconsGoWithTheirWindow) {
   ExpectFailures({Failing(NIM_ADD, data, ERROR_INVALID_WINDOW_HANDLE)});
 }
 
-TEST_F(NotificationAreaTest, AShellThatRestartsKnowsNoIcon) {
-  NOTIFYICONDATAW data = Data();
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-  platform::ClearNotificationArea();
-  ExpectFailures({Failing(NIM_MODIFY, data, ERROR_FILE_NOT_FOUND)});
-  EXPECT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-}
-
 }  // namespace
