@@ -69,34 +69,28 @@ TEST(CodePage, ALengthOfMinusOneCountsTheTerminator) {
 
 TEST(CodePage, InvalidArgumentsAndShortBuffersFailWithTheirErrors) {
   wchar_t wide[] = L"...........";
-  const auto widen = [](UINT page, DWORD flags, const char* from, int length, wchar_t* to,
-                        int size) {
-    return [=] { return ::MultiByteToWideChar(page, flags, from, length, to, size); };
+  const auto widen = [](const char* text, int length, wchar_t* to, int size, UINT page = CP_UTF8,
+                        DWORD flags = 0) {
+    return ErrorOf(::MultiByteToWideChar(page, flags, text, length, to, size));
   };
+  EXPECT_EQ(widen("a", 1, wide, 4, 1252), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(widen("a", 1, wide, 4, CP_UTF8, 0x1), ERROR_INVALID_FLAGS);
+  EXPECT_EQ(widen("a", 0, wide, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(widen(nullptr, 1, wide, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(widen("a", 1, nullptr, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(widen("a", 1, wide, -1), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(widen("0123456789", 10, wide, 9), ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_EQ(wide[9], L'.');
   char text[] = "...........";
-  const auto narrow = [&text](DWORD flags, const wchar_t* from, int length, const char* unknown,
-                              BOOL* used) {
-    return [=, &text] {
-      return ::WideCharToMultiByte(CP_UTF8, flags, from, length, text, 9, unknown, used);
-    };
+  const auto narrow = [&](const wchar_t* from, int length, const char* unknown = nullptr,
+                          BOOL* used = nullptr, DWORD flags = 0) {
+    return ErrorOf(::WideCharToMultiByte(CP_UTF8, flags, from, length, text, 9, unknown, used));
   };
   BOOL used = FALSE;
-  ExpectFailures({
-      {"other code page", widen(1252, 0, "a", 1, wide, 4), ERROR_INVALID_PARAMETER},
-      {"widening flags", widen(CP_UTF8, 0x1, "a", 1, wide, 4), ERROR_INVALID_FLAGS},
-      {"no length", widen(CP_UTF8, 0, "a", 0, wide, 4), ERROR_INVALID_PARAMETER},
-      {"no text", widen(CP_UTF8, 0, nullptr, 1, wide, 4), ERROR_INVALID_PARAMETER},
-      {"no buffer", widen(CP_UTF8, 0, "a", 1, nullptr, 4), ERROR_INVALID_PARAMETER},
-      {"negative size", widen(CP_UTF8, 0, "a", 1, wide, -1), ERROR_INVALID_PARAMETER},
-      {"9 for 10", widen(CP_UTF8, 0, "0123456789", 10, wide, 9), ERROR_INSUFFICIENT_BUFFER},
-      {"narrowing flags", narrow(0x400, L"a", 1, nullptr, nullptr), ERROR_INVALID_FLAGS},
-      {"default character", narrow(0, L"a", 1, "?", nullptr), ERROR_INVALID_PARAMETER},
-      {"use of the default", narrow(0, L"a", 1, nullptr, &used), ERROR_INVALID_PARAMETER},
-      // The last character needs two bytes where there is one.
-      {"9 for 10 bytes", narrow(0, L"01234567\u00e5", 9, nullptr, nullptr),
-       ERROR_INSUFFICIENT_BUFFER},
-  });
-  EXPECT_EQ(wide[9], L'.');
+  EXPECT_EQ(narrow(L"a", 1, nullptr, nullptr, 0x400), ERROR_INVALID_FLAGS);
+  EXPECT_EQ(narrow(L"a", 1, "?"), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(narrow(L"a", 1, nullptr, &used), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(narrow(L"01234567\u00e5", 9), ERROR_INSUFFICIENT_BUFFER) << "two bytes, room for one";
   EXPECT_EQ(text[9], '.');
 }
 

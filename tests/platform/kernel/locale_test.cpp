@@ -77,31 +77,27 @@ TEST(Locale, ShortDatesHaveFullYearsAndTimesTheirSeconds) {
 
 TEST(Locale, InvalidArgumentsFailAndLeaveTheBuffer) {
   wchar_t text[40] = L"abcd";
-  for (const wchar_t* value : {L"", L"-", L".", L"1-", L"1.2.3", L"1,5", L"1e5", L" 1"}) {
-    ::SetLastError(NO_ERROR);
-    EXPECT_EQ(::GetNumberFormatW(kEnglish, 0, value, nullptr, text, 40), 0) << value;
-    EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+  const auto number = [&](const wchar_t* value, int size = 40) {
+    return ErrorOf(::GetNumberFormatW(kEnglish, 0, value, nullptr, text, size));
+  };
+  for (const wchar_t* value : {L"", L"-", L".", L"1-", L"1.2.3", L"1,5", L"1e5", L" 1"})
+    EXPECT_EQ(number(value), ERROR_INVALID_PARAMETER) << value;
+  EXPECT_EQ(number(L"1", 4), ERROR_INSUFFICIENT_BUFFER);
+  for (const SYSTEMTIME& date : {SYSTEMTIME{2005, 2, 0, 29, 0, 0, 0, 0},
+                                 SYSTEMTIME{2005, 13, 0, 1, 0, 0, 0, 0}, SYSTEMTIME{}}) {
+    EXPECT_EQ(ErrorOf(::GetDateFormatW(kEnglish, 0, &date, nullptr, text, 40)),
+              ERROR_INVALID_PARAMETER);
   }
-  const auto number = [&text](int size) {
-    return [=, &text] { return ::GetNumberFormatW(kEnglish, 0, L"1", nullptr, text, size); };
-  };
-  const auto moment = [&text](decltype(&::GetDateFormatW) format, SYSTEMTIME given) {
-    return [=, &text] { return format(kEnglish, 0, &given, nullptr, text, 40); };
-  };
+  const SYSTEMTIME late{2005, 3, 0, 4, 24, 0, 0, 0};
+  EXPECT_EQ(ErrorOf(::GetTimeFormatW(kEnglish, 0, &late, nullptr, text, 40)),
+            ERROR_INVALID_PARAMETER);
   const auto name = [](LCID locale, wchar_t* to, int size) {
-    return [=] { return ::GetLocaleInfoW(locale, LOCALE_SNATIVELANGNAME, to, size); };
+    return ErrorOf(::GetLocaleInfoW(locale, LOCALE_SNATIVELANGNAME, to, size));
   };
-  ExpectFailures({
-      {"no room for 1.00", number(4), ERROR_INSUFFICIENT_BUFFER},
-      {"29 Feb", moment(::GetDateFormatW, {2005, 2, 0, 29, 0, 0, 0, 0}), ERROR_INVALID_PARAMETER},
-      {"month 13", moment(::GetDateFormatW, {2005, 13, 0, 1, 0, 0, 0, 0}), ERROR_INVALID_PARAMETER},
-      {"no date", moment(::GetDateFormatW, {}), ERROR_INVALID_PARAMETER},
-      {"hour 24", moment(::GetTimeFormatW, {2005, 3, 0, 4, 24, 0, 0, 0}), ERROR_INVALID_PARAMETER},
-      {"no room for English", name(kEnglish, text, 4), ERROR_INSUFFICIENT_BUFFER},
-      {"unknown locale", name(0xFFFF, nullptr, 0), ERROR_INVALID_PARAMETER},
-      {"no buffer", name(kEnglish, nullptr, 4), ERROR_INVALID_PARAMETER},
-      {"negative size", name(kEnglish, text, -1), ERROR_INVALID_PARAMETER},
-  });
+  EXPECT_EQ(name(kEnglish, text, 4), ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_EQ(name(0xFFFF, nullptr, 0), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(name(kEnglish, nullptr, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(name(kEnglish, text, -1), ERROR_INVALID_PARAMETER);
   EXPECT_STREQ(text, L"abcd");
 }
 

@@ -71,16 +71,11 @@ TEST(UserLocale, WithoutASimulatedOneTheEnvironmentDecides) {
 
 TEST(UserLocale, UnsupportedFormsAreNotTakenForTheDefault) {
   constexpr SYSTEMTIME kMoment{2005, 3, 0, 4, 18, 5, 9, 0};
-  const auto longDate = [&] {
-    return ::GetDateFormatW(kEnglish, 2, &kMoment, nullptr, nullptr, 0);
-  };
-  const auto ownTime = [&] { return ::GetTimeFormatW(kEnglish, 0, &kMoment, L"HH", nullptr, 0); };
-  const auto decimalSign = [] { return ::GetLocaleInfoW(kEnglish, 0x0000000Eu, nullptr, 0); };
-  ExpectFailures({
-      {"long date", longDate, ERROR_INVALID_FLAGS},
-      {"own time", ownTime, ERROR_INVALID_FLAGS},
-      {"decimal sign", decimalSign, ERROR_INVALID_FLAGS},
-  });
+  EXPECT_EQ(ErrorOf(::GetDateFormatW(kEnglish, 2, &kMoment, nullptr, nullptr, 0)),
+            ERROR_INVALID_FLAGS);
+  EXPECT_EQ(ErrorOf(::GetTimeFormatW(kEnglish, 0, &kMoment, L"HH", nullptr, 0)),
+            ERROR_INVALID_FLAGS);
+  EXPECT_EQ(ErrorOf(::GetLocaleInfoW(kEnglish, 0x0000000Eu, nullptr, 0)), ERROR_INVALID_FLAGS);
 }
 
 TEST(Clock, LocalTimeAndTicksAreTheMachines) {

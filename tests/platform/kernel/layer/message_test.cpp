@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/kernel/resources.h"
@@ -140,37 +141,30 @@ TEST_F(FormatMessage, WithoutALanguageTheUsersIsTriedThenEnglish) {
 }
 
 TEST_F(FormatMessage, MissingTextsAndWrongInsertsFailWithTheirErrors) {
-  const auto text = [](DWORD id, DWORD language) {
-    return [=] { return !Text(id, language, 1u).empty(); };
+  const std::tuple<DWORD, LANGID, DWORD> cases[] = {
+      {8, kSwedish, ERROR_MR_MID_NOT_FOUND},   {1, 0x40C, ERROR_RESOURCE_LANG_NOT_FOUND},
+      {1, kDamaged, ERROR_MR_MID_NOT_FOUND},   {70000, kDamaged, ERROR_MR_MID_NOT_FOUND},
+      {9, kEnglish, ERROR_INVALID_PARAMETER},  {10, kEnglish, ERROR_INVALID_PARAMETER},
+      {13, kEnglish, ERROR_INVALID_PARAMETER},
   };
+  for (const auto& [id, language, error] : cases)
+    EXPECT_EQ(ErrorOf(!Text(id, language, 1u).empty()), error) << id;
   LPWSTR buffer = nullptr;
-  const auto format = [&](DWORD flags, DWORD id) {
-    return [=, &buffer] {
-      return ::FormatMessageW(flags, nullptr, id, kEnglish, reinterpret_cast<LPWSTR>(&buffer), 0,
-                              nullptr);
-    };
-  };
-  wchar_t small[6] = L"xxxxx";
-  const auto shortBuffer = [&] {
-    return Format(FORMAT_MESSAGE_FROM_HMODULE, 1, kEnglish, small, 5);
-  };
+  const auto target = reinterpret_cast<LPWSTR>(&buffer);
+  EXPECT_EQ(ErrorOf(::FormatMessageW(kFlags, nullptr, 3, kEnglish, target, 0, nullptr)),
+            ERROR_INVALID_PARAMETER);
   constexpr DWORD kFromSystem = 0x1000;
-  ExpectFailures({
-      {"only in English", text(8, kSwedish), ERROR_MR_MID_NOT_FOUND},
-      {"in no language", text(1, 0x40C), ERROR_RESOURCE_LANG_NOT_FOUND},
-      {"damaged entry", text(1, kDamaged), ERROR_MR_MID_NOT_FOUND},
-      {"past damaged blocks", text(70000, kDamaged), ERROR_MR_MID_NOT_FOUND},
-      {"unknown insert", text(9, kEnglish), ERROR_INVALID_PARAMETER},
-      {"insert of two kinds", text(10, kEnglish), ERROR_INVALID_PARAMETER},
-      {"insert without its end", text(13, kEnglish), ERROR_INVALID_PARAMETER},
-      {"no arguments", format(kFlags, 3), ERROR_INVALID_PARAMETER},
-      {"from the system", format(kFlags | kFromSystem, 1), ERROR_INVALID_PARAMETER},
-      {"no room for Hello", shortBuffer, ERROR_INSUFFICIENT_BUFFER},
-  });
+  EXPECT_EQ(ErrorOf(Format(kFlags | kFromSystem, 1, kEnglish, target, 0)), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(buffer, nullptr);
-  EXPECT_STREQ(small, L"xxxxx");
-  EXPECT_EQ(Format(FORMAT_MESSAGE_FROM_HMODULE, 1, kEnglish, small, 6), 5u);
-  EXPECT_STREQ(small, L"Hello");
+}
+
+TEST_F(FormatMessage, ACallersBufferIsNotOverrun) {
+  wchar_t buffer[6] = L"xxxxx";
+  EXPECT_EQ(ErrorOf(Format(FORMAT_MESSAGE_FROM_HMODULE, 1, kEnglish, buffer, 5)),
+            ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_STREQ(buffer, L"xxxxx");
+  EXPECT_EQ(Format(FORMAT_MESSAGE_FROM_HMODULE, 1, kEnglish, buffer, 6), 5u);
+  EXPECT_STREQ(buffer, L"Hello");
 }
 
 BOOL CALLBACK Collect(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR parameter) {
@@ -182,20 +176,16 @@ BOOL CALLBACK Collect(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR paramet
 TEST(EnumResourceLanguages, GoesOnInOrderUntilTheCallbackStops) {
   std::vector<WORD> seen;
   const auto enumerate = [&seen](int type, int name) {
-    return [=, &seen] {
-      return ::EnumResourceLanguagesW(nullptr, MAKEINTRESOURCEW(type), MAKEINTRESOURCEW(name),
-                                      Collect, reinterpret_cast<LONG_PTR>(&seen));
-    };
+    return ErrorOf(::EnumResourceLanguagesW(nullptr, MAKEINTRESOURCEW(type), MAKEINTRESOURCEW(name),
+                                            Collect, reinterpret_cast<LONG_PTR>(&seen)));
   };
-  ExpectFailures({
-      {"stopped", enumerate(11, 1), ERROR_RESOURCE_ENUM_USER_STOP},
-      {"no such name", enumerate(11, 2), ERROR_RESOURCE_NAME_NOT_FOUND},
-      {"no such type", enumerate(12, 1), ERROR_RESOURCE_TYPE_NOT_FOUND},
-  });
+  EXPECT_EQ(enumerate(11, 1), ERROR_RESOURCE_ENUM_USER_STOP);
   EXPECT_EQ(seen, (std::vector<WORD>{kEnglish, kSwedish}));
   seen = {0};
-  EXPECT_TRUE(enumerate(11, 1)());
+  EXPECT_EQ(enumerate(11, 1), NO_ERROR);
   EXPECT_EQ(seen.size(), 4u);
+  EXPECT_EQ(enumerate(11, 2), ERROR_RESOURCE_NAME_NOT_FOUND);
+  EXPECT_EQ(enumerate(12, 1), ERROR_RESOURCE_TYPE_NOT_FOUND);
 }
 
 }  // namespace

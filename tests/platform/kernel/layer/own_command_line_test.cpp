@@ -4,7 +4,6 @@
 
 #include <shellapi.h>
 
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <string>
@@ -29,14 +28,7 @@ TEST(OwnCommandLine, IsReadBackWordForWord) {
                          "\\\"",
                          "\xC3\xA5",
                          nullptr};
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::execv("/proc/self/exe", const_cast<char**>(words));
-    ::_exit(127);
-  }
-  int status = -1;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
+  EXPECT_EXIT(::execv("/proc/self/exe", const_cast<char**>(words)), testing::ExitedWithCode(0), "");
 }
 
 TEST(OwnCommandLine, DISABLED_ShowsItsWords) {

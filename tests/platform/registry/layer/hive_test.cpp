@@ -9,7 +9,6 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <tuple>
@@ -47,17 +46,6 @@ class HiveTest : public ::testing::Test {
     ::RegCloseKey(key);
     return status;
   }
-  // A process that runs the function, and whether it succeeded there.
-  static pid_t Start(const std::function<bool()>& function) {
-    const pid_t child = ::fork();
-    if (child == 0) ::_exit(function() ? 0 : 1);
-    return child;
-  }
-  static bool Succeeded(pid_t child) {
-    int status = -1;
-    return ::waitpid(child, &status, 0) == child && status == 0;
-  }
-
   const std::filesystem::path folder_ = TestMachine().Root() / "root" / "registry";
   const std::filesystem::path file_ = folder_ / "machine.hive";
 };
@@ -181,13 +169,14 @@ TEST_F(HiveTest, ATemporaryFileOfACrashIsNoObstacle) {
 TEST_F(HiveTest, AFullDiskLeavesTheOldOne) {
   ASSERT_EQ(Create(L"Top"), 0);
   const std::string before = Content();
-  EXPECT_TRUE(Succeeded(Start([] {
+  const auto create = [] {
     // The limit on a file's size is the nearest thing to a full disk that needs no privilege.
     std::signal(SIGXFSZ, SIG_IGN);
     const struct rlimit limit { 8, 8 };
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    return Create(L"Other") != 0;
-  })));
+    ::_exit(Create(L"Other") == 0 ? 1 : 0);
+  };
+  EXPECT_EXIT(create(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(Content(), before);
   EXPECT_FALSE(std::filesystem::exists(folder_ / "machine.hive.new"));
   EXPECT_EQ(Create(L"Other"), 0);
@@ -197,26 +186,25 @@ TEST_F(HiveTest, ProcessesThatWriteAtOnceLoseNothing) {
   ASSERT_EQ(Create(L"Top"), 0);
   std::vector<pid_t> writers;
   for (const wchar_t writer : {L'a', L'b', L'c', L'd', L'e'}) {
-    writers.push_back(Start([writer] {
-      bool right = true;
-      for (DWORD each = 0; each < 20; ++each)
-        right = right && SetNumber((writer + std::to_wstring(each)).c_str(), each) == 0;
-      return right;
-    }));
+    writers.push_back(::fork());
+    if (writers.back() != 0) continue;
+    for (DWORD each = 0; each < 20; ++each)
+      SetNumber((writer + std::to_wstring(each)).c_str(), each);
+    ::_exit(0);
   }
   for (const pid_t writer : writers)
-    EXPECT_TRUE(Succeeded(writer));
+    ::waitpid(writer, nullptr, 0);
   EXPECT_THAT(Content(), ::testing::EndsWith("\nend 101\n")) << "the key and 5 times 20 values";
 }
 
 TEST_F(HiveTest, AWriterKilledAtAnyMomentLeavesAWholeHive) {
   ASSERT_EQ(Create(L"Top"), 0);
   for (int round = 0; round < 20; ++round) {
-    const pid_t child = Start([] {
-      for (DWORD number = 0; SetNumber(L"Number", number) == 0; ++number) {
-      }
-      return false;
-    });
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (DWORD number = 0;; ++number)
+        SetNumber(L"Number", number);
+    }
     ::usleep(static_cast<useconds_t>(1000 * round));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
@@ -230,12 +218,14 @@ TEST_F(HiveTest, AWriterKilledAtAnyMomentLeavesAWholeHive) {
 TEST_F(HiveTest, SomebodyWithoutTheRightGetsAccessDenied) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can become somebody else";
   ASSERT_EQ(Create(L"Top"), 0);
-  EXPECT_TRUE(Succeeded(Start([] {
+  const auto use = [] {
     constexpr uid_t kNobody = 65534;
+    if (::setuid(kNobody) != 0) ::_exit(2);
     DWORD number = 0;
-    return ::setuid(kNobody) == 0 && Number(L"Number", number) == ERROR_ACCESS_DENIED &&
-           Create(L"Other") == ERROR_ACCESS_DENIED;
-  })));
+    const bool read = Number(L"Number", number) != ERROR_ACCESS_DENIED;
+    ::_exit(read || Create(L"Other") != ERROR_ACCESS_DENIED ? 1 : 0);
+  };
+  EXPECT_EXIT(use(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
