@@ -9,6 +9,7 @@
 
 namespace {
 
+constexpr const wchar_t* kSample = L"\\\\.\\Sample";
 constexpr DWORD kBoth = GENERIC_READ | GENERIC_WRITE;
 
 class DeviceFile : public testing::Test {
@@ -19,17 +20,19 @@ class DeviceFile : public testing::Test {
                      DWORD disposition = OPEN_EXISTING, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
     return ::CreateFileW(path, access, share, nullptr, disposition, flags, nullptr);
   }
-  // The error of an opening, whose handle is closed again.
+  // The handle is closed again.
   static DWORD OpenError(const wchar_t* path, DWORD access = kBoth, DWORD share = 0,
                          DWORD disposition = OPEN_EXISTING, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
     const HANDLE device = Open(path, access, share, disposition, flags);
-    const DWORD error = ::GetLastError();
-    return ::CloseHandle(device) ? NO_ERROR : error;
+    const DWORD error = ErrorOf(device != INVALID_HANDLE_VALUE);
+    ::CloseHandle(device);
+    return error;
   }
-  static DWORD Control(HANDLE device, DWORD code) {
+  // Without buffers, whatever sizes are given.
+  static DWORD Control(HANDLE device, DWORD code, DWORD inBytes = 0, DWORD outBytes = 0) {
     DWORD returned = 99;
-    const BOOL sent = ::DeviceIoControl(device, code, nullptr, 0, nullptr, 0, &returned, nullptr);
-    return sent ? NO_ERROR : ::GetLastError();
+    return ErrorOf(
+        ::DeviceIoControl(device, code, nullptr, inBytes, nullptr, outBytes, &returned, nullptr));
   }
 
   platform::SimulatedMachine machine_;
@@ -52,26 +55,17 @@ TEST_F(DeviceFile, OpensByNameInAnyCaseAndPassesCodesOn) {
 }
 
 TEST_F(DeviceFile, MissingDevicesAndUnsupportedWaysFailToOpen) {
-  const wchar_t* sample = L"\\\\.\\Sample";
-  const auto open = [](const wchar_t* path, DWORD access = kBoth, DWORD disposition = OPEN_EXISTING,
-                       DWORD flags = FILE_ATTRIBUTE_NORMAL) {
-    return [=] { return Open(path, access, 0, disposition, flags) != INVALID_HANDLE_VALUE; };
-  };
-  ExpectFailures({
-      {"missing device", open(L"\\\\.\\missing"), ERROR_FILE_NOT_FOUND},
-      {"no device", open(L"\\\\.\\"), ERROR_FILE_NOT_FOUND},
-      {"file", open(L"\\tmp\\file"), ERROR_FILE_NOT_FOUND},
-      {"name alone", open(L"Sample"), ERROR_FILE_NOT_FOUND},
-      {"empty path", open(L""), ERROR_PATH_NOT_FOUND},
-      {"no path", open(nullptr), ERROR_PATH_NOT_FOUND},
-      {"disposition", open(sample, kBoth, 2), ERROR_INVALID_PARAMETER},
-      {"flags", open(sample, kBoth, OPEN_EXISTING, 0x04000000), ERROR_INVALID_PARAMETER},
-      {"access", open(sample, 0x10000000), ERROR_INVALID_PARAMETER},
-  });
+  for (const wchar_t* missing : {L"\\\\.\\missing", L"\\\\.\\", L"\\tmp\\file", L"Sample"})
+    EXPECT_EQ(OpenError(missing), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(OpenError(L""), ERROR_PATH_NOT_FOUND);
+  EXPECT_EQ(OpenError(nullptr), ERROR_PATH_NOT_FOUND);
+  EXPECT_EQ(OpenError(kSample, kBoth, 0, 2), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(OpenError(kSample, kBoth, 0, OPEN_EXISTING, 0x04000000), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(OpenError(kSample, 0x10000000), ERROR_INVALID_PARAMETER);
   device_->FailOpenWith(ERROR_ACCESS_DENIED);
-  ExpectFailures({{"device's refusal", open(sample), ERROR_ACCESS_DENIED}});
+  EXPECT_EQ(OpenError(kSample), ERROR_ACCESS_DENIED);
   device_->FailOpenWith(NO_ERROR);
-  EXPECT_EQ(OpenError(sample), NO_ERROR) << "the refused opening still holds the device";
+  EXPECT_EQ(OpenError(kSample), NO_ERROR) << "the refused opening still holds the device";
 }
 
 TEST_F(DeviceFile, SharingIsJudgedInBothDirections) {
@@ -89,32 +83,25 @@ TEST_F(DeviceFile, SharingIsJudgedInBothDirections) {
       {0, 0, kBoth, 0, NO_ERROR},
   };
   for (const auto& each : cases) {
-    const HANDLE first = Open(L"\\\\.\\Sample", each.firstAccess, each.firstShare);
+    const HANDLE first = Open(kSample, each.firstAccess, each.firstShare);
     ASSERT_NE(first, INVALID_HANDLE_VALUE);
     EXPECT_EQ(OpenError(L"\\\\.\\sample", each.access, each.share), each.error) << (&each - cases);
     ::CloseHandle(first);
-    EXPECT_EQ(OpenError(L"\\\\.\\Sample"), NO_ERROR) << "closing did not give it back";
+    EXPECT_EQ(OpenError(kSample), NO_ERROR) << "closing did not give it back";
   }
 }
 
 TEST_F(DeviceFile, ControlsWithoutAccessOrBuffersDoNotReachTheDevice) {
-  const HANDLE device = Open(L"\\\\.\\Sample", GENERIC_READ);
-  const auto reads = CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_READ_ACCESS);
-  const auto writes = CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_WRITE_ACCESS);
+  const HANDLE device = Open(kSample, GENERIC_READ);
+  const DWORD reads = CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_READ_ACCESS);
   EXPECT_EQ(Control(device, reads), NO_ERROR);
-  DWORD returned = 0;
-  const auto control = [](HANDLE file, DWORD code, DWORD inBytes, DWORD outBytes, DWORD* written) {
-    return [=] {
-      return ::DeviceIoControl(file, code, nullptr, inBytes, nullptr, outBytes, written, nullptr);
-    };
-  };
-  ExpectFailures({
-      {"write access", control(device, writes, 0, 0, &returned), ERROR_ACCESS_DENIED},
-      {"no input", control(device, 1, 4, 0, &returned), ERROR_INVALID_PARAMETER},
-      {"no output", control(device, 1, 0, 4, &returned), ERROR_INVALID_PARAMETER},
-      {"no size", control(device, 1, 0, 0, nullptr), ERROR_INVALID_PARAMETER},
-      {"no file", control(INVALID_HANDLE_VALUE, 1, 0, 0, &returned), ERROR_INVALID_HANDLE},
-  });
+  EXPECT_EQ(Control(device, CTL_CODE(0x22u, 0x800u, METHOD_BUFFERED, FILE_WRITE_ACCESS)),
+            ERROR_ACCESS_DENIED);
+  EXPECT_EQ(Control(device, 1, 4, 0), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Control(device, 1, 0, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(ErrorOf(::DeviceIoControl(device, 1, nullptr, 0, nullptr, 0, nullptr, nullptr)),
+            ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Control(INVALID_HANDLE_VALUE, 1), ERROR_INVALID_HANDLE);
   EXPECT_EQ(device_->Codes(), std::vector<DWORD>{reads});
   ::CloseHandle(device);
 }
@@ -123,7 +110,7 @@ TEST_F(DeviceFile, AResolverIsAskedAfterTheTable) {
   auto resolved = std::make_shared<platform::RecordingDevice>();
   resolved->FailOpenWith(ERROR_GEN_FAILURE);
   platform::SetDeviceResolver([&](std::wstring_view) { return resolved; });
-  EXPECT_EQ(OpenError(L"\\\\.\\Sample"), NO_ERROR);
+  EXPECT_EQ(OpenError(kSample), NO_ERROR);
   EXPECT_EQ(OpenError(L"\\\\.\\anything"), ERROR_GEN_FAILURE);
 }
 

@@ -102,7 +102,7 @@ TEST_F(Driver, AnImageThatIsNoDriverFailsTheStart) {
     EXPECT_EQ(Start(driver), error);
     EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
     EXPECT_EQ(StatusOf(driver).dwWin32ExitCode, error);
-    EXPECT_TRUE(::DeleteService(driver.Get()));
+    EXPECT_TRUE(::DeleteService(driver.get()));
   }
 }
 
@@ -119,7 +119,7 @@ TEST_F(Driver, TakesNoControlsButStopAndInterrogateAndGoesThenIfItIsDeleted) {
   ASSERT_EQ(Start(driver), NO_ERROR);
   EXPECT_EQ(Control(driver, SERVICE_CONTROL_INTERROGATE), NO_ERROR);
   EXPECT_EQ(Control(driver, 128), ERROR_INVALID_SERVICE_CONTROL);
-  ASSERT_TRUE(::DeleteService(driver.Get()));
+  ASSERT_TRUE(::DeleteService(driver.get()));
   EXPECT_EQ(OpenError(L"built"), NO_ERROR);
   ASSERT_EQ(Stop(driver), NO_ERROR);
   EXPECT_EQ(OpenError(L"built"), ERROR_SERVICE_DOES_NOT_EXIST);

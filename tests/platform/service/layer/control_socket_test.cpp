@@ -3,7 +3,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -132,8 +131,7 @@ TEST_F(ControlSocket, AnotherUserIsNotAnsweredEvenWhenTheFilesAreOpen) {
     ASSERT_EQ(::chmod(folder.c_str(), 0755), 0);
   }
   ASSERT_EQ(::chmod(path_.c_str(), 0666), 0);
-  const pid_t other = ::fork();
-  if (other == 0) {
+  const auto ask = [this] {
     constexpr uid_t kNobody = 65534;
     if (::setresuid(kNobody, kNobody, kNobody) != 0) ::_exit(2);
     const Client client(path_);
@@ -141,10 +139,8 @@ TEST_F(ControlSocket, AnotherUserIsNotAnsweredEvenWhenTheFilesAreOpen) {
     client.Send(Bytes({.control = 150}));
     Reply reply{};
     ::_exit(client.Receive(reply) > 0 ? 1 : 0);
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(other, &status, 0), other);
-  EXPECT_EQ(WEXITSTATUS(status), 0) << "1: answered; 2: still root; 3: not connected";
+  };
+  EXPECT_EXIT(ask(), testing::ExitedWithCode(0), "") << "1: answered, 2: root, 3: not connected";
   EXPECT_NE(StatusOf(service_).dwWaitHint, 150u) << "carried out";
   EXPECT_TRUE(Answers(kSoon));
 }

@@ -11,30 +11,19 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
+#include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
-class ScHandle {
- public:
-  explicit ScHandle(SC_HANDLE handle) : handle_(handle) {}
-  ScHandle(ScHandle&& other) noexcept : handle_(other.handle_) { other.handle_ = nullptr; }
-  ScHandle& operator=(ScHandle&&) = delete;
-  ~ScHandle() {
-    if (handle_ != nullptr) ::CloseServiceHandle(handle_);
-  }
-  SC_HANDLE Get() const { return handle_; }
-
- private:
-  SC_HANDLE handle_;
+struct CloseService {
+  void operator()(SC_HANDLE handle) const { ::CloseServiceHandle(handle); }
 };
-
-// The last error of a call that failed; 0 of one that succeeded.
-inline DWORD ErrorOf(BOOL succeeded) {
-  return succeeded ? NO_ERROR : ::GetLastError();
-}
+using ScHandle = std::unique_ptr<std::remove_pointer_t<SC_HANDLE>, CloseService>;
 
 class ServiceFixture : public testing::Test {
  protected:
@@ -42,7 +31,7 @@ class ServiceFixture : public testing::Test {
   ~ServiceFixture() override {
     for (const std::wstring& name : names_) {
       const ScHandle service = Open(name);
-      if (service.Get() != nullptr && ProcessOf(service) != ::GetCurrentProcessId()) Kill(service);
+      if (service.get() != nullptr && ProcessOf(service) != ::GetCurrentProcessId()) Kill(service);
     }
   }
 
@@ -64,35 +53,35 @@ class ServiceFixture : public testing::Test {
     return Create(name, SERVICE_KERNEL_DRIVER, SERVICE_SYSTEM_START, image);
   }
   ScHandle Open(const std::wstring& name, DWORD access = SERVICE_ALL_ACCESS) {
-    return ScHandle(::OpenServiceW(manager_.Get(), name.c_str(), access));
+    return ScHandle(::OpenServiceW(manager_.get(), name.c_str(), access));
   }
 
   // These answer NO_ERROR or the last error.
-  DWORD OpenError(const std::wstring& name) { return ErrorOf(Open(name).Get() != nullptr); }
+  DWORD OpenError(const std::wstring& name) { return ErrorOf(Open(name).get() != nullptr); }
   static DWORD Start(const ScHandle& service) {
-    return ErrorOf(::StartServiceW(service.Get(), 0, nullptr));
+    return ErrorOf(::StartServiceW(service.get(), 0, nullptr));
   }
   static DWORD Control(const ScHandle& service, DWORD control) {
-    return ErrorOf(::ControlService(service.Get(), control, &lastStatus_));
+    return ErrorOf(::ControlService(service.get(), control, &lastStatus_));
   }
   static DWORD Stop(const ScHandle& service) { return Control(service, SERVICE_CONTROL_STOP); }
   static DWORD Change(const ScHandle& service, DWORD startType, LPCWSTR image = nullptr,
                       LPCWSTR displayName = nullptr) {
-    return ErrorOf(::ChangeServiceConfigW(service.Get(), SERVICE_NO_CHANGE, startType,
+    return ErrorOf(::ChangeServiceConfigW(service.get(), SERVICE_NO_CHANGE, startType,
                                           SERVICE_NO_CHANGE, image, nullptr, nullptr, nullptr,
                                           nullptr, nullptr, displayName));
   }
 
   static SERVICE_STATUS StatusOf(const ScHandle& service) {
     SERVICE_STATUS status{};
-    EXPECT_TRUE(::QueryServiceStatus(service.Get(), &status)) << ::GetLastError();
+    EXPECT_TRUE(::QueryServiceStatus(service.get(), &status)) << ::GetLastError();
     return status;
   }
   static DWORD StateOf(const ScHandle& service) { return StatusOf(service).dwCurrentState; }
   static DWORD ProcessOf(const ScHandle& service) {
     SERVICE_STATUS_PROCESS status{};
     DWORD needed = 0;
-    EXPECT_TRUE(::QueryServiceStatusEx(service.Get(), SC_STATUS_PROCESS_INFO,
+    EXPECT_TRUE(::QueryServiceStatusEx(service.get(), SC_STATUS_PROCESS_INFO,
                                        reinterpret_cast<LPBYTE>(&status), sizeof status, &needed));
     return status.dwProcessId;
   }
@@ -133,7 +122,7 @@ class ServiceFixture : public testing::Test {
  private:
   ScHandle Create(const std::wstring& name, DWORD type, DWORD startType,
                   const std::wstring& image) {
-    return ScHandle(::CreateServiceW(manager_.Get(), name.c_str(), nullptr, SERVICE_ALL_ACCESS,
+    return ScHandle(::CreateServiceW(manager_.get(), name.c_str(), nullptr, SERVICE_ALL_ACCESS,
                                      type, startType, SERVICE_ERROR_NORMAL, image.c_str(), nullptr,
                                      nullptr, nullptr, nullptr, nullptr));
   }

@@ -4,7 +4,6 @@
 #include <fstream>
 #include <set>
 
-#include "platform/kit/failing_call.h"
 #include "platform/service/layer/service_fixture.h"
 
 namespace {
@@ -103,7 +102,7 @@ TEST_F(ServiceProcess, AStartThatFailsSaysWhyAndLeavesItStopped) {
   EXPECT_EQ(ProcessOf(dead), 0u);
   const ScHandle service = CreateTestService(L"sample", L"normal");
   LPCWSTR arguments[] = {L"one"};
-  EXPECT_EQ(ErrorOf(::StartServiceW(service.Get(), 1, arguments)), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(ErrorOf(::StartServiceW(service.get(), 1, arguments)), ERROR_INVALID_PARAMETER);
   ASSERT_EQ(Change(service, SERVICE_NO_CHANGE, L"\\no\\such\\program"), NO_ERROR);
   EXPECT_EQ(Start(service), ERROR_FILE_NOT_FOUND);
   ASSERT_EQ(Change(service, SERVICE_DISABLED), NO_ERROR);
@@ -158,11 +157,11 @@ TEST_F(ServiceProcess, AHandlerThatThrowsFailsItsControlAndNothingElse) {
 TEST_F(ServiceProcess, DeletedWhileItRunsItGoesWhenItStopsOrIsKilled) {
   for (const bool killed : {false, true}) {
     const ScHandle service = RunTestService(L"sample", L"normal");
-    ASSERT_TRUE(::DeleteService(service.Get()));
-    EXPECT_EQ(ErrorOf(::DeleteService(service.Get())), ERROR_SERVICE_MARKED_FOR_DELETE);
+    ASSERT_TRUE(::DeleteService(service.get()));
+    EXPECT_EQ(ErrorOf(::DeleteService(service.get())), ERROR_SERVICE_MARKED_FOR_DELETE);
     EXPECT_EQ(OpenError(L"sample"), NO_ERROR) << "gone while it runs";
-    EXPECT_EQ(CreateTestService(L"sample", L"normal").Get(), nullptr);
-    EXPECT_EQ(::GetLastError(), ERROR_SERVICE_MARKED_FOR_DELETE);
+    EXPECT_EQ(ErrorOf(CreateTestService(L"sample", L"normal") != nullptr),
+              ERROR_SERVICE_MARKED_FOR_DELETE);
     if (killed) {
       Kill(service);
       EXPECT_EQ(Start(service), ERROR_SERVICE_MARKED_FOR_DELETE);
@@ -175,27 +174,21 @@ TEST_F(ServiceProcess, DeletedWhileItRunsItGoesWhenItStopsOrIsKilled) {
 }
 
 TEST_F(ServiceProcess, ADamagedStatusFileNeitherHidesNorInventsAProcess) {
-  const std::string damages[] = {"",
-                                 "garbage",
-                                 std::string(100'000, '9'),
-                                 "service-status-1 1 16 4 1 0 0 0\n",
-                                 "service-status-1 1 16 99 1 0 0 0 0\n",
-                                 std::string(40, '\0')};
-  const ScHandle service = CreateTestService(L"sample", L"normal");
-  for (const std::string& damage : damages) {
-    std::ofstream(ServiceFile("sample.status")) << damage;
-    EXPECT_EQ(StateOf(service), SERVICE_STOPPED) << damage.size();
-    EXPECT_EQ(StatusOf(service).dwWin32ExitCode, ERROR_PROCESS_ABORTED) << damage.size();
+  const ScHandle running = RunTestService(L"running", L"normal");
+  const ScHandle stopped = CreateTestService(L"stopped", L"normal");
+  for (const std::string& damage :
+       {std::string(), std::string("garbage"), std::string(100'000, '9'), std::string(40, '\0'),
+        std::string("service-status-1 1 16 4 1 0 0 0\n"),
+        std::string("service-status-1 1 16 99 1 0 0 0 0\n")}) {
+    std::ofstream(ServiceFile("running.status")) << damage;
+    EXPECT_EQ(StateOf(running), SERVICE_RUNNING) << damage.size();
+    EXPECT_EQ(Start(running), ERROR_SERVICE_ALREADY_RUNNING) << damage.size();
+    std::ofstream(ServiceFile("stopped.status")) << damage;
+    EXPECT_EQ(StateOf(stopped), SERVICE_STOPPED) << damage.size();
+    EXPECT_EQ(StatusOf(stopped).dwWin32ExitCode, ERROR_PROCESS_ABORTED) << damage.size();
   }
-  ASSERT_EQ(Start(service), NO_ERROR);
-  ASSERT_TRUE(AwaitState(service, SERVICE_RUNNING));
-  for (const std::string& damage : damages) {
-    std::ofstream(ServiceFile("sample.status")) << damage;
-    EXPECT_EQ(StateOf(service), SERVICE_RUNNING) << damage.size();
-    EXPECT_EQ(Start(service), ERROR_SERVICE_ALREADY_RUNNING) << damage.size();
-  }
-  EXPECT_EQ(Stop(service), NO_ERROR) << "cannot be stopped any more";
-  EXPECT_TRUE(AwaitProcessEnd(service));
+  EXPECT_EQ(Stop(running), NO_ERROR) << "cannot be stopped any more";
+  EXPECT_TRUE(AwaitProcessEnd(running));
 }
 
 TEST_F(ServiceProcess, OfManyThatStartItAtOnceOneDoes) {
@@ -219,16 +212,15 @@ TEST_F(ServiceProcess, OfManyThatStartItAtOnceOneDoes) {
 TEST_F(ServiceProcess, TheDispatcherIsRefusedToAProgramThatNobodyStartedAsAService) {
   std::wstring name = L"sample";
   const SERVICE_TABLE_ENTRYW table[] = {{name.data(), [](DWORD, LPWSTR*) {}}, {nullptr, nullptr}};
-  const auto dispatch = [&] { return ::StartServiceCtrlDispatcherW(table); };
-  const auto handle = [] { return ::RegisterServiceCtrlHandlerW(L"sample", [](DWORD) {}); };
-  SERVICE_STATUS status{};
-  const auto report = [&] { return ::SetServiceStatus(nullptr, &status); };
-  ExpectFailures({{"dispatcher", dispatch, ERROR_FAILED_SERVICE_CONTROLLER_CONNECT},
-                  {"handler", handle, ERROR_SERVICE_NOT_IN_EXE},
-                  {"status", report, ERROR_INVALID_HANDLE}});
+  const auto dispatch = [&] { return ErrorOf(::StartServiceCtrlDispatcherW(table)); };
+  EXPECT_EQ(dispatch(), ERROR_FAILED_SERVICE_CONTROLLER_CONNECT);
   // The variable alone, as a program started by a service would find it, makes no service.
   ::setenv("WIN_SERVICE", "sample", 1);
-  ExpectFailures({{"dispatcher", dispatch, ERROR_FAILED_SERVICE_CONTROLLER_CONNECT}});
+  EXPECT_EQ(dispatch(), ERROR_FAILED_SERVICE_CONTROLLER_CONNECT);
+  EXPECT_EQ(ErrorOf(::RegisterServiceCtrlHandlerW(L"sample", [](DWORD) {})),
+            ERROR_SERVICE_NOT_IN_EXE);
+  SERVICE_STATUS status{};
+  EXPECT_EQ(ErrorOf(::SetServiceStatus(nullptr, &status)), ERROR_INVALID_HANDLE);
 }
 
 }  // namespace
