@@ -27,7 +27,9 @@ class Driver : public ServiceFixture {
   }
   static DWORD DeviceError(const wchar_t* path) {
     const HANDLE device = OpenDevice(path);
-    return device == INVALID_HANDLE_VALUE ? ::GetLastError() : (::CloseHandle(device), NO_ERROR);
+    const DWORD error = ErrorOf(device != INVALID_HANDLE_VALUE);
+    ::CloseHandle(device);
+    return error;
   }
   // A driver without a file, with a device that records.
   ScHandle CreateBuiltDriver() {

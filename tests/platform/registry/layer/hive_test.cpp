@@ -74,7 +74,7 @@ TEST_F(HiveTest, ValuesOfEveryTypeComeBackByteForByte) {
   };
   const Key key(L"Top");
   for (const auto& [name, type, data] : cases)
-    ASSERT_EQ(key.Set(name, type, data.data(), data.size()), 0);
+    ASSERT_EQ(key.Set(name, type, data.empty() ? nullptr : data.data(), data.size()), 0);
   // A change makes it read the whole hive again, not remember what it wrote.
   ASSERT_EQ(::utimensat(AT_FDCWD, file_.c_str(), nullptr, 0), 0);
   for (const auto& [name, type, data] : cases) {
@@ -85,6 +85,15 @@ TEST_F(HiveTest, ValuesOfEveryTypeComeBackByteForByte) {
     EXPECT_EQ(storedType, type) << data;
     EXPECT_EQ(std::string(stored, stored + size), data);
   }
+}
+
+TEST_F(HiveTest, AVolatileKeyIsNotStoredAsALastingOne) {
+  HKEY key = nullptr;
+  constexpr DWORD kVolatile = 1;
+  EXPECT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Top", 0, nullptr, kVolatile, KEY_READ, nullptr,
+                              &key, nullptr),
+            static_cast<LSTATUS>(ERROR_INVALID_PARAMETER));
+  EXPECT_EQ(Content(), "");
 }
 
 TEST_F(HiveTest, IsReadableByItsOwnerAlone) {
