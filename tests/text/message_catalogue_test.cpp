@@ -1,9 +1,9 @@
 #include "text/message_catalogue.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "platform/testing/simulated_machine.h"
 
@@ -12,42 +12,45 @@ namespace {
 
 constexpr DWORD kEnglish = 1033;
 constexpr DWORD kSwedish = 1053;
+constexpr DWORD kFrench = 1036;  // which there is no catalogue for
 
 class MessageCatalogueTest : public testing::Test {
  protected:
+  MessageCatalogueTest() { machine_.SetLocale(static_cast<LANGID>(kSwedish), 0); }
+
   platform::SimulatedMachine machine_;
 };
 
-TEST_F(MessageCatalogueTest, StartsInTheSystemsLanguage) {
-  machine_.SetLocale(static_cast<LANGID>(kSwedish), 0);
-  EXPECT_EQ(MessageCatalogue().InterfaceLanguageId(), kSwedish);
-}
-
-TEST_F(MessageCatalogueTest, TheDefaultSublanguageIsForcedOnWhatIsChosen) {
+TEST_F(MessageCatalogueTest, StartsInTheSystemsLanguageAndForcesTheDefaultSublanguage) {
   MessageCatalogue catalogue;
-  for (const auto& [chosen, stored] : std::vector<std::pair<DWORD, LANGID>>{{0, 0x0400},
-                                                                            {kEnglish, 0x0409},
-                                                                            {kSwedish, 0x041D},
-                                                                            {9, 0x0409},
-                                                                            {0x1234041D, 0x041D}}) {
+  EXPECT_EQ(catalogue.InterfaceLanguageId(), kSwedish);
+  const std::pair<DWORD, LANGID> cases[] = {
+      {0, 0x0400}, {kEnglish, 0x0409}, {kSwedish, 0x041D}, {9, 0x0409}, {0x1234041D, 0x041D}};
+  for (const auto& [chosen, stored] : cases) {
     catalogue.SetInterfaceLanguage(chosen);
     EXPECT_EQ(catalogue.InterfaceLanguageId(), stored) << chosen;
   }
 }
 
-TEST_F(MessageCatalogueTest, NoChoiceMeansTheUsersOwnLanguage) {
-  machine_.SetLocale(static_cast<LANGID>(kSwedish), 0);
+TEST_F(MessageCatalogueTest, TextsAreThoseOfTheChosenLanguageOrElseTheUsers) {
+  const std::tuple<DWORD, DWORD, const wchar_t*> cases[] = {
+      {0, 1041, L"Quillgate - Inloggning"},
+      {kEnglish, 1041, L"Quillgate - Log on"},
+      {kSwedish, 1041, L"Quillgate - Inloggning"},
+      {kSwedish, 100, L"Quillgate"},
+      {kEnglish, 999, L""},
+      {kFrench, 100, L""},
+      // With the places of a later formatting.
+      {kEnglish, 1102,
+       L"Total time online: %s (hh:mm:ss), total downloads: %s (MB), total uploads: %s (MB)"},
+  };
   MessageCatalogue catalogue;
-  catalogue.SetInterfaceLanguage(0);
-  EXPECT_EQ(catalogue.GetMessageText(1041), L"Quillgate - Inloggning");
-}
-
-TEST_F(MessageCatalogueTest, TextsFollowTheLanguageAtOnce) {
-  MessageCatalogue catalogue;
-  catalogue.SetInterfaceLanguage(kEnglish);
-  EXPECT_EQ(catalogue.GetMessageText(1041), L"Quillgate - Log on");
+  for (const auto& [language, message, text] : cases) {
+    catalogue.SetInterfaceLanguage(language);
+    EXPECT_EQ(catalogue.GetMessageText(message), text) << language;
+  }
   catalogue.SetInterfaceLanguage(kSwedish);
-  EXPECT_EQ(catalogue.GetMessageText(1041), L"Quillgate - Inloggning");
+  EXPECT_TRUE(catalogue.GetMessageText(10005).ends_with(L"\r\n")) << "the one with a line break";
 }
 
 TEST_F(MessageCatalogueTest, InsertsStandInTheirPlaces) {
@@ -60,29 +63,6 @@ TEST_F(MessageCatalogueTest, InsertsStandInTheirPlaces) {
   EXPECT_EQ(catalogue.GetMessageText(kMsgMegabytesLeft, 4294967295u),
             L"You may only download 4294967295 megabytes more before the Internet connection will "
             L"be disabled.");
-}
-
-TEST_F(MessageCatalogueTest, PlaceholdersOfALaterFormattingAreLeft) {
-  MessageCatalogue catalogue;
-  catalogue.SetInterfaceLanguage(kEnglish);
-  EXPECT_EQ(catalogue.GetMessageText(1102),
-            L"Total time online: %s (hh:mm:ss), total downloads: %s (MB), total uploads: %s (MB)");
-}
-
-TEST_F(MessageCatalogueTest, OnlyOneTextEndsWithALineBreak) {
-  MessageCatalogue catalogue;
-  for (const DWORD language : {kEnglish, kSwedish}) {
-    catalogue.SetInterfaceLanguage(language);
-    EXPECT_TRUE(catalogue.GetMessageText(10005).ends_with(L"\r\n")) << language;
-    EXPECT_EQ(catalogue.GetMessageText(100), L"Quillgate") << language;
-  }
-}
-
-TEST_F(MessageCatalogueTest, AMissingTextIsEmpty) {
-  MessageCatalogue catalogue;
-  EXPECT_EQ(catalogue.GetMessageText(999), L"");
-  catalogue.SetInterfaceLanguage(1036);  // French, which there is no catalogue for
-  EXPECT_EQ(catalogue.GetMessageText(100), L"");
 }
 
 TEST_F(MessageCatalogueTest, LanguagesHaveNativeNamesWithACapital) {

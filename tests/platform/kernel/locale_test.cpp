@@ -2,103 +2,103 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
+#include <functional>
 #include <string>
+#include <tuple>
 
-#include "platform/testing/simulated_machine.h"
+#include "platform/kit/failing_call.h"
 
 namespace {
 
-std::wstring Information(LCID locale, LCTYPE type) {
-  const int needed = ::GetLocaleInfoW(locale, type, nullptr, 0);
-  if (needed == 0) return L"";
+constexpr LCID kEnglish = 0x409;
+constexpr LCID kSwedish = 0x41D;
+constexpr SYSTEMTIME kMoment{2005, 3, 0, 4, 18, 5, 9, 0};
+
+// Asks for the length first, as callers do.
+template <class Call>
+std::wstring Text(Call call) {
+  const int needed = call(nullptr, 0);
   std::wstring text(static_cast<std::size_t>(needed), L'?');
-  EXPECT_EQ(::GetLocaleInfoW(locale, type, text.data(), needed), needed);
-  EXPECT_EQ(text.back(), L'\0');
-  text.pop_back();
-  return text;
+  EXPECT_EQ(call(text.data(), needed), needed);
+  return text.c_str();
 }
 
-// The variables that say what the user's language is, put back at the end.
-class Environment {
- public:
-  Environment() {
-    for (std::size_t i = 0; i < kCount; ++i) {
-      const char* value = std::getenv(kNames[i]);
-      if (value != nullptr) old_[i] = value;
-      ::unsetenv(kNames[i]);
-    }
-  }
-  ~Environment() {
-    for (std::size_t i = 0; i < kCount; ++i) {
-      ::unsetenv(kNames[i]);
-      if (old_[i]) ::setenv(kNames[i], old_[i]->c_str(), 1);
-    }
-  }
-  Environment(const Environment&) = delete;
-  Environment& operator=(const Environment&) = delete;
+std::wstring Number(LCID locale, const wchar_t* value) {
+  return Text(std::bind_front(::GetNumberFormatW, locale, 0, value, nullptr));
+}
 
- private:
-  static constexpr std::size_t kCount = 4;
-  static constexpr const char* kNames[kCount] = {"LC_ALL", "LC_MESSAGES", "LC_TIME", "LANG"};
-  std::optional<std::string> old_[kCount];
-};
+std::wstring Date(LCID locale, const SYSTEMTIME& date) {
+  return Text(std::bind_front(::GetDateFormatW, locale, DATE_SHORTDATE, &date, nullptr));
+}
+
+std::wstring Time(LCID locale, const SYSTEMTIME& time, DWORD flags = 0) {
+  return Text(std::bind_front(::GetTimeFormatW, locale, flags, &time, nullptr));
+}
 
 TEST(Locale, LanguagesHaveTheirOwnNamesAndFirstDays) {
-  EXPECT_EQ(Information(0x409, LOCALE_SNATIVELANGNAME), L"English");
-  EXPECT_EQ(Information(0x41D, LOCALE_SNATIVELANGNAME), L"svenska");
-  EXPECT_EQ(Information(0x409, LOCALE_IFIRSTDAYOFWEEK), L"6");
-  EXPECT_EQ(Information(0x41D, LOCALE_IFIRSTDAYOFWEEK), L"0");
+  const std::tuple<LCID, LCTYPE, const wchar_t*> cases[] = {
+      {kEnglish, LOCALE_SNATIVELANGNAME, L"English"},
+      {kSwedish, LOCALE_SNATIVELANGNAME, L"svenska"},
+      {kEnglish, LOCALE_IFIRSTDAYOFWEEK, L"6"},
+      {kSwedish, LOCALE_IFIRSTDAYOFWEEK, L"0"},
+  };
+  for (const auto& [locale, type, text] : cases)
+    EXPECT_EQ(Text(std::bind_front(::GetLocaleInfoW, locale, type)), text);
 }
 
-TEST(Locale, TheUsersIsWhatTheMachineSays) {
-  platform::SimulatedMachine machine;
-  machine.SetLocale(0x41D, 5);
-  EXPECT_EQ(::GetSystemDefaultLangID(), 0x41D);
-  EXPECT_EQ(::GetSystemDefaultUILanguage(), 0x41D);
-  for (const LCID locale : {LOCALE_USER_DEFAULT, LOCALE_SYSTEM_DEFAULT}) {
-    EXPECT_EQ(Information(locale, LOCALE_IFIRSTDAYOFWEEK), L"5");
-    EXPECT_EQ(Information(locale, LOCALE_SNATIVELANGNAME), L"svenska");
+TEST(Locale, NumbersAreGroupedAndHaveTwoDecimals) {
+  const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> cases[] = {
+      {L"0", L"0.00", L"0,00"},
+      {L"999", L"999.00", L"999,00"},
+      {L"1234.5", L"1,234.50", L"1\u00A0234,50"},
+      {L".5", L"0.50", L"0,50"},
+      {L"007", L"7.00", L"7,00"},
+      {L"0.125", L"0.13", L"0,13"},
+      {L"-1234.565", L"-1,234.57", L"-1\u00A0234,57"},
+      {L"18446744073709551615", L"18,446,744,073,709,551,615.00",
+       L"18\u00A0446\u00A0744\u00A0073\u00A0709\u00A0551\u00A0615,00"},
+  };
+  for (const auto& [value, english, swedish] : cases) {
+    EXPECT_EQ(Number(kEnglish, value), english);
+    EXPECT_EQ(Number(kSwedish, value), swedish);
   }
 }
 
-TEST(Locale, WithoutASimulatedOneTheEnvironmentDecides) {
-  struct Case {
-    const char* name;
-    const char* value;
-    LANGID language;
-    const wchar_t* firstDay;
-  };
-  const Environment environment;
-  EXPECT_EQ(::GetSystemDefaultLangID(), 0x409);
-  // Each case stays in force below the next ones, which go before it.
-  for (const Case& each :
-       {Case{"LANG", "sv_SE.UTF-8", 0x41D, L"0"}, Case{"LANG", "sv_FI", 0x81D, L"0"},
-        Case{"LANG", "sv", 0x41D, L"0"}, Case{"LANG", "xx_YY", 0x409, L"0"},
-        Case{"LANG", "de_DE@euro", 0x407, L"0"}, Case{"LC_TIME", "en_US.UTF-8", 0x407, L"6"},
-        Case{"LC_MESSAGES", "en_GB.UTF-8", 0x809, L"6"}, Case{"LC_ALL", "C.UTF-8", 0x409, L"6"},
-        Case{"LC_ALL", "sv_SE", 0x41D, L"0"}}) {
-    ::setenv(each.name, each.value, 1);
-    EXPECT_EQ(::GetSystemDefaultLangID(), each.language) << each.value;
-    if (std::string_view(each.value) == "xx_YY") continue;
-    EXPECT_EQ(Information(LOCALE_USER_DEFAULT, LOCALE_IFIRSTDAYOFWEEK), each.firstDay)
-        << each.value;
-  }
+TEST(Locale, ShortDatesHaveFullYearsAndTimesTheirSeconds) {
+  EXPECT_EQ(Date(kEnglish, kMoment), L"3/4/2005");
+  EXPECT_EQ(Date(0x809, kMoment), L"04/03/2005");
+  EXPECT_EQ(Time(kEnglish, kMoment), L"6:05:09 PM");
+  EXPECT_EQ(Time(kEnglish, kMoment, TIME_NOSECONDS), L"6:05 PM");
+  const SYSTEMTIME timeAlone{0, 0, 0, 0, 7, 8, 9, 0};
+  EXPECT_EQ(Time(kSwedish, timeAlone), L"07:08:09");
+  const SYSTEMTIME dateAlone{2005, 3, 0, 4, 99, 99, 99, 0};
+  EXPECT_EQ(Date(kSwedish, dateAlone), L"2005-03-04");
 }
 
-TEST(Locale, WrongArgumentsGetTheDocumentedErrors) {
-  wchar_t text[4];
-  const auto check = [](int result, DWORD error) {
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(::GetLastError(), error);
-    ::SetLastError(NO_ERROR);
+TEST(Locale, InvalidArgumentsFailAndLeaveTheBuffer) {
+  wchar_t text[40] = L"abcd";
+  const auto number = [&](const wchar_t* value, int size = 40) {
+    return ErrorOf(::GetNumberFormatW(kEnglish, 0, value, nullptr, text, size));
   };
-  check(::GetLocaleInfoW(0x409, LOCALE_SNATIVELANGNAME, text, 4), ERROR_INSUFFICIENT_BUFFER);
-  check(::GetLocaleInfoW(0x409, 0x0000000Eu, text, 4), ERROR_INVALID_FLAGS);
-  check(::GetLocaleInfoW(0xFFFF, LOCALE_SNATIVELANGNAME, nullptr, 0), ERROR_INVALID_PARAMETER);
-  check(::GetLocaleInfoW(0x409, LOCALE_SNATIVELANGNAME, nullptr, 4), ERROR_INVALID_PARAMETER);
-  check(::GetLocaleInfoW(0x409, LOCALE_SNATIVELANGNAME, text, -1), ERROR_INVALID_PARAMETER);
+  for (const wchar_t* value : {L"", L"-", L".", L"1-", L"1.2.3", L"1,5", L"1e5", L" 1"})
+    EXPECT_EQ(number(value), ERROR_INVALID_PARAMETER) << value;
+  EXPECT_EQ(number(L"1", 4), ERROR_INSUFFICIENT_BUFFER);
+  for (const SYSTEMTIME& date : {SYSTEMTIME{2005, 2, 0, 29, 0, 0, 0, 0},
+                                 SYSTEMTIME{2005, 13, 0, 1, 0, 0, 0, 0}, SYSTEMTIME{}}) {
+    EXPECT_EQ(ErrorOf(::GetDateFormatW(kEnglish, 0, &date, nullptr, text, 40)),
+              ERROR_INVALID_PARAMETER);
+  }
+  const SYSTEMTIME late{2005, 3, 0, 4, 24, 0, 0, 0};
+  EXPECT_EQ(ErrorOf(::GetTimeFormatW(kEnglish, 0, &late, nullptr, text, 40)),
+            ERROR_INVALID_PARAMETER);
+  const auto name = [](LCID locale, wchar_t* to, int size) {
+    return ErrorOf(::GetLocaleInfoW(locale, LOCALE_SNATIVELANGNAME, to, size));
+  };
+  EXPECT_EQ(name(kEnglish, text, 4), ERROR_INSUFFICIENT_BUFFER);
+  EXPECT_EQ(name(0xFFFF, nullptr, 0), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(name(kEnglish, nullptr, 4), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(name(kEnglish, text, -1), ERROR_INVALID_PARAMETER);
+  EXPECT_STREQ(text, L"abcd");
 }
 
 }  // namespace

@@ -5,23 +5,27 @@
 #include <sys/types.h>
 
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
 
+// A program that runs until the object's end.
 class ChildProcess {
  public:
-  // The program is looked for in the path. `kept` stays open in it.
-  explicit ChildProcess(std::vector<std::string> command, int kept = -1);
+  // A command of the shell, which must be one program's.
+  explicit ChildProcess(const std::string& command);
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
+  // The next line that it writes, without the line break; empty at the end.
+  std::string ReadLine();
   void Send(int signal) const { ::kill(process_, signal); }
 
  private:
-  pid_t process_ = -1;
+  FILE* output_;
+  pid_t process_;
 };
 
 class TrayDesktop {
@@ -36,12 +40,12 @@ class TrayDesktop {
   bool IsRunning() const { return !display_.empty(); }
   void StartPanel();
   void StopPanel() { panel_.reset(); }
-  void SendScreen(int signal) { screen_->Send(signal); }
+  void SendScreen(int signal) { screen_.Send(signal); }
 
  private:
-  std::filesystem::path configuration_;
-  std::string display_;
-  std::unique_ptr<ChildProcess> screen_;
+  const std::filesystem::path configuration_;
+  ChildProcess screen_;
+  const std::string display_;
   std::unique_ptr<ChildProcess> manager_;
   std::unique_ptr<ChildProcess> panel_;
 };

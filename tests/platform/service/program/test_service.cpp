@@ -27,26 +27,17 @@ void Report(DWORD state) {
   ::SetServiceStatus(statusHandle, &status);
 }
 
-void ReportControl(DWORD control) {
-  const std::lock_guard lock(mutex);
-  status.dwWaitHint = control;
-  ::SetServiceStatus(statusHandle, &status);
-}
-
-void HandleStop() {
-  Report(SERVICE_STOP_PENDING);
-  const std::lock_guard lock(mutex);
-  stopping = true;
-  changed.notify_all();
-}
-
 void WINAPI HandleControl(DWORD control) {
   if (mode == L"throwing" && control == 200) throw 1;
+  const std::lock_guard lock(mutex);
   if (control == SERVICE_CONTROL_STOP) {
-    HandleStop();
+    status.dwCurrentState = SERVICE_STOP_PENDING;
+    stopping = true;
+    changed.notify_all();
   } else {
-    ReportControl(control);
+    status.dwWaitHint = control;
   }
+  ::SetServiceStatus(statusHandle, &status);
 }
 
 bool StartedInSystemFolder() {

@@ -17,11 +17,15 @@
 #include <vector>
 
 #include "own_namespaces.h"
+#include "platform/kit/failing_call.h"
 
 namespace {
 
 using own_namespaces::Succeeds;
 using testing::ElementsAre;
+
+constexpr DWORD kSent = OID_GEN_DIRECTED_BYTES_XMIT;
+constexpr DWORD kReceived = OID_GEN_DIRECTED_BYTES_RCV;
 
 class KernelInterfaces : public testing::Test {
  protected:
@@ -58,9 +62,12 @@ class KernelInterfaces : public testing::Test {
     ::close(socket);
   }
 
+  static HANDLE Open(const std::wstring& name) {
+    return ::CreateFileW((L"\\\\.\\" + name).c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                         nullptr);
+  }
   static std::uint64_t Counter(const std::wstring& name, DWORD objectId) {
-    const HANDLE device = ::CreateFileW((L"\\\\.\\" + name).c_str(), 0, FILE_SHARE_READ, nullptr,
-                                        OPEN_EXISTING, 0, nullptr);
+    const HANDLE device = Open(name);
     std::uint64_t value = 0;
     DWORD returned = 0;
     EXPECT_TRUE(::DeviceIoControl(device, IOCTL_NDIS_QUERY_GLOBAL_STATS, &objectId, sizeof objectId,
@@ -69,46 +76,42 @@ class KernelInterfaces : public testing::Test {
     return value;
   }
 
-  std::vector<IP_ADAPTER_INFO> Adapters() {
+  static std::vector<IP_ADAPTER_INFO> Adapters() {
     ULONG bytes = 0;
     ::GetAdaptersInfo(nullptr, &bytes);
-    memory_.resize(bytes / sizeof(IP_ADAPTER_INFO) + 1);
-    EXPECT_EQ(::GetAdaptersInfo(memory_.data(), &bytes), NO_ERROR);
+    std::vector<IP_ADAPTER_INFO> memory(bytes / sizeof(IP_ADAPTER_INFO) + 1);
+    EXPECT_EQ(::GetAdaptersInfo(memory.data(), &bytes), NO_ERROR);
     std::vector<IP_ADAPTER_INFO> adapters;
-    for (const auto* each = memory_.data(); each != nullptr; each = each->Next) {
+    for (const auto* each = memory.data(); each != nullptr; each = each->Next)
       adapters.push_back(*each);
-    }
     return adapters;
   }
-
-  static std::vector<std::string> Names(const std::vector<IP_ADAPTER_INFO>& adapters) {
+  static std::vector<std::string> Names() {
     std::vector<std::string> names;
-    for (const IP_ADAPTER_INFO& each : adapters)
+    for (const IP_ADAPTER_INFO& each : Adapters())
       names.emplace_back(each.AdapterName);
     return names;
   }
-
-  std::vector<IP_ADAPTER_INFO> memory_;
 };
 
 TEST_F(KernelInterfaces, CountersFollowRealPacketsInTheirDirection) {
-  const auto sent = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
-  const auto received = Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV);
-  const auto farReceived = Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV);
+  const auto sent = Counter(L"near", kSent);
+  const auto received = Counter(L"near", kReceived);
+  const auto farReceived = Counter(L"far", kReceived);
   Send("near", 1000, 7);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), sent + 7000);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received);
+  EXPECT_EQ(Counter(L"near", kSent), sent + 7000);
+  EXPECT_EQ(Counter(L"near", kReceived), received);
   Send("far", 500, 2);
-  EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_RCV), received + 1000);
-  EXPECT_EQ(Counter(L"far", OID_GEN_DIRECTED_BYTES_RCV), farReceived + 7000);
+  EXPECT_EQ(Counter(L"near", kReceived), received + 1000);
+  EXPECT_EQ(Counter(L"far", kReceived), farReceived + 7000);
 }
 
 TEST_F(KernelInterfaces, CountersDoNotWrapAtFourGigabytes) {
   constexpr std::size_t kFrame = 65'000;
   constexpr int kFrames = 66'100;  // a little more than 2 to the power of 32
-  const auto before = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto before = Counter(L"near", kSent);
   Send("near", kFrame, kFrames);
-  const auto after = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto after = Counter(L"near", kSent);
   EXPECT_EQ(after - before, std::uint64_t{kFrame} * kFrames);
   EXPECT_GT(after, 0xFFFF'FFFFu);
   MIB_IFROW row{};
@@ -118,20 +121,26 @@ TEST_F(KernelInterfaces, CountersDoNotWrapAtFourGigabytes) {
 }
 
 TEST_F(KernelInterfaces, ACardThatIsPulledAndPutBackHasCountedAllOfIt) {
-  const auto before = Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
+  const auto before = Counter(L"near", kSent);
   for (std::uint64_t piece = 1; piece <= 5; ++piece) {
     Send("near", 50'000, 40);
     ASSERT_TRUE(Succeeds("ip link del near") && Succeeds(kPlugIn));
-    EXPECT_EQ(Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT), before + piece * 2'000'000);
+    EXPECT_EQ(Counter(L"near", kSent), before + piece * 2'000'000);
   }
+}
+
+TEST_F(KernelInterfaces, AnInterfaceThatWentAwayIsMissedAtOnce) {
+  Counter(L"near", kSent);
+  ASSERT_TRUE(Succeeds("ip link del near"));
+  EXPECT_EQ(ErrorOf(Open(L"near") != INVALID_HANDLE_VALUE), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_F(KernelInterfaces, TheCardWithTheDefaultRouteIsOfferedFirst) {
   ASSERT_TRUE(Succeeds("ip addr add 192.0.2.5/24 dev near") &&
               Succeeds("ip addr add 198.51.100.7/26 dev far valid_lft 600 preferred_lft 600") &&
               Succeeds("ip route add default via 192.0.2.1 dev near metric 20"));
+  ASSERT_THAT(Names(), ElementsAre("near", "far"));
   auto adapters = Adapters();
-  ASSERT_THAT(Names(adapters), ElementsAre("near", "far"));
   EXPECT_STREQ(adapters[0].IpAddressList.IpAddress.String, "192.0.2.5");
   EXPECT_STREQ(adapters[0].GatewayList.IpAddress.String, "192.0.2.1");
   EXPECT_EQ(adapters[0].DhcpEnabled, 0u);
@@ -140,7 +149,7 @@ TEST_F(KernelInterfaces, TheCardWithTheDefaultRouteIsOfferedFirst) {
   EXPECT_EQ(adapters[1].DhcpEnabled, 1u);
 
   ASSERT_TRUE(Succeeds("ip route add default via 198.51.100.65 dev far metric 10 onlink"));
-  EXPECT_THAT(Names(Adapters()), ElementsAre("far", "near"));
+  EXPECT_THAT(Names(), ElementsAre("far", "near"));
   ASSERT_TRUE(Succeeds("ip route del default dev far") &&
               Succeeds("ip route del default dev near") &&
               Succeeds("ip route add default nexthop via 192.0.2.2 dev near"
@@ -153,7 +162,7 @@ TEST_F(KernelInterfaces, TheCardWithTheDefaultRouteIsOfferedFirst) {
 TEST_F(KernelInterfaces, PartsOfABridgeComeLastAndLoopbackNever) {
   if (!Succeeds("ip link add bridge type bridge")) GTEST_SKIP() << "no bridges";
   ASSERT_TRUE(Succeeds("ip link set near master bridge"));
-  EXPECT_THAT(Names(Adapters()), ElementsAre("far", "bridge", "near"));
+  EXPECT_THAT(Names(), ElementsAre("far", "bridge", "near"));
   Succeeds("ip link del bridge");
 }
 
@@ -173,14 +182,6 @@ TEST_F(KernelInterfaces, NameServersComeFromTheResolversConfiguration) {
   EXPECT_EQ(info[0].DnsServerList.Next->Next, nullptr);
   ASSERT_EQ(::GetPerAdapterInfo(::if_nametoindex("far"), info.data(), &bytes), NO_ERROR);
   EXPECT_STREQ(info[0].DnsServerList.IpAddress.String, "");
-}
-
-TEST_F(KernelInterfaces, AnInterfaceThatWentAwayIsMissedAtOnce) {
-  Counter(L"near", OID_GEN_DIRECTED_BYTES_XMIT);
-  ASSERT_TRUE(Succeeds("ip link del near"));
-  EXPECT_EQ(::CreateFileW(L"\\\\.\\near", 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr),
-            INVALID_HANDLE_VALUE);
-  EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
 }
 
 }  // namespace

@@ -3,11 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <fstream>
 
 #include "platform/device/driver_host.h"
-#include "platform/service/service_fixture.h"
+#include "platform/service/layer/service_fixture.h"
 
 namespace {
 
@@ -22,24 +21,37 @@ class Driver : public ServiceFixture {
     ::unsetenv("TEST_DRIVER_ERROR");
     ::unsetenv("TEST_DRIVER_UNLOADED");
   }
-  static DWORD Start(const ScHandle& driver) {
-    return ErrorOf(::StartServiceW(driver.Get(), 0, nullptr));
-  }
-  static DWORD Stop(const ScHandle& driver) {
-    SERVICE_STATUS status{};
-    return ErrorOf(::ControlService(driver.Get(), SERVICE_CONTROL_STOP, &status));
-  }
   static HANDLE OpenDevice(const wchar_t* path) {
     return ::CreateFileW(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                          FILE_ATTRIBUTE_NORMAL, nullptr);
   }
   static DWORD DeviceError(const wchar_t* path) {
     const HANDLE device = OpenDevice(path);
-    return device == INVALID_HANDLE_VALUE ? ::GetLastError() : (::CloseHandle(device), NO_ERROR);
+    const DWORD error = ErrorOf(device != INVALID_HANDLE_VALUE);
+    ::CloseHandle(device);
+    return error;
   }
+  // A driver without a file, with a device that records.
+  ScHandle CreateBuiltDriver() {
+    machine_.AddDriver(L"Built", L"BuiltDevice");
+    return CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+  }
+  // The error of a control code with these buffers; 0 of one that succeeded.
+  DWORD Send(HANDLE device, DWORD code, std::string in = "", DWORD outBytes = 0) {
+    answer_.assign(outBytes, '?');
+    returned_ = 0;
+    const DWORD inBytes = static_cast<DWORD>(in.size());
+    return ErrorOf(::DeviceIoControl(device, code, inBytes == 0 ? nullptr : in.data(), inBytes,
+                                     outBytes == 0 ? nullptr : answer_.data(), outBytes, &returned_,
+                                     nullptr));
+  }
+
   std::filesystem::path DriverFile(const char* name) const {
     return machine_.Root() / "root" / "System32" / "Drivers" / name;
   }
+
+  std::string answer_;
+  DWORD returned_ = 0;
 };
 
 TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
@@ -56,21 +68,17 @@ TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
 
   const HANDLE device = OpenDevice(kDevice);
   ASSERT_NE(device, INVALID_HANDLE_VALUE) << ::GetLastError();
-  char in[] = {'a', 'b', 'c', 'd'};
-  char out[3] = {};
-  DWORD returned = 0;
-  ASSERT_TRUE(::DeviceIoControl(device, kReverse, in, 4, out, 3, &returned, nullptr));
-  EXPECT_EQ(std::string(out, returned), "cba");
-  EXPECT_FALSE(::DeviceIoControl(device, 0x900, nullptr, 0, nullptr, 0, &returned, nullptr));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_FUNCTION);
-  ASSERT_TRUE(::DeviceIoControl(device, kOverstate, nullptr, 0, out, 3, &returned, nullptr));
-  EXPECT_EQ(returned, 3u) << "more than the buffer holds";
+  ASSERT_EQ(Send(device, kReverse, "abcd", 3), NO_ERROR);
+  EXPECT_EQ(answer_, "cba");
+  EXPECT_EQ(returned_, 3u);
+  EXPECT_EQ(Send(device, 0x900), ERROR_INVALID_FUNCTION);
+  ASSERT_EQ(Send(device, kOverstate, "", 3), NO_ERROR);
+  EXPECT_EQ(returned_, 3u) << "more than the buffer holds";
 
   // The handle outlives the driver and must not lead into its code any more.
   ASSERT_EQ(Stop(driver), NO_ERROR);
   EXPECT_STREQ(std::getenv("TEST_DRIVER_UNLOADED"), "1");
-  EXPECT_FALSE(::DeviceIoControl(device, kReverse, in, 4, out, 3, &returned, nullptr));
-  EXPECT_EQ(::GetLastError(), ERROR_GEN_FAILURE);
+  EXPECT_EQ(Send(device, kReverse, "abcd", 3), ERROR_GEN_FAILURE);
   EXPECT_TRUE(::CloseHandle(device));
   EXPECT_EQ(DeviceError(kDevice), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
@@ -85,21 +93,18 @@ TEST_F(Driver, AnImageThatIsNoDriverFailsTheStart) {
   std::filesystem::copy_file(ProgramFile("platform_test_no_driver.so"), DriverFile("nodriver.so"));
   std::ofstream(DriverFile("open.so")) << "anybody can write a driver here";
   std::filesystem::permissions(DriverFile("open.so"), std::filesystem::perms(0666));
-  const struct {
-    const wchar_t* image;
-    DWORD error;
-  } cases[] = {
+  const std::pair<const wchar_t*, DWORD> cases[] = {
       {L"System32\\Drivers\\open.sys", ERROR_ACCESS_DENIED},
       {L"System32\\Drivers\\missing.sys", ERROR_FILE_NOT_FOUND},
       {L"SYSTEM32\\DRIVERS\\text.sys", ERROR_BAD_EXE_FORMAT},
       {L"%systemroot%\\System32\\drivers\\nodriver.sys", ERROR_PROC_NOT_FOUND},
   };
-  for (const auto& each : cases) {
-    const ScHandle driver = CreateDriver(L"bad", each.image);
-    EXPECT_EQ(Start(driver), each.error);
+  for (const auto& [image, error] : cases) {
+    const ScHandle driver = CreateDriver(L"bad", image);
+    EXPECT_EQ(Start(driver), error);
     EXPECT_EQ(StateOf(driver), SERVICE_STOPPED);
-    EXPECT_EQ(StatusOf(driver).dwWin32ExitCode, each.error);
-    EXPECT_TRUE(::DeleteService(driver.Get()));
+    EXPECT_EQ(StatusOf(driver).dwWin32ExitCode, error);
+    EXPECT_TRUE(::DeleteService(driver.get()));
   }
 }
 
@@ -111,21 +116,12 @@ TEST_F(Driver, ADriverThatRefusesToLoadLeavesNoDevice) {
   EXPECT_EQ(std::getenv("TEST_DRIVER_UNLOADED"), nullptr) << "unloaded without having loaded";
 }
 
-TEST_F(Driver, DriversTakeNoControlsButStopAndInterrogate) {
-  machine_.AddDriver(L"Built", L"BuiltDevice");
-  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+TEST_F(Driver, TakesNoControlsButStopAndInterrogateAndGoesThenIfItIsDeleted) {
+  const ScHandle driver = CreateBuiltDriver();
   ASSERT_EQ(Start(driver), NO_ERROR);
-  SERVICE_STATUS status{};
-  EXPECT_TRUE(::ControlService(driver.Get(), SERVICE_CONTROL_INTERROGATE, &status));
-  EXPECT_EQ(ErrorOf(::ControlService(driver.Get(), 128, &status)), ERROR_INVALID_SERVICE_CONTROL);
-  EXPECT_EQ(Stop(driver), NO_ERROR);
-}
-
-TEST_F(Driver, DeletedWhileLoadedItGoesWhenItIsStopped) {
-  machine_.AddDriver(L"Built", L"BuiltDevice");
-  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
-  ASSERT_EQ(Start(driver), NO_ERROR);
-  ASSERT_TRUE(::DeleteService(driver.Get()));
+  EXPECT_EQ(Control(driver, SERVICE_CONTROL_INTERROGATE), NO_ERROR);
+  EXPECT_EQ(Control(driver, 128), ERROR_INVALID_SERVICE_CONTROL);
+  ASSERT_TRUE(::DeleteService(driver.get()));
   EXPECT_EQ(OpenError(L"built"), NO_ERROR);
   ASSERT_EQ(Stop(driver), NO_ERROR);
   EXPECT_EQ(OpenError(L"built"), ERROR_SERVICE_DOES_NOT_EXIST);
@@ -133,8 +129,7 @@ TEST_F(Driver, DeletedWhileLoadedItGoesWhenItIsStopped) {
 
 // Another process hosts the driver: it can be seen, neither started nor stopped, until it dies.
 TEST_F(Driver, ItsHostsDeathStopsIt) {
-  machine_.AddDriver(L"Built", L"BuiltDevice");
-  const ScHandle driver = CreateDriver(L"built", L"System32\\Drivers\\Built.sys");
+  const ScHandle driver = CreateBuiltDriver();
   int ends[2] = {};
   ASSERT_EQ(::pipe(ends), 0);
   const pid_t host = ::fork();
@@ -171,9 +166,7 @@ TEST_F(Driver, TheSystemsFilterDriverHasADeviceWithoutControlCodes) {
     EXPECT_EQ(Stop(driver), NO_ERROR);
     GTEST_SKIP() << "no right to use nf_tables";
   }
-  DWORD returned = 0;
-  EXPECT_FALSE(::DeviceIoControl(device, 0x128058, nullptr, 0, nullptr, 0, &returned, nullptr));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_FUNCTION);
+  EXPECT_EQ(Send(device, 0x128058), ERROR_INVALID_FUNCTION);
   ::CloseHandle(device);
   EXPECT_EQ(Stop(driver), NO_ERROR);
   EXPECT_EQ(DeviceError(kFilterDevice), ERROR_FILE_NOT_FOUND);
@@ -194,24 +187,6 @@ TEST_F(Driver, WithoutTheRightTheSystemsFilterDeviceIsDenied) {
   ::waitpid(child, &status, 0);
   if (WEXITSTATUS(status) == kNoNamespace) GTEST_SKIP() << "no user namespaces, or no nf_tables";
   EXPECT_EQ(WEXITSTATUS(status), 0);
-}
-
-TEST_F(Driver, ATestsOwnDriverStandsInForTheSystemsOneAndGivesItBack) {
-  const ScHandle driver = CreateDriver(L"IpFilterDriver", kFilterImage);
-  {
-    const auto device = machine_.AddIpFilterDriver();
-    ASSERT_EQ(Start(driver), NO_ERROR);
-    const HANDLE handle = OpenDevice(kFilterDevice);
-    DWORD returned = 0;
-    EXPECT_TRUE(::DeviceIoControl(handle, 7, nullptr, 0, nullptr, 0, &returned, nullptr));
-    EXPECT_EQ(device->Codes(), std::vector<DWORD>{7});
-    ::CloseHandle(handle);
-    ASSERT_EQ(Stop(driver), NO_ERROR);
-  }
-  platform::UnregisterBuiltInDriver(L"ipfltdrv");
-  const DWORD error = Start(driver);
-  EXPECT_TRUE(error == NO_ERROR || error == ERROR_FILE_NOT_FOUND) << error;
-  EXPECT_EQ(Stop(driver), error == NO_ERROR ? NO_ERROR : ERROR_SERVICE_NOT_ACTIVE);
 }
 
 }  // namespace

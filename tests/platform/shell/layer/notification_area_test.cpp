@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/kit/failing_call.h"
 #include "platform/kit/hidden_window.h"
 #include "platform/testing/simulated_machine.h"
 
@@ -24,30 +25,22 @@ class NotificationAreaTest : public ::testing::Test {
     data.uFlags = flags;
     return data;
   }
-  template <std::size_t Size>
-  static void Put(std::wstring_view text, WCHAR (&field)[Size]) {
-    std::ranges::fill(field, L'\0');
-    std::ranges::copy(text, field);
-  }
   NOTIFYICONDATAW Icon() const {
     return platform::NotificationIcon(window_.Get(), kId).value_or(NOTIFYICONDATAW{});
+  }
+  static DWORD Notify(DWORD message, NOTIFYICONDATAW& data) {
+    return ErrorOf(::Shell_NotifyIconW(message, &data));
   }
 
   platform::SimulatedMachine machine_;
   const HiddenWindow window_;
 };
 
-TEST_F(NotificationAreaTest, AnUnknownIconIsTold) {
-  NOTIFYICONDATAW data = Data(NIF_TIP);
-  for (const DWORD message : {NIM_MODIFY, NIM_DELETE}) {
-    EXPECT_FALSE(::Shell_NotifyIconW(message, &data));
-    EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
-  }
-  EXPECT_TRUE(machine_.NotificationChanges().empty());
-}
-
 TEST_F(NotificationAreaTest, AnIconIsItsWindowAndItsNumber) {
-  NOTIFYICONDATAW data = Data();
+  NOTIFYICONDATAW data = Data(NIF_TIP);
+  EXPECT_EQ(Notify(NIM_MODIFY, data), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(Notify(NIM_DELETE, data), ERROR_FILE_NOT_FOUND);
+  EXPECT_TRUE(machine_.NotificationChanges().empty());
   EXPECT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
   EXPECT_FALSE(::Shell_NotifyIconW(NIM_ADD, &data));
   NOTIFYICONDATAW other = Data();
@@ -58,35 +51,30 @@ TEST_F(NotificationAreaTest, AnIconIsItsWindowAndItsNumber) {
   EXPECT_TRUE(platform::NotificationIcon(window_.Get(), kId + 1).has_value());
 }
 
-TEST_F(NotificationAreaTest, OnlyTheFieldsThatTheFlagsNameChange) {
+TEST_F(NotificationAreaTest, OnlyTheFieldsThatTheFlagsNameAndTheMaskedStateChange) {
   NOTIFYICONDATAW data = Data(NIF_TIP | NIF_MESSAGE | NIF_STATE);
-  Put(L"first", data.szTip);
+  std::ranges::fill(data.szTip, L'x');
   data.uCallbackMessage = WM_APP;
   data.dwState = NIS_HIDDEN;
   data.dwStateMask = NIS_HIDDEN;
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
+  EXPECT_EQ(std::wstring_view(Icon().szTip).size(), 127u) << "a text that fills its field";
 
   NOTIFYICONDATAW change = Data(NIF_TIP);
-  Put(L"second", change.szTip);
+  std::ranges::copy(L"second", change.szTip);
   change.uCallbackMessage = WM_APP + 1;
   change.dwStateMask = NIS_HIDDEN;
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &change));
   EXPECT_STREQ(Icon().szTip, L"second");
   EXPECT_EQ(Icon().uCallbackMessage, WM_APP);
   EXPECT_EQ(Icon().dwState, NIS_HIDDEN);
-}
 
-TEST_F(NotificationAreaTest, TheStateChangesOnlyUnderItsMask) {
-  NOTIFYICONDATAW data = Data(NIF_STATE);
-  data.dwState = NIS_HIDDEN;
-  data.dwStateMask = NIS_HIDDEN;
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-  data.dwState = 0;
-  data.dwStateMask = 0;
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &data));
+  change.uFlags = NIF_STATE;
+  change.dwStateMask = 0;
+  ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &change));
   EXPECT_EQ(Icon().dwState, NIS_HIDDEN);
-  data.dwStateMask = NIS_HIDDEN;
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &data));
+  change.dwStateMask = NIS_HIDDEN;
+  ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &change));
   EXPECT_EQ(Icon().dwState, 0u);
 }
 
@@ -95,55 +83,30 @@ TEST_F(NotificationAreaTest, ABalloonIsOnRecordAndAnEmptyOneIsNot) {
   ::testing::internal::CaptureStderr();
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
-  Put(L"Title", data.szInfoTitle);
-  Put(L"Text", data.szInfo);
+  std::ranges::copy(L"Title", data.szInfoTitle);
+  std::ranges::copy(L"Text", data.szInfo);
   ::testing::internal::CaptureStderr();
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_MODIFY, &data));
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "balloon: Title: Text\n");
 }
 
-TEST_F(NotificationAreaTest, OtherStructureSizesAreRefused) {
+TEST_F(NotificationAreaTest, OtherSizesAndFlagsAreInvalidParameters) {
   NOTIFYICONDATAW data = Data(NIF_INFO);
   data.cbSize = sizeof data - 4;
-  EXPECT_FALSE(::Shell_NotifyIconW(NIM_ADD, &data));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
+  NOTIFYICONDATAW flags = Data(0x20);
+  EXPECT_EQ(Notify(NIM_ADD, data), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Notify(NIM_ADD, flags), ERROR_INVALID_PARAMETER);
+  EXPECT_FALSE(platform::NotificationIcon(window_.Get(), kId).has_value());
   data.cbSize = offsetof(NOTIFYICONDATAW, guidItem);
   EXPECT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
 }
 
-TEST_F(NotificationAreaTest, UnknownFlagsAreRefused) {
-  NOTIFYICONDATAW data = Data(0x20);
-  EXPECT_FALSE(::Shell_NotifyIconW(NIM_ADD, &data));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_PARAMETER);
-  EXPECT_FALSE(platform::NotificationIcon(window_.Get(), kId).has_value());
-}
-
-TEST_F(NotificationAreaTest, TextsThatFillTheirFieldsAreEnded) {
-  NOTIFYICONDATAW data = Data(NIF_TIP);
-  std::ranges::fill(data.szTip, L'x');
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-  EXPECT_EQ(std::wstring_view(Icon().szTip).size(), 127u);
-}
-
 TEST_F(NotificationAreaTest, IconsGoWithTheirWindow) {
-  const HiddenWindow owner;
-  const HWND other = owner.Get();
-  NOTIFYICONDATAW data = Data();
-  data.hWnd = other;
-  ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-  ::DestroyWindow(other);
-  EXPECT_FALSE(platform::NotificationIcon(other, kId).has_value());
-  EXPECT_FALSE(::Shell_NotifyIconW(NIM_ADD, &data));
-  EXPECT_EQ(::GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
-}
-
-TEST_F(NotificationAreaTest, AShellThatRestartsKnowsNoIcon) {
   NOTIFYICONDATAW data = Data();
   ASSERT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
-  platform::ClearNotificationArea();
-  EXPECT_FALSE(::Shell_NotifyIconW(NIM_MODIFY, &data));
-  EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
-  EXPECT_TRUE(::Shell_NotifyIconW(NIM_ADD, &data));
+  ::DestroyWindow(window_.Get());
+  EXPECT_FALSE(platform::NotificationIcon(window_.Get(), kId).has_value());
+  EXPECT_EQ(Notify(NIM_ADD, data), ERROR_INVALID_WINDOW_HANDLE);
 }
 
 }  // namespace

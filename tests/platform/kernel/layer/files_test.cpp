@@ -9,32 +9,24 @@
 
 namespace {
 
-std::wstring ProgramFolder() {
-  wchar_t path[MAX_PATH];
-  const std::wstring name(path, ::GetModuleFileNameW(nullptr, path, MAX_PATH));
-  return name.substr(0, name.find_last_of(L'\\'));
-}
-
 DWORD Attributes(const std::wstring& path) {
   return ::GetFileAttributesW(path.c_str());
 }
 
-TEST(Files, AttributesTellFoldersAndReadOnlyFiles) {
+TEST(Files, AttributesTellFoldersReadOnlyAndMissingFiles) {
   const platform::SimulatedMachine machine;
   const std::filesystem::path file = machine.ProgramFolder() / "caf\xC3\xA9 file";
   std::ofstream(file) << "x";
-  const std::wstring folder = ProgramFolder();
+  wchar_t program[MAX_PATH];
+  const DWORD length = ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+  const std::wstring folder(program, std::wstring_view(program, length).rfind(L'\\'));
   EXPECT_EQ(Attributes(folder), FILE_ATTRIBUTE_DIRECTORY);
   EXPECT_EQ(Attributes(folder + L"\\caf\u00e9 file"), FILE_ATTRIBUTE_NORMAL);
   std::filesystem::permissions(file, std::filesystem::perms::owner_read);
   EXPECT_EQ(Attributes(folder + L"\\caf\u00e9 file"), FILE_ATTRIBUTE_READONLY);
-}
-
-TEST(Files, AMissingFileIsToldFromAMissingFolder) {
-  const platform::SimulatedMachine machine;
-  EXPECT_EQ(Attributes(ProgramFolder() + L"\\nothing"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(Attributes(folder + L"\\nothing"), INVALID_FILE_ATTRIBUTES);
   EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(Attributes(ProgramFolder() + L"\\nothing\\more"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(Attributes(folder + L"\\nothing\\more"), INVALID_FILE_ATTRIBUTES);
   EXPECT_EQ(::GetLastError(), ERROR_PATH_NOT_FOUND);
 }
 

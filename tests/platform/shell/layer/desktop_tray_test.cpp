@@ -12,17 +12,14 @@
 #include <thread>
 #include <vector>
 
+#include "platform/kit/failing_call.h"
 #include "platform/kit/hidden_window.h"
-#include "tray_desktop.h"
+#include "platform/shell/tray_desktop.h"
 
 namespace {
 
 constexpr UINT kCallback = WM_APP + 1;
 constexpr UINT kPatience = 20'000;  // milliseconds
-
-UINT Created() {
-  return ::RegisterWindowMessageW(L"TaskbarCreated");
-}
 
 // A window with an icon, on a thread of its own, which is the window thread of its desktop.
 class IconOwner {
@@ -84,7 +81,7 @@ TEST(TrayOnDesktop, AProgramHearsOfAnAreaThatComesAndLosesItsIconWithOneThatGoes
     EXPECT_FALSE(owner.Send(NIM_ADD, 0));
     for (int round = 0; round < 2; ++round) {
       desktop.StartPanel();
-      ASSERT_TRUE(owner.Await(Created()));
+      ASSERT_TRUE(owner.Await(::RegisterWindowMessageW(L"TaskbarCreated")));
       EXPECT_TRUE(owner.Send(NIM_ADD, 0));
       EXPECT_FALSE(owner.Send(NIM_ADD, 0));
       desktop.StopPanel();
@@ -97,11 +94,8 @@ TEST(TrayOnDesktop, WithoutAnAreaNoIconIsAddedAndBalloonsAreOnRecord) {
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
   IconOwner::Run([](IconOwner& owner) {
     ::testing::internal::CaptureStderr();
-    for (const DWORD message : {NIM_ADD, NIM_MODIFY, NIM_DELETE}) {
-      ::SetLastError(NO_ERROR);
-      EXPECT_FALSE(owner.Send(message, NIF_INFO, L"Text"));
-      EXPECT_EQ(::GetLastError(), ERROR_FILE_NOT_FOUND);
-    }
+    for (const DWORD message : {NIM_ADD, NIM_MODIFY, NIM_DELETE})
+      EXPECT_EQ(ErrorOf(owner.Send(message, NIF_INFO, L"Text")), ERROR_FILE_NOT_FOUND);
     EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::HasSubstr("balloon: : Text"));
   });
   ::unsetenv("QT_QPA_PLATFORM");

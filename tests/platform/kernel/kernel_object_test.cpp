@@ -1,0 +1,166 @@
+// Handles, mutexes and threads.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <process.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <initializer_list>
+#include <thread>
+
+#include "platform/kit/failing_call.h"
+
+namespace {
+
+TEST(CloseHandle, AStaleHandleDoesNotCloseTheObjectThatTookItsPlace) {
+  const HANDLE first = ::CreateMutexW(nullptr, FALSE, nullptr);
+  EXPECT_TRUE(::CloseHandle(first));
+  const HANDLE second = ::CreateMutexW(nullptr, FALSE, nullptr);
+  EXPECT_EQ(ErrorOf(::CloseHandle(first)), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(::WaitForSingleObject(second, 0), WAIT_OBJECT_0);
+  EXPECT_TRUE(::CloseHandle(second));
+}
+
+TEST(Handle, AnInvalidOneFailsEveryCallWithInvalidHandle) {
+  int local = 0;
+  for (void* wrong : std::initializer_list<void*>{nullptr, &local, ::GetModuleHandleW(nullptr)}) {
+    EXPECT_EQ(ErrorOf(::CloseHandle(wrong)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(::WaitForSingleObject(wrong, 0) != WAIT_FAILED), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(::ReleaseMutex(wrong)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(::ResumeThread(wrong) != static_cast<DWORD>(-1)), ERROR_INVALID_HANDLE);
+  }
+}
+
+// What another thread gets that waits for the mutex without patience.
+DWORD WaitElsewhere(HANDLE mutex) {
+  DWORD result = WAIT_FAILED;
+  std::thread([&] {
+    result = ::WaitForSingleObject(mutex, 0);
+    if (result == WAIT_OBJECT_0) ::ReleaseMutex(mutex);
+  }).join();
+  return result;
+}
+
+TEST(Mutex, IsFreeAfterAsManyReleasesOfItsOwnerAsWaits) {
+  const HANDLE mutex = ::CreateMutexW(nullptr, TRUE, nullptr);
+  EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_OBJECT_0);
+  EXPECT_TRUE(::ReleaseMutex(mutex));
+  std::thread([&] { EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER); }).join();
+  EXPECT_EQ(WaitElsewhere(mutex), WAIT_TIMEOUT);
+  EXPECT_TRUE(::ReleaseMutex(mutex));
+  EXPECT_EQ(WaitElsewhere(mutex), WAIT_OBJECT_0);
+  EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER);
+  EXPECT_TRUE(::CloseHandle(mutex));
+}
+
+TEST(Mutex, AWaiterGetsItWhenItIsReleased) {
+  const HANDLE mutex = ::CreateMutexW(nullptr, TRUE, nullptr);
+  std::jthread waiter([&] {
+    EXPECT_EQ(::WaitForSingleObject(mutex, INFINITE), WAIT_OBJECT_0);
+    EXPECT_TRUE(::ReleaseMutex(mutex));
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_TRUE(::ReleaseMutex(mutex));
+  waiter.join();
+  EXPECT_TRUE(::CloseHandle(mutex));
+}
+
+TEST(Mutex, TheNextOwnerIsToldOnceThatTheThreadThatHadItEnded) {
+  const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, nullptr);
+  std::thread([&] { EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_OBJECT_0); }).join();
+  EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_ABANDONED);
+  EXPECT_TRUE(::ReleaseMutex(mutex));
+  EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_OBJECT_0);
+  EXPECT_TRUE(::CloseHandle(mutex));
+}
+
+HANDLE Begin(_beginthreadex_proc_type entry, void* argument, unsigned flags = 0,
+             unsigned* id = nullptr) {
+  return reinterpret_cast<HANDLE>(::_beginthreadex(nullptr, 0, entry, argument, flags, id));
+}
+
+unsigned WINAPI NoteId(void* id) {
+  *static_cast<std::atomic<DWORD>*>(id) = ::GetCurrentThreadId();
+  return 0;
+}
+
+TEST(Thread, ASuspendedOneRunsOnlyAfterItIsResumedAndStaysSignalled) {
+  std::atomic<DWORD> seen = 0;
+  unsigned id = 0;
+  const HANDLE thread = Begin(NoteId, &seen, CREATE_SUSPENDED, &id);
+  ASSERT_NE(thread, nullptr);
+  EXPECT_EQ(::WaitForSingleObject(thread, 50), WAIT_TIMEOUT);
+  EXPECT_EQ(seen, 0u);
+  EXPECT_EQ(::ResumeThread(thread), 1u);
+  EXPECT_EQ(::WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
+  EXPECT_EQ(seen, id);
+  EXPECT_NE(id, ::GetCurrentThreadId());
+  EXPECT_EQ(::ResumeThread(thread), 0u);
+  EXPECT_EQ(::WaitForSingleObject(thread, 0), WAIT_OBJECT_0);
+  EXPECT_TRUE(::CloseHandle(thread));
+}
+
+TEST(Thread, InvalidArgumentsStartNone) {
+  std::atomic<DWORD> seen = 0;
+  EXPECT_EQ(Begin(NoteId, &seen, 0x40), nullptr);
+  EXPECT_EQ(Begin(nullptr, &seen), nullptr);
+  EXPECT_EQ(seen, 0u);
+}
+
+struct LateWriter {
+  std::atomic<bool>* done;
+  ~LateWriter() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    *done = true;
+  }
+};
+
+unsigned WINAPI LeaveThreadLocal(void* done) {
+  static thread_local const LateWriter writer{static_cast<std::atomic<bool>*>(done)};
+  return 0;
+}
+
+TEST(Thread, IsNotSignalledBeforeItsThreadLocalObjectsAreGone) {
+  std::atomic<bool> done = false;
+  const HANDLE thread = Begin(LeaveThreadLocal, &done);
+  EXPECT_EQ(::WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
+  EXPECT_TRUE(done);
+  EXPECT_TRUE(::CloseHandle(thread));
+}
+
+TEST(Process, EndsAtOnceWithItsStatus) {
+  EXPECT_EXIT(::ExitProcess(3), testing::ExitedWithCode(3), "");
+}
+
+TEST(CriticalSection, IsRecursiveAndKeepsOthersOut) {
+  CRITICAL_SECTION section;
+  ::InitializeCriticalSection(&section);
+  std::atomic<bool> entered = false;
+  ::EnterCriticalSection(&section);
+  ::EnterCriticalSection(&section);
+  std::jthread other([&] {
+    ::EnterCriticalSection(&section);
+    entered = true;
+    ::LeaveCriticalSection(&section);
+  });
+  ::LeaveCriticalSection(&section);
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_FALSE(entered) << "left once, entered twice";
+  ::LeaveCriticalSection(&section);
+  other.join();
+  ::DeleteCriticalSection(&section);
+}
+
+TEST(HeapAlloc, AForeignHeapGivesNoMemoryAndFreesNone) {
+  EXPECT_EQ(::HeapAlloc(nullptr, 0, 8), nullptr);
+  void* memory = ::HeapAlloc(::GetProcessHeap(), HEAP_ZERO_MEMORY, 8);
+  ASSERT_NE(memory, nullptr);
+  EXPECT_EQ(*static_cast<std::uint64_t*>(memory), 0u);
+  EXPECT_FALSE(::HeapFree(nullptr, 0, memory));
+  EXPECT_TRUE(::HeapFree(::GetProcessHeap(), 0, memory));
+}
+
+}  // namespace

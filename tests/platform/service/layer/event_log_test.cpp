@@ -1,0 +1,125 @@
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+
+#include "platform/service/layer/service_fixture.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+BOOL Report(HANDLE source, const std::wstring& text, WORD type = EVENTLOG_INFORMATION_TYPE) {
+  LPCWSTR strings[] = {text.c_str()};
+  return ::ReportEventW(source, type, 0, 0, nullptr, 1, 0, strings, nullptr);
+}
+
+TEST(EventLog, AnEventArrivesWithItsSourceTypeAndText) {
+  platform::SimulatedMachine machine;
+  const HANDLE source = ::RegisterEventSourceW(nullptr, L"sample");
+  ASSERT_NE(source, nullptr);
+  LPCWSTR strings[] = {L"one %n", L"two"};
+  EXPECT_TRUE(::ReportEventW(source, EVENTLOG_ERROR_TYPE, 0, 7, nullptr, 2, 0, strings, nullptr));
+  EXPECT_TRUE(::DeregisterEventSource(source));
+  ASSERT_EQ(machine.Events().size(), 1u);
+  const platform::LoggedEvent event = machine.Events().front();
+  EXPECT_EQ(event.source, L"sample");
+  EXPECT_EQ(event.type, EVENTLOG_ERROR_TYPE);
+  EXPECT_EQ(event.id, 7u);
+  EXPECT_EQ(event.text, L"one %n two");
+}
+
+TEST(EventLog, InvalidSourcesAndEventsFailAndAreNotDelivered) {
+  platform::SimulatedMachine machine;
+  EXPECT_EQ(ErrorOf(::RegisterEventSourceW(L"other", L"sample")), RPC_S_SERVER_UNAVAILABLE);
+  EXPECT_EQ(ErrorOf(::RegisterEventSourceW(nullptr, nullptr)), ERROR_INVALID_PARAMETER);
+  const HANDLE source = ::RegisterEventSourceW(nullptr, L"sample");
+  EXPECT_EQ(ErrorOf(Report(source, L"unknown type", 99)), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(ErrorOf(Report(source, std::wstring(31840, L'x'))), ERROR_INVALID_PARAMETER);
+  EXPECT_TRUE(::DeregisterEventSource(source));
+  EXPECT_EQ(ErrorOf(Report(source, L"late")), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(ErrorOf(::DeregisterEventSource(source)), ERROR_INVALID_HANDLE);
+  EXPECT_TRUE(machine.Events().empty());
+}
+
+// The answer of `body` in a process of its own where the folder is empty and nobody else sees what
+// is put into it; nothing where that cannot be had.
+std::optional<std::string> WithEmptyFolder(const char* folder,
+                                           const std::function<std::string()>& body) {
+  int ends[2] = {};
+  EXPECT_EQ(::pipe(ends), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    if (::unshare(CLONE_NEWNS) != 0 ||
+        ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        ::mount("none", folder, "tmpfs", 0, nullptr) != 0) {
+      ::_exit(1);
+    }
+    const std::string answer = body();
+    ::_exit(::write(ends[1], answer.data(), answer.size()) < 0 ? 1 : 0);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  ::close(ends[1]);
+  char answer[1024] = {};
+  const ssize_t bytes = ::read(ends[0], answer, sizeof answer);
+  ::close(ends[0]);
+  if (status != 0) return std::nullopt;
+  return std::string(answer, static_cast<std::size_t>(bytes));
+}
+
+// What a socket at the path gets of an event.
+std::string Received(std::string_view path) {
+  const int socket = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::ranges::copy(path, address.sun_path);
+  if (::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
+    return "no socket";
+  Report(::RegisterEventSourceW(nullptr, L"sample"), L"two\nlines \u00e5");
+  char datagram[1024] = {};
+  const ssize_t bytes = ::recv(socket, datagram, sizeof datagram, MSG_DONTWAIT);
+  return bytes < 0 ? "nothing" : std::string(datagram, static_cast<std::size_t>(bytes));
+}
+
+TEST(EventLog, TheJournalGetsOneFieldForEachThingEvenWithLineBreaks) {
+  const auto datagram = WithEmptyFolder("/run", [] {
+    std::filesystem::create_directories("/run/systemd/journal");
+    return Received("/run/systemd/journal/socket");
+  });
+  if (!datagram) GTEST_SKIP() << "no mount namespace for a journal of its own";
+  using std::string_literals::operator""s;
+  EXPECT_THAT(*datagram, AllOf(StartsWith("MESSAGE\n\x0C\0\0\0\0\0\0\0two\nlines \xC3\xA5\n"s),
+                               HasSubstr("SYSLOG_IDENTIFIER\n\x06\0\0\0\0\0\0\0sample\n"s),
+                               HasSubstr("PRIORITY\n\1\0\0\0\0\0\0\0006\n"s)));
+}
+
+TEST(EventLog, WithoutJournalSyslogGetsOneLine) {
+  if (std::filesystem::exists("/run/systemd/journal/socket")) GTEST_SKIP() << "there is a journal";
+  const auto datagram = WithEmptyFolder("/dev", [] { return Received("/dev/log"); });
+  if (!datagram) GTEST_SKIP() << "no mount namespace for a syslog of its own";
+  EXPECT_THAT(*datagram, AllOf(StartsWith("<30>sample["), EndsWith("]: two lines \xC3\xA5")));
+}
+
+TEST(EventLog, WithNeitherTheLineGoesToStandardError) {
+  if (std::filesystem::exists("/dev/log")) GTEST_SKIP() << "there is a syslog";
+  const auto line = WithEmptyFolder("/run", [] {
+    testing::internal::CaptureStderr();
+    Report(::RegisterEventSourceW(nullptr, L"sample"), L"hello");
+    return testing::internal::GetCapturedStderr();
+  });
+  if (!line) GTEST_SKIP() << "no mount namespace";
+  EXPECT_THAT(*line, EndsWith(" sample: hello\n"));
+}
+
+}  // namespace
