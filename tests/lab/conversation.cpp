@@ -92,16 +92,14 @@ void Conversation::Begin() {
   }
 }
 
-bool Conversation::Accept() {
-  if (!CanRead(listener_)) return false;
-  server_ = FileDescriptor(::accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK));
-  SendAtOnce(server_);
-  return server_.IsOpen();
-}
-
 bool Conversation::Establish() {
   Begin();
-  if (protocol_ == Protocol::kTcp) return Accept();
+  if (protocol_ == Protocol::kTcp) {
+    if (!CanRead(listener_)) return false;
+    server_ = FileDescriptor(::accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK));
+    SendAtOnce(server_);
+    return server_.IsOpen();
+  }
   if (!CanRead(server_) || TakeForth() == 0) return false;
   if (protocol_ == Protocol::kUdp) SendBack();  // an echo is answered by the other end's system
   return CanRead(client_) && TakeBack() > 0;

@@ -40,7 +40,6 @@ class Conversation {
 
  private:
   FileDescriptor BoundSocket(const End& end) const;
-  bool Accept();
   void Send(int socket);
   int Take(int socket) const;
   bool IsOurs(const std::uint8_t* bytes, std::size_t size) const;

@@ -36,16 +36,6 @@ const DriverHost kHost = {
     .driver = nullptr,
 };
 
-void* Module() {
-  static void* const module = [] {
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    void* const loaded = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (loaded == nullptr) throw std::runtime_error(::dlerror());
-    return loaded;
-  }();
-  return module;
-}
-
 int Serve(int commands) {
   LoadedDriver driver;
   std::uint32_t code = 0;
@@ -59,8 +49,11 @@ int Serve(int commands) {
 }  // namespace
 
 LoadedDriver::LoadedDriver() {
-  const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(Module(), "DriverLoad"));
-  unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(Module(), "DriverUnload"));
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  void* const module = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (module == nullptr) throw std::runtime_error(::dlerror());
+  const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(module, "DriverLoad"));
+  unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(module, "DriverUnload"));
   if (load == nullptr || unload_ == nullptr) throw std::runtime_error("not a driver");
   if (load(&kHost) != 0 || !device || std::wstring(device->name) != L"QGIpHook") {
     throw std::runtime_error("the driver makes no device");

@@ -1,8 +1,6 @@
 // The control handler and what it sets off.
 #include "service/service_module.h"
 
-#include <thread>
-
 #include "service_test.h"
 
 namespace quillgate {
@@ -38,21 +36,6 @@ TEST_F(ServiceModuleTest, AStopEndsTheMainThreadsLoopAlsoOneThatComesBeforeTheTh
   module_.HandleControl(SERVICE_CONTROL_STOP);
   EXPECT_TRUE(TakeQuit());
   EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Request to stop...", L"Request to stop..."));
-}
-
-TEST_F(ServiceModuleTest, TheWindowsLogonControlsLogOnAndOffFromTheirOwnThread) {
-  Set(SettingKey::kLogonSystem, L"WINDOWS");
-  AddWindowsUser();
-  objects_.LoadUsers();
-  objects_.Session();
-  const auto onDispatcher = [this](DWORD control) {
-    std::thread([&] { module_.HandleControl(control); }).join();
-  };
-  onDispatcher(kControlWindowsLogon);
-  EXPECT_EQ(LoggedOn(), L"Anna");
-  onDispatcher(kControlWindowsLogoff);
-  EXPECT_EQ(LoggedOn(), L"");
-  EXPECT_FALSE(objects_.Session().IsOnline());
 }
 
 TEST_F(ServiceModuleTest, ALogonThatFailsIsLoggedAndGoesNoFurther) {

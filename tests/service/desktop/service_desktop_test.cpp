@@ -148,35 +148,27 @@ TEST_F(ServiceDesktopTest, ALogOffUnderTheDialogClosesTheGateAndTheAnswerOpensIt
 }
 
 // What is open when the stop comes, and what opens it.
-enum class Opener { kFirstStart, kLogonControl, kWrongPassword, kDoubleClick, kRightClick };
 struct OpenAtStop {
-  Opener opener;
+  bool firstStart;  // opens by itself
+  UINT trayClick;   // 0: the logon control opens it
   const wchar_t* system;
-  const wchar_t* user;  // there is one; null: there is none
-  const char* title;    // empty: a menu
+  const wchar_t* user;      // null: there is none
+  const wchar_t* password;  // if there is one, a logon without it opens the box over the dialog
+  const char* title;        // empty: a menu
   const wchar_t* loggedOn;
 };
 
 class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {
  protected:
   void Open(DesktopScript& script) {
-    const auto click = [this](UINT message) {
-      const HWND window = machine_.NotificationChanges().front().second.hWnd;
-      ::PostMessageW(window, WM_USER + 1, 0, static_cast<LPARAM>(message));
-    };
-    switch (GetParam().opener) {
-      case Opener::kFirstStart:
-        return;
-      case Opener::kLogonControl:
-        return module_.HandleControl(kControlWindowsLogon);
-      case Opener::kWrongPassword:
-        LogOnFromTray(script, L"");
-        return script.Click(script.AwaitWindow(kLogonTitle), IDOK);
-      case Opener::kDoubleClick:
-        return click(WM_LBUTTONDBLCLK);
-      case Opener::kRightClick:
-        return click(WM_RBUTTONUP);
+    if (GetParam().firstStart) return;
+    const LPARAM click = static_cast<LPARAM>(GetParam().trayClick);
+    if (click != 0) {
+      ::PostMessageW(machine_.NotificationChanges().front().second.hWnd, WM_USER + 1, 0, click);
+      return;
     }
+    module_.HandleControl(kControlWindowsLogon);
+    if (*GetParam().password != 0) script.Click(script.AwaitWindow(kLogonTitle), IDOK);
   }
   bool IsOpen() {
     const QString title = GetParam().title;
@@ -185,22 +177,22 @@ class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<O
 };
 
 constexpr OpenAtStop kOpenAtStop[] = {
-    {Opener::kFirstStart, L"QUILLGATE", nullptr, "Add new user", L""},
-    {Opener::kLogonControl, L"QUILLGATE", nullptr, "Add new user", L""},
-    {Opener::kLogonControl, L"QUILLGATE", L"Anna", "Quillgate - Log on", L""},
-    {Opener::kWrongPassword, L"QUILLGATE", L"Anna", "Quillgate", L""},
-    {Opener::kDoubleClick, L"NONE", L"User", "Connection information", L"User"},
-    {Opener::kRightClick, L"NONE", L"User", "", L"User"},
+    {true, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
+    {false, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
+    {false, 0, L"QUILLGATE", L"Anna", L"", "Quillgate - Log on", L""},
+    {false, 0, L"QUILLGATE", L"Anna", L"secret", "Quillgate", L""},
+    {false, WM_LBUTTONDBLCLK, L"NONE", L"User", L"", "Connection information", L"User"},
+    {false, WM_RBUTTONUP, L"NONE", L"User", L"", "", L"User"},
 };
 INSTANTIATE_TEST_SUITE_P(Open, StopTest, testing::ValuesIn(kOpenAtStop));
 
 TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
-  Set(SettingKey::kFirstStart, GetParam().opener == Opener::kFirstStart ? L"1" : L"0");
-  Set(SettingKey::kLogonSystem, GetParam().system);
+  const auto& [firstStart, trayClick, system, user, password, title, loggedOn] = GetParam();
+  Set(SettingKey::kFirstStart, firstStart ? L"1" : L"0");
+  Set(SettingKey::kLogonSystem, system);
   machine_.ShowMenus();
-  if (GetParam().user != nullptr) {
-    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), GetParam().user,
-                        GetParam().opener == Opener::kWrongPassword ? L"secret" : L"");
+  if (user != nullptr) {
+    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), user, password);
   }
   Run([this](DesktopScript& script) {
     AwaitStart(script);
@@ -208,10 +200,10 @@ TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
     script.Await([this] { return IsOpen(); }, "question");
     Stop();
   });
-  EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
+  EXPECT_EQ(LoggedOn(), loggedOn);
   EXPECT_THAT(machine_.NotificationChanges().back().first, static_cast<DWORD>(NIM_DELETE));
   EXPECT_EQ(Failure(L"DELETE FROM CrashLog;"), L"No database open.");
-  if (GetParam().user != nullptr) return;
+  if (user != nullptr) return;
   objects_.GetDatabase().DbOpen();
   EXPECT_THAT(Query(L"SELECT Name FROM Users_Quillgate;"), IsEmpty());
 }
