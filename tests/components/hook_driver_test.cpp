@@ -83,16 +83,6 @@ class HookDriver : public testing::Test {
     });
   }
 
-  // The same in a process whose rights `work` may give up; the status that it returns.
-  int InChild(const std::function<int(lab::LoadedDriver&)>& work) {
-    const pid_t child = place_->Start([&work] {
-      lab::LoadedDriver driver;
-      return work(driver);
-    });
-    int status = -1;
-    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
   std::string Tables() { return place_->Shell("nft list tables"); }
   // Without what tells of the table's owner.
   std::string Rules() {
@@ -112,32 +102,44 @@ class HookDriver : public testing::Test {
   std::optional<lab::NetworkNamespace> place_;
 };
 
-TEST_F(HookDriver, EachCodeHasItsResultAndGivesItsState) {
+// A program that starts lets everything pass before it knows what has been decided, so a gate that
+// is found closed stays so until then.
+TEST_F(HookDriver, EachCodeGivesItsStateAndADecisionAloneOpensAGateThatIsFoundClosed) {
   const struct {
-    std::uint32_t code;
-    std::uint32_t result;
-    const char* state;
-  } steps[] = {
-      {kPass, 0, "open"},
-      {kBlockLocal, 0, "open"},
-      {kBlock, 0, "closed"},
-      {kAllowLocal, 0, "local"},
-      {0, ERROR_INVALID_FUNCTION, "local"},
-      {0x939C2090, ERROR_INVALID_FUNCTION, "local"},
-      {0x939C2095, ERROR_INVALID_FUNCTION, "local"},
-      {kBlockLocal, 0, "closed"},
-      {0x939C20A4, ERROR_INVALID_FUNCTION, "closed"},
-      {kPass, 0, "open"},
-      {kPass, 0, "open"},
+    std::vector<std::uint32_t> codes;
+    std::vector<std::string> states;  // at the loading, after each code, and after the unloading
+  } programs[] = {
+      {{kPass, kBlockLocal, kBlock, kAllowLocal, kBlockLocal, kPass, kPass},
+       {"open", "open", "open", "closed", "local", "closed", "open", "open", "open"}},
+      {{kBlock}, {"open", "closed", "closed"}},
+      {{kPass, kBlockLocal, kBlock}, {"closed", "closed", "closed", "closed", "closed"}},
+      {{kPass, kAllowLocal}, {"closed", "closed", "local", "open"}},  // ended in order
+      {{kAllowLocal, kBlock}, {"open", "open", "local", "local"}},
+      {{kPass, kPass}, {"local", "local", "open", "open"}},  // decided to pass
   };
+  for (const auto& [codes, expected] : programs) {
+    std::vector<std::string> states;
+    WithDriver([&](lab::LoadedDriver& driver) {
+      states.push_back(State());
+      for (const std::uint32_t code : codes) {
+        EXPECT_EQ(driver.Control(code), 0u);
+        states.push_back(State());
+      }
+    });
+    states.push_back(State());
+    EXPECT_EQ(states, expected);
+  }
   EXPECT_EQ(Tables(), "");
-  WithDriver([&](lab::LoadedDriver& driver) {
-    for (const auto& [code, result, state] : steps) {
-      EXPECT_EQ(driver.Control(code), result) << std::hex << code;
-      EXPECT_EQ(State(), state) << std::hex << code;
-    }
+}
+
+TEST_F(HookDriver, OtherCodesAreInvalidAndChangeNothing) {
+  WithDriver([this](lab::LoadedDriver& driver) {
+    EXPECT_EQ(driver.Control(kBlock), 0u);
+    const std::string before = Rules();
+    for (const std::uint32_t code : {0u, 0x939C2090u, 0x939C2095u, 0x939C20A4u})
+      EXPECT_EQ(driver.Control(code), ERROR_INVALID_FUNCTION) << code;
+    EXPECT_EQ(Rules(), before);
   });
-  EXPECT_EQ(Tables(), "");
 }
 
 TEST_F(HookDriver, ADefaultRouteIsNoLocalSubnet) {
@@ -176,32 +178,6 @@ TEST_F(HookDriver, AClosedGateFollowsAddressesAndInterfaces) {
       EXPECT_THAT(rules, HasSubstr(part));
     EXPECT_THAT(rules, Not(HasSubstr("device \"two\"")));
   });
-}
-
-// A program that starts lets everything pass before it knows what has been decided.
-TEST_F(HookDriver, AGateThatIsFoundClosedStaysSoUntilADecision) {
-  const struct {
-    std::vector<std::uint32_t> codes;
-    std::vector<std::string> states;  // at the loading, after each code, and after the unloading
-  } programs[] = {
-      {{kBlock}, {"open", "closed", "closed"}},
-      {{kPass, kBlockLocal, kBlock}, {"closed", "closed", "closed", "closed", "closed"}},
-      {{kPass, kAllowLocal}, {"closed", "closed", "local", "open"}},  // ended in order
-      {{kAllowLocal, kBlock}, {"open", "open", "local", "local"}},
-      {{kPass, kPass}, {"local", "local", "open", "open"}},  // decided to pass
-  };
-  for (const auto& [codes, expected] : programs) {
-    std::vector<std::string> states;
-    WithDriver([&](lab::LoadedDriver& driver) {
-      states.push_back(State());
-      for (const std::uint32_t code : codes) {
-        EXPECT_EQ(driver.Control(code), 0u);
-        states.push_back(State());
-      }
-    });
-    states.push_back(State());
-    EXPECT_EQ(states, expected);
-  }
 }
 
 // A table that was made without an owner never has one, and is put back; an owned one stays.
@@ -244,31 +220,35 @@ TEST_F(HookDriver, ADamagedTableIsReplacedAndOthersAreLeftAlone) {
   });
 }
 
-TEST_F(HookDriver, WithoutTheRightItSaysSoAndTheStateStays) {
+TEST_F(HookDriver, WithoutTheRightOrAPacketFilterItSaysSoAndTheStateStays) {
+  const struct {
+    bool (*deprive)();
+    std::uint32_t openError;
+    std::uint32_t blockError;
+    const char* reason;
+  } cases[] = {
+      {GiveUpRights, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED,
+       "no right to change the packet filter"},
+      {HideThePacketFilter, ERROR_FILE_NOT_FOUND, ERROR_GEN_FAILURE, "the kernel has no nf_tables"},
+  };
   WithDriver([](lab::LoadedDriver& driver) { EXPECT_EQ(driver.Control(kBlock), 0u); });
   const std::string before = Rules();
-  EXPECT_EQ(InChild([](lab::LoadedDriver& driver) {
-              const std::vector<std::string> told = {
-                  "QGIpHook: the gate cannot be opened: no right to change the packet filter"};
-              if (!GiveUpRights()) return 2;
-              if (driver.Open() != ERROR_ACCESS_DENIED) return 3;
-              if (driver.TakeLines() != told) return 4;
-              if (driver.Control(kBlock) != ERROR_ACCESS_DENIED) return 5;
-              return driver.TakeLines().size() == 1 ? 0 : 6;
-            }),
-            0);
-  EXPECT_EQ(Rules(), before);
-}
-
-TEST_F(HookDriver, WithoutAPacketFilterInTheKernelItSaysSo) {
-  EXPECT_EQ(InChild([](lab::LoadedDriver& driver) {
-              const std::vector<std::string> told = {
-                  "QGIpHook: the gate cannot be opened: the kernel has no nf_tables"};
-              if (!HideThePacketFilter()) return 2;
-              if (driver.Open() != ERROR_FILE_NOT_FOUND) return 3;
-              return driver.TakeLines() == told ? 0 : 4;
-            }),
-            0);
+  for (const auto& [deprive, openError, blockError, reason] : cases) {
+    const pid_t child = place_->Start([&] {
+      const std::string line = std::string("QGIpHook: the gate cannot be opened: ") + reason;
+      lab::LoadedDriver driver;
+      if (!deprive()) return 2;
+      if (driver.Open() != openError) return 3;
+      if (driver.TakeLines() != std::vector{line}) return 4;
+      if (driver.Control(kBlock) != blockError) return 5;
+      return driver.TakeLines().size() == 1 ? 0 : 6;
+    });
+    int status = -1;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0) << reason;
+    EXPECT_EQ(Rules(), before);
+  }
 }
 
 }  // namespace
