@@ -153,8 +153,8 @@ TEST_F(HookDriver, ADefaultRouteIsNoLocalSubnet) {
       "ip addr add 2400:1::1/63 dev one nodad;"
       "ip link add spare0 type veth peer name spare1; ip addr add 192.0.2.1/24 dev spare0");
   WithDriver([this](lab::LoadedDriver& driver) {
-    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
     EXPECT_EQ(driver.Control(kBlock), 0u);
+    EXPECT_EQ(driver.Control(kAllowLocal), 0u);
   });
   EXPECT_EQ(place_->Shell("for set in subnets4 subnets6; do nft list set inet quillgate $set |"
                           " tr -d ' \\t\\n\"' | sed 's/.*elements={//; s/}.*//'; echo; done"),
