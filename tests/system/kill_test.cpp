@@ -100,7 +100,28 @@ void SaveUsers(Victim& victim, const Reports& report, int) {
   }
 }
 
-// What a victim does; what of its reports is lost (nothing may be); what it must have reported.
+// Reported sessions that are not stored once, with at least the seconds that were reported, and as
+// finished with exactly these once their end was.
+constexpr const char* kLostSessions = R"(
+  SELECT * FROM
+    (SELECT Start, MAX(Number + 0) AS Least, MAX(State = 'ended') AS Ended
+       FROM Reported GROUP BY Start)
+    LEFT JOIN
+    (SELECT StartDate, COUNT(*) AS Entries, MAX(Seconds + 0) AS Stored, MAX(Finished) AS Finished
+       FROM (SELECT StartDate, Seconds, 1 AS Finished FROM ConnLog
+             UNION ALL SELECT StartDate, Seconds, 0 FROM CrashLog) GROUP BY StartDate)
+    ON Start = StartDate
+    WHERE Entries IS NOT 1 OR Stored < Least OR (Ended AND NOT (Finished AND Stored = Least)))";
+
+// The table unless it has all 25 users of one save: the last one that was reported or the next.
+constexpr const char* kLostUsers = R"(
+  SELECT * FROM
+    (SELECT COUNT(*) AS Entries, MIN(TimeLimit + 0) AS Oldest, MAX(TimeLimit + 0) AS Newest
+       FROM Users_None),
+    (SELECT MAX(Number + 0) AS Saved FROM Reported)
+    WHERE Entries <> 25 OR Oldest <> Newest OR Oldest NOT BETWEEN Saved AND Saved + 1)";
+
+// What a victim does, what of it is lost (nothing may be), and whether it did enough to tell.
 struct KillPoint {
   const char* name;
   void (*work)(Victim& victim, const Reports& report, int round);
@@ -109,21 +130,8 @@ struct KillPoint {
 };
 
 constexpr KillPoint kKillPoints[] = {
-    {"Sessions", LogSessions,
-     "SELECT * FROM (SELECT Start, MAX(Number + 0) AS Least, MAX(State = 'ended') AS Ended"
-     "  FROM Reported GROUP BY Start)"
-     " LEFT JOIN (SELECT StartDate, COUNT(*) AS Entries, MAX(Seconds + 0) AS Stored,"
-     "  MAX(Finished) AS Finished FROM (SELECT StartDate, Seconds, 1 AS Finished FROM ConnLog"
-     "  UNION ALL SELECT StartDate, Seconds, 0 FROM CrashLog) GROUP BY StartDate)"
-     " ON Start = StartDate WHERE Entries IS NOT 1 OR Stored < Least"
-     " OR (Ended AND NOT (Finished AND Stored = Least))",
-     "SELECT COUNT(*) > 0 FROM Reported WHERE State = 'ended'"},
-    {"Users", SaveUsers,
-     "SELECT * FROM (SELECT COUNT(*) AS Entries, MIN(TimeLimit + 0) AS Oldest,"
-     "  MAX(TimeLimit + 0) AS Newest FROM Users_None),"
-     " (SELECT MAX(Number + 0) AS Saved FROM Reported)"
-     " WHERE Entries <> 25 OR Oldest <> Newest OR Oldest NOT BETWEEN Saved AND Saved + 1",
-     "SELECT MAX(Number + 0) > 100 FROM Reported"},
+    {"Sessions", LogSessions, kLostSessions, "SELECT MAX(State = 'ended') FROM Reported"},
+    {"Users", SaveUsers, kLostUsers, "SELECT MAX(Number + 0) > 100 FROM Reported"},
 };
 
 class Kills : public testing::TestWithParam<KillPoint> {
