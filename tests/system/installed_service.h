@@ -25,7 +25,7 @@ class InstalledService {
   // Starts and waits until the log holds the text; false when it does not come in 20 s.
   bool Start(const std::string& awaitedText);
   void Stop() { Must("./winsc stop qgserv"); }
-  void Kill();  // SIGKILL
+  void Kill();  // SIGKILL; returns when it counts as stopped
   // Starts it and kills it so long after its process has come to be.
   void KillWhileStarting(std::chrono::microseconds after);
 
