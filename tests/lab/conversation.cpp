@@ -1,17 +1,13 @@
 #include "lab/conversation.h"
 
 #include <netinet/icmp6.h>
-#include <netinet/ip.h>
 #include <netinet/ip_icmp.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/socket.h>
 
-#include <array>
-#include <cerrno>
 #include <cstring>
-#include <system_error>
 
+#include "lab/raw_packet.h"
 #include "lab/socket_address.h"
 
 namespace lab {
@@ -19,21 +15,6 @@ namespace lab {
 namespace {
 
 constexpr int kWaitMilliseconds = 10000;
-
-[[noreturn]] void ThrowError(const char* what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
-
-FileDescriptor BoundSocket(int type, int protocol, int family, const End& end) {
-  FileDescriptor socket;
-  end.place->Run([&] {
-    socket = FileDescriptor(::socket(family, type | SOCK_NONBLOCK | SOCK_CLOEXEC, protocol));
-    if (!socket.IsValid()) ThrowError("socket");
-    const sockaddr_storage address = SocketAddress(family, end.address);
-    if (::bind(socket.Get(), Plain(address), sizeof address) != 0) ThrowError("bind");
-  });
-  return socket;
-}
 
 sockaddr_storage AddressOf(const FileDescriptor& socket) {
   sockaddr_storage address{};
@@ -55,60 +36,46 @@ void Connect(const FileDescriptor& socket, const sockaddr_storage& to) {
   if (errno != EINPROGRESS && errno != EPERM) ThrowError("connect");
 }
 
-bool CanRead(int socket) {
-  pollfd waiting{socket, POLLIN, 0};
+bool CanRead(const FileDescriptor& socket) {
+  pollfd waiting{socket.Get(), POLLIN, 0};
   return ::poll(&waiting, 1, kWaitMilliseconds) == 1;
 }
 
-// RFC 1071; the kernel does it for ICMPv6 only.
-std::uint16_t Checksum(const std::array<std::uint8_t, 16>& bytes) {
-  std::uint32_t sum = 0;
-  for (std::size_t at = 0; at < bytes.size(); at += 2)
-    sum += bytes[at] << 8 | bytes[at + 1];
-  sum = (sum & 0xffff) + (sum >> 16);
-  return htons(static_cast<std::uint16_t>(~(sum + (sum >> 16))));
+// The kernel computes the checksum of ICMPv6 itself.
+Bytes Echo(int family, std::uint16_t id) {
+  Bytes message(16);
+  message[0] = family == AF_INET ? ICMP_ECHO : ICMP6_ECHO_REQUEST;
+  std::memcpy(&message[4], &id, sizeof id);
+  const std::uint16_t checksum = Checksum(message);
+  std::memcpy(&message[2], &checksum, sizeof checksum);
+  return message;
 }
 
 }  // namespace
 
-Conversation::Conversation(Protocol protocol, int family, const End& from, const End& to)
-    : protocol_(protocol), family_(family) {
-  switch (protocol) {
-    case Protocol::kTcp:
-      MakeTcp(from, to);
-      break;
-    case Protocol::kUdp:
-      MakeUdp(from, to);
-      break;
-    case Protocol::kIcmp:
-      MakeIcmp(from, to);
-      break;
+Conversation::Conversation(Protocol protocol, const End& from, const End& to)
+    : protocol_(protocol), family_(FamilyOf(from.address)), client_(BoundSocket(from)) {
+  FileDescriptor& serving = protocol == Protocol::kTcp ? listener_ : server_;
+  serving = BoundSocket(to);
+  serverAddress_ = AddressOf(serving);
+  if (protocol == Protocol::kTcp) {
+    if (::listen(listener_.Get(), 1) != 0) ThrowError("listen");
+    SendAtOnce(client_);
+    return;
   }
-}
-
-void Conversation::MakeTcp(const End& from, const End& to) {
-  listener_ = BoundSocket(SOCK_STREAM, 0, family_, to);
-  if (::listen(listener_.Get(), 1) != 0) ThrowError("listen");
-  serverAddress_ = AddressOf(listener_);
-  client_ = BoundSocket(SOCK_STREAM, 0, family_, from);
-  SendAtOnce(client_);
-}
-
-void Conversation::MakeUdp(const End& from, const End& to) {
-  server_ = BoundSocket(SOCK_DGRAM, 0, family_, to);
-  serverAddress_ = AddressOf(server_);
-  client_ = BoundSocket(SOCK_DGRAM, 0, family_, from);
+  static std::uint16_t latestId = 0;
+  echoId_ = ++latestId;
   Connect(client_, serverAddress_);
   Connect(server_, AddressOf(client_));
 }
 
-void Conversation::MakeIcmp(const End& from, const End& to) {
-  static std::uint16_t latestId = 0;
-  echoId_ = ++latestId;
-  client_ = BoundSocket(SOCK_RAW, IpProtocol(), family_, from);
-  server_ = BoundSocket(SOCK_RAW, IpProtocol(), family_, to);
-  Connect(client_, SocketAddress(family_, to.address));
-  Connect(server_, SocketAddress(family_, from.address));
+FileDescriptor Conversation::BoundSocket(const End& end) const {
+  constexpr int kTypes[] = {SOCK_STREAM, SOCK_DGRAM, SOCK_RAW};
+  const int type = kTypes[static_cast<int>(protocol_)] | SOCK_NONBLOCK;
+  FileDescriptor socket = end.place->Socket(family_, type, IpProtocol());
+  const sockaddr_storage address = SocketAddress(end.address);
+  if (::bind(socket.Get(), Plain(address), sizeof address) != 0) ThrowError("bind");
+  return socket;
 }
 
 int Conversation::IpProtocol() const {
@@ -125,42 +92,24 @@ void Conversation::Begin() {
   }
 }
 
-bool Conversation::Accept() {
-  if (!CanRead(listener_.Get())) return false;
-  server_ = FileDescriptor(::accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK));
-  if (!server_.IsValid()) return false;
-  SendAtOnce(server_);
-  return true;
-}
-
 bool Conversation::Establish() {
   Begin();
-  if (protocol_ == Protocol::kTcp) return Accept();
-  if (!CanRead(server_.Get()) || TakeForth() == 0) return false;
+  if (protocol_ == Protocol::kTcp) {
+    if (!CanRead(listener_)) return false;
+    server_ = FileDescriptor(::accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK));
+    SendAtOnce(server_);
+    return server_.IsOpen();
+  }
+  if (!CanRead(server_) || TakeForth() == 0) return false;
   if (protocol_ == Protocol::kUdp) SendBack();  // an echo is answered by the other end's system
-  return CanRead(client_.Get()) && TakeBack() > 0;
-}
-
-void Conversation::SendForth() {
-  Send(client_.Get());
-}
-void Conversation::SendBack() {
-  Send(server_.Get());
+  return CanRead(client_) && TakeBack() > 0;
 }
 
 void Conversation::Send(int socket) {
-  if (protocol_ == Protocol::kIcmp) return SendEcho(socket);
+  const Bytes message = protocol_ == Protocol::kIcmp ? Echo(family_, echoId_) : Bytes{'x'};
   // A closed gate may refuse it here or drop it later: what counts is what arrives.
-  [[maybe_unused]] const ssize_t sent = ::send(socket, "x", 1, MSG_NOSIGNAL);
-}
-
-void Conversation::SendEcho(int socket) {
-  std::array<std::uint8_t, 16> message{};
-  message[0] = family_ == AF_INET ? ICMP_ECHO : ICMP6_ECHO_REQUEST;
-  std::memcpy(&message[4], &echoId_, sizeof echoId_);
-  const std::uint16_t checksum = Checksum(message);
-  std::memcpy(&message[2], &checksum, sizeof checksum);
-  [[maybe_unused]] const ssize_t sent = ::send(socket, message.data(), message.size(), 0);
+  [[maybe_unused]] const ssize_t sent =
+      ::send(socket, message.data(), message.size(), MSG_NOSIGNAL);
 }
 
 bool Conversation::IsOurs(const std::uint8_t* bytes, std::size_t size) const {

@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <string>
 
-#include "lab/file_descriptor.h"
 #include "lab/network_namespace.h"
 
 namespace lab {
 
 enum class Protocol { kTcp, kUdp, kIcmp };
+inline constexpr Protocol kProtocols[] = {Protocol::kTcp, Protocol::kUdp, Protocol::kIcmp};
 
 struct End {
   const NetworkNamespace* place;
@@ -20,7 +20,7 @@ struct End {
 
 class Conversation {
  public:
-  Conversation(Protocol protocol, int family, const End& from, const End& to);
+  Conversation(Protocol protocol, const End& from, const End& to);
 
   // Sends the first packet, whatever becomes of it.
   void Begin();
@@ -28,8 +28,8 @@ class Conversation {
   bool Establish();
 
   // One message each, whatever becomes of it.
-  void SendForth();
-  void SendBack();
+  void SendForth() { Send(client_.Get()); }
+  void SendBack() { Send(server_.Get()); }
 
   // The messages (TCP: bytes) that arrived since the last call; reads them.
   int TakeForth() { return Take(server_.Get()); }
@@ -39,12 +39,8 @@ class Conversation {
   int IpProtocol() const;
 
  private:
-  void MakeTcp(const End& from, const End& to);
-  void MakeUdp(const End& from, const End& to);
-  void MakeIcmp(const End& from, const End& to);
-  bool Accept();
+  FileDescriptor BoundSocket(const End& end) const;
   void Send(int socket);
-  void SendEcho(int socket);
   int Take(int socket) const;
   bool IsOurs(const std::uint8_t* bytes, std::size_t size) const;
 

@@ -1,51 +1,68 @@
-// Something to download: a server that sends without end to everybody who connects, after the head
-// of an HTTP answer, so that any client can fetch from it. Serves on a thread of its own.
+// Something to download: a server that sends without end to whoever connected last.
 #pragma once
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <atomic>
-#include <cstdint>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "lab/file_descriptor.h"
 #include "lab/network_namespace.h"
+#include "lab/socket_address.h"
 
 namespace lab {
 
+// Serves on a thread of its own.
 class DownloadSource {
  public:
-  // At that address of the namespace, port 8080. `bytesPerSecond` is for each client; 0 means as
-  // fast as it goes.
-  DownloadSource(const NetworkNamespace& place, int family, const std::string& address,
-                 std::uint64_t bytesPerSecond = 0);
-  ~DownloadSource();
+  static constexpr std::uint16_t kPort = 8080;
+
+  // At that address of the namespace.
+  DownloadSource(const NetworkNamespace& place, int family, const std::string& address)
+      : listener_(place.Socket(family, SOCK_STREAM | SOCK_NONBLOCK)) {
+    const sockaddr_storage bound = SocketAddress(address, kPort);
+    if (::bind(listener_.Get(), Plain(bound), sizeof bound) != 0) ThrowError("bind");
+    if (::listen(listener_.Get(), 8) != 0) ThrowError("listen");
+    thread_ = std::thread([this] { Serve(); });
+  }
+  ~DownloadSource() {
+    stop_ = true;
+    thread_.join();
+  }
   DownloadSource(const DownloadSource&) = delete;
   DownloadSource& operator=(const DownloadSource&) = delete;
 
-  static constexpr std::uint16_t kPort = 8080;
-
-  // What was handed to the network so far, for all clients together.
-  std::uint64_t BytesSent() const { return sent_; }
-
  private:
-  void Serve();
-  void AcceptClients();
-  void SendToClients();
+  void Serve() {
+    const std::vector<char> data(256 * 1024, 'x');
+    FileDescriptor client;
+    while (!stop_) {
+      pollfd waiting[] = {{listener_.Get(), POLLIN, 0}, {client.Get(), POLLOUT, 0}};
+      ::poll(waiting, 2, 10);
+      if (waiting[0].revents != 0) {
+        client = FileDescriptor(::accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK));
+      } else if (waiting[1].revents != 0 &&
+                 ::send(client.Get(), data.data(), data.size(), MSG_NOSIGNAL) < 0 &&
+                 errno != EAGAIN && errno != EPERM) {
+        client.Reset();  // a closed gate's refusal is no reason to give the client up
+      }
+    }
+  }
 
   FileDescriptor listener_;
-  std::vector<FileDescriptor> clients_;
-  std::uint64_t bytesPerTurn_;
-  std::atomic<std::uint64_t> sent_{0};
   std::atomic<bool> stop_{false};
   std::thread thread_;
 };
 
-// Connects to a download source from a namespace; throws when that fails. Reading from it is the
-// download.
-FileDescriptor ConnectToDownload(const NetworkNamespace& place, int family,
-                                 const std::string& address);
+// Throws when the source cannot be reached. Reading from the socket is the download.
+inline FileDescriptor ConnectToDownload(const NetworkNamespace& place, int family,
+                                        const std::string& address) {
+  FileDescriptor socket = place.Socket(family, SOCK_STREAM);
+  const sockaddr_storage source = SocketAddress(address, DownloadSource::kPort);
+  if (::connect(socket.Get(), Plain(source), sizeof source) != 0) ThrowError("connect");
+  return socket;
+}
 
 }  // namespace lab

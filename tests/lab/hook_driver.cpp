@@ -15,8 +15,6 @@ namespace lab {
 
 namespace {
 
-constexpr std::uint32_t kEnd = 0;  // not a control code: open the gate and end
-
 // The driver's host has no context, so what it is told is kept here.
 std::optional<DriverDevice> device;
 std::mutex mutex;  // of the lines: the driver's own thread writes some
@@ -38,41 +36,32 @@ const DriverHost kHost = {
     .driver = nullptr,
 };
 
-void* Module() {
-  static void* const module = [] {
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    void* const loaded = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (loaded == nullptr) throw std::runtime_error(::dlerror());
-    return loaded;
-  }();
-  return module;
-}
-
 int Serve(int commands) {
   LoadedDriver driver;
   std::uint32_t code = 0;
-  while (::recv(commands, &code, sizeof code, 0) == sizeof code && code != kEnd) {
+  while (::recv(commands, &code, sizeof code, 0) == sizeof code) {
     const std::uint32_t result = driver.Control(code);
     if (::send(commands, &result, sizeof result, MSG_NOSIGNAL) < 0) return 1;
   }
-  return driver.Control(kPass) == 0 ? 0 : 1;
+  return 0;
 }
 
 }  // namespace
 
 LoadedDriver::LoadedDriver() {
-  const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(Module(), "DriverLoad"));
-  unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(Module(), "DriverUnload"));
+  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  void* const module = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (module == nullptr) throw std::runtime_error(::dlerror());
+  const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(module, "DriverLoad"));
+  unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(module, "DriverUnload"));
   if (load == nullptr || unload_ == nullptr) throw std::runtime_error("not a driver");
-  loadResult_ = load(&kHost);
+  if (load(&kHost) != 0 || !device || std::wstring(device->name) != L"QGIpHook") {
+    throw std::runtime_error("the driver makes no device");
+  }
 }
 
 LoadedDriver::~LoadedDriver() {
   unload_();
-}
-
-bool LoadedDriver::HasDevice() const {
-  return device && std::wstring(device->name) == L"QGIpHook";
 }
 
 std::uint32_t LoadedDriver::Open() {
@@ -125,14 +114,6 @@ void DriverProcess::Kill() {
   ::kill(process_, SIGKILL);
   ::waitpid(process_, nullptr, 0);
   process_ = 0;
-}
-
-bool DriverProcess::Stop() {
-  ::send(commands_.Get(), &kEnd, sizeof kEnd, MSG_NOSIGNAL);
-  int status = 0;
-  const bool ended = ::waitpid(process_, &status, 0) == process_;
-  process_ = 0;
-  return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 }  // namespace lab

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "lab/file_descriptor.h"
 #include "lab/network_namespace.h"
 #include "platform/device/driver_module.h"
 
@@ -23,22 +22,18 @@ inline constexpr std::uint32_t kBlockLocal = 0x939C20A0;
 // loaded when the object goes, the driver does not.
 class LoadedDriver {
  public:
-  LoadedDriver();  // throws std::runtime_error when there is no module
+  LoadedDriver();  // throws std::runtime_error when there is no module or it makes no device
   ~LoadedDriver();
   LoadedDriver(const LoadedDriver&) = delete;
   LoadedDriver& operator=(const LoadedDriver&) = delete;
 
-  std::uint32_t LoadResult() const { return loadResult_; }
   std::uint32_t Open();
   std::uint32_t Control(std::uint32_t code);
   // The lines that the driver wrote and the events that it reported since the last call.
   std::vector<std::string> TakeLines();
-  // Whether the device is there under its name.
-  bool HasDevice() const;
 
  private:
   DriverUnloadFunction unload_ = nullptr;
-  std::uint32_t loadResult_ = 0;
 };
 
 // In a process of its own.
@@ -54,7 +49,6 @@ class DriverProcess {
   bool OpenGate() { return Control(kPass) == 0; }
 
   void Kill();  // SIGKILL
-  bool Stop();  // opens the gate, unloads the driver, ends; whether all of that went well
 
  private:
   pid_t process_;

@@ -41,6 +41,17 @@ bool Build(const NetworkNamespace& client, const NetworkNamespace& host,
   return true;
 }
 
+// Keeps the thread where it runs; where it could run before.
+cpu_set_t StayOnOneProcessor() {
+  cpu_set_t before;
+  ::sched_getaffinity(0, sizeof before, &before);
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  CPU_SET(static_cast<std::size_t>(::sched_getcpu()), &one);
+  ::sched_setaffinity(0, sizeof one, &one);
+  return before;
+}
+
 void Pass(PacketCapture& from, PacketCapture& to) {
   from.SendMark();
   if (!to.ReadToMark()) throw std::runtime_error("a link of the lab carries nothing");
@@ -48,25 +59,18 @@ void Pass(PacketCapture& from, PacketCapture& to) {
 
 }  // namespace
 
-OneProcessor::OneProcessor() {
-  ::sched_getaffinity(0, sizeof before_, &before_);
-  cpu_set_t one;
-  CPU_ZERO(&one);
-  CPU_SET(static_cast<std::size_t>(::sched_getcpu()), &one);
-  ::sched_setaffinity(0, sizeof one, &one);
-}
-
-OneProcessor::~OneProcessor() {
-  ::sched_setaffinity(0, sizeof before_, &before_);
-}
-
 NetworkLab::NetworkLab()
-    : built_(Build(client_, host_, internet_)),
+    : processors_(StayOnOneProcessor()),
+      built_(Build(client_, host_, internet_)),
       atClient_(client_, "eth0"),
       atHostInside_(host_, kHostInside),
       atHostOutside_(host_, kHostOutside),
       atInternet_(internet_, "eth0") {
   Settle();
+}
+
+NetworkLab::~NetworkLab() {
+  ::sched_setaffinity(0, sizeof processors_, &processors_);
 }
 
 void NetworkLab::Forget() {
@@ -76,17 +80,14 @@ void NetworkLab::Forget() {
 }
 
 void NetworkLab::Settle() {
-  // First what the outer machines sent arrives at the host, which passes it on at once; then the
-  // marks of the host follow behind it.
-  Pass(atClient_, atHostInside_);
-  Pass(atInternet_, atHostOutside_);
-  Pass(atHostOutside_, atInternet_);
-  Pass(atHostInside_, atClient_);
-  // And once more the other way, for the answers to what was passed on.
-  Pass(atInternet_, atHostOutside_);
-  Pass(atClient_, atHostInside_);
-  Pass(atHostOutside_, atInternet_);
-  Pass(atHostInside_, atClient_);
+  // What the outer machines sent arrives at the host, which passes it on at once; the marks of the
+  // host follow behind it. And once more, for the answers to what was passed on.
+  for (int turn = 0; turn < 2; ++turn) {
+    Pass(atClient_, atHostInside_);
+    Pass(atInternet_, atHostOutside_);
+    Pass(atHostOutside_, atInternet_);
+    Pass(atHostInside_, atClient_);
+  }
   atHostInside_.Clear();
   atHostOutside_.Clear();
 }

@@ -10,9 +10,6 @@
 #pragma once
 
 #include <sched.h>
-#include <sys/socket.h>
-
-#include <string>
 
 #include "lab/network_namespace.h"
 #include "lab/packet_capture.h"
@@ -21,29 +18,16 @@ namespace lab {
 
 // The addresses of one IP version.
 struct Addresses {
-  int family;
   const char* client;
   const char* hostInside;
   const char* hostOutside;
   const char* router;
   const char* server;
 };
-inline constexpr Addresses kIp4{AF_INET,        "192.168.50.2", "192.168.50.1",
-                                "198.51.100.2", "198.51.100.1", "203.0.113.10"};
-inline constexpr Addresses kIp6{AF_INET6,        "fd50::2",       "fd50::1",
-                                "2001:db8:1::2", "2001:db8:1::1", "2001:db8:ffff::10"};
-
-// Keeps the calling thread on the processor that it runs on.
-class OneProcessor {
- public:
-  OneProcessor();
-  ~OneProcessor();
-  OneProcessor(const OneProcessor&) = delete;
-  OneProcessor& operator=(const OneProcessor&) = delete;
-
- private:
-  cpu_set_t before_;
-};
+inline constexpr Addresses kIp4{"192.168.50.2", "192.168.50.1", "198.51.100.2", "198.51.100.1",
+                                "203.0.113.10"};
+inline constexpr Addresses kIp6{"fd50::2", "fd50::1", "2001:db8:1::2", "2001:db8:1::1",
+                                "2001:db8:ffff::10"};
 
 class NetworkLab {
  public:
@@ -52,6 +36,9 @@ class NetworkLab {
 
   // Throws when the namespaces or what they need cannot be had; ask NetworkNamespace::WhyNot first.
   NetworkLab();
+  ~NetworkLab();
+  NetworkLab(const NetworkLab&) = delete;
+  NetworkLab& operator=(const NetworkLab&) = delete;
 
   const NetworkNamespace& Client() const { return client_; }
   const NetworkNamespace& Host() const { return host_; }
@@ -70,7 +57,7 @@ class NetworkLab {
   void Settle();
 
  private:
-  OneProcessor processor_;
+  cpu_set_t processors_;  // those of the thread before
   NetworkNamespace client_;
   NetworkNamespace host_;
   NetworkNamespace internet_;

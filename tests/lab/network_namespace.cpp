@@ -4,25 +4,17 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
-#include <exception>
-#include <stdexcept>
-#include <system_error>
-#include <thread>
+#include <future>
+
+#include "lab/socket_address.h"
 
 namespace lab {
 
 namespace {
 
 constexpr const char* kOwnNamespace = "/proc/thread-self/ns/net";
-
-[[noreturn]] void ThrowError(const char* what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
 
 ino_t NumberOf(const char* file) {
   struct stat status {};
@@ -31,15 +23,7 @@ ino_t NumberOf(const char* file) {
 }
 
 void RunOnThread(const std::function<void()>& work) {
-  std::exception_ptr failure;
-  std::thread([&] {
-    try {
-      work();
-    } catch (...) {
-      failure = std::current_exception();
-    }
-  }).join();
-  if (failure) std::rethrow_exception(failure);
+  std::async(std::launch::async, work).get();
 }
 
 // The interfaces under /sys are those of the namespace that mounted it.
@@ -56,7 +40,7 @@ NetworkNamespace::NetworkNamespace() {
   RunOnThread([this] {
     if (::unshare(CLONE_NEWNET) != 0) ThrowError("unshare");
     descriptor_ = FileDescriptor(::open(kOwnNamespace, O_RDONLY | O_CLOEXEC));
-    if (!descriptor_.IsValid()) ThrowError(kOwnNamespace);
+    if (!descriptor_.IsOpen()) ThrowError(kOwnNamespace);
   });
 }
 
@@ -84,6 +68,13 @@ void NetworkNamespace::Run(const std::function<void()>& work) const {
   });
 }
 
+FileDescriptor NetworkNamespace::Socket(int family, int type, int protocol) const {
+  FileDescriptor socket;
+  Run([&] { socket = FileDescriptor(::socket(family, type | SOCK_CLOEXEC, protocol)); });
+  if (!socket.IsOpen()) ThrowError("socket");
+  return socket;
+}
+
 std::string NetworkNamespace::Shell(const std::string& command) const {
   std::string output;
   int status = -1;
@@ -105,9 +96,7 @@ pid_t NetworkNamespace::Start(const std::function<int()>& work) const {
   if (process > 0) return process;
   int status = 1;
   try {
-    const ino_t outside = NumberOf(kOwnNamespace);
-    if (::setns(descriptor_.Get(), CLONE_NEWNET) != 0) ThrowError("setns");
-    if (NumberOf(kOwnNamespace) == outside) throw std::logic_error("still in the first namespace");
+    Enter();
     ShowOwnInterfaces();
     status = work();
   } catch (const std::exception& failure) {

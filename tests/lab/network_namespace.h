@@ -7,9 +7,11 @@
 #include <functional>
 #include <string>
 
-#include "lab/file_descriptor.h"
+#include "platform/kernel/file_descriptor.h"
 
 namespace lab {
+
+using platform::FileDescriptor;
 
 class NetworkNamespace {
  public:
@@ -19,9 +21,11 @@ class NetworkNamespace {
   // Why this process may not make network namespaces; empty when it may.
   static std::string WhyNot();
 
-  // Runs `work` on a thread inside and waits for it; what it throws is thrown here. Sockets made
-  // there belong to the namespace for good, and can be used from anywhere.
+  // Runs `work` on a thread inside and waits for it; what it throws is thrown here.
   void Run(const std::function<void()>& work) const;
+
+  // A socket of the namespace, which can be used from anywhere; throws std::system_error.
+  FileDescriptor Socket(int family, int type, int protocol = 0) const;
 
   // What the shell command printed, run inside; throws std::runtime_error with it on failure.
   std::string Shell(const std::string& command) const;

@@ -1,18 +1,15 @@
 #include "lab/packet_capture.h"
 
-#include <arpa/inet.h>
 #include <linux/if_ether.h>
 #include <linux/if_packet.h>
 #include <net/if.h>
-#include <netinet/ip.h>
-#include <netinet/ip6.h>
 #include <poll.h>
-#include <sys/socket.h>
+#include <sys/ioctl.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <system_error>
+
+#include "lab/socket_address.h"
 
 namespace lab {
 
@@ -22,10 +19,6 @@ constexpr std::uint16_t kMarkType = 0x88B5;  // for local experiments (IEEE 802)
 constexpr int kMarkWaitMilliseconds = 10000;
 constexpr int kReceiveBytes = 8 * 1024 * 1024;
 
-[[noreturn]] void ThrowError(const char* what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
-
 sockaddr_ll LinkAddress(std::uint16_t etherType, int index) {
   sockaddr_ll address{};
   address.sll_family = AF_PACKET;
@@ -34,57 +27,28 @@ sockaddr_ll LinkAddress(std::uint16_t etherType, int index) {
   return address;
 }
 
-std::string Text(int family, const void* address) {
-  char text[INET6_ADDRSTRLEN] = "";
-  ::inet_ntop(family, address, text, sizeof text);
-  return text;
-}
-
-int TypeAt(const std::vector<std::uint8_t>& bytes, std::size_t at, int protocol) {
+// By the offsets in IP's own header.
+Packet ReadPacket(int family, const std::uint8_t* bytes) {
+  const bool isIp4 = family == AF_INET;
+  const int protocol = bytes[isIp4 ? 9 : 6];
   const bool hasType = protocol == IPPROTO_ICMP || protocol == IPPROTO_ICMPV6;
-  return hasType && at < bytes.size() ? bytes[at] : -1;
-}
-
-Packet ReadIp4(const std::vector<std::uint8_t>& bytes) {
-  iphdr header{};
-  std::memcpy(&header, bytes.data(), sizeof header);
-  return {.family = AF_INET,
-          .protocol = header.protocol,
-          .source = Text(AF_INET, &header.saddr),
-          .destination = Text(AF_INET, &header.daddr),
-          .type = TypeAt(bytes, header.ihl * 4u, header.protocol)};
-}
-
-Packet ReadIp6(const std::vector<std::uint8_t>& bytes) {
-  ip6_hdr header{};
-  std::memcpy(&header, bytes.data(), sizeof header);
-  return {.family = AF_INET6,
-          .protocol = header.ip6_nxt,
-          .source = Text(AF_INET6, &header.ip6_src),
-          .destination = Text(AF_INET6, &header.ip6_dst),
-          .type = TypeAt(bytes, sizeof header, header.ip6_nxt)};
-}
-
-bool Matches(const Packet& packet, const PacketFilter& filter) {
-  return (filter.protocol == 0 || filter.protocol == packet.protocol) &&
-         (filter.source.empty() || filter.source == packet.source) &&
-         (filter.destination.empty() || filter.destination == packet.destination) &&
-         (filter.type < 0 || filter.type == packet.type);
+  return {.protocol = protocol,
+          .source = AddressText(family, bytes + (isIp4 ? 12 : 8)),
+          .destination = AddressText(family, bytes + (isIp4 ? 16 : 24)),
+          .type = hasType ? bytes[isIp4 ? (bytes[0] & 0x0f) * 4 : 40] : -1};
 }
 
 }  // namespace
 
-PacketCapture::PacketCapture(const NetworkNamespace& place, const std::string& interfaceName) {
-  place.Run([&] {
-    index_ = static_cast<int>(::if_nametoindex(interfaceName.c_str()));
-    socket_ = FileDescriptor(::socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, htons(ETH_P_ALL)));
-    const sockaddr_ll address = LinkAddress(ETH_P_ALL, index_);
-    const auto* const bound = reinterpret_cast<const sockaddr*>(&address);
-    if (index_ == 0 || ::bind(socket_.Get(), bound, sizeof address) != 0) {
-      ThrowError(interfaceName.c_str());
-    }
-    ::setsockopt(socket_.Get(), SOL_SOCKET, SO_RCVBUFFORCE, &kReceiveBytes, sizeof kReceiveBytes);
-  });
+PacketCapture::PacketCapture(const NetworkNamespace& place, const std::string& interfaceName)
+    : socket_(place.Socket(AF_PACKET, SOCK_DGRAM, htons(ETH_P_ALL))) {
+  ifreq request{};
+  interfaceName.copy(request.ifr_name, IFNAMSIZ - 1);
+  if (::ioctl(socket_.Get(), SIOCGIFINDEX, &request) != 0) ThrowError(interfaceName);
+  index_ = request.ifr_ifindex;
+  const sockaddr_ll address = LinkAddress(ETH_P_ALL, index_);
+  if (::bind(socket_.Get(), Plain(address), sizeof address) != 0) ThrowError(interfaceName);
+  ::setsockopt(socket_.Get(), SOL_SOCKET, SO_RCVBUFFORCE, &kReceiveBytes, sizeof kReceiveBytes);
 }
 
 void PacketCapture::SendMark() {
@@ -92,39 +56,37 @@ void PacketCapture::SendMark() {
   address.sll_halen = ETH_ALEN;
   std::memset(address.sll_addr, 0xff, ETH_ALEN);
   const char nothing[ETH_ZLEN] = {};
-  const auto* const to = reinterpret_cast<const sockaddr*>(&address);
-  if (::sendto(socket_.Get(), nothing, sizeof nothing, 0, to, sizeof address) < 0) {
+  if (::sendto(socket_.Get(), nothing, sizeof nothing, 0, Plain(address), sizeof address) < 0) {
     ThrowError("sendto");
   }
-}
-
-bool PacketCapture::Keep(const std::vector<std::uint8_t>& bytes, std::uint16_t etherType) {
-  if (etherType == ETH_P_IP && bytes.size() >= sizeof(iphdr)) packets_.push_back(ReadIp4(bytes));
-  if (etherType == ETH_P_IPV6 && bytes.size() >= sizeof(ip6_hdr)) {
-    packets_.push_back(ReadIp6(bytes));
-  }
-  return etherType == kMarkType;
 }
 
 bool PacketCapture::ReadToMark() {
   pollfd waiting{socket_.Get(), POLLIN, 0};
   while (::poll(&waiting, 1, kMarkWaitMilliseconds) == 1) {
-    std::vector<std::uint8_t> bytes(2048);
+    std::uint8_t bytes[2048] = {};
     sockaddr_ll from{};
     socklen_t fromBytes = sizeof from;
-    const ssize_t size = ::recvfrom(socket_.Get(), bytes.data(), bytes.size(), 0,
-                                    reinterpret_cast<sockaddr*>(&from), &fromBytes);
-    if (size < 0) ThrowError("recvfrom");
-    bytes.resize(std::min(bytes.size(), static_cast<std::size_t>(size)));
+    if (::recvfrom(socket_.Get(), bytes, sizeof bytes, 0, reinterpret_cast<sockaddr*>(&from),
+                   &fromBytes) < 0) {
+      ThrowError("recvfrom");
+    }
     if (from.sll_pkttype == PACKET_OUTGOING) continue;
-    if (Keep(bytes, ntohs(from.sll_protocol))) return true;
+    const std::uint16_t etherType = ntohs(from.sll_protocol);
+    if (etherType == kMarkType) return true;
+    if (etherType == ETH_P_IP) packets_.push_back(ReadPacket(AF_INET, bytes));
+    if (etherType == ETH_P_IPV6) packets_.push_back(ReadPacket(AF_INET6, bytes));
   }
   return false;
 }
 
-std::size_t PacketCapture::Count(const PacketFilter& filter) const {
-  return static_cast<std::size_t>(std::ranges::count_if(
-      packets_, [&filter](const Packet& packet) { return Matches(packet, filter); }));
+std::size_t PacketCapture::Count(const Packet& wanted) const {
+  return static_cast<std::size_t>(std::ranges::count_if(packets_, [&](const Packet& packet) {
+    return (wanted.protocol == 0 || wanted.protocol == packet.protocol) &&
+           (wanted.source.empty() || wanted.source == packet.source) &&
+           (wanted.destination.empty() || wanted.destination == packet.destination) &&
+           (wanted.type < 0 || wanted.type == packet.type);
+  }));
 }
 
 }  // namespace lab

@@ -5,25 +5,16 @@
 #include <string>
 #include <vector>
 
-#include "lab/file_descriptor.h"
 #include "lab/network_namespace.h"
 
 namespace lab {
 
+// As it was seen, or as it is looked for: empty texts, no protocol and no type match everything.
 struct Packet {
-  int family = 0;    // AF_INET or AF_INET6
   int protocol = 0;  // IPPROTO_..., of the first header after IP's own
   std::string source{};
   std::string destination{};
   int type = -1;  // of an ICMP or ICMPv6 message
-};
-
-// The one that packets are counted by; empty texts and zeros match everything.
-struct PacketFilter {
-  int protocol = 0;
-  std::string source{};
-  std::string destination{};
-  int type = -1;
 };
 
 class PacketCapture {
@@ -41,13 +32,9 @@ class PacketCapture {
   bool ReadToMark();
 
   // The packets seen since Clear, as far as they have been read.
-  std::size_t Count(const PacketFilter& filter) const;
-  const std::vector<Packet>& Packets() const { return packets_; }
+  std::size_t Count(const Packet& wanted) const;
 
  private:
-  // Whether it was a mark.
-  bool Keep(const std::vector<std::uint8_t>& bytes, std::uint16_t etherType);
-
   FileDescriptor socket_;
   int index_ = 0;
   std::vector<Packet> packets_;

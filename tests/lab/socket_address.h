@@ -1,30 +1,52 @@
-// Addresses of either IP version as sockets take them.
+// Addresses of either IP version as sockets take them, and failures of system calls.
 #pragma once
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace lab {
 
-// Throws std::invalid_argument for a text that is no address of that family.
-inline sockaddr_storage SocketAddress(int family, const std::string& address,
-                                      std::uint16_t port = 0) {
+[[noreturn]] inline void ThrowError(const std::string& what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+inline int FamilyOf(const std::string& address) {
+  return address.find(':') == std::string::npos ? AF_INET : AF_INET6;
+}
+
+inline std::string AddressText(int family, const void* bytes) {
+  char text[INET6_ADDRSTRLEN] = "";
+  ::inet_ntop(family, bytes, text, sizeof text);
+  return text;
+}
+
+inline const void* AddressBytes(const sockaddr_storage& address) {
+  if (address.ss_family == AF_INET) return &reinterpret_cast<const sockaddr_in&>(address).sin_addr;
+  return &reinterpret_cast<const sockaddr_in6&>(address).sin6_addr;
+}
+
+// Throws std::invalid_argument for a text that is no address.
+inline sockaddr_storage SocketAddress(const std::string& address, std::uint16_t port = 0) {
   sockaddr_storage storage{};
-  storage.ss_family = static_cast<sa_family_t>(family);
-  auto& ip4 = reinterpret_cast<sockaddr_in&>(storage);
-  auto& ip6 = reinterpret_cast<sockaddr_in6&>(storage);
-  void* const bytes = family == AF_INET ? static_cast<void*>(&ip4.sin_addr) : &ip6.sin6_addr;
-  if (::inet_pton(family, address.c_str(), bytes) != 1) throw std::invalid_argument(address);
-  ip4.sin_port = htons(port);  // the port lies at the same place in both
+  storage.ss_family = static_cast<sa_family_t>(FamilyOf(address));
+  void* const bytes = const_cast<void*>(AddressBytes(storage));
+  if (::inet_pton(storage.ss_family, address.c_str(), bytes) != 1) {
+    throw std::invalid_argument(address);
+  }
+  // The port lies at the same place in both.
+  reinterpret_cast<sockaddr_in&>(storage).sin_port = htons(port);
   return storage;
 }
 
-inline const sockaddr* Plain(const sockaddr_storage& address) {
+template <class Address>
+const sockaddr* Plain(const Address& address) {
   return reinterpret_cast<const sockaddr*>(&address);
 }
 

@@ -14,32 +14,20 @@ class EventLogTest : public testing::Test {
   EventLog events_;
 };
 
-TEST_F(EventLogTest, TheServiceWritesInformationUnderItsName) {
+TEST_F(EventLogTest, LinesAreInformationOfTheServiceOrPrintedAndSignsStandForThemselves) {
   events_.SetRunningAsService(true);
-  events_.LogEvent(L"Service started");
-  ASSERT_EQ(machine_.Events().size(), 1u);
+  events_.LogEvent(L"%s%n%ls 100%");
+  events_.LogEvent(std::wstring(1000, L'x'));
+  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"%s%n%ls 100%", std::wstring(255, L'x')));
   const platform::LoggedEvent event = machine_.Events().front();
   EXPECT_EQ(event.source, L"qgserv");
   EXPECT_EQ(event.type, EVENTLOG_INFORMATION_TYPE);
   EXPECT_EQ(event.id, 0u);
-  EXPECT_EQ(event.text, L"Service started");
-}
-
-TEST_F(EventLogTest, SignsOfFormatsStandForThemselves) {
-  events_.SetRunningAsService(true);
-  events_.LogEvent(L"%s%n%ls 100%");
-  EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"%s%n%ls 100%"));
 
   events_.SetRunningAsService(false);
   testing::internal::CaptureStdout();
   events_.LogEvent(L"%s%n%ls 100%");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "%s%n%ls 100%\n");
-}
-
-TEST_F(EventLogTest, ALongTextIsCut) {
-  events_.SetRunningAsService(true);
-  events_.LogEvent(std::wstring(1000, L'x'));
-  EXPECT_THAT(machine_.EventTexts(), ElementsAre(std::wstring(255, L'x')));
 }
 
 TEST_F(EventLogTest, AnExceptionIsToldByItsText) {

@@ -34,9 +34,25 @@ class ServiceTest : public testing::Test {
     return rows;
   }
 
+  // What the statement fails with; empty when it does not.
+  std::wstring Failure(const std::wstring& sql) {
+    try {
+      Execute(sql);
+      return {};
+    } catch (const DBerror& error) {
+      return error.Message();
+    }
+  }
+
   // A user of the table, with the defaults of a new one.
   void AddUser(LogonSystem system, const std::wstring& name) {
     EXPECT_TRUE(User(name).Save(UserTableOf(system), objects_.GetDatabase()));
+  }
+  // Anna is the one who is logged on to Windows, and a user of that system.
+  void AddWindowsUser() {
+    AddUser(LogonSystem::kWindows, L"Anna");
+    Execute(L"CREATE TABLE WlNpData (Key, Value);");
+    Execute(L"INSERT INTO WlNpData VALUES ('UserName', 'Anna');");
   }
   // Empty when nobody is logged on.
   std::wstring LoggedOn() {

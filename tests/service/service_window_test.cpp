@@ -22,16 +22,14 @@ class ServiceWindowTest : public ServiceTest {
   // One user for each system, who is logged on to Windows as well.
   void Prepare(const wchar_t* system, const wchar_t* firstStart = L"0") {
     Set(SettingKey::kLogonSystem, system);
-    Set(SettingKey::kFirstStart, firstStart);
+    if (firstStart != nullptr) Set(SettingKey::kFirstStart, firstStart);
     AddUser(LogonSystem::kNone, L"User");
-    AddUser(LogonSystem::kWindows, L"Anna");
     AddUser(LogonSystem::kQuillgate, L"Bo");
-    Execute(L"CREATE TABLE WlNpData (Key, Value);");
-    Execute(L"INSERT INTO WlNpData VALUES ('UserName', 'Anna');");
+    AddWindowsUser();
   }
-  bool Start() {
+  void Start() {
     objects_.BeginSession();
-    return window_.Create();
+    ASSERT_TRUE(window_.Create());
   }
   LRESULT Send(UINT message, WPARAM wParam) {
     return ::SendMessageW(window_.Window(), message, wParam, 0);
@@ -45,7 +43,7 @@ class ServiceWindowTest : public ServiceTest {
 
 struct Start {
   const wchar_t* system;
-  const wchar_t* firstStart;
+  const wchar_t* firstStart;  // null: not set yet
   const wchar_t* loggedOn;
 };
 
@@ -53,31 +51,25 @@ class ServiceStartTest : public ServiceWindowTest, public testing::WithParamInte
 
 TEST_P(ServiceStartTest, OnlyTheSystemsWithoutALogonLogOnByThemselves) {
   Prepare(GetParam().system, GetParam().firstStart);
-  const bool first = GetParam().firstStart == std::wstring(L"1");
-  ASSERT_TRUE(Start());
+  const bool first = Setting(SettingKey::kFirstStart) != L"0";
+  Start();
   EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
   EXPECT_EQ(objects_.Session().IsOnline(), !LoggedOn().empty());
   EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
   EXPECT_EQ(std::ranges::count(machine_.EventTexts(), kWelcome), first ? 1 : 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Systems, ServiceStartTest,
-    testing::Values(Start{L"NONE", L"1", L"User"}, Start{L"NONE", L"0", L"User"},
-                    Start{L"WINDOWS", L"1", L"Anna"}, Start{L"WINDOWS", L"0", L"Anna"},
-                    Start{L"windows", L"0", L"User"}, Start{L"QUILLGATE", L"1", L""},
-                    Start{L"QUILLGATE", L"0", L""}));
-
-TEST_F(ServiceWindowTest, TheFirstStartIsTheOneWithoutTheSetting) {
-  ASSERT_TRUE(Start());
-  EXPECT_THAT(machine_.EventTexts(), Contains(kWelcome));
-  EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
-}
+constexpr struct Start kStarts[] = {
+    {L"NONE", nullptr, L"User"},   {L"NONE", L"1", L"User"},    {L"NONE", L"0", L"User"},
+    {L"WINDOWS", L"1", L"Anna"},   {L"WINDOWS", L"0", L"Anna"}, {L"windows", L"0", L"User"},
+    {L"Quillgate", L"0", L"User"}, {L"QUILLGATE", L"1", L""},   {L"QUILLGATE", L"0", L""},
+};
+INSTANTIATE_TEST_SUITE_P(Systems, ServiceStartTest, testing::ValuesIn(kStarts));
 
 TEST_F(ServiceWindowTest, ASessionThatACrashLeftIsRecoveredBeforeAnyoneLogsOn) {
   Prepare(L"NONE");
   MirrorSession();
-  ASSERT_TRUE(Start());
+  Start();
   EXPECT_THAT(Query(L"SELECT User, Seconds FROM ConnLog;"), ElementsAre(DbRow{L"Anna", L"20"}));
   EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), IsEmpty());
 }
@@ -86,7 +78,7 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
   Prepare(L"NONE");
   Execute(L"DROP TABLE ConnLog;");
   Execute(L"DROP TABLE CrashLog;");
-  ASSERT_TRUE(Start());
+  Start();
   EXPECT_FALSE(objects_.Session().IsOnline());
   EXPECT_THAT(machine_.EventTexts(), Contains(L"Database error: no such table: ConnLog"));
 }
@@ -94,15 +86,20 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
 TEST_F(ServiceWindowTest, AMissingHookIsToldWithItsError) {
   Prepare(L"NONE");
   hook_->FailOpenWith(ERROR_ACCESS_DENIED);
-  ASSERT_TRUE(Start());
+  Start();
   EXPECT_THAT(machine_.EventTexts(),
               Contains(L"The IP filter hook driver is not available, so traffic cannot be blocked. "
                        L"Error=5"));
 }
 
-TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSession) {
+TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSessionAndOtherPowerEventsAreTheSystems) {
   Prepare(L"NONE");
-  ASSERT_TRUE(Start());
+  Start();
+  for (const WPARAM event : {1, 2, 3, 5, 8, 18}) {
+    EXPECT_EQ(Send(WM_POWERBROADCAST, event),
+              ::DefWindowProcW(window_.Window(), WM_POWERBROADCAST, event, 0));
+    EXPECT_EQ(LoggedOn(), L"User") << event;
+  }
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMQUERYSUSPEND), TRUE);
   EXPECT_EQ(LoggedOn(), L"User");
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMSUSPEND), TRUE);
@@ -114,7 +111,7 @@ TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSession) {
 
 TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
   Prepare(L"NONE");
-  ASSERT_TRUE(Start());
+  Start();
   MirrorSession();
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMECRITICAL), TRUE);
   EXPECT_THAT(Query(L"SELECT User FROM ConnLog ORDER BY rowid;"),
@@ -123,19 +120,9 @@ TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
   EXPECT_TRUE(objects_.Session().IsOnline());
 }
 
-TEST_F(ServiceWindowTest, OtherPowerEventsAreTheSystems) {
-  Prepare(L"NONE");
-  ASSERT_TRUE(Start());
-  for (const WPARAM event : {1, 2, 3, 5, 8, 18}) {
-    EXPECT_EQ(Send(WM_POWERBROADCAST, event),
-              ::DefWindowProcW(window_.Window(), WM_POWERBROADCAST, event, 0));
-    EXPECT_EQ(LoggedOn(), L"User") << event;
-  }
-}
-
 TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
   Prepare(L"NONE");
-  ASSERT_TRUE(Start());
+  Start();
   for (const WPARAM reason : {1, 3, 4, 5, 6, 7, 8})
     Send(WM_WTSSESSION_CHANGE, reason);
   EXPECT_EQ(LoggedOn(), L"User");
@@ -147,21 +134,20 @@ TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
   EXPECT_EQ(LoggedOn(), L"");
 }
 
-// What the session notifications' library was called with.
-struct Notifications {
-  HWND registered = nullptr;
-  DWORD flags = 0;
-  HWND unregistered = nullptr;
-};
-Notifications notifications;
+// Where the session notifications go, and until when.
+struct {
+  HWND window;
+  DWORD flags;
+  HWND left;
+} notified;
 
 BOOL WINAPI Register(HWND window, DWORD flags) {
-  notifications.registered = window;
-  notifications.flags = flags;
+  notified.window = window;
+  notified.flags = flags;
   return TRUE;
 }
 BOOL WINAPI Unregister(HWND window) {
-  notifications.unregistered = window;
+  notified.left = window;
   return TRUE;
 }
 
@@ -174,16 +160,15 @@ TEST_F(ServiceWindowTest, SessionNotificationsLastAsLongAsTheWindow) {
       exports["WTSUnRegisterSessionNotification"] = reinterpret_cast<FARPROC>(Unregister);
     }
     platform::RegisterBuiltInModule(L"wtsapi32.dll", exports);
-    notifications = {};
-    HWND handle = nullptr;
-    {
-      ServiceWindow window(objects_);
-      ASSERT_TRUE(window.Create());
-      handle = window.Window();
-    }
-    EXPECT_EQ(notifications.registered, complete ? handle : nullptr);
-    EXPECT_EQ(notifications.unregistered, complete ? handle : nullptr);
-    EXPECT_EQ(notifications.flags, complete ? 1u : 0u);
+    notified = {};
+    std::optional<ServiceWindow> window(objects_);
+    ASSERT_TRUE(window->Create());
+    const HWND expected = complete ? window->Window() : nullptr;
+    EXPECT_EQ(notified.window, expected);
+    EXPECT_EQ(notified.flags, complete ? 1u : 0u);
+    EXPECT_EQ(notified.left, nullptr);
+    window.reset();
+    EXPECT_EQ(notified.left, expected);
     platform::UnregisterBuiltInModule(L"wtsapi32.dll");
   }
 }

@@ -1,67 +1,105 @@
 #include "system/crossings.h"
 
+#include <sched.h>
+
+#include <cstring>
+#include <stdexcept>
+
 #include "lab/raw_packet.h"
 
 namespace leaks {
 
 using lab::Conversation;
+using lab::kIp4;
+using lab::kIp6;
 
-Crossings::Crossings(lab::NetworkLab& machines, const lab::Addresses& ip, lab::Protocol protocol)
-    : lab_(machines),
-      ip_(ip),
-      protocol_(protocol),
-      hostRuns_(protocol, ip.family, Host(), Server()),
-      clientRuns_(protocol, ip.family, Client(), Server()) {}
-
-bool Crossings::Establish() {
-  return hostRuns_.Establish() && clientRuns_.Establish();
+Crossings::Crossings(lab::NetworkLab& machines) : lab_(machines) {
+  constexpr const char* kNames[] = {"TCP", "UDP", "ICMP"};
+  for (const lab::Addresses* ip : {&kIp4, &kIp6}) {
+    for (const lab::Protocol protocol : lab::kProtocols) {
+      const std::string name = kNames[static_cast<int>(protocol)];
+      Kind& kind = kinds_.emplace_back(Kind{.name = name + (ip == &kIp4 ? "/IPv4 " : "/IPv6 "),
+                                            .ip = *ip,
+                                            .protocol = protocol,
+                                            .host = {&lab_.Host(), ip->hostOutside},
+                                            .client = {&lab_.Client(), ip->client},
+                                            .server = {&lab_.Internet(), ip->server}});
+      if (!kind.hostRuns.Establish() || !kind.clientRuns.Establish()) {
+        throw std::runtime_error("not established: " + kind.name);
+      }
+    }
+  }
 }
 
 std::map<std::string, std::size_t> Crossings::Try() {
   Across across;
-  TryRunning(across);
-  TryNew(across);
+  for (Kind& kind : kinds_) {
+    TryRunning(kind, across);
+    TryNew(kind, across);
+  }
   return across;
 }
 
-std::size_t Crossings::Sent(Conversation& conversation, Sending send,
-                            const lab::PacketCapture& capture, const char* from, const char* to) {
+std::size_t Crossings::Sent(Conversation& talk, Sending send, const char* from, const char* to) {
   lab_.Forget();
-  (conversation.*send)();
+  (talk.*send)();
   lab_.Settle();
-  return capture.Count({.protocol = conversation.IpProtocol(), .source = from, .destination = to});
+  const lab::Packet sent{.protocol = talk.IpProtocol(), .source = from, .destination = to};
+  return lab_.AtInternet().Count(sent) + lab_.AtClient().Count(sent);
 }
 
-void Crossings::TryRunning(Across& across) {
-  across["running, out of the host"] =
-      Sent(hostRuns_, &Conversation::SendForth, lab_.AtInternet(), ip_.hostOutside, ip_.server);
-  across["running, out of the client"] =
-      Sent(clientRuns_, &Conversation::SendForth, lab_.AtInternet(), ip_.client, ip_.server);
-  across["running, into the client"] =
-      Sent(clientRuns_, &Conversation::SendBack, lab_.AtClient(), ip_.server, ip_.client);
+void Crossings::TryRunning(Kind& kind, Across& across) {
+  const auto& [client, inside, host, router, server] = kind.ip;
+  const auto forth = &Conversation::SendForth;
+  across[kind.name + "running, out of the host"] = Sent(kind.hostRuns, forth, host, server);
+  across[kind.name + "running, out of the client"] = Sent(kind.clientRuns, forth, client, server);
+  across[kind.name + "running, into the client"] =
+      Sent(kind.clientRuns, &Conversation::SendBack, server, client);
   // What the host received tells of the way in; an answer would tell of the way out as well.
-  hostRuns_.TakeBack();
-  hostRuns_.SendBack();
+  kind.hostRuns.TakeBack();
+  kind.hostRuns.SendBack();
   lab_.Settle();
-  across["running, into the host"] = static_cast<std::size_t>(hostRuns_.TakeBack());
+  across[kind.name + "running, into the host"] = static_cast<std::size_t>(kind.hostRuns.TakeBack());
 }
 
-void Crossings::TryNew(Across& across) {
-  const int family = ip_.family;
-  Conversation outOfHost(protocol_, family, Host(), Server());
-  across["new, out of the host"] =
-      Sent(outOfHost, &Conversation::Begin, lab_.AtInternet(), ip_.hostOutside, ip_.server);
-  Conversation outOfClient(protocol_, family, Client(), Server());
-  across["new, out of the client"] =
-      Sent(outOfClient, &Conversation::Begin, lab_.AtInternet(), ip_.client, ip_.server);
-  Conversation intoClient(protocol_, family, Server(), Client());
-  across["new, into the client"] =
-      Sent(intoClient, &Conversation::Begin, lab_.AtClient(), ip_.server, ip_.client);
-  lab::RawListener atHost(lab_.Host(), family, outOfHost.IpProtocol());
-  Conversation intoHost(protocol_, family, Server(), Host());
+void Crossings::TryNew(const Kind& kind, Across& across) {
+  const auto& [client, inside, host, router, server] = kind.ip;
+  const auto begin = &Conversation::Begin;
+  Conversation outOfHost(kind.protocol, kind.host, kind.server);
+  across[kind.name + "new, out of the host"] = Sent(outOfHost, begin, host, server);
+  Conversation outOfClient(kind.protocol, kind.client, kind.server);
+  across[kind.name + "new, out of the client"] = Sent(outOfClient, begin, client, server);
+  Conversation intoClient(kind.protocol, kind.server, kind.client);
+  across[kind.name + "new, into the client"] = Sent(intoClient, begin, server, client);
+  lab::RawListener atHost(lab_.Host(), server, outOfHost.IpProtocol());
+  Conversation intoHost(kind.protocol, kind.server, kind.host);
   intoHost.Begin();
   lab_.Settle();
-  across["new, into the host"] = static_cast<std::size_t>(atHost.Take(ip_.server));
+  across[kind.name + "new, into the host"] = static_cast<std::size_t>(atHost.Take());
+}
+
+Flood::Flood(lab::NetworkLab& machines)
+    : lab_(machines),
+      talk_(lab::Protocol::kUdp, {&lab_.Host(), kIp4.hostOutside},
+            {&lab_.Internet(), kIp4.server}) {
+  if (!talk_.Establish()) throw std::runtime_error("the server cannot be reached");
+}
+
+void Flood::Begin(std::chrono::microseconds pause) {
+  sender_ = std::jthread([this, pause](const std::stop_token& stop) {
+    cpu_set_t all;
+    std::memset(&all, 0xff, sizeof all);
+    ::sched_setaffinity(0, sizeof all, &all);
+    for (; !stop.stop_requested(); ++sent_) {
+      talk_.SendForth();
+      std::this_thread::sleep_for(pause);
+    }
+  });
+}
+
+std::size_t Flood::Arrived() {
+  lab_.Settle();
+  return lab_.AtInternet().Count({.destination = kIp4.server});
 }
 
 }  // namespace leaks

@@ -1,44 +1,78 @@
 // Every way across the host, and what gets through on it.
 #pragma once
 
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <map>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "lab/conversation.h"
 #include "lab/network_lab.h"
 
 namespace leaks {
 
-// The ways of one protocol: by the host itself and by the client behind it, out and in, in
-// conversations that begin now and in ones that have been running.
+// TCP, UDP and ICMP over both IP versions: by the host itself and by the client behind it, out and
+// in, in conversations that begin now and in ones that have been running.
 class Crossings {
  public:
-  Crossings(lab::NetworkLab& machines, const lab::Addresses& ip, lab::Protocol protocol);
-
-  // Starts the conversations that run from now on; whether both ends hear of each other.
-  bool Establish();
+  // Starts the conversations that run from now on; throws std::runtime_error when two ends do not
+  // hear of each other.
+  explicit Crossings(lab::NetworkLab& machines);
 
   // One try each: the packets that got across, by the way they took.
   std::map<std::string, std::size_t> Try();
 
  private:
+  struct Kind {
+    std::string name;
+    const lab::Addresses& ip;
+    lab::Protocol protocol;
+    lab::End host, client, server;
+    lab::Conversation hostRuns{protocol, host, server};
+    lab::Conversation clientRuns{protocol, client, server};
+  };
   using Across = std::map<std::string, std::size_t>;
   using Sending = void (lab::Conversation::*)();
 
-  lab::End Host() const { return {&lab_.Host(), ip_.hostOutside}; }
-  lab::End Client() const { return {&lab_.Client(), ip_.client}; }
-  lab::End Server() const { return {&lab_.Internet(), ip_.server}; }
-  void TryRunning(Across& across);
-  void TryNew(Across& across);
-  std::size_t Sent(lab::Conversation& conversation, Sending send, const lab::PacketCapture& capture,
-                   const char* from, const char* to);
+  void TryRunning(Kind& kind, Across& across);
+  void TryNew(const Kind& kind, Across& across);
+  // The packets of one sending that arrive at the Internet's or at the client's end.
+  std::size_t Sent(lab::Conversation& talk, Sending send, const char* from, const char* to);
 
   lab::NetworkLab& lab_;
-  const lab::Addresses& ip_;
-  lab::Protocol protocol_;
-  lab::Conversation hostRuns_;
-  lab::Conversation clientRuns_;
+  std::vector<Kind> kinds_;
+};
+
+// What Try answers for an open gate, and for a closed one: for each of 6 kinds on 8 ways.
+inline const auto kAllCross =
+    testing::AllOf(testing::SizeIs(48), testing::Each(testing::Pair(testing::_, testing::Gt(0u))));
+inline const auto kNoneCross =
+    testing::AllOf(testing::SizeIs(48), testing::Each(testing::Pair(testing::_, 0u)));
+
+// Datagrams from the host to the server, one after the other.
+class Flood {
+ public:
+  // Has sent one and heard of the server; throws std::runtime_error when that fails.
+  explicit Flood(lab::NetworkLab& machines);
+
+  // Sends on any processor, until Stop.
+  void Begin(std::chrono::microseconds pause);
+  void Stop() { sender_ = {}; }
+
+  long Sent() const { return sent_; }
+  // How many have arrived since the lab forgot.
+  std::size_t Arrived();
+
+ private:
+  lab::NetworkLab& lab_;
+  lab::Conversation talk_;
+  std::atomic<long> sent_{0};
+  std::jthread sender_;
 };
 
 }  // namespace leaks

@@ -5,17 +5,11 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
-#include <vector>
 
+#include "lab/database_folder.h"
 #include "lab/network_namespace.h"
 
 namespace service {
-
-// A user of the WINDOWS logon system; what is not said is not limited.
-struct Account {
-  std::string name;
-  bool allowedAtAnyHour = true;
-};
 
 class InstalledService {
  public:
@@ -25,34 +19,35 @@ class InstalledService {
   InstalledService(const InstalledService&) = delete;
   InstalledService& operator=(const InstalledService&) = delete;
 
-  // From now on the user who is logged on to the system.
-  void LogOnToSystem(const Account& account);
+  // From now on the user anna is logged on to the system, who may connect at any hour or at none.
+  void LogOnToSystem(bool mayConnect);
 
   // Starts and waits until the log holds the text; false when it does not come in 20 s.
   bool Start(const std::string& awaitedText);
-  void Stop();
-  void Kill();  // SIGKILL
+  void Stop() { Must("./winsc stop qgserv"); }
+  void Kill();  // SIGKILL; returns when it counts as stopped
   // Starts it and kills it so long after its process has come to be.
   void KillWhileStarting(std::chrono::microseconds after);
 
-  // What winsc tells of the service's state.
-  std::string State() const;
   // Everything the service has logged.
-  std::string Log() const;
-  // The rows of a statement, as the stock sqlite3 prints them.
-  std::string Sql(const std::string& statement) const;
+  std::string Log() const { return lab::ReadFile(Folder() / "root/services/qgserv.log"); }
+  // What the stock sqlite3 answers.
+  std::string Sql(const std::string& statements) const;
 
-  const std::filesystem::path& ProgramFolder() const { return program_; }
-  // A command inside the namespace with the service's root; answers the exit status.
+  // Of the program, its database and its root.
+  const std::filesystem::path& Folder() const { return folder_.Path(); }
+  // Puts a file of the build beside the program.
+  void Copy(const std::string& file) const;
+  // A command in that folder and the namespace, with the service's root; answers the exit status.
   int Run(const std::string& command, std::string* output = nullptr) const;
+  // What the command printed; throws std::runtime_error with it on failure.
+  std::string Must(const std::string& command) const;
 
  private:
   int KillProcesses() const;
-  std::string Must(const std::string& command) const;
 
   const lab::NetworkNamespace& place_;
-  std::filesystem::path folder_;
-  std::filesystem::path program_;
+  lab::DatabaseFolder folder_;
 };
 
 }  // namespace service

@@ -10,6 +10,7 @@
 
 #include "lab/hook_driver.h"
 #include "lab/network_lab.h"
+#include "lab/raw_packet.h"
 
 namespace leaks {
 
@@ -30,13 +31,25 @@ class Leaks : public testing::Test {
         "nft 'add table inet tracking; add chain inet tracking seen"
         " { type filter hook prerouting priority 0; };"
         "add rule inet tracking seen ct state established counter'");
-    driver_ = std::make_unique<lab::DriverProcess>(lab_->Host());
+    StartDriver();
     ASSERT_TRUE(driver_->OpenGate());
   }
   void TearDown() override {
     if (driver_ == nullptr) return;
     driver_.reset();
     lab_->Host().Shell("nft flush ruleset");
+  }
+
+  void StartDriver() { driver_ = std::make_unique<lab::DriverProcess>(lab_->Host()); }
+
+  // How many packets like `seen` arrive when that one is sent.
+  static std::size_t Arrivals(const lab::NetworkNamespace& from, const char* interfaceName,
+                              const lab::RawPacket& sent, const lab::PacketCapture& at,
+                              const lab::Packet& seen) {
+    lab_->Forget();
+    lab::SendRaw(from, interfaceName, sent);
+    lab_->Settle();
+    return at.Count(seen);
   }
 
   inline static std::unique_ptr<lab::NetworkLab> lab_;

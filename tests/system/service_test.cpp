@@ -8,14 +8,11 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
+#include <random>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
-#include "lab/file_descriptor.h"
 #include "lab/network_lab.h"
 #include "system/crossings.h"
 #include "system/installed_service.h"
@@ -23,12 +20,11 @@
 namespace {
 
 using leaks::Crossings;
+using leaks::kAllCross;
+using leaks::kNoneCross;
 using service::InstalledService;
-using testing::Each;
-using testing::Gt;
 using testing::HasSubstr;
 using testing::Not;
-using testing::Pair;
 
 constexpr char kHourBlocked[] = "You are not allowed to connect at this hour.";
 constexpr char kEnabled[] = "Internet connection enabled";
@@ -42,41 +38,37 @@ class RealService : public testing::Test {
     service_ = std::make_unique<InstalledService>(lab_->Host());
   }
 
-  // Begins every kind of conversation anew: ones that stood still behind a closed gate have backed
+  // Every kind of conversation begins anew: ones that stood still behind a closed gate have backed
   // off too far to be of use.
-  void Establish() {
-    crossings_.clear();
-    for (const lab::Addresses* ip : {&lab::kIp4, &lab::kIp6}) {
-      for (const auto protocol : {lab::Protocol::kTcp, lab::Protocol::kUdp, lab::Protocol::kIcmp}) {
-        crossings_.push_back(std::make_unique<Crossings>(*lab_, *ip, protocol));
-        ASSERT_TRUE(crossings_.back()->Establish());
-      }
-    }
-  }
-
   void ExpectOpen(const char* when) {
-    Establish();
-    for (const auto& each : crossings_)
-      EXPECT_THAT(each->Try(), Each(Pair(testing::_, Gt(0u)))) << when;
+    crossings_ = std::make_unique<Crossings>(*lab_);
+    EXPECT_THAT(crossings_->Try(), kAllCross) << when;
   }
-  void ExpectClosed(const char* when) {
-    for (const auto& each : crossings_)
-      EXPECT_THAT(each->Try(), Each(Pair(testing::_, 0u))) << when;
+  void ExpectClosed(const char* when) { EXPECT_THAT(crossings_->Try(), kNoneCross) << when; }
+
+  void StartBlocked() {
+    service_->LogOnToSystem(false);
+    ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  }
+  void StartOpen() {
+    service_->LogOnToSystem(true);
+    ASSERT_TRUE(service_->Start(kEnabled)) << service_->Log();
   }
 
   std::unique_ptr<lab::NetworkLab> lab_;
   std::unique_ptr<InstalledService> service_;
-  std::vector<std::unique_ptr<Crossings>> crossings_;
+  std::unique_ptr<Crossings> crossings_;
 };
 
 TEST_F(RealService, TheGateFollowsTheUserThroughKillRestartAndStop) {
   ExpectOpen("before the first start");
-  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = false});
-  ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  StartBlocked();
   ExpectClosed("for a user whose hours are blocked");
   service_->Kill();
   ExpectClosed("after a kill");
-  EXPECT_THAT(service_->State(), HasSubstr("stopped"));
+  std::string state;
+  service_->Run("./winsc query qgserv", &state);
+  EXPECT_THAT(state, HasSubstr("stopped"));
   ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
   ExpectClosed("after the restart");
   service_->Stop();
@@ -84,67 +76,74 @@ TEST_F(RealService, TheGateFollowsTheUserThroughKillRestartAndStop) {
 }
 
 TEST_F(RealService, ALogonOfAnotherSystemUserSwitchesTheGateAtOnce) {
-  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = true});
-  ASSERT_TRUE(service_->Start(kEnabled)) << service_->Log();
-  std::string output;
-  ASSERT_EQ(service_->Run("./winsc control qgserv 129", &output), 0) << output;
+  StartOpen();
+  ExpectOpen("for a user who may connect");
+  service_->Must("./winsc control qgserv 129");
   ExpectClosed("after the log-off");
-  ASSERT_EQ(service_->Run("./winsc control qgserv 128", &output), 0) << output;
+  service_->Must("./winsc control qgserv 128");
   ExpectOpen("after the logon");
-  EXPECT_EQ(service_->Sql("SELECT COUNT(*) FROM ConnLog WHERE User = 'anna';"), "1\n");
+  EXPECT_EQ(service_->Sql("SELECT COUNT(*) FROM ConnLog WHERE User = 'anna';"), "1");
   service_->Stop();
 }
 
 TEST_F(RealService, RemovingItAfterAKillOpensTheGateThatNobodyElseWould) {
-  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = false});
-  ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  StartBlocked();
   service_->Kill();
-  std::string output;
-  ASSERT_EQ(service_->Run("./qgserv Uninstall", &output), 0) << output;
+  service_->Must("./qgserv Uninstall");
   ExpectOpen("after the removal");
   EXPECT_NE(service_->Run("./winsc query qgserv"), 0);
 }
 
+// Before the service knows the user it lets everything pass, at every one of its starts.
+TEST_F(RealService, KillsWhileItStartsLetNothingThroughAGateThatWasClosed) {
+  leaks::Flood flood(*lab_);
+  StartBlocked();
+  lab_->Forget();
+  flood.Begin(std::chrono::microseconds(50));
+  std::mt19937 random{std::random_device()()};
+  std::uniform_int_distribution<int> microseconds(0, 200'000);
+  for (int start = 0; start < 10; ++start) {
+    service_->Kill();
+    for (int kill = 0; kill < 2; ++kill)
+      service_->KillWhileStarting(std::chrono::microseconds(microseconds(random)));
+    ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  }
+  EXPECT_GT(flood.Sent(), 1000);
+  EXPECT_EQ(flood.Arrived(), 0u);
+  service_->Kill();
+  StartOpen();
+  for (int i = 0; i < 1000 && flood.Arrived() == 0; ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_GT(flood.Arrived(), 0u) << "the decision opens it";
+}
+
 // A display server that takes connections and never answers; its socket is in the file system, so
 // it is reached from every network namespace.
-class SilentDisplay {
- public:
-  SilentDisplay() : socket_(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    std::filesystem::create_directories(kFolder);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    Path().native().copy(address.sun_path, sizeof address.sun_path - 1);
+struct SilentDisplay {
+  SilentDisplay() {
+    std::filesystem::create_directories(path.parent_path());
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = ""};
+    path.native().copy(address.sun_path, sizeof address.sun_path - 1);
+    const auto* const bound = reinterpret_cast<const sockaddr*>(&address);
     const bool listens =
-        ::bind(socket_.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
-        ::listen(socket_.Get(), 8) == 0;
+        ::bind(socket.Get(), bound, sizeof address) == 0 && ::listen(socket.Get(), 8) == 0;
     if (!listens) throw std::runtime_error("no display");
   }
-  ~SilentDisplay() { std::filesystem::remove(Path()); }
-  SilentDisplay(const SilentDisplay&) = delete;
-  SilentDisplay& operator=(const SilentDisplay&) = delete;
+  ~SilentDisplay() { std::filesystem::remove(path); }
 
-  static std::string Name() { return ":" + std::to_string(10'000 + ::getpid()); }
-
- private:
-  static constexpr const char* kFolder = "/tmp/.X11-unix";
-  static std::filesystem::path Path() {
-    return std::filesystem::path(kFolder) / ("X" + Name().substr(1));
-  }
-  lab::FileDescriptor socket_;
+  const std::string number = std::to_string(10'000 + ::getpid());
+  const std::filesystem::path path = "/tmp/.X11-unix/X" + number;
+  const lab::FileDescriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
 };
 
 TEST_F(RealService, ADisplayThatNeverAnswersKeepsNobodyOnLineAndTheServiceStops) {
-  service_->LogOnToSystem({.name = "anna", .allowedAtAnyHour = false});
+  service_->LogOnToSystem(false);
   const SilentDisplay display;
-  const std::filesystem::path build = std::filesystem::read_symlink("/proc/self/exe").parent_path();
   for (const char* file : {"windesktop.so", "windesktop_probe"})
-    std::filesystem::copy(build / file, service_->ProgramFolder() / file);
-  std::string output;
-  ASSERT_EQ(service_->Run("export DISPLAY=" + display.Name() + "; ./winsc start qgserv", &output),
-            0)
-      << output;
+    service_->Copy(file);
+  service_->Must("export DISPLAY=:" + display.number + "; ./winsc start qgserv");
   // The first cycle has mirrored the session before the display is given up.
-  while (service_->Sql("SELECT COUNT(*) FROM CrashLog WHERE User = 'anna';") != "1\n") {
+  while (service_->Sql("SELECT COUNT(*) FROM CrashLog WHERE User = 'anna';") != "1") {
     ASSERT_THAT(service_->Log(), Not(HasSubstr("desktop cannot be reached")));
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
@@ -155,23 +154,20 @@ TEST_F(RealService, ADisplayThatNeverAnswersKeepsNobodyOnLineAndTheServiceStops)
 }
 
 TEST_F(RealService, ADatabaseThatCannotBeUsedIsNamedAndLeftAlone) {
-  const std::filesystem::path file = service_->ProgramFolder() / "quillgate.dat";
+  const std::filesystem::path file = service_->Folder() / "quillgate.dat";
   for (const char* suffix : {"", "-wal", "-shm"})
     std::filesystem::remove(file.string() + suffix);
   const std::string text = "This was a letter to my aunt, not a database of any kind.\n";
-  std::ofstream(file) << text;
+  lab::WriteFile(file, text);
   std::string output;
   EXPECT_EQ(service_->Run("./qgserv", &output), 1);
   EXPECT_THAT(output, HasSubstr("not a database"));
-  std::ostringstream kept;
-  kept << std::ifstream(file).rdbuf();
-  EXPECT_EQ(kept.str(), text);
+  EXPECT_EQ(lab::ReadFile(file), text);
 
   std::filesystem::remove(file);
   std::filesystem::create_directory(file);
   EXPECT_EQ(service_->Run("./qgserv", &output), 1);
   EXPECT_THAT(output, HasSubstr("folder"));
-  EXPECT_TRUE(std::filesystem::is_directory(file));
   EXPECT_NE(service_->Run("./winsc start qgserv", &output), 0) << "it cannot run";
 }
 

@@ -130,6 +130,12 @@ TEST_F(ServiceDesktopTest, ALogOffUnderTheDialogClosesTheGateAndTheAnswerOpensIt
     module_.HandleControl(kControlWindowsLogon);
     EXPECT_EQ(LoggedOn(), L"User") << "asks nothing, so it waits for nobody";
     EXPECT_TRUE(objects_.Session().IsOnline());
+    script.Await(
+        [this] {
+          machine_.Time().Advance(1s);
+          return Query(L"SELECT User FROM CrashLog;") == DbRows{{L"User"}};
+        },
+        "monitor's cycle under the dialog");
     module_.HandleControl(kControlWindowsLogoff);
     EXPECT_EQ(LoggedOn(), L"");
     EXPECT_FALSE(objects_.Session().IsOnline());
@@ -141,39 +147,28 @@ TEST_F(ServiceDesktopTest, ALogOffUnderTheDialogClosesTheGateAndTheAnswerOpensIt
   });
 }
 
-TEST_F(ServiceDesktopTest, TheMonitorGoesOnUnderTheDialog) {
-  AddUserWithPassword(LogonSystem::kNone, L"User", L"");
-  AddUserWithPassword(LogonSystem::kNone, L"Admin", L"secret");
-  Run([this](DesktopScript& script) {
-    AwaitStart(script);
-    LogOnFromTray(script, L"Admin");
-    script.AwaitWindow(kLogonTitle);
-    module_.HandleControl(kControlWindowsLogon);
-    script.Await(
-        [this] {
-          machine_.Time().Advance(1s);
-          return Query(L"SELECT User FROM CrashLog;") == DbRows{{L"User"}};
-        },
-        "mirrored session");
-    Stop();
-  });
-}
-
 // What is open when the stop comes, and what opens it.
 struct OpenAtStop {
+  bool firstStart;  // opens by itself
+  UINT trayClick;   // 0: the logon control opens it
   const wchar_t* system;
-  const wchar_t* user;  // there is one; null: there is none
-  UINT trayClick;       // 0: the logon control
-  const char* title;    // empty: a menu
+  const wchar_t* user;      // null: there is none
+  const wchar_t* password;  // if there is one, a logon without it opens the box over the dialog
+  const char* title;        // empty: a menu
   const wchar_t* loggedOn;
 };
 
 class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {
  protected:
-  void Open() {
-    const UINT click = GetParam().trayClick;
-    if (click == 0) return module_.HandleControl(kControlWindowsLogon);
-    ::PostMessageW(machine_.NotificationChanges().front().second.hWnd, WM_USER + 1, 0, click);
+  void Open(DesktopScript& script) {
+    if (GetParam().firstStart) return;
+    const LPARAM click = static_cast<LPARAM>(GetParam().trayClick);
+    if (click != 0) {
+      ::PostMessageW(machine_.NotificationChanges().front().second.hWnd, WM_USER + 1, 0, click);
+      return;
+    }
+    module_.HandleControl(kControlWindowsLogon);
+    if (*GetParam().password != 0) script.Click(script.AwaitWindow(kLogonTitle), IDOK);
   }
   bool IsOpen() {
     const QString title = GetParam().title;
@@ -182,57 +177,35 @@ class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<O
 };
 
 constexpr OpenAtStop kOpenAtStop[] = {
-    {L"QUILLGATE", nullptr, 0, "Add new user", L""},
-    {L"QUILLGATE", L"Anna", 0, "Quillgate - Log on", L""},
-    {L"NONE", L"User", WM_LBUTTONDBLCLK, "Connection information", L"User"},
-    {L"NONE", L"User", WM_RBUTTONUP, "", L"User"},
+    {true, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
+    {false, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
+    {false, 0, L"QUILLGATE", L"Anna", L"", "Quillgate - Log on", L""},
+    {false, 0, L"QUILLGATE", L"Anna", L"secret", "Quillgate", L""},
+    {false, WM_LBUTTONDBLCLK, L"NONE", L"User", L"", "Connection information", L"User"},
+    {false, WM_RBUTTONUP, L"NONE", L"User", L"", "", L"User"},
 };
 INSTANTIATE_TEST_SUITE_P(Open, StopTest, testing::ValuesIn(kOpenAtStop));
 
 TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
-  Set(SettingKey::kLogonSystem, GetParam().system);
+  const auto& [firstStart, trayClick, system, user, password, title, loggedOn] = GetParam();
+  Set(SettingKey::kFirstStart, firstStart ? L"1" : L"0");
+  Set(SettingKey::kLogonSystem, system);
   machine_.ShowMenus();
-  if (GetParam().user != nullptr) {
-    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), GetParam().user, L"");
+  if (user != nullptr) {
+    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), user, password);
   }
   Run([this](DesktopScript& script) {
     AwaitStart(script);
-    Open();
+    Open(script);
     script.Await([this] { return IsOpen(); }, "question");
     Stop();
   });
-  EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
+  EXPECT_EQ(LoggedOn(), loggedOn);
   EXPECT_THAT(machine_.NotificationChanges().back().first, static_cast<DWORD>(NIM_DELETE));
-  try {
-    Execute(L"DELETE FROM CrashLog;");
-    FAIL() << "the database is open";
-  } catch (const DBerror& error) {
-    EXPECT_EQ(error.Message(), L"No database open.");
-  }
-}
-
-TEST_F(ServiceDesktopTest, AStopDuringTheFirstStartsQuestionEndsTheServiceToo) {
-  Set(SettingKey::kFirstStart, L"1");
-  Set(SettingKey::kLogonSystem, L"QUILLGATE");
-  Run([this](DesktopScript& script) {
-    script.AwaitWindow(kFirstUserTitle);
-    Stop();
-  });
+  EXPECT_EQ(Failure(L"DELETE FROM CrashLog;"), L"No database open.");
+  if (user != nullptr) return;
   objects_.GetDatabase().DbOpen();
   EXPECT_THAT(Query(L"SELECT Name FROM Users_Quillgate;"), IsEmpty());
-}
-
-TEST_F(ServiceDesktopTest, AStopWithAnErrorBoxOverTheDialogEndsBoth) {
-  Set(SettingKey::kLogonSystem, L"QUILLGATE");
-  AddUserWithPassword(LogonSystem::kQuillgate, L"Anna", L"secret");
-  Run([this](DesktopScript& script) {
-    AwaitStart(script);
-    LogOnFromTray(script, L"");
-    script.Click(script.AwaitWindow(kLogonTitle), IDOK);
-    script.AwaitWindow("Quillgate");
-    Stop();
-  });
-  EXPECT_EQ(LoggedOn(), L"");
 }
 
 }  // namespace
