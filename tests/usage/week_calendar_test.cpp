@@ -46,25 +46,14 @@ class WeekCalendarTest : public testing::Test {
   platform::SimulatedMachine machine_;
 };
 
-TEST_F(WeekCalendarTest, TheLocalesMondayIsOneAndItsSundayIsSeven) {
-  for (int fromMonday = 0; fromMonday <= 6; ++fromMonday) {
-    machine_.SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), fromMonday);
-    EXPECT_EQ(WeekCalendar().GetFirstDayOfWeek(), fromMonday + 1);
-  }
-}
-
-TEST_F(WeekCalendarTest, OnlyZeroToSixCanBeSet) {
+TEST_F(WeekCalendarTest, TheWeekBeginsAsInTheLocaleUnlessZeroToSixIsSet) {
+  for (int day = 1; day <= 7; ++day)
+    EXPECT_EQ(CalendarFrom(day).GetFirstDayOfWeek(), day);  // 7: Sunday
   WeekCalendar calendar;
   for (const int day : {0, 6})
     EXPECT_EQ((calendar.SetFirstDayOfWeek(day), calendar.GetFirstDayOfWeek()), day);
   for (const int day : {-1, 7, 100})
     EXPECT_EQ((calendar.SetFirstDayOfWeek(day), calendar.GetFirstDayOfWeek()), 6);
-}
-
-TEST_F(WeekCalendarTest, MissingOutputsAreRefused) {
-  const WeekCalendar calendar;
-  EXPECT_FALSE(calendar.GetWeekOfDate({2005, 3, 14}, nullptr));
-  EXPECT_FALSE(calendar.GetFirstDateOfWeek({2005, 11}, nullptr));
 }
 
 TEST_F(WeekCalendarTest, WeeksFromMondayAreThoseOfIso8601) {
@@ -85,15 +74,13 @@ TEST_F(WeekCalendarTest, WeeksFromMondayAreThoseOfIso8601) {
   }
 }
 
-struct WeekCase {
-  int firstDay;
-  CalendarDay date;
-  CalendarWeek week;
-  CalendarDay first;  // day 0: refused
-};
-
 TEST_F(WeekCalendarTest, OtherFirstDaysHaveTheirOddities) {
-  const WeekCase cases[] = {
+  const struct {
+    int firstDay;
+    CalendarDay date;
+    CalendarWeek week;
+    CalendarDay first;  // day 0: refused
+  } cases[] = {
       {1, {2004, 8, 25}, {2004, 35}, {2004, 8, 23}},
       {1, {2004, 1, 1}, {2004, 1}, {2003, 12, 29}},
       {1, {2003, 12, 29}, {2004, 1}, {2003, 12, 29}},
@@ -106,30 +93,28 @@ TEST_F(WeekCalendarTest, OtherFirstDaysHaveTheirOddities) {
       {0, {2003, 8, 27}, {2003, 35}, {2003, 8, 24}},
       {7, {2003, 8, 27}, {2003, 35}, {2003, 8, 31}},
   };
-  for (const WeekCase& each : cases) {
+  for (const auto& each : cases) {
     WeekCalendar calendar = CalendarFrom(each.firstDay == 0 ? 7 : each.firstDay);
     calendar.SetFirstDayOfWeek(each.firstDay);  // ignores the 7 that the locale gave
-    SCOPED_TRACE(testing::Message() << each.firstDay << ": " << each.date.year << "-"
-                                    << each.date.month << "-" << each.date.day);
     CalendarWeek week{};
     CalendarDay first{};
     EXPECT_TRUE(calendar.GetWeekOfDate(each.date, &week));
-    EXPECT_EQ(week.year, each.week.year);
-    EXPECT_EQ(week.week, each.week.week);
+    EXPECT_EQ(std::pair(week.year, week.week), std::pair(each.week.year, each.week.week));
     ASSERT_EQ(calendar.GetFirstDateOfWeek(week, &first), each.first.day != 0);
     if (each.first.day == 0) continue;
-    EXPECT_EQ(first.year, each.first.year);
-    EXPECT_EQ(first.month, each.first.month);
-    EXPECT_EQ(first.day, each.first.day);
+    EXPECT_EQ(std::tuple(first.year, first.month, first.day),
+              std::tuple(each.first.year, each.first.month, each.first.day))
+        << each.firstDay << ": " << each.date.year << "-" << each.date.month;
   }
 }
 
-TEST_F(WeekCalendarTest, WeeksThatAYearDoesNotHaveAreRefused) {
+TEST_F(WeekCalendarTest, WeeksThatAYearDoesNotHaveAndMissingOutputsAreRefused) {
   const WeekCalendar calendar = CalendarFrom(1);
+  EXPECT_FALSE(calendar.GetWeekOfDate({2005, 3, 14}, nullptr));
+  EXPECT_FALSE(calendar.GetFirstDateOfWeek({2005, 11}, nullptr));
   CalendarDay first{};
-  EXPECT_TRUE(calendar.GetFirstDateOfWeek({2004, 53}, &first));
-  EXPECT_TRUE(calendar.GetFirstDateOfWeek({2009, 53}, &first));
-  EXPECT_TRUE(calendar.GetFirstDateOfWeek({1900, 1}, &first));
+  for (const CalendarWeek& week : {CalendarWeek{2004, 53}, {2009, 53}, {1900, 1}})
+    EXPECT_TRUE(calendar.GetFirstDateOfWeek(week, &first)) << week.year << " " << week.week;
   for (const CalendarWeek& week :
        {CalendarWeek{2005, 53}, {2004, 54}, {2004, 0}, {2004, -1}, {1899, 10}})
     EXPECT_FALSE(calendar.GetFirstDateOfWeek(week, &first)) << week.year << " " << week.week;
