@@ -35,8 +35,8 @@ TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
     Count(kMegabyte + 1, 0);
     for (const auto& each : cases) {
       BlockHour(kThisHour, each.hourBlocked);
-      LimitTime({each.timeUsed, 1, LimitPeriod::kDay});
-      LimitDownload({each.downloadUsed, 1, LimitPeriod::kDay});
+      LimitTime(each.timeUsed, 1);
+      LimitDownload(each.downloadUsed, 1);
       EXPECT_EQ(Check(), each.expected) << each.text << administrator;
       EXPECT_EQ(session_->ReasonText(Check()), each.text);
     }
@@ -44,8 +44,8 @@ TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
 }
 
 TEST_F(AccessRulesTest, ALimitOfOnesOwnTimeAndDownloadsMustBeExceeded) {
-  LimitMinutes(60);
-  LimitDownload({true, 10, LimitPeriod::kDay});
+  LimitTime(true, 60);
+  LimitDownload(true, 10);
   Insert(L"ConnLog", {L"Anna", L"3000", L"99999999", L"485760", L"2005-03-14 08:00:00"});
   Insert(L"ConnLog", {L"Bo", L"9000", L"0", L"99999999", L"2005-03-14 08:00:00"});
   LogOn();
@@ -60,19 +60,19 @@ TEST_F(AccessRulesTest, ALimitOfOnesOwnTimeAndDownloadsMustBeExceeded) {
 }
 
 TEST_F(AccessRulesTest, ALimitOf4096MegabytesIsNoneAndUsagePast32BitsIsNotCut) {
-  LimitDownload({true, 4096, LimitPeriod::kDay});
+  LimitDownload(true, 4096);
   LogOn();
   EXPECT_EQ(Check(), AccessReason::kAllowed);
   Count(1, 0);
   EXPECT_EQ(Check(), AccessReason::kDownloadUsedUp);
-  LimitDownload({true, 10, LimitPeriod::kDay});
+  LimitDownload(true, 10);
   Count(0x1'0000'0000, 0);
   EXPECT_EQ(session_->BytesLeft(), 0u);
 }
 
 TEST_F(AccessRulesTest, WhatIsLeftIsToldAlsoForALimitThatIsOff) {
-  LimitTime({false, 10, LimitPeriod::kDay});
-  LimitDownload({false, 2, LimitPeriod::kDay});
+  LimitTime(false, 10);
+  LimitDownload(false, 2);
   LogOn();
   Pass(541s);
   Count(kMegabyte + 1, 0);
@@ -100,8 +100,8 @@ TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
   };
   logon_.LogOn({});
   for (const auto& [period, seconds] : kSeconds) {
-    LimitTime({false, 1, period});
-    LimitDownload({false, 1, period});
+    LimitTime(false, 1, period);
+    LimitDownload(false, 1, period);
     session_->Reevaluate();
     EXPECT_EQ(60 - session_->TimeLeft(), seconds);
     EXPECT_EQ(kMegabyte - session_->BytesLeft(), seconds * 10);
@@ -109,7 +109,7 @@ TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
 }
 
 TEST_F(AccessRulesTest, APeriodThatEndsIsNoticedAtTheNextRefreshOnly) {
-  LimitMinutes(10);
+  LimitTime(true, 10);
   InsertSession(L"300", L"0", L"2005-03-14 08:00:00");
   machine_.Time().SetLocalTime(2005, 3, 14, 23, 59, 50);
   LogOn();

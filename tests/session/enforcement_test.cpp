@@ -61,7 +61,7 @@ TEST_F(EnforcementTest, TheGateIsClosedForNobodyAndNoSessionIsWritten) {
 }
 
 TEST_F(EnforcementTest, ALimitThatIsReachedWritesTheSessionClosesTheGateAndSaysWhy) {
-  LimitMinutes(60);
+  LimitTime(true, 60);
   LogOn();
   Pass(3601s);
   Count(65536, 1000);
@@ -105,18 +105,18 @@ TEST_F(EnforcementTest, AReplacedLimitIsJudgedByTheNextCycleAlsoIfItIsOfAnotherP
   InsertSession(L"7200", L"0", L"2005-03-01 08:00:00");
   LogOn();
   Pass(61s);
-  const std::pair<User::Limit, bool> cases[] = {{{true, 1, LimitPeriod::kDay}, false},
-                                                {{true, 60, LimitPeriod::kDay}, true},
-                                                {{true, 60, LimitPeriod::kMonth}, false},
-                                                {{true, 180, LimitPeriod::kMonth}, true}};
-  for (const auto& [limit, online] : cases) {
-    LimitTime(limit);
+  const std::tuple<std::int32_t, LimitPeriod, bool> cases[] = {{1, LimitPeriod::kDay, false},
+                                                               {60, LimitPeriod::kDay, true},
+                                                               {60, LimitPeriod::kMonth, false},
+                                                               {180, LimitPeriod::kMonth, true}};
+  for (const auto& [minutes, period, online] : cases) {
+    LimitTime(true, minutes, period);
     session_->RunEnforcementCycle();
-    EXPECT_EQ(session_->IsOnline(), online) << limit.amount;
+    EXPECT_EQ(session_->IsOnline(), online) << minutes;
   }
   // Totals of the other period that cannot be read keep no gate open.
   BreakLog();
-  LimitTime({true, 180, LimitPeriod::kDay});
+  LimitTime(true, 180);
   EXPECT_THROW(session_->RunEnforcementCycle(), DBerror);
   EXPECT_TRUE(session_->IsOnline()) << "judged by the last ones";
   BlockHour(kThisHour);
@@ -125,12 +125,12 @@ TEST_F(EnforcementTest, AReplacedLimitIsJudgedByTheNextCycleAlsoIfItIsOfAnotherP
 }
 
 TEST_F(EnforcementTest, AUserIsNeverJudgedHalfReplaced) {
-  LimitTime({false, 0, LimitPeriod::kDay});
+  LimitTime(false, 0);
   LogOn();
   Pass(1s);
   std::thread page([this] {
     for (int i = 0; i < 2000; ++i)
-      LimitTime({i % 2 == 0, i % 2 == 0 ? 60 : 0, LimitPeriod::kDay});
+      LimitTime(i % 2 == 0, i % 2 == 0 ? 60 : 0);
   });
   for (int i = 0; i < 2000; ++i)
     EXPECT_EQ(session_->CheckAccess(false), AccessReason::kAllowed);
@@ -181,7 +181,7 @@ TEST_F(EnforcementTest, TheTimeWarningObeysItsSettingsAndRoundsUp) {
       {L"YES", L"60", true, 3599, L"60"},     {L"YES", L"61", true, 3600, L"61"},
   };
   for (const auto& each : cases) {
-    LimitTime({each.limited, 60, LimitPeriod::kDay});
+    LimitTime(each.limited, 60);
     if (each.on != nullptr) {
       settings_.SetSetting(SettingKey::kTimeWarnings, each.on);
       settings_.SetSetting(SettingKey::kTimeWarningMinutes, each.threshold);
@@ -211,7 +211,7 @@ TEST_F(EnforcementTest, TheDownloadWarningObeysItsSettingsAndRoundsDown) {
       {L"YES", L"10", 10 * kMegabyte + 1, L"9"},   {L"YES", L"10", 20 * kMegabyte, L"0"},
       {L"YES", L"4096", 20 * kMegabyte, nullptr},  // wraps to none
   };
-  LimitDownload({true, 20, LimitPeriod::kDay});
+  LimitDownload(true, 20);
   for (const auto& each : cases) {
     if (each.on != nullptr) {
       settings_.SetSetting(SettingKey::kDownloadWarnings, each.on);
@@ -228,7 +228,7 @@ TEST_F(EnforcementTest, TheDownloadWarningObeysItsSettingsAndRoundsDown) {
 }
 
 TEST_F(EnforcementTest, WithoutATotalTheGateClosesByTheLastOneAndTheSessionIsNotLost) {
-  LimitMinutes(1);
+  LimitTime(true, 1);
   LogOn();
   BreakLog();
   EXPECT_THROW(session_->Reevaluate(), DBerror);
@@ -249,7 +249,7 @@ TEST_F(EnforcementTest, WithoutATotalTheGateClosesByTheLastOneAndTheSessionIsNot
 }
 
 TEST_F(EnforcementTest, TimeThatCouldNotBeWrittenIsNotGivenAgainAndWrittenLater) {
-  LimitMinutes(1);
+  LimitTime(true, 1);
   LogOn();
   Pass(30s);
   BreakWritesTo(L"ConnLog");
@@ -271,7 +271,7 @@ TEST_F(EnforcementTest, TimeThatCouldNotBeWrittenIsNotGivenAgainAndWrittenLater)
 }
 
 TEST_F(EnforcementTest, SessionsOfLessThanASecondAddUp) {
-  LimitMinutes(1);
+  LimitTime(true, 1);
   int sessions = 0;
   for (LogOn(); session_->IsOnline() && sessions < 200; logon_.LogOn({}), ++sessions) {
     Pass(999ms);
@@ -287,7 +287,7 @@ TEST_F(EnforcementTest, SessionsOfLessThanASecondAddUp) {
 
 TEST_F(EnforcementTest, TheGateClosesAndTheSessionIsMeasuredBeforeALockedDatabaseIsAsked) {
   settings_.SetSetting(SettingKey::kLocalTrafficAllowed, kYes);
-  LimitMinutes(1);
+  LimitTime(true, 1);
   LogOn();
   session_->RunEnforcementCycle();
   Pass(61s);

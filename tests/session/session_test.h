@@ -28,12 +28,11 @@ class SessionTest : public WithSession<ProgramTest> {
     edit(anna);
     ASSERT_TRUE(users_->Replace(std::move(anna)));
   }
-  void LimitTime(const User::Limit& limit) {
-    Edit([&](User& anna) { anna.SetTimeLimit(limit); });
+  void LimitTime(bool enabled, std::int32_t minutes, LimitPeriod period = LimitPeriod::kDay) {
+    Edit([&](User& anna) { anna.SetTimeLimit({enabled, minutes, period}); });
   }
-  void LimitMinutes(std::int32_t minutes) { LimitTime({true, minutes, LimitPeriod::kDay}); }
-  void LimitDownload(const User::Limit& limit) {
-    Edit([&](User& anna) { anna.SetDownloadLimit(limit); });
+  void LimitDownload(bool enabled, std::int32_t megabytes, LimitPeriod period = LimitPeriod::kDay) {
+    Edit([&](User& anna) { anna.SetDownloadLimit({enabled, megabytes, period}); });
   }
   void BlockHour(std::size_t hour, bool blocked = true) {
     HoursTable hours{};
