@@ -40,31 +40,26 @@ class TrayIconTest : public testing::Test {
   RecordingTrayIcon icon_;
 };
 
-TEST_F(TrayIconTest, IsAddedHiddenUntilItIsShown) {
-  const auto changes = machine_.NotificationChanges();
-  ASSERT_EQ(changes.size(), 1u);
-  EXPECT_EQ(changes[0].first, NIM_ADD);
-  const NOTIFYICONDATAW& record = changes[0].second;
-  EXPECT_EQ(record.cbSize, offsetof(NOTIFYICONDATAW, guidItem));
-  EXPECT_EQ(record.uFlags, 0x1Du);
-  EXPECT_EQ(record.uCallbackMessage, 0x401u);
-  EXPECT_EQ(record.uTimeout, 10000u);
-  EXPECT_EQ(record.dwState & record.dwStateMask, NIS_HIDDEN);
-  EXPECT_TRUE(icon_.ShowIcon());
-  EXPECT_EQ(Shown().dwState, 0u);
-  EXPECT_EQ(Shown().dwStateMask, NIS_HIDDEN);
-}
-
-TEST_F(TrayIconTest, GoesWithItsObjectAlone) {
+TEST_F(TrayIconTest, IsHiddenUntilItIsShownAndGoesWithItsObject) {
   HWND window = nullptr;
   {
-    TrayIcon other;
-    window = other.Window();
-    EXPECT_TRUE(platform::NotificationIcon(window, 0).has_value());
+    TrayIcon icon;
+    window = icon.Window();
+    const auto [change, record] = machine_.NotificationChanges().back();
+    EXPECT_EQ(change, NIM_ADD);
+    EXPECT_EQ(record.cbSize, offsetof(NOTIFYICONDATAW, guidItem));
+    EXPECT_EQ(record.uFlags, 0x1Du);
+    EXPECT_EQ(record.uCallbackMessage, 0x401u);
+    EXPECT_EQ(record.uTimeout, 10000u);
+    EXPECT_EQ(record.dwState & record.dwStateMask, NIS_HIDDEN);
+    EXPECT_TRUE(icon.ShowIcon());
+    const auto shown = platform::NotificationIcon(window, 0);
+    EXPECT_EQ(shown->dwState, 0u);
+    EXPECT_EQ(shown->dwStateMask, NIS_HIDDEN);
   }
   EXPECT_EQ(machine_.NotificationChanges().back().first, NIM_DELETE);
   EXPECT_FALSE(::IsWindow(window));
-  EXPECT_TRUE(platform::NotificationIcon(icon_.Window(), 0).has_value());
+  EXPECT_TRUE(platform::NotificationIcon(icon_.Window(), 0).has_value()) << "another's";
 }
 
 TEST_F(TrayIconTest, TheFormerIconLastsUntilTheNewOneIsShown) {

@@ -30,22 +30,18 @@ class AdapterListTest : public testing::Test {
     platform::SetKeyProvider(platform::kNetworkCardsPath, platform::NetworkCardKeys);
   }
 
-  static RegistryKey StoreCard(const std::wstring& key) {
-    HKEY card = nullptr;
-    const std::wstring path = std::wstring(platform::kNetworkCardsPath) + L"\\" + key;
-    EXPECT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                &card, nullptr),
-              0);
-    return RegistryKey(card);
-  }
-
-  // Without a terminator, which the registry does not ask for.
-  static void Store(const RegistryKey& card, const wchar_t* name, DWORD type,
+  // In the registry's file, without a terminator, which the registry does not ask for.
+  static void Store(const std::wstring& card, const wchar_t* name, DWORD type,
                     const std::wstring& text) {
-    EXPECT_EQ(
-        ::RegSetValueExW(card.Get(), name, 0, type, reinterpret_cast<const BYTE*>(text.data()),
-                         static_cast<DWORD>(text.size() * sizeof(wchar_t))),
-        0);
+    const std::wstring path = std::wstring(platform::kNetworkCardsPath) + L"\\" + card;
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                                &key, nullptr),
+              0);
+    const RegistryKey owned(key);
+    ASSERT_EQ(::RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(text.data()),
+                               static_cast<DWORD>(text.size() * sizeof(wchar_t))),
+              0);
   }
 
   platform::SimulatedMachine machine_;
@@ -63,15 +59,13 @@ TEST_F(AdapterListTest, CardsAreListedInTheirOrder) {
 TEST_F(AdapterListTest, ATextOfAnotherTypeOrTooLongIsUnknownAndAKeyNameTooLongEndsTheList) {
   // From now on the cards are what the registry's file holds.
   platform::SetKeyProvider(platform::kNetworkCardsPath, {});
-  const RegistryKey card = StoreCard(L"1");
-  Store(card, L"ServiceName", REG_EXPAND_SZ, L"expanded");
-  Store(card, L"Description", REG_SZ, std::wstring(L"A card\0 with more", 17));
-  StoreCard(L"2");
-  const RegistryKey longest = StoreCard(L"3");
-  Store(longest, L"ServiceName", REG_SZ, std::wstring(256, L's'));
-  Store(longest, L"Description", REG_SZ, std::wstring(257, L'd'));
-  StoreCard(L"4 name of 16 ch.");
-  StoreCard(L"5");
+  Store(L"1", L"ServiceName", REG_EXPAND_SZ, L"expanded");
+  Store(L"1", L"Description", REG_SZ, std::wstring(L"A card\0 with more", 17));
+  Store(L"2", L"Other", REG_SZ, L"");
+  Store(L"3", L"ServiceName", REG_SZ, std::wstring(256, L's'));
+  Store(L"3", L"Description", REG_SZ, std::wstring(257, L'd'));
+  Store(L"4 name of 16 ch.", L"Other", REG_SZ, L"");
+  Store(L"5", L"Other", REG_SZ, L"");
   std::vector<std::pair<std::wstring, std::wstring>> texts;
   for (const AdapterEntry& each : ListInstalledAdapters())
     texts.emplace_back(each.serviceName, each.description);
