@@ -16,9 +16,9 @@ using testing::SizeIs;
 
 class RealDatabase : public testing::Test {
  protected:
-  static DbRows Query(Database& database, const std::wstring& sql) {
+  DbRows Query(const std::wstring& sql) {
     DbRows rows;
-    database.DbQuery(sql, rows);
+    database_.DbQuery(sql, rows);
     return rows;
   }
   std::filesystem::path File(const std::string& ending = "") const {
@@ -26,10 +26,10 @@ class RealDatabase : public testing::Test {
   }
 
   platform::SimulatedMachine machine_;
+  Database database_;
 };
 
 TEST_F(RealDatabase, EveryTableHasItsColumnsInOrder) {
-  Database database;
   const std::wstring users =
       L"Name, Password, TimeLimitEnabled, TimeLimit, TimeLimitPeriod, DLLimitEnabled, DLLimit, "
       L"DLLimitPeriod, ConnectHours, Privileges";
@@ -44,7 +44,7 @@ TEST_F(RealDatabase, EveryTableHasItsColumnsInOrder) {
       {L"CrashLog", log},
   };
   for (const auto& [table, columns] : tables)
-    EXPECT_THAT(Query(database, L"SELECT sql FROM sqlite_master WHERE name = '" + table + L"';"),
+    EXPECT_THAT(Query(L"SELECT sql FROM sqlite_master WHERE name = '" + table + L"';"),
                 ElementsAre(ElementsAre(L"CREATE TABLE " + table + L" (" + columns + L")")));
 }
 
@@ -52,34 +52,30 @@ TEST_F(RealDatabase, OpeningTheFileBesideTheExecutableAgainLosesNoRow) {
   Database().DbExecute(L"INSERT INTO CrashLog VALUES ('Anna', '1', '2', '3', '');");
   EXPECT_EQ(DatabasePath(), platform::WindowsPath(File()));
   EXPECT_TRUE(std::filesystem::exists(File()));
-  Database again;
-  again.DbOpen();
-  EXPECT_THAT(Query(again, L"SELECT * FROM CrashLog;"), SizeIs(1));
+  EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), SizeIs(1));
 }
 
 TEST_F(RealDatabase, ATransactionTakesEffectWholeOrNotAtAll) {
-  Database database;
   {
-    DbTransaction transaction(database);
-    database.DbExecute(L"INSERT INTO ConnHours VALUES ('kept', '1', '2');");
+    DbTransaction transaction(database_);
+    database_.DbExecute(L"INSERT INTO ConnHours VALUES ('kept', '1', '2');");
     transaction.Commit();
   }
   {
-    DbTransaction transaction(database);
-    database.DbExecute(L"DELETE FROM ConnHours;");
+    DbTransaction transaction(database_);
+    database_.DbExecute(L"DELETE FROM ConnHours;");
   }
   {
-    DbTransaction transaction(database);
-    database.DbExecute(L"DELETE FROM ConnHours;");
-    EXPECT_THROW(database.DbExecute(L"INSERT INTO Missing VALUES ('1');"), DBerror);
+    DbTransaction transaction(database_);
+    database_.DbExecute(L"DELETE FROM ConnHours;");
+    EXPECT_THROW(database_.DbExecute(L"INSERT INTO Missing VALUES ('1');"), DBerror);
     EXPECT_THROW(transaction.Commit(), DBerror);
   }
-  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"kept")));
+  EXPECT_THAT(Query(L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"kept")));
 }
 
 TEST_F(RealDatabase, AFileThatWasReplacedOrDeletedIsReadAfreshWithItsTables) {
-  Database database;
-  database.DbExecute(L"INSERT INTO ConnHours VALUES ('old', '1', '2');");
+  database_.DbExecute(L"INSERT INTO ConnHours VALUES ('old', '1', '2');");
   const std::filesystem::path backup = machine_.ProgramFolder() / "other.dat";
   Database(platform::WindowsPath(backup))
       .DbExecute(L"INSERT INTO ConnHours VALUES ('new', '1', '2');");
@@ -89,32 +85,29 @@ TEST_F(RealDatabase, AFileThatWasReplacedOrDeletedIsReadAfreshWithItsTables) {
   };
   removeLog();
   std::filesystem::rename(backup, File());
-  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"new")));
+  EXPECT_THAT(Query(L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"new")));
   removeLog();
   std::filesystem::remove(File());
-  database.DbExecute(L"INSERT INTO ConnHours VALUES ('newest', '1', '2');");
-  EXPECT_THAT(Query(database, L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"newest")));
+  database_.DbExecute(L"INSERT INTO ConnHours VALUES ('newest', '1', '2');");
+  EXPECT_THAT(Query(L"SELECT User FROM ConnHours;"), ElementsAre(ElementsAre(L"newest")));
 }
 
 TEST_F(RealDatabase, AnotherConnectionsLockMakesAWriteStayBusy) {
   Database holder;
-  Database database;
-  database.DbOpen();
+  database_.DbOpen();
   const DbTransaction transaction(holder);
   DbRows rows;
-  EXPECT_FALSE(database.Run(L"INSERT INTO ConnHours VALUES ('x', '1', '2');", rows));
-  EXPECT_THAT(Query(database, L"SELECT * FROM ConnHours;"), IsEmpty());
-  EXPECT_THROW(DbTransaction{database}, DBerror);
+  EXPECT_FALSE(database_.Run(L"INSERT INTO ConnHours VALUES ('x', '1', '2');", rows));
+  EXPECT_THAT(Query(L"SELECT * FROM ConnHours;"), IsEmpty());
+  EXPECT_THROW(DbTransaction{database_}, DBerror);
 }
 
 TEST_F(RealDatabase, TotalsOfTheLogReadAnIndexAlone) {
-  Database database;
   for (const wchar_t* condition : {L"", L" AND User = 'Anna'"}) {
-    const DbRows plan =
-        Query(database, std::wstring(L"EXPLAIN QUERY PLAN SELECT SUM(BytesRecv) FROM ConnLog "
-                                     L"WHERE StartDate >= '2005-03-01 00:00:00' AND "
-                                     L"StartDate <= '2005-03-31 23:59:59'") +
-                            condition + L";");
+    const DbRows plan = Query(std::wstring(L"EXPLAIN QUERY PLAN SELECT SUM(BytesRecv) FROM ConnLog "
+                                           L"WHERE StartDate >= '2005-03-01 00:00:00' AND "
+                                           L"StartDate <= '2005-03-31 23:59:59'") +
+                              condition + L";");
     ASSERT_THAT(plan, SizeIs(1));
     EXPECT_THAT(plan[0].back(), testing::HasSubstr(L"SEARCH ConnLog USING COVERING INDEX"));
   }
