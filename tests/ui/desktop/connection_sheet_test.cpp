@@ -4,9 +4,6 @@
 #include <windows.h>
 
 #include <commctrl.h>
-
-#include <htmlhelp.h>
-
 #include <prsht.h>
 
 #include <filesystem>
@@ -15,7 +12,7 @@
 #include "frame/desktop/frame_test.h"
 #include "frame/help_topics.h"
 #include "platform/kernel/handle_table.h"
-#include "platform/kernel/modules.h"
+#include "program/recorded_help.h"
 #include "program/with_session.h"
 
 namespace quillgate {
@@ -25,16 +22,6 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 const QString kTitle = "Connection information";
-
-std::vector<std::wstring> helpRequests;
-
-// "number" of a popup, or the place of a topic.
-HWND WINAPI RecordHelp(HWND, LPCWSTR file, UINT command, DWORD_PTR data) {
-  if (command == HH_DISPLAY_TOPIC) helpRequests.emplace_back(file);
-  if (command == HH_DISPLAY_TEXT_POPUP)
-    helpRequests.push_back(std::to_wstring(reinterpret_cast<const HH_POPUP*>(data)->idString));
-  return nullptr;
-}
 
 std::wstring TextOf(HWND window) {
   wchar_t text[100] = L"";
@@ -189,9 +176,8 @@ TEST_F(ConnectionSheetTest, ADatabaseThatFailsLeavesALivePageWithoutPeriods) {
 }
 
 TEST_F(ConnectionSheetTest, TheDetailsAreTheAdaptersAndHelpIsThatOfTheControlElseOfThePage) {
-  platform::RegisterBuiltInModule(L"hhctrl.ocx", {{"#15", reinterpret_cast<FARPROC>(RecordHelp)}});
+  const RecordedHelp viewer;
   help_.SetHelpFile(kHelpFileName);
-  helpRequests.clear();
   logon_.LogOn({});
   Open([&](DesktopScript& script, QWidget* window) {
     const HWND sheet = script.HandleOf(window);
@@ -212,11 +198,11 @@ TEST_F(ConnectionSheetTest, TheDetailsAreTheAdaptersAndHelpIsThatOfTheControlEls
       ::SendMessageW(page, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
     });
   });
-  platform::UnregisterBuiltInModule(L"hhctrl.ocx");
-  EXPECT_THAT(helpRequests,
-              testing::UnorderedElementsAre(
-                  std::to_wstring(HelpPopupNumber(IDD_CONNECTION_DETAILS, IDC_PROPERTIES)),
-                  L"quillgate.chm::/html/conn-details.html"));
+  const auto number = HelpPopupNumber(IDD_CONNECTION_DETAILS, IDC_PROPERTIES);
+  EXPECT_THAT(
+      RecordedHelp::TakeLog(),
+      ElementsAre(L"begin", L"popup " + std::to_wstring(number) + L" in quillgate.chm::/popups.txt",
+                  L"topic quillgate.chm::/html/conn-details.html"));
 }
 
 // Presses Close as soon as the sheet is there.
