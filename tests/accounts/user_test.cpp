@@ -91,7 +91,7 @@ TEST_F(UserTest, AMalformedRowIsNotLoadedButItsEarlierFieldsAreSet) {
   EXPECT_FALSE(user.IsAdministrator());
 }
 
-TEST_F(UserTest, OnlyTheExactNameIsLoadedAndOnlyAnUnquotableOneNotSaved) {
+TEST_F(UserTest, OnlyTheExactNameIsLoadedAndAnUnquotableOneIsNotSaved) {
   const struct {
     const wchar_t* name;
     const wchar_t* table;

@@ -80,7 +80,7 @@ TEST_F(GateStateTest, ASessionIsMeasuredBetweenItsOwnStartAndEnd) {
   expect(0, 0, 0);
 }
 
-TEST_F(GateStateTest, ACountersFallIsNothingAndItsPassing32BitsIsMeasuredWhole) {
+TEST_F(GateStateTest, ACounterThatFallsCountsNothingAndOnePast32BitsIsMeasuredWhole) {
   const struct {
     std::uint64_t atStart, later, received;
   } cases[] = {

@@ -229,16 +229,16 @@ TEST_F(ConnectionSheetTest, ManyOpeningsLeaveNothingBehind) {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
   };
   logon_.LogOn({});
-  openMany(100);
+  openMany(50);
   const std::size_t handles = platform::Handles().Count();
   const auto files = openFiles();
   [[maybe_unused]] const long memory = ResidentBytes();
-  openMany(300);
+  openMany(200);
   EXPECT_EQ(platform::Handles().Count(), handles);
   EXPECT_EQ(openFiles(), files);
   // Sanitizers keep freed memory for a while, and find leaks by themselves.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-  EXPECT_LT(ResidentBytes(), memory + (512L << 10));
+  EXPECT_LT(ResidentBytes(), memory + (256L << 10));
 #endif
 }
 
