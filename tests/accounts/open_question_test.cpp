@@ -1,10 +1,6 @@
 // What happens while a logon asks a person, who takes as long as they like.
-#include <gmock/gmock.h>
-
-#include <condition_variable>
 #include <functional>
-#include <mutex>
-#include <thread>
+#include <future>
 
 #include "accounts_test.h"
 
@@ -14,78 +10,53 @@ namespace {
 using namespace std::chrono_literals;
 using testing::IsEmpty;
 
-constexpr auto kPatience = 10s;
-
-// A person before a dialog: the dialog is open until the test gives the answer.
+// A person before a dialog, who answers after what happens meanwhile on another thread.
 class SlowPerson final : public LogonPrompts {
  public:
   using Answer = std::optional<std::wstring>;
 
   Answer AskLogon(LogonSystem, const LogonCandidates& candidates) override {
-    const Answer answer = Wait(Question::kLogon);
+    Wait();
     // A dialog accepts whom it knows.
     return answer && candidates.Accepts(*answer, L"") ? answer : std::nullopt;
   }
-  Answer AskFirstUserName() override { return Wait(Question::kFirstUser); }
+  Answer AskFirstUserName() override {
+    Wait();
+    return answer;
+  }
   void TellFirstUserMade() override { ++usersTold; }
 
-  enum class Question { kNone, kFirstUser, kLogon };
-
-  bool AwaitQuestion(Question question) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, kPatience, [&] { return open_ == question; });
-  }
-  void Give(Answer answer) {
-    const std::lock_guard lock(mutex_);
-    answer_.emplace(std::move(answer));
-    open_ = Question::kNone;
-    changed_.notify_all();
-  }
-
-  std::atomic<int> usersTold = 0;
+  // Under the next dialog.
+  std::function<void()> meanwhile;
+  Answer answer;
+  int usersTold = 0;
 
  private:
-  Answer Wait(Question question) {
-    std::unique_lock lock(mutex_);
-    EXPECT_EQ(open_, Question::kNone) << "a dialog upon a dialog";
-    open_ = question;
-    changed_.notify_all();
-    if (!changed_.wait_for(lock, kPatience, [&] { return answer_.has_value(); })) return {};
-    return *std::exchange(answer_, std::nullopt);
+  void Wait() {
+    if (const auto work = std::exchange(meanwhile, {})) {
+      done_ = std::async(std::launch::async, work);
+      EXPECT_EQ(done_.wait_for(10s), std::future_status::ready) << "waits for the dialog";
+    }
   }
 
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  Question open_ = Question::kNone;
-  std::optional<Answer> answer_;
+  std::future<void> done_;
 };
-
-using Question = SlowPerson::Question;
 
 class OpenQuestionTest : public LogonTest {
  protected:
   OpenQuestionTest() {
-    session_.SetPrompts(&person_);
+    logon_.SetPrompts(&person_);
     identity_.name = L"Anna";
   }
-  ~OpenQuestionTest() override {
-    if (dialog_.joinable()) dialog_.join();
-  }
 
-  // A logon that asks, on a thread of its own, as far as its question.
-  void Open(std::wstring_view name, Question question = Question::kLogon) {
-    dialog_ = std::thread([this, name] { result_ = session_.LogOn(name); });
-    ASSERT_TRUE(person_.AwaitQuestion(question));
-  }
-  bool Close(SlowPerson::Answer answer) {
-    person_.Give(std::move(answer));
-    dialog_.join();
-    return result_;
+  // A logon whose question gets the answer after what happens meanwhile.
+  bool LogOn(std::wstring_view name, std::function<void()> meanwhile, SlowPerson::Answer answer) {
+    person_.meanwhile = std::move(meanwhile);
+    person_.answer = std::move(answer);
+    return logon_.LogOn(name);
   }
 
   SlowPerson person_;
-  std::thread dialog_;
-  bool result_ = false;
 };
 
 TEST_F(OpenQuestionTest, OnlyAnAcceptedAnswerEndsTheSessionThatBeganMeanwhile) {
@@ -97,67 +68,51 @@ TEST_F(OpenQuestionTest, OnlyAnAcceptedAnswerEndsTheSessionThatBeganMeanwhile) {
   } cases[] = {{true, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
                {false, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
                {false, {}, L"User", {L"+User"}}};
-  Choose(L"NONE", {L"Admin", L"User"});
+  UseSystem(L"NONE", {L"Admin", L"User"});
   for (const auto& each : cases) {
-    Open(L"Admin");
-    EXPECT_TRUE(session_.LogOn(L"")) << "asks nothing, so waits for nobody";
-    EXPECT_EQ(CurrentName(), L"User");
-    if (each.logsOff) session_.LogOff(1);
-    EXPECT_EQ(session_.IsLoggedOn(), !each.logsOff);
-    EXPECT_TRUE(Close(each.answer));
-    EXPECT_EQ(CurrentName(), each.current);
+    const auto meanwhile = [&] {
+      EXPECT_TRUE(logon_.LogOn(L"")) << "asks nothing, so waits for nobody";
+      EXPECT_EQ(LoggedOn(), L"User");
+      if (each.logsOff) logon_.LogOff(1);
+      EXPECT_EQ(logon_.IsLoggedOn(), !each.logsOff);
+    };
+    EXPECT_TRUE(LogOn(L"Admin", meanwhile, each.answer));
+    EXPECT_EQ(LoggedOn(), each.current);
     EXPECT_EQ(control_.TakeLog(), each.log);
-    session_.LogOff(1);
+    logon_.LogOff(1);
     control_.TakeLog();
   }
 }
 
 TEST_F(OpenQuestionTest, ASecondLogonThatWouldAskCountsAsCancelledUntilTheFirstHasItsAnswer) {
-  Choose(L"QUILLGATE", {L"Anna"});
-  Open(L"");
-  EXPECT_FALSE(session_.LogOn(L""));
-  EXPECT_FALSE(Close({}));
-  Open(L"");
-  EXPECT_FALSE(session_.LogOn(L""));
-  EXPECT_TRUE(Close(L"Anna"));
-  EXPECT_EQ(CurrentName(), L"Anna");
+  UseSystem(L"QUILLGATE", {L"Anna"});
+  const auto another = [this] { EXPECT_FALSE(logon_.LogOn(L"")); };
+  EXPECT_FALSE(LogOn(L"", another, {}));
+  EXPECT_TRUE(LogOn(L"", another, L"Anna"));
 }
 
 TEST_F(OpenQuestionTest, TheNameIsLookedUpAmongTheUsersOfTheAnswersTime) {
-  const std::function<void()> changes[] = {[&] { Choose(L"QUILLGATE", {L"Bo"}); },
-                                           [&] { Choose(L"WINDOWS", {L"Anna"}); },
-                                           [&] { session_.SetUsers(nullptr); }};
+  const std::function<void()> changes[] = {[this] { UseSystem(L"QUILLGATE", {L"Bo"}); },
+                                           [this] { UseSystem(L"WINDOWS", {L"Anna"}); },
+                                           [this] { logon_.SetUsers(nullptr); }};
   for (const auto& change : changes) {
-    Choose(L"QUILLGATE", {L"Anna"});
-    Open(L"");
-    change();
-    EXPECT_FALSE(Close(L"Anna"));
+    UseSystem(L"QUILLGATE", {L"Anna"});
+    EXPECT_FALSE(LogOn(L"", change, L"Anna"));
     EXPECT_THAT(control_.TakeLog(), IsEmpty());
   }
-  Choose(L"QUILLGATE", {L"Anna"});
-  Open(L"");
-  Choose(L"QUILLGATE", {L"Bo"});
-  EXPECT_TRUE(Close(L"Bo"));
+  UseSystem(L"QUILLGATE", {L"Anna"});
+  EXPECT_TRUE(LogOn(L"", changes[0], L"Bo"));
 }
 
 TEST_F(OpenQuestionTest, UsersThatCameMeanwhileArePreferredToAFirstOne) {
-  Choose(L"QUILLGATE", {});
-  Open(L"", Question::kFirstUser);
-  Choose(L"QUILLGATE", {L"Anna"});
-  person_.Give(L"Intruder");
-  ASSERT_TRUE(person_.AwaitQuestion(Question::kLogon));
-  EXPECT_FALSE(Close(L"Intruder"));
+  UseSystem(L"QUILLGATE", {});
+  EXPECT_FALSE(LogOn(
+      L"", [this] { UseSystem(L"QUILLGATE", {L"Anna"}); }, L"Intruder"));
+  EXPECT_THAT(users_->SortedNames(), testing::ElementsAre(L"Anna"));
   EXPECT_EQ(person_.usersTold, 0);
 }
 
-TEST_F(OpenQuestionTest, WhereNobodyCanBeAskedEveryQuestionCountsAsCancelled) {
-  session_.SetPrompts(nullptr);
-  Choose(L"NONE", {L"Admin", L"User"});
-  EXPECT_TRUE(session_.LogOn(L"Admin"));
-  EXPECT_EQ(CurrentName(), L"User");
-}
-
-TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehand) {
+TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehandAndAnswersNothingWhereNobodyCan) {
   const struct {
     const wchar_t* system;
     const wchar_t* name;
@@ -168,8 +123,12 @@ TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehand) {
                {L"QUILLGATE", L"User", true}};
   for (const auto& each : cases) {
     settings_.SetSetting(SettingKey::kLogonSystem, each.system);
-    EXPECT_EQ(session_.LogOnWithoutAsking(each.name), !each.asks) << each.system << each.name;
+    EXPECT_EQ(logon_.LogOnWithoutAsking(each.name), !each.asks) << each.system << each.name;
   }
+  logon_.SetPrompts(nullptr);
+  UseSystem(L"NONE", {L"Admin", L"User"});
+  EXPECT_TRUE(logon_.LogOn(L"Admin"));
+  EXPECT_EQ(LoggedOn(), L"User");
 }
 
 }  // namespace

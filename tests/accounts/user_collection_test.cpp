@@ -1,25 +1,27 @@
 #include "accounts/user_collection.h"
 
-#include <gmock/gmock.h>
-
-#include "accounts_test.h"
+#include "program/program_test.h"
 
 namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
 
-class UserCollectionTest : public AccountsTest {
+class UserCollectionTest : public ProgramTest {
  protected:
-  static User Limited(const wchar_t* name, std::int32_t minutes, bool administrator = false) {
-    User user = MakeUser(name, administrator);
+  static User Limited(User user, std::int32_t minutes) {
     user.SetTimeLimit({true, minutes, LimitPeriod::kDay});
     return user;
+  }
+  // An administrator and a user, with the default limit of 1.
+  void StoreAnnaAndBo() {
+    users_.Add(Administrator(L"Anna"));
+    users_.Add(User(L"Bo"));
+    ASSERT_TRUE(users_.SaveAll());
   }
   DbRows StoredLimits() {
     return Query(L"SELECT Name, TimeLimit FROM Users_Quillgate ORDER BY Name;");
   }
-  DbRows StoredNames() { return Query(L"SELECT Name FROM Users_Quillgate ORDER BY Name;"); }
 
   UserCollection users_{LogonSystem::kQuillgate, database_};
 };
@@ -36,14 +38,14 @@ TEST_F(UserCollectionTest, AnAdministratorRemainsWhoeverIsRemovedOrDemoted) {
   };
   for (const auto& each : cases) {
     UserCollection users(LogonSystem::kQuillgate, database_);
-    users.Add(MakeUser(L"Anna", each.annaRules));
-    users.Add(MakeUser(L"Bo", each.boRules));
+    users.Add(each.annaRules ? Administrator(L"Anna") : User(L"Anna"));
+    users.Add(each.boRules ? Administrator(L"Bo") : User(L"Bo"));
     if (const auto user = users.Find(each.name)) {
-      EXPECT_EQ(users.SetAdministrator(each.name, false), each.allowed) << each.name;
-      EXPECT_EQ(users.Find(each.name)->IsAdministrator(), user->IsAdministrator() && !each.allowed);
-      EXPECT_TRUE(users.Replace(*user));
       const bool isLast = user->IsAdministrator() && !each.allowed;
-      EXPECT_EQ(users.Replace(MakeUser(each.name)), !isLast) << each.name;
+      EXPECT_EQ(users.SetAdministrator(each.name, false), each.allowed) << each.name;
+      EXPECT_EQ(users.Find(each.name)->IsAdministrator(), isLast);
+      EXPECT_TRUE(users.Replace(*user));
+      EXPECT_EQ(users.Replace(User(each.name)), !isLast) << each.name;
       EXPECT_TRUE(users.Replace(*user));
     }
     EXPECT_EQ(users.Remove(each.name), each.allowed) << each.name;
@@ -51,18 +53,17 @@ TEST_F(UserCollectionTest, AnAdministratorRemainsWhoeverIsRemovedOrDemoted) {
   }
 }
 
-TEST_F(UserCollectionTest, ANameIsTakenOnce) {
-  EXPECT_TRUE(users_.Add(MakeUser(L"Anna")));
-  EXPECT_FALSE(users_.Add(MakeUser(L"Anna", true)));
+TEST_F(UserCollectionTest, ANameIsTakenOnceAndLettersDifferByCase) {
+  EXPECT_TRUE(users_.Add(User(L"Anna")));
+  EXPECT_FALSE(users_.Add(Administrator(L"Anna")));
   EXPECT_FALSE(users_.Find(L"Anna")->IsAdministrator());
-  EXPECT_TRUE(users_.Add(MakeUser(L"anna")));
-  EXPECT_TRUE(users_.Add(MakeUser(L"Zoe")));
+  EXPECT_TRUE(users_.Add(User(L"anna")));
+  EXPECT_TRUE(users_.Add(User(L"Zoe")));
   EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Anna", L"Zoe", L"anna"));
 }
 
 TEST_F(UserCollectionTest, RenamingMovesTheEntryAndTellsTheUser) {
-  users_.Add(MakeUser(L"Anna", true));
-  users_.Add(MakeUser(L"Bo"));
+  StoreAnnaAndBo();
   const auto entry = users_.FindEntry(L"Anna");
   EXPECT_FALSE(users_.Rename(L"Anna", L"Bo"));
   EXPECT_FALSE(users_.Rename(L"Cid", L"Dan"));
@@ -75,66 +76,47 @@ TEST_F(UserCollectionTest, RenamingMovesTheEntryAndTellsTheUser) {
   EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Bo", L"Cid"));
 }
 
-TEST_F(UserCollectionTest, SavingMakesTheTableAMirrorOfTheCollection) {
-  InsertRow(L"Users_Quillgate", {L"Gone", L"", L"", L"", L"", L"", L"", L"", L"", L""});
-  users_.Add(MakeUser(L"Bo"));
-  users_.Add(MakeUser(L"Anna", true));
-  ASSERT_TRUE(users_.SaveAll());
-  EXPECT_EQ(StoredNames(), (DbRows{{L"Anna"}, {L"Bo"}}));
-  UserCollection others(LogonSystem::kWindows, database_);
-  EXPECT_EQ(others.Count(), 0u);
-  UserCollection again(LogonSystem::kQuillgate, database_);
+TEST_F(UserCollectionTest, SavingMakesTheTableAMirrorOrLeavesItAsItWas) {
+  Insert(L"Users_Quillgate", {L"Gone", L"", L"", L"", L"", L"", L"", L"", L"", L""});
+  StoreAnnaAndBo();
+  users_.Replace(Limited(Administrator(L"Anna"), 77));
+  users_.Add(User(L"O'Brien"));
+  EXPECT_FALSE(users_.SaveAll());
+  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"1"}, {L"Bo", L"1"}}));
+  EXPECT_EQ(UserCollection(LogonSystem::kWindows, database_).Count(), 0u);
+  const UserCollection again(LogonSystem::kQuillgate, database_);
   EXPECT_THAT(again.SortedNames(), ElementsAre(L"Anna", L"Bo"));
   EXPECT_TRUE(again.Find(L"Anna")->IsAdministrator());
-}
-
-TEST_F(UserCollectionTest, ASaveThatFailsHalfWayLeavesTheTableAsItWas) {
-  users_.Add(MakeUser(L"Anna", true));
-  users_.Add(MakeUser(L"Zoe"));
-  ASSERT_TRUE(users_.SaveAll());
-  users_.Replace(Limited(L"Anna", 77, true));
-  users_.Add(MakeUser(L"O'Brien"));
-  EXPECT_FALSE(users_.SaveAll());
-  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"1"}, {L"Zoe", L"1"}}));
   // And the database is free for the next one.
   ASSERT_TRUE(users_.Rename(L"O'Brien", L"OBrien"));
   EXPECT_TRUE(users_.SaveAll());
-  EXPECT_EQ(StoredNames().size(), 3u);
+  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"77"}, {L"Bo", L"1"}, {L"OBrien", L"1"}}));
 }
 
 TEST_F(UserCollectionTest, AMalformedRowIsToldAndItsUserIsNotLostByTheNextSave) {
-  users_.Add(MakeUser(L"Anna", true));
-  users_.Add(MakeUser(L"Zoe"));
-  ASSERT_TRUE(users_.SaveAll());
+  StoreAnnaAndBo();
   database_.DbExecute(
-      L"UPDATE Users_Quillgate SET ConnectHours = '1', TimeLimit = '5' "
-      L"WHERE Name = 'Anna';");
+      L"UPDATE Users_Quillgate SET ConnectHours = '1', TimeLimit = '5' WHERE Name = 'Anna';");
   EXPECT_FALSE(users_.LoadAll());
-  EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Anna", L"Zoe"));
-  EXPECT_EQ(users_.Find(L"Anna")->TimeLimit().amount, 5);
+  EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Anna", L"Bo"));
   EXPECT_TRUE(users_.SaveAll());
-  EXPECT_EQ(StoredNames(), (DbRows{{L"Anna"}, {L"Zoe"}}));
+  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"5"}, {L"Bo", L"1"}}));
 }
 
 TEST_F(UserCollectionTest, SeveralReplacedUsersAreStoredTogetherOrNotAtAll) {
-  users_.Add(MakeUser(L"Anna", true));
-  users_.Add(MakeUser(L"Bo"));
-  ASSERT_TRUE(users_.SaveAll());
-  const struct {
-    std::vector<User> users;
-    bool replaced;
-  } cases[] = {
-      {{Limited(L"Anna", 5, true), Limited(L"Nobody", 5)}, false},
-      {{Limited(L"Bo", 5), Limited(L"Anna", 5)}, false},  // and no administrator
-      {{Limited(L"Anna", 5, true), Limited(L"Bo", 6)}, false},
-      {{Limited(L"Anna", 5), Limited(L"Bo", 5, true)}, true},
+  StoreAnnaAndBo();
+  const std::pair<std::vector<User>, bool> cases[] = {
+      {{Limited(Administrator(L"Anna"), 5), User(L"Nobody")}, false},
+      {{Limited(User(L"Bo"), 5), Limited(User(L"Anna"), 5)}, false},  // and no administrator
+      {{Limited(Administrator(L"Anna"), 5), Limited(User(L"Bo"), 6)}, false},
+      {{Limited(User(L"Anna"), 5), Limited(Administrator(L"Bo"), 5)}, true},
   };
   database_.DbExecute(
       L"CREATE TRIGGER Broken BEFORE INSERT ON Users_Quillgate WHEN NEW.TimeLimit = '6' "
       L"BEGIN SELECT RAISE(ABORT, 'broken'); END;");
-  for (const auto& each : cases) {
-    EXPECT_EQ(users_.ReplaceAllStored(each.users), each.replaced);
-    const std::wstring limit = each.replaced ? L"5" : L"1";
+  for (const auto& [replacements, replaced] : cases) {
+    EXPECT_EQ(users_.ReplaceAllStored(replacements), replaced);
+    const std::wstring limit = replaced ? L"5" : L"1";
     EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", limit}, {L"Bo", limit}}));
     for (const wchar_t* name : {L"Anna", L"Bo"})
       EXPECT_EQ(std::to_wstring(users_.Find(name)->TimeLimit().amount), limit);
@@ -143,24 +125,24 @@ TEST_F(UserCollectionTest, SeveralReplacedUsersAreStoredTogetherOrNotAtAll) {
 }
 
 TEST_F(UserCollectionTest, AUserInUseOutlivesItsReplacementItsRemovalAndAReload) {
-  users_.Add(MakeUser(L"Anna", true));
-  users_.Add(MakeUser(L"Bo"));
+  users_.Add(Administrator(L"Anna"));
+  users_.Add(User(L"Bo"));
   const auto bo = users_.Find(L"Bo");
-  EXPECT_TRUE(users_.Replace(Limited(L"Bo", 5)));
+  EXPECT_TRUE(users_.Replace(Limited(User(L"Bo"), 5)));
   EXPECT_EQ(users_.Find(L"Bo")->TimeLimit().amount, 5);
   EXPECT_EQ(bo->TimeLimit().amount, 1);
   users_.Remove(L"Bo");
   EXPECT_FALSE(users_.Contains(L"Bo"));
-  EXPECT_TRUE(users_.Contains(L"Anna"));
   EXPECT_TRUE(users_.LoadAll());
   EXPECT_EQ(users_.Count(), 0u);
   EXPECT_EQ(bo->Name(), L"Bo");
 }
 
-TEST_F(UserCollectionTest, TheTwoUsersOfTheNoneSystemAreMadeOnceAndKept) {
+TEST_F(UserCollectionTest, TheUsersOfTheNoneSystemAreMadeOnceAndNeverForAnUnreadableTable) {
   UserCollection users(LogonSystem::kNone, database_);
   EnsureBuiltInUsers(users);
-  EXPECT_THAT(users.SortedNames(), ElementsAre(L"Admin", L"User"));
+  EXPECT_EQ(Query(L"SELECT Name, Privileges FROM Users_None;"),
+            (DbRows{{L"Admin", L"1"}, {L"User", L"0"}}));
   User admin = *users.Find(L"Admin");
   admin.SetPassword(L"secret");
   users.Replace(std::move(admin));
@@ -168,17 +150,13 @@ TEST_F(UserCollectionTest, TheTwoUsersOfTheNoneSystemAreMadeOnceAndKept) {
   UserCollection again(LogonSystem::kNone, database_);
   EnsureBuiltInUsers(again);
   EXPECT_TRUE(again.Find(L"Admin")->CheckPassword(L"secret"));
-  EXPECT_TRUE(again.Find(L"Admin")->IsAdministrator());
-  EXPECT_FALSE(again.Find(L"User")->IsAdministrator());
-  EXPECT_EQ(Query(L"SELECT Name FROM Users_None;").size(), 2u);
-}
+  EXPECT_EQ(Rows(L"Users_None").size(), 2u);
 
-TEST_F(UserCollectionTest, ATableThatCannotBeReadIsNotFilledWithTheBuiltInUsers) {
-  UserCollection users(LogonSystem::kNone, database_);
   database_.DbExecute(L"DROP TABLE Users_None;");
-  EnsureBuiltInUsers(users);
-  EXPECT_EQ(users.Count(), 0u);
-  EXPECT_FALSE(users.SaveAll());
+  UserCollection unreadable(LogonSystem::kNone, database_);
+  EnsureBuiltInUsers(unreadable);
+  EXPECT_EQ(unreadable.Count(), 0u);
+  EXPECT_FALSE(unreadable.SaveAll());
 }
 
 }  // namespace

@@ -1,40 +1,32 @@
 #include "accounts/user.h"
 
-#include "accounts_test.h"
+#include "program/program_test.h"
 
 namespace quillgate {
 namespace {
 
 constexpr wchar_t kTable[] = L"Users_Quillgate";
 constexpr wchar_t kBlank[] = L"D41D8CD98F00B204E9800998ECF8427E";
+const std::wstring kEveryHour(168, L'0');
 
-DbRow ValidRow() {
-  return {L"Anna", kBlank, L"YES", L"60", L"1", L"NO", L"500", L"2", std::wstring(168, L'0'), L"1"};
-}
-
-class UserTest : public AccountsTest {
+class UserTest : public ProgramTest {
  protected:
+  static DbRow ValidRow() {
+    return {L"Anna", kBlank, L"YES", L"60", L"1", L"NO", L"500", L"2", kEveryHour, L"1"};
+  }
   // Loads the one row of the table, valid but for that column.
   bool LoadWith(std::size_t column, const std::wstring& stored, User& user) {
     DbRow row = ValidRow();
     row[column] = stored;
     database_.DbExecute(std::wstring(L"DELETE FROM ") + kTable + L";");
-    InsertRow(kTable, row);
+    Insert(kTable, row);
     return user.Load(L"Anna", kTable, database_);
   }
-  DbRows Stored() { return Query(std::wstring(L"SELECT * FROM ") + kTable + L" ORDER BY Name;"); }
 };
 
-TEST_F(UserTest, ANewUserIsStoredWithTheDefaults) {
-  ASSERT_TRUE(User(L"Bo").Save(kTable, database_));
-  EXPECT_EQ(Stored(), (DbRows{{L"Bo", kBlank, L"NO", L"1", L"0", L"NO", L"1", L"0",
-                               std::wstring(168, L'0'), L"0"}}));
-}
-
 TEST_F(UserTest, EveryColumnSurvivesSavingAndLoading) {
-  User user(L"Anna");
+  User user = Administrator(L"Anna");
   user.SetPassword(L"secret");
-  user.AssignAdministrator(true);
   user.SetTimeLimit({true, 90, LimitPeriod::kWeek});
   user.SetDownloadLimit({true, 999999, LimitPeriod::kMonth});
   HoursTable blocked{};
@@ -42,29 +34,32 @@ TEST_F(UserTest, EveryColumnSurvivesSavingAndLoading) {
   user.SetConnectHours(blocked);
   ASSERT_TRUE(user.Save(kTable, database_));
 
-  std::wstring hours(168, L'0');
+  std::wstring hours = kEveryHour;
   hours[0] = hours[32] = hours[167] = L'1';
-  EXPECT_EQ(Stored(), (DbRows{{L"Anna", L"5EBE2294ECD0E0F08EAB7690D2A6EE69", L"YES", L"90", L"1",
-                               L"YES", L"999999", L"2", hours, L"1"}}));
+  EXPECT_EQ(Rows(kTable), (DbRows{{L"Anna", L"5EBE2294ECD0E0F08EAB7690D2A6EE69", L"YES", L"90",
+                                   L"1", L"YES", L"999999", L"2", hours, L"1"}}));
   User loaded;
   ASSERT_TRUE(loaded.Load(L"Anna", kTable, database_));
   EXPECT_EQ(loaded.ConnectHours(), user.ConnectHours());
   ASSERT_TRUE(loaded.Save(kTable, database_));
-  EXPECT_EQ(Stored().front().at(3), L"90");
+  EXPECT_EQ(Rows(kTable).front().at(3), L"90");
 }
 
-TEST_F(UserTest, SavingAUserAgainUpdatesItsRowAndAddsNone) {
-  ASSERT_TRUE(User(L"Bo").Save(kTable, database_));
+TEST_F(UserTest, SavingAgainUpdatesTheUsersOneRow) {
+  DbRow expected = {L"Anna", kBlank, L"NO", L"1", L"0", L"NO", L"1", L"0", kEveryHour, L"0"};
+  DbRow bo = expected;
+  bo[0] = L"Bo";
   User user(L"Anna");
   ASSERT_TRUE(user.Save(kTable, database_));
+  ASSERT_TRUE(User(L"Bo").Save(kTable, database_));
+  EXPECT_EQ(Rows(kTable), (DbRows{expected, bo}));
   user.SetTimeLimit({true, 30, LimitPeriod::kDay});
   user.AssignAdministrator(true);
   ASSERT_TRUE(user.Save(kTable, database_));
-  ASSERT_EQ(Stored().size(), 2u);
-  EXPECT_EQ(Stored()[0].at(2), L"YES");
-  EXPECT_EQ(Stored()[0].at(3), L"30");
-  EXPECT_EQ(Stored()[0].at(9), L"1");
-  EXPECT_EQ(Stored()[1].at(2), L"NO");
+  expected[2] = L"YES";
+  expected[3] = L"30";
+  expected[9] = L"1";
+  EXPECT_EQ(Rows(kTable), (DbRows{expected, bo}));
 }
 
 TEST_F(UserTest, AValueThatIsNotAsWrittenIsReadByTheRulesOfItsColumn) {
@@ -84,39 +79,38 @@ TEST_F(UserTest, AValueThatIsNotAsWrittenIsReadByTheRulesOfItsColumn) {
     User user;
     ASSERT_TRUE(LoadWith(each.column, each.stored, user)) << each.column << each.stored;
     ASSERT_TRUE(user.Save(kTable, database_));
-    EXPECT_EQ(Stored().at(0).at(each.column), each.writtenBack) << each.column << each.stored;
+    EXPECT_EQ(Rows(kTable).at(0).at(each.column), each.writtenBack) << each.column << each.stored;
   }
 }
 
 TEST_F(UserTest, AMalformedRowIsNotLoadedButItsEarlierFieldsAreSet) {
-  const std::pair<std::size_t, std::wstring> cases[] = {{8, std::wstring(167, L'1')}, {9, L""}};
-  for (const auto& [column, stored] : cases) {
-    User user;
-    EXPECT_FALSE(LoadWith(column, stored, user)) << column;
-    EXPECT_EQ(user.TimeLimit().amount, 60);
-    EXPECT_FALSE(user.IsAdministrator());
+  User user;
+  EXPECT_FALSE(LoadWith(8, std::wstring(167, L'1'), user)) << "an hour is missing";
+  EXPECT_EQ(user.TimeLimit().amount, 60);
+  EXPECT_FALSE(LoadWith(9, L"", user)) << "no privileges";
+  EXPECT_FALSE(user.IsAdministrator());
+}
+
+TEST_F(UserTest, OnlyTheExactNameIsLoadedAndAnUnquotableOneIsNotSaved) {
+  const struct {
+    const wchar_t* name;
+    const wchar_t* table;
+    bool loaded, saved;
+  } cases[] = {
+      {L"Anna", kTable, true, true},
+      {L"anna", kTable, false, true},
+      {L"Anna", L"Users_Windows", false, true},
+      {L"Anna", L"NoSuchTable", false, false},
+      {L"", kTable, false, false},
+      {L"O'Brien", kTable, false, false},
+      {L"x' OR Name = 'Anna", kTable, false, false},
+  };
+  Insert(kTable, ValidRow());
+  for (const auto& each : cases) {
+    EXPECT_EQ(User().Load(each.name, each.table, database_), each.loaded) << each.name;
+    EXPECT_EQ(User(each.name).Save(each.table, database_), each.saved) << each.name;
   }
-}
-
-TEST_F(UserTest, NamesDifferByCaseAndAnAbsentOneIsNotLoaded) {
-  InsertRow(kTable, ValidRow());
-  EXPECT_TRUE(User().Load(L"Anna", kTable, database_));
-  EXPECT_FALSE(User().Load(L"anna", kTable, database_));
-  EXPECT_FALSE(User().Load(L"Anna", L"Users_Windows", database_));
-}
-
-TEST_F(UserTest, ANameThatCannotStandInAStatementIsNeitherSavedNorLoaded) {
-  InsertRow(kTable, ValidRow());
-  for (const wchar_t* name : {L"", L"O'Brien", L"x' OR Name = 'Anna"}) {
-    EXPECT_FALSE(User(name).Save(kTable, database_)) << name;
-    EXPECT_FALSE(User().Load(name, kTable, database_)) << name;
-  }
-  EXPECT_EQ(Stored(), DbRows{ValidRow()});
-}
-
-TEST_F(UserTest, ADatabaseFailureIsAnAnswerAndNoException) {
-  EXPECT_FALSE(User(L"Bo").Save(L"NoSuchTable", database_));
-  EXPECT_FALSE(User().Load(L"Bo", L"NoSuchTable", database_));
+  EXPECT_EQ(Query(L"SELECT Name FROM Users_Quillgate;"), (DbRows{{L"Anna"}, {L"anna"}}));
 }
 
 TEST_F(UserTest, TheHourIsThatOfTheLocalWeekFromSunday) {
@@ -126,14 +120,12 @@ TEST_F(UserTest, TheHourIsThatOfTheLocalWeekFromSunday) {
   } cases[] = {{13, 0, 0, 0}, {13, 0, 59, 0}, {13, 1, 0, 1}, {14, 18, 5, 42}, {19, 23, 59, 167}};
   for (const auto& each : cases) {
     machine_.Time().SetLocalTime(2005, 3, each.day, each.hour, each.minute, 59);
+    HoursTable hours{};
+    hours[each.index] = true;
     User user(L"Bo");
-    for (const bool blocked : {false, true}) {
-      HoursTable hours;
-      hours.fill(!blocked);
-      hours[each.index] = blocked;
-      user.SetConnectHours(hours);
-      EXPECT_EQ(user.IsHourBlocked(), blocked) << each.index;
-    }
+    EXPECT_FALSE(user.IsHourBlocked());
+    user.SetConnectHours(hours);
+    EXPECT_TRUE(user.IsHourBlocked()) << each.index;
   }
 }
 

@@ -7,9 +7,9 @@
 namespace quillgate {
 namespace {
 
-TEST(WindowsUsers, MoreAccountsThanOneBatchHoldsAreAllListedOnce) {
+TEST(WindowsUsers, MoreAccountsThanOneBatchHoldsAreAllListedOnceUnlessTheyCannotBeRead) {
+  platform::SimulatedMachine machine;
   for (const unsigned count : {0u, 1u, 100u, 101u, 250u}) {
-    platform::SimulatedMachine machine;
     std::vector<platform::LocalAccount> accounts;
     std::vector<std::wstring> expected = {L"before"};
     for (unsigned i = 0; i < count; ++i) {
@@ -22,10 +22,6 @@ TEST(WindowsUsers, MoreAccountsThanOneBatchHoldsAreAllListedOnce) {
     EXPECT_TRUE(GetWindowsUserList(names)) << count;
     EXPECT_EQ(names, expected) << count;
   }
-}
-
-TEST(WindowsUsers, AccountsThatCannotBeReadAreAFailure) {
-  platform::SimulatedMachine machine;
   machine.SetAccounts(std::nullopt);
   std::vector<std::wstring> names;
   EXPECT_FALSE(GetWindowsUserList(names));

@@ -4,132 +4,62 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <htmlhelp.h>
-
 #include "frame/help_topics.h"
-#include "platform/kernel/modules.h"
 #include "platform/testing/simulated_machine.h"
+#include "program/recorded_help.h"
 
 namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
 
-struct Request {
-  HWND caller;
-  std::wstring location;
-  UINT command;
-  HH_POPUP popup;
-  DWORD_PTR data;
-};
-
-constexpr DWORD_PTR kCookie = 77;
-std::vector<Request> requests;
-
-HWND WINAPI RecordRequest(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data) {
-  Request request{caller, file == nullptr ? L"" : file, command, {}, data};
-  if (command == HH_INITIALIZE) *reinterpret_cast<DWORD_PTR*>(data) = kCookie;
-  if (command == HH_DISPLAY_TEXT_POPUP) request.popup = *reinterpret_cast<const HH_POPUP*>(data);
-  requests.push_back(request);
-  return nullptr;
-}
-
 class HelpSystemTest : public testing::Test {
  protected:
-  ~HelpSystemTest() override {
-    for (const wchar_t* name : {L"hhctrl.ocx", L"viewer.ocx"})
-      platform::UnregisterBuiltInModule(name);
-  }
-
-  static void Install(const wchar_t* name) {
-    requests.clear();
-    platform::RegisterBuiltInModule(name, {{"#15", reinterpret_cast<FARPROC>(RecordRequest)}});
-  }
-  static void RegisterViewer(const std::wstring& path) {
-    HKEY key = nullptr;
-    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
-                                L"Software\\Classes\\CLSID\\"
-                                L"{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32",
-                                0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
-              ERROR_SUCCESS);
-    ::RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
-                     static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
-    ::RegCloseKey(key);
-  }
-  static std::vector<UINT> Commands() {
-    std::vector<UINT> commands;
-    for (const Request& each : requests)
-      commands.push_back(each.command);
-    return commands;
-  }
-
   platform::SimulatedMachine machine_;
 };
 
-TEST_F(HelpSystemTest, ATopicStandsBehindTheFile) {
-  Install(L"hhctrl.ocx");
-  HelpSystem help;
-  help.SetHelpFile(L"quillgate.chm");
-  help.ShowTopic(kTopicIndex);
-  ASSERT_THAT(Commands(), ElementsAre(HH_INITIALIZE, HH_DISPLAY_TOPIC));
-  EXPECT_EQ(requests[1].location, L"quillgate.chm::/html/index.html");
-  EXPECT_EQ(requests[1].caller, ::GetDesktopWindow());
-  help.ShowTopic(L"a.html", L"main");
-  EXPECT_EQ(requests[2].location, L"quillgate.chm::/a.html>main");
+TEST_F(HelpSystemTest, TopicsAndPopupsStandBehindTheFileAndTheEndIsTold) {
+  const RecordedHelp viewer;
+  {
+    HelpSystem help;
+    help.SetHelpFile(L"quillgate.chm");
+    help.ShowTopic(kTopicIndex);
+    help.ShowTopic(L"a.html", L"main");
+    help.ShowPopup(HelpPopupNumber(128, 1077));
+  }
+  EXPECT_THAT(
+      RecordedHelp::TakeLog(),
+      ElementsAre(
+          L"begin", L"topic quillgate.chm::/html/index.html", L"topic quillgate.chm::/a.html>main",
+          L"popup " + std::to_wstring(0x80800435) + L" in quillgate.chm::/popups.txt", L"end"));
 }
 
-TEST_F(HelpSystemTest, APopupHasTheNumberAndTheViewersOwnLook) {
-  Install(L"hhctrl.ocx");
-  HelpSystem help;
-  help.SetHelpFile(L"quillgate.chm");
-  help.ShowPopup(HelpPopupNumber(128, 1077));
-  ASSERT_THAT(Commands(), ElementsAre(HH_INITIALIZE, HH_DISPLAY_TEXT_POPUP));
-  EXPECT_EQ(requests[1].location, L"quillgate.chm::/popups.txt");
-  const HH_POPUP& popup = requests[1].popup;
-  EXPECT_EQ(popup.cbStruct, static_cast<int>(sizeof(HH_POPUP)));
-  EXPECT_EQ(popup.idString, 0x80800435u);
-  EXPECT_EQ(popup.pszText, nullptr);
-  EXPECT_EQ(popup.clrForeground, static_cast<COLORREF>(-1));
-  EXPECT_EQ(popup.clrBackground, static_cast<COLORREF>(-1));
-  EXPECT_EQ(popup.rcMargins.left, -1);
-  EXPECT_EQ(popup.rcMargins.bottom, -1);
+TEST_F(HelpSystemTest, TheRegisteredViewerComesFirstThenTheUsualOne) {
+  HKEY key = nullptr;
+  ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
+                              L"Software\\Classes\\CLSID\\"
+                              L"{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32",
+                              0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  constexpr wchar_t kPath[] = L"\\system\\viewer.ocx";
+  ::RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(kPath), sizeof(kPath));
+  ::RegCloseKey(key);
+  for (const wchar_t* installed : {L"viewer.ocx", L"hhctrl.ocx"}) {
+    const RecordedHelp viewer(installed);
+    HelpSystem().ShowTopic(L"a.html");
+    EXPECT_THAT(RecordedHelp::TakeLog(), testing::SizeIs(3)) << installed;
+  }
 }
 
-TEST_F(HelpSystemTest, TheViewerIsToldOfTheEndWithItsOwnCookie) {
-  Install(L"hhctrl.ocx");
-  { HelpSystem().SetHelpFile(L"quillgate.chm"); }
-  ASSERT_THAT(Commands(), ElementsAre(HH_INITIALIZE, HH_UNINITIALIZE));
-  EXPECT_EQ(requests[1].data, kCookie);
-}
-
-TEST_F(HelpSystemTest, TheRegisteredViewerComesFirst) {
-  Install(L"viewer.ocx");
-  RegisterViewer(L"\\system\\viewer.ocx");
-  HelpSystem().ShowTopic(L"a.html");
-  EXPECT_THAT(Commands(), ElementsAre(HH_INITIALIZE, HH_DISPLAY_TOPIC, HH_UNINITIALIZE));
-}
-
-TEST_F(HelpSystemTest, ARegisteredViewerThatIsGoneGivesWayToTheUsualOne) {
-  Install(L"hhctrl.ocx");
-  RegisterViewer(L"\\system\\viewer.ocx");
-  HelpSystem().ShowTopic(L"a.html");
-  EXPECT_THAT(Commands(), ElementsAre(HH_INITIALIZE, HH_DISPLAY_TOPIC, HH_UNINITIALIZE));
-}
-
-TEST_F(HelpSystemTest, WithoutAViewerNothingHappens) {
-  requests.clear();
+TEST_F(HelpSystemTest, WithoutAViewerOrItsExportNothingHappens) {
   HelpSystem help;
   help.SetHelpFile(L"quillgate.chm");
   help.ShowTopic(kTopicIndex);
   help.ShowPopup(1);
-  EXPECT_THAT(Commands(), ElementsAre());
-}
-
-TEST_F(HelpSystemTest, ALibraryWithoutTheExportIsNoViewer) {
-  requests.clear();
   platform::RegisterBuiltInModule(L"hhctrl.ocx", {});
   HelpSystem().ShowTopic(kTopicIndex);
-  EXPECT_THAT(Commands(), ElementsAre());
+  EXPECT_THAT(RecordedHelp::TakeLog(), testing::IsEmpty());
+  platform::UnregisterBuiltInModule(L"hhctrl.ocx");
 }
 
 }  // namespace

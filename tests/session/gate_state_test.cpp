@@ -6,45 +6,39 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class GateStateTest : public SessionTest {};
 
-TEST_F(GateStateTest, TheGateIsOpenFromTheStartAndShownSo) {
+TEST_F(GateStateTest, TheGateIsOpenFromTheStartAndClosedForAllButAllowedLocalTraffic) {
   EXPECT_TRUE(session_->IsHookAvailable());
   EXPECT_TRUE(session_->IsOnline());
   EXPECT_THAT(hook_->Codes(), ElementsAre(kEnableCode));
-  EXPECT_THAT(indicator_.icons, ElementsAre(GateIcon::kUndecided, GateIcon::kEnabled));
   EXPECT_TRUE(indicator_.shown);
   EXPECT_EQ(indicator_.tip, L"Quillgate - Internet connection enabled");
-}
-
-TEST_F(GateStateTest, ClosingSendsWhatIsLocalFirstAndOnlyYesAllowsIt) {
-  struct Case {
-    const wchar_t* setting;
-    DWORD code;
+  const std::pair<const wchar_t*, DWORD> cases[] = {
+      {nullptr, kBlockLocalCode},
+      {L"yes", kBlockLocalCode},
+      {L"YES", kAllowLocalCode},
+      {L"NO", kBlockLocalCode},
   };
-  constexpr Case kCases[] = {{nullptr, kBlockLocalCode},
-                             {L"yes", kBlockLocalCode},
-                             {L"YES", kAllowLocalCode},
-                             {L"NO", kBlockLocalCode}};
-  for (const Case& each : kCases) {
-    if (each.setting != nullptr) {
-      settings_.SetSetting(SettingKey::kLocalTrafficAllowed, each.setting);
-    }
+  for (const auto& [setting, code] : cases) {
+    if (setting != nullptr) settings_.SetSetting(SettingKey::kLocalTrafficAllowed, setting);
     hook_->ClearCodes();
     session_->Disable();
-    EXPECT_THAT(hook_->Codes(), ElementsAre(each.code, kDisableCode));
-    EXPECT_FALSE(session_->IsOnline());
+    EXPECT_THAT(hook_->Codes(), ElementsAre(code, kDisableCode));
   }
-  EXPECT_EQ(indicator_.icons.back(), GateIcon::kDisabled);
+  EXPECT_FALSE(session_->IsOnline());
+  indicator_.icons.resize(3);  // the first change of each kind
+  EXPECT_THAT(indicator_.icons,
+              ElementsAre(GateIcon::kUndecided, GateIcon::kEnabled, GateIcon::kDisabled));
   EXPECT_EQ(indicator_.tip, L"Quillgate - Internet connection disabled");
 }
 
-TEST_F(GateStateTest, WithoutTheHookTheAccountingGoesOn) {
+TEST_F(GateStateTest, WithoutHookAndCardTheTimeIsStillCounted) {
   hook_->FailOpenWith(ERROR_ACCESS_DENIED);
+  machine_.Interfaces().Set({});
   session_.reset();
-  indicator_ = {};
+  indicator_.icons.clear();
   MakeSession();
   EXPECT_FALSE(session_->IsHookAvailable());
   EXPECT_EQ(session_->HookError(), ERROR_ACCESS_DENIED);
@@ -53,6 +47,7 @@ TEST_F(GateStateTest, WithoutTheHookTheAccountingGoesOn) {
   LogOn();
   Pass(5s);
   EXPECT_EQ(session_->SecondsOnline(), 5u);
+  EXPECT_EQ(session_->BytesReceived(), 0u);
   logon_.LogOff(1);
   EXPECT_FALSE(session_->IsOnline());
   EXPECT_EQ(Rows(L"ConnLog").size(), 1u);
@@ -67,51 +62,38 @@ TEST_F(GateStateTest, TheEndOfTheProcessOpensTheGateWithoutADatabase) {
   EXPECT_THAT(hook_->Codes(), ElementsAre(kEnableCode));
 }
 
-TEST_F(GateStateTest, NothingIsCountedWhileNobodyIsLoggedOn) {
-  Pass(5s);
-  Receive(100);
-  EXPECT_TRUE(session_->IsOnline());
-  EXPECT_EQ(session_->SecondsOnline(), 0u);
-  EXPECT_EQ(session_->BytesReceived(), 0u);
-  EXPECT_EQ(session_->BytesSent(), 0u);
-}
-
-TEST_F(GateStateTest, ASessionIsMeasuredFromItsOwnStart) {
-  Receive(5000);
+TEST_F(GateStateTest, ASessionIsMeasuredBetweenItsOwnStartAndEnd) {
+  const auto expect = [this](std::uint64_t seconds, std::uint64_t received, std::uint64_t sent) {
+    EXPECT_EQ(session_->SecondsOnline(), seconds);
+    EXPECT_EQ(session_->BytesReceived(), received);
+    EXPECT_EQ(session_->BytesSent(), sent);
+  };
+  Count(5000, 100);
   Pass(100s);
+  EXPECT_TRUE(session_->IsOnline());
+  expect(0, 0, 0);  // nobody is logged on
   LogOn();
-  EXPECT_EQ(session_->BytesReceived(), 0u);
   Pass(3725s + 999ms);
-  machine_.Interfaces().Count(L"eth0", 65536, 1000);
-  EXPECT_EQ(session_->SecondsOnline(), 3725u);
-  EXPECT_EQ(session_->BytesReceived(), 65536u);
-  EXPECT_EQ(session_->BytesSent(), 1000u);
+  Count(65536, 1000);
+  expect(3725, 65536, 1000);
   session_->Disable();
-  EXPECT_EQ(session_->SecondsOnline(), 0u);
-  EXPECT_EQ(session_->BytesReceived(), 0u);
+  expect(0, 0, 0);
 }
 
-TEST_F(GateStateTest, ACounterThatFellBehindItsStartCountsNothing) {
-  Receive(5000);
-  LogOn();
-  machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = 4999});
-  EXPECT_EQ(session_->BytesReceived(), 0u);
-}
-
-TEST_F(GateStateTest, ACounterThatPasses32BitsIsMeasuredWhole) {
-  Receive(0xFFFF'FFFF);
-  LogOn();
-  Receive(0x1'0000'0001);
-  EXPECT_EQ(session_->BytesReceived(), 0x1'0000'0001u);
-}
-
-TEST_F(GateStateTest, ACardThatHasCounted4GiBBeginsASessionAtNothing) {
-  for (int session = 0; session < 2; ++session) {
-    Receive(0x5'0000'0000);
+TEST_F(GateStateTest, ACounterThatFallsCountsNothingAndOnePast32BitsIsMeasuredWhole) {
+  const struct {
+    std::uint64_t atStart, later, received;
+  } cases[] = {
+      {5000, 4999, 0},
+      {0xFFFF'FFFF, 0x2'0000'0000, 0x1'0000'0001},
+      {0x5'0000'0000, 0x6'8000'0000, 0x1'8000'0000},
+  };
+  for (const auto& each : cases) {
+    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = each.atStart});
     LogOn();
     EXPECT_EQ(session_->BytesReceived(), 0u);
-    Receive(0x1'8000'0000);
-    EXPECT_EQ(session_->BytesReceived(), 0x1'8000'0000u);
+    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = each.later});
+    EXPECT_EQ(session_->BytesReceived(), each.received) << each.atStart;
   }
 }
 
@@ -131,19 +113,9 @@ TEST_F(GateStateTest, TheAdapterThatTheSettingsNameIsMeasured) {
   settings_.SetSetting(SettingKey::kAdapter, L"eth1");
   session_->ReloadAdapter();
   LogOn();
-  machine_.Interfaces().Count(L"eth0", 7, 0);
+  Count(7, 0);
   machine_.Interfaces().Count(L"eth1", 11, 0);
   EXPECT_EQ(session_->BytesReceived(), 11u);
-}
-
-TEST_F(GateStateTest, AMachineWithoutACardCountsTimeOnly) {
-  machine_.Interfaces().Set({});
-  session_.reset();
-  MakeSession();
-  LogOn();
-  Pass(3s);
-  EXPECT_EQ(session_->SecondsOnline(), 3u);
-  EXPECT_EQ(session_->BytesReceived(), 0u);
 }
 
 }  // namespace

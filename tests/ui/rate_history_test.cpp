@@ -24,20 +24,26 @@ class RateHistoryTest : public testing::Test {
   RateHistory rates_;
 };
 
-TEST_F(RateHistoryTest, TheRateIsTheAverageOfEightSeconds) {
-  Run(4, 10 * kKilobyte, kKilobyte);
-  EXPECT_EQ(rates_.DownloadRate(), 5u);
-  Run(4, 10 * kKilobyte, kKilobyte);
-  EXPECT_EQ(rates_.DownloadRate(), 10u);
-  EXPECT_EQ(rates_.UploadRate(), 1u);
-  Run(8, 0, 3 * kKilobyte);
-  EXPECT_EQ(rates_.DownloadRate(), 0u);
-  EXPECT_EQ(rates_.UploadRate(), 3u);
-}
-
-TEST_F(RateHistoryTest, PartsOfAKilobyteAreDropped) {
-  Run(8, kKilobyte - 1, 2 * kKilobyte + 1);
-  EXPECT_EQ(rates_.DownloadRate(), 0u);
+TEST_F(RateHistoryTest, TheRateIsTheAverageOfEightSecondsInWholeKilobytes) {
+  const struct {
+    int seconds;
+    std::uint64_t receivedPerSecond, sentPerSecond, download, upload;
+  } cases[] = {
+      {4, 10 * kKilobyte, kKilobyte, 5, 0},
+      {4, 10 * kKilobyte, kKilobyte, 10, 1},
+      {8, 0, 3 * kKilobyte, 0, 3},
+      {8, kKilobyte - 1, 2 * kKilobyte + 1, 0, 2},
+  };
+  for (const auto& each : cases) {
+    Run(each.seconds, each.receivedPerSecond, each.sentPerSecond);
+    EXPECT_EQ(rates_.DownloadRate(), each.download) << each.receivedPerSecond;
+    EXPECT_EQ(rates_.UploadRate(), each.upload) << each.sentPerSecond;
+  }
+  // A new session leaves nothing of the old one.
+  rates_.Restart();
+  reading_ = {true, 0, 0, 0};
+  Run(1, 8 * kKilobyte, 16 * kKilobyte);
+  EXPECT_EQ(rates_.DownloadRate(), 1u);
   EXPECT_EQ(rates_.UploadRate(), 2u);
 }
 
@@ -47,20 +53,6 @@ TEST_F(RateHistoryTest, ASmallerDurationOrDownloadIsANewSession) {
   EXPECT_FALSE(rates_.IsOfNewSession({true, 3, 300, 0}));
   EXPECT_TRUE(rates_.IsOfNewSession({true, 2, 300, 300}));
   EXPECT_TRUE(rates_.IsOfNewSession({true, 3, 299, 300}));
-}
-
-TEST_F(RateHistoryTest, ANewSessionLeavesNothingOfTheOldOne) {
-  Run(8, 100 * kKilobyte, 50 * kKilobyte);
-  rates_.Restart();
-  reading_ = {true, 0, 0, 0};
-  Run(1, 8 * kKilobyte, 16 * kKilobyte);
-  EXPECT_EQ(rates_.DownloadRate(), 1u);
-  EXPECT_EQ(rates_.UploadRate(), 2u);
-}
-
-TEST_F(RateHistoryTest, TrafficInOneDirectionAloneKeepsTheSeconds) {
-  Run(8, 0, 8 * kKilobyte);
-  EXPECT_EQ(rates_.UploadRate(), 8u);
 }
 
 }  // namespace

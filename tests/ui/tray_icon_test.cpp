@@ -13,13 +13,7 @@
 namespace quillgate {
 namespace {
 
-using testing::ElementsAre;
-
-class RecordingTrayIcon final : public TrayIcon {
- public:
-  std::vector<std::string> events;
-
- private:
+struct RecordingTrayIcon final : TrayIcon {
   void OnButtonDown(MouseButton button) override { Add("down", button); }
   void OnButtonUp(MouseButton button) override {
     Add("up", button);
@@ -31,7 +25,7 @@ class RecordingTrayIcon final : public TrayIcon {
     events.push_back(what + std::to_string(static_cast<int>(button)));
   }
 
- public:
+  std::vector<std::string> events;
   bool throws = false;
 };
 
@@ -40,30 +34,32 @@ class TrayIconTest : public testing::Test {
   NOTIFYICONDATAW Shown() const {
     return platform::NotificationIcon(icon_.Window(), 0).value_or(NOTIFYICONDATAW{});
   }
-  bool IsThere() const { return platform::NotificationIcon(icon_.Window(), 0).has_value(); }
   void Send(UINT event) { ::SendMessageW(icon_.Window(), WM_USER + 1, 0, event); }
-  void RestartShell() {
-    platform::ClearNotificationArea();
-    ::SendMessageW(icon_.Window(), ::RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
-  }
 
   platform::SimulatedMachine machine_;
   RecordingTrayIcon icon_;
 };
 
-TEST_F(TrayIconTest, IsAddedHiddenUntilItIsShown) {
-  const auto changes = machine_.NotificationChanges();
-  ASSERT_EQ(changes.size(), 1u);
-  EXPECT_EQ(changes[0].first, NIM_ADD);
-  const NOTIFYICONDATAW& record = changes[0].second;
-  EXPECT_EQ(record.cbSize, offsetof(NOTIFYICONDATAW, guidItem));
-  EXPECT_EQ(record.uFlags, 0x1Du);
-  EXPECT_EQ(record.uCallbackMessage, 0x401u);
-  EXPECT_EQ(record.uTimeout, 10000u);
-  EXPECT_EQ(record.dwState & record.dwStateMask, NIS_HIDDEN);
-  EXPECT_TRUE(icon_.ShowIcon());
-  EXPECT_EQ(Shown().dwState, 0u);
-  EXPECT_EQ(Shown().dwStateMask, NIS_HIDDEN);
+TEST_F(TrayIconTest, IsHiddenUntilItIsShownAndGoesWithItsObject) {
+  HWND window = nullptr;
+  {
+    TrayIcon icon;
+    window = icon.Window();
+    const auto [change, record] = machine_.NotificationChanges().back();
+    EXPECT_EQ(change, NIM_ADD);
+    EXPECT_EQ(record.cbSize, offsetof(NOTIFYICONDATAW, guidItem));
+    EXPECT_EQ(record.uFlags, 0x1Du);
+    EXPECT_EQ(record.uCallbackMessage, 0x401u);
+    EXPECT_EQ(record.uTimeout, 10000u);
+    EXPECT_EQ(record.dwState & record.dwStateMask, NIS_HIDDEN);
+    EXPECT_TRUE(icon.ShowIcon());
+    const auto shown = platform::NotificationIcon(window, 0);
+    EXPECT_EQ(shown->dwState, 0u);
+    EXPECT_EQ(shown->dwStateMask, NIS_HIDDEN);
+  }
+  EXPECT_EQ(machine_.NotificationChanges().back().first, NIM_DELETE);
+  EXPECT_FALSE(::IsWindow(window));
+  EXPECT_TRUE(platform::NotificationIcon(icon_.Window(), 0).has_value()) << "another's";
 }
 
 TEST_F(TrayIconTest, TheFormerIconLastsUntilTheNewOneIsShown) {
@@ -82,80 +78,49 @@ TEST_F(TrayIconTest, TextsAreCutToTheRoomThereIs) {
   EXPECT_TRUE(icon_.SetTipText(L"short"));
   EXPECT_STREQ(Shown().szTip, L"short");
   EXPECT_TRUE(icon_.ShowBalloon(std::wstring(300, L'b'), std::wstring(300, L'c'), NIIF_WARNING));
-  const NOTIFYICONDATAW record = machine_.NotificationChanges().back().second;
-  EXPECT_EQ(std::wstring(record.szInfo), std::wstring(255, L'b'));
-  EXPECT_EQ(std::wstring(record.szInfoTitle), std::wstring(63, L'c'));
-  EXPECT_EQ(record.dwInfoFlags, NIIF_WARNING);
+  EXPECT_EQ(std::wstring(Shown().szInfo), std::wstring(255, L'b'));
+  EXPECT_EQ(std::wstring(Shown().szInfoTitle), std::wstring(63, L'c'));
+  EXPECT_EQ(Shown().dwInfoFlags, NIIF_WARNING);
 }
 
-TEST_F(TrayIconTest, ALaterChangeDoesNotRepeatTheBalloon) {
+TEST_F(TrayIconTest, ABalloonIsShownOnceAlsoOfAnIconThatWasLost) {
   ASSERT_TRUE(icon_.ShowBalloon(L"text", L"title", NIIF_INFO));
-  EXPECT_STREQ(Shown().szInfo, L"text");
   icon_.SetTipText(L"tip");
   EXPECT_STREQ(Shown().szInfo, L"");
   EXPECT_STREQ(Shown().szInfoTitle, L"");
-}
 
-TEST_F(TrayIconTest, ALostIconComesBackWithItsBalloon) {
-  icon_.SetTipText(L"tip");
   platform::ClearNotificationArea();
   EXPECT_FALSE(icon_.ShowBalloon(L"text", L"title", NIIF_ERROR));
   EXPECT_EQ(machine_.NotificationChanges().back().first, NIM_ADD);
   EXPECT_STREQ(Shown().szInfo, L"text");
   EXPECT_STREQ(Shown().szTip, L"tip");
-
   // On show, it is over for the record too.
   Send(NIN_BALLOONSHOW);
   icon_.SetTipText(L"another");
   EXPECT_STREQ(Shown().szInfo, L"");
 }
 
-TEST_F(TrayIconTest, AShellThatRestartsGetsTheIconAsItWas) {
+TEST_F(TrayIconTest, AShellThatRestartsGetsTheIconAsItIsWithWhatWasRefusedMeanwhile) {
   icon_.SetIconHandle(LoadSmallIcon(IDI_CONNECTION_ENABLED));
-  icon_.SetTipText(L"tip");
-  icon_.ShowIcon();
-  const NOTIFYICONDATAW before = Shown();
-  RestartShell();
-  const NOTIFYICONDATAW after = Shown();
-  EXPECT_EQ(after.hIcon, before.hIcon);
-  EXPECT_STREQ(after.szTip, L"tip");
-  EXPECT_EQ(after.dwState, 0u);
-  EXPECT_STREQ(after.szInfo, L"");
-}
-
-TEST_F(TrayIconTest, AChangeThatWasRefusedIsShownAfterTheRestart) {
+  const HICON handle = Shown().hIcon;
   platform::ClearNotificationArea();
   EXPECT_FALSE(icon_.SetTipText(L"tip"));
   EXPECT_FALSE(icon_.ShowIcon());
-  RestartShell();
+  platform::ClearNotificationArea();
+  ::SendMessageW(icon_.Window(), ::RegisterWindowMessageW(L"TaskbarCreated"), 0, 0);
+  EXPECT_EQ(Shown().hIcon, handle);
   EXPECT_STREQ(Shown().szTip, L"tip");
   EXPECT_EQ(Shown().dwState, 0u);
+  EXPECT_STREQ(Shown().szInfo, L"");
 }
 
-TEST_F(TrayIconTest, EventsReachTheirHandlers) {
+TEST_F(TrayIconTest, EventsReachTheirHandlersAndTheirExceptionsNobody) {
+  icon_.throws = true;
   for (const UINT event : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN,
                            WM_RBUTTONUP, NIN_BALLOONUSERCLICK, NIN_BALLOONHIDE})
     Send(event);
-  EXPECT_THAT(icon_.events, ElementsAre("down1", "up1", "double", "down2", "up2", "balloon"));
-}
-
-TEST_F(TrayIconTest, AnExceptionDoesNotLeaveTheProcedure) {
-  icon_.throws = true;
-  Send(WM_RBUTTONUP);
-  Send(WM_LBUTTONUP);
-  EXPECT_THAT(icon_.events, ElementsAre("up2", "up1"));
-}
-
-TEST_F(TrayIconTest, TheIconGoesWithItsObject) {
-  HWND window = nullptr;
-  {
-    TrayIcon other;
-    window = other.Window();
-    EXPECT_TRUE(platform::NotificationIcon(window, 0).has_value());
-  }
-  EXPECT_EQ(machine_.NotificationChanges().back().first, NIM_DELETE);
-  EXPECT_FALSE(::IsWindow(window));
-  EXPECT_TRUE(IsThere());
+  EXPECT_THAT(icon_.events,
+              testing::ElementsAre("down1", "up1", "double", "down2", "up2", "balloon"));
 }
 
 }  // namespace

@@ -30,25 +30,18 @@ class AdapterListTest : public testing::Test {
     platform::SetKeyProvider(platform::kNetworkCardsPath, platform::NetworkCardKeys);
   }
 
-  // The cards are what the registry's file holds, from now on.
-  static void UseStoredKeys() { platform::SetKeyProvider(platform::kNetworkCardsPath, {}); }
-
-  static RegistryKey StoreCard(const std::wstring& key) {
-    HKEY card = nullptr;
-    const std::wstring path = std::wstring(platform::kNetworkCardsPath) + L"\\" + key;
-    EXPECT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                &card, nullptr),
-              0);
-    return RegistryKey(card);
-  }
-
-  // Without a terminator, which the registry does not ask for.
-  static void Store(const RegistryKey& card, const wchar_t* name, DWORD type,
+  // In the registry's file, without a terminator, which the registry does not ask for.
+  static void Store(const std::wstring& card, const wchar_t* name, DWORD type,
                     const std::wstring& text) {
-    EXPECT_EQ(
-        ::RegSetValueExW(card.Get(), name, 0, type, reinterpret_cast<const BYTE*>(text.data()),
-                         static_cast<DWORD>(text.size() * sizeof(wchar_t))),
-        0);
+    const std::wstring path = std::wstring(platform::kNetworkCardsPath) + L"\\" + card;
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                                &key, nullptr),
+              0);
+    const RegistryKey owned(key);
+    ASSERT_EQ(::RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(text.data()),
+                               static_cast<DWORD>(text.size() * sizeof(wchar_t))),
+              0);
   }
 
   platform::SimulatedMachine machine_;
@@ -63,37 +56,22 @@ TEST_F(AdapterListTest, CardsAreListedInTheirOrder) {
   EXPECT_EQ(AdapterDescription(L"FIRST"), L"");
 }
 
-TEST_F(AdapterListTest, OnlyTextsOfTheRightTypeAreTaken) {
-  UseStoredKeys();
-  const RegistryKey card = StoreCard(L"1");
-  Store(card, L"ServiceName", REG_EXPAND_SZ, L"expanded");
-  Store(card, L"Description", REG_SZ, std::wstring(L"A card\0 with more", 17));
-  StoreCard(L"2");
-  const auto adapters = ListInstalledAdapters();
-  ASSERT_EQ(adapters.size(), 2u);
-  EXPECT_EQ(adapters[0].serviceName, L"Unknown");
-  EXPECT_EQ(adapters[0].description, L"A card");
-  EXPECT_EQ(adapters[1].serviceName, L"Unknown");
-  EXPECT_EQ(adapters[1].description, L"Unknown");
-}
-
-TEST_F(AdapterListTest, ATextThatDoesNotFitIsUnknown) {
-  UseStoredKeys();
-  const RegistryKey card = StoreCard(L"1");
-  Store(card, L"ServiceName", REG_SZ, std::wstring(256, L's'));
-  Store(card, L"Description", REG_SZ, std::wstring(257, L'd'));
-  const auto adapters = ListInstalledAdapters();
-  ASSERT_EQ(adapters.size(), 1u);
-  EXPECT_EQ(adapters[0].serviceName, std::wstring(256, L's'));
-  EXPECT_EQ(adapters[0].description, L"Unknown");
-}
-
-TEST_F(AdapterListTest, AKeyNameThatDoesNotFitEndsTheList) {
-  UseStoredKeys();
-  StoreCard(L"1");
-  StoreCard(L"2 name of 16 ch.");
-  StoreCard(L"3");
-  EXPECT_EQ(ListInstalledAdapters().size(), 1u);
+TEST_F(AdapterListTest, ATextOfAnotherTypeOrTooLongIsUnknownAndAKeyNameTooLongEndsTheList) {
+  // From now on the cards are what the registry's file holds.
+  platform::SetKeyProvider(platform::kNetworkCardsPath, {});
+  Store(L"1", L"ServiceName", REG_EXPAND_SZ, L"expanded");
+  Store(L"1", L"Description", REG_SZ, std::wstring(L"A card\0 with more", 17));
+  Store(L"2", L"Other", REG_SZ, L"");
+  Store(L"3", L"ServiceName", REG_SZ, std::wstring(256, L's'));
+  Store(L"3", L"Description", REG_SZ, std::wstring(257, L'd'));
+  Store(L"4 name of 16 ch.", L"Other", REG_SZ, L"");
+  Store(L"5", L"Other", REG_SZ, L"");
+  std::vector<std::pair<std::wstring, std::wstring>> texts;
+  for (const AdapterEntry& each : ListInstalledAdapters())
+    texts.emplace_back(each.serviceName, each.description);
+  EXPECT_THAT(texts,
+              ElementsAre(std::pair(L"Unknown", L"A card"), std::pair(L"Unknown", L"Unknown"),
+                          std::pair(std::wstring(256, L's'), L"Unknown")));
 }
 
 // The second card's key has another name whenever it is looked at, so it can never be opened.
@@ -111,37 +89,22 @@ TEST_F(AdapterListTest, ACardThatCannotBeOpenedStandsAsTheOneBefore) {
   EXPECT_THAT(ServiceNames(), ElementsAre(L"first", L"first", L"third"));
 }
 
-class ChooseAdapterTest : public AdapterListTest {
- protected:
-  ChooseAdapterTest() {
-    machine_.Interfaces().Set(
-        {platform::SimulatedCard(3, L"card3"), platform::SimulatedCard(4, L"card4")});
-  }
-
-  std::wstring Stored() { return settings_.GetSetting(SettingKey::kAdapter, L"absent"); }
-
-  Database database_;
-  Settings settings_{database_};
-};
-
-TEST_F(ChooseAdapterTest, TheFirstCardIsChosenAndStored) {
-  EXPECT_EQ(ChooseAdapter(settings_)->ServiceName(), L"card3");
-  EXPECT_EQ(Stored(), L"card3");
-}
-
-TEST_F(ChooseAdapterTest, TheStoredCardIsChosenByItsExactName) {
-  settings_.SetSetting(SettingKey::kAdapter, L"card4");
-  EXPECT_EQ(ChooseAdapter(settings_)->InterfaceIndex(), 4u);
-  settings_.SetSetting(SettingKey::kAdapter, L"CARD4");
-  EXPECT_EQ(ChooseAdapter(settings_)->ServiceName(), L"card3");
-  EXPECT_EQ(Stored(), L"card3");
-}
-
-TEST_F(ChooseAdapterTest, AMachineWithoutCardsHasNoChoiceAndKeepsTheStoredOne) {
-  settings_.SetSetting(SettingKey::kAdapter, L"card4");
+TEST_F(AdapterListTest, TheStoredCardIsChosenByItsExactNameElseTheFirstWhichIsStored) {
+  Database database;
+  Settings settings(database);
+  const auto stored = [&] { return settings.GetSetting(SettingKey::kAdapter, L"absent"); };
+  machine_.Interfaces().Set(
+      {platform::SimulatedCard(3, L"card3"), platform::SimulatedCard(4, L"card4")});
+  EXPECT_EQ(ChooseAdapter(settings)->ServiceName(), L"card3");
+  EXPECT_EQ(stored(), L"card3");
+  settings.SetSetting(SettingKey::kAdapter, L"card4");
+  EXPECT_EQ(ChooseAdapter(settings)->InterfaceIndex(), 4u);
+  settings.SetSetting(SettingKey::kAdapter, L"CARD4");
+  EXPECT_EQ(ChooseAdapter(settings)->ServiceName(), L"card3");
+  EXPECT_EQ(stored(), L"card3");
   machine_.Interfaces().Set({});
-  EXPECT_EQ(ChooseAdapter(settings_), nullptr);
-  EXPECT_EQ(Stored(), L"card4");
+  EXPECT_EQ(ChooseAdapter(settings), nullptr);
+  EXPECT_EQ(stored(), L"card3");
 }
 
 }  // namespace

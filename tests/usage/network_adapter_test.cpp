@@ -18,8 +18,7 @@ namespace quillgate {
 namespace {
 
 // A network driver's device that answers the objects that the test gives it.
-class FakeDriver final : public platform::Device {
- public:
+struct FakeDriver final : platform::Device {
   DWORD Open(DWORD) override {
     ++opened;
     return NO_ERROR;
@@ -31,7 +30,8 @@ class FakeDriver final : public platform::Device {
       return ERROR_INVALID_PARAMETER;
     std::memcpy(&objectId, in.data(), sizeof(objectId));
     const auto found = objects.find(objectId);
-    if (error != NO_ERROR || found == objects.end()) return error != NO_ERROR ? error : 50;
+    if (error != NO_ERROR) return error;
+    if (found == objects.end()) return ERROR_NOT_SUPPORTED;
     const std::vector<BYTE>& bytes = found->second;
     std::memcpy(out.data(), bytes.data(), std::min(out.size(), bytes.size()));
     returned = static_cast<DWORD>(bytes.size());
@@ -47,12 +47,11 @@ class FakeDriver final : public platform::Device {
 class NetworkAdapterTest : public testing::Test {
  protected:
   NetworkAdapterTest()
-      : name_(platform::Wide(testing::UnitTest::GetInstance()->current_test_info()->name())) {
-    machine_.Interfaces().Set({platform::SimulatedCard(2, L"other"), card_ = MakeCard()});
+      : name_(platform::Wide(testing::UnitTest::GetInstance()->current_test_info()->name())),
+        card_(platform::SimulatedCard(7, name_)) {
+    machine_.Interfaces().Set({platform::SimulatedCard(2, L"other"), card_});
   }
   ~NetworkAdapterTest() override { platform::UnregisterDevice(name_); }
-
-  platform::NetworkInterface MakeCard() { return platform::SimulatedCard(7, name_); }
 
   // From now on the driver answers for the card's device.
   std::shared_ptr<FakeDriver> ReplaceDriver() {
@@ -72,21 +71,19 @@ class NetworkAdapterTest : public testing::Test {
   platform::NetworkInterface card_;
 };
 
-TEST_F(NetworkAdapterTest, TheMacAddressFindsTheInterface) {
-  EXPECT_EQ(NetworkAdapter(name_).InterfaceIndex(), 7u);
-  EXPECT_EQ(NetworkAdapter(name_).MacAddressText(), L"02-00-5E-10-00-07");
-  EXPECT_EQ(NetworkAdapter(L"no such card").InterfaceIndex(), NetworkAdapter::kUnknownIndex);
-  EXPECT_EQ(NetworkAdapter(L"no such card").MacAddressText(), L"");
-  EXPECT_EQ(NetworkAdapter(L"").InterfaceIndex(), NetworkAdapter::kUnknownIndex);
-}
-
-TEST_F(NetworkAdapterTest, AnotherServiceNameFindsAnotherInterface) {
-  NetworkAdapter adapter(L"other");
-  EXPECT_EQ(adapter.InterfaceIndex(), 2u);
-  adapter.SetServiceName(name_);
+TEST_F(NetworkAdapterTest, TheMacAddressOfTheNamedCardFindsTheInterface) {
+  NetworkAdapter adapter(name_);
   EXPECT_EQ(adapter.InterfaceIndex(), 7u);
-  adapter.SetServiceName(L"no such card");
-  EXPECT_EQ(adapter.InterfaceIndex(), NetworkAdapter::kUnknownIndex);
+  EXPECT_EQ(adapter.MacAddressText(), L"02-00-5E-10-00-07");
+  adapter.SetServiceName(L"other");
+  EXPECT_EQ(adapter.InterfaceIndex(), 2u);
+  for (const wchar_t* name : {L"no such card", L""}) {
+    adapter.SetServiceName(name);
+    EXPECT_EQ(adapter.InterfaceIndex(), NetworkAdapter::kUnknownIndex);
+    EXPECT_EQ(adapter.MacAddressText(), L"");
+    EXPECT_EQ(adapter.BytesSent(), 0u);
+    EXPECT_EQ(adapter.BytesReceived(), 0u);
+  }
 }
 
 TEST_F(NetworkAdapterTest, AMacAddressThatIsInNoRowOrTooLongFindsNothing) {
@@ -120,35 +117,23 @@ TEST_F(NetworkAdapterTest, ACounterOfAnotherSizeComesFromTheInterfaceTableWithIt
   SetTableCounters(600, 100);
   EXPECT_EQ(adapter.BytesSent() - sent, 100 + 4294967295u - 4294967000u);
   EXPECT_EQ(adapter.BytesReceived() - received, 100u);
-}
-
-TEST_F(NetworkAdapterTest, WithoutDriverAndInterfaceNothingIsCounted) {
-  const NetworkAdapter adapter(L"no such card");
-  EXPECT_EQ(adapter.BytesSent(), 0u);
-  EXPECT_EQ(adapter.BytesReceived(), 0u);
-}
-
-TEST_F(NetworkAdapterTest, AnInterfaceThatHasGoneReadsNothing) {
-  ReplaceDriver();
-  const NetworkAdapter adapter(name_);
   machine_.Interfaces().Set({});
-  EXPECT_EQ(adapter.BytesSent(), 0u);
+  EXPECT_EQ(adapter.BytesSent(), 0u) << "the interface has gone";
 }
 
 TEST_F(NetworkAdapterTest, AFailedQueryTellsItsErrorAndNoBytes) {
   const auto driver = ReplaceDriver();
-  const NetworkAdapter adapter(name_);
-  BYTE buffer[16];
-  DWORD returned = 99;
-  EXPECT_EQ(adapter.QueryNdis(0x12345678, buffer, sizeof(buffer), &returned), ERROR_NOT_SUPPORTED);
-  EXPECT_EQ(returned, 0u);
-  returned = 99;
-  EXPECT_EQ(NetworkAdapter(L"no such card").QueryNdis(1, buffer, sizeof(buffer), &returned),
-            ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(returned, 0u);
+  const std::pair<std::wstring, DWORD> cases[] = {{name_, ERROR_NOT_SUPPORTED},
+                                                  {L"no such card", ERROR_FILE_NOT_FOUND}};
+  for (const auto& [name, error] : cases) {
+    BYTE buffer[16];
+    DWORD returned = 99;
+    EXPECT_EQ(NetworkAdapter(name).QueryNdis(0x12345678, buffer, sizeof(buffer), &returned), error);
+    EXPECT_EQ(returned, 0u);
+  }
 }
 
-TEST_F(NetworkAdapterTest, ManyReadingsUseOneHandle) {
+TEST_F(NetworkAdapterTest, ManyReadingsUseOneHandleAlsoOfADriverThatCameBack) {
   const auto driver = ReplaceDriver();
   const NetworkAdapter first(name_);
   const std::size_t handles = platform::Handles().Count();
@@ -159,18 +144,11 @@ TEST_F(NetworkAdapterTest, ManyReadingsUseOneHandle) {
     first.MacAddressText();
   }
   EXPECT_EQ(driver->opened, 1);
-  EXPECT_EQ(platform::Handles().Count(), handles);
-}
-
-TEST_F(NetworkAdapterTest, ADriverThatCameBackIsReadAgain) {
-  const auto gone = ReplaceDriver();
-  const NetworkAdapter adapter(name_);
-  const std::size_t handles = platform::Handles().Count();
-  gone->error = ERROR_DEVICE_NOT_CONNECTED;
+  driver->error = ERROR_DEVICE_NOT_CONNECTED;
   const auto back = ReplaceDriver();
   back->objects[OID_GEN_DIRECTED_BYTES_XMIT] = {42, 0, 0, 0};
-  EXPECT_EQ(adapter.BytesSent(), 42u);
-  EXPECT_EQ(adapter.BytesSent(), 42u);
+  EXPECT_EQ(first.BytesSent(), 42u);
+  EXPECT_EQ(second.BytesSent(), 42u);
   EXPECT_EQ(back->opened, 1);
   EXPECT_EQ(platform::Handles().Count(), handles);
 }
@@ -181,9 +159,7 @@ TEST(CounterExtensionTest, AWrapCountsOneLessThanTheRangeOfTheCounter) {
   EXPECT_EQ(extension.Extend(100), 4294967395u);
   EXPECT_EQ(extension.Extend(100), 4294967395u);
   EXPECT_EQ(extension.Extend(99), 99 + 2 * std::uint64_t{4294967295u});
-}
-
-TEST(CounterExtensionTest, TheDirectionsDoNotMix) {
+  // The directions do not mix.
   const std::uint64_t received = ReceivedBytesExtension().Extend(1000);
   SentBytesExtension().Extend(2000);
   SentBytesExtension().Extend(1);

@@ -1,38 +1,45 @@
 // The connection sheet on the screen: what it shows, how it lives, and its end.
+#include "ui/connection_sheet.h"
+
 #include <windows.h>
 
 #include <commctrl.h>
-
-#include <htmlhelp.h>
-
 #include <prsht.h>
 
-#include "connection_test.h"
+#include <filesystem>
+
+#include "desktop/resident_memory.h"
+#include "frame/desktop/frame_test.h"
 #include "frame/help_topics.h"
-#include "platform/kernel/modules.h"
+#include "platform/kernel/handle_table.h"
+#include "program/recorded_help.h"
+#include "program/with_session.h"
 
 namespace quillgate {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 const QString kTitle = "Connection information";
 
-std::vector<std::wstring> helpRequests;
-
-// "number" of a popup, or the place of a topic.
-HWND WINAPI RecordHelp(HWND, LPCWSTR file, UINT command, DWORD_PTR data) {
-  if (command == HH_DISPLAY_TOPIC) helpRequests.emplace_back(file);
-  if (command == HH_DISPLAY_TEXT_POPUP)
-    helpRequests.push_back(std::to_wstring(reinterpret_cast<const HH_POPUP*>(data)->idString));
-  return nullptr;
+std::wstring TextOf(HWND window) {
+  wchar_t text[100] = L"";
+  ::GetWindowTextW(window, text, 100);
+  return text;
 }
 
-class ConnectionSheetTest : public ConnectionTest {
+std::wstring CellOf(HWND list, int row, int column) {
+  wchar_t text[100] = L"";
+  ListView_GetItemText(list, row, column, text, 100);
+  return text;
+}
+
+class ConnectionSheetTest : public WithSession<WithUsers<FrameTest>> {
  protected:
   // Opens the sheet for the one who is logged on; the user does what the script says, then presses
   // Close unless the sheet is to close by itself.
-  void Open(std::function<void(DesktopScript&, QWidget*)> user, bool close = true) {
+  void Open(const std::function<void(DesktopScript&, QWidget*)>& user, bool close = true) {
     DesktopScript script([&](DesktopScript& running) {
       QWidget* window = running.AwaitWindow(kTitle);
       user(running, window);
@@ -41,147 +48,114 @@ class ConnectionSheetTest : public ConnectionTest {
     });
     sheet_.Open(*session_);
   }
-  static QString Text(DesktopScript& script, QWidget* window, int control) {
-    return script.TextOf(script.Child(window, control));
+  static std::wstring Text(DesktopScript& script, QWidget* window, int control) {
+    return TextOf(script.HandleOf(script.Child(window, control)));
   }
-  // Moves the clock and waits for the refresh, which shows in the duration.
-  void Tick(DesktopScript& script, QWidget* window, const QString& duration) {
-    Pass(std::chrono::seconds(1));
-    script.Await([&] { return Find(window, IDC_DURATION) == duration; }, "refresh at " + duration);
+  // One second passes; the refresh shows in the duration.
+  void Tick(DesktopScript& script, QWidget* window, int seconds) {
+    const std::wstring expected =
+        (seconds < 10 ? L"00:00:0" : L"00:00:") + std::to_wstring(seconds);
+    const HWND duration = script.HandleOf(script.Child(window, IDC_DURATION));
+    Pass(1s);
+    script.Await([&] { return TextOf(duration) == expected; }, "refresh");
   }
-  // In the window thread.
-  static QString Find(QWidget* window, int control);
+
+  ConnectionSheet sheet_{{ui_, settings_, database_, calendar_, logon_}};
 };
 
-QString ConnectionSheetTest::Find(QWidget* window, int control) {
-  for (QWidget* each : window->findChildren<QWidget*>()) {
-    const HWND handle = reinterpret_cast<HWND>(each->property("windowHandle").toULongLong());
-    if (handle == nullptr || ::GetWindowLongPtrW(handle, GWLP_ID) != control) continue;
-    wchar_t text[100] = L"";
-    ::GetWindowTextW(handle, text, 100);
-    return QString::fromWCharArray(text);
-  }
-  return "(none)";
-}
-
 TEST_F(ConnectionSheetTest, ShowsTheSessionAndWhatWasUsedInEachPeriod) {
-  Finished(L"60", L"2097152", L"1048576", L"2005-03-14 10:00:00");
-  Finished(L"3600", L"0", L"1048576", L"2005-03-02 10:00:00");
-  Finished(L"3600", L"0", L"1048576", L"2005-02-28 10:00:00");
+  Insert(L"ConnLog", {L"Anna", L"60", L"2097152", L"1048576", L"2005-03-14 10:00:00"});
+  Insert(L"ConnLog", {L"Anna", L"3600", L"0", L"1048576", L"2005-03-02 10:00:00"});
+  Insert(L"ConnLog", {L"Anna", L"3600", L"0", L"1048576", L"2005-02-28 10:00:00"});
   logon_.LogOn({});
-  Pass(std::chrono::seconds(3725));
+  Pass(3725s);
   Count(524288, 1234);
+  const std::pair<int, const wchar_t*> cases[] = {
+      {IDC_USER_NAME, L"Anna"},
+      {IDC_STATUS, L"Enabled"},
+      {IDC_DURATION, L"01:02:05"},
+      {IDC_RECEIVED, L"524,288"},
+      {IDC_SENT, L"1,234"},
+      {IDC_DOWNLOAD_RATE, L"Wait"},
+      {IDC_TIME_ONLINE_TODAY, L"01:03:05"},
+      {IDC_TIME_ONLINE_WEEK, L"01:03:05"},
+      {IDC_TIME_ONLINE_MONTH, L"02:03:05"},
+      {IDC_DOWNLOADS_TODAY, L"1.50"},
+      {IDC_DOWNLOADS_WEEK, L"1.50"},
+      {IDC_DOWNLOADS_MONTH, L"2.50"},
+      {IDC_UPLOADS_TODAY, L"2.00"},
+      {IDC_SESSION_GROUP, L"Session information"},
+      {IDC_DOWNLOADS_LABEL, L"Downloads (MB):"},
+      {IDCANCEL, L"Close"},
+  };
   Open([&](DesktopScript& script, QWidget* window) {
-    const struct {
-      int control;
-      const char* text;
-    } expected[] = {{IDC_USER_NAME, "Anna"},
-                    {IDC_STATUS, "Enabled"},
-                    {IDC_DURATION, "01:02:05"},
-                    {IDC_RECEIVED, "524,288"},
-                    {IDC_SENT, "1,234"},
-                    {IDC_DOWNLOAD_RATE, "Wait"},
-                    {IDC_TIME_ONLINE_TODAY, "01:03:05"},
-                    {IDC_TIME_ONLINE_WEEK, "01:03:05"},
-                    {IDC_TIME_ONLINE_MONTH, "02:03:05"},
-                    {IDC_DOWNLOADS_TODAY, "1.50"},
-                    {IDC_DOWNLOADS_WEEK, "1.50"},
-                    {IDC_DOWNLOADS_MONTH, "2.50"},
-                    {IDC_UPLOADS_TODAY, "2.00"},
-                    {IDC_SESSION_GROUP, "Session information"},
-                    {IDC_DOWNLOADS_LABEL, "Downloads (MB):"},
-                    {IDCANCEL, "Close"}};
-    for (const auto& each : expected) {
-      script.Do([&] { EXPECT_EQ(Find(window, each.control), each.text) << each.control; });
-    }
-    script.Do([&] {
-      const HWND sheet = reinterpret_cast<HWND>(window->property("windowHandle").toULongLong());
-      EXPECT_FALSE(::IsWindowVisible(::GetDlgItem(sheet, IDOK)));
-    });
+    for (const auto& [control, text] : cases)
+      EXPECT_EQ(Text(script, window, control), text) << control;
+    EXPECT_FALSE(::IsWindowVisible(::GetDlgItem(script.HandleOf(window), IDOK)));
   });
 }
 
-TEST_F(ConnectionSheetTest, WaitBlinksUntilEightReadingsMakeARate) {
+TEST_F(ConnectionSheetTest, WaitBlinksUntilEightReadingsMakeARateAndAgainInTheNextOpening) {
   logon_.LogOn({});
   Open([&](DesktopScript& script, QWidget* window) {
-    std::vector<QString> rates{Text(script, window, IDC_DOWNLOAD_RATE)};
+    std::vector<std::wstring> rates{Text(script, window, IDC_DOWNLOAD_RATE)};
     for (int second = 1; second <= 8; ++second) {
       Count(8192, 16384);
-      Tick(script, window, QString("00:00:%1").arg(second, 2, 10, QChar('0')));
+      Tick(script, window, second);
       rates.push_back(Text(script, window, IDC_DOWNLOAD_RATE));
     }
-    EXPECT_THAT(rates, ElementsAre("Wait", "", "Wait", "", "Wait", "", "Wait", "7.00", "8.00"));
-    EXPECT_EQ(Text(script, window, IDC_UPLOAD_RATE), "16.00");
+    EXPECT_THAT(rates,
+                ElementsAre(L"Wait", L"", L"Wait", L"", L"Wait", L"", L"Wait", L"7.00", L"8.00"));
+    EXPECT_EQ(Text(script, window, IDC_UPLOAD_RATE), L"16.00");
   });
-}
-
-TEST_F(ConnectionSheetTest, ASecondOpeningGoesOnWithTheRatesAndWaitsAgain) {
-  logon_.LogOn({});
-  const auto run = [this](DesktopScript& script, QWidget* window, int from, int to) {
-    for (int second = from; second <= to; ++second) {
-      Count(8192, 0);
-      Tick(script, window, QString("00:00:%1").arg(second, 2, 10, QChar('0')));
-    }
-  };
-  Open([&](DesktopScript& script, QWidget* window) { run(script, window, 1, 8); });
   Open([&](DesktopScript& script, QWidget* window) {
-    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), "Wait");
-    run(script, window, 9, 15);
-    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), "7.00");
+    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), L"Wait");
+    for (int second = 9; second <= 15; ++second) {
+      Count(8192, 0);
+      Tick(script, window, second);
+    }
+    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), L"7.00");
   });
 }
 
-TEST_F(ConnectionSheetTest, ALogOffClosesItAtTheNextRefresh) {
+TEST_F(ConnectionSheetTest, ALogOffClosesItAtTheNextRefreshAndItDoesNotOpenAgain) {
   logon_.LogOn({});
   Open(
       [&](DesktopScript& script, QWidget*) {
         script.Do([&] { logon_.LogOff(1); });
-        Pass(std::chrono::seconds(1));
+        Pass(1s);
       },
       false);
-}
-
-TEST_F(ConnectionSheetTest, WithNobodyLoggedOnItClosesAtOnce) {
   sheet_.Open(*session_);
 }
 
 TEST_F(ConnectionSheetTest, ANewSessionReadsThePeriodsAgainAndForgetsTheRates) {
   logon_.LogOn({});
-  Pass(std::chrono::seconds(100));
+  Pass(100s);
   Count(1048576, 0);
   Open([&](DesktopScript& script, QWidget* window) {
-    script.Do([&] { EXPECT_EQ(Find(window, IDC_TIME_ONLINE_TODAY), "00:01:40"); });
-    script.Do([&] {
-      logon_.LogOff(1);
-      logon_.LogOn({});
-    });
-    Tick(script, window, "00:00:01");
-    EXPECT_EQ(Text(script, window, IDC_TIME_ONLINE_TODAY), "00:01:41");
-    EXPECT_EQ(Text(script, window, IDC_DOWNLOADS_TODAY), "1.00");
-    EXPECT_EQ(Text(script, window, IDC_RECEIVED), "0");
+    EXPECT_EQ(Text(script, window, IDC_TIME_ONLINE_TODAY), L"00:01:40");
+    script.Do([&] { logon_.LogOn({}); });
+    Tick(script, window, 1);
+    EXPECT_EQ(Text(script, window, IDC_TIME_ONLINE_TODAY), L"00:01:41");
+    EXPECT_EQ(Text(script, window, IDC_DOWNLOADS_TODAY), L"1.00");
+    EXPECT_EQ(Text(script, window, IDC_RECEIVED), L"0");
     for (int second = 2; second <= 8; ++second)
-      Tick(script, window, QString("00:00:%1").arg(second, 2, 10, QChar('0')));
-    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), "0.00");
+      Tick(script, window, second);
+    EXPECT_EQ(Text(script, window, IDC_DOWNLOAD_RATE), L"0.00");
   });
 }
 
-TEST_F(ConnectionSheetTest, AClosedGateHasNoDuration) {
-  logon_.LogOn({});
+TEST_F(ConnectionSheetTest, TheCommonUsersNameAndAClosedGatesDurationAreDashes) {
+  UseSystem(L"NONE", {L"User"});
+  logon_.LogOn(L"User");
   session_->Disable();
   Open([&](DesktopScript& script, QWidget* window) {
-    EXPECT_EQ(Text(script, window, IDC_STATUS), "Disabled");
-    EXPECT_EQ(Text(script, window, IDC_DURATION), "-");
-    EXPECT_EQ(Text(script, window, IDC_RECEIVED), "0");
-    EXPECT_EQ(Text(script, window, IDC_TIME_ONLINE_TODAY), "00:00:00");
-  });
-}
-
-TEST_F(ConnectionSheetTest, TheCommonUserHasNoName) {
-  UseSystem(L"NONE");
-  EnsureBuiltInUsers(*users_);
-  logon_.LogOn(L"User");
-  Open([&](DesktopScript& script, QWidget* window) {
-    EXPECT_EQ(Text(script, window, IDC_USER_NAME), "-");
+    EXPECT_EQ(Text(script, window, IDC_USER_NAME), L"-");
+    EXPECT_EQ(Text(script, window, IDC_STATUS), L"Disabled");
+    EXPECT_EQ(Text(script, window, IDC_DURATION), L"-");
+    EXPECT_EQ(Text(script, window, IDC_RECEIVED), L"0");
+    EXPECT_EQ(Text(script, window, IDC_TIME_ONLINE_TODAY), L"00:00:00");
   });
 }
 
@@ -189,76 +163,83 @@ TEST_F(ConnectionSheetTest, ADatabaseThatFailsLeavesALivePageWithoutPeriods) {
   logon_.LogOn({});
   database_.DbExecute(L"ALTER TABLE ConnLog RENAME TO Gone;");
   DesktopScript script([&](DesktopScript& running) {
-    auto* box = qobject_cast<QMessageBox*>(running.AwaitWindow(kBoxTitle));
-    running.Do([&] {
-      ASSERT_NE(box, nullptr);
-      EXPECT_EQ(box->text(), "A database error was detected:\n\nno such table: ConnLog");
-    });
-    running.Key(Qt::Key_Return);
-    running.AwaitNoWindow(kBoxTitle);
+    EXPECT_EQ(CloseBox(running), "A database error was detected:\n\nno such table: ConnLog");
     QWidget* window = running.AwaitWindow(kTitle);
-    Tick(running, window, "00:00:01");
-    EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), "-");
+    Tick(running, window, 1);
+    EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), L"-");
     database_.DbExecute(L"ALTER TABLE Gone RENAME TO ConnLog;");
-    Tick(running, window, "00:00:02");
-    EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), "0.00");
+    Tick(running, window, 2);
+    EXPECT_EQ(Text(running, window, IDC_DOWNLOADS_MONTH), L"0.00");
     running.Click(window, IDCANCEL);
-    running.AwaitNoWindow(kTitle);
   });
   sheet_.Open(*session_);
 }
 
-TEST_F(ConnectionSheetTest, TheDetailsAreTheAdapters) {
-  logon_.LogOn({});
-  Open([&](DesktopScript& script, QWidget* window) {
-    script.Do([&] {
-      const HWND sheet = reinterpret_cast<HWND>(window->property("windowHandle").toULongLong());
-      PropSheet_SetCurSel(sheet, nullptr, 1);
-      const HWND list = ::GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_PROPERTIES);
-      const auto cell = [list](int row, int column) {
-        wchar_t text[100] = L"";
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = text;
-        item.cchTextMax = 100;
-        ::SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                       reinterpret_cast<LPARAM>(&item));
-        return std::wstring(text);
-      };
-      EXPECT_EQ(cell(0, 0), L"Network adapter");
-      EXPECT_EQ(cell(0, 1), L"Ethernet card");
-      EXPECT_EQ(cell(1, 0), L"MAC address");
-      EXPECT_EQ(cell(1, 1), L"02-00-5E-10-00-02");
-    });
-  });
-}
-
-TEST_F(ConnectionSheetTest, HelpIsThatOfTheControlElseOfThePage) {
-  platform::RegisterBuiltInModule(L"hhctrl.ocx", {{"#15", reinterpret_cast<FARPROC>(RecordHelp)}});
+TEST_F(ConnectionSheetTest, TheDetailsAreTheAdaptersAndHelpIsThatOfTheControlElseOfThePage) {
+  const RecordedHelp viewer;
   help_.SetHelpFile(kHelpFileName);
-  helpRequests.clear();
   logon_.LogOn({});
   Open([&](DesktopScript& script, QWidget* window) {
+    const HWND sheet = script.HandleOf(window);
+    HWND page = nullptr;
     script.Do([&] {
-      const HWND sheet = reinterpret_cast<HWND>(window->property("windowHandle").toULongLong());
       PropSheet_SetCurSel(sheet, nullptr, 1);
-      ::SetFocus(::GetDlgItem(PropSheet_GetCurrentPageHwnd(sheet), IDC_PROPERTIES));
+      page = PropSheet_GetCurrentPageHwnd(sheet);
+      const HWND list = ::GetDlgItem(page, IDC_PROPERTIES);
+      EXPECT_EQ(CellOf(list, 0, 0), L"Network adapter");
+      EXPECT_EQ(CellOf(list, 0, 1), L"Simulated card 2");
+      EXPECT_EQ(CellOf(list, 1, 0), L"MAC address");
+      EXPECT_EQ(CellOf(list, 1, 1), L"02-00-5E-10-00-02");
+      ::SetFocus(list);
     });
     script.Key(Qt::Key_F1);
-    script.Do([&] {
-      const HWND sheet = reinterpret_cast<HWND>(window->property("windowHandle").toULongLong());
-      HELPINFO request{};
-      request.cbSize = sizeof(request);
-      request.iContextType = HELPINFO_WINDOW;
-      ::SendMessageW(PropSheet_GetCurrentPageHwnd(sheet), WM_HELP, 0,
-                     reinterpret_cast<LPARAM>(&request));
+    script.Do([page] {
+      HELPINFO request{sizeof(request), HELPINFO_WINDOW, 0, nullptr, 0, {}};
+      ::SendMessageW(page, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
     });
   });
-  platform::UnregisterBuiltInModule(L"hhctrl.ocx");
-  EXPECT_THAT(helpRequests,
-              testing::UnorderedElementsAre(
-                  std::to_wstring(HelpPopupNumber(IDD_CONNECTION_DETAILS, IDC_PROPERTIES)),
-                  L"quillgate.chm::/html/conn-details.html"));
+  const auto number = HelpPopupNumber(IDD_CONNECTION_DETAILS, IDC_PROPERTIES);
+  EXPECT_THAT(
+      RecordedHelp::TakeLog(),
+      ElementsAre(L"begin", L"popup " + std::to_wstring(number) + L" in quillgate.chm::/popups.txt",
+                  L"topic quillgate.chm::/html/conn-details.html"));
+}
+
+// Presses Close as soon as the sheet is there.
+void CALLBACK CloseSheet(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
+  const HWND sheet = ::GetActiveWindow();
+  if (sheet == nullptr) return;
+  ::KillTimer(nullptr, timer);
+  PropSheet_PressButton(sheet, PSBTN_CANCEL);
+}
+
+TEST_F(ConnectionSheetTest, ManyOpeningsLeaveNothingBehind) {
+  const auto openMany = [this](int count) {
+    for (int i = 0; i < count; ++i) {
+      ::SetTimer(nullptr, 0, 10, CloseSheet);
+      Pass(10ms);
+      sheet_.Open(*session_);
+      // What a service's loop does between two openings.
+      MSG message{};
+      while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        ::DispatchMessageW(&message);
+    }
+  };
+  const auto openFiles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  logon_.LogOn({});
+  openMany(50);
+  const std::size_t handles = platform::Handles().Count();
+  const auto files = openFiles();
+  [[maybe_unused]] const long memory = ResidentBytes();
+  openMany(200);
+  EXPECT_EQ(platform::Handles().Count(), handles);
+  EXPECT_EQ(openFiles(), files);
+  // Sanitizers keep freed memory for a while, and find leaks by themselves.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+  EXPECT_LT(ResidentBytes(), memory + (256L << 10));
+#endif
 }
 
 }  // namespace
