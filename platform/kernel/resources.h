@@ -1,4 +1,5 @@
-// Resources that are linked into the executable: bytes by type, name and language. Read-only after start; any thread.
+// Resources that are linked into the executable: bytes by type, name and language. Read-only after
+// start; any thread.
 #pragma once
 
 #include <windef.h>
@@ -17,8 +18,8 @@ struct Resource {
   std::span<const std::byte> data;
 };
 
-// Called before main runs. What the resources refer to must live for the whole process. The order of
-// the calls is the order of enumeration.
+// Called before main runs. What the resources refer to must live for the whole process. The order
+// of the calls is the order of enumeration.
 void RegisterResources(std::span<const Resource> resources);
 
 // Every language of one resource, in resource order.

@@ -78,15 +78,15 @@ TEST_F(MessageTexts, EveryTextButOneEndsWithoutALineBreakAndHasOnlyKnownPercentS
 }
 
 TEST_F(MessageTexts, TextsWithEditorHazardsAreKeptToTheLetter) {
-  EXPECT_EQ(tables_.at(0).texts.at(20001),
+  EXPECT_EQ(English().at(20001),
             "Because the logon system has changed, settings must be applied \r\n"
             "before it will be possible to change user settings.\r\n\r\n"
             "Please press OK or Apply to do this.%0\r\n");
-  EXPECT_EQ(tables_.at(0).texts.at(20011),
+  EXPECT_EQ(English().at(20011),
             "A new user with administrator rights for Quillgate has been created. \r\n\r\n"
             "The password for this new user is currently blank.%0\r\n");
-  EXPECT_EQ(tables_.at(1).texts.at(1041), "Quillgate - Inloggning%0\r\n");
-  EXPECT_EQ(tables_.at(1).texts.at(1033), "S\xC3\xB6ndag%0\r\n");
+  EXPECT_EQ(Swedish().at(1041), "Quillgate - Inloggning%0\r\n");
+  EXPECT_EQ(Swedish().at(1033), "S\xC3\xB6ndag%0\r\n");
 }
 
 }  // namespace
