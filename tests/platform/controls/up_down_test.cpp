@@ -102,4 +102,12 @@ TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
   EXPECT_EQ(Position(upDown), 4) << "it does not go on without the field";
 }
 
+TEST_F(UpDownTest, AFieldKeepsItsArrowKeysUnlessTheStyleTakesThem) {
+  HWND edit = Make(L"EDIT", ES_NUMBER, L"5", 100);
+  UpDown(UDS_AUTOBUDDY | UDS_SETBUDDYINT);
+  Press(edit, Qt::Key_Up);
+  Settle();
+  EXPECT_EQ(TextOf(edit), L"5");
+}
+
 }  // namespace
