@@ -8,11 +8,12 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "accounts/no_identity.h"
-#include "frame/desktop/lasting_window.h"
 #include "frame/help_system.h"
+#include "platform/kit/hidden_window.h"
 #include "platform/testing/simulated_machine.h"
 #include "resources/resource.h"
 #include "session/silent_indicator.h"
@@ -29,7 +30,7 @@ class Office {
  public:
   Office() {
     machine_.UseDesktop();
-    lasting_.Create();
+    lasting_.emplace();
     machine_.Interfaces().Set({platform::SimulatedCard(2, L"eth0")});
     machine_.AddIpFilterDriver();
     machine_.AddDriver(L"QGIpHook", L"QGIpHook");
@@ -60,7 +61,7 @@ class Office {
   }
 
   platform::SimulatedMachine machine_;
-  LastingWindow lasting_;
+  std::optional<HiddenWindow> lasting_;  // keeps the desktop from sheet to sheet
   Database database_;
   Settings settings_{database_};
   MessageCatalogue catalogue_;

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-#include "platform/kernel/byte_view.h"
 #include "platform/gdi/image.h"
+#include "platform/kernel/byte_view.h"
 
 namespace platform {
 

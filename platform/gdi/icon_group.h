@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/kernel/byte_view.h"
 #include "platform/gdi/image.h"
+#include "platform/kernel/byte_view.h"
 
 namespace platform {
 
