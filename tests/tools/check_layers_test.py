@@ -49,8 +49,9 @@ class CheckLayers(unittest.TestCase):
             "unlisted function": (
                 "platform/include/winuser.h",
                 "BOOL WINAPI FlashWindow(HWND window, BOOL invert);",
-                "not in platform/SUBSET.md",
+                "not in any SUBSET.md",
             ),
+            "test that is gone": ("platform/user/SUBSET.md", "- Tests: user/gone_test", "there is no"),
             "layer's inside in a test": (
                 "tests/platform/user/c.cpp",
                 '#include "platform/user/queue.h"',
