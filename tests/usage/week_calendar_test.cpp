@@ -60,6 +60,10 @@ TEST_F(WeekCalendarTest, WeeksFromMondayAreThoseOfIso8601) {
     CalendarDay first{};
     ASSERT_TRUE(calendar.GetFirstDateOfWeek(expected, &first));
     ASSERT_EQ(SysDays(first), monday) << expected.year << " week " << expected.week;
+    // Only a first of a month may be named as a day of the month before.
+    const year_month_day own(monday);
+    ASSERT_TRUE(unsigned(first.month) == unsigned(own.month()) || unsigned(own.day()) == 1)
+        << expected.year << " week " << expected.week << ": " << first.month << "-" << first.day;
   }
 }
 
