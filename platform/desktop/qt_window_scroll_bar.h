@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QScrollBar>
+#include <QStyle>
 #include <functional>
 #include <optional>
 
