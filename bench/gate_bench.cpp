@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "lab/download_source.h"
+#include "download_source.h"
 #include "lab/hook_driver.h"
 #include "lab/network_lab.h"
 
