@@ -9,6 +9,7 @@
 #include "platform/dialog/scripted_dialog.h"
 #include "platform/dialog/template_bytes.h"
 #include "platform/kit/failing_call.h"
+#include "platform/kit/recording_window.h"
 
 namespace {
 
@@ -51,6 +52,21 @@ TEST_F(ModalDialog, QuittingEndsItAndIsPassedOn) {
   MSG message{};
   EXPECT_EQ(::GetMessageW(&message, nullptr, 0, 0), FALSE);
   EXPECT_EQ(message.wParam, 6u);
+}
+
+TEST_F(ModalDialog, AKeyOfAnotherWindowIsACharacterInItsLoopToo) {
+  Recording recording;
+  const auto endBy = [&](HWND, UINT message, WPARAM wParam, LPARAM) -> LRESULT {
+    return ::EndDialog(dialog_.Window(), message == WM_CHAR ? static_cast<INT_PTR>(wParam) : -2);
+  };
+  recording.On(WM_CHAR, endBy);
+  recording.On(WM_APP, endBy);
+  recording.On(WM_KEYDOWN, [](HWND window, UINT, WPARAM, LPARAM) -> LRESULT {
+    return ::PostMessageW(window, WM_APP, 0, 0);  // behind the character
+  });
+  const HWND other = Recording::Create();
+  OnStart([&](HWND) { ::PostMessageW(other, WM_KEYDOWN, 'A', 0x001E0001); });
+  EXPECT_EQ(dialog_.Run(), 'a');
 }
 
 TEST_F(ModalDialog, TheOwnerIsDisabledMeanwhileAndActiveAfterwards) {

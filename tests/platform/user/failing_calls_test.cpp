@@ -108,6 +108,7 @@ TEST_F(FailingCalls, InvalidArgumentsFailWithTheDocumentedError) {
       {"UnregisterClassW", [&] { return ::UnregisterClassW(L"None", nullptr); }, kNoClass},
       {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(window_, 0); }, ERROR_INVALID_INDEX},
       {"GetWindowRect", [&] { return ::GetWindowRect(window_, nullptr); }, ERROR_NOACCESS},
+      {"GetClientRect", [&] { return ::GetClientRect(window_, nullptr); }, ERROR_NOACCESS},
       {"GetCaretPos", [] { return ::GetCaretPos(nullptr); }, ERROR_NOACCESS},
       {"GetKeyboardState", [] { return ::GetKeyboardState(nullptr); }, ERROR_NOACCESS},
       {"GetMessageW", [] { return ::GetMessageW(nullptr, nullptr, 0, 0) != -1; }, ERROR_NOACCESS},
