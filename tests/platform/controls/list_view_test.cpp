@@ -112,6 +112,10 @@ TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsTold) {
   EXPECT_TRUE(ListView_DeleteItem(list_, 1));
   EXPECT_THAT(ToldAtOnce(), ElementsAre("notify 1 -103"));
   EXPECT_FALSE(ListView_DeleteItem(list_, 7));
+  LVITEMW asked{};  // its text is asked for when it is shown, which the layer does not do
+  asked.mask = LVIF_TEXT;
+  asked.pszText = reinterpret_cast<LPWSTR>(LONG_PTR{-1});
+  EXPECT_EQ(ListView_InsertItem(list_, &asked), -1);
   EXPECT_THAT(Users(), ElementsAre(L"zoe", L"bert", L"carl"));
   EXPECT_TRUE(ListView_DeleteAllItems(list_));
   EXPECT_THAT(ToldAtOnce(),
