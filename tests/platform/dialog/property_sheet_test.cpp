@@ -169,6 +169,16 @@ TEST_F(Wizard, FinishEndsItUnlessThePageKeepsIt) {
   sheet_.Answer(PSN_SETACTIVE, -1, "c");
   EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH), Press(PSBTN_BACK)}), 0);
   EXPECT_EQ(sheet_.Shown(), "b") << "a page that is skipped is skipped on the way back too";
+  HWND named = nullptr;
+  const RecordedSheet::Step nameCancel = [&](HWND sheet) {
+    named = ::GetDlgItem(sheet, IDCANCEL);
+    sheet_.Answer(PSN_WIZFINISH, reinterpret_cast<LRESULT>(named));
+  };
+  HWND focused = nullptr;
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), nameCancel, Press(PSBTN_FINISH),
+                        [&](HWND) { focused = ::GetFocus(); }}),
+            0);
+  EXPECT_EQ(focused, named) << "the control that the page names gets the focus";
 }
 
 TEST_F(Wizard, AnswersChooseThePage) {
