@@ -11,12 +11,11 @@
 #include <optional>
 #include <vector>
 
-#include "accounts/no_identity.h"
 #include "frame/help_system.h"
 #include "platform/kit/hidden_window.h"
-#include "platform/testing/simulated_machine.h"
+#include "program/program_test.h"
+#include "program/recording_indicator.h"
 #include "resources/resource.h"
-#include "session/silent_indicator.h"
 #include "ui/connection_sheet.h"
 
 namespace quillgate {
@@ -66,8 +65,8 @@ class Office {
   Settings settings_{database_};
   MessageCatalogue catalogue_;
   WeekCalendar calendar_;
-  NoIdentity identity_;
-  SilentIndicator indicator_;
+  NamedIdentity identity_;
+  RecordingIndicator indicator_;
   LogonSession logon_{settings_, identity_};
   HelpSystem help_;
   StopRequest stop_;

@@ -17,14 +17,13 @@
 #include <string>
 #include <thread>
 
-#include "accounts/no_identity.h"
 #include "lab/database_folder.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/file_descriptor.h"
 #include "platform/kernel/path.h"
-#include "platform/testing/simulated_machine.h"
+#include "program/program_test.h"
+#include "program/recording_indicator.h"
 #include "session/session_log.h"
-#include "session/silent_indicator.h"
 
 namespace quillgate {
 namespace {
@@ -58,8 +57,8 @@ void LogSessions(Victim& victim, const Reports& report, int round) {
   victim.machine.Time().SetLocalTime(2005, 1, 1 + round, 0, 0, 0);
   const auto users = std::make_shared<UserCollection>(LogonSystem::kNone, victim.database);
   users->Add(User(L"User"));
-  NoIdentity identity;
-  SilentIndicator indicator;
+  NamedIdentity identity;
+  RecordingIndicator indicator;
   MessageCatalogue catalogue;
   WeekCalendar calendar;
   LogonSession logon(victim.settings, identity);

@@ -1,21 +1,17 @@
 // Dialog objects and pages behind a sheet that a user applies, closes or asks for help.
 #include "frame/property_sheet.h"
 
-#include <windows.h>
-#include <htmlhelp.h>
-
 #include <QScreen>
 #include <QTabBar>
 #include <stdexcept>
 
 #include "frame/desktop/frame_test.h"
-#include "platform/kernel/modules.h"
+#include "program/recorded_help.h"
 
 namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
-using testing::Pair;
 
 constexpr UINT kThrow = WM_APP;
 constexpr UINT kAsk = WM_APP + 1;
@@ -176,21 +172,8 @@ TEST_F(PropertySheetTest, OnlyYesIsAYes) {
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "yes", "no", "cancel"));
 }
 
-// What the help viewer was asked for: places, and the numbers of texts to pop up.
-std::vector<std::pair<std::wstring, DWORD>> helpRequests;
-
-HWND WINAPI RecordHelp(HWND, LPCWSTR place, UINT command, DWORD_PTR data) {
-  constexpr UINT kDisplayTopic = 0;
-  constexpr UINT kTextPopup = 14;
-  if (command == kDisplayTopic) helpRequests.emplace_back(place, 0);
-  if (command == kTextPopup)
-    helpRequests.emplace_back(place, reinterpret_cast<const HH_POPUP*>(data)->idString);
-  return nullptr;
-}
-
 TEST_F(PropertySheetTest, HelpIsTheControlsOwnTextElseThePagesTopic) {
-  helpRequests.clear();
-  platform::RegisterBuiltInModule(L"hhctrl.ocx", {{"#15", reinterpret_cast<FARPROC>(RecordHelp)}});
+  const RecordedHelp viewer;
   help_.SetHelpFile(L"help.chm");
   Run([&](DesktopScript& script, QWidget* sheet) {
     for (const DWORD_PTR context : {DWORD_PTR{0x807C0435}, DWORD_PTR{0}}) {
@@ -203,9 +186,10 @@ TEST_F(PropertySheetTest, HelpIsTheControlsOwnTextElseThePagesTopic) {
     }
     script.Click(sheet, IDCANCEL);
   });
-  platform::UnregisterBuiltInModule(L"hhctrl.ocx");
-  EXPECT_THAT(helpRequests, ElementsAre(Pair(L"help.chm::/popups.txt", 0x807C0435u),
-                                        Pair(L"help.chm::/html/page.html", 0u)));
+  EXPECT_THAT(
+      RecordedHelp::TakeLog(),
+      ElementsAre(L"begin", L"popup " + std::to_wstring(0x807C0435u) + L" in help.chm::/popups.txt",
+                  L"topic help.chm::/html/page.html"));
 }
 
 }  // namespace
