@@ -1,30 +1,24 @@
 #include "platform/kernel/message_table.h"
 
 #include <cstdint>
-#include <cstring>
 
+#include "platform/kernel/byte_view.h"
 #include "platform/kernel/encoding.h"
 
 namespace platform {
 namespace {
 
-using Bytes = std::span<const std::byte>;
-
 constexpr std::size_t kBlockBytes = 12;
 constexpr std::size_t kEntryHeaderBytes = 4;
 constexpr std::uint16_t kUnicodeEntry = 1;
 
-// Little-endian, as this machine is; zero past the end of the table.
+// Zero past the end of the table.
 template <class Number>
-Number ReadNumber(Bytes table, std::size_t offset) {
-  Number number = 0;
-  if (offset <= table.size() && table.size() - offset >= sizeof number) {
-    std::memcpy(&number, table.data() + offset, sizeof number);
-  }
-  return number;
+Number ReadNumber(ByteView table, std::size_t offset) {
+  return ReadAt<Number>(table, offset).value_or(0);
 }
 
-std::wstring DecodeUtf16(Bytes text) {
+std::wstring DecodeUtf16(ByteView text) {
   std::wstring wide;
   for (std::size_t at = 0; at + 1 < text.size(); at += 2) {
     const std::uint32_t unit = ReadNumber<std::uint16_t>(text, at);
@@ -39,7 +33,7 @@ std::wstring DecodeUtf16(Bytes text) {
   return wide;
 }
 
-std::wstring EntryText(Bytes text, std::uint16_t flags) {
+std::wstring EntryText(ByteView text, std::uint16_t flags) {
   std::wstring wide =
       flags == kUnicodeEntry
           ? DecodeUtf16(text)
@@ -48,7 +42,7 @@ std::wstring EntryText(Bytes text, std::uint16_t flags) {
   return wide;
 }
 
-std::optional<std::wstring> EntryAt(Bytes table, std::size_t offset) {
+std::optional<std::wstring> EntryAt(ByteView table, std::size_t offset) {
   const auto length = ReadNumber<std::uint16_t>(table, offset);
   const auto flags = ReadNumber<std::uint16_t>(table, offset + 2);
   if (length < kEntryHeaderBytes || offset > table.size() || table.size() - offset < length) {
@@ -58,7 +52,7 @@ std::optional<std::wstring> EntryAt(Bytes table, std::size_t offset) {
 }
 
 // Entries have no index: those before the wanted one are skipped by their lengths.
-std::optional<std::size_t> SkipEntries(Bytes table, std::size_t offset, DWORD count) {
+std::optional<std::size_t> SkipEntries(ByteView table, std::size_t offset, DWORD count) {
   for (DWORD i = 0; i < count; ++i) {
     const auto length = ReadNumber<std::uint16_t>(table, offset);
     if (length < kEntryHeaderBytes) return std::nullopt;
@@ -69,7 +63,7 @@ std::optional<std::size_t> SkipEntries(Bytes table, std::size_t offset, DWORD co
 
 }  // namespace
 
-std::optional<std::wstring> FindMessage(Bytes table, DWORD messageId) {
+std::optional<std::wstring> FindMessage(ByteView table, DWORD messageId) {
   const auto blocks = ReadNumber<std::uint32_t>(table, 0);
   for (std::size_t i = 0; i < blocks; ++i) {
     const std::size_t block = sizeof(std::uint32_t) + i * kBlockBytes;
