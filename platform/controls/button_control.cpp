@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 #include "platform/user/window_list.h"
@@ -43,7 +44,7 @@ std::unique_ptr<WindowPeer> ButtonControl::MakePeer(Window& window, WindowPeer* 
       if (radio != this) sameGroup = radio->Peer();
     }
   }
-  return Desktop().Controls().MakeButton(Origin(parent), *this, sameGroup);
+  return DesktopSide<ControlSide>().Controls().MakeButton(Origin(parent), *this, sameGroup);
 }
 
 std::optional<LRESULT> ButtonControl::Answer(UINT message, WPARAM wParam, LPARAM /*lParam*/) {

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <iterator>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
@@ -22,7 +23,7 @@ bool IsSupported(DWORD style) {
 }  // namespace
 
 std::unique_ptr<WindowPeer> ComboBox::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeComboBox(Origin(parent), *this);
+  return DesktopSide<ControlSide>().Controls().MakeComboBox(Origin(parent), *this);
 }
 
 std::optional<LRESULT> ComboBox::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -47,4 +47,11 @@ class ControlPeers {
                                                          DatePickerEvents& events) = 0;
 };
 
+// Implemented by the desktop module.
+class ControlSide {
+ public:
+  virtual ~ControlSide() = default;
+  virtual ControlPeers& Controls() = 0;
+};
+
 }  // namespace platform

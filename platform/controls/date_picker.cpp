@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
@@ -47,7 +48,7 @@ DatePicker::DatePicker(Window& window) : BasicControl(window) {
 }
 
 std::unique_ptr<WindowPeer> DatePicker::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  auto peer = Desktop().Controls().MakeDatePicker(Origin(parent), *this);
+  auto peer = DesktopSide<ControlSide>().Controls().MakeDatePicker(Origin(parent), *this);
   peer->SetRange(kFirstDate, kLastDate);
   peer->SetDate(DateOf(time_));
   return peer;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
@@ -18,7 +19,7 @@ constexpr DWORD kMostInResult = 0xFFFF;  // EM_GETSEL's result holds two words
 }  // namespace
 
 std::unique_ptr<WindowPeer> EditControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeEdit(Origin(parent), *this);
+  return DesktopSide<ControlSide>().Controls().MakeEdit(Origin(parent), *this);
 }
 
 std::optional<LRESULT> EditControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
@@ -46,7 +47,7 @@ bool HasText(const wchar_t* text) {
 }  // namespace
 
 std::unique_ptr<WindowPeer> ListView::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeListView(Origin(parent), items_, *this);
+  return DesktopSide<ControlSide>().Controls().MakeListView(Origin(parent), items_, *this);
 }
 
 std::optional<LRESULT> ListView::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

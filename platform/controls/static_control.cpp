@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/controls/control_peers.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
@@ -21,7 +22,7 @@ LPCWSTR ResourceName(const wchar_t* name) {
 }  // namespace
 
 std::unique_ptr<WindowPeer> StaticControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeStatic(Origin(parent), *this);
+  return DesktopSide<ControlSide>().Controls().MakeStatic(Origin(parent), *this);
 }
 
 std::optional<LRESULT> StaticControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/controls/control_peers.h"
 #include "platform/user/desktop.h"
 
 namespace platform {
@@ -15,7 +16,7 @@ constexpr RECT kPlainMargins = {4, 24, 4, 4};
 }  // namespace
 
 std::unique_ptr<WindowPeer> TabControl::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeTab(Origin(parent), *this);
+  return DesktopSide<ControlSide>().Controls().MakeTab(Origin(parent), *this);
 }
 
 std::optional<LRESULT> TabControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

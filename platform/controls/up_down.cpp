@@ -6,6 +6,7 @@
 #include <iterator>
 #include <limits>
 
+#include "platform/controls/control_peers.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 #include "platform/user/window_list.h"
@@ -57,7 +58,7 @@ std::wstring TextOf(const Window& window) {
 }  // namespace
 
 std::unique_ptr<WindowPeer> UpDown::MakePeer(Window& /*window*/, WindowPeer* parent) {
-  return Desktop().Controls().MakeUpDown(Origin(parent), *this);
+  return DesktopSide<ControlSide>().Controls().MakeUpDown(Origin(parent), *this);
 }
 
 std::optional<LRESULT> UpDown::Answer(UINT message, WPARAM wParam, LPARAM lParam) {

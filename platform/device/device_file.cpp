@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "platform/device/api_result.h"
 #include "platform/device/open_device.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 

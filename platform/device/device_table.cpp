@@ -3,9 +3,9 @@
 #include <map>
 #include <mutex>
 
+#include "platform/device/network_device.h"
 #include "platform/device/open_device.h"
 #include "platform/kernel/encoding.h"
-#include "platform/net/network_devices.h"
 
 namespace platform {
 namespace {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/device/api_result.h"
 #include "platform/device/device_table.h"
 #include "platform/device/driver_module.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/trusted_path.h"

@@ -5,6 +5,7 @@
 
 #include "platform/dialog/default_button.h"
 #include "platform/dialog/dialog_order.h"
+#include "platform/dialog/dialog_peers.h"
 #include "platform/user/desktop.h"
 
 namespace platform {
@@ -30,7 +31,7 @@ bool ResultIsProcedures(UINT message) {
 
 std::unique_ptr<WindowPeer> DialogControl::MakePeer(Window& window, WindowPeer* parent) {
   if (window.isChild) return Desktop().Windows().MakePage(*window.events, *parent);
-  return Desktop().Dialogs().MakeDialog(*window.events, *this, parent);
+  return DesktopSide<DialogSide>().Dialogs().MakeDialog(*window.events, *this, parent);
 }
 
 LONG_PTR* DialogControl::Extra(int index) {

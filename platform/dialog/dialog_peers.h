@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "platform/dialog/message_box.h"
 #include "platform/user/window_peer.h"
 
 namespace platform {
@@ -47,6 +48,15 @@ class DialogPeers {
   // A top-level window of fixed size; the owner may be null. The events outlive the peer.
   virtual std::unique_ptr<DialogPeer> MakeDialog(WindowEvents& events, DialogEvents& dialogEvents,
                                                  WindowPeer* owner) = 0;
+};
+
+// Implemented by the desktop module.
+class DialogSide {
+ public:
+  virtual ~DialogSide() = default;
+  virtual DialogPeers& Dialogs() = 0;
+  // Shows the box, which gets the keyboard, and returns at once.
+  virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) = 0;
 };
 
 }  // namespace platform

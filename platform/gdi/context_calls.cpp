@@ -1,36 +1,15 @@
 // Making and ending device contexts, and what is selected and set in them.
 #include <windows.h>
 
-#include <algorithm>
-#include <initializer_list>
 #include <utility>
 
-#include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
 #include "platform/kernel/log.h"
-#include "platform/user/window.h"
 
 namespace platform {
 namespace {
 
 constexpr int kPixelsPerInch = 96;
-
-// Null without a desktop. What for: a kind, or a window.
-template <class T>
-HDC MakeContext(const T& what) {
-  if (!WithGraphics([](GraphicsBackend&) {})) return nullptr;
-  return InsertContext(std::make_shared<DeviceContext>(what));
-}
-
-bool EndContext(HDC handle, std::initializer_list<DeviceContext::Kind> kinds) {
-  const auto context = ContextOf(handle);
-  if (context == nullptr) return false;
-  if (std::ranges::find(kinds, context->kind) == kinds.end()) {
-    ::SetLastError(ERROR_INVALID_HANDLE);
-    return false;
-  }
-  return Handles().Remove(HandleKind::kDeviceContext, handle) != nullptr;
-}
 
 // A bitmap goes into contexts in memory only, and into one at a time.
 HGDIOBJ SelectBitmap(DeviceContext& context, HBITMAP handle) {
@@ -81,23 +60,12 @@ extern "C" {
 
 HDC WINAPI CreateCompatibleDC(HDC context) {
   if (context != nullptr && platform::ContextOf(context) == nullptr) return nullptr;
-  return platform::MakeContext(platform::DeviceContext::Kind::kMemory);
+  using platform::DeviceContext;
+  return platform::MakeContext(std::make_shared<DeviceContext>(DeviceContext::Kind::kMemory));
 }
 
 BOOL WINAPI DeleteDC(HDC context) {
   return platform::EndContext(context, {platform::DeviceContext::Kind::kMemory});
-}
-
-HDC WINAPI GetDC(HWND window) {
-  using platform::DeviceContext;
-  if (window == nullptr) return platform::MakeContext(DeviceContext::Kind::kScreen);
-  const auto found = platform::FindWindowOf(window);
-  return found != nullptr ? platform::MakeContext(found) : nullptr;
-}
-
-int WINAPI ReleaseDC(HWND /*window*/, HDC context) {
-  using Kind = platform::DeviceContext::Kind;
-  return platform::EndContext(context, {Kind::kScreen, Kind::kWindow}) ? 1 : 0;
 }
 
 HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object) {

@@ -4,10 +4,6 @@
 #include <array>
 #include <string_view>
 
-#include "platform/kernel/log.h"
-#include "platform/user/desktop.h"
-#include "platform/user/modal_loop.h"
-
 namespace platform {
 namespace {
 
@@ -31,25 +27,14 @@ LOGFONTW DefaultFont() {
   return font;
 }
 
-// Asks a desktop that is there already, rather than start one for a colour.
-bool WithRunningGraphics(const std::function<void(GraphicsBackend&)>& work) {
-  return CallWindowThread([&] { work(Desktop().Graphics()); });
-}
-
 }  // namespace
-
-bool WithGraphics(const std::function<void(GraphicsBackend&)>& work) {
-  if (RunOnWindowThread([&] { work(Desktop().Graphics()); })) return true;
-  LogLine("drawing: there is no desktop");
-  ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
-  return false;
-}
 
 bool IsSystemColour(int index) {
   return index >= 0 && static_cast<std::size_t>(index) < kDefaultColours.size();
 }
 
 COLORREF SystemColour(int index) {
+  // No desktop is started for a colour.
   COLORREF colour = kDefaultColours.at(static_cast<std::size_t>(index));
   WithRunningGraphics([&](GraphicsBackend& graphics) { colour = graphics.SystemColour(index); });
   return colour;

@@ -1,11 +1,12 @@
 #include "platform/gdi/device_context.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/lent_dc.h"
 #include "platform/kernel/log.h"
-#include "platform/user/window_drawing.h"
 
 namespace platform {
 namespace {
@@ -18,6 +19,10 @@ HBITMAP SmallestBitmap() {
     return InsertBitmap(std::move(smallest));
   }();
   return bitmap;
+}
+
+HDC InsertContext(std::shared_ptr<DeviceContext> context) {
+  return static_cast<HDC>(Handles().Insert(HandleKind::kDeviceContext, std::move(context)));
 }
 
 }  // namespace
@@ -37,8 +42,8 @@ DeviceContext::DeviceContext(Canvas& canvas) : DeviceContext(Kind::kLent) {
   lent_ = &canvas;
 }
 
-DeviceContext::DeviceContext(const std::shared_ptr<Window>& window) : DeviceContext(Kind::kWindow) {
-  window_ = window;
+DeviceContext::DeviceContext(DrawOnTarget target) : DeviceContext(Kind::kWindow) {
+  target_ = std::move(target);
 }
 
 TextStyle DeviceContext::Style() const {
@@ -56,8 +61,8 @@ bool DeviceContext::Draw(const char* function, const std::function<void(Canvas&)
       return WithGraphics(
           [&](GraphicsBackend& graphics) { work(bitmap.Get()->Surface(graphics)); });
     case Kind::kWindow: {
-      const WindowDrawing outcome = DrawOnWindow(window_.lock(), work);
-      if (outcome != WindowDrawing::kNoSurface) return outcome == WindowDrawing::kDrawn;
+      const Drawing outcome = target_(work);
+      if (outcome != Drawing::kNoSurface) return outcome == Drawing::kDone;
       break;
     }
     case Kind::kScreen:
@@ -68,8 +73,19 @@ bool DeviceContext::Draw(const char* function, const std::function<void(Canvas&)
   return false;
 }
 
-HDC InsertContext(std::shared_ptr<DeviceContext> context) {
-  return static_cast<HDC>(Handles().Insert(HandleKind::kDeviceContext, std::move(context)));
+HDC MakeContext(std::shared_ptr<DeviceContext> context) {
+  if (!WithGraphics([](GraphicsBackend&) {})) return nullptr;
+  return InsertContext(std::move(context));
+}
+
+bool EndContext(HDC handle, std::initializer_list<DeviceContext::Kind> kinds) {
+  const auto context = ContextOf(handle);
+  if (context == nullptr) return false;
+  if (std::ranges::find(kinds, context->kind) == kinds.end()) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return false;
+  }
+  return Handles().Remove(HandleKind::kDeviceContext, handle) != nullptr;
 }
 
 std::shared_ptr<DeviceContext> ContextOf(HDC context) {

@@ -5,6 +5,8 @@
 #include <windows.h>
 
 #include <functional>
+#include <initializer_list>
+#include <memory>
 
 #include "platform/gdi/bitmap.h"
 #include "platform/gdi/brush.h"
@@ -14,16 +16,24 @@
 
 namespace platform {
 
-class Window;
+// What became of drawing on something of another family's.
+enum class Drawing {
+  kDone,       // or clipped away, as it is with a hidden window
+  kGone,       // what was to be drawn on has ended; ERROR_INVALID_HANDLE is the last error
+  kNoSurface,  // it shows nothing that could be drawn on
+};
+
+// Runs the work with the canvas of what a context was made for.
+using DrawOnTarget = std::function<Drawing(const std::function<void(Canvas&)>&)>;
 
 class DeviceContext final : public Object {
  public:
-  // In memory: draws on the bitmap that is selected. Screen: measures only. Window: draws on what
-  // the window shows. Lent: draws on somebody's canvas.
+  // In memory: draws on the bitmap that is selected. Screen: measures only. Window: draws where
+  // its target does. Lent: draws on somebody's canvas.
   enum class Kind { kMemory, kScreen, kWindow, kLent };
 
   explicit DeviceContext(Kind contextKind);
-  explicit DeviceContext(const std::shared_ptr<Window>& window);
+  explicit DeviceContext(DrawOnTarget target);
   explicit DeviceContext(Canvas& canvas);
 
   const Kind kind;
@@ -44,10 +54,14 @@ class DeviceContext final : public Object {
 
  private:
   Canvas* lent_ = nullptr;
-  std::weak_ptr<Window> window_;
+  DrawOnTarget target_;
 };
 
-HDC InsertContext(std::shared_ptr<DeviceContext> context);
+// Null, with the last error set, without a desktop.
+HDC MakeContext(std::shared_ptr<DeviceContext> context);
+// Ends a context of one of the kinds. False, with ERROR_INVALID_HANDLE as the last error, for any
+// other handle.
+bool EndContext(HDC context, std::initializer_list<DeviceContext::Kind> kinds);
 
 // Null, with ERROR_INVALID_HANDLE as the last error, when the handle is not a live context.
 std::shared_ptr<DeviceContext> ContextOf(HDC context);

@@ -10,7 +10,6 @@
 #include "platform/gdi/text_argument.h"
 #include "platform/gdi/text_layout.h"
 #include "platform/kernel/log.h"
-#include "platform/user/desktop.h"
 
 namespace platform {
 namespace {
@@ -141,8 +140,10 @@ int DrawTextIn(DeviceContext& context, std::wstring_view text, RECT& area, UINT 
     return height;
   }
   const auto draw = [&](Canvas& canvas) {
-    const TextInBox box(Desktop().Graphics(), context.Style(), area, format);
-    height = box.Draw(canvas, text, marked.underlined);
+    WithGraphics([&](GraphicsBackend& graphics) {
+      const TextInBox box(graphics, context.Style(), area, format);
+      height = box.Draw(canvas, text, marked.underlined);
+    });
   };
   context.Draw("DrawTextExW", std::ref(draw));
   return height;

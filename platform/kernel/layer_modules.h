@@ -1,4 +1,5 @@
-// The modules that live in the layer itself, for programs that load them by name. Any thread.
+// The modules that live in the layer itself, for programs that load them by name. Defined by the
+// wiring. Any thread.
 #pragma once
 
 #include "platform/kernel/modules.h"

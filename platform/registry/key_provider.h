@@ -19,7 +19,10 @@ using KeyProvider = std::function<std::vector<ProvidedKey>()>;
 
 // Makes the subkeys of this key of HKEY_LOCAL_MACHINE (any case, no leading backslash) come from
 // the provider instead of the hive. An empty provider gives the key back to the hive, where it is
-// an ordinary one. Provided keys are read-only. The network cards are provided from the start.
+// an ordinary one. Provided keys are read-only.
 void SetKeyProvider(std::wstring_view path, KeyProvider provider);
+
+// What is provided from the start, by path. Defined by the wiring.
+std::vector<std::pair<std::wstring_view, KeyProvider>> DefaultKeyProviders();
 
 }  // namespace platform

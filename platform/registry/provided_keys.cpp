@@ -7,7 +7,6 @@
 #include <mutex>
 
 #include "platform/kernel/encoding.h"
-#include "platform/net/network_devices.h"
 #include "platform/registry/key_provider.h"
 
 namespace platform {
@@ -20,11 +19,18 @@ struct Provision {
 
 struct Provisions {
   std::mutex mutex;
-  std::vector<Provision> all{{SplitKeyPath(kNetworkCardsPath), NetworkCardKeys}};
+  std::vector<Provision> all;
 };
 
+Provisions* MakeProvisions() {
+  auto* const provisions = new Provisions;
+  for (const auto& [path, provider] : DefaultKeyProviders())
+    provisions->all.push_back({SplitKeyPath(path), provider});
+  return provisions;
+}
+
 Provisions& List() {
-  static Provisions& list = *new Provisions;
+  static Provisions& list = *MakeProvisions();
   return list;
 }
 

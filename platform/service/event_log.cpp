@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/log.h"
 #include "platform/service/event_delivery.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/service/service_database.h"

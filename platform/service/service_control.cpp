@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/service/control_message.h"
 #include "platform/service/driver_keeper.h"
 #include "platform/service/service_handle.h"

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <winsvc.h>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/log.h"
 #include "platform/service/service_host.h"

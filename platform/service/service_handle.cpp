@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 
 namespace platform {
 namespace {

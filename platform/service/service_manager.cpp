@@ -2,7 +2,7 @@
 #include <windows.h>
 #include <winsvc.h>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/service/service_database.h"

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/device/api_result.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/service/driver_keeper.h"

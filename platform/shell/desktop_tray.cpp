@@ -54,7 +54,7 @@ bool DesktopTray::IsNewThread(const std::shared_ptr<ThreadQueue>& windowThread) 
 
 void DesktopTray::Open(const std::shared_ptr<ThreadQueue>& windowThread) {
   const auto open = [this] {
-    if (!IsWindowThread() || Desktop().Tray().Open(*this)) return;
+    if (!IsWindowThread() || DesktopSide<TraySide>().Tray().Open(*this)) return;
     LogLine("desktop: there is no notification area yet");
     SetThere(false);
   };
@@ -85,7 +85,7 @@ void DesktopTray::Run(std::function<void(TrayBackend&)> work) {
       const std::lock_guard inside(mutex_);
       if (area != area_) return;
     }
-    work(Desktop().Tray());
+    work(DesktopSide<TraySide>().Tray());
   });
 }
 

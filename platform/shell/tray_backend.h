@@ -57,4 +57,11 @@ class TrayBackend {
   virtual void HideBalloon(const TrayIconKey& key) = 0;
 };
 
+// Implemented by the desktop module.
+class TraySide {
+ public:
+  virtual ~TraySide() = default;
+  virtual TrayBackend& Tray() = 0;
+};
+
 }  // namespace platform

@@ -16,13 +16,13 @@
 
 #include "platform/account/account_source.h"
 #include "platform/device/device_table.h"
+#include "platform/dialog/message_box.h"
 #include "platform/kernel/locale_source.h"
 #include "platform/net/interface_source.h"
 #include "platform/service/event_sink.h"
 #include "platform/shell/notification_area.h"
 #include "platform/testing/simulated_clock.h"
 #include "platform/user/menu_tracking.h"
-#include "platform/user/message_box.h"
 
 namespace platform {
 

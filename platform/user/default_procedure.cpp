@@ -1,8 +1,8 @@
 // DefWindowProcW: what a window does with what its own procedure leaves to the system.
 #include <algorithm>
 
-#include "platform/dialog/context_help.h"
 #include "platform/gdi/gdi_objects.h"
+#include "platform/user/context_help.h"
 #include "platform/user/menu_tracking.h"
 #include "platform/user/painting.h"
 #include "platform/user/window.h"

@@ -32,4 +32,10 @@ bool IsWindowThread();
 // The module, for the window thread alone.
 DesktopModule& Desktop();
 
+// What the module is to a family above this one.
+template <class Side>
+Side& DesktopSide() {
+  return dynamic_cast<Side&>(Desktop());
+}
+
 }  // namespace platform

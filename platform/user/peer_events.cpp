@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/dialog/context_help.h"
+#include "platform/user/context_help.h"
 #include "platform/user/focus.h"
 #include "platform/user/input.h"
 #include "platform/user/painting.h"

@@ -73,3 +73,17 @@ int WINAPI GetSystemMetrics(int index) {
       return 0;
   }
 }
+
+BOOL WINAPI MessageBeep(UINT /*type*/) {
+  // The desktop has one sound for all types.
+  const auto windowThread = WindowThread();
+  if (windowThread == nullptr) {
+    LogLine("MessageBeep: there is no desktop");
+    ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
+    return FALSE;
+  }
+  windowThread->Defer([] {
+    if (IsWindowThread()) Desktop().Beep();
+  });
+  return TRUE;
+}

@@ -1,11 +1,18 @@
-#include "platform/user/window_drawing.h"
+// Device contexts of windows and of the screen: drawing on what a window shows, outside of its
+// WM_PAINT. Any thread; the work runs on the window's own.
+#include <windows.h>
 
+#include <functional>
+#include <memory>
+
+#include "platform/gdi/device_context.h"
 #include "platform/user/window.h"
 
 namespace platform {
+namespace {
 
-WindowDrawing DrawOnWindow(const std::shared_ptr<Window>& window,
-                           const std::function<void(Canvas&)>& work) {
+Drawing DrawOnWindow(const std::shared_ptr<Window>& window,
+                     const std::function<void(Canvas&)>& work) {
   bool isDrawn = false;
   const auto draw = [&] { isDrawn = window->peer != nullptr && window->peer->Draw(work); };
   bool isThere = window != nullptr && window->IsLive();
@@ -15,9 +22,32 @@ WindowDrawing DrawOnWindow(const std::shared_ptr<Window>& window,
   } else if (isThere) {
     isThere = RunOnOwner(window, draw);
   }
-  if (isThere) return isDrawn ? WindowDrawing::kDrawn : WindowDrawing::kNoSurface;
+  if (isThere) return isDrawn ? Drawing::kDone : Drawing::kNoSurface;
   ::SetLastError(ERROR_INVALID_HANDLE);
-  return WindowDrawing::kNoWindow;
+  return Drawing::kGone;
 }
 
+// The context does not keep the window.
+DrawOnTarget DrawingOn(const std::shared_ptr<Window>& window) {
+  return [target = std::weak_ptr(window)](const std::function<void(Canvas&)>& work) {
+    return DrawOnWindow(target.lock(), work);
+  };
+}
+
+}  // namespace
 }  // namespace platform
+
+using namespace platform;
+
+HDC WINAPI GetDC(HWND window) {
+  using Kind = DeviceContext::Kind;
+  if (window == nullptr) return MakeContext(std::make_shared<DeviceContext>(Kind::kScreen));
+  const auto found = FindWindowOf(window);
+  if (found == nullptr) return nullptr;
+  return MakeContext(std::make_shared<DeviceContext>(DrawingOn(found)));
+}
+
+int WINAPI ReleaseDC(HWND /*window*/, HDC context) {
+  using Kind = DeviceContext::Kind;
+  return EndContext(context, {Kind::kScreen, Kind::kWindow}) ? 1 : 0;
+}

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/shell/notification_area.h"
-
 namespace platform {
 
 void WindowList::Add(const std::shared_ptr<Window>& window) {
@@ -18,7 +16,7 @@ void WindowList::Remove(const std::shared_ptr<Window>& window) {
   // After the handle, so that nothing can be added for the window any more.
   window->queue->DiscardMessagesOf(window->handle);
   window->queue->Timers().KillAllOf(window->handle);
-  ForgetNotificationIconsOf(window->handle);
+  OnWindowEnded(window->handle);
   const std::lock_guard lock(mutex_);
   std::erase(windows_, window);
 }

@@ -35,4 +35,7 @@ class WindowList {
 
 WindowList& Windows();
 
+// Ends what families above this one keep for the window. Defined by the wiring.
+void OnWindowEnded(HWND window);
+
 }  // namespace platform

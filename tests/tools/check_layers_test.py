@@ -46,6 +46,11 @@ class CheckLayers(unittest.TestCase):
             "product in the layer": ("platform/user/c.h", "// Quill" + "gate", "names the product"),
             "Qt in the layer": ("platform/user/c.h", "#include <QTimer>", "Qt outside"),
             "program in the layer": ("platform/user/c.h", '#include "text/b.h"', "of the layer"),
+            "family above": (
+                "platform/gdi/c.h",
+                '#include "platform/user/window.h"',
+                "of a family below",
+            ),
             "unlisted function": (
                 "platform/include/winuser.h",
                 "BOOL WINAPI FlashWindow(HWND window, BOOL invert);",

@@ -8,7 +8,7 @@
 #include <winreg.h>
 
 #include "handles/handle.h"
-#include "platform/net/network_devices.h"
+#include "platform/net/network_cards.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace quillgate {

@@ -1,0 +1,60 @@
+#include "platform/dialog/message_box_view.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/dialog/button_captions.h"
+
+namespace platform {
+namespace {
+
+constexpr UINT kButtonsMask = 0x0000000F;  // MB_TYPEMASK
+constexpr UINT kIconMask = 0x000000F0;     // MB_ICONMASK
+constexpr UINT kDefaultMask = 0x00000F00;  // MB_DEFMASK
+constexpr UINT kOtherFlags = MB_SETFOREGROUND | MB_TOPMOST;
+
+// By the number in the type: MB_OK, MB_OKCANCEL, MB_ABORTRETRYIGNORE, MB_YESNOCANCEL, MB_YESNO,
+// MB_RETRYCANCEL. Zero: no further button.
+constexpr std::array<std::array<int, 3>, 6> kButtons = {{
+    {IDOK, 0, 0},
+    {IDOK, IDCANCEL, 0},
+    {IDABORT, IDRETRY, IDIGNORE},
+    {IDYES, IDNO, IDCANCEL},
+    {IDYES, IDNO, 0},
+    {IDRETRY, IDCANCEL, 0},
+}};
+
+bool IsSupported(UINT type) {
+  const UINT known = kButtonsMask | kIconMask | kDefaultMask | kOtherFlags;
+  return (type & ~known) == 0 && (type & kButtonsMask) < kButtons.size() &&
+         (type & kIconMask) <= MB_ICONINFORMATION && (type & kDefaultMask) <= MB_DEFBUTTON3;
+}
+
+int EscapeIdOf(const std::vector<MessageBoxButton>& buttons) {
+  if (buttons.size() == 1) return buttons.front().id;
+  const bool canCancel = std::ranges::count(buttons, IDCANCEL, &MessageBoxButton::id) > 0;
+  return canCancel ? IDCANCEL : 0;
+}
+
+}  // namespace
+
+std::optional<MessageBoxView> ViewOf(const MessageBoxRequest& request) {
+  if (!IsSupported(request.type)) return std::nullopt;
+  MessageBoxView view;
+  view.text = request.text;
+  view.caption = request.caption;
+  view.icon = request.type & kIconMask;
+  for (const int id : kButtons[request.type & kButtonsMask]) {
+    if (id != 0) view.buttons.push_back({id, ButtonCaption(id)});
+  }
+  // A default button that the box does not have is the first.
+  const std::size_t wanted = (request.type & kDefaultMask) / MB_DEFBUTTON2;
+  view.defaultButton = wanted < view.buttons.size() ? wanted : 0;
+  view.escapeId = EscapeIdOf(view.buttons);
+  view.staysOnTop = (request.type & MB_TOPMOST) != 0;
+  return view;
+}
+
+}  // namespace platform

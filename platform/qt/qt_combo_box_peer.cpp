@@ -1,0 +1,58 @@
+// Drop-down lists of Qt.
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <algorithm>
+
+#include "platform/qt/qt_control_peers.h"
+
+namespace platform {
+namespace {
+
+// What frame and inner space add to a line of text; a box of the usual font is 21 pixels high.
+constexpr int kFrame = 8;
+constexpr int kLeastHeight = 21;
+constexpr int kFewestItems = 3;
+
+class QtComboBoxPeer final : public QtControlPeer<ComboBoxPeer> {
+ public:
+  QtComboBoxPeer(QComboBox* box, const PeerOrigin& origin, ComboBoxEvents& events)
+      : QtControlPeer(box, origin), box_(box) {
+    box->setFocusPolicy(FocusPolicyOf(origin.style));
+    QObject::connect(box, &QComboBox::activated, Context(),
+                     [&events](int index) { events.OnChosen(index); });
+  }
+
+  // The chosen item is the text.
+  void SetText(const std::wstring& /*text*/) override {}
+  void Insert(int index, const std::wstring& text) override {
+    box_->insertItem(index, QString::fromStdWString(text));
+    // Qt chooses the first item by itself.
+    box_->setCurrentIndex(chosen_);
+  }
+  void Remove(int index) override { box_->removeItem(index); }
+  void Clear() override { box_->clear(); }
+  void Select(int index) override {
+    chosen_ = index;
+    box_->setCurrentIndex(index);
+  }
+  int ClosedHeight() const override {
+    return std::max(kLeastHeight, box_->fontMetrics().height() + kFrame);
+  }
+  void SetListHeight(int height) override {
+    const int items = height / box_->fontMetrics().height();
+    box_->setMaxVisibleItems(std::max(kFewestItems, items));
+  }
+
+ private:
+  QPointer<QComboBox> box_;
+  int chosen_ = -1;
+};
+
+}  // namespace
+
+std::unique_ptr<ComboBoxPeer> QtControlPeers::MakeComboBox(const PeerOrigin& origin,
+                                                           ComboBoxEvents& events) {
+  return std::make_unique<QtComboBoxPeer>(new QComboBox(WidgetOf(origin.parent)), origin, events);
+}
+
+}  // namespace platform

@@ -1,0 +1,46 @@
+// The widget of a window that keeps what it shows: plain top-level windows and children of
+// registered classes. Its painting copies the surface; the window paints only what it has been told
+// is damaged, or was never there.
+#pragma once
+
+#include <memory>
+
+#include "platform/qt/qt_caret.h"
+#include "platform/qt/qt_painted_widget.h"
+#include "platform/qt/qt_surface.h"
+#include "platform/qt/qt_window_scroll_bars.h"
+
+namespace platform {
+
+class QtSurfaceWidget final : public QtPaintedWidget {
+ public:
+  QtSurfaceWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events);
+
+  void Damage(const QRect& area);
+  // Lets the window paint at once what is damaged, if it is on the screen.
+  void PaintNow();
+  void Draw(const std::function<void(Canvas&)>& work);
+  void SetScrollBar(int bar, const ScrollBarView& view);
+  void SetCaret(const std::optional<QRect>& place) { caret_.Set(place); }
+
+ private:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void childEvent(QChildEvent* event) override;
+
+  bool IsOnScreen() const { return isVisible() && !window()->isMinimized(); }
+  // Makes the surface as large and as fine as what it is for.
+  void Fit();
+  void PaintDamage();
+  void CopySurface(QPainter& painter, const QRegion& area) const;
+
+  std::shared_ptr<QtSurface> surface_ = std::make_shared<QtSurface>();
+  QtWindowScrollBars bars_;
+  QtCaret caret_;
+  // Something was drawn that has not been copied yet.
+  bool isCopyDue_ = false;
+};
+
+}  // namespace platform

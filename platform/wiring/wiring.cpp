@@ -1,0 +1,38 @@
+// What the families of the layer get from families above them, which they do not know: each
+// function here is declared by the family that calls it.
+#include "platform/gdi/desktop_graphics.h"
+#include "platform/gdi/gdiplus_exports.h"
+#include "platform/kernel/layer_modules.h"
+#include "platform/kernel/log.h"
+#include "platform/net/network_cards.h"
+#include "platform/shell/notification_area.h"
+#include "platform/user/desktop.h"
+#include "platform/user/modal_loop.h"
+#include "platform/user/window_list.h"
+
+namespace platform {
+
+std::map<std::wstring, ExportTable> LayerModules() {
+  return {{L"gdiplus.dll", GdiplusExports()}};
+}
+
+std::vector<std::pair<std::wstring_view, KeyProvider>> DefaultKeyProviders() {
+  return {{kNetworkCardsPath, NetworkCardKeys}};
+}
+
+bool WithGraphics(const std::function<void(GraphicsBackend&)>& work) {
+  if (RunOnWindowThread([&] { work(Desktop().Graphics()); })) return true;
+  LogLine("drawing: there is no desktop");
+  ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
+  return false;
+}
+
+bool WithRunningGraphics(const std::function<void(GraphicsBackend&)>& work) {
+  return CallWindowThread([&] { work(Desktop().Graphics()); });
+}
+
+void OnWindowEnded(HWND window) {
+  ForgetNotificationIconsOf(window);
+}
+
+}  // namespace platform

@@ -1,0 +1,175 @@
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <QScrollBar>
+#include <QStyleOptionSlider>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "platform/qt/window_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+// To tell where its parts are.
+class BarParts final : public QScrollBar {
+ public:
+  static QPoint Middle(QScrollBar* bar, QStyle::SubControl part) {
+    QStyleOptionSlider option;
+    (bar->*&BarParts::initStyleOption)(&option);
+    return bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, part, bar).center();
+  }
+};
+
+void Click(QScrollBar* bar, QStyle::SubControl part) {
+  QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, BarParts::Middle(bar, part));
+}
+
+void SendMouse(QWidget* widget, QEvent::Type type, QPoint place) {
+  const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+  const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+  QMouseEvent event(type, place, widget->mapToGlobal(QPointF(place)), button, held, Qt::NoModifier);
+  QCoreApplication::sendEvent(widget, &event);
+}
+
+class ScrollBarOnDesktop : public WindowOnDesktop {
+ protected:
+  ScrollBarOnDesktop() {
+    for (const UINT message : {WM_VSCROLL, WM_HSCROLL}) {
+      On(message, [this, message](HWND window, WPARAM wParam, LPARAM) -> LRESULT {
+        told_.emplace_back(LOWORD(wParam), HIWORD(wParam));
+        if (follows_ && LOWORD(wParam) == SB_LINEDOWN) {
+          ::SetScrollPos(window, message == WM_VSCROLL ? SB_VERT : SB_HORZ, 5, TRUE);
+        }
+        return 0;
+      });
+    }
+  }
+  // In a window with bars from 1 to 10, at 4.
+  void WithBars(DWORD style, const std::function<void()>& body) {
+    const auto start = [&] {
+      ::MoveWindow(window_, 60, 70, 200, 200, TRUE);
+      for (const int bar : {SB_HORZ, SB_VERT}) {
+        ::SetScrollRange(window_, bar, 1, 10, TRUE);
+        ::SetScrollPos(window_, bar, 4, TRUE);
+      }
+      PumpAll();
+      body();
+    };
+    WithWindow(start, {.style = style});
+  }
+  QScrollBar* Bar(Qt::Orientation orientation = Qt::Vertical) const {
+    for (auto* each : WidgetOf(window_)->findChildren<QScrollBar*>()) {
+      if (each->orientation() == orientation && each->isVisible()) return each;
+    }
+    return nullptr;
+  }
+  std::vector<std::pair<int, int>> Take() {
+    PumpAll();
+    return std::exchange(told_, {});
+  }
+
+  std::vector<std::pair<int, int>> told_;
+  bool follows_ = false;
+};
+
+TEST_F(ScrollBarOnDesktop, TheBarsLieBesideTheClientAreaAndAboveChildren) {
+  WithBars(WS_HSCROLL | WS_VSCROLL, [this] {
+    EXPECT_EQ(Bar()->geometry(), QRect(183, 0, 17, 183));
+    EXPECT_EQ(Bar(Qt::Horizontal)->geometry(), QRect(0, 183, 183, 17));
+    const HWND child = CreateChild(window_, {0, 0, 200, 200});
+    const QWidget* widget = WidgetOf(window_);
+    EXPECT_EQ(widget->childAt(190, 50), Bar());
+    EXPECT_EQ(widget->childAt(50, 50), WidgetOf(child));
+    EXPECT_NE(widget->childAt(190, 190), WidgetOf(child)) << "the corner";
+    ::MoveWindow(window_, 60, 70, 100, 120, TRUE);
+    EXPECT_EQ(Bar()->geometry(), QRect(83, 0, 17, 103));
+    ::ShowScrollBar(window_, SB_HORZ, FALSE);
+    EXPECT_EQ(Bar(Qt::Horizontal), nullptr);
+    EXPECT_EQ(Bar()->geometry(), QRect(83, 0, 17, 120));
+  });
+}
+
+TEST_F(ScrollBarOnDesktop, AClickIsToldAndTheProcedureMovesTheBar) {
+  const std::pair<QStyle::SubControl, int> cases[] = {{QStyle::SC_ScrollBarAddLine, SB_LINEDOWN},
+                                                      {QStyle::SC_ScrollBarSubLine, SB_LINEUP},
+                                                      {QStyle::SC_ScrollBarAddPage, SB_PAGEDOWN},
+                                                      {QStyle::SC_ScrollBarSubPage, SB_PAGEUP}};
+  for (const auto orientation : {Qt::Vertical, Qt::Horizontal}) {
+    WithBars(orientation == Qt::Vertical ? WS_VSCROLL : WS_HSCROLL, [&] {
+      QScrollBar* bar = Bar(orientation);
+      for (const auto& [part, request] : cases) {
+        Click(bar, part);
+        EXPECT_THAT(told_, IsEmpty()) << "told inside the desktop's event";
+        EXPECT_THAT(Take(), ElementsAre(Pair(request, 0), Pair(SB_ENDSCROLL, 0)));
+        EXPECT_EQ(bar->value(), 4) << "it moves by itself";
+        EXPECT_EQ(bar->sliderPosition(), 4);
+      }
+      follows_ = true;
+      Click(bar, QStyle::SC_ScrollBarAddLine);
+      Take();
+      EXPECT_EQ(bar->value(), 5);
+      follows_ = false;
+      EXPECT_FALSE(bar->hasFocus());
+      EXPECT_EQ(CountOf(WM_LBUTTONDOWN), 0) << "the window is told of a click on its bar";
+    });
+  }
+}
+
+TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt) {
+  WithBars(WS_VSCROLL, [this] {
+    QScrollBar* bar = Bar();
+    const QPoint thumb = BarParts::Middle(bar, QStyle::SC_ScrollBarSlider);
+    SendMouse(bar, QEvent::MouseButtonPress, thumb);
+    SendMouse(bar, QEvent::MouseMove, thumb + QPoint(0, 40));
+    PumpAll();
+    ASSERT_FALSE(told_.empty());
+    const int place = told_.back().second;
+    EXPECT_EQ(told_.back().first, SB_THUMBTRACK);
+    EXPECT_GT(place, 4);
+    EXPECT_EQ(bar->sliderPosition(), place);
+    SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+    EXPECT_TRUE(::GetScrollInfo(window_, SB_VERT, &info));
+    EXPECT_EQ(info.nTrackPos, place);
+    EXPECT_EQ(info.nPos, 4);
+    ::SetScrollPos(window_, SB_VERT, 2, TRUE);
+    EXPECT_EQ(bar->sliderPosition(), place) << "it is torn from under the mouse";
+    Take();
+    SendMouse(bar, QEvent::MouseButtonRelease, thumb + QPoint(0, 40));
+    EXPECT_THAT(Take(), ElementsAre(Pair(SB_THUMBPOSITION, place), Pair(SB_ENDSCROLL, 0)));
+    EXPECT_EQ(bar->sliderPosition(), 2);
+    EXPECT_EQ(bar->value(), 2);
+
+    const QPointF over(5, 50);
+    QWheelEvent wheel(over, bar->mapToGlobal(over), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(bar, &wheel);
+    EXPECT_THAT(Take(), IsEmpty()) << "the wheel is not the bar's";
+    EXPECT_EQ(bar->value(), 2);
+  });
+}
+
+TEST_F(ScrollBarOnDesktop, WhatABarUncoversIsPainted) {
+  WithBars(WS_VSCROLL, [this] {
+    std::vector<LONG> painted;
+    On(WM_PAINT, [&](HWND handle, WPARAM, LPARAM) -> LRESULT {
+      PAINTSTRUCT paint{};
+      ::BeginPaint(handle, &paint);
+      painted = {paint.rcPaint.left, paint.rcPaint.top, paint.rcPaint.right, paint.rcPaint.bottom};
+      return ::EndPaint(handle, &paint);
+    });
+    ::ShowScrollBar(window_, SB_VERT, FALSE);
+    Pump([&] { return !painted.empty(); });
+    EXPECT_THAT(painted, ElementsAre(183, 0, 200, 200));
+    ::InvalidateRect(window_, nullptr, FALSE);
+    ::ShowScrollBar(window_, SB_VERT, TRUE);
+    ::UpdateWindow(window_);
+    EXPECT_THAT(painted, ElementsAre(0, 0, 183, 200));
+  });
+}
+
+}  // namespace
