@@ -8,6 +8,7 @@
 #include <span>
 
 #include "platform/account/account_source.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -96,13 +97,15 @@ NET_API_STATUS Query(DWORD index, DWORD entriesRequested, DWORD preferredMaximum
 NET_API_STATUS WINAPI NetQueryDisplayInformation(LPCWSTR server, DWORD level, DWORD index,
                                                  DWORD entriesRequested,
                                                  DWORD preferredMaximumBytes, LPDWORD entryCount,
-                                                 PVOID* buffer) {
+                                                 PVOID* buffer) try {
   if (entryCount == nullptr || buffer == nullptr) return ERROR_INVALID_PARAMETER;
   *entryCount = 0;
   *buffer = nullptr;
   const DWORD error = platform::CheckQuery(server, level);
   if (error != ERROR_SUCCESS) return error;
   return platform::Query(index, entriesRequested, preferredMaximumBytes, *entryCount, *buffer);
+} catch (...) {
+  return platform::ErrorOfException();
 }
 
 NET_API_STATUS WINAPI NetApiBufferFree(LPVOID buffer) {

@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace {
@@ -13,7 +14,7 @@ constexpr DWORD kKnownClasses = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_TAB
 
 }  // namespace
 
-BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) {
+BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) try {
   if (classes == nullptr || classes->dwSize != sizeof(INITCOMMONCONTROLSEX) ||
       classes->dwICC == 0) {
     return FALSE;
@@ -21,4 +22,6 @@ BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) {
   if ((classes->dwICC & ~kKnownClasses) == 0) return TRUE;
   platform::LogLine("InitCommonControlsEx: these classes are not supported");
   return FALSE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

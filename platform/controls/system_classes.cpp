@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <array>
 
 #include "platform/controls/button_control.h"
@@ -23,14 +27,14 @@ std::unique_ptr<Control> Make(Window& window) {
 
 std::span<const SystemClass> SystemClasses() {
   static constexpr std::array kClasses = {
-      SystemClass{L"Static", Make<StaticControl>},
-      SystemClass{L"Button", Make<ButtonControl>},
-      SystemClass{L"Edit", Make<EditControl>},
-      SystemClass{L"ComboBox", Make<ComboBox>},
-      SystemClass{L"SysTabControl32", Make<TabControl>},
-      SystemClass{L"SysListView32", Make<ListView>},
-      SystemClass{L"msctls_updown32", Make<UpDown>},
-      SystemClass{L"SysDateTimePick32", Make<DatePicker>},
+      SystemClass{WC_STATIC, Make<StaticControl>},
+      SystemClass{WC_BUTTON, Make<ButtonControl>},
+      SystemClass{WC_EDIT, Make<EditControl>},
+      SystemClass{WC_COMBOBOX, Make<ComboBox>},
+      SystemClass{WC_TABCONTROL, Make<TabControl>},
+      SystemClass{WC_LISTVIEW, Make<ListView>},
+      SystemClass{UPDOWN_CLASS, Make<UpDown>},
+      SystemClass{DATETIMEPICK_CLASS, Make<DatePicker>},
       SystemClass{L"#32770", MakeDialogControl},
   };
   return kClasses;

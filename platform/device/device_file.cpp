@@ -75,29 +75,32 @@ DWORD Control(HANDLE handle, DWORD code, std::span<const std::byte> in, std::spa
 extern "C" {
 
 HANDLE WINAPI CreateFileW(LPCWSTR fileName, DWORD access, DWORD share,
-                          LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags, HANDLE) {
+                          LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags,
+                          HANDLE) try {
   HANDLE file = INVALID_HANDLE_VALUE;
-  const DWORD error = platform::Guarded([&] {
-    if (fileName == nullptr || *fileName == L'\0') return ERROR_PATH_NOT_FOUND;
+  DWORD error = ERROR_PATH_NOT_FOUND;
+  if (fileName != nullptr && *fileName != L'\0') {
     const bool inherit = security != nullptr && security->bInheritHandle != FALSE;
-    return platform::OpenFile({fileName, access, share, disposition, flags, inherit}, file);
-  });
+    error = platform::OpenFile({fileName, access, share, disposition, flags, inherit}, file);
+  }
   return platform::HandleResult(error, file, INVALID_HANDLE_VALUE);
+} catch (...) {
+  return platform::FailedCall(INVALID_HANDLE_VALUE);
 }
 
 BOOL WINAPI DeviceIoControl(HANDLE device, DWORD code, LPVOID in, DWORD inBytes, LPVOID out,
-                            DWORD outBytes, LPDWORD returnedBytes, LPOVERLAPPED overlapped) {
-  const DWORD error = platform::Guarded([&] {
-    if (overlapped != nullptr) platform::LogLine("DeviceIoControl: no overlapped operations");
-    const bool buffers = (in != nullptr || inBytes == 0) && (out != nullptr || outBytes == 0);
-    if (overlapped != nullptr || returnedBytes == nullptr || !buffers) {
-      return ERROR_INVALID_PARAMETER;
-    }
-    *returnedBytes = 0;
-    return platform::Control(device, code, {static_cast<const std::byte*>(in), inBytes},
-                             {static_cast<std::byte*>(out), outBytes}, *returnedBytes);
-  });
-  return platform::BoolResult(error);
+                            DWORD outBytes, LPDWORD returnedBytes, LPOVERLAPPED overlapped) try {
+  if (overlapped != nullptr) platform::LogLine("DeviceIoControl: no overlapped operations");
+  const bool buffers = (in != nullptr || inBytes == 0) && (out != nullptr || outBytes == 0);
+  if (overlapped != nullptr || returnedBytes == nullptr || !buffers) {
+    return platform::BoolResult(ERROR_INVALID_PARAMETER);
+  }
+  *returnedBytes = 0;
+  return platform::BoolResult(
+      platform::Control(device, code, {static_cast<const std::byte*>(in), inBytes},
+                        {static_cast<std::byte*>(out), outBytes}, *returnedBytes));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

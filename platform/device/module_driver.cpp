@@ -86,12 +86,14 @@ class ModuleDriver final : public LoadedDriver {
 // place for telling which driver calls.
 thread_local ModuleDriver* callingDriver = nullptr;
 
-std::uint32_t HostCreateDevice(const DriverDevice* device) noexcept {
+std::uint32_t HostCreateDevice(const DriverDevice* device) noexcept try {
   if (callingDriver == nullptr || device == nullptr || device->name == nullptr ||
       device->open == nullptr || device->control == nullptr) {
     return ERROR_INVALID_PARAMETER;
   }
-  return Guarded([&] { return callingDriver->CreateDevice(*device); });
+  return callingDriver->CreateDevice(*device);
+} catch (...) {
+  return ErrorOfException();
 }
 
 void HostDeleteDevice(const wchar_t* name) noexcept {
@@ -102,12 +104,11 @@ void HostLogLine(const char* utf8) noexcept {
   if (utf8 != nullptr) LogLine(utf8);
 }
 
-void HostReportEvent(void* driver, const char* utf8) noexcept {
+void HostReportEvent(void* driver, const char* utf8) noexcept try {
   if (driver == nullptr || utf8 == nullptr) return;
-  Guarded([&] {
-    static_cast<const ModuleDriver*>(driver)->ReportEvent(utf8);
-    return NO_ERROR;
-  });
+  static_cast<const ModuleDriver*>(driver)->ReportEvent(utf8);
+} catch (...) {
+  ErrorOfException();
 }
 
 ModuleDriver::ModuleDriver(ModulePointer module, DriverUnloadFunction unload,

@@ -2,6 +2,7 @@
 #include "platform/dialog/dialog_creation.h"
 #include "platform/dialog/dialog_resource.h"
 #include "platform/dialog/modal_dialog.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/modal_loop.h"
 
@@ -25,7 +26,7 @@ INT_PTR RunDialog(const DialogTemplate& made, DialogOrigin origin) {
 using namespace platform;
 
 INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner,
-                               DLGPROC procedure, LPARAM parameter) {
+                               DLGPROC procedure, LPARAM parameter) try {
   // Zero, not minus one, for an owner that is none, as documented.
   if (owner != nullptr && FindWindowOf(owner) == nullptr) return 0;
   const auto made = FindDialogTemplate(instance, templateName);
@@ -42,28 +43,27 @@ INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND ow
   }
   if (result == kFailed) ::SetLastError(error);
   return result;
+} catch (...) {
+  return FailedCall(-1);
 }
 
 HWND WINAPI CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner,
-                               DLGPROC procedure, LPARAM parameter) {
+                               DLGPROC procedure, LPARAM parameter) try {
   const auto made = FindDialogTemplate(instance, templateName);
   if (!made.has_value()) return nullptr;
   return CreateDialogFrom(*made, {instance, owner, procedure, parameter, false});
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
 // The dialog's loop destroys it; until then it is only hidden.
-BOOL WINAPI EndDialog(HWND dialog, INT_PTR result) {
+BOOL WINAPI EndDialog(HWND dialog, INT_PTR result) try {
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return FALSE;
   found.control->Outcome()->ended = true;
   found.control->Outcome()->result = result;
   ::ShowWindow(dialog, SW_HIDE);
   return TRUE;
-}
-
-BOOL WINAPI MapDialogRect(HWND dialog, LPRECT area) {
-  const FoundDialog found = FindDialog(dialog);
-  if (found.control == nullptr) return FALSE;
-  *area = found.control->Units().Pixels(*area);
-  return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -150,12 +150,3 @@ FoundDialog FindDialog(HWND handle) {
 }
 
 }  // namespace platform
-
-using namespace platform;
-
-LRESULT WINAPI DefDlgProcW(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (const FoundDialog found = FindDialog(dialog); found.control != nullptr) {
-    if (const auto answer = found.control->Answer(message, wParam, lParam)) return *answer;
-  }
-  return ::DefWindowProcW(dialog, message, wParam, lParam);
-}

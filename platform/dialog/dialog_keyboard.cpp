@@ -2,6 +2,7 @@
 #include "platform/dialog/default_button.h"
 #include "platform/dialog/dialog_control.h"
 #include "platform/dialog/dialog_order.h"
+#include "platform/kernel/api_result.h"
 
 namespace platform {
 namespace {
@@ -143,7 +144,7 @@ void DialogControl::FocusByKey(Window& control, bool forward) {
 
 using namespace platform;
 
-BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message) {
+BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message) try {
   if (message == nullptr) return FALSE;
   const bool isOfDialog = message->hwnd == dialog || ::IsChild(dialog, message->hwnd);
   const FoundDialog found = isOfDialog ? FindDialog(dialog) : FoundDialog();
@@ -152,4 +153,6 @@ BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message) {
   ::TranslateMessage(message);
   ::DispatchMessageW(message);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

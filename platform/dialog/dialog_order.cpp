@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
@@ -95,14 +96,10 @@ LRESULT ControlCodeOf(HWND window) {
 
 using namespace platform;
 
-HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) {
+HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) try {
   if (FindWindowOf(dialog) == nullptr) return nullptr;
   const WindowPointer next = NextTabStop(dialog, control, previous == FALSE);
   return next != nullptr ? next->handle : control;
-}
-
-HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous) {
-  if (FindWindowOf(dialog) == nullptr) return nullptr;
-  const WindowPointer next = NextInGroup(dialog, control, previous == FALSE);
-  return next != nullptr ? next->handle : control;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }

@@ -7,6 +7,7 @@
 #include "platform/dialog/dialog_peers.h"
 #include "platform/dialog/message_box_view.h"
 #include "platform/dialog/modal_dialog.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/seam.h"
@@ -51,7 +52,7 @@ void SetMessageBoxResponder(MessageBoxResponder responder) {
 
 using namespace platform;
 
-int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
+int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) try {
   if (owner != nullptr && FindWindowOf(owner) == nullptr) return 0;
   // Without a caption a message box is about an error, as documented.
   const MessageBoxRequest request{owner, text != nullptr ? text : L"",
@@ -66,4 +67,6 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
   int answer = 0;
   const bool asked = RunOnWindowThread([&] { answer = RunBox(owner, *view); });
   return asked ? answer : FailWithoutDesktop(request);
+} catch (...) {
+  return FailedCall(0);
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/dialog/dialog_resource.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -78,15 +79,19 @@ std::optional<DialogTemplate> PropertyPage::Template() const {
 
 using namespace platform;
 
-HPROPSHEETPAGE WINAPI CreatePropertySheetPageW(LPCPROPSHEETPAGEW page) {
+HPROPSHEETPAGE WINAPI CreatePropertySheetPageW(LPCPROPSHEETPAGEW page) try {
   if (page == nullptr || !IsSupported(*page)) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return nullptr;
   }
   return static_cast<HPROPSHEETPAGE>(
       Handles().Insert(HandleKind::kPropertyPage, std::make_shared<PropertyPage>(*page)));
+} catch (...) {
+  return FailedCall<HPROPSHEETPAGE>(nullptr);
 }
 
-BOOL WINAPI DestroyPropertySheetPage(HPROPSHEETPAGE page) {
+BOOL WINAPI DestroyPropertySheetPage(HPROPSHEETPAGE page) try {
   return Handles().Remove(HandleKind::kPropertyPage, page) != nullptr ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/dialog/property_sheet.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/modal_loop.h"
 #include "platform/user/window.h"
@@ -79,11 +80,13 @@ INT_PTR ShowSheet(const PROPSHEETHEADERW& header) {
 
 using namespace platform;
 
-INT_PTR WINAPI PropertySheetW(LPCPROPSHEETHEADERW header) {
+INT_PTR WINAPI PropertySheetW(LPCPROPSHEETHEADERW header) try {
   if (header == nullptr || !IsSupported(*header)) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return kFailed;
   }
   if (header->hwndParent != nullptr && FindWindowOf(header->hwndParent) == nullptr) return kFailed;
   return ShowSheet(*header);
+} catch (...) {
+  return FailedCall(-1);
 }

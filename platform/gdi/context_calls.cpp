@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/gdi/device_context.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -47,69 +48,65 @@ T Exchange(HDC handle, T DeviceContext::*member, T value, T failure) {
   return context != nullptr ? std::exchange((*context).*member, value) : failure;
 }
 
-template <class T>
-T Read(HDC handle, T DeviceContext::*member, T failure) {
-  const auto context = ContextOf(handle);
-  return context != nullptr ? (*context).*member : failure;
-}
-
 }  // namespace
 }  // namespace platform
 
 extern "C" {
 
-HDC WINAPI CreateCompatibleDC(HDC context) {
+HDC WINAPI CreateCompatibleDC(HDC context) try {
   if (context != nullptr && platform::ContextOf(context) == nullptr) return nullptr;
   using platform::DeviceContext;
   return platform::MakeContext(std::make_shared<DeviceContext>(DeviceContext::Kind::kMemory));
+} catch (...) {
+  return platform::FailedCall<HDC>(nullptr);
 }
 
-BOOL WINAPI DeleteDC(HDC context) {
+BOOL WINAPI DeleteDC(HDC context) try {
   return platform::EndContext(context, {platform::DeviceContext::Kind::kMemory});
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object) {
+HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return nullptr;
   const HGDIOBJ before = platform::Select(*found, object);
   if (before == nullptr) ::SetLastError(ERROR_INVALID_HANDLE);
   return before;
+} catch (...) {
+  return platform::FailedCall<HGDIOBJ>(nullptr);
 }
 
-int WINAPI GetDeviceCaps(HDC context, int index) {
+int WINAPI GetDeviceCaps(HDC context, int index) try {
   if (platform::ContextOf(context) == nullptr) return 0;
   if (index == LOGPIXELSX || index == LOGPIXELSY) return platform::kPixelsPerInch;
   platform::LogLine("GetDeviceCaps: only the pixels per inch are known");
   return 0;
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
-COLORREF WINAPI GetTextColor(HDC context) {
-  return platform::Read(context, &platform::DeviceContext::textColour, CLR_INVALID);
-}
-
-COLORREF WINAPI SetTextColor(HDC context, COLORREF colour) {
+COLORREF WINAPI SetTextColor(HDC context, COLORREF colour) try {
   return platform::Exchange(context, &platform::DeviceContext::textColour, colour, CLR_INVALID);
+} catch (...) {
+  return platform::FailedCall(CLR_INVALID);
 }
 
-COLORREF WINAPI GetBkColor(HDC context) {
-  return platform::Read(context, &platform::DeviceContext::backgroundColour, CLR_INVALID);
-}
-
-COLORREF WINAPI SetBkColor(HDC context, COLORREF colour) {
+COLORREF WINAPI SetBkColor(HDC context, COLORREF colour) try {
   return platform::Exchange(context, &platform::DeviceContext::backgroundColour, colour,
                             CLR_INVALID);
+} catch (...) {
+  return platform::FailedCall(CLR_INVALID);
 }
 
-int WINAPI GetBkMode(HDC context) {
-  return platform::Read(context, &platform::DeviceContext::backgroundMode, 0);
-}
-
-int WINAPI SetBkMode(HDC context, int mode) {
+int WINAPI SetBkMode(HDC context, int mode) try {
   if (mode != TRANSPARENT && mode != OPAQUE) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
   }
   return platform::Exchange(context, &platform::DeviceContext::backgroundMode, mode, 0);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 }  // extern "C"

@@ -9,6 +9,7 @@
 #include "platform/gdi/rect.h"
 #include "platform/gdi/text_argument.h"
 #include "platform/gdi/text_layout.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -155,7 +156,7 @@ int DrawTextIn(DeviceContext& context, std::wstring_view text, RECT& area, UINT 
 extern "C" {
 
 int WINAPI DrawTextExW(HDC context, LPWSTR text, int length, LPRECT area, UINT format,
-                       LPDRAWTEXTPARAMS parameters) {
+                       LPDRAWTEXTPARAMS parameters) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return 0;
   const auto shown = platform::TextArgument(text, length);
@@ -165,11 +166,15 @@ int WINAPI DrawTextExW(HDC context, LPWSTR text, int length, LPRECT area, UINT f
     return 0;
   }
   return platform::DrawTextIn(*found, *shown, *area, format);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 // Without DT_MODIFYSTRING, which is not known, the text is not touched.
-int WINAPI DrawTextW(HDC context, LPCWSTR text, int length, LPRECT area, UINT format) {
+int WINAPI DrawTextW(HDC context, LPCWSTR text, int length, LPRECT area, UINT format) try {
   return ::DrawTextExW(context, const_cast<LPWSTR>(text), length, area, format, nullptr);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 }  // extern "C"

@@ -7,6 +7,7 @@
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/gdi/text_argument.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -47,16 +48,18 @@ bool CopyPixels(DeviceContext& target, DeviceContext& source, const RECT& area, 
 
 extern "C" {
 
-BOOL WINAPI TextOutW(HDC context, int x, int y, LPCWSTR text, int length) {
+BOOL WINAPI TextOutW(HDC context, int x, int y, LPCWSTR text, int length) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const auto shown = platform::TextArgument(text, length);
   if (!shown.has_value()) return FALSE;
   return found->Draw(
       "TextOutW", [&](platform::Canvas& canvas) { canvas.DrawText(*shown, x, y, found->Style()); });
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-BOOL WINAPI GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE size) {
+BOOL WINAPI GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE size) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const auto measured = platform::TextArgument(text, length);
@@ -65,9 +68,11 @@ BOOL WINAPI GetTextExtentPoint32W(HDC context, LPCWSTR text, int length, LPSIZE 
   return platform::WithGraphics([&](platform::GraphicsBackend& graphics) {
     *size = graphics.MeasureText(*measured, found->Style().font);
   });
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-int WINAPI FillRect(HDC context, const RECT* area, HBRUSH brush) {
+int WINAPI FillRect(HDC context, const RECT* area, HBRUSH brush) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return 0;
   const auto filling = platform::BrushOf(brush);
@@ -79,10 +84,12 @@ int WINAPI FillRect(HDC context, const RECT* area, HBRUSH brush) {
   return found->Draw("FillRect", [&](platform::Canvas& canvas) {
     if (colour.has_value()) canvas.Fill(*area, *colour);
   });
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 BOOL WINAPI DrawIconEx(HDC context, int x, int y, HICON icon, int width, int height, UINT step,
-                       HBRUSH brush, UINT flags) {
+                       HBRUSH brush, UINT flags) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const auto images = platform::IconOf(icon);
@@ -97,10 +104,12 @@ BOOL WINAPI DrawIconEx(HDC context, int x, int y, HICON icon, int width, int hei
   }
   const SIZE size = platform::IconSize(*images, width, height, flags);
   return platform::DrawIconOn(*found, *images, platform::Area(x, y, size.cx, size.cy), brush);
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 BOOL WINAPI BitBlt(HDC target, int x, int y, int width, int height, HDC source, int sourceX,
-                   int sourceY, DWORD operation) {
+                   int sourceY, DWORD operation) try {
   if (operation != SRCCOPY) {
     platform::LogLine("BitBlt: pixels can only be copied");
     ::SetLastError(ERROR_INVALID_PARAMETER);
@@ -110,15 +119,19 @@ BOOL WINAPI BitBlt(HDC target, int x, int y, int width, int height, HDC source, 
   const auto from = platform::ContextOf(source);
   if (to == nullptr || from == nullptr) return FALSE;
   return platform::CopyPixels(*to, *from, platform::Area(x, y, width, height), {sourceX, sourceY});
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-COLORREF WINAPI GetPixel(HDC context, int x, int y) {
+COLORREF WINAPI GetPixel(HDC context, int x, int y) try {
   const auto found = platform::ContextOf(context);
   std::optional<COLORREF> colour;
   if (found != nullptr) {
     found->Draw("GetPixel", [&](platform::Canvas& canvas) { colour = canvas.PixelAt({x, y}); });
   }
   return colour.value_or(CLR_INVALID);
+} catch (...) {
+  return platform::FailedCall(CLR_INVALID);
 }
 
 }  // extern "C"

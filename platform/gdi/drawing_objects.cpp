@@ -14,6 +14,7 @@
 #include "platform/gdi/font.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/gdi/pen.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -105,7 +106,7 @@ std::shared_ptr<const Image> PictureOf(HBITMAP bitmap) {
 
 extern "C" {
 
-HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) {
+HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) try {
   if (font == nullptr) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return nullptr;
@@ -113,12 +114,14 @@ HFONT WINAPI CreateFontIndirectW(const LOGFONTW* font) {
   LOGFONTW description = *font;
   description.lfFaceName[LF_FACESIZE - 1] = L'\0';
   return platform::InsertFont(std::make_shared<platform::Font>(description));
+} catch (...) {
+  return platform::FailedCall<HFONT>(nullptr);
 }
 
 HFONT WINAPI CreateFontW(int height, int width, int escapement, int orientation, int weight,
                          DWORD italic, DWORD underline, DWORD strikeOut, DWORD charSet,
                          DWORD outPrecision, DWORD clipPrecision, DWORD quality,
-                         DWORD pitchAndFamily, LPCWSTR face) {
+                         DWORD pitchAndFamily, LPCWSTR face) try {
   LOGFONTW font{height,
                 width,
                 escapement,
@@ -138,9 +141,11 @@ HFONT WINAPI CreateFontW(int height, int width, int escapement, int orientation,
   if (length >= LF_FACESIZE) return nullptr;
   std::copy_n(face, length, font.lfFaceName);
   return ::CreateFontIndirectW(&font);
+} catch (...) {
+  return platform::FailedCall<HFONT>(nullptr);
 }
 
-HPEN WINAPI CreatePen(int style, int width, COLORREF colour) {
+HPEN WINAPI CreatePen(int style, int width, COLORREF colour) try {
   if (style != PS_SOLID && style != PS_NULL) {
     platform::LogLine("CreatePen: pens are solid or draw nothing");
     ::SetLastError(ERROR_INVALID_PARAMETER);
@@ -148,13 +153,17 @@ HPEN WINAPI CreatePen(int style, int width, COLORREF colour) {
   }
   return platform::InsertPen(std::make_shared<platform::Pen>(
       style == PS_SOLID ? std::optional(colour) : std::nullopt, std::max(1, std::abs(width))));
+} catch (...) {
+  return platform::FailedCall<HPEN>(nullptr);
 }
 
-HBRUSH WINAPI CreateSolidBrush(COLORREF colour) {
+HBRUSH WINAPI CreateSolidBrush(COLORREF colour) try {
   return platform::InsertBrush(std::make_shared<platform::Brush>(colour));
+} catch (...) {
+  return platform::FailedCall<HBRUSH>(nullptr);
 }
 
-HBRUSH WINAPI CreateBrushIndirect(const LOGBRUSH* brush) {
+HBRUSH WINAPI CreateBrushIndirect(const LOGBRUSH* brush) try {
   if (brush == nullptr || brush->lbStyle > BS_NULL) {
     if (brush != nullptr) platform::LogLine("CreateBrushIndirect: brushes have one colour");
     ::SetLastError(ERROR_INVALID_PARAMETER);
@@ -163,9 +172,11 @@ HBRUSH WINAPI CreateBrushIndirect(const LOGBRUSH* brush) {
   const bool solid = brush->lbStyle == BS_SOLID;
   return platform::InsertBrush(
       std::make_shared<platform::Brush>(solid ? std::optional(brush->lbColor) : std::nullopt));
+} catch (...) {
+  return platform::FailedCall<HBRUSH>(nullptr);
 }
 
-int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer) {
+int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer) try {
   using platform::HandleKind;
   HandleKind kind{};
   const auto found = platform::SelectableOf(object, kind);
@@ -187,9 +198,11 @@ int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer) {
       return platform::CopyDescription(
           platform::Description(static_cast<platform::Bitmap&>(*found)), bytes, buffer);
   }
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
-BOOL WINAPI DeleteObject(HGDIOBJ object) {
+BOOL WINAPI DeleteObject(HGDIOBJ object) try {
   platform::HandleKind kind{};
   const auto found = platform::SelectableOf(object, kind);
   if (found == nullptr) {
@@ -200,9 +213,11 @@ BOOL WINAPI DeleteObject(HGDIOBJ object) {
   if (found->isStock) return TRUE;
   if (found->selections > 0) return FALSE;
   return platform::Handles().Remove(kind, object) != nullptr;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-HBITMAP WINAPI CreateCompatibleBitmap(HDC context, int width, int height) {
+HBITMAP WINAPI CreateCompatibleBitmap(HDC context, int width, int height) try {
   if (platform::ContextOf(context) == nullptr) return nullptr;
   if (width < 0 || height < 0) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
@@ -211,6 +226,8 @@ HBITMAP WINAPI CreateCompatibleBitmap(HDC context, int width, int height) {
   // Without any area it is documented to have one pixel.
   const SIZE size = width == 0 || height == 0 ? SIZE{1, 1} : SIZE{width, height};
   return platform::InsertBitmap(std::make_shared<platform::Bitmap>(size));
+} catch (...) {
+  return platform::FailedCall<HBITMAP>(nullptr);
 }
 
 }  // extern "C"

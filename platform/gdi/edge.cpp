@@ -7,6 +7,7 @@
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/rect.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -75,7 +76,7 @@ bool DrawOn(DeviceContext& context, RECT& area, const Edge& edge, UINT flags) {
 }  // namespace
 }  // namespace platform
 
-extern "C" BOOL WINAPI DrawEdge(HDC context, LPRECT area, UINT edge, UINT flags) {
+extern "C" BOOL WINAPI DrawEdge(HDC context, LPRECT area, UINT edge, UINT flags) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const auto known = platform::EdgeOf(edge);
@@ -86,4 +87,6 @@ extern "C" BOOL WINAPI DrawEdge(HDC context, LPRECT area, UINT edge, UINT flags)
     return FALSE;
   }
   return platform::DrawOn(*found, *area, *known, flags);
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

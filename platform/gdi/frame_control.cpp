@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/gdi/device_context.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -22,7 +23,7 @@ RECT SquareIn(const RECT& area) {
 }  // namespace
 }  // namespace platform
 
-extern "C" BOOL WINAPI DrawFrameControl(HDC context, LPRECT area, UINT type, UINT state) {
+extern "C" BOOL WINAPI DrawFrameControl(HDC context, LPRECT area, UINT type, UINT state) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const bool isKnown =
@@ -37,4 +38,6 @@ extern "C" BOOL WINAPI DrawFrameControl(HDC context, LPRECT area, UINT type, UIN
   return found->Draw("DrawFrameControl", [&](platform::Canvas& canvas) {
     if (square.left < square.right) canvas.DrawCheckBox(square, look);
   });
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

@@ -4,6 +4,7 @@
 
 #include "platform/gdi/gdiplus_exports.h"
 #include "platform/gdi/gdiplus_objects.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -73,7 +74,7 @@ namespace Gdiplus {
 extern "C" {
 
 GpStatus WINAPI GdiplusStartup(ULONG_PTR* token, const GdiplusStartupInput* input,
-                               GdiplusStartupOutput* output) {
+                               GdiplusStartupOutput* output) try {
   if (token == nullptr || input == nullptr) return InvalidParameter;
   if (input->GdiplusVersion != 1) return UnsupportedGdiplusVersion;
   if (input->SuppressBackgroundThread != FALSE) {
@@ -86,12 +87,17 @@ GpStatus WINAPI GdiplusStartup(ULONG_PTR* token, const GdiplusStartupInput* inpu
   *token = ++state.lastToken;
   state.tokens.push_back(*token);
   return Ok;
+} catch (...) {
+  platform::ErrorOfException();
+  return Gdiplus::GenericError;
 }
 
-void WINAPI GdiplusShutdown(ULONG_PTR token) {
+void WINAPI GdiplusShutdown(ULONG_PTR token) try {
   platform::Startups& state = platform::State();
   const std::lock_guard lock(state.mutex);
   std::erase(state.tokens, token);
+} catch (...) {
+  platform::ErrorOfException();
 }
 
 }  // extern "C"

@@ -8,6 +8,7 @@
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/gdiplus_objects.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -147,56 +148,86 @@ namespace Gdiplus::DllExports {
 
 extern "C" {
 
-GpStatus WINAPI GdipCreateFromHDC(HDC context, GpGraphics** graphics) {
+GpStatus WINAPI GdipCreateFromHDC(HDC context, GpGraphics** graphics) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   return platform::CreateGraphics(context, graphics);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipDeleteGraphics(GpGraphics* graphics) {
+GpStatus WINAPI GdipDeleteGraphics(GpGraphics* graphics) try {
   return platform::EndGdiplusObject(platform::HandleKind::kGdiplusGraphics, graphics);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipSetTextRenderingHint(GpGraphics* graphics, TextRenderingHint hint) {
+GpStatus WINAPI GdipSetTextRenderingHint(GpGraphics* graphics, TextRenderingHint hint) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   return platform::SetQuality(graphics, hint);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
 GpStatus WINAPI GdipCreateFontFamilyFromName(const WCHAR* name, GpFontCollection* collection,
-                                             GpFontFamily** family) {
+                                             GpFontFamily** family) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   return platform::CreateFamily(name, collection, family);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipDeleteFontFamily(GpFontFamily* family) {
+GpStatus WINAPI GdipDeleteFontFamily(GpFontFamily* family) try {
   return platform::EndGdiplusObject(platform::HandleKind::kGdiplusFontFamily, family);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
 GpStatus WINAPI GdipCreateFont(const GpFontFamily* family, REAL size, INT style, Unit unit,
-                               GpFont** font) {
+                               GpFont** font) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   return platform::CreateFontOf(family, size, style, unit, font);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipDeleteFont(GpFont* font) {
+GpStatus WINAPI GdipDeleteFont(GpFont* font) try {
   return platform::EndGdiplusObject(platform::HandleKind::kGdiplusFont, font);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipCreateSolidFill(ARGB colour, GpSolidFill** brush) {
+GpStatus WINAPI GdipCreateSolidFill(ARGB colour, GpSolidFill** brush) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   return platform::CreateFill(colour, brush);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
-GpStatus WINAPI GdipDeleteBrush(GpBrush* brush) {
+GpStatus WINAPI GdipDeleteBrush(GpBrush* brush) try {
   return platform::EndGdiplusObject(platform::HandleKind::kGdiplusBrush, brush);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
 GpStatus WINAPI GdipDrawString(GpGraphics* graphics, const WCHAR* text, INT length,
                                const GpFont* font, const RectF* layout,
-                               const GpStringFormat* format, const GpBrush* brush) {
+                               const GpStringFormat* format, const GpBrush* brush) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
   // No formats are handed out either.
   if (format != nullptr) return InvalidParameter;
   return platform::DrawTextOf(graphics, text, length, font, layout, brush);
+} catch (...) {
+  platform::ErrorOfException();
+  return GenericError;
 }
 
 }  // extern "C"

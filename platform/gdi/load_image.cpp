@@ -10,6 +10,7 @@
 #include "platform/gdi/gdi_objects.h"
 #include "platform/gdi/icon_group.h"
 #include "platform/gdi/scaling.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/resources.h"
 
@@ -108,7 +109,7 @@ std::shared_ptr<const IconImages> IconOf(HICON icon) {
 extern "C" {
 
 HANDLE WINAPI LoadImageW(HINSTANCE instance, LPCWSTR name, UINT type, int width, int height,
-                         UINT flags) {
+                         UINT flags) try {
   if (!platform::IsRequest(type, width, height, flags)) {
     return platform::Fail(ERROR_INVALID_PARAMETER);
   }
@@ -124,18 +125,24 @@ HANDLE WINAPI LoadImageW(HINSTANCE instance, LPCWSTR name, UINT type, int width,
   if (!isIcon) return platform::LoadBitmapOf(request);
   return (flags & LR_SHARED) != 0 ? platform::LoadSharedIcon(request)
                                   : platform::LoadIconOf(request, false);
+} catch (...) {
+  return platform::FailedCall<HANDLE>(nullptr);
 }
 
-HICON WINAPI LoadIconW(HINSTANCE instance, LPCWSTR name) {
+HICON WINAPI LoadIconW(HINSTANCE instance, LPCWSTR name) try {
   return static_cast<HICON>(
       ::LoadImageW(instance, name, IMAGE_ICON, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+} catch (...) {
+  return platform::FailedCall<HICON>(nullptr);
 }
 
-HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name) {
+HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name) try {
   return static_cast<HBITMAP>(::LoadImageW(instance, name, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
+} catch (...) {
+  return platform::FailedCall<HBITMAP>(nullptr);
 }
 
-BOOL WINAPI DestroyIcon(HICON icon) {
+BOOL WINAPI DestroyIcon(HICON icon) try {
   using platform::HandleKind;
   const auto found = platform::Resolve<platform::Icon>(HandleKind::kIcon, icon);
   if (found == nullptr) {
@@ -145,6 +152,8 @@ BOOL WINAPI DestroyIcon(HICON icon) {
   // A shared icon belongs to the system, which keeps it.
   if (!found->isShared) platform::Handles().Remove(HandleKind::kIcon, icon);
   return TRUE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -9,6 +9,7 @@
 
 #include "platform/gdi/device_context.h"
 #include "platform/gdi/rect.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -88,12 +89,7 @@ void DrawBox(Canvas& canvas, const RECT& area, const DeviceContext& context) {
 
 extern "C" {
 
-int WINAPI GetROP2(HDC context) {
-  const auto found = platform::ContextOf(context);
-  return found != nullptr ? found->rasterOperation : 0;
-}
-
-int WINAPI SetROP2(HDC context, int operation) {
+int WINAPI SetROP2(HDC context, int operation) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return 0;
   if (!platform::OperationOf(operation).has_value()) {
@@ -102,9 +98,11 @@ int WINAPI SetROP2(HDC context, int operation) {
     return 0;
   }
   return std::exchange(found->rasterOperation, operation);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
-BOOL WINAPI Rectangle(HDC context, int left, int top, int right, int bottom) {
+BOOL WINAPI Rectangle(HDC context, int left, int top, int right, int bottom) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   const RECT area = platform::Ordered(left, top, right, bottom);
@@ -112,6 +110,8 @@ BOOL WINAPI Rectangle(HDC context, int left, int top, int right, int bottom) {
     if (!platform::IsEmpty(area)) platform::DrawBox(canvas, area, *found);
   };
   return found->Draw("Rectangle", std::ref(draw));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

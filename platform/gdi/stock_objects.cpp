@@ -9,6 +9,7 @@
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/font.h"
 #include "platform/gdi/pen.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -68,7 +69,7 @@ const std::array<HBRUSH, COLOR_INFOBK + 1>& SystemBrushes() {
 
 extern "C" {
 
-HGDIOBJ WINAPI GetStockObject(int index) {
+HGDIOBJ WINAPI GetStockObject(int index) try {
   static const HFONT systemFont = platform::StockFont(16, FW_BOLD, L"System");
   static const HFONT interfaceFont = platform::StockFont(-11, FW_NORMAL, L"MS Shell Dlg");
   if (index >= WHITE_BRUSH && index <= NULL_BRUSH) {
@@ -81,15 +82,21 @@ HGDIOBJ WINAPI GetStockObject(int index) {
   if (index == DEFAULT_GUI_FONT) return interfaceFont;
   platform::LogLine("GetStockObject: only brushes, pens and two fonts are kept");
   return nullptr;
+} catch (...) {
+  return platform::FailedCall<HGDIOBJ>(nullptr);
 }
 
-DWORD WINAPI GetSysColor(int index) {
+DWORD WINAPI GetSysColor(int index) try {
   return platform::IsSystemColour(index) ? platform::SystemColour(index) : 0;
+} catch (...) {
+  return platform::FailedCall(DWORD{0});
 }
 
-HBRUSH WINAPI GetSysColorBrush(int index) {
+HBRUSH WINAPI GetSysColorBrush(int index) try {
   if (!platform::IsSystemColour(index)) return nullptr;
   return platform::SystemBrushes().at(static_cast<std::size_t>(index));
+} catch (...) {
+  return platform::FailedCall<HBRUSH>(nullptr);
 }
 
 }  // extern "C"

@@ -2,6 +2,7 @@
 
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/device_context.h"
+#include "platform/kernel/api_result.h"
 
 namespace platform {
 namespace {
@@ -42,7 +43,7 @@ TEXTMETRICW Describe(const TextMetrics& metrics, const LOGFONTW& font) {
 }  // namespace
 }  // namespace platform
 
-extern "C" BOOL WINAPI GetTextMetricsW(HDC context, LPTEXTMETRICW metrics) {
+extern "C" BOOL WINAPI GetTextMetricsW(HDC context, LPTEXTMETRICW metrics) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
   if (metrics == nullptr) {
@@ -53,4 +54,6 @@ extern "C" BOOL WINAPI GetTextMetricsW(HDC context, LPTEXTMETRICW metrics) {
     const LOGFONTW& font = found->font.Get()->description;
     *metrics = platform::Describe(graphics.MetricsOf(font), font);
   });
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

@@ -12,7 +12,6 @@ struct INITCOMMONCONTROLSEX {
   DWORD dwSize;
   DWORD dwICC;
 };
-using LPINITCOMMONCONTROLSEX = INITCOMMONCONTROLSEX*;
 
 #define ICC_LISTVIEW_CLASSES 0x00000001u
 #define ICC_BAR_CLASSES 0x00000004u
@@ -50,7 +49,6 @@ struct TCITEMW {
   int iImage;
   LPARAM lParam;
 };
-using LPTCITEMW = TCITEMW*;
 
 #define TCM_FIRST 0x1300u
 #define TCM_GETITEMCOUNT (TCM_FIRST + 4)
@@ -101,7 +99,6 @@ struct LVITEMW {
   int* piColFmt;
   int iGroup;
 };
-using LPLVITEMW = LVITEMW*;
 
 #define LVCF_FMT 0x0001u
 #define LVCF_WIDTH 0x0002u
@@ -124,9 +121,7 @@ struct LVCOLUMNW {
   int cxDefault;
   int cxIdeal;
 };
-using LPLVCOLUMNW = LVCOLUMNW*;
 
-#define LVNI_ALL 0x0000u
 #define LVNI_FOCUSED 0x0001u
 #define LVNI_SELECTED 0x0002u
 #define LVSCW_AUTOSIZE (-1)
@@ -168,7 +163,6 @@ struct NMLISTVIEW {
   POINT ptAction;
   LPARAM lParam;
 };
-using LPNMLISTVIEW = NMLISTVIEW*;
 struct NMITEMACTIVATE {
   NMHDR hdr;
   int iItem;
@@ -180,7 +174,6 @@ struct NMITEMACTIVATE {
   LPARAM lParam;
   UINT uKeyFlags;
 };
-using LPNMITEMACTIVATE = NMITEMACTIVATE*;
 #define LVN_FIRST (0U - 100U)
 #define LVN_ITEMCHANGED (LVN_FIRST - 1)
 #define LVN_INSERTITEM (LVN_FIRST - 2)
@@ -210,7 +203,6 @@ struct NMUPDOWN {
   int iPos;
   int iDelta;
 };
-using LPNMUPDOWN = NMUPDOWN*;
 
 // --- date pickers ---
 #define DTS_SHORTDATEFORMAT 0x0000u
@@ -241,7 +233,6 @@ struct NMDATETIMECHANGE {
   DWORD dwFlags;
   SYSTEMTIME st;
 };
-using LPNMDATETIMECHANGE = NMDATETIMECHANGE*;
 
 }  // extern "C"
 
@@ -249,25 +240,8 @@ using LPNMDATETIMECHANGE = NMDATETIMECHANGE*;
 inline int ListView_GetItemCount(HWND list) {
   return static_cast<int>(SNDMSG(list, LVM_GETITEMCOUNT, 0, 0));
 }
-inline BOOL ListView_DeleteItem(HWND list, int item) {
-  return static_cast<BOOL>(SNDMSG(list, LVM_DELETEITEM, static_cast<WPARAM>(item), 0));
-}
 inline BOOL ListView_DeleteAllItems(HWND list) {
   return static_cast<BOOL>(SNDMSG(list, LVM_DELETEALLITEMS, 0, 0));
-}
-inline int ListView_GetNextItem(HWND list, int item, UINT flags) {
-  return static_cast<int>(
-      SNDMSG(list, LVM_GETNEXTITEM, static_cast<WPARAM>(item), MAKELPARAM(flags, 0)));
-}
-inline BOOL ListView_EnsureVisible(HWND list, int item, BOOL partialOk) {
-  return static_cast<BOOL>(
-      SNDMSG(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(item), MAKELPARAM(partialOk, 0)));
-}
-inline BOOL ListView_GetItem(HWND list, LVITEMW* item) {
-  return static_cast<BOOL>(SNDMSG(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item)));
-}
-inline BOOL ListView_SetItem(HWND list, const LVITEMW* item) {
-  return static_cast<BOOL>(SNDMSG(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(item)));
 }
 inline int ListView_InsertItem(HWND list, const LVITEMW* item) {
   return static_cast<int>(SNDMSG(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(item)));
@@ -276,16 +250,13 @@ inline int ListView_InsertColumn(HWND list, int column, const LVCOLUMNW* data) {
   return static_cast<int>(
       SNDMSG(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(data)));
 }
-inline int ListView_GetColumnWidth(HWND list, int column) {
-  return static_cast<int>(SNDMSG(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
-}
 inline BOOL ListView_SetColumnWidth(HWND list, int column, int width) {
   return static_cast<BOOL>(
       SNDMSG(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0)));
 }
-inline DWORD ListView_SetExtendedListViewStyle(HWND list, DWORD style) {
+inline DWORD ListView_SetExtendedListViewStyleEx(HWND list, DWORD mask, DWORD style) {
   return static_cast<DWORD>(
-      SNDMSG(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style)));
+      SNDMSG(list, LVM_SETEXTENDEDLISTVIEWSTYLE, mask, static_cast<LPARAM>(style)));
 }
 inline BOOL ListView_SortItems(HWND list, PFNLVCOMPARE compare, LPARAM parameter) {
   return static_cast<BOOL>(SNDMSG(list, LVM_SORTITEMS, static_cast<WPARAM>(parameter),

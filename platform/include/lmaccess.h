@@ -16,7 +16,6 @@ struct NET_DISPLAY_USER {
   DWORD usri1_user_id;
   DWORD usri1_next_index;
 };
-using PNET_DISPLAY_USER = NET_DISPLAY_USER*;
 
 NET_API_STATUS WINAPI NetQueryDisplayInformation(LPCWSTR server, DWORD level, DWORD index,
                                                  DWORD entriesRequested,

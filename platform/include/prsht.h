@@ -91,7 +91,6 @@ struct PSHNOTIFY {
   NMHDR hdr;
   LPARAM lParam;
 };
-using LPPSHNOTIFY = PSHNOTIFY*;
 #define PSN_FIRST (0U - 200U)
 #define PSN_SETACTIVE (PSN_FIRST - 0)
 #define PSN_KILLACTIVE (PSN_FIRST - 1)
@@ -129,7 +128,6 @@ using LPPSHNOTIFY = PSHNOTIFY*;
 #define PropSheet_Changed(sheet, page) SNDMSG(sheet, PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0)
 #define PropSheet_UnChanged(sheet, page) \
   SNDMSG(sheet, PSM_UNCHANGED, reinterpret_cast<WPARAM>(page), 0)
-#define PropSheet_Apply(sheet) SNDMSG(sheet, PSM_APPLY, 0, 0)
 #define PropSheet_SetWizButtons(sheet, buttons) \
   ::PostMessageW(sheet, PSM_SETWIZBUTTONS, 0, static_cast<LPARAM>(buttons))
 #define PropSheet_PressButton(sheet, button) \

@@ -48,9 +48,8 @@ struct NOTIFYICONDATAW {
   HICON hBalloonIcon;
 };
 using PNOTIFYICONDATAW = NOTIFYICONDATAW*;
-// The structure as it was in version 5, and before the balloon's own icon.
+// The structure as it was in version 5.
 #define NOTIFYICONDATAW_V2_SIZE offsetof(NOTIFYICONDATAW, guidItem)
-#define NOTIFYICONDATAW_V3_SIZE offsetof(NOTIFYICONDATAW, hBalloonIcon)
 
 BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data);
 

@@ -5,7 +5,6 @@
 
 #define WINAPI
 #define CALLBACK
-#define CONST const
 
 using BOOL = int;
 using BYTE = std::uint8_t;
@@ -13,22 +12,18 @@ using CHAR = char;
 using WCHAR = wchar_t;
 using SHORT = std::int16_t;
 using WORD = std::uint16_t;
-using USHORT = std::uint16_t;
 using INT = int;
 using UINT = unsigned int;
 using LONG = std::int32_t;
 using DWORD = std::uint32_t;
 using ULONG = std::uint32_t;
 using LONGLONG = std::int64_t;
-using ULONGLONG = std::uint64_t;
-using DWORDLONG = std::uint64_t;
 using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
 using ULONG_PTR = std::uintptr_t;
 using DWORD_PTR = std::uintptr_t;
 using SIZE_T = std::size_t;
-using HRESULT = std::int32_t;
 using LANGID = WORD;
 using LCID = DWORD;
 using LCTYPE = DWORD;
@@ -43,21 +38,15 @@ using LPVOID = void*;
 using PVOID = void*;
 using LPCVOID = const void*;
 using LPBYTE = BYTE*;
-using PBYTE = BYTE*;
 using LPDWORD = DWORD*;
 using PULONG = ULONG*;
 using LPBOOL = BOOL*;
 using LPINT = INT*;
-using LPLONG = LONG*;
-using PLONG = LONG*;
 using LPSTR = char*;
 using LPCSTR = const char*;
 using LPWSTR = wchar_t*;
-using PWSTR = wchar_t*;
 using LPCWSTR = const wchar_t*;
-using PCWSTR = const wchar_t*;
 using LPCCH = const char*;
-using LPWCH = wchar_t*;
 using LPCWCH = const wchar_t*;
 
 // Handle kinds are types of their own; HANDLE alone is the untyped one.
@@ -132,5 +121,4 @@ struct GUID {
 #define MAKELPARAM(low, high) (static_cast<LPARAM>(static_cast<DWORD>(MAKELONG(low, high))))
 #define MAKEINTRESOURCEW(id) \
   (reinterpret_cast<LPWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(id))))
-#define MAKEINTRESOURCE MAKEINTRESOURCEW
 #define IS_INTRESOURCE(name) ((reinterpret_cast<ULONG_PTR>(name) >> 16) == 0)

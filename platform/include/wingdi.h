@@ -5,15 +5,9 @@
 
 extern "C" {
 
-#define FW_DONTCARE 0
 #define FW_THIN 100
-#define FW_EXTRALIGHT 200
-#define FW_LIGHT 300
 #define FW_NORMAL 400
-#define FW_MEDIUM 500
-#define FW_SEMIBOLD 600
 #define FW_BOLD 700
-#define FW_EXTRABOLD 800
 #define FW_HEAVY 900
 #define ANSI_CHARSET 0
 #define DEFAULT_CHARSET 1
@@ -23,10 +17,7 @@ extern "C" {
 #define PROOF_QUALITY 2
 #define NONANTIALIASED_QUALITY 3
 #define ANTIALIASED_QUALITY 4
-#define DEFAULT_PITCH 0
-#define FIXED_PITCH 1
 #define VARIABLE_PITCH 2
-#define FF_DONTCARE 0x00
 #define FF_SWISS 0x20
 #define FF_MODERN 0x30
 
@@ -95,12 +86,9 @@ int WINAPI GetObjectW(HANDLE object, int bytes, LPVOID buffer);
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 
 #define WHITE_BRUSH 0
-#define LTGRAY_BRUSH 1
 #define GRAY_BRUSH 2
-#define DKGRAY_BRUSH 3
 #define BLACK_BRUSH 4
 #define NULL_BRUSH 5
-#define HOLLOW_BRUSH NULL_BRUSH
 #define WHITE_PEN 6
 #define BLACK_PEN 7
 #define NULL_PEN 8
@@ -119,18 +107,14 @@ int WINAPI GetDeviceCaps(HDC context, int index);
 
 #define TRANSPARENT 1
 #define OPAQUE 2
-COLORREF WINAPI GetTextColor(HDC context);
 COLORREF WINAPI SetTextColor(HDC context, COLORREF colour);
-COLORREF WINAPI GetBkColor(HDC context);
 COLORREF WINAPI SetBkColor(HDC context, COLORREF colour);
-int WINAPI GetBkMode(HDC context);
 int WINAPI SetBkMode(HDC context, int mode);
 
 #define R2_NOT 6
 #define R2_XORPEN 7
 #define R2_NOTXORPEN 10
 #define R2_COPYPEN 13
-int WINAPI GetROP2(HDC context);
 int WINAPI SetROP2(HDC context, int operation);
 BOOL WINAPI Rectangle(HDC context, int left, int top, int right, int bottom);
 

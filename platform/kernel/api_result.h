@@ -1,25 +1,20 @@
-// The last step of an API function: an error code becomes its return value and the last error, and
-// nothing that is thrown gets out. Any thread.
+// The edge of an API function: what was thrown inside ends there, and error codes become its return
+// value and the last error. Any thread.
 #pragma once
 
 #include <windows.h>
 
-#include <new>
-#include <utility>
-
 namespace platform {
 
-// What `body` answers, an error code or 0; ERROR_NOT_ENOUGH_MEMORY or ERROR_GEN_FAILURE when it
-// throws.
-template <class Body>
-DWORD Guarded(Body&& body) noexcept {
-  try {
-    return std::forward<Body>(body)();
-  } catch (const std::bad_alloc&) {
-    return ERROR_NOT_ENOUGH_MEMORY;
-  } catch (...) {
-    return ERROR_GEN_FAILURE;
-  }
+// For the catch (...) around the body of every API function: the error that stands for what was
+// thrown, ERROR_NOT_ENOUGH_MEMORY or ERROR_GEN_FAILURE with a line in the log.
+DWORD ErrorOfException() noexcept;
+
+// The same for a function that tells its failure by a value and the last error.
+template <class Result>
+Result FailedCall(Result failure) noexcept {
+  ::SetLastError(ErrorOfException());
+  return failure;
 }
 
 // The BOOL of an API function that ended with that error. A success leaves the last error alone.

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/handle_table.h"
 
 namespace {
@@ -12,7 +13,7 @@ bool IsClosable(platform::HandleKind kind) {
 
 }  // namespace
 
-extern "C" BOOL WINAPI CloseHandle(HANDLE object) {
+extern "C" BOOL WINAPI CloseHandle(HANDLE object) try {
   platform::HandleKind kind{};
   if (platform::Handles().KindOf(object, kind) && IsClosable(kind) &&
       platform::Handles().Remove(kind, object) != nullptr) {
@@ -20,4 +21,6 @@ extern "C" BOOL WINAPI CloseHandle(HANDLE object) {
   }
   ::SetLastError(ERROR_INVALID_HANDLE);
   return FALSE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 
@@ -158,7 +159,7 @@ int Finish(DWORD error, std::size_t count) {
 extern "C" {
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCCH text, int bytes, LPWSTR wide,
-                               int wideCharacters) {
+                               int wideCharacters) try {
   DWORD error =
       CheckArguments(codePage, flags, MB_ERR_INVALID_CHARS, text, bytes, wide, wideCharacters);
   if (error != NO_ERROR) return Finish(error, 0);
@@ -166,11 +167,13 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCCH text, int bytes
   WideSink sink{wideCharacters == 0 ? nullptr : wide, static_cast<std::size_t>(wideCharacters)};
   error = Widen({text, length}, (flags & MB_ERR_INVALID_CHARS) != 0, sink);
   return Finish(error, sink.count);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH wide, int wideCharacters,
                                LPSTR text, int bytes, LPCCH defaultCharacter,
-                               LPBOOL usedDefaultCharacter) {
+                               LPBOOL usedDefaultCharacter) try {
   DWORD error = CheckArguments(codePage, flags, 0, wide, wideCharacters, text, bytes);
   // UTF-8 has room for every character, so it takes no default one.
   if (defaultCharacter != nullptr || usedDefaultCharacter != nullptr)
@@ -181,6 +184,8 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH wide, int wide
   ByteSink sink{bytes == 0 ? nullptr : text, static_cast<std::size_t>(bytes)};
   error = Narrow({wide, length}, sink);
   return Finish(error, sink.count);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 }  // extern "C"

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/path.h"
 
@@ -158,12 +159,14 @@ LPWSTR CommandLineArguments() {
 
 extern "C" {
 
-LPWSTR WINAPI GetCommandLineW() {
+LPWSTR WINAPI GetCommandLineW() try {
   static std::wstring& line = *new std::wstring(MakeCommandLine());
   return line.data();
+} catch (...) {
+  return platform::FailedCall<LPWSTR>(nullptr);
 }
 
-LPWSTR* WINAPI CommandLineToArgvW(LPCWSTR commandLine, int* argumentCount) {
+LPWSTR* WINAPI CommandLineToArgvW(LPCWSTR commandLine, int* argumentCount) try {
   if (commandLine == nullptr || argumentCount == nullptr) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return nullptr;
@@ -176,6 +179,8 @@ LPWSTR* WINAPI CommandLineToArgvW(LPCWSTR commandLine, int* argumentCount) {
   }
   *argumentCount = static_cast<int>(words.size());
   return packed;
+} catch (...) {
+  return platform::FailedCall<LPWSTR*>(nullptr);
 }
 
 }  // extern "C"

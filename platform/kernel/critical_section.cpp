@@ -8,12 +8,17 @@ std::recursive_mutex& MutexOf(LPCRITICAL_SECTION section) {
   return *static_cast<std::recursive_mutex*>(section->opaque);
 }
 
+// Never fails, as documented; so a process that is out of memory ends here.
+std::recursive_mutex* NewMutex() noexcept {
+  return new std::recursive_mutex;
+}
+
 }  // namespace
 
 extern "C" {
 
 void WINAPI InitializeCriticalSection(LPCRITICAL_SECTION section) {
-  section->opaque = new std::recursive_mutex;
+  section->opaque = NewMutex();
 }
 
 void WINAPI EnterCriticalSection(LPCRITICAL_SECTION section) {

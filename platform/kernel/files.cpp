@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/path.h"
 #include "platform/kernel/system_error.h"
 
@@ -30,7 +31,7 @@ DWORD AttributesOf(const struct stat& status) {
 
 extern "C" {
 
-DWORD WINAPI GetCurrentDirectoryW(DWORD characters, LPWSTR folder) {
+DWORD WINAPI GetCurrentDirectoryW(DWORD characters, LPWSTR folder) try {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::current_path(error);
   if (error) {
@@ -43,15 +44,19 @@ DWORD WINAPI GetCurrentDirectoryW(DWORD characters, LPWSTR folder) {
   std::ranges::copy(text, folder);
   folder[length] = L'\0';
   return length;
+} catch (...) {
+  return platform::FailedCall(DWORD{0});
 }
 
-DWORD WINAPI GetFileAttributesW(LPCWSTR fileName) {
+DWORD WINAPI GetFileAttributesW(LPCWSTR fileName) try {
   const std::filesystem::path path = platform::PosixPath(fileName == nullptr ? L"" : fileName);
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0) return AttributesOf(status);
   const int error = errno;
   ::SetLastError(error == ENOENT ? MissingFileError(path) : platform::ErrorFromErrno(error));
   return INVALID_FILE_ATTRIBUTES;
+} catch (...) {
+  return platform::FailedCall(INVALID_FILE_ATTRIBUTES);
 }
 
 }  // extern "C"

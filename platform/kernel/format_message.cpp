@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/locale_source.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/message_format.h"
@@ -89,7 +90,7 @@ DWORD MakeMessage(DWORD messageId, DWORD languageId, va_list* arguments, std::ws
 
 extern "C" DWORD WINAPI FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId,
                                        DWORD languageId, LPWSTR buffer, DWORD size,
-                                       va_list* arguments) {
+                                       va_list* arguments) try {
   std::wstring text;
   DWORD error = CheckArguments(flags, source, buffer);
   if (error == NO_ERROR && (flags & FORMAT_MESSAGE_ALLOCATE_BUFFER) != 0) {
@@ -101,4 +102,6 @@ extern "C" DWORD WINAPI FormatMessageW(DWORD flags, LPCVOID source, DWORD messag
   if (error == NO_ERROR) return static_cast<DWORD>(text.size());
   ::SetLastError(error);
   return 0;
+} catch (...) {
+  return platform::FailedCall(DWORD{0});
 }

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/locale_source.h"
 #include "platform/kernel/log.h"
@@ -168,15 +169,11 @@ void SetLocaleChoice(std::optional<LocaleChoice> newChoice) {
 
 extern "C" {
 
-LANGID WINAPI GetSystemDefaultLangID() {
-  return platform::CurrentLanguage();
+LANGID WINAPI GetSystemDefaultUILanguage() try { return platform::CurrentLanguage(); } catch (...) {
+  return platform::FailedCall(LANGID{0});
 }
 
-LANGID WINAPI GetSystemDefaultUILanguage() {
-  return platform::CurrentLanguage();
-}
-
-int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters) {
+int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters) try {
   if (characters < 0 || (data == nullptr && characters > 0)) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
@@ -190,6 +187,8 @@ int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters)
                                                ? platform::NativeLanguageName(locale)
                                                : platform::FirstDayText(locale);
   return platform::GiveLocaleText(text, data, characters);
+} catch (...) {
+  return platform::FailedCall(0);
 }
 
 }  // extern "C"

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/locale_source.h"
 #include "platform/kernel/log.h"
 
@@ -174,25 +175,31 @@ using namespace platform;
 extern "C" {
 
 int WINAPI GetNumberFormatW(LCID locale, DWORD flags, LPCWSTR value, const NUMBERFMTW* format,
-                            LPWSTR text, int characters) {
+                            LPWSTR text, int characters) try {
   if (!IsBuffer(text, characters)) return 0;
   if (!IsSupported("GetNumberFormatW", flags, 0, format != nullptr)) return 0;
   return GiveLocaleText(value == nullptr ? std::nullopt : FormattedNumber(locale, value), text,
                         characters);
+} catch (...) {
+  return FailedCall(0);
 }
 
 int WINAPI GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format,
-                          LPWSTR text, int characters) {
+                          LPWSTR text, int characters) try {
   if (!IsBuffer(text, characters)) return 0;
   if (!IsSupported("GetDateFormatW", flags, DATE_SHORTDATE, format != nullptr)) return 0;
   return GiveLocaleText(FormattedDate(locale, MomentOrNow(date)), text, characters);
+} catch (...) {
+  return FailedCall(0);
 }
 
 int WINAPI GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR format,
-                          LPWSTR text, int characters) {
+                          LPWSTR text, int characters) try {
   if (!IsBuffer(text, characters)) return 0;
   if (!IsSupported("GetTimeFormatW", flags, TIME_NOSECONDS, format != nullptr)) return 0;
   return GiveLocaleText(FormattedTime(locale, flags, MomentOrNow(time)), text, characters);
+} catch (...) {
+  return FailedCall(0);
 }
 
 }  // extern "C"

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/layer_modules.h"
@@ -222,7 +223,7 @@ fs::path FindSharedObject(std::wstring_view fileName) {
 
 extern "C" {
 
-HMODULE WINAPI LoadLibraryW(LPCWSTR fileName) {
+HMODULE WINAPI LoadLibraryW(LPCWSTR fileName) try {
   if (fileName == nullptr || *fileName == L'\0') {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return nullptr;
@@ -237,9 +238,11 @@ HMODULE WINAPI LoadLibraryW(LPCWSTR fileName) {
     return nullptr;
   }
   return platform::AddLoaded(std::move(module));
+} catch (...) {
+  return platform::FailedCall<HMODULE>(nullptr);
 }
 
-BOOL WINAPI FreeLibrary(HMODULE module) {
+BOOL WINAPI FreeLibrary(HMODULE module) try {
   std::shared_ptr<platform::Object> unloaded;  // outlives the lock: unloading runs the library
   platform::ModuleList& list = platform::List();
   const std::lock_guard lock(list.mutex);
@@ -252,9 +255,11 @@ BOOL WINAPI FreeLibrary(HMODULE module) {
   list.loaded.erase(found->Name());
   unloaded = platform::Handles().Remove(platform::HandleKind::kModule, module);
   return TRUE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
   const std::shared_ptr<platform::Module> found = platform::FindModule(module);
   if (found == nullptr) {
     ::SetLastError(ERROR_INVALID_HANDLE);
@@ -265,16 +270,20 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
   const FARPROC address = found->Find(IS_INTRESOURCE(name) ? ordinal.c_str() : name);
   if (address == nullptr) ::SetLastError(ERROR_PROC_NOT_FOUND);
   return address;
+} catch (...) {
+  return platform::FailedCall<FARPROC>(nullptr);
 }
 
-HMODULE WINAPI GetModuleHandleW(LPCWSTR moduleName) {
+HMODULE WINAPI GetModuleHandleW(LPCWSTR moduleName) try {
   if (moduleName == nullptr) return platform::ExecutableHandle();
   const HMODULE loaded = platform::FindLoaded(platform::ModuleName(moduleName), false);
   if (loaded == nullptr) ::SetLastError(ERROR_MOD_NOT_FOUND);
   return loaded;
+} catch (...) {
+  return platform::FailedCall<HMODULE>(nullptr);
 }
 
-DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR fileName, DWORD characters) {
+DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR fileName, DWORD characters) try {
   const HMODULE handle = module == nullptr ? platform::ExecutableHandle() : module;
   const std::shared_ptr<platform::Module> found = platform::FindModule(handle);
   if (found == nullptr) {
@@ -294,6 +303,8 @@ DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR fileName, DWORD character
   std::ranges::copy_n(path.begin(), static_cast<std::ptrdiff_t>(characters - 1), fileName);
   fileName[characters - 1] = L'\0';
   return characters;
+} catch (...) {
+  return platform::FailedCall(DWORD{0});
 }
 
 }  // extern "C"

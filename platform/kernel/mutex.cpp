@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/clock.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
@@ -221,7 +222,7 @@ bool IsPlain(const SECURITY_ATTRIBUTES* security) {
 
 extern "C" {
 
-HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LPCWSTR name) {
+HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LPCWSTR name) try {
   DWORD error = NO_ERROR;
   bool existed = false;
   std::shared_ptr<platform::Mutex> mutex;
@@ -236,13 +237,17 @@ HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LP
   ::SetLastError(error != NO_ERROR ? error : existed ? ERROR_ALREADY_EXISTS : NO_ERROR);
   if (mutex == nullptr) return nullptr;
   return platform::Handles().Insert(platform::HandleKind::kMutex, std::move(mutex));
+} catch (...) {
+  return platform::FailedCall<HANDLE>(nullptr);
 }
 
-BOOL WINAPI ReleaseMutex(HANDLE mutex) {
+BOOL WINAPI ReleaseMutex(HANDLE mutex) try {
   const auto found = platform::Resolve<platform::Mutex>(platform::HandleKind::kMutex, mutex);
   if (found != nullptr && found->Release()) return TRUE;
   ::SetLastError(found == nullptr ? ERROR_INVALID_HANDLE : ERROR_NOT_OWNER);
   return FALSE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -60,7 +61,7 @@ std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t n
 }  // namespace platform
 
 extern "C" BOOL WINAPI EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCWSTR name,
-                                              ENUMRESLANGPROCW callback, LONG_PTR parameter) {
+                                              ENUMRESLANGPROCW callback, LONG_PTR parameter) try {
   if (callback == nullptr || !IS_INTRESOURCE(type) || !IS_INTRESOURCE(name)) {
     if (callback != nullptr)
       platform::LogLine("EnumResourceLanguagesW: resources have numbers only");
@@ -85,4 +86,6 @@ extern "C" BOOL WINAPI EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCW
     }
   }
   return TRUE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

@@ -9,6 +9,7 @@
 #include <climits>
 #include <memory>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/clock.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/waitable.h"
@@ -137,7 +138,7 @@ void NoteCurrentThread() {
 extern "C" {
 
 std::uintptr_t _beginthreadex(void*, unsigned stackBytes, _beginthreadex_proc_type startAddress,
-                              void* argument, unsigned initFlag, unsigned* threadId) {
+                              void* argument, unsigned initFlag, unsigned* threadId) try {
   if (startAddress == nullptr || (initFlag & ~CREATE_SUSPENDED) != 0) {
     if (startAddress != nullptr) platform::LogLine("_beginthreadex: unsupported flag");
     errno = EINVAL;
@@ -154,6 +155,10 @@ std::uintptr_t _beginthreadex(void*, unsigned stackBytes, _beginthreadex_proc_ty
   if (threadId != nullptr) *threadId = id;
   return reinterpret_cast<std::uintptr_t>(
       platform::Handles().Insert(platform::HandleKind::kThread, std::move(thread)));
+} catch (...) {
+  platform::ErrorOfException();
+  errno = ENOMEM;
+  return 0;
 }
 
 DWORD WINAPI GetCurrentThreadId() {
@@ -165,13 +170,15 @@ DWORD WINAPI GetCurrentProcessId() {
   return static_cast<DWORD>(::getpid());
 }
 
-DWORD WINAPI ResumeThread(HANDLE thread) {
+DWORD WINAPI ResumeThread(HANDLE thread) try {
   const auto found = platform::Resolve<platform::Thread>(platform::HandleKind::kThread, thread);
   if (found == nullptr) {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return static_cast<DWORD>(-1);
   }
   return found->Resume();
+} catch (...) {
+  return platform::FailedCall(static_cast<DWORD>(-1));
 }
 
 }  // extern "C"

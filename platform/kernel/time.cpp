@@ -3,11 +3,12 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/clock.h"
 
 extern "C" {
 
-void WINAPI GetLocalTime(LPSYSTEMTIME time) {
+void WINAPI GetLocalTime(LPSYSTEMTIME time) try {
   using std::chrono::milliseconds;
   using std::chrono::seconds;
   const auto now = platform::CurrentClock().Now();
@@ -23,6 +24,8 @@ void WINAPI GetLocalTime(LPSYSTEMTIME time) {
   // A leap second, which some time zone files know, has no place in the API.
   time->wSecond = static_cast<WORD>(fields.tm_sec > 59 ? 59 : fields.tm_sec);
   time->wMilliseconds = static_cast<WORD>(std::chrono::floor<milliseconds>(now - whole).count());
+} catch (...) {
+  platform::ErrorOfException();
 }
 
 DWORD WINAPI GetTickCount() {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/clock.h"
 
 namespace platform {
@@ -36,11 +37,13 @@ std::shared_ptr<Waitable> FindWaitable(HANDLE handle) {
 }  // namespace
 }  // namespace platform
 
-extern "C" DWORD WINAPI WaitForSingleObject(HANDLE object, DWORD milliseconds) {
+extern "C" DWORD WINAPI WaitForSingleObject(HANDLE object, DWORD milliseconds) try {
   const std::shared_ptr<platform::Waitable> waitable = platform::FindWaitable(object);
   if (waitable == nullptr) {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return WAIT_FAILED;
   }
   return waitable->Wait(platform::Deadline(milliseconds));
+} catch (...) {
+  return platform::FailedCall(WAIT_FAILED);
 }

@@ -8,6 +8,7 @@
 #include <new>
 #include <span>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/net/interface_source.h"
 
@@ -93,7 +94,7 @@ void FillAdapter(const NetworkInterface& card, IP_ADAPTER_INFO& info, FurtherAdd
 }  // namespace
 }  // namespace platform
 
-DWORD WINAPI GetAdaptersInfo(PIP_ADAPTER_INFO adapters, PULONG bytes) {
+DWORD WINAPI GetAdaptersInfo(PIP_ADAPTER_INFO adapters, PULONG bytes) try {
   using namespace platform;
   if (bytes == nullptr) return ERROR_INVALID_PARAMETER;
   const std::vector<NetworkInterface> cards = ListCards();
@@ -110,9 +111,11 @@ DWORD WINAPI GetAdaptersInfo(PIP_ADAPTER_INFO adapters, PULONG bytes) {
     if (i + 1 < cards.size()) info->Next = adapters + i + 1;
   }
   return NO_ERROR;
+} catch (...) {
+  return platform::ErrorOfException();
 }
 
-DWORD WINAPI GetPerAdapterInfo(ULONG index, PIP_PER_ADAPTER_INFO info, PULONG bytes) {
+DWORD WINAPI GetPerAdapterInfo(ULONG index, PIP_PER_ADAPTER_INFO info, PULONG bytes) try {
   using namespace platform;
   if (bytes == nullptr) return ERROR_INVALID_PARAMETER;
   const std::vector<NetworkInterface> cards = ListCards();
@@ -127,4 +130,6 @@ DWORD WINAPI GetPerAdapterInfo(ULONG index, PIP_PER_ADAPTER_INFO info, PULONG by
   new (info) IP_PER_ADAPTER_INFO{};
   FurtherAddresses(info + 1).Fill(info->DnsServerList, WithoutMask(card->nameServers));
   return NO_ERROR;
+} catch (...) {
+  return platform::ErrorOfException();
 }

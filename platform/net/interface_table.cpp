@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/net/interface_source.h"
 
@@ -51,7 +52,7 @@ ULONG TableBytes(std::size_t rows) {
 }  // namespace
 }  // namespace platform
 
-DWORD WINAPI GetIfTable(PMIB_IFTABLE table, PULONG bytes, BOOL order) {
+DWORD WINAPI GetIfTable(PMIB_IFTABLE table, PULONG bytes, BOOL order) try {
   using namespace platform;
   if (bytes == nullptr) return ERROR_INVALID_PARAMETER;
   std::vector<NetworkInterface> interfaces = CurrentInterfaces().List();
@@ -65,9 +66,11 @@ DWORD WINAPI GetIfTable(PMIB_IFTABLE table, PULONG bytes, BOOL order) {
   for (std::size_t i = 0; i < interfaces.size(); ++i)
     FillRow(interfaces[i], table->table[i]);
   return NO_ERROR;
+} catch (...) {
+  return platform::ErrorOfException();
 }
 
-DWORD WINAPI GetIfEntry(PMIB_IFROW row) {
+DWORD WINAPI GetIfEntry(PMIB_IFROW row) try {
   using namespace platform;
   if (row == nullptr) return ERROR_INVALID_PARAMETER;
   const std::vector<NetworkInterface> interfaces = CurrentInterfaces().List();
@@ -75,4 +78,6 @@ DWORD WINAPI GetIfEntry(PMIB_IFROW row) {
   if (found == interfaces.end()) return ERROR_INVALID_DATA;
   FillRow(*found, *row);
   return NO_ERROR;
+} catch (...) {
+  return platform::ErrorOfException();
 }

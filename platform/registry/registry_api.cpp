@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
 #include "platform/kernel/log.h"
@@ -137,7 +138,8 @@ LSTATUS Status(DWORD error) {
 
 extern "C" {
 
-LSTATUS WINAPI RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result) {
+LSTATUS WINAPI RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access,
+                             PHKEY result) try {
   const auto found = platform::FindKey(key);
   if (found == nullptr) return platform::Status(ERROR_INVALID_HANDLE);
   if (result == nullptr) return platform::Status(ERROR_INVALID_PARAMETER);
@@ -145,11 +147,13 @@ LSTATUS WINAPI RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM acc
     return platform::Status(platform::Unsupported("RegOpenKeyExW: unsupported options"));
   }
   return platform::Status(platform::OpenBelow(*found, subKey, access, result));
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
 LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR className,
                                DWORD options, REGSAM access, const SECURITY_ATTRIBUTES* security,
-                               PHKEY result, LPDWORD disposition) {
+                               PHKEY result, LPDWORD disposition) try {
   const auto found = platform::FindKey(key);
   if (found == nullptr) return platform::Status(ERROR_INVALID_HANDLE);
   if (subKey == nullptr || result == nullptr || reserved != 0) {
@@ -164,16 +168,20 @@ LSTATUS WINAPI RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR 
   const DWORD error = platform::CreateBelow(*found, subKey, access, result, done);
   if (error == NO_ERROR && disposition != nullptr) *disposition = done;
   return platform::Status(error);
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
-LSTATUS WINAPI RegCloseKey(HKEY key) {
+LSTATUS WINAPI RegCloseKey(HKEY key) try {
   if (key == HKEY_LOCAL_MACHINE) return ERROR_SUCCESS;
   const auto closed = platform::Handles().Remove(platform::HandleKind::kRegistryKey, key);
   return platform::Status(closed == nullptr ? ERROR_INVALID_HANDLE : NO_ERROR);
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
 LSTATUS WINAPI RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                                LPDWORD bytes) {
+                                LPDWORD bytes) try {
   if (reserved != nullptr || (data != nullptr && bytes == nullptr)) {
     return platform::Status(ERROR_INVALID_PARAMETER);
   }
@@ -186,10 +194,12 @@ LSTATUS WINAPI RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWOR
   if (error != NO_ERROR) return platform::Status(error);
   if (type != nullptr) *type = value.type;
   return platform::Status(platform::StoreData(value, data, bytes));
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
 LSTATUS WINAPI RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data,
-                              DWORD bytes) {
+                              DWORD bytes) try {
   DWORD error = NO_ERROR;
   const auto found = platform::FindKey(key, platform::kSetValue, error);
   if (found == nullptr) return platform::Status(error);
@@ -200,11 +210,13 @@ LSTATUS WINAPI RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type
   platform::HiveValue value{std::wstring(given), type, {}};
   if (bytes != 0) value.data.assign(data, data + bytes);
   return platform::Status(platform::LocalMachine().SetValue(found->Path(), value));
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
 LSTATUS WINAPI RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD characters,
                              LPDWORD reserved, LPWSTR className, LPDWORD classCharacters,
-                             PFILETIME lastWriteTime) {
+                             PFILETIME lastWriteTime) try {
   if (name == nullptr || characters == nullptr || reserved != nullptr) {
     return platform::Status(ERROR_INVALID_PARAMETER);
   }
@@ -221,9 +233,11 @@ LSTATUS WINAPI RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD charact
   if (index >= names.size()) return platform::Status(ERROR_NO_MORE_ITEMS);
   std::ranges::sort(names, {}, platform::LowerName);
   return platform::Status(platform::StoreName(names[index], name, characters));
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
-LSTATUS WINAPI RegDeleteKeyW(HKEY key, LPCWSTR subKey) {
+LSTATUS WINAPI RegDeleteKeyW(HKEY key, LPCWSTR subKey) try {
   const auto found = platform::FindKey(key);
   if (found == nullptr) return platform::Status(ERROR_INVALID_HANDLE);
   if (subKey == nullptr) return platform::Status(ERROR_INVALID_PARAMETER);
@@ -232,14 +246,18 @@ LSTATUS WINAPI RegDeleteKeyW(HKEY key, LPCWSTR subKey) {
   if (error == NO_ERROR) error = platform::LocalMachine().DeleteKey(path);
   if (error == ERROR_KEY_DELETED) error = platform::MissingKeyError(*found);
   return platform::Status(error);
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
-LSTATUS WINAPI RegDeleteValueW(HKEY key, LPCWSTR name) {
+LSTATUS WINAPI RegDeleteValueW(HKEY key, LPCWSTR name) try {
   DWORD error = NO_ERROR;
   const auto found = platform::FindKey(key, platform::kSetValue, error);
   if (found == nullptr) return platform::Status(error);
   const std::wstring_view wanted = name == nullptr ? L"" : name;
   return platform::Status(platform::LocalMachine().DeleteValue(found->Path(), wanted));
+} catch (...) {
+  return static_cast<LSTATUS>(platform::ErrorOfException());
 }
 
 }  // extern "C"

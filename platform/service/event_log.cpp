@@ -62,31 +62,34 @@ DWORD Report(HANDLE handle, LoggedEvent event, WORD stringCount, const LPCWSTR* 
 
 extern "C" {
 
-HANDLE WINAPI RegisterEventSourceW(LPCWSTR server, LPCWSTR source) {
+HANDLE WINAPI RegisterEventSourceW(LPCWSTR server, LPCWSTR source) try {
   HANDLE handle = nullptr;
-  const DWORD error =
-      platform::Guarded([&] { return platform::OpenSource(server, source, handle); });
+  const DWORD error = platform::OpenSource(server, source, handle);
   return platform::HandleResult<HANDLE>(error, handle, nullptr);
+} catch (...) {
+  return platform::FailedCall<HANDLE>(nullptr);
 }
 
-BOOL WINAPI DeregisterEventSource(HANDLE eventLog) {
+BOOL WINAPI DeregisterEventSource(HANDLE eventLog) try {
   using platform::HandleKind;
   const bool closed = platform::Handles().Remove(HandleKind::kEventSource, eventLog) != nullptr;
   return platform::BoolResult(closed ? NO_ERROR : ERROR_INVALID_HANDLE);
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 BOOL WINAPI ReportEventW(HANDLE eventLog, WORD type, WORD, DWORD eventId, PVOID userSid,
-                         WORD stringCount, DWORD rawBytes, LPCWSTR* strings, LPVOID) {
-  return platform::BoolResult(platform::Guarded([&] {
-    if (userSid != nullptr || rawBytes != 0) {
-      platform::LogLine("ReportEventW: no users and no raw data");
-      return ERROR_INVALID_PARAMETER;
-    }
-    platform::LoggedEvent event;
-    event.type = type;
-    event.id = eventId;
-    return platform::Report(eventLog, std::move(event), stringCount, strings);
-  }));
+                         WORD stringCount, DWORD rawBytes, LPCWSTR* strings, LPVOID) try {
+  if (userSid != nullptr || rawBytes != 0) {
+    platform::LogLine("ReportEventW: no users and no raw data");
+    return platform::BoolResult(ERROR_INVALID_PARAMETER);
+  }
+  platform::LoggedEvent event;
+  event.type = type;
+  event.id = eventId;
+  return platform::BoolResult(platform::Report(eventLog, std::move(event), stringCount, strings));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -198,10 +198,10 @@ extern "C" {
 SC_HANDLE WINAPI CreateServiceW(SC_HANDLE manager, LPCWSTR serviceName, LPCWSTR displayName,
                                 DWORD access, DWORD serviceType, DWORD startType,
                                 DWORD errorControl, LPCWSTR binaryPath, LPCWSTR loadOrderGroup,
-                                LPDWORD tagId, LPCWSTR dependencies, LPCWSTR account, LPCWSTR) {
+                                LPDWORD tagId, LPCWSTR dependencies, LPCWSTR account, LPCWSTR) try {
   SC_HANDLE handle = nullptr;
-  const DWORD error = platform::Guarded([&] {
-    if (serviceName == nullptr || binaryPath == nullptr) return ERROR_INVALID_PARAMETER;
+  DWORD error = ERROR_INVALID_PARAMETER;
+  if (serviceName != nullptr && binaryPath != nullptr) {
     platform::ServiceRecord record;
     record.name = serviceName;
     record.type = serviceType;
@@ -210,25 +210,29 @@ SC_HANDLE WINAPI CreateServiceW(SC_HANDLE manager, LPCWSTR serviceName, LPCWSTR 
     record.imagePath = binaryPath;
     record.displayName = platform::IsEmpty(displayName) ? serviceName : displayName;
     const platform::Extras extras{loadOrderGroup, tagId, dependencies, account};
-    return platform::Create(manager, record, extras, access, handle);
-  });
+    error = platform::Create(manager, record, extras, access, handle);
+  }
   return platform::HandleResult<SC_HANDLE>(error, handle, nullptr);
+} catch (...) {
+  return platform::FailedCall<SC_HANDLE>(nullptr);
 }
 
 BOOL WINAPI ChangeServiceConfigW(SC_HANDLE service, DWORD serviceType, DWORD startType,
                                  DWORD errorControl, LPCWSTR binaryPath, LPCWSTR loadOrderGroup,
                                  LPDWORD tagId, LPCWSTR dependencies, LPCWSTR account, LPCWSTR,
-                                 LPCWSTR displayName) {
+                                 LPCWSTR displayName) try {
   const platform::Changes changes{serviceType, startType, errorControl, binaryPath, displayName};
   const platform::Extras extras{loadOrderGroup, tagId, dependencies, account};
-  return platform::BoolResult(
-      platform::Guarded([&] { return platform::Change(service, changes, extras); }));
+  return platform::BoolResult(platform::Change(service, changes, extras));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 BOOL WINAPI QueryServiceConfigW(SC_HANDLE service, LPQUERY_SERVICE_CONFIGW config, DWORD bytes,
-                                LPDWORD bytesNeeded) {
-  return platform::BoolResult(
-      platform::Guarded([&] { return platform::Query(service, config, bytes, bytesNeeded); }));
+                                LPDWORD bytesNeeded) try {
+  return platform::BoolResult(platform::Query(service, config, bytes, bytesNeeded));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -84,27 +84,28 @@ DWORD QueryProcess(SC_HANDLE handle, LPBYTE buffer, DWORD bytes, LPDWORD bytesNe
 
 extern "C" {
 
-BOOL WINAPI ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) {
-  return platform::BoolResult(
-      platform::Guarded([&] { return platform::Control(service, control, status); }));
+BOOL WINAPI ControlService(SC_HANDLE service, DWORD control, LPSERVICE_STATUS status) try {
+  return platform::BoolResult(platform::Control(service, control, status));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
-BOOL WINAPI QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status) {
-  return platform::BoolResult(platform::Guarded([&] {
-    if (status == nullptr) return ERROR_INVALID_PARAMETER;
-    platform::ServiceState state;
-    const DWORD error = platform::QueryState(service, state);
-    if (error == NO_ERROR) *status = state.status;
-    return error;
-  }));
+BOOL WINAPI QueryServiceStatus(SC_HANDLE service, LPSERVICE_STATUS status) try {
+  if (status == nullptr) return platform::BoolResult(ERROR_INVALID_PARAMETER);
+  platform::ServiceState state;
+  const DWORD error = platform::QueryState(service, state);
+  if (error == NO_ERROR) *status = state.status;
+  return platform::BoolResult(error);
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 BOOL WINAPI QueryServiceStatusEx(SC_HANDLE service, SC_STATUS_TYPE infoLevel, LPBYTE buffer,
-                                 DWORD bytes, LPDWORD bytesNeeded) {
-  return platform::BoolResult(platform::Guarded([&] {
-    if (infoLevel != SC_STATUS_PROCESS_INFO) return ERROR_INVALID_LEVEL;
-    return platform::QueryProcess(service, buffer, bytes, bytesNeeded);
-  }));
+                                 DWORD bytes, LPDWORD bytesNeeded) try {
+  if (infoLevel != SC_STATUS_PROCESS_INFO) return platform::BoolResult(ERROR_INVALID_LEVEL);
+  return platform::BoolResult(platform::QueryProcess(service, buffer, bytes, bytesNeeded));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

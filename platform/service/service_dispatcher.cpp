@@ -33,32 +33,33 @@ DWORD RunDispatcher(const SERVICE_TABLE_ENTRYW* table) {
 
 extern "C" {
 
-BOOL WINAPI StartServiceCtrlDispatcherW(const SERVICE_TABLE_ENTRYW* table) {
-  return platform::BoolResult(platform::Guarded([&] { return platform::RunDispatcher(table); }));
+BOOL WINAPI StartServiceCtrlDispatcherW(const SERVICE_TABLE_ENTRYW* table) try {
+  return platform::BoolResult(platform::RunDispatcher(table));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 SERVICE_STATUS_HANDLE WINAPI RegisterServiceCtrlHandlerW(LPCWSTR serviceName,
-                                                         LPHANDLER_FUNCTION handler) {
-  SERVICE_STATUS_HANDLE handle = nullptr;
-  const DWORD error = platform::Guarded([&] {
-    if (serviceName == nullptr || handler == nullptr) return ERROR_INVALID_PARAMETER;
-    platform::ServiceHost* host = platform::ServiceHost::Current();
-    if (host == nullptr) return ERROR_SERVICE_NOT_IN_EXE;
-    handle = host->RegisterHandler(handler);
-    return NO_ERROR;
-  });
-  return platform::HandleResult<SERVICE_STATUS_HANDLE>(error, handle, nullptr);
+                                                         LPHANDLER_FUNCTION handler) try {
+  const auto fail = [](DWORD error) {
+    return platform::HandleResult<SERVICE_STATUS_HANDLE>(error, nullptr, nullptr);
+  };
+  if (serviceName == nullptr || handler == nullptr) return fail(ERROR_INVALID_PARAMETER);
+  platform::ServiceHost* host = platform::ServiceHost::Current();
+  return host != nullptr ? host->RegisterHandler(handler) : fail(ERROR_SERVICE_NOT_IN_EXE);
+} catch (...) {
+  return platform::FailedCall<SERVICE_STATUS_HANDLE>(nullptr);
 }
 
-BOOL WINAPI SetServiceStatus(SERVICE_STATUS_HANDLE handle, LPSERVICE_STATUS status) {
-  return platform::BoolResult(platform::Guarded([&] {
-    using platform::HandleKind;
-    if (platform::Handles().Find(HandleKind::kServiceStatus, handle) == nullptr) {
-      return ERROR_INVALID_HANDLE;
-    }
-    if (status == nullptr) return ERROR_INVALID_PARAMETER;
-    return platform::ServiceHost::Current()->SetStatus(*status);
-  }));
+BOOL WINAPI SetServiceStatus(SERVICE_STATUS_HANDLE handle, LPSERVICE_STATUS status) try {
+  using platform::HandleKind;
+  if (platform::Handles().Find(HandleKind::kServiceStatus, handle) == nullptr) {
+    return platform::BoolResult(ERROR_INVALID_HANDLE);
+  }
+  if (status == nullptr) return platform::BoolResult(ERROR_INVALID_PARAMETER);
+  return platform::BoolResult(platform::ServiceHost::Current()->SetStatus(*status));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -38,9 +38,11 @@ SC_HANDLE NewServiceHandle(std::wstring name, DWORD type, DWORD access) {
 
 }  // namespace platform
 
-extern "C" BOOL WINAPI CloseServiceHandle(SC_HANDLE handle) {
+extern "C" BOOL WINAPI CloseServiceHandle(SC_HANDLE handle) try {
   using platform::HandleKind;
   const bool closed = platform::Handles().Remove(HandleKind::kService, handle) != nullptr ||
                       platform::Handles().Remove(HandleKind::kServiceManager, handle) != nullptr;
   return platform::BoolResult(closed ? NO_ERROR : ERROR_INVALID_HANDLE);
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

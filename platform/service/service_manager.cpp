@@ -63,22 +63,26 @@ DWORD Delete(SC_HANDLE handle) {
 
 extern "C" {
 
-SC_HANDLE WINAPI OpenSCManagerW(LPCWSTR machine, LPCWSTR database, DWORD access) {
+SC_HANDLE WINAPI OpenSCManagerW(LPCWSTR machine, LPCWSTR database, DWORD access) try {
   SC_HANDLE handle = nullptr;
-  const DWORD error =
-      platform::Guarded([&] { return platform::OpenManager(machine, database, access, handle); });
+  const DWORD error = platform::OpenManager(machine, database, access, handle);
   return platform::HandleResult<SC_HANDLE>(error, handle, nullptr);
+} catch (...) {
+  return platform::FailedCall<SC_HANDLE>(nullptr);
 }
 
-SC_HANDLE WINAPI OpenServiceW(SC_HANDLE manager, LPCWSTR serviceName, DWORD access) {
+SC_HANDLE WINAPI OpenServiceW(SC_HANDLE manager, LPCWSTR serviceName, DWORD access) try {
   SC_HANDLE handle = nullptr;
-  const DWORD error = platform::Guarded(
-      [&] { return platform::OpenExisting(manager, serviceName, access, handle); });
+  const DWORD error = platform::OpenExisting(manager, serviceName, access, handle);
   return platform::HandleResult<SC_HANDLE>(error, handle, nullptr);
+} catch (...) {
+  return platform::FailedCall<SC_HANDLE>(nullptr);
 }
 
-BOOL WINAPI DeleteService(SC_HANDLE service) {
-  return platform::BoolResult(platform::Guarded([&] { return platform::Delete(service); }));
+BOOL WINAPI DeleteService(SC_HANDLE service) try {
+  return platform::BoolResult(platform::Delete(service));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }
 
 }  // extern "C"

@@ -79,7 +79,8 @@ DWORD Start(SC_HANDLE handle, DWORD argumentCount) {
 }  // namespace
 }  // namespace platform
 
-extern "C" BOOL WINAPI StartServiceW(SC_HANDLE service, DWORD argumentCount, LPCWSTR*) {
-  return platform::BoolResult(
-      platform::Guarded([&] { return platform::Start(service, argumentCount); }));
+extern "C" BOOL WINAPI StartServiceW(SC_HANDLE service, DWORD argumentCount, LPCWSTR*) try {
+  return platform::BoolResult(platform::Start(service, argumentCount));
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

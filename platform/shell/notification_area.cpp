@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/gdi/gdi_objects.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 #include "platform/shell/desktop_tray.h"
@@ -221,7 +222,7 @@ void ForgetNotificationIconsOf(HWND window) {
 
 using namespace platform;
 
-BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data) {
+BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data) try {
   const bool sized = data != nullptr && (data->cbSize == sizeof(NOTIFYICONDATAW) ||
                                          data->cbSize == NOTIFYICONDATAW_V2_SIZE);
   if (!sized) {
@@ -233,4 +234,6 @@ BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data) {
       IsSupported(message, change) ? MakeChange(message, change) : ERROR_INVALID_PARAMETER;
   if (error != NO_ERROR) ::SetLastError(error);
   return error == NO_ERROR ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

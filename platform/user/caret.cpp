@@ -1,5 +1,6 @@
 // Carets: one for each thread, in one of its windows. The desktop shows and blinks it over what the
 // window shows, so that painting need not hide it.
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/window.h"
 
@@ -47,7 +48,7 @@ void EndCaret() {
 
 using namespace platform;
 
-BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) {
+BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   if (!found->BelongsToCaller()) {
@@ -64,45 +65,53 @@ BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) {
   caret.window = window;
   caret.size = {width != 0 ? width : 1, height != 0 ? height : 1};
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI DestroyCaret() {
+BOOL WINAPI DestroyCaret() try {
   if (WindowWithCaret(nullptr) == nullptr) return FALSE;
   EndCaret();
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI ShowCaret(HWND window) {
+BOOL WINAPI ShowCaret(HWND window) try {
   const auto found = WindowWithCaret(window);
   if (found == nullptr) return FALSE;
   if (caret.hidden > 0 && --caret.hidden == 0) TellPeer(*found);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI HideCaret(HWND window) {
+BOOL WINAPI HideCaret(HWND window) try {
   const auto found = WindowWithCaret(window);
   if (found == nullptr) return FALSE;
   if (++caret.hidden == 1) TellPeer(*found);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI SetCaretPos(int x, int y) {
+BOOL WINAPI SetCaretPos(int x, int y) try {
   const auto found = WindowWithCaret(nullptr);
   if (found == nullptr) return FALSE;
   caret.place = {x, y};
   if (caret.hidden == 0) TellPeer(*found);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetCaretPos(LPPOINT place) {
+BOOL WINAPI GetCaretPos(LPPOINT place) try {
   if (place == nullptr) {
     ::SetLastError(ERROR_NOACCESS);
     return FALSE;
   }
   *place = WindowOfCaret() != nullptr ? caret.place : POINT{};
   return TRUE;
-}
-
-UINT WINAPI GetCaretBlinkTime() {
-  return kCaretBlinkMilliseconds;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -1,5 +1,7 @@
 #include "platform/user/context_help.h"
 
+#include "platform/kernel/api_result.h"
+
 namespace platform {
 
 void AskForHelp(const Window& window) {
@@ -24,14 +26,11 @@ void RequestHelp(const Window& window) {
 
 using namespace platform;
 
-BOOL WINAPI SetWindowContextHelpId(HWND window, DWORD number) {
+BOOL WINAPI SetWindowContextHelpId(HWND window, DWORD number) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   found->helpContext = number;
   return TRUE;
-}
-
-DWORD WINAPI GetWindowContextHelpId(HWND window) {
-  const auto found = FindWindowOf(window);
-  return found != nullptr ? found->helpContext : 0;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/window.h"
 
@@ -75,7 +76,7 @@ void AskForCursor(HWND window, UINT mouseMessage) {
 
 using namespace platform;
 
-HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) {
+HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) try {
   const auto& cursors = SystemCursors();
   const bool isSystem = instance == nullptr && IS_INTRESOURCE(name);
   const auto* found =
@@ -84,9 +85,11 @@ HCURSOR WINAPI LoadCursorW(HINSTANCE instance, LPCWSTR name) {
   LogLine("LoadCursorW: cursors of resources, and some of the system's: not supported");
   ::SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
   return nullptr;
+} catch (...) {
+  return FailedCall<HCURSOR>(nullptr);
 }
 
-HCURSOR WINAPI SetCursor(HCURSOR cursor) {
+HCURSOR WINAPI SetCursor(HCURSOR cursor) try {
   if (cursor != nullptr && Resolve<Cursor>(HandleKind::kCursor, cursor) == nullptr) {
     ::SetLastError(ERROR_INVALID_CURSOR_HANDLE);
     return nullptr;
@@ -94,6 +97,8 @@ HCURSOR WINAPI SetCursor(HCURSOR cursor) {
   const HCURSOR before = std::exchange(state.cursor, cursor);
   ShowPointer();
   return before;
+} catch (...) {
+  return FailedCall<HCURSOR>(nullptr);
 }
 
 HCURSOR WINAPI GetCursor() {

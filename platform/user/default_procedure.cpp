@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/gdi/gdi_objects.h"
+#include "platform/kernel/api_result.h"
 #include "platform/user/context_help.h"
 #include "platform/user/menu_tracking.h"
 #include "platform/user/painting.h"
@@ -59,7 +60,7 @@ bool SetClassCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
 
 using namespace platform;
 
-LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
   switch (message) {
@@ -98,4 +99,6 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
     default:
       return 0;
   }
+} catch (...) {
+  return FailedCall(LRESULT{0});
 }

@@ -1,5 +1,6 @@
 #include "platform/user/focus.h"
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/window_relations.h"
 #include "platform/user/window_showing.h"
 
@@ -120,7 +121,7 @@ void ReportActivation(const Window& window, bool active) {
 
 using namespace platform;
 
-HWND WINAPI SetFocus(HWND window) {
+HWND WINAPI SetFocus(HWND window) try {
   if (window == nullptr) return MoveFocus(nullptr);
   const auto found = FindWindowOf(window);
   if (found == nullptr) return nullptr;
@@ -138,17 +139,23 @@ HWND WINAPI SetFocus(HWND window) {
   if (top != nullptr && top->IsShown()) Activate(top);
   if (found->IsLive()) MoveFocus(window);
   return before;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
-HWND WINAPI GetFocus() {
+HWND WINAPI GetFocus() try {
   return Find(state.focus) != nullptr ? state.focus : nullptr;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
-HWND WINAPI GetActiveWindow() {
+HWND WINAPI GetActiveWindow() try {
   return Find(state.active) != nullptr ? state.active : nullptr;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
-BOOL WINAPI SetForegroundWindow(HWND window) {
+BOOL WINAPI SetForegroundWindow(HWND window) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr || IsDesktopWindow(window)) return FALSE;
   bool activated = false;
@@ -157,4 +164,6 @@ BOOL WINAPI SetForegroundWindow(HWND window) {
     if (activated) Activate(found);
   });
   return activated ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

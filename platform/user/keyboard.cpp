@@ -1,5 +1,6 @@
 #include "platform/user/keyboard.h"
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/user/desktop.h"
 #include "platform/user/key_layout.h"
@@ -55,11 +56,13 @@ std::wstring CharactersOf(UINT virtualKey) {
 
 using namespace platform;
 
-SHORT WINAPI GetKeyState(int virtualKey) {
+SHORT WINAPI GetKeyState(int virtualKey) try {
   return StateOf(record.down, virtualKey);
+} catch (...) {
+  return FailedCall(SHORT{0});
 }
 
-BOOL WINAPI GetKeyboardState(BYTE* keys) {
+BOOL WINAPI GetKeyboardState(BYTE* keys) try {
   if (keys == nullptr) {
     ::SetLastError(ERROR_NOACCESS);
     return FALSE;
@@ -67,16 +70,20 @@ BOOL WINAPI GetKeyboardState(BYTE* keys) {
   for (std::size_t key = 0; key < record.down.size(); ++key)
     keys[key] = record.down[key] ? kDown : BYTE{0};
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-SHORT WINAPI GetAsyncKeyState(int virtualKey) {
+SHORT WINAPI GetAsyncKeyState(int virtualKey) try {
   KeySet down;
   CallWindowThread([&] { down = Desktop().KeysDown(); });
   return StateOf(down, virtualKey);
+} catch (...) {
+  return FailedCall(SHORT{0});
 }
 
 int WINAPI ToAscii(UINT virtualKey, UINT scanCode, const BYTE* keys, WORD* characters,
-                   UINT /*flags*/) {
+                   UINT /*flags*/) try {
   if (characters == nullptr || (scanCode & kReleased) != 0) return 0;
   const ShiftKeys with = keys != nullptr ? ShiftsOf(keys, virtualKey) : ShiftKeys{};
   const std::string bytes = Utf8(record.layout.TextOf(virtualKey, with));
@@ -86,4 +93,6 @@ int WINAPI ToAscii(UINT virtualKey, UINT scanCode, const BYTE* keys, WORD* chara
   };
   *characters = static_cast<WORD>(byteAt(0) | (byteAt(1) << 8));
   return static_cast<int>(bytes.size());
+} catch (...) {
+  return FailedCall(0);
 }

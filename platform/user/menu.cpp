@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -181,25 +182,32 @@ std::vector<TrackedItem> CopyItems(HMENU handle) {
 
 using namespace platform;
 
-HMENU WINAPI CreatePopupMenu() {
+HMENU WINAPI CreatePopupMenu() try {
   return static_cast<HMENU>(Handles().Insert(HandleKind::kMenu, std::make_shared<Menu>()));
+} catch (...) {
+  return FailedCall<HMENU>(nullptr);
 }
 
-BOOL WINAPI DestroyMenu(HMENU menu) {
+BOOL WINAPI DestroyMenu(HMENU menu) try {
   const std::lock_guard lock(MenuLock());
   const auto removed = Handles().Remove(HandleKind::kMenu, menu);
   if (removed == nullptr) return Fail(ERROR_INVALID_MENU_HANDLE);
   DestroySubmenus(static_cast<const Menu&>(*removed));
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-int WINAPI GetMenuItemCount(HMENU menu) {
+int WINAPI GetMenuItemCount(HMENU menu) try {
   const std::lock_guard lock(MenuLock());
   const auto found = FindMenu(menu);
   return found != nullptr ? static_cast<int>(found->items.size()) : -1;
+} catch (...) {
+  return FailedCall(0);
 }
 
-BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOW information) {
+BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition,
+                            LPCMENUITEMINFOW information) try {
   const std::lock_guard lock(MenuLock());
   const auto found = FindMenu(menu);
   if (found == nullptr || !CheckInformation(information)) return FALSE;
@@ -210,9 +218,12 @@ BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMI
   auto& items = place.menu->items;
   items.insert(items.begin() + static_cast<std::ptrdiff_t>(place.index), NewItem(*information));
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, LPMENUITEMINFOW information) {
+BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition,
+                             LPMENUITEMINFOW information) try {
   const std::lock_guard lock(MenuLock());
   const auto found = FindMenu(menu);
   if (found == nullptr || !CheckInformation(information)) return FALSE;
@@ -220,9 +231,11 @@ BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, LPMENUITEMI
   if (!place.has_value()) return Fail(ERROR_MENU_ITEM_NOT_FOUND);
   GiveItem(place->menu->items[place->index], *information);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition) {
+BOOL WINAPI SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition) try {
   constexpr UINT kNoItem = static_cast<UINT>(-1);
   const std::lock_guard lock(MenuLock());
   const auto found = FindMenu(menu);
@@ -236,4 +249,6 @@ BOOL WINAPI SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition) {
   if (chosen == found->items.end()) return Fail(ERROR_MENU_ITEM_NOT_FOUND);
   chosen->state |= MFS_DEFAULT;
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

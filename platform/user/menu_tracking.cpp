@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/gdi/lent_dc.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/seam.h"
 #include "platform/user/desktop.h"
@@ -148,7 +149,7 @@ void CancelMenuOf(HWND owner) {
 using namespace platform;
 
 BOOL WINAPI TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND owner,
-                             LPTPMPARAMS parameters) {
+                             LPTPMPARAMS parameters) try {
   if (FindMenu(menu) == nullptr || FindWindowOf(owner) == nullptr) return 0;
   if (!IsSupported(flags, parameters)) return 0;
   const OpenMenu open;
@@ -157,4 +158,6 @@ BOOL WINAPI TrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND owner,
     return 0;
   }
   return static_cast<BOOL>(Track({owner, {x, y}, flags, CopyItems(menu)}));
+} catch (...) {
+  return FailedCall(FALSE);
 }

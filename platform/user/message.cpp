@@ -1,4 +1,5 @@
 // Posting, sending, taking and dispatching messages.
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/atom_table.h"
 #include "platform/user/keyboard.h"
@@ -46,7 +47,7 @@ void ServeSenders(ThreadQueue& queue) {
 
 using namespace platform;
 
-BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) {
+BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) try {
   if (!CheckTaking(message, window)) return -1;
   const MessageFilter filter{window, first, last};
   ThreadQueue& queue = *CurrentQueue();
@@ -59,9 +60,11 @@ BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) {
     }
     queue.Wait(filter);
   }
+} catch (...) {
+  return FailedCall(-1);
 }
 
-BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
+BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove) try {
   if (!CheckTaking(message, window)) return FALSE;
   if (remove != PM_REMOVE && remove != PM_NOREMOVE) {
     LogLine("PeekMessageW: only PM_NOREMOVE and PM_REMOVE are supported");
@@ -80,16 +83,20 @@ BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT
   if (!taken.has_value()) return FALSE;
   *message = *taken;
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI TranslateMessage(const MSG* message) {
+BOOL WINAPI TranslateMessage(const MSG* message) try {
   if (message == nullptr || !IsKey(message->message)) return FALSE;
   const bool isDown = message->message == WM_KEYDOWN || message->message == WM_SYSKEYDOWN;
   if (isDown) PostCharacters(*message);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-LRESULT WINAPI DispatchMessageW(const MSG* message) {
+LRESULT WINAPI DispatchMessageW(const MSG* message) try {
   if (message->message == WM_TIMER && message->lParam != 0) {
     const auto callback = reinterpret_cast<TIMERPROC>(message->lParam);
     callback(message->hwnd, WM_TIMER, message->wParam, ::GetTickCount());
@@ -103,9 +110,11 @@ LRESULT WINAPI DispatchMessageW(const MSG* message) {
     return 0;
   }
   return window->CallProcedure(message->message, message->wParam, message->lParam);
+} catch (...) {
+  return FailedCall(LRESULT{0});
 }
 
-LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
   if (window == HWND_BROADCAST) {
     for (const auto& each : Windows().TopLevel())
       ::SendMessageW(each->handle, message, wParam, lParam);
@@ -116,9 +125,11 @@ LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   LRESULT result = 0;
   RunOnOwner(found, [&] { result = found->CallProcedure(message, wParam, lParam); });
   return result;
+} catch (...) {
+  return FailedCall(LRESULT{0});
 }
 
-BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
   if (window == nullptr) {
     return ::PostThreadMessageW(::GetCurrentThreadId(), message, wParam, lParam);
   }
@@ -131,9 +142,11 @@ BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam
   if (found == nullptr) return FALSE;
   return ReportPost(found->queue->Post({window, message, wParam, lParam, 0, {}}),
                     ERROR_INVALID_WINDOW_HANDLE);
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam) {
+BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam) try {
   // Whoever posts has a queue from then on, as with every call about windows.
   const bool isOwn = threadId == ::GetCurrentThreadId();
   const auto queue = isOwn ? CurrentQueue() : QueueOfThread(threadId);
@@ -143,13 +156,15 @@ BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPAR
   }
   return ReportPost(queue->Post({nullptr, message, wParam, lParam, 0, {}}),
                     ERROR_INVALID_THREAD_ID);
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-void WINAPI PostQuitMessage(int exitCode) {
-  CurrentQueue()->PostQuit(exitCode);
+void WINAPI PostQuitMessage(int exitCode) try { CurrentQueue()->PostQuit(exitCode); } catch (...) {
+  ErrorOfException();
 }
 
-UINT WINAPI RegisterWindowMessageW(LPCWSTR name) {
+UINT WINAPI RegisterWindowMessageW(LPCWSTR name) try {
   if (name == nullptr || name[0] == L'\0') {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
@@ -157,4 +172,6 @@ UINT WINAPI RegisterWindowMessageW(LPCWSTR name) {
   const ATOM atom = Atoms().Add(name);
   if (atom == 0) ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
   return atom;
+} catch (...) {
+  return FailedCall(UINT{0});
 }

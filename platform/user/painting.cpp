@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/gdi/rect.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/window_place.h"
 
@@ -38,7 +39,7 @@ bool EraseBackground(const Window& window, HDC context) {
 
 using namespace platform;
 
-BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL erase) {
+BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL erase) try {
   if (window == nullptr) {
     LogLine("InvalidateRect: all windows at once: not supported");
     ::SetLastError(ERROR_INVALID_WINDOW_HANDLE);
@@ -53,9 +54,11 @@ BOOL WINAPI InvalidateRect(HWND window, const RECT* area, BOOL erase) {
                     })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI UpdateWindow(HWND window) {
+BOOL WINAPI UpdateWindow(HWND window) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   return RunOnOwner(found,
@@ -64,9 +67,11 @@ BOOL WINAPI UpdateWindow(HWND window) {
                     })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) {
+HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr || paint == nullptr) return nullptr;
   // Outside of WM_PAINT there is nothing to paint on.
@@ -81,11 +86,15 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) {
   // Who does not erase now is told that it is left to be done.
   if (erase) paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
   return paint->hdc;
+} catch (...) {
+  return FailedCall<HDC>(nullptr);
 }
 
-BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* /*paint*/) {
+BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* /*paint*/) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   if (found->BelongsToCaller() && found->painting != nullptr) found->painting->context.reset();
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/cursor_source.h"
 #include "platform/user/desktop.h"
@@ -40,7 +41,7 @@ RECT WorkArea() {
 
 using namespace platform;
 
-BOOL WINAPI GetCursorPos(LPPOINT place) {
+BOOL WINAPI GetCursorPos(LPPOINT place) try {
   if (place == nullptr) {
     ::SetLastError(ERROR_NOACCESS);
     return FALSE;
@@ -51,9 +52,11 @@ BOOL WINAPI GetCursorPos(LPPOINT place) {
   }
   ::SetLastError(ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION);
   return FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-int WINAPI GetSystemMetrics(int index) {
+int WINAPI GetSystemMetrics(int index) try {
   switch (index) {
     case SM_CXSCREEN:
       return ScreenSize().cx;
@@ -72,9 +75,11 @@ int WINAPI GetSystemMetrics(int index) {
       LogLine("GetSystemMetrics: unsupported index " + std::to_string(index));
       return 0;
   }
+} catch (...) {
+  return FailedCall(0);
 }
 
-BOOL WINAPI MessageBeep(UINT /*type*/) {
+BOOL WINAPI MessageBeep(UINT /*type*/) try {
   // The desktop has one sound for all types.
   const auto windowThread = WindowThread();
   if (windowThread == nullptr) {
@@ -86,4 +91,6 @@ BOOL WINAPI MessageBeep(UINT /*type*/) {
     if (IsWindowThread()) Desktop().Beep();
   });
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -4,6 +4,7 @@
 #include <climits>
 #include <utility>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/painting.h"
 #include "platform/user/window_place.h"
@@ -95,13 +96,15 @@ void ShowFirstScrollBars(Window& window) {
 
 using namespace platform;
 
-BOOL WINAPI ShowScrollBar(HWND window, int bar, BOOL show) {
+BOOL WINAPI ShowScrollBar(HWND window, int bar, BOOL show) try {
   const auto found = WindowWithBars("ShowScrollBar", window, bar, true);
   if (found == nullptr) return FALSE;
   return RunOnOwner(found, [&] { SetShown(*found, bar, show != FALSE); }) ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL /*redraw*/) {
+BOOL WINAPI SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL /*redraw*/) try {
   const auto found = WindowWithBars("SetScrollRange", window, bar);
   if (found == nullptr) return FALSE;
   if (maximum < minimum || LONGLONG{maximum} - minimum > INT_MAX) {
@@ -117,9 +120,11 @@ BOOL WINAPI SetScrollRange(HWND window, int bar, int minimum, int maximum, BOOL 
                     })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetScrollRange(HWND window, int bar, LPINT minimum, LPINT maximum) {
+BOOL WINAPI GetScrollRange(HWND window, int bar, LPINT minimum, LPINT maximum) try {
   const auto found = WindowWithBars("GetScrollRange", window, bar);
   if (found == nullptr) return FALSE;
   if (minimum == nullptr || maximum == nullptr) {
@@ -134,9 +139,11 @@ BOOL WINAPI GetScrollRange(HWND window, int bar, LPINT minimum, LPINT maximum) {
                     })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-int WINAPI SetScrollPos(HWND window, int bar, int position, BOOL /*redraw*/) {
+int WINAPI SetScrollPos(HWND window, int bar, int position, BOOL /*redraw*/) try {
   const auto found = WindowWithBars("SetScrollPos", window, bar);
   int before = 0;
   if (found == nullptr) return before;
@@ -146,16 +153,20 @@ int WINAPI SetScrollPos(HWND window, int bar, int position, BOOL /*redraw*/) {
     Change(*found, bar, changed);
   });
   return before;
+} catch (...) {
+  return FailedCall(0);
 }
 
-int WINAPI GetScrollPos(HWND window, int bar) {
+int WINAPI GetScrollPos(HWND window, int bar) try {
   const auto found = WindowWithBars("GetScrollPos", window, bar);
   int position = 0;
   if (found != nullptr) RunOnOwner(found, [&] { position = BarOf(*found, bar).position; });
   return position;
+} catch (...) {
+  return FailedCall(0);
 }
 
-int WINAPI SetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL /*redraw*/) {
+int WINAPI SetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL /*redraw*/) try {
   constexpr UINT kSupported = SIF_RANGE | SIF_PAGE | SIF_POS;
   const auto found = WindowWithBars("SetScrollInfo", window, bar);
   if (found == nullptr) return 0;
@@ -178,9 +189,11 @@ int WINAPI SetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL /*redraw
     position = BarOf(*found, bar).position;
   });
   return position;
+} catch (...) {
+  return FailedCall(0);
 }
 
-BOOL WINAPI GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
+BOOL WINAPI GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) try {
   const auto found = WindowWithBars("GetScrollInfo", window, bar);
   if (found == nullptr) return FALSE;
   if (info == nullptr || info->cbSize != sizeof *info || (info->fMask & SIF_ALL) == 0) {
@@ -199,4 +212,6 @@ BOOL WINAPI GetScrollInfo(HWND window, int bar, LPSCROLLINFO info) {
                     })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

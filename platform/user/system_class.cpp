@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/atom_table.h"
 #include "platform/user/window.h"
 
@@ -12,7 +13,7 @@ namespace {
 using ClassPointer = std::shared_ptr<const WindowClass>;
 
 // Every window of a class of the system has this procedure; its control answers.
-LRESULT CALLBACK AnswerByControl(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK AnswerByControl(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) try {
   // Held, with its control, for the case that the message ends the window.
   const auto window = FindWindowOf(handle);
   if (window == nullptr) return 0;
@@ -20,6 +21,8 @@ LRESULT CALLBACK AnswerByControl(HWND handle, UINT message, WPARAM wParam, LPARA
     if (const auto answer = window->control->Answer(message, wParam, lParam)) return *answer;
   }
   return ::DefWindowProcW(handle, message, wParam, lParam);
+} catch (...) {
+  return FailedCall(LRESULT{0});
 }
 
 // A name of the form "#32770" is a number, as documented for atoms.

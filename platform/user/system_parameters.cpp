@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/gdi/desktop_graphics.h"
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/screen.h"
 
@@ -60,9 +61,11 @@ DWORD GiveParameter(UINT action, PVOID data) {
 }  // namespace platform
 
 extern "C" BOOL WINAPI SystemParametersInfoW(UINT action, UINT /*parameter*/, PVOID data,
-                                             UINT /*update*/) {
+                                             UINT /*update*/) try {
   const DWORD error = platform::GiveParameter(action, data);
   if (error == NO_ERROR) return TRUE;
   ::SetLastError(error);
   return FALSE;
+} catch (...) {
+  return platform::FailedCall(FALSE);
 }

@@ -1,5 +1,6 @@
 #include "platform/user/window.h"
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
@@ -53,13 +54,8 @@ bool ClassHasWindows(const WindowClass& windowClass) {
 
 using namespace platform;
 
-BOOL WINAPI IsWindow(HWND window) {
+BOOL WINAPI IsWindow(HWND window) try {
   return FindWindowOf(window) != nullptr ? TRUE : FALSE;
-}
-
-DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId) {
-  const auto found = FindWindowOf(window);
-  if (found == nullptr) return 0;
-  if (processId != nullptr) *processId = ::GetCurrentProcessId();
-  return found->queue->ThreadId();
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <vector>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/atom_table.h"
 #include "platform/user/window.h"
@@ -92,15 +93,17 @@ std::shared_ptr<const WindowClass> FindWindowClass(HINSTANCE instance, LPCWSTR n
 
 using namespace platform;
 
-ATOM WINAPI RegisterClassExW(const WNDCLASSEXW* windowClass) {
+ATOM WINAPI RegisterClassExW(const WNDCLASSEXW* windowClass) try {
   if (windowClass == nullptr || windowClass->cbSize != sizeof(WNDCLASSEXW)) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
   }
   return Register(*windowClass);
+} catch (...) {
+  return FailedCall(ATOM{0});
 }
 
-ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
+ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) try {
   if (windowClass == nullptr) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
@@ -109,9 +112,11 @@ ATOM WINAPI RegisterClassW(const WNDCLASSW* windowClass) {
   return Register({sizeof(WNDCLASSEXW), given.style, given.lpfnWndProc, given.cbClsExtra,
                    given.cbWndExtra, given.hInstance, given.hIcon, given.hCursor,
                    given.hbrBackground, given.lpszMenuName, given.lpszClassName, nullptr});
+} catch (...) {
+  return FailedCall(ATOM{0});
 }
 
-BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) {
+BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) try {
   const HINSTANCE owner = InstanceOrExecutable(instance);
   const ATOM atom = AtomOf(className);
   ClassRegistry& registry = Registry();
@@ -127,9 +132,11 @@ BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) {
   }
   registry.classes.erase(found);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* windowClass) {
+BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* windowClass) try {
   // An instance of null asks for a class of the system.
   const auto found =
       instance != nullptr ? FindWindowClass(instance, className) : FindSystemClass(className);
@@ -141,4 +148,6 @@ BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* wind
   *windowClass = {data.style, data.lpfnWndProc, data.cbClsExtra,    data.cbWndExtra, data.hInstance,
                   data.hIcon, data.hCursor,     data.hbrBackground, nullptr,         className};
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

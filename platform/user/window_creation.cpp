@@ -1,4 +1,5 @@
 // Windows come to life here.
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 #include "platform/user/peer_events.h"
@@ -98,7 +99,7 @@ using namespace platform;
 
 HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD style,
                             int x, int y, int width, int height, HWND parent, HMENU menu,
-                            HINSTANCE instance, LPVOID parameter) {
+                            HINSTANCE instance, LPVOID parameter) try {
   const auto windowClass = FindWindowClass(instance, className);
   if (windowClass == nullptr) {
     ::SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
@@ -119,4 +120,6 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
   if (!SendCreation(window, creation)) return nullptr;
   if ((style & WS_VISIBLE) != 0) SetShown(window, true, true);
   return window->IsLive() ? window->handle : nullptr;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }

@@ -1,5 +1,6 @@
 #include "platform/user/window_destruction.h"
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/focus.h"
 #include "platform/user/window_list.h"
 
@@ -68,7 +69,7 @@ void ForgetWindowsOf(const ThreadQueue& queue) {
 
 using namespace platform;
 
-BOOL WINAPI DestroyWindow(HWND window) {
+BOOL WINAPI DestroyWindow(HWND window) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   if (!found->BelongsToCaller()) {
@@ -77,4 +78,6 @@ BOOL WINAPI DestroyWindow(HWND window) {
   }
   DestroyWithAllItHas(found);
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/gdi/device_context.h"
+#include "platform/kernel/api_result.h"
 #include "platform/user/window.h"
 
 namespace platform {
@@ -39,15 +40,19 @@ DrawOnTarget DrawingOn(const std::shared_ptr<Window>& window) {
 
 using namespace platform;
 
-HDC WINAPI GetDC(HWND window) {
+HDC WINAPI GetDC(HWND window) try {
   using Kind = DeviceContext::Kind;
   if (window == nullptr) return MakeContext(std::make_shared<DeviceContext>(Kind::kScreen));
   const auto found = FindWindowOf(window);
   if (found == nullptr) return nullptr;
   return MakeContext(std::make_shared<DeviceContext>(DrawingOn(found)));
+} catch (...) {
+  return FailedCall<HDC>(nullptr);
 }
 
-int WINAPI ReleaseDC(HWND /*window*/, HDC context) {
+int WINAPI ReleaseDC(HWND /*window*/, HDC context) try {
   using Kind = DeviceContext::Kind;
   return EndContext(context, {Kind::kScreen, Kind::kWindow}) ? 1 : 0;
+} catch (...) {
+  return FailedCall(0);
 }

@@ -1,6 +1,7 @@
 // GetWindowLongPtrW and SetWindowLongPtrW.
 #include <utility>
 
+#include "platform/kernel/api_result.h"
 #include "platform/user/window.h"
 
 namespace platform {
@@ -62,7 +63,7 @@ bool IsOfOwner(int index) {
 
 using namespace platform;
 
-LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) {
+LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
   if (index == GWLP_USERDATA) return found->userData.load();
@@ -75,9 +76,11 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) {
     ::SetLastError(ERROR_INVALID_INDEX);
   }
   return value;
+} catch (...) {
+  return FailedCall(LONG_PTR{0});
 }
 
-LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
+LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
   if (index == GWLP_USERDATA) return found->userData.exchange(value);
@@ -92,4 +95,6 @@ LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
     ::SetLastError(index == GWLP_WNDPROC ? ERROR_INVALID_PARAMETER : ERROR_INVALID_INDEX);
   }
   return before;
+} catch (...) {
+  return FailedCall(LONG_PTR{0});
 }

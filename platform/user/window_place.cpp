@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/focus.h"
 #include "platform/user/painting.h"
@@ -63,10 +64,10 @@ void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT fl
   }
 }
 
-// The origin of the window's client area; null and the screen's own window are at zero.
+// The origin of the window's client area; that of the screen's own window is zero.
 bool OriginOf(HWND window, POINT& origin) {
   origin = {};
-  if (window == nullptr || IsDesktopWindow(window)) return true;
+  if (IsDesktopWindow(window)) return true;
   const auto found = FindWindowOf(window);
   if (found == nullptr) return false;
   return RunOnOwner(found, [&] {
@@ -160,7 +161,7 @@ RECT PlaceAsGiven(int x, int y, int width, int height) {
 using namespace platform;
 
 BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width, int height,
-                         UINT flags) {
+                         UINT flags) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   const bool reorders = (flags & SWP_NOZORDER) == 0 && insertAfter != HWND_TOP;
@@ -174,23 +175,29 @@ BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width,
              [&] { Rearrange(found, PlaceFor(found->place, x, y, width, height, flags), flags); })
              ? TRUE
              : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint) {
+BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint) try {
   if (!::SetWindowPos(window, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE)) {
     return FALSE;
   }
   return repaint ? ::InvalidateRect(window, nullptr, TRUE) : TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetWindowRect(HWND window, LPRECT place) {
+BOOL WINAPI GetWindowRect(HWND window, LPRECT place) try {
   RECT found{};
   if (!PlaceOnScreen(window, place, found)) return FALSE;
   *place = found;
   return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI GetClientRect(HWND window, LPRECT area) {
+BOOL WINAPI GetClientRect(HWND window, LPRECT area) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   if (area == nullptr) {
@@ -199,33 +206,17 @@ BOOL WINAPI GetClientRect(HWND window, LPRECT area) {
   }
   if (IsDesktopWindow(window)) return ::GetWindowRect(window, area);
   return RunOnOwner(found, [&] { *area = ClientAreaOf(*found); }) ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) {
+BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) try {
   POINT origin{};
-  if (point == nullptr || FindWindowOf(window) == nullptr || !OriginOf(window, origin)) {
+  if (point == nullptr || !OriginOf(window, origin)) {
     return FALSE;
   }
   *point = {point->x - origin.x, point->y - origin.y};
   return TRUE;
-}
-
-BOOL WINAPI ClientToScreen(HWND window, LPPOINT point) {
-  POINT origin{};
-  if (point == nullptr || FindWindowOf(window) == nullptr || !OriginOf(window, origin)) {
-    return FALSE;
-  }
-  *point = {point->x + origin.x, point->y + origin.y};
-  return TRUE;
-}
-
-int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count) {
-  POINT source{};
-  POINT target{};
-  if (points == nullptr || !OriginOf(from, source) || !OriginOf(to, target)) return 0;
-  const POINT shift = {source.x - target.x, source.y - target.y};
-  for (UINT index = 0; index < count; ++index) {
-    points[index] = {points[index].x + shift.x, points[index].y + shift.y};
-  }
-  return MAKELONG(shift.x, shift.y);
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -1,5 +1,7 @@
 #include "platform/user/window_relations.h"
 
+#include "platform/kernel/api_result.h"
+
 namespace platform {
 namespace {
 
@@ -47,11 +49,11 @@ bool IsDesktopWindow(HWND window) {
 
 using namespace platform;
 
-HWND WINAPI GetDesktopWindow() {
-  return DesktopWindow();
+HWND WINAPI GetDesktopWindow() try { return DesktopWindow(); } catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
-HWND WINAPI GetParent(HWND window) {
+HWND WINAPI GetParent(HWND window) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr || IsDesktopWindow(window)) return nullptr;
   HWND parent = nullptr;
@@ -61,13 +63,17 @@ HWND WINAPI GetParent(HWND window) {
     if (holder != nullptr) parent = holder->handle;
   });
   return parent;
+} catch (...) {
+  return FailedCall<HWND>(nullptr);
 }
 
-BOOL WINAPI IsChild(HWND parent, HWND window) {
+BOOL WINAPI IsChild(HWND parent, HWND window) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr || FindWindowOf(parent) == nullptr) return FALSE;
   if (parent == window || IsDesktopWindow(window)) return FALSE;
   bool isChild = false;
   RunOnOwner(found, [&] { isChild = IsWithin(*found, parent); });
   return isChild ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

@@ -1,5 +1,6 @@
 #include "platform/user/window_showing.h"
 
+#include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/focus.h"
 #include "platform/user/window_place.h"
@@ -56,7 +57,7 @@ bool IsEnabledWithParents(const Window& window) {
 
 using namespace platform;
 
-BOOL WINAPI ShowWindow(HWND window, int command) {
+BOOL WINAPI ShowWindow(HWND window, int command) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   const bool supported = command == SW_HIDE || command == SW_SHOW || command == SW_SHOWNORMAL ||
@@ -68,16 +69,20 @@ BOOL WINAPI ShowWindow(HWND window, int command) {
     if (supported) SetShown(found, command != SW_HIDE, command != SW_SHOWNOACTIVATE);
   });
   return wasShown ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI IsWindowVisible(HWND window) {
+BOOL WINAPI IsWindowVisible(HWND window) try {
   const auto found = FindWindowOf(window);
   bool shown = false;
   if (found != nullptr) RunOnOwner(found, [&] { shown = IsShownWithParents(*found); });
   return shown ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI EnableWindow(HWND window, BOOL enable) {
+BOOL WINAPI EnableWindow(HWND window, BOOL enable) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
   bool wasDisabled = false;
@@ -86,11 +91,15 @@ BOOL WINAPI EnableWindow(HWND window, BOOL enable) {
     if (wasDisabled == (enable != FALSE)) SetEnabled(found, enable != FALSE);
   });
   return wasDisabled ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }
 
-BOOL WINAPI IsWindowEnabled(HWND window) {
+BOOL WINAPI IsWindowEnabled(HWND window) try {
   const auto found = FindWindowOf(window);
   bool enabled = false;
   if (found != nullptr) RunOnOwner(found, [&] { enabled = !found->IsDisabled(); });
   return enabled ? TRUE : FALSE;
+} catch (...) {
+  return FailedCall(FALSE);
 }

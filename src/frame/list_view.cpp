@@ -15,8 +15,8 @@ void ListView::AddColumn(const std::wstring& heading, int width) const {
   column.mask = LVCF_TEXT | LVCF_WIDTH;
   column.pszText = Borrowed(heading);
   column.cx = width;
-  constexpr WPARAM kBehindTheOthers = 1000;
-  Send(LVM_INSERTCOLUMNW, kBehindTheOthers, reinterpret_cast<LPARAM>(&column));
+  constexpr int kBehindTheOthers = 1000;
+  ListView_InsertColumn(Window(), kBehindTheOthers, &column);
 }
 
 void ListView::SetHeading(int column, const std::wstring& heading) const {
@@ -32,34 +32,18 @@ int ListView::AddRow(const std::wstring& text, LPARAM data) const {
   item.iItem = Count();
   item.pszText = Borrowed(text);
   item.lParam = data;
-  return static_cast<int>(Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
+  return ListView_InsertItem(Window(), &item);
 }
 
 void ListView::SetCell(int row, int column, const std::wstring& text) const {
-  LVITEMW item{};
-  item.iSubItem = column;
-  item.pszText = Borrowed(text);
-  Send(LVM_SETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  ListView_SetItemText(Window(), row, column, Borrowed(text));
 }
 
 std::wstring ListView::Cell(int row, int column) const {
   constexpr int kMaximumLength = 255;
-  std::wstring text(kMaximumLength + 1, L'\0');
-  LVITEMW item{};
-  item.iSubItem = column;
-  item.pszText = text.data();
-  item.cchTextMax = kMaximumLength + 1;
-  const LRESULT length =
-      Send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  text.resize(static_cast<std::size_t>(length));
+  wchar_t text[kMaximumLength + 1] = L"";
+  ListView_GetItemText(Window(), row, column, text, kMaximumLength + 1);
   return text;
-}
-
-void ListView::Check(int row, bool checked) const {
-  LVITEMW item{};
-  item.stateMask = LVIS_STATEIMAGEMASK;
-  item.state = checked ? kChecked : kUnchecked;
-  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 bool ListView::IsCheckChange(const NMHDR& header) {
@@ -75,7 +59,7 @@ void ListView::Sort(const Comparison& compare) const {
   const PFNLVCOMPARE call = [](LPARAM first, LPARAM second, LPARAM comparison) -> int {
     return (*reinterpret_cast<const Comparison*>(comparison))(first, second);
   };
-  Send(LVM_SORTITEMS, reinterpret_cast<WPARAM>(&compare), reinterpret_cast<LPARAM>(call));
+  ListView_SortItems(Window(), call, reinterpret_cast<LPARAM>(&compare));
 }
 
 }  // namespace quillgate

@@ -24,22 +24,26 @@ class ListView : public Control {
   void SetHeading(int column, const std::wstring& heading) const;
   // Makes a column as wide as its texts need; the last one takes all that the others leave.
   void FitColumn(int column) const {
-    Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), LVSCW_AUTOSIZE_USEHEADER);
+    ListView_SetColumnWidth(Window(), column, LVSCW_AUTOSIZE_USEHEADER);
   }
 
   // Removes the rows; the columns stay.
-  void Clear() const { Send(LVM_DELETEALLITEMS); }
-  int Count() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+  void Clear() const { ListView_DeleteAllItems(Window()); }
+  int Count() const { return ListView_GetItemCount(Window()); }
   // Appends a row with the text of its first column, and a number by which Sort knows it. Its
   // index, negative when it cannot be added.
   int AddRow(const std::wstring& text, LPARAM data = 0) const;
   void SetCell(int row, int column, const std::wstring& text) const;
   // At most 255 characters.
   std::wstring Cell(int row, int column) const;
-  bool IsSelected(int row) const { return (State(row) & LVIS_SELECTED) != 0; }
+  bool IsSelected(int row) const {
+    return ListView_GetItemState(Window(), row, LVIS_SELECTED) != 0;
+  }
 
-  void Check(int row, bool checked) const;
-  bool IsChecked(int row) const { return (State(row) & LVIS_STATEIMAGEMASK) == kChecked; }
+  void Check(int row, bool checked) const {
+    ListView_SetCheckState(Window(), row, checked ? TRUE : FALSE);
+  }
+  bool IsChecked(int row) const { return ListView_GetCheckState(Window(), row) == TRUE; }
 
   // Whether a notification that has been received is that of a box that was checked or unchecked.
   static bool IsCheckChange(const NMHDR& header);
@@ -50,16 +54,7 @@ class ListView : public Control {
   void Sort(const Comparison& compare) const;
 
  private:
-  static constexpr UINT kUnchecked = INDEXTOSTATEIMAGEMASK(1);
-  static constexpr UINT kChecked = INDEXTOSTATEIMAGEMASK(2);
-
-  void Extend(DWORD style) const {
-    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));
-  }
-  UINT State(int row) const {
-    return static_cast<UINT>(
-        Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_STATEIMAGEMASK));
-  }
+  void Extend(DWORD style) const { ListView_SetExtendedListViewStyleEx(Window(), style, style); }
 };
 
 }  // namespace quillgate

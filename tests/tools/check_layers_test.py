@@ -51,11 +51,23 @@ class CheckLayers(unittest.TestCase):
                 '#include "platform/user/window.h"',
                 "of a family below",
             ),
+            "exception out of the layer": (
+                "platform/user/c.cpp",
+                "BOOL WINAPI FlashWindow(HWND window, BOOL invert) {\n  return FALSE;\n}",
+                "lets exceptions out",
+            ),
             "unlisted function": (
                 "platform/include/winuser.h",
                 "BOOL WINAPI FlashWindow(HWND window, BOOL invert);",
                 "not in any SUBSET.md",
             ),
+            "function without a caller": (
+                "platform/include/winuser.h",
+                "BOOL WINAPI FlashWindow(HWND window, BOOL invert);",
+                "called by nobody but tests",
+            ),
+            "macro without a user": ("platform/include/a.h", "#define MB_HELP 1", "used by nobody"),
+            "type without a user": ("platform/include/a.h", "using A = int;", "used by nobody"),
             "test that is gone": ("platform/user/SUBSET.md", "- Tests: user/gone_test", "there is no"),
             "layer's inside in a test": (
                 "tests/platform/user/c.cpp",

@@ -11,6 +11,5 @@ BOOL WINAPI ShowCaret(HWND window);
 BOOL WINAPI HideCaret(HWND window);
 BOOL WINAPI SetCaretPos(int x, int y);
 BOOL WINAPI GetCaretPos(LPPOINT place);
-UINT WINAPI GetCaretBlinkTime();
 
 }  // extern "C"

@@ -40,19 +40,11 @@ INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND ow
 HWND WINAPI CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter);
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
-LRESULT WINAPI DefDlgProcW(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 // Gives a message of the dialog, or of a window in it, to whom it is for. False: it is of neither.
 BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message);
-BOOL WINAPI MapDialogRect(HWND dialog, LPRECT area);
 
 HWND WINAPI GetDlgItem(HWND dialog, int id);
 int WINAPI GetDlgCtrlID(HWND window);
-BOOL WINAPI SetDlgItemTextW(HWND dialog, int id, LPCWSTR text);
-UINT WINAPI GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int characters);
-LRESULT WINAPI SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
-BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
-BOOL WINAPI CheckRadioButton(HWND dialog, int firstId, int lastId, int checkedId);
-UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
 // What WM_HELP tells: which window F1 was pressed in, and the number of its help text.
 struct HELPINFO {
   UINT cbSize;
@@ -62,12 +54,9 @@ struct HELPINFO {
   DWORD_PTR dwContextId;
   POINT MousePos;
 };
-using LPHELPINFO = HELPINFO*;
 #define HELPINFO_WINDOW 0x0001
 BOOL WINAPI SetWindowContextHelpId(HWND window, DWORD number);
-DWORD WINAPI GetWindowContextHelpId(HWND window);
 
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
-HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 
 }  // extern "C"

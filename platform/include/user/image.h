@@ -17,7 +17,6 @@ HBITMAP WINAPI LoadBitmapW(HINSTANCE instance, LPCWSTR name);
 BOOL WINAPI DestroyIcon(HICON icon);
 
 #define DI_MASK 0x0001u
-#define DI_IMAGE 0x0002u
 #define DI_NORMAL 0x0003u
 #define DI_DEFAULTSIZE 0x0008u
 BOOL WINAPI DrawIconEx(HDC context, int x, int y, HICON icon, int width, int height, UINT step,

@@ -48,13 +48,11 @@ struct CREATESTRUCTW {
   LPCWSTR lpszClass;
   DWORD dwExStyle;
 };
-using LPCREATESTRUCTW = CREATESTRUCTW*;
 
 #define CS_VREDRAW 0x0001u
 #define CS_HREDRAW 0x0002u
 #define CS_DBLCLKS 0x0008u
 
-#define WS_OVERLAPPED 0x00000000u
 #define WS_POPUP 0x80000000u
 #define WS_CHILD 0x40000000u
 #define WS_VISIBLE 0x10000000u
@@ -78,7 +76,6 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
 BOOL WINAPI DestroyWindow(HWND window);
 BOOL WINAPI IsWindow(HWND window);
 LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-DWORD WINAPI GetWindowThreadProcessId(HWND window, LPDWORD processId);
 
 #define GWLP_WNDPROC (-4)
 #define GWLP_ID (-12)
@@ -127,8 +124,6 @@ BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL re
 BOOL WINAPI GetWindowRect(HWND window, LPRECT place);
 BOOL WINAPI GetClientRect(HWND window, LPRECT area);
 BOOL WINAPI ScreenToClient(HWND window, LPPOINT point);
-BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
-int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count);
 
 BOOL WINAPI GetCursorPos(LPPOINT place);
 #define SM_CXSCREEN 0

@@ -29,7 +29,7 @@ class ListViewTest : public ControlTest {
   void List(DWORD style, DWORD extended = 0) {
     if (list_ != nullptr) ::DestroyWindow(list_);
     list_ = Make(WC_LISTVIEW, LVS_REPORT | LVS_SHOWSELALWAYS | style, L"", 300, 150);
-    ListView_SetExtendedListViewStyle(list_, extended);
+    ListView_SetExtendedListViewStyleEx(list_, extended, extended);
     AddColumn(L"User", 120);
     AddColumn(L"Bytes", 80);
     AddRow(L"anna", L"10", 10);
@@ -74,7 +74,9 @@ class ListViewTest : public ControlTest {
   // As the control knows it and as the user sees it.
   std::vector<int> Selected() const {
     std::vector<int> rows;
-    for (int row = -1; (row = ListView_GetNextItem(list_, row, LVNI_SELECTED)) >= 0;) {
+    LRESULT next = -1;
+    while ((next = Send(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(next), LVNI_SELECTED)) >= 0) {
+      const auto row = static_cast<int>(next);
       rows.push_back(row);
       EXPECT_TRUE(View()->selectionModel()->isRowSelected(row));
     }
@@ -109,9 +111,9 @@ TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsTold) {
   EXPECT_EQ(Cell(3, 1), L"200");
   EXPECT_EQ(Cell(9, 0), L"");
   Told();
-  EXPECT_TRUE(ListView_DeleteItem(list_, 1));
+  EXPECT_TRUE(Send(list_, LVM_DELETEITEM, 1));
   EXPECT_THAT(ToldAtOnce(), ElementsAre("notify 1 -103"));
-  EXPECT_FALSE(ListView_DeleteItem(list_, 7));
+  EXPECT_FALSE(Send(list_, LVM_DELETEITEM, 7));
   LVITEMW asked{};  // its text is asked for when it is shown, which the layer does not do
   asked.mask = LVIF_TEXT;
   asked.pszText = reinterpret_cast<LPWSTR>(LONG_PTR{-1});
@@ -130,16 +132,16 @@ TEST_F(ListViewTest, AnItemIsReadAsFarAsItIsAskedFor) {
   item.iItem = 2;
   item.pszText = text;
   item.cchTextMax = 4;
-  ASSERT_TRUE(ListView_GetItem(list_, &item));
+  ASSERT_TRUE(Send(list_, LVM_GETITEMW, 0, &item));
   EXPECT_STREQ(text, L"car");
   EXPECT_EQ(item.lParam, 200);
   item.iItem = 3;
-  EXPECT_FALSE(ListView_GetItem(list_, &item));
+  EXPECT_FALSE(Send(list_, LVM_GETITEMW, 0, &item));
   item = {};
   item.mask = LVIF_TEXT;
   item.iSubItem = 2;
   item.pszText = text;
-  EXPECT_FALSE(ListView_SetItem(list_, &item)) << "there is no third column";
+  EXPECT_FALSE(Send(list_, LVM_SETITEMW, 0, &item)) << "there is no third column";
 }
 
 TEST_F(ListViewTest, TheFirstColumnIsAlwaysAlignedToTheLeft) {
@@ -151,20 +153,20 @@ TEST_F(ListViewTest, TheFirstColumnIsAlwaysAlignedToTheLeft) {
 }
 
 TEST_F(ListViewTest, WidthsAreSetFittedAndChangedByTheUser) {
-  EXPECT_EQ(ListView_GetColumnWidth(list_, 0), 120);
+  EXPECT_EQ(Send(list_, LVM_GETCOLUMNWIDTH, 0), 120);
   EXPECT_EQ(View()->columnWidth(0), 120);
   EXPECT_TRUE(ListView_SetColumnWidth(list_, 0, 60));
   EXPECT_EQ(View()->columnWidth(0), 60);
   View()->header()->resizeSection(0, 70);
-  EXPECT_EQ(ListView_GetColumnWidth(list_, 0), 70);
+  EXPECT_EQ(Send(list_, LVM_GETCOLUMNWIDTH, 0), 70);
   wchar_t longText[] = L"a name that needs much more room";
   ListView_SetItemText(list_, 1, 0, longText);
   EXPECT_TRUE(ListView_SetColumnWidth(list_, 0, LVSCW_AUTOSIZE));
-  EXPECT_GE(ListView_GetColumnWidth(list_, 0),
+  EXPECT_GE(Send(list_, LVM_GETCOLUMNWIDTH, 0),
             View()->fontMetrics().horizontalAdvance(QString::fromWCharArray(longText)));
   ListView_SetColumnWidth(list_, 0, 100);
   EXPECT_TRUE(ListView_SetColumnWidth(list_, 1, LVSCW_AUTOSIZE_USEHEADER));
-  EXPECT_EQ(ListView_GetColumnWidth(list_, 1), 300 - 2 * View()->frameWidth() - 100);
+  EXPECT_EQ(Send(list_, LVM_GETCOLUMNWIDTH, 1), 300 - 2 * View()->frameWidth() - 100);
   EXPECT_FALSE(ListView_SetColumnWidth(list_, 2, 10));
 }
 
@@ -199,9 +201,9 @@ TEST_F(ListViewTest, TheSelectionGoesWithItsRow) {
   ListView_SetItemState(list_, 1, kFocusedToo, kFocusedToo);
   AddRow(L"zoe", L"1", 1, 0);
   EXPECT_THAT(Selected(), ElementsAre(2));
-  ListView_DeleteItem(list_, 0);
+  Send(list_, LVM_DELETEITEM, 0);
   EXPECT_THAT(Selected(), ElementsAre(1));
-  ListView_DeleteItem(list_, 1);
+  Send(list_, LVM_DELETEITEM, 1);
   EXPECT_THAT(Selected(), IsEmpty());
 }
 
@@ -242,7 +244,7 @@ TEST_F(ListViewTest, CheckBoxesAreClickedAndTold) {
 }
 
 TEST_F(ListViewTest, CheckBoxesComeToRowsThatAreThere) {
-  ListView_SetExtendedListViewStyle(list_, LVS_EX_CHECKBOXES);
+  ListView_SetExtendedListViewStyleEx(list_, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
   EXPECT_EQ(changes_.size(), 3u);
   EXPECT_EQ(ListView_GetItemState(list_, 0, LVIS_STATEIMAGEMASK), 0x1000u);
   EXPECT_EQ(Send(list_, LVM_GETEXTENDEDLISTVIEWSTYLE), LRESULT{LVS_EX_CHECKBOXES});

@@ -22,7 +22,7 @@ class DialogKeyboard : public ::testing::Test {
     });
     ::ShowWindow(dialog_.Create(), SW_SHOW);
     DispatchAll();
-    ::CheckRadioButton(dialog_.Window(), kFirstKind, kThirdKind, kFirstKind);
+    ::SendMessageW(Item(kFirstKind), BM_SETCHECK, BST_CHECKED, 0);
     Focus(kName);
   }
 
@@ -57,7 +57,8 @@ TEST_F(DialogKeyboard, AButtonIsTheDefaultOneWhileItHasTheKeyboard) {
 }
 
 TEST_F(DialogKeyboard, TabComesToTheChosenButtonOfAGroup) {
-  ::CheckRadioButton(dialog_.Window(), kFirstKind, kThirdKind, kSecondKind);
+  ::SendMessageW(Item(kFirstKind), BM_SETCHECK, BST_UNCHECKED, 0);
+  ::SendMessageW(Item(kSecondKind), BM_SETCHECK, BST_CHECKED, 0);
   EXPECT_EQ(Press(VK_TAB), kSecondKind);
   EXPECT_EQ(Press(VK_TAB), kCheck);
 }
@@ -84,7 +85,7 @@ TEST_F(DialogKeyboard, ArrowsChooseInsideTheGroupOnly) {
                                 {VK_LEFT, kSecondKind}}) {
     EXPECT_EQ(Press(static_cast<WPARAM>(key)), id);
     for (const int each : {kFirstKind, kSecondKind, kThirdKind}) {
-      EXPECT_EQ(::IsDlgButtonChecked(dialog_.Window(), each), each == id ? 1u : 0u) << each;
+      EXPECT_EQ(::SendMessageW(Item(each), BM_GETCHECK, 0, 0), each == id ? 1 : 0) << each;
     }
   }
 }

@@ -91,7 +91,7 @@ TEST_F(DialogProcedure, TheDefaultButtonCanBeAskedForAndChanged) {
   EXPECT_EQ(::SendMessageW(window, DM_GETDEFID, 0, 0), MAKELONG(IDOK, DC_HASDEFID));
   EXPECT_EQ(::SendMessageW(window, DM_SETDEFID, IDCANCEL, 0), TRUE);
   EXPECT_EQ(::SendMessageW(window, DM_GETDEFID, 0, 0), MAKELONG(IDCANCEL, DC_HASDEFID));
-  const LRESULT code = ::SendDlgItemMessageW(window, IDCANCEL, WM_GETDLGCODE, 0, 0);
+  const LRESULT code = ::SendMessageW(::GetDlgItem(window, IDCANCEL), WM_GETDLGCODE, 0, 0);
   EXPECT_NE(code & DLGC_DEFPUSHBUTTON, 0);
 }
 
@@ -105,16 +105,6 @@ TEST_F(DialogProcedure, WmNextDlgCtlMovesTheKeyboard) {
     ::SendMessageW(window, WM_NEXTDLGCTL, next, isHandle);
     EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), focused);
   }
-}
-
-TEST_F(DialogProcedure, TextsOfControlsAreSetAndReadByNumber) {
-  const HWND window = dialog_.Create();
-  EXPECT_TRUE(::SetDlgItemTextW(window, kName, L"changed"));
-  wchar_t text[5] = L"";
-  EXPECT_EQ(::GetDlgItemTextW(window, kName, text, 5), 4u);
-  EXPECT_STREQ(text, L"chan");
-  EXPECT_EQ(::GetDlgItemTextW(window, 4711, text, 5), 0u);
-  EXPECT_STREQ(text, L"");
 }
 
 TEST_F(DialogProcedure, ClosingAsksForCancelUnlessThatIsDisabled) {

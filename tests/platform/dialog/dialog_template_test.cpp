@@ -30,23 +30,14 @@ TEST_F(DialogTemplate, ADialogHasTheTextsNumbersAndPlacesOfItsTemplate) {
   EXPECT_EQ(TextOf(window), L"Größe \U0001D11E");
   const HWND label = ::GetDlgItem(window, 1001);
   EXPECT_EQ(TextOf(label), L"&Name:");
-  EXPECT_EQ(::GetWindowContextHelpId(label), 0x80690001u);
   EXPECT_EQ(::GetDlgCtrlID(::GetDlgItem(window, IDOK)), IDOK);
   EXPECT_EQ(::GetParent(label), window);
-
-  RECT units = {4, 8, 44, 24};
-  ASSERT_TRUE(::MapDialogRect(window, &units));
-  RECT place{};
-  ::GetWindowRect(label, &place);
-  ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
-  EXPECT_EQ(place.left, units.left);
-  EXPECT_EQ(place.top, units.top);
-  EXPECT_EQ(place.right, units.right);
-  EXPECT_EQ(place.bottom, units.bottom);
 }
 
 TEST_F(DialogTemplate, UnitsFollowTheDialogsFont) {
-  const HWND window = dialog_.Create();
+  TemplateBytes bytes(kDialogStyle, {0, 0, 100, 50}, u"Units");
+  bytes.Item(u"Static", 1001, kItem, {4, 8, 40, 16}, u"");
+  const HWND window = dialog_.Create(AddTemplate(bytes));
   const HDC context = ::GetDC(window);
   const HGDIOBJ before =
       ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageW(window, WM_GETFONT, 0, 0)));
@@ -55,10 +46,15 @@ TEST_F(DialogTemplate, UnitsFollowTheDialogsFont) {
   ::GetTextExtentPoint32W(context, letters.c_str(), static_cast<int>(letters.size()), &extent);
   ::SelectObject(context, before);
   ::ReleaseDC(window, context);
-  RECT units = {0, 0, 4, 8};
-  ASSERT_TRUE(::MapDialogRect(window, &units));
-  EXPECT_EQ(units.right, (extent.cx / 26 + 1) / 2);
-  EXPECT_EQ(units.bottom, extent.cy);
+  const LONG averageWidth = (extent.cx / 26 + 1) / 2;
+  RECT place{};
+  ::GetWindowRect(::GetDlgItem(window, 1001), &place);
+  POINT corner = {place.left, place.top};
+  ::ScreenToClient(window, &corner);
+  EXPECT_EQ(corner.x, ::MulDiv(4, averageWidth, 4));
+  EXPECT_EQ(corner.y, ::MulDiv(8, extent.cy, 8));
+  EXPECT_EQ(place.right - place.left, ::MulDiv(40, averageWidth, 4));
+  EXPECT_EQ(place.bottom - place.top, ::MulDiv(16, extent.cy, 8));
 }
 
 TEST_F(DialogTemplate, BytesThatEndTooEarlyMakeNoDialog) {

@@ -36,7 +36,7 @@ void ScriptedDialog::EndOnCommands() {
   On(WM_COMMAND, [](HWND dialog, WPARAM wParam, LPARAM) -> INT_PTR {
     constexpr LRESULT kPush = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
     const int id = LOWORD(wParam);
-    const LRESULT code = ::SendDlgItemMessageW(dialog, id, WM_GETDLGCODE, 0, 0);
+    const LRESULT code = ::SendMessageW(::GetDlgItem(dialog, id), WM_GETDLGCODE, 0, 0);
     if ((code & kPush) != 0 && HIWORD(wParam) == BN_CLICKED) ::EndDialog(dialog, id);
     return TRUE;
   });

@@ -56,7 +56,6 @@ TEST_F(Drawing, TextStaysWithinItsExtent) {
 
 TEST_F(Drawing, OpaqueTextCoversWhatIsBehindIt) {
   const DrawingSurface surface(100, 40);
-  EXPECT_EQ(::GetBkMode(surface.Get()), OPAQUE);
   EXPECT_EQ(::SetBkColor(surface.Get(), kBlue), kWhite);
   ::TextOutW(surface.Get(), 5, 5, L"  ", 2);
   const SIZE size = ExtentOf(surface.Get(), L"  ");

@@ -56,7 +56,6 @@ TEST_F(FailingCalls, ADestroyedWindowIsAnInvalidHandle) {
       {"KillTimer", [&] { return ::KillTimer(stale, 1); }, kNoWindow},
       {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(stale, GWLP_WNDPROC); }, kNoWindow},
       {"SetWindowLongPtrW", [&] { return ::SetWindowLongPtrW(stale, GWLP_WNDPROC, 1); }, kNoWindow},
-      {"its thread", [&] { return ::GetWindowThreadProcessId(stale, nullptr); }, kNoWindow},
       {"SetWindowTextW", [&] { return ::SetWindowTextW(stale, L""); }, kNoWindow},
       {"ShowWindow", [&] { return ::ShowWindow(stale, SW_SHOW); }, kNoWindow},
       {"IsWindowVisible", [&] { return ::IsWindowVisible(stale); }, kNoWindow},
@@ -70,7 +69,6 @@ TEST_F(FailingCalls, ADestroyedWindowIsAnInvalidHandle) {
       {"ScreenToClient", [&] { return ::ScreenToClient(stale, &point_); }, kNoWindow},
       {"ScreenToClient", [&] { return ::ScreenToClient(nullptr, &point_); }, kNoWindow},
       {"MoveWindow", [&] { return ::MoveWindow(stale, 0, 0, 0, 0, FALSE); }, kNoWindow},
-      {"MapWindowPoints", [&] { return ::MapWindowPoints(stale, nullptr, &point_, 1); }, kNoWindow},
       {"GetScrollRange", [&] { return ::GetScrollRange(stale, SB_VERT, &end, &end); }, kNoWindow},
   });
   EXPECT_THAT(recording_.Take(), IsEmpty());

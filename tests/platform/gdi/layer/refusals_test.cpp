@@ -35,7 +35,6 @@ TEST_F(Refusals, HandlesOfNoContextFailWithInvalidHandle) {
         {"DrawText", [&] { return ::DrawTextW(none, text, -1, &area, DT_LEFT); }, kHandle},
         {"FillRect", [&] { return ::FillRect(none, &area, white); }, kHandle},
         {"GetPixel", [&] { return ::GetPixel(none, 0, 0) != CLR_INVALID; }, kHandle},
-        {"GetROP2", [&] { return ::GetROP2(none); }, kHandle},
         {"GetTextExtent", [&] { return ::GetTextExtentPoint32W(none, text, 4, &size); }, kHandle},
         {"GetTextMetrics", [&] { return ::GetTextMetricsW(none, &metrics); }, kHandle},
         {"Rectangle", [&] { return ::Rectangle(none, 0, 0, 4, 4); }, kHandle},
@@ -137,7 +136,7 @@ TEST_F(Refusals, UnknownStylesAndMissingDataFailWithInvalidParameter) {
       {"box's area", [&] { return ::DrawFrameControl(context, nullptr, DFC_BUTTON, 0); },
        kParameter},
   });
-  EXPECT_EQ(::GetROP2(context), R2_COPYPEN);
+  EXPECT_EQ(::SetROP2(context, R2_NOT), R2_COPYPEN);
   EXPECT_EQ(surface.Ink(), std::nullopt);
 }
 

@@ -26,7 +26,6 @@ std::wstring Information(LCID locale, LCTYPE type) {
 TEST(UserLocale, IsWhatTheMachineSays) {
   platform::SimulatedMachine machine;
   machine.SetLocale(kSwedish, 5);
-  EXPECT_EQ(::GetSystemDefaultLangID(), kSwedish);
   EXPECT_EQ(::GetSystemDefaultUILanguage(), kSwedish);
   for (const LCID locale : {LOCALE_USER_DEFAULT, LOCALE_SYSTEM_DEFAULT}) {
     EXPECT_EQ(Information(locale, LOCALE_IFIRSTDAYOFWEEK), L"5");
@@ -47,7 +46,7 @@ TEST(UserLocale, WithoutASimulatedOneTheEnvironmentDecides) {
       ::unsetenv(name);
   };
   clear();
-  EXPECT_EQ(::GetSystemDefaultLangID(), kEnglish);
+  EXPECT_EQ(::GetSystemDefaultUILanguage(), kEnglish);
   const std::tuple<const char*, const char*, LANGID, const wchar_t*> cases[] = {
       // Each case stays in force below the next ones, which go before it.
       {"LANG", "sv_SE.UTF-8", 0x41D, L"0"},
@@ -62,7 +61,7 @@ TEST(UserLocale, WithoutASimulatedOneTheEnvironmentDecides) {
   };
   for (const auto& [name, value, language, firstDay] : cases) {
     ::setenv(name, value, 1);
-    EXPECT_EQ(::GetSystemDefaultLangID(), language) << value;
+    EXPECT_EQ(::GetSystemDefaultUILanguage(), language) << value;
     if (firstDay == nullptr) continue;
     EXPECT_EQ(Information(LOCALE_USER_DEFAULT, LOCALE_IFIRSTDAYOFWEEK), firstDay) << value;
   }

@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "platform/dialog/message_box.h"
 #include "platform/kit/failing_call.h"
 #include "platform/kit/recording_window.h"
 #include "platform/testing/simulated_machine.h"
@@ -25,6 +26,17 @@ TEST(NoDesktop, WhatTakesTheUserFails) {
   });
   EXPECT_THAT(::testing::internal::GetCapturedStderr(),
               ::testing::HasSubstr("Program: Disk is full"));
+}
+
+TEST(NoDesktop, AnExceptionInsideTheLayerIsAFailureToItsCaller) {
+  const std::function<void()> throws[] = {[] { throw std::bad_alloc(); }, [] { throw 1; }};
+  const DWORD errors[] = {ERROR_NOT_ENOUGH_MEMORY, ERROR_GEN_FAILURE};
+  for (const std::size_t each : {0, 1}) {
+    platform::SetMessageBoxResponder([&](const auto&) { return throws[each](), IDOK; });
+    ExpectFailures(
+        {{"MessageBoxW", [] { return ::MessageBoxW(nullptr, L"", L"", MB_OK); }, errors[each]}});
+  }
+  platform::SetMessageBoxResponder({});
 }
 
 TEST(NoDesktop, NoKeyIsDown) {
