@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/controls/control_peers.h"
+#include "platform/gdi/bitmap.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
@@ -94,9 +95,10 @@ void StaticControl::ShowIcon(HICON icon) {
 }
 
 void StaticControl::ShowPicture(HBITMAP bitmap) {
-  auto picture = PictureOf(bitmap);
-  if (picture != nullptr) TakeSize(picture->width, picture->height);
-  if (Peer() != nullptr) Peer()->SetPicture(std::move(picture));
+  const auto shown = BitmapOf(bitmap);
+  if (shown != nullptr) TakeSize(shown->Size().cx, shown->Size().cy);
+  if (Peer() == nullptr) return;
+  Peer()->SetPicture(shown != nullptr ? &shown->Surface(Desktop().Graphics()) : nullptr);
 }
 
 void StaticControl::TakeSize(int width, int height) {

@@ -20,7 +20,8 @@ class StaticPeer : public WindowPeer {
  public:
   // Shown instead of the text; null: nothing is shown.
   virtual void SetIcon(std::shared_ptr<const IconImages> icon) = 0;
-  virtual void SetPicture(std::shared_ptr<const Image> picture) = 0;
+  // What stands on the canvas of a bitmap now.
+  virtual void SetPicture(const Canvas* picture) = 0;
 };
 
 }  // namespace platform

@@ -1,6 +1,8 @@
-// Bitmaps: a picture from a resource until somebody draws on it, from then on a canvas of the
-// desktop module. A bitmap is used by one thread at a time.
+// Bitmaps: a picture from a resource until somebody draws on it or shows it, from then on a canvas
+// of the desktop module. A bitmap is used by one thread at a time.
 #pragma once
+
+#include <optional>
 
 #include "platform/gdi/graphics_backend.h"
 #include "platform/gdi/image.h"
@@ -10,24 +12,22 @@ namespace platform {
 
 class Bitmap final : public Selectable {
  public:
-  explicit Bitmap(Image picture);
-  // A black one, to be drawn on.
-  explicit Bitmap(SIZE size) : size_(size) {}
+  // Of the picture, made larger or smaller to that size; without one it is black.
+  explicit Bitmap(SIZE size, std::optional<Image> picture = std::nullopt)
+      : size_(size), picture_(picture) {}
 
   SIZE Size() const { return size_; }
-  // What to draw on, made when it is first asked for. Window thread.
+  // What to draw on and to show, made when it is first asked for. Window thread.
   Canvas& Surface(GraphicsBackend& graphics);
-  // The picture as it stands, at 96 pixels to the inch; null when it cannot be read.
-  std::shared_ptr<const Image> Picture() const;
 
  private:
-  std::shared_ptr<const Image> PictureOfSurface() const;
-
   SIZE size_;
-  std::shared_ptr<const Image> picture_;
+  std::optional<Image> picture_;
   std::unique_ptr<Canvas> surface_;
 };
 
 HBITMAP InsertBitmap(std::shared_ptr<Bitmap> bitmap);
+// Null when the handle is not live, or of another kind.
+std::shared_ptr<Bitmap> BitmapOf(HBITMAP bitmap);
 
 }  // namespace platform

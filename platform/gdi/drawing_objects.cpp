@@ -97,11 +97,6 @@ std::optional<LOGFONTW> FontOf(HFONT font) {
   return found != nullptr ? std::optional(found->description) : std::nullopt;
 }
 
-std::shared_ptr<const Image> PictureOf(HBITMAP bitmap) {
-  const auto found = Resolve<Bitmap>(HandleKind::kBitmap, bitmap);
-  return found != nullptr ? found->Picture() : nullptr;
-}
-
 }  // namespace platform
 
 extern "C" {

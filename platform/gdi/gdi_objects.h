@@ -1,4 +1,4 @@
-// What the handles of fonts and images stand for, for the families that show them. Any thread.
+// What the handles of fonts and icons stand for, for the families that show them. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -15,6 +15,5 @@ std::optional<LOGFONTW> FontOf(HFONT font);
 
 // Null when the handle is not live, or of another kind.
 std::shared_ptr<const IconImages> IconOf(HICON icon);
-std::shared_ptr<const Image> PictureOf(HBITMAP bitmap);
 
 }  // namespace platform

@@ -1,13 +1,11 @@
 #include "platform/gdi/icon_group.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 
-#include "platform/gdi/dib.h"
-#include "platform/gdi/png.h"
-#include "platform/gdi/scaling.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -45,44 +43,30 @@ std::vector<GroupEntry> EntriesOf(ByteView group) {
   return entries;
 }
 
-std::optional<Image> Decode(ByteView bytes) {
-  return IsPng(bytes) ? DecodePng(bytes) : DecodeIconBitmap(bytes);
+// A side of 256 does not fit into its byte.
+int SideOf(std::uint8_t side) {
+  return side != 0 ? side : 256;
 }
 
 }  // namespace
 
-std::vector<Image> DecodeIconGroup(ByteView group, const IconEntrySource& entryOf) {
+std::vector<Image> ReadIconGroup(ByteView group, const IconEntrySource& entryOf) {
   std::vector<GroupEntry> entries = EntriesOf(group);
   std::ranges::stable_sort(entries, std::greater(), &GroupEntry::bitCount);
   std::map<std::pair<int, int>, Image> bySize;
   for (const GroupEntry& entry : entries) {
-    auto image = Decode(entryOf(entry.number));
-    if (!image.has_value()) {
-      LogLine("icon: picture " + std::to_string(entry.number) + " cannot be read");
-      continue;
+    const std::pair size(SideOf(entry.width), SideOf(entry.height));
+    const ByteView bytes = entryOf(entry.number);
+    if (bytes.empty()) {
+      LogLine("icon: picture " + std::to_string(entry.number) + " is missing");
+    } else {
+      bySize.try_emplace(size, Image{ImageFormat::kIcon, size.first, size.second, bytes});
     }
-    const std::pair size(image->width, image->height);
-    bySize.try_emplace(size, std::move(*image));
   }
   std::vector<Image> pictures;
-  for (auto& [size, image] : bySize)
-    pictures.push_back(std::move(image));
+  for (const auto& [size, image] : bySize)
+    pictures.push_back(image);
   return pictures;
-}
-
-IconImages IconOfSize(std::vector<Image> pictures, int width, int height) {
-  // They come in the order of their sizes.
-  const auto suffices = [&](const Image& image) {
-    return image.width >= width && image.height >= height;
-  };
-  auto best = std::ranges::find_if(pictures, suffices);
-  if (best == pictures.end()) --best;
-  if (best->width == width && best->height == height) {
-    std::rotate(pictures.begin(), best, best + 1);
-  } else {
-    pictures.insert(pictures.begin(), Scaled(*best, width, height));
-  }
-  return {width, height, std::move(pictures)};
 }
 
 }  // namespace platform

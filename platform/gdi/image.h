@@ -1,23 +1,31 @@
-// Pixels of icons and bitmaps, as plain data. Immutable once shared; any thread.
+// Pictures of icons and bitmaps as the resources hold them; the desktop module decodes a picture
+// when it first shows it. Immutable; any thread.
 #pragma once
 
-#include <cstdint>
 #include <vector>
+
+#include "platform/kernel/byte_view.h"
 
 namespace platform {
 
-// Rows from the top, each pixel 0xAARRGGBB with the colours not multiplied by alpha.
-struct Image {
-  int width = 0;
-  int height = 0;
-  std::vector<std::uint32_t> pixels;
+enum class ImageFormat {
+  kIcon,    // an RT_ICON resource: a PNG file, or a device-independent bitmap and its mask
+  kBitmap,  // an RT_BITMAP resource: a device-independent bitmap
 };
 
-// One icon at its nominal size, with further sizes of the same picture for screens that scale.
+struct Image {
+  ImageFormat format = ImageFormat::kBitmap;
+  int width = 0;  // in pixels
+  int height = 0;
+  ByteView bytes;  // of a resource, which stays as long as the process
+};
+
+// One icon at its nominal size, and its pictures in the order of their sizes: the one that fits the
+// screen best is drawn.
 struct IconImages {
   int width = 0;
   int height = 0;
-  std::vector<Image> images;  // the one of the nominal size first
+  std::vector<Image> images;
 };
 
 }  // namespace platform

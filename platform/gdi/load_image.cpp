@@ -1,15 +1,16 @@
 // Icons and bitmaps from the executable's resources.
 #include <windows.h>
 
+#include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "platform/gdi/bitmap.h"
-#include "platform/gdi/dib.h"
 #include "platform/gdi/gdi_objects.h"
 #include "platform/gdi/icon_group.h"
-#include "platform/gdi/scaling.h"
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/resources.h"
@@ -49,12 +50,12 @@ void* Fail(DWORD error) {
 HICON LoadIconOf(const Request& request, bool isShared) {
   const ByteView group = FindResourceBytes(kIconGroupType, request.name);
   if (group.empty()) return nullptr;
-  std::vector<Image> pictures = DecodeIconGroup(
+  std::vector<Image> pictures = ReadIconGroup(
       group, [](std::uint16_t number) { return FindResourceBytes(kIconType, number); });
   if (pictures.empty()) return static_cast<HICON>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
   const int width = request.width != 0 ? request.width : pictures.front().width;
   const int height = request.height != 0 ? request.height : pictures.front().height;
-  auto icon = std::make_shared<Icon>(IconOfSize(std::move(pictures), width, height), isShared);
+  auto icon = std::make_shared<Icon>(IconImages{width, height, std::move(pictures)}, isShared);
   return static_cast<HICON>(Handles().Insert(HandleKind::kIcon, std::move(icon)));
 }
 
@@ -70,18 +71,34 @@ HICON LoadSharedIcon(const Request& request) {
   return icon;
 }
 
+struct InfoHeader {  // the beginning of a BITMAPINFOHEADER
+  std::uint32_t size;
+  std::int32_t width;
+  std::int32_t height;  // negative: the rows come from the top
+};
+
+// Nothing when the bytes do not begin like a bitmap of a size that can be shown.
+std::optional<Image> ReadBitmap(ByteView bytes) {
+  constexpr std::int32_t kLongestBitmapSide = 8192;
+  const auto header = ReadAt<InfoHeader>(bytes, 0);
+  const auto isSide = [](std::int32_t side) { return side > 0 && side <= kLongestBitmapSide; };
+  if (!header.has_value() || header->height < -kLongestBitmapSide) return std::nullopt;
+  const std::int32_t height = std::abs(header->height);
+  if (!isSide(header->width) || !isSide(height)) return std::nullopt;
+  return Image{ImageFormat::kBitmap, header->width, height, bytes};
+}
+
 HBITMAP LoadBitmapOf(const Request& request) {
   const ByteView bytes = FindResourceBytes(kBitmapType, request.name);
   if (bytes.empty()) return nullptr;
-  auto image = DecodeBitmap(bytes);
-  if (!image.has_value()) {
+  const auto picture = ReadBitmap(bytes);
+  if (!picture.has_value()) {
     LogLine("bitmap: picture " + std::to_string(request.name) + " cannot be read");
     return static_cast<HBITMAP>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
   }
-  const int width = request.width != 0 ? request.width : image->width;
-  const int height = request.height != 0 ? request.height : image->height;
-  if (width != image->width || height != image->height) image = Scaled(*image, width, height);
-  return InsertBitmap(std::make_shared<Bitmap>(std::move(*image)));
+  const LONG width = request.width != 0 ? request.width : picture->width;
+  const LONG height = request.height != 0 ? request.height : picture->height;
+  return InsertBitmap(std::make_shared<Bitmap>(SIZE{width, height}, *picture));
 }
 
 bool IsSide(int length) {

@@ -5,6 +5,7 @@
 
 #include "platform/qt/qt_check_box.h"
 #include "platform/qt/qt_colour.h"
+#include "platform/qt/qt_image.h"
 #include "platform/qt/qt_peer.h"
 #include "platform/qt/qt_shown_font.h"
 
@@ -23,18 +24,6 @@ QPainter::CompositionMode ModeOf(RasterOperation operation) {
       break;
   }
   return QPainter::CompositionMode_Source;
-}
-
-// The pixels stay the image's own.
-QImage BorrowedImage(const Image& image) {
-  const auto* bytes = reinterpret_cast<const uchar*>(image.pixels.data());
-  return QImage(bytes, image.width, image.height, image.width * 4, QImage::Format_ARGB32);
-}
-
-// Null when they cannot be read.
-const QImage* PixelsOf(const Canvas& canvas) {
-  const auto* painted = dynamic_cast<const QtCanvas*>(&canvas);
-  return painted != nullptr ? painted->Pixels() : nullptr;
 }
 
 // The same pixels, not copied as those of an image that is painted on otherwise are.
@@ -79,10 +68,9 @@ class PainterState {
 };
 
 void DrawImage(QPainter& painter, const Image& image, const RECT& area) {
-  if (image.pixels.empty()) return;
   const PainterState state(painter);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  painter.drawImage(QRectF(QtRect(area)), BorrowedImage(image));
+  painter.drawImage(QRectF(QtRect(area)), DecodedImage(image));
 }
 
 }  // namespace
@@ -153,6 +141,20 @@ std::optional<COLORREF> QtCanvas::PixelAt(POINT place) {
   const bool isClipped =
       painter_.hasClipping() && !painter_.clipRegion().contains(QPoint(place.x, place.y));
   return isClipped ? std::nullopt : ReadPixel(*pixels_, place);
+}
+
+const QImage* PixelsOf(const Canvas& canvas) {
+  const auto* painted = dynamic_cast<const QtCanvas*>(&canvas);
+  return painted != nullptr ? painted->Pixels() : nullptr;
+}
+
+QPixmap PixmapOf(const IconImages& icon, double pixelRatio) {
+  QPixmap pixmap(QSize(icon.width, icon.height) * pixelRatio);
+  pixmap.setDevicePixelRatio(pixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  QtCanvas(painter).DrawIcon(icon, {0, 0, icon.width, icon.height});
+  return pixmap;
 }
 
 QtPaintedImage::QtPaintedImage(SIZE size, double pixelRatio)

@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QPixmap>
 
 #include "platform/gdi/canvas.h"
 
@@ -37,6 +38,11 @@ class QtCanvas : public Canvas {
   QPainter& painter_;
   const QImage* pixels_;
 };
+
+// What stands on a canvas; null when that cannot be read.
+const QImage* PixelsOf(const Canvas& canvas);
+// The icon at its nominal size on a screen of so many pixels for one of the layer's.
+QPixmap PixmapOf(const IconImages& icon, double pixelRatio);
 
 // A picture with a painter on it that stays active, since beginning takes longer than most drawing.
 struct QtPaintedImage {

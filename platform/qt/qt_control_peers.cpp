@@ -1,17 +1,9 @@
 #include "platform/qt/qt_control_peers.h"
 
-#include <QImage>
-
 namespace platform {
 
 Qt::FocusPolicy FocusPolicyOf(DWORD style) {
   return (style & WS_TABSTOP) != 0 ? Qt::StrongFocus : Qt::ClickFocus;
-}
-
-QPixmap PixmapOf(const Image& image) {
-  const QImage borrowed(reinterpret_cast<const uchar*>(image.pixels.data()), image.width,
-                        image.height, QImage::Format_ARGB32);
-  return QPixmap::fromImage(borrowed.copy());
 }
 
 int QtPosition(const QString& text, int position) {

@@ -31,8 +31,6 @@ class QtControlPeers final : public ControlPeers {
 // How a control takes the keyboard: all do by a click, those with WS_TABSTOP by Tab too.
 Qt::FocusPolicy FocusPolicyOf(DWORD style);
 
-QPixmap PixmapOf(const Image& image);
-
 // A position in a text, in characters of the layer and in units of Qt, which counts the characters
 // beyond U+FFFF twice.
 int QtPosition(const QString& text, int position);

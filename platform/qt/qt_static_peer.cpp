@@ -1,12 +1,12 @@
 // Static controls: Qt's label, drawing its text as Windows does.
 #include <QEvent>
-#include <QIcon>
 #include <QKeySequence>
 #include <QLabel>
 #include <QPainter>
 #include <QShortcutEvent>
 #include <QStyle>
 
+#include "platform/qt/qt_canvas.h"
 #include "platform/qt/qt_control_peers.h"
 #include "platform/qt/qt_dialog_keys.h"
 
@@ -102,16 +102,14 @@ class QtStaticPeer final : public QtControlPeer<StaticPeer> {
       label_->clear();
       return;
     }
-    QIcon sizes;
-    for (const Image& image : icon->images)
-      sizes.addPixmap(PixmapOf(image));
-    label_->setPixmap(sizes.pixmap(QSize(icon->width, icon->height), label_->devicePixelRatio()));
+    label_->setPixmap(PixmapOf(*icon, label_->devicePixelRatio()));
   }
-  void SetPicture(std::shared_ptr<const Image> picture) override {
-    if (picture == nullptr) {
+  void SetPicture(const Canvas* picture) override {
+    const QImage* pixels = picture != nullptr ? PixelsOf(*picture) : nullptr;
+    if (pixels == nullptr) {
       label_->clear();
     } else {
-      label_->setPixmap(PixmapOf(*picture));
+      label_->setPixmap(QPixmap::fromImage(pixels->copy()));
     }
   }
 

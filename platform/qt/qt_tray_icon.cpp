@@ -3,9 +3,10 @@
 #include <shellapi.h>
 
 #include <QApplication>
-#include <QImage>
 #include <QPixmap>
 #include <chrono>
+
+#include "platform/qt/qt_image.h"
 
 namespace platform {
 namespace {
@@ -15,11 +16,8 @@ constexpr std::chrono::milliseconds kTimeToDock{500};
 
 QIcon MadeIcon(const IconImages& images) {
   QIcon icon;
-  for (const Image& each : images.images) {
-    const auto* bytes = reinterpret_cast<const uchar*>(each.pixels.data());
-    const QImage image(bytes, each.width, each.height, each.width * 4, QImage::Format_ARGB32);
-    icon.addPixmap(QPixmap::fromImage(image.copy()));
-  }
+  for (const Image& each : images.images)
+    icon.addPixmap(QPixmap::fromImage(DecodedImage(each)));
   return icon;
 }
 

@@ -21,7 +21,6 @@ constexpr DWORD kRed = 0xFFFF0000;
 constexpr DWORD kGreen = 0xFF00FF00;
 constexpr DWORD kBlue = 0xFF0000FF;
 constexpr DWORD kWhite = 0xFFFFFFFF;
-constexpr DWORD kYellow = 0xFFFFFF00;
 
 template <class Unit>
 Bytes BytesOf(const std::vector<Unit>& units) {
@@ -55,29 +54,15 @@ Bytes Rows24(const Pixels& pixels) {
   return BytesOf(rows);
 }
 
-// Two rows of a byte, each filled up to four.
-Bytes Rows8(DWORD lower, DWORD upper) {
-  return BytesOf<DWORD>({lower, upper});
-}
-
-const Bytes kColours4 = WithoutAlpha({kRed, kGreen, kBlue, kWhite});
-const Bytes kBlackAndYellow = WithoutAlpha({0, kYellow});
-const Bytes kRowsOf1 = Rows8(0x80, 0x40);
-// Leaves out the upper right pixel; what stands there does not show.
-const Bytes kMask = Rows8(0, 0x40);
-const Bytes kNoMask = Rows8(0, 0);
-
 const Pixels kPng = {0x474E5089, 0x0A1A0A0D, 0x0D000000, 0x52444849, 0x02000000,
                      0x02000000, 0x00000608, 0x0DB67200, 0x00000024, 0x41444916,
                      0x63DA7854, 0xF0C0CFF8, 0x9393939F, 0x80314801, 0x2F01FFD8,
                      0xB7160628, 0x004C77C1, 0x49000000, 0xAE444E45, 0x00826042};
 
-// A square of one colour with 32 bits, or with 4 from a palette of 16, and its mask.
-Bytes Square(std::size_t side, DWORD bitCount, DWORD colour) {
-  const Bytes pixels = bitCount == 4 ? WithoutAlpha(Pixels(16, colour)) + Bytes(side * side / 2)
-                                     : BytesOf(Pixels(side * side, colour));
+// A square of one colour, and its mask.
+Bytes Square(std::size_t side, DWORD colour) {
   const int width = static_cast<int>(side);
-  return Header(width, 2 * width, bitCount, 0) + pixels + Bytes(4 * side);
+  return Header(width, 2 * width, 32, 0) + BytesOf(Pixels(side * side, colour)) + Bytes(4 * side);
 }
 
 struct Picture {
@@ -103,16 +88,12 @@ struct Entry {
 
 void AddBitmaps(std::deque<Entry>& entries) {
   const auto add = [&](WORD name, Bytes bytes) { entries.push_back({kBitmapType, name, bytes}); };
-  const Pixels lowerFirst = {kBlue, kWhite, kRed, kGreen};
-  const Pixels upperFirst = {kRed, kGreen, kBlue, kWhite};
-  const Bytes whole = Header(2, 2, 24, 0) + Rows24(lowerFirst);
-  add(kBitmap24, whole);
-  add(kBitmapCut, Bytes(whole.begin(), whole.end() - 1));
-  add(kBitmapFromTop, Header(2, -2, 24, 0) + Rows24(upperFirst));
-  add(kBitmap32, Header(2, 2, 32, 0) + WithoutAlpha(lowerFirst));
-  add(kBitmap8, Header(2, 2, 8, 4) + kColours4 + Rows8(0x0302, 0x0100));
-  add(kBitmap4, Header(2, 2, 4, 4) + kColours4 + Rows8(0x23, 0x01));
-  add(kBitmap1, Header(2, 2, 1, 0) + kBlackAndYellow + kRowsOf1);
+  const Bytes header = Header(2, 2, 24, 0);
+  add(kBitmap24, header + Rows24({kBlue, kWhite, kRed, kGreen}));
+  add(kBitmapPalette, Header(2, 2, 8, 4) + WithoutAlpha({kRed, kGreen, kBlue, kWhite}) +
+                          BytesOf<DWORD>({0x0302, 0x0100}));
+  add(kBitmapCut, header);
+  add(kBitmapEmpty, Header(0, 2, 24, 0));
 }
 
 void AddIcons(std::deque<Entry>& entries) {
@@ -121,19 +102,13 @@ void AddIcons(std::deque<Entry>& entries) {
     entries.push_back({kIconType, name, std::move(bytes)});
     entries.push_back({kIconGroupType, name, Group({{2, bitCount, name}})});
   };
-  const Pixels rows = {kGreen, kBlue, kRed, kWhite};
-  const Pixels alphaRows = {kGreen, kBlue, kRed, 0x00FFFFFF};
+  const Pixels rows = {kGreen, kBlue, kRed, 0x00FFFFFF};
   add(kIconPng, 32, BytesOf(kPng));
-  add(kIconAlpha, 32, Header(2, 4, 32, 0) + BytesOf(alphaRows) + kNoMask);
-  add(kIconMask32, 32, Header(2, 4, 32, 0) + WithoutAlpha(rows) + kMask);
-  add(kIconMask24, 24, Header(2, 4, 24, 0) + Rows24(rows) + kMask);
-  add(kIconMask8, 8, Header(2, 4, 8, 4) + kColours4 + Rows8(0x0201, 0x0300) + kMask);
-  add(kIconMask4, 4, Header(2, 4, 4, 4) + kColours4 + Rows8(0x12, 0x03) + kMask);
-  add(kIconMask1, 1, Header(2, 4, 1, 0) + kBlackAndYellow + kRowsOf1 + kMask);
-  add(kIconCut, 32, Header(2, 4, 32, 0) + BytesOf(rows));
-  entries.push_back({kIconType, 301, Square(16, 4, kBlue)});
-  entries.push_back({kIconType, 302, Square(32, 32, kGreen)});
-  entries.push_back({kIconType, 303, Square(16, 32, kRed)});
+  add(kIconAlpha, 32, Header(2, 4, 32, 0) + BytesOf(rows) + Bytes(8));
+  add(kIconCut, 32, Header(2, 4, 32, 0));
+  entries.push_back({kIconType, 301, Square(16, kBlue)});
+  entries.push_back({kIconType, 302, Square(32, kGreen)});
+  entries.push_back({kIconType, 303, Square(16, kRed)});
   entries.push_back(
       {kIconGroupType, kIconSizes, Group({{16, 4, 301}, {32, 32, 302}, {16, 32, 303}})});
 }
