@@ -16,6 +16,7 @@
 #include "program/program_test.h"
 #include "program/recording_indicator.h"
 #include "resources/resource.h"
+#include "storage/db_transaction.h"
 #include "ui/connection_sheet.h"
 
 namespace quillgate {

@@ -1,10 +1,11 @@
 #include "platform/controls/combo_box.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <iterator>
 
 #include "platform/controls/control_peers.h"
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/locale_source.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 
@@ -108,8 +109,9 @@ void ComboBox::OnChosen(int index) {
 LRESULT ComboBox::Add(const wchar_t* text) {
   if (text == nullptr) return CB_ERR;
   if ((Self().style & CBS_SORT) == 0) return Insert(-1, text);
-  const auto after = std::ranges::find_if(
-      items_, [text](const Item& item) { return ::wcscasecmp(item.text.c_str(), text) > 0; });
+  const auto after = std::ranges::upper_bound(
+      items_, text, [](const auto& one, const auto& other) { return CompareTexts(one, other) < 0; },
+      &Item::text);
   return Insert(static_cast<int>(after - items_.begin()), text);
 }
 
@@ -163,10 +165,10 @@ LRESULT ComboBox::CopyText(WPARAM index, wchar_t* buffer) const {
 
 int ComboBox::Find(int after, const wchar_t* text, Match match) const {
   if (text == nullptr) return CB_ERR;
-  const std::size_t length = std::wcslen(text);
+  const std::wstring wanted = LowerName(text);
   const auto matches = [&](const Item& item) {
-    const bool prefix = ::wcsncasecmp(item.text.c_str(), text, length) == 0;
-    return prefix && (match == Match::kPrefix || item.text.size() == length);
+    const std::wstring name = LowerName(item.text);
+    return match == Match::kPrefix ? name.starts_with(wanted) : name == wanted;
   };
   for (int step = 0; step < Count(); ++step) {
     const int index = (std::max(after, -1) + 1 + step) % Count();

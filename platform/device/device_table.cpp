@@ -3,7 +3,6 @@
 #include <map>
 #include <mutex>
 
-#include "platform/device/network_device.h"
 #include "platform/device/open_device.h"
 #include "platform/kernel/encoding.h"
 

@@ -33,6 +33,10 @@ void UnregisterDevice(std::wstring_view name);
 // is asked after the table, with the name as the caller wrote it. Null means no such device. The
 // network interfaces answer here unless the simulated machine says otherwise.
 using DeviceResolver = std::function<std::shared_ptr<Device>(std::wstring_view name)>;
-void SetDeviceResolver(DeviceResolver resolver);  // empty: the network interfaces again
+void SetDeviceResolver(DeviceResolver resolver);  // empty: NetworkDevice again
+
+// The device of the interface of that name, which answers the NDIS statistics; null when there is
+// none.
+std::shared_ptr<Device> NetworkDevice(std::wstring_view name);
 
 }  // namespace platform

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "platform/device/device_table.h"
-#include "platform/device/linux_packet_filter.h"
 
 namespace platform {
 namespace {

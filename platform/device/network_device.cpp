@@ -1,5 +1,3 @@
-#include "platform/device/network_device.h"
-
 #include <windows.h>
 #include <ntddndis.h>
 
@@ -9,6 +7,7 @@
 #include <mutex>
 #include <string>
 
+#include "platform/device/device_table.h"
 #include "platform/kernel/log.h"
 #include "platform/net/interface_source.h"
 

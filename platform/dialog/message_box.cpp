@@ -5,7 +5,6 @@
 #include <mutex>
 
 #include "platform/dialog/dialog_peers.h"
-#include "platform/dialog/message_box_view.h"
 #include "platform/dialog/modal_dialog.h"
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"

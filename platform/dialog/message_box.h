@@ -40,6 +40,8 @@ struct MessageBoxView {
   int escapeId = 0;  // what Escape and the close box answer; 0: they do nothing
   bool staysOnTop = false;
 };
+// What a box of its type shows, the owner excepted; nothing when the type is not supported.
+std::optional<MessageBoxView> ViewOf(const MessageBoxRequest& request);
 
 // A message box on the screen; closed by its destructor.
 class ShownMessageBox {

@@ -1,11 +1,10 @@
-#include "platform/dialog/message_box_view.h"
-
 #include <windows.h>
 
 #include <algorithm>
 #include <array>
 
 #include "platform/dialog/button_captions.h"
+#include "platform/dialog/message_box.h"
 
 namespace platform {
 namespace {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/kernel/handle_table.h"
+#include "platform/kernel/modules.h"
 
 namespace platform {
 
@@ -30,6 +31,9 @@ struct GdiplusBrush final : Object {
 
 // Between GdiplusStartup and the last GdiplusShutdown.
 bool IsGdiplusStarted();
+
+// What the layer's module "gdiplus.dll" exports.
+ExportTable GdiplusExports();
 
 // Removes the object of that kind.
 Gdiplus::GpStatus EndGdiplusObject(HandleKind kind, const void* pointer);

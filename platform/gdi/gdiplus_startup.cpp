@@ -2,7 +2,6 @@
 #include <mutex>
 #include <vector>
 
-#include "platform/gdi/gdiplus_exports.h"
 #include "platform/gdi/gdiplus_objects.h"
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"

@@ -1,5 +1,7 @@
 #include "platform/kernel/encoding.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 #include <cstdint>
 
@@ -33,7 +35,7 @@ wchar_t DecodeSequence(std::string_view text, std::size_t& at) {
 }
 
 wchar_t LowerLetter(wchar_t letter) {
-  return letter >= L'A' && letter <= L'Z' ? letter + (L'a' - L'A') : letter;
+  return static_cast<wchar_t>(::u_foldCase(static_cast<UChar32>(letter), U_FOLD_CASE_DEFAULT));
 }
 
 }  // namespace

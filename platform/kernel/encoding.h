@@ -20,8 +20,8 @@ wchar_t DecodeUtf8(std::string_view utf8, std::size_t& at);
 inline constexpr std::size_t kMaximumUtf8Bytes = 4;
 std::size_t EncodeUtf8(wchar_t letter, char* bytes);
 
-// Comparison without regard to the case of ASCII letters, as names of keys, services, devices and
-// modules are compared.
+// Comparison without regard to case, as names of keys, services, devices, modules and atoms are
+// compared.
 bool EqualNames(std::wstring_view left, std::wstring_view right);
 std::wstring LowerName(std::wstring_view name);
 

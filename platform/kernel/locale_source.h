@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -25,6 +26,10 @@ std::string FormatLocale(LCID locale, const char* category);
 // What a function of the locale family answers: the text goes to the caller's buffer, or its size
 // with its end is told when `characters` is 0. Nothing means ERROR_INVALID_PARAMETER.
 int GiveLocaleText(const std::optional<std::wstring>& text, LPWSTR buffer, int characters);
+
+// Negative, zero or positive, in the order in which the user's language sorts (LC_COLLATE), without
+// regard to case.
+int CompareTexts(std::wstring_view left, std::wstring_view right);
 
 void SetLocaleChoice(std::optional<LocaleChoice> choice);
 

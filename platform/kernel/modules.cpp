@@ -13,7 +13,6 @@
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/handle_table.h"
-#include "platform/kernel/layer_modules.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/path.h"
 #include "platform/kernel/trusted_path.h"

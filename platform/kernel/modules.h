@@ -18,6 +18,10 @@ using ExportTable = std::map<std::string, FARPROC, std::less<>>;
 void RegisterBuiltInModule(std::wstring_view name, ExportTable exports);
 void UnregisterBuiltInModule(std::wstring_view name);
 
+// The modules that live in the layer itself, by lower-case name. Each is there whether or not the
+// machine has a desktop: what needs one fails by itself. Defined by the wiring.
+std::map<std::wstring, ExportTable> LayerModules();
+
 // The executable that runs.
 std::filesystem::path ExecutablePath();
 

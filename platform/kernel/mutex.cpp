@@ -1,20 +1,20 @@
 #include <windows.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/clock.h"
 #include "platform/kernel/encoding.h"
+#include "platform/kernel/file_descriptor.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/path.h"
-#include "platform/kernel/shared_lock_file.h"
 #include "platform/kernel/system_error.h"
 #include "platform/kernel/waitable.h"
 
@@ -41,25 +41,22 @@ class OwnedMutexes {
 
 thread_local OwnedMutexes ownedMutexes;
 
-// One mutex of this process; a named one stands for all handles of that name in the process, and
-// its file for the other processes. Threads here first agree among themselves who may be the owner,
-// and that one then contends for the file.
 class Mutex final : public Waitable, public std::enable_shared_from_this<Mutex> {
  public:
-  explicit Mutex(std::unique_ptr<SharedLockFile> file) : file_(std::move(file)) {}
+  // The file of a named mutex, which other processes see as long as it is open.
+  explicit Mutex(FileDescriptor name = {}) : name_(std::move(name)) {}
 
   DWORD Wait(const Deadline& deadline) override;
   bool Release();  // false when the caller does not own it
-  void TakeNew();  // the creator's, whose file is taken already
+  void TakeNew();  // the creator's
   void Abandon();
 
  private:
-  DWORD AwaitFile(const Deadline& deadline, std::unique_lock<std::mutex>& lock);
   void FreeLocked();
 
+  const FileDescriptor name_;
   std::mutex mutex_;
   std::condition_variable freed_;
-  const std::unique_ptr<SharedLockFile> file_;  // null when the mutex has no name
   DWORD owner_ = 0;
   DWORD depth_ = 0;
   bool abandoned_ = false;
@@ -79,6 +76,11 @@ void OwnedMutexes::Remove(const std::shared_ptr<Mutex>& mutex) {
 }
 
 DWORD Mutex::Wait(const Deadline& deadline) {
+  if (name_.IsOpen()) {
+    LogLine("a mutex with a name says whether it exists; it cannot be waited for");
+    ::SetLastError(ERROR_NOT_SUPPORTED);
+    return WAIT_FAILED;
+  }
   const DWORD self = ::GetCurrentThreadId();
   std::unique_lock lock(mutex_);
   if (owner_ == self) {
@@ -89,36 +91,10 @@ DWORD Mutex::Wait(const Deadline& deadline) {
     if (deadline.HasCome()) return WAIT_TIMEOUT;
     CurrentClock().WaitFor(freed_, lock, deadline.Left());
   }
-  owner_ = self;  // keeps the other threads of this process out while the file is waited for
-  const DWORD fileResult = AwaitFile(deadline, lock);
-  if (fileResult == WAIT_TIMEOUT || fileResult == WAIT_FAILED) {
-    FreeLocked();
-    return fileResult;
-  }
+  owner_ = self;
   depth_ = 1;
   ownedMutexes.Add(weak_from_this());
-  const bool abandoned = std::exchange(abandoned_, false);
-  return abandoned ? WAIT_ABANDONED : fileResult;
-}
-
-// The kernel has no timed wait for a file lock, so another process's ownership is polled for.
-DWORD Mutex::AwaitFile(const Deadline& deadline, std::unique_lock<std::mutex>& lock) {
-  constexpr std::chrono::milliseconds kPollInterval{10};
-  if (file_ == nullptr) return WAIT_OBJECT_0;
-  for (;;) {
-    switch (file_->TryTake()) {
-      case SharedLockFile::Taken::kYes:
-        return WAIT_OBJECT_0;
-      case SharedLockFile::Taken::kAbandoned:
-        return WAIT_ABANDONED;
-      case SharedLockFile::Taken::kFailed:
-        ::SetLastError(ErrorFromErrno(errno));
-        return WAIT_FAILED;
-      case SharedLockFile::Taken::kNo:
-        if (deadline.HasCome()) return WAIT_TIMEOUT;
-        freed_.wait_for(lock, kPollInterval);
-    }
-  }
+  return std::exchange(abandoned_, false) ? WAIT_ABANDONED : WAIT_OBJECT_0;
 }
 
 bool Mutex::Release() {
@@ -126,7 +102,6 @@ bool Mutex::Release() {
   if (owner_ != ::GetCurrentThreadId() || depth_ == 0) return false;
   if (--depth_ > 0) return true;
   ownedMutexes.Remove(shared_from_this());
-  if (file_ != nullptr) file_->GiveBack();
   FreeLocked();
   return true;
 }
@@ -141,31 +116,13 @@ void Mutex::TakeNew() {
 void Mutex::Abandon() {
   const std::lock_guard lock(mutex_);
   depth_ = 0;
-  abandoned_ = file_ == nullptr;  // else the file tells it, to every process
-  if (file_ != nullptr) file_->Abandon();
+  abandoned_ = true;
   FreeLocked();
 }
 
 void Mutex::FreeLocked() {
   owner_ = 0;
   freed_.notify_one();
-}
-
-std::shared_ptr<Mutex> MakeMutex(std::unique_ptr<SharedLockFile> file, bool takeIt) {
-  auto mutex = std::make_shared<Mutex>(std::move(file));
-  if (takeIt) mutex->TakeNew();
-  return mutex;
-}
-
-// The named mutexes of this process, by the path of their file.
-struct NamedMutexes {
-  std::mutex mutex;
-  std::map<std::string, std::weak_ptr<Mutex>> byPath;
-};
-
-NamedMutexes& Named() {
-  static NamedMutexes& named = *new NamedMutexes;
-  return named;
 }
 
 // A file name made of a mutex's name: letters and digits as they are, everything else in
@@ -194,22 +151,32 @@ DWORD CheckName(std::wstring_view name) {
   return ObjectFileName(name).size() + 16 > kMaximumFileName ? ERROR_INVALID_NAME : NO_ERROR;
 }
 
-std::shared_ptr<Mutex> OpenNamed(std::wstring_view name, bool takeIt, bool& existed, DWORD& error) {
-  error = CheckName(name);
-  if (error != NO_ERROR) return nullptr;
+// A lock of the open file description (F_OFD_...), not of the process: two handles of one process
+// see each other as those of two do. It ends with whoever has the file open, killed or not.
+bool Lock(const FileDescriptor& file, int command, short type) {
+  struct flock lock {};
+  lock.l_type = type;
+  lock.l_whence = SEEK_SET;
+  lock.l_len = 1;
+  int result = 0;
+  do {
+    result = ::fcntl(file.Get(), command, &lock);
+  } while (result != 0 && errno == EINTR);
+  return result == 0;
+}
+
+// Opens the file of that name and keeps it locked, shared with everybody who has it. `existed`
+// tells whether somebody had it before.
+DWORD OpenNamed(std::wstring_view name, FileDescriptor& file, bool& existed) {
+  const DWORD error = CheckName(name);
+  if (error != NO_ERROR) return error;
   const std::filesystem::path folder = RootFolder() / "objects";
   ::mkdir(folder.c_str(), 0700);
   const std::filesystem::path path = folder / ObjectFileName(name);
-  NamedMutexes& named = Named();
-  const std::lock_guard lock(named.mutex);
-  std::weak_ptr<Mutex>& known = named.byPath[path.native()];
-  existed = true;
-  if (std::shared_ptr<Mutex> mutex = known.lock()) return mutex;
-  auto file = SharedLockFile::Open(path, takeIt, existed, error);
-  if (file == nullptr) return nullptr;
-  std::shared_ptr<Mutex> mutex = MakeMutex(std::move(file), takeIt && !existed);
-  known = mutex;
-  return mutex;
+  file.Reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file.IsOpen()) return ErrorFromErrno(errno);
+  existed = !Lock(file, F_OFD_SETLK, F_WRLCK);
+  return Lock(file, F_OFD_SETLKW, F_RDLCK) ? NO_ERROR : ErrorFromErrno(errno);
 }
 
 bool IsPlain(const SECURITY_ATTRIBUTES* security) {
@@ -225,17 +192,17 @@ extern "C" {
 HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LPCWSTR name) try {
   DWORD error = NO_ERROR;
   bool existed = false;
-  std::shared_ptr<platform::Mutex> mutex;
+  platform::FileDescriptor file;
   if (!platform::IsPlain(security)) {
     platform::LogLine("CreateMutexW: security attributes are not supported");
     error = ERROR_INVALID_PARAMETER;
-  } else if (name == nullptr || *name == L'\0') {
-    mutex = platform::MakeMutex(nullptr, initialOwner != FALSE);
-  } else {
-    mutex = platform::OpenNamed(name, initialOwner != FALSE, existed, error);
+  } else if (name != nullptr && *name != L'\0') {
+    error = platform::OpenNamed(name, file, existed);
   }
   ::SetLastError(error != NO_ERROR ? error : existed ? ERROR_ALREADY_EXISTS : NO_ERROR);
-  if (mutex == nullptr) return nullptr;
+  if (error != NO_ERROR) return nullptr;
+  auto mutex = std::make_shared<platform::Mutex>(std::move(file));
+  if (initialOwner != FALSE && !existed) mutex->TakeNew();
   return platform::Handles().Insert(platform::HandleKind::kMutex, std::move(mutex));
 } catch (...) {
   return platform::FailedCall<HANDLE>(nullptr);

@@ -25,7 +25,7 @@ class LinuxInterfaces final : public InterfaceSource {
   bool ReadUndisturbed(const std::function<bool()>& read);
   InterfaceCounters Counted(const LinkReading& reading, bool undisturbed);
 
-  NetlinkSocket socket_;
+  NetlinkSocket socket_{NETLINK_ROUTE};
   std::mutex mutex_;  // over a reading and its counting: what is read first is counted first
   LinkNotices notices_;
   CounterBase counted_;

@@ -65,12 +65,11 @@ bool LinkNotices::Take(CounterBase& counted) {
 
 bool LinkNotices::Open() {
   if (socket_) return true;
-  NetlinkSocketPointer fresh(::mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC | SOCK_NONBLOCK));
-  if (fresh && ::mnl_socket_bind(fresh.get(), RTMGRP_LINK, MNL_SOCKET_AUTOPID) == 0) {
-    const int file = ::mnl_socket_get_fd(fresh.get());
+  socket_ = OpenNetlink(NETLINK_ROUTE, RTMGRP_LINK, SOCK_NONBLOCK);
+  if (socket_) {
+    const int file = ::mnl_socket_get_fd(socket_.get());
     if (::setsockopt(file, SOL_SOCKET, SO_RCVBUFFORCE, &kWaitingBytes, sizeof kWaitingBytes) != 0)
       ::setsockopt(file, SOL_SOCKET, SO_RCVBUF, &kWaitingBytes, sizeof kWaitingBytes);
-    socket_ = std::move(fresh);
     return true;
   }
   if (!complained_) {

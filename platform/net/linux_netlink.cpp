@@ -23,6 +23,12 @@ NetlinkAttributes::NetlinkAttributes(const void* first, std::size_t bytes) {
   }
 }
 
+NetlinkSocketPointer OpenNetlink(int bus, unsigned groups, int flags) {
+  NetlinkSocketPointer socket(::mnl_socket_open2(bus, SOCK_CLOEXEC | flags));
+  const bool isBound = socket && ::mnl_socket_bind(socket.get(), groups, MNL_SOCKET_AUTOPID) == 0;
+  return isBound ? std::move(socket) : nullptr;
+}
+
 bool NetlinkSocket::AskOne(nlmsghdr& request, std::span<char> buffer, const Handler& handler) {
   return Ask(request, NLM_F_REQUEST, buffer, handler);
 }
@@ -34,7 +40,8 @@ bool NetlinkSocket::AskAll(nlmsghdr& request, std::span<char> buffer, const Hand
 bool NetlinkSocket::Ask(nlmsghdr& request, std::uint16_t flags, std::span<char> buffer,
                         const Handler& handler) {
   const std::lock_guard lock(mutex_);
-  if (!Open()) return false;
+  if (socket_ == nullptr) socket_ = OpenNetlink(bus_);
+  if (socket_ == nullptr) return false;
   request.nlmsg_flags = flags;
   request.nlmsg_seq = ++sequence_;
   Progress progress = Progress::kMore;
@@ -54,14 +61,6 @@ bool NetlinkSocket::Ask(nlmsghdr& request, std::uint16_t flags, std::span<char> 
   if (error != ENODEV) socket_.reset();
   errno = error;
   return false;
-}
-
-bool NetlinkSocket::Open() {
-  if (socket_) return true;
-  NetlinkSocketPointer fresh(::mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC));
-  if (!fresh || ::mnl_socket_bind(fresh.get(), 0, MNL_SOCKET_AUTOPID) < 0) return false;
-  socket_ = std::move(fresh);
-  return true;
 }
 
 NetlinkSocket::Progress NetlinkSocket::Read(std::span<const char> datagram, std::uint32_t sequence,

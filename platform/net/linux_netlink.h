@@ -1,6 +1,5 @@
-// The kernel's routing socket: one request, all of its answers. The socket is opened when it is
-// first needed, in the network namespace of the thread that asks, and kept. Any thread; one request
-// at a time.
+// A netlink socket: one request, all of its answers. The socket is opened when it is first needed,
+// in the network namespace of the thread that asks, and kept. Any thread; one request at a time.
 #pragma once
 
 #include <libmnl/libmnl.h>
@@ -34,9 +33,15 @@ struct NetlinkSocketCloser {
 };
 using NetlinkSocketPointer = std::unique_ptr<mnl_socket, NetlinkSocketCloser>;
 
+// Of a bus (NETLINK_ROUTE, ...) and some of its multicast groups, with flags of socket(2) besides
+// SOCK_CLOEXEC. Null, with errno set, when the kernel has no such bus.
+NetlinkSocketPointer OpenNetlink(int bus, unsigned groups = 0, int flags = 0);
+
 class NetlinkSocket {
  public:
   using Handler = std::function<void(const nlmsghdr&)>;
+
+  explicit NetlinkSocket(int bus) : bus_(bus) {}
 
   // Sends the request (its sequence number and flags are set here) and hands every answer to the
   // handler, which must not ask again. `buffer` holds the largest answer. False, with errno set,
@@ -48,10 +53,10 @@ class NetlinkSocket {
   enum class Progress { kMore, kDone, kFailed };
 
   bool Ask(nlmsghdr& request, std::uint16_t flags, std::span<char> buffer, const Handler& handler);
-  bool Open();
   Progress Read(std::span<const char> datagram, std::uint32_t sequence, bool many,
                 const Handler& handler) const;
 
+  const int bus_;
   std::mutex mutex_;
   NetlinkSocketPointer socket_;
   std::uint32_t sequence_ = 0;

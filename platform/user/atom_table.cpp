@@ -1,6 +1,6 @@
 #include "platform/user/atom_table.h"
 
-#include <unicode/uchar.h>
+#include "platform/kernel/encoding.h"
 
 namespace platform {
 namespace {
@@ -8,21 +8,12 @@ namespace {
 constexpr unsigned kFirstAtom = 0xC000;
 constexpr unsigned kLastAtom = 0xFFFF;
 
-std::wstring WithoutCase(std::wstring_view name) {
-  std::wstring folded(name);
-  for (wchar_t& character : folded) {
-    character =
-        static_cast<wchar_t>(::u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
-  }
-  return folded;
-}
-
 }  // namespace
 
 ATOM AtomTable::Add(std::wstring_view name) {
   const std::lock_guard lock(mutex_);
   const std::size_t next = kFirstAtom + atoms_.size();
-  const std::wstring folded = WithoutCase(name);
+  const std::wstring folded = LowerName(name);
   const auto found = atoms_.find(folded);
   if (found != atoms_.end()) return found->second;
   if (next > kLastAtom) return 0;
@@ -31,7 +22,7 @@ ATOM AtomTable::Add(std::wstring_view name) {
 
 ATOM AtomTable::Find(std::wstring_view name) const {
   const std::lock_guard lock(mutex_);
-  const auto found = atoms_.find(WithoutCase(name));
+  const auto found = atoms_.find(LowerName(name));
   return found != atoms_.end() ? found->second : ATOM{0};
 }
 

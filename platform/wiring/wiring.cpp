@@ -1,9 +1,9 @@
 // What the families of the layer get from families above them, which they do not know: each
 // function here is declared by the family that calls it.
 #include "platform/gdi/desktop_graphics.h"
-#include "platform/gdi/gdiplus_exports.h"
-#include "platform/kernel/layer_modules.h"
+#include "platform/gdi/gdiplus_objects.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/modules.h"
 #include "platform/net/network_cards.h"
 #include "platform/shell/notification_area.h"
 #include "platform/user/desktop.h"

@@ -1,6 +1,6 @@
 #include "accounts/password_digest.h"
 
-#include "storage/multibyte.h"
+#include "encoding/multibyte.h"
 
 namespace quillgate {
 namespace {

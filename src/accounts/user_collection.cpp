@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "storage/db_transaction.h"
+
 namespace quillgate {
 namespace {
 

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "accounts/user.h"
-#include "storage/critical_section.h"
+#include "handles/critical_section.h"
 
 namespace quillgate {
 

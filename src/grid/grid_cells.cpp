@@ -1,11 +1,12 @@
-// What the grid's messages do with its cells.
+#include "grid/grid_cells.h"
+
 #include <algorithm>
 #include <new>
 #include <utility>
 
-#include "grid/grid.h"
 #include "grid/grid_layout.h"
 #include "grid/grid_notifications.h"
+#include "grid/grid_scrolling.h"
 
 namespace quillgate {
 namespace {
@@ -41,13 +42,19 @@ void StoreOrBeep(CellStore& store, GridCell cell, bool isProtected, std::wstring
 
 }  // namespace
 
-bool Grid::Check(GridCell cell) {
+GridCells::GridCells(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {
+  const GridSize client = system.ClientSize();
+  slot_.clientWidth = client.width;
+  slot_.clientHeight = client.height;
+}
+
+bool GridCells::Check(GridCell cell) {
   if (IsValid(cell)) return true;
   system_.Notify(GCN_BADCELL, 0);
   return false;
 }
 
-bool Grid::SetProtect(GridCell cell, bool isProtected) {
+bool GridCells::SetProtect(GridCell cell, bool isProtected) {
   if (!Check(cell)) return false;
   if (CellRecord* record = slot_.cellStore.Find(cell))
     record->isProtected = isProtected;
@@ -58,7 +65,7 @@ bool Grid::SetProtect(GridCell cell, bool isProtected) {
   return true;
 }
 
-bool Grid::SetCell(GridCell cell, std::wstring_view text) {
+bool GridCells::SetCell(GridCell cell, std::wstring_view text) {
   if (!Check(cell)) return false;
   StoreOrBeep(slot_.cellStore, cell, slot_.defaultProtect == L'P', text, system_);
   system_.Invalidate(CellRect(slot_, cell), false);
@@ -67,13 +74,13 @@ bool Grid::SetCell(GridCell cell, std::wstring_view text) {
   return true;
 }
 
-void Grid::IncludeLastRow() {
+void GridCells::IncludeLastRow() {
   const std::int32_t last = slot_.cellStore.LastRow().value_or(0);
   if (last > slot_.rows || slot_.cellStore.Size() == 0)
     SetSize(static_cast<std::uint32_t>(last), slot_.cols);
 }
 
-void Grid::MakeRoom(GridCell cell, std::wstring_view text) {
+void GridCells::MakeRoom(GridCell cell, std::wstring_view text) {
   const bool isHeading = cell.row == 0;
   const GridFont font = isHeading ? slot_.headingFont : slot_.cellFont;
   const TextExtent extent = Measure(text, font, system_);
@@ -85,13 +92,13 @@ void Grid::MakeRoom(GridCell cell, std::wstring_view text) {
   if (width > WidthOf(slot_, cell.col)) SetColWidth(static_cast<std::uint32_t>(cell.col), width);
 }
 
-std::optional<std::wstring> Grid::CellText(GridCell cell) {
+std::optional<std::wstring> GridCells::CellText(GridCell cell) {
   if (!Check(cell)) return std::nullopt;
   const CellRecord* record = slot_.cellStore.Find(cell);
   return record == nullptr ? std::wstring() : record->text;
 }
 
-bool Grid::DeleteCell(GridCell cell) {
+bool GridCells::DeleteCell(GridCell cell) {
   if (!Check(cell)) return false;
   slot_.cellStore.Remove(cell);
   system_.Invalidate(CellRect(slot_, cell), false);
@@ -99,7 +106,7 @@ bool Grid::DeleteCell(GridCell cell) {
   return true;
 }
 
-std::optional<int> Grid::TypeNumber(GridCell cell) {
+std::optional<int> GridCells::TypeNumber(GridCell cell) {
   if (!Check(cell)) return std::nullopt;
   const CellRecord* record = slot_.cellStore.Find(cell);
   if (record == nullptr) return 0;
@@ -118,10 +125,58 @@ std::optional<int> Grid::TypeNumber(GridCell cell) {
   return 1;
 }
 
-std::optional<bool> Grid::IsProtected(GridCell cell) {
+std::optional<bool> GridCells::IsProtected(GridCell cell) {
   if (!Check(cell)) return std::nullopt;
   const CellRecord* record = slot_.cellStore.Find(cell);
   return record != nullptr && record->isProtected;
+}
+
+void GridCells::SetDefaultProtect(bool isProtected) {
+  slot_.defaultProtect = isProtected ? L'P' : L'U';
+}
+
+void GridCells::Clear() {
+  slot_.cellStore.Clear();
+  slot_.rows = 0;
+  slot_.cursorRow = slot_.homeRow = slot_.homeCol = 1;
+  system_.InvalidateAll(true);
+  GridScrolling(slot_, system_).UpdateBars();
+}
+
+void GridCells::SetSize(std::uint32_t rows, std::int32_t cols) {
+  constexpr auto kMaxRows = static_cast<std::uint32_t>(kGridMaxRows);
+  slot_.rows = static_cast<std::int32_t>(std::min(rows, kMaxRows));
+  slot_.cols = std::clamp(cols, 1, kGridMaxCols);
+  system_.InvalidateAll(true);
+  GridScrolling(slot_, system_).UpdateBars();
+}
+
+void GridCells::SetColWidth(std::uint32_t col, std::int32_t width) {
+  if (col >= slot_.colWidth.size() || width < 0) return;
+  slot_.colWidth[col] = std::min(width, kGridLongest);
+  system_.InvalidateAll(false);
+  GridScrolling(slot_, system_).UpdateBars();
+}
+
+void GridCells::SetHeaderHeight(std::int32_t height) {
+  slot_.headerHeight = std::clamp(height, 0, kGridLongest);
+  GridScrolling(slot_, system_).UpdateBars();
+  RefreshLayout();
+  system_.InvalidateAll(false);
+}
+
+void GridCells::SetRowHeight(std::int32_t height) {
+  slot_.rowHeight = std::clamp(height, 1, kGridLongest);
+  GridScrolling scrolling(slot_, system_);
+  scrolling.UpdateBars();
+  scrolling.BringCursorIntoView();
+  RefreshLayout();
+  system_.InvalidateAll(false);
+}
+
+void GridCells::RefreshLayout() {
+  system_.SendSize({slot_.savedWidth, slot_.savedHeight});
+  system_.SendSize({slot_.savedWidth, slot_.savedHeight});
 }
 
 }  // namespace quillgate

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "grid/grid.h"
+#include "grid/grid_cells.h"
 #include "grid/grid_layout.h"
 #include "grid/grid_notifications.h"
 
@@ -35,7 +35,7 @@ void GridEditing::Commit() {
   if (!slot_.editing) return;
   const std::wstring text = std::exchange(slot_.editText, {});
   slot_.editing = false;
-  Grid(slot_, system_).SetCell(slot_.Cursor(), text);
+  GridCells(slot_, system_).SetCell(slot_.Cursor(), text);
   End();
 }
 

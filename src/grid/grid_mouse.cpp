@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "grid/grid.h"
+#include "grid/grid_cells.h"
 #include "grid/grid_cursor.h"
 #include "grid/grid_editing.h"
 #include "grid/grid_layout.h"
@@ -47,7 +47,7 @@ void GridMouse::OnButtonUp() {
   slot_.hoverState = GridHover::kOrdinary;
   slot_.spareFlag = slot_.savedSpareFlag;
   system_.SetPointer(GridPointer::kArrow);
-  RefreshLayout(slot_, system_);
+  GridCells(slot_, system_).RefreshLayout();
 }
 
 bool GridMouse::IsOnBorder(GridPoint point) const {
@@ -88,7 +88,7 @@ void GridMouse::Drag(std::int32_t x) {
   if (width == WidthOf(slot_, slot_.resizeCol)) return;
   // Its cell moves along; it comes back when the cells have been painted.
   GridCursor(slot_, system_).RemoveFrame();
-  Grid(slot_, system_).SetColWidth(static_cast<std::uint32_t>(slot_.resizeCol), width);
+  GridCells(slot_, system_).SetColWidth(static_cast<std::uint32_t>(slot_.resizeCol), width);
 }
 
 void GridMouse::Click(GridCell cell) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include "grid/grid_layout.h"
 #include "grid/grid_messages.h"
@@ -102,13 +103,13 @@ LRESULT SetFont(const GridCall& call) {
 
 template <auto member>
 LRESULT SetHeight(const GridCall& call) {
-  (call.grid.*member)(NumberOf(call.wParam));
+  std::invoke(member, call.grid, NumberOf(call.wParam));
   return 0;
 }
 
 template <auto member>
 LRESULT Do(const GridCall& call) {
-  (call.grid.*member)();
+  std::invoke(member, call.grid);
   return 0;
 }
 

@@ -15,6 +15,8 @@ namespace quillgate {
 enum class GridHover : std::int32_t { kNone = 0, kOrdinary = 1, kColumnBorder = 2 };
 
 inline constexpr std::int32_t kGridColWidth = 50;
+// No screen is so large. Sums of a few lengths stay within their type.
+inline constexpr std::int32_t kGridLongest = 0x7FFFFFF;
 
 // Columns 0 to 256; the last one has no width and is hidden until it is given one.
 constexpr std::array<std::int32_t, kGridMaxCols + 1> InitialColWidths() {

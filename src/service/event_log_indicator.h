@@ -1,9 +1,9 @@
 // Shows the state of the gate where there is no notification area: in the event log. Any thread.
 #pragma once
 
+#include "handles/critical_section.h"
 #include "service/event_log.h"
 #include "session/gate_indicator.h"
-#include "storage/critical_section.h"
 
 namespace quillgate {
 

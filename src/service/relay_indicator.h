@@ -6,8 +6,8 @@
 #include <functional>
 #include <vector>
 
+#include "handles/critical_section.h"
 #include "session/gate_indicator.h"
-#include "storage/critical_section.h"
 
 namespace quillgate {
 

@@ -1,5 +1,7 @@
 #include "session/connection_log.h"
 
+#include "storage/db_transaction.h"
+
 namespace quillgate {
 namespace {
 
@@ -33,14 +35,14 @@ ConnectionLog::Batch ConnectionLog::Due(const std::optional<SessionRecord>& runn
       batch.finished.push_back(InsertStatement(kFinishedSessions, session));
       return false;
     } catch (const DBerror&) {
-      batch.refused = std::current_exception();
+      batch.refused.Note();
       return true;
     }
   });
   try {
     if (running) batch.running = InsertStatement(kRunningSession, *running);
   } catch (const DBerror&) {
-    batch.refused = std::current_exception();
+    batch.refused.Note();
   }
   return batch;
 }

@@ -6,12 +6,12 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "session/first_failure.h"
 #include "session/session_meter.h"
 #include "storage/database.h"
 
@@ -32,9 +32,9 @@ class ConnectionLog {
     std::wstring running;  // empty: CrashLog is emptied
     // The DBerror of a session that can never be written: its user's name cannot stand in a
     // statement. A finished one has been given up, or it would hold up the others for ever.
-    std::exception_ptr refused{};
+    FirstFailure refused{};
 
-    bool IsToBeWritten() const { return refused == nullptr || !finished.empty(); }
+    bool IsToBeWritten() const { return !refused.HasFailed() || !finished.empty(); }
   };
 
   explicit ConnectionLog(Database& database) : database_(database) {}

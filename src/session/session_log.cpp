@@ -155,7 +155,7 @@ void SessionLog::Write(const std::function<ConnectionLog::Batch()>& due) {
     const CriticalSectionLock hold(lock_);
     log_.Forget(batch);
   }
-  if (batch.refused) std::rethrow_exception(batch.refused);
+  batch.refused.Rethrow();
 }
 
 void SessionLog::WriteFinished() {
@@ -224,9 +224,10 @@ AccessReason SessionLog::Judge() const {
 void SessionLog::RunEnforcementCycle() {
   NoteLocalPolicy();
   AssertClosedGate();
-  const std::exception_ptr failure = RefreshDueTotals();
+  FirstFailure failure;
+  failure.Run([this] { RefreshDueTotals(); });
   if (SwitchGate()) WriteClosedSession();
-  if (failure) std::rethrow_exception(failure);
+  failure.Rethrow();
   GiveWarnings();
   SnapshotSession();
 }
@@ -247,13 +248,8 @@ bool SessionLog::MustKnowTotals() const {
   return rules_.AreOfOtherPeriods(*user) || (rules_.IsStale() && !meter_.IsOnline());
 }
 
-std::exception_ptr SessionLog::RefreshDueTotals() {
-  try {
-    if (MustKnowTotals()) RefreshTotals();
-  } catch (...) {
-    return std::current_exception();
-  }
-  return nullptr;
+void SessionLog::RefreshDueTotals() {
+  if (MustKnowTotals()) RefreshTotals();
 }
 
 bool SessionLog::SwitchGate() {
@@ -273,15 +269,11 @@ bool SessionLog::SwitchGate() {
 }
 
 void SessionLog::WriteClosedSession() {
-  std::exception_ptr failure;
-  try {
-    WriteFinished();
-  } catch (...) {
-    failure = std::current_exception();
-  }
+  FirstFailure failure;
+  failure.Run([this] { WriteFinished(); });
   // The session that was just written now counts among the totals.
-  RefreshTotals();
-  if (failure) std::rethrow_exception(failure);
+  failure.Run([this] { RefreshTotals(); });
+  failure.Rethrow();
 }
 
 void SessionLog::GiveWarnings() {

@@ -9,7 +9,6 @@
 #pragma once
 
 #include <atomic>
-#include <exception>
 #include <functional>
 #include <string>
 
@@ -111,7 +110,7 @@ class SessionLog final : public SessionControl {
   // is told. SwitchGate: whether the gate was closed and has left a session to be written.
   void AssertClosedGate();
   bool MustKnowTotals() const;
-  std::exception_ptr RefreshDueTotals();
+  void RefreshDueTotals();
   bool SwitchGate();
 
   // Each may wait for the database; the lock must not be held.

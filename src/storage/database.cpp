@@ -2,8 +2,9 @@
 
 #include <array>
 
+#include "encoding/multibyte.h"
 #include "storage/db_engine.h"
-#include "storage/multibyte.h"
+#include "storage/db_transaction.h"
 
 namespace quillgate {
 namespace {
@@ -113,14 +114,17 @@ void Database::DbExecute(std::wstring sql) {
 bool Database::Run(const std::wstring& sql, DbRows& rows) {
   Opened();
   const CriticalSectionLock lock(lock_);
-  return Engine().Run(sql, rows);
+  if (transaction_ == nullptr) return Engine().Run(sql, rows);
+  transaction_->Run(sql, rows);
+  return true;
 }
 
 bool Database::RunAtOnce(const std::wstring& sql, DbRows& rows) {
   // Longer than any statement that does not wait for the file.
   constexpr DWORD kPatienceMilliseconds = 100;
   const TimedCriticalSectionLock lock(lock_, kPatienceMilliseconds);
-  return lock.IsHeld() && engine_ != nullptr && engine_->RunAtOnce(sql, rows);
+  const bool isFree = lock.IsHeld() && transaction_ == nullptr && engine_ != nullptr;
+  return isFree && engine_->RunAtOnce(sql, rows);
 }
 
 Database& Database::Opened() {
@@ -131,20 +135,6 @@ Database& Database::Opened() {
 DbEngine& Database::Engine() {
   if (engine_ == nullptr) throw DBerror(L"No database open.", DBerror::kOwnFailure);
   return *engine_;
-}
-
-DbTransaction::DbTransaction(Database& database)
-    : database_(database.Opened()), lock_(database.lock_) {
-  database_.Engine().Begin();
-}
-
-DbTransaction::~DbTransaction() {
-  if (!done_ && database_.engine_ != nullptr) database_.engine_->RollBack();
-}
-
-void DbTransaction::Commit() {
-  database_.Engine().Commit();
-  done_ = true;
 }
 
 }  // namespace quillgate

@@ -8,13 +8,14 @@
 #include <string>
 #include <string_view>
 
-#include "storage/critical_section.h"
+#include "handles/critical_section.h"
 #include "storage/db_error.h"
 #include "storage/db_row.h"
 
 namespace quillgate {
 
 class DbEngine;
+class DbTransaction;
 
 // "quillgate.dat" in the folder of the executable.
 std::wstring DatabasePath();
@@ -64,28 +65,8 @@ class Database {
   std::wstring path_;
   std::unique_ptr<DbEngine> engine_;
   CriticalSection lock_;
+  DbTransaction* transaction_ = nullptr;  // the one that holds the lock
   bool open_ = false;
-};
-
-// Several statements that take effect together or not at all. Holds the database lock for as long
-// as it lives, so keep it short; not to be nested. Without Commit, everything is undone. Once one
-// of its statements has failed - here a busy engine is a failure too - the others and Commit fail.
-class DbTransaction {
- public:
-  // Throws DBerror when the transaction cannot begin, a busy engine included.
-  explicit DbTransaction(Database& database);
-  ~DbTransaction();
-  DbTransaction(const DbTransaction&) = delete;
-  DbTransaction& operator=(const DbTransaction&) = delete;
-
-  // Throws DBerror, and everything is undone, when the changes cannot be made permanent; also when
-  // the connection was reopened since the transaction began.
-  void Commit();
-
- private:
-  Database& database_;
-  CriticalSectionLock lock_;
-  bool done_ = false;
 };
 
 }  // namespace quillgate

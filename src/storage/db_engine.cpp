@@ -1,10 +1,9 @@
 #include "storage/db_engine.h"
 
 #include <array>
-#include <utility>
 
+#include "encoding/multibyte.h"
 #include "storage/db_error.h"
-#include "storage/multibyte.h"
 #include "storage/result_table.h"
 
 namespace quillgate {
@@ -52,10 +51,7 @@ void DbEngine::Prepare() {
   // One of its own statements that has the connection reopened must not begin it all anew.
   if (preparing_) return;
   preparing_ = true;
-  // A transaction in which the file was reopened is over, whatever its owner knows of that.
-  const Transaction interrupted = std::exchange(transaction_, Transaction::kNone);
   prepare_(*this);
-  transaction_ = interrupted;
   preparing_ = false;
 }
 
@@ -74,30 +70,27 @@ void DbEngine::Reopen() {
 bool DbEngine::Run(const std::wstring& sql, DbRows& rows) {
   // A reopening that failed may succeed by now: the file was put back, the disk is there again.
   if (connection_ == nullptr && !path_.empty()) Open(path_);
-  if (connection_ == nullptr) Throw(L"No database open.");
-  if (transaction_ == Transaction::kNone) return RunOnce(sql, rows);
-  if (transaction_ == Transaction::kBroken) Throw(L"The transaction has failed.");
-  // Until the statement has succeeded: a later one must not run outside of the transaction, and the
-  // commit must not make permanent what is only a part.
-  transaction_ = Transaction::kBroken;
-  if (!RunOnce(sql, rows)) throw BusyError();
-  transaction_ = Transaction::kOpen;
-  return true;
+  return Run(sql, rows, true);
 }
 
-bool DbEngine::RunOnce(const std::wstring& sql, DbRows& rows) {
+bool DbEngine::RunInPlace(const std::wstring& sql, DbRows& rows) {
+  return Run(sql, rows, false);
+}
+
+bool DbEngine::Run(const std::wstring& sql, DbRows& rows, bool mayReopen) {
+  if (connection_ == nullptr) Throw(L"No database open.");
   if (sql.size() > kMaxStatement) Throw(L"Query too long.");
   rows.clear();
   const StatementBuffer narrow = NarrowStatement(sql);
   ResultTable table(library_);
-  if (!Fetch(narrow.data(), table)) return false;
+  if (!Fetch(narrow.data(), table, mayReopen)) return false;
   table.CopyTo(rows, kMaxValue);
   return true;
 }
 
 bool DbEngine::RunAtOnce(const std::wstring& sql, DbRows& rows) {
   rows.clear();
-  if (connection_ == nullptr || transaction_ != Transaction::kNone) return false;
+  if (connection_ == nullptr) return false;
   const StatementBuffer narrow = NarrowStatement(sql);
   ResultTable table(library_);
   std::wstring message;
@@ -106,50 +99,20 @@ bool DbEngine::RunAtOnce(const std::wstring& sql, DbRows& rows) {
   return true;
 }
 
-bool DbEngine::Fetch(const char* sql, ResultTable& table) {
+bool DbEngine::Fetch(const char* sql, ResultTable& table, bool mayReopen) {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     std::wstring message;
     const int code = table.Get(connection_, sql, message);
     if (code == kOk) return true;
     if (code == kBusy || code == kLocked || code == kSchemaChanged) {
       ::Sleep(kRetryMilliseconds);
-    } else if (code == kMisuse) {
+    } else if (code == kMisuse && mayReopen) {
       Reopen();
-      // What the transaction had done so far went with the old connection.
-      if (transaction_ != Transaction::kNone) throw DBerror(message, code);
     } else {
       throw DBerror(message, code);
     }
   }
   return false;
-}
-
-void DbEngine::Begin() {
-  DbRows none;
-  if (!Run(L"BEGIN IMMEDIATE;", none)) throw BusyError();
-  transaction_ = Transaction::kOpen;
-}
-
-void DbEngine::Commit() {
-  DbRows none;
-  Run(L"COMMIT;", none);
-  transaction_ = Transaction::kNone;
-}
-
-void DbEngine::RollBack() noexcept {
-  transaction_ = Transaction::kNone;
-  if (connection_ == nullptr) return;
-  DbRows none;
-  try {
-    if (Run(L"ROLLBACK;", none)) return;
-  } catch (const std::exception&) {
-    // Most likely the engine has undone everything already; reopening makes it certain.
-  }
-  try {
-    Reopen();
-  } catch (const std::exception&) {
-    // Without a connection the statements to come say that no database is open.
-  }
 }
 
 }  // namespace quillgate

@@ -34,27 +34,24 @@ class DbEngine {
   void Close() noexcept;
 
   // Runs one statement. False, with no rows, when the engine stayed busy for all attempts; every
-  // other failure throws DBerror. No row is left behind by a failure. Inside a transaction staying
-  // busy and a connection that had to be reopened are failures too, and after any failure the
-  // transaction's other statements fail as well.
+  // other failure throws DBerror. No row is left behind by a failure. A connection that only
+  // reopening mends is reopened.
   bool Run(const std::wstring& sql, DbRows& rows);
 
-  // One attempt, outside of any transaction: whether the engine carried the statement out. Neither
-  // waits nor reopens. Throws DBerror for a statement that can never run, or rows it cannot take.
+  // The same on the connection as it is, for the statements of a transaction: another connection
+  // would know nothing of it.
+  bool RunInPlace(const std::wstring& sql, DbRows& rows);
+
+  // One attempt: whether the engine carried the statement out. Neither waits nor reopens. Throws
+  // DBerror for a statement that can never run, or rows it cannot take.
   bool RunAtOnce(const std::wstring& sql, DbRows& rows);
 
-  // Throw DBerror. A failed Begin leaves no transaction; a failed Commit leaves one to roll back.
-  void Begin();
-  void Commit();
-  // Ends the transaction with nothing changed, if need be by closing and reopening the connection.
-  void RollBack() noexcept;
+  // Throws DBerror; the next statement then tries again.
+  void Reopen();
 
  private:
-  enum class Transaction { kNone, kOpen, kBroken };
-
-  bool RunOnce(const std::wstring& sql, DbRows& rows);
-  bool Fetch(const char* sql, class ResultTable& table);
-  void Reopen();
+  bool Run(const std::wstring& sql, DbRows& rows, bool mayReopen);
+  bool Fetch(const char* sql, class ResultTable& table, bool mayReopen);
   void Prepare();
 
   const Preparation prepare_;
@@ -62,7 +59,6 @@ class DbEngine {
   EngineLibrary::Connection* connection_ = nullptr;
   std::wstring path_;  // empty before the first opening that succeeded
   bool preparing_ = false;
-  Transaction transaction_ = Transaction::kNone;
 };
 
 }  // namespace quillgate

@@ -3,8 +3,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "encoding/multibyte.h"
 #include "storage/db_error.h"
-#include "storage/multibyte.h"
 
 namespace quillgate {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "frame/icon.h"
-#include "storage/critical_section.h"
+#include "handles/critical_section.h"
 
 namespace quillgate {
 

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
+#include "encoding/multibyte.h"
 #include "handles/handle.h"
-#include "storage/multibyte.h"
 
 namespace quillgate {
 namespace {

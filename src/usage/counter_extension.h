@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "storage/critical_section.h"
+#include "handles/critical_section.h"
 
 namespace quillgate {
 

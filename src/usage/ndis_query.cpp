@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <map>
 
+#include "handles/critical_section.h"
 #include "handles/handle.h"
-#include "storage/critical_section.h"
 
 namespace quillgate {
 namespace {

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string>
 
-#include "storage/critical_section.h"
+#include "handles/critical_section.h"
 
 namespace quillgate {
 

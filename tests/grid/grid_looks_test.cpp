@@ -187,7 +187,7 @@ TEST_F(GridLooksTest, ASizeIsNotedUnlessItIsTheOneToSkip) {
     return [=, this] {
       slot_.skipNextSize = isToSkip;
       grid_.OnSize(size);
-      RefreshLayout(slot_, system_);
+      grid_.RefreshLayout();
     };
   };
   ExpectAsked({""}, {{"noted", hear(false, {500, 200}), "SendSize 500,200; SendSize 500,200"},

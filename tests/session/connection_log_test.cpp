@@ -25,7 +25,7 @@ class ConnectionLogTest : public SessionTest {
       log.Write(batch);
       log.Forget(batch);
     }
-    if (batch.refused) std::rethrow_exception(batch.refused);
+    batch.refused.Rethrow();
   }
   void Finish(const SessionRecord& session) {
     log_.Keep(session);

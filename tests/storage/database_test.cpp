@@ -6,6 +6,7 @@
 
 #include "platform/kernel/path.h"
 #include "platform/testing/simulated_machine.h"
+#include "storage/db_transaction.h"
 
 namespace quillgate {
 namespace {

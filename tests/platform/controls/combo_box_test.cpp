@@ -3,10 +3,12 @@
 #include <QComboBox>
 
 #include "platform/controls/control_test.h"
+#include "platform/kernel/locale_source.h"
 
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 
 class ComboBoxTest : public ControlTest {
@@ -101,6 +103,20 @@ TEST_F(ComboBoxTest, SortedItemsFindTheirPlaces) {
   EXPECT_EQ(Add(combo, L"gamma"), 2);
   EXPECT_EQ(Send(combo, CB_INSERTSTRING, 0, L"zeta"), 0) << "inserted items are not sorted";
   EXPECT_THAT(Items(combo), ElementsAre(L"zeta", L"Alpha", L"beta", L"gamma"));
+}
+
+TEST_F(ComboBoxTest, SortedItemsStandInTheOrderOfTheUsersLanguage) {
+  for (const auto& [language, expected] :
+       {std::pair{LANGID{0x41D}, std::vector{L"adam", L"Zoe", L"\u00c5sa", L"\u00d6sten"}},
+        {LANGID{0x409}, {L"adam", L"\u00c5sa", L"\u00d6sten", L"Zoe"}}}) {
+    platform::SetLocaleChoice(platform::LocaleChoice{language, 0});
+    HWND combo = Combo(CBS_SORT);
+    for (const wchar_t* name : {L"\u00d6sten", L"Zoe", L"adam", L"\u00c5sa"})
+      Add(combo, name);
+    EXPECT_THAT(Items(combo), ElementsAreArray(expected)) << language;
+    EXPECT_NE(Send(combo, CB_FINDSTRINGEXACT, -1, L"\u00f6STEN"), CB_ERR);
+  }
+  platform::SetLocaleChoice({});
 }
 
 TEST_F(ComboBoxTest, SearchesIgnoreCaseAndGoRound) {

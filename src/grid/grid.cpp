@@ -1,24 +1,21 @@
-// The grid's title, size and looks, and the place of its cursor.
+#include "grid/grid.h"
+
 #include <algorithm>
 
-#include "grid/grid.h"
 #include "grid/grid_cursor.h"
-#include "grid/grid_layout.h"
-#include "grid/grid_scrolling.h"
+#include "grid/grid_editing.h"
+#include "grid/grid_keyboard.h"
+#include "grid/grid_mouse.h"
+#include "grid/grid_notifications.h"
+#include "grid/grid_painter.h"
 
 namespace quillgate {
 namespace {
 
-// No screen is so large. Sums of a few lengths stay within their type.
-constexpr std::int32_t kLongest = 0x7FFFFFF;
+constexpr GridColour kEnabledHeading = 0;
+constexpr GridColour kDisabledHeading = 0x787878;
 
 }  // namespace
-
-Grid::Grid(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {
-  const GridSize client = system.ClientSize();
-  slot_.clientWidth = client.width;
-  slot_.clientHeight = client.height;
-}
 
 void Grid::SetTitle(std::wstring_view title) {
   slot_.title = title.size() > kGridMaxText ? L"Title too long (300 chars max)" : title;
@@ -32,7 +29,7 @@ void Grid::SetTitle(std::wstring_view title) {
   slot_.titleHeight = height;
   GridScrolling(slot_, system_).UpdateBars();
   system_.InvalidateAll(false);
-  RefreshLayout(slot_, system_);
+  RefreshLayout();
 }
 
 void Grid::SetFont(GridFont font) {
@@ -51,62 +48,14 @@ void Grid::OnSize(GridSize size) {
   slot_.savedHeight = size.height;
 }
 
-void RefreshLayout(const GridSlot& slot, GridSystem& system) {
-  system.SendSize({slot.savedWidth, slot.savedHeight});
-  system.SendSize({slot.savedWidth, slot.savedHeight});
-}
-
-void Grid::SetDefaultProtect(bool isProtected) {
-  slot_.defaultProtect = isProtected ? L'P' : L'U';
-}
-
-void Grid::Clear() {
-  slot_.cellStore.Clear();
-  slot_.rows = 0;
-  slot_.cursorRow = slot_.homeRow = slot_.homeCol = 1;
-  system_.InvalidateAll(true);
-  GridScrolling(slot_, system_).UpdateBars();
-}
-
-void Grid::SetSize(std::uint32_t rows, std::int32_t cols) {
-  constexpr auto kMaxRows = static_cast<std::uint32_t>(kGridMaxRows);
-  slot_.rows = static_cast<std::int32_t>(std::min(rows, kMaxRows));
-  slot_.cols = std::clamp(cols, 1, kGridMaxCols);
-  system_.InvalidateAll(true);
-  GridScrolling(slot_, system_).UpdateBars();
-}
-
 void Grid::SetCursorPos(std::int32_t row, std::int32_t col) {
   if (row < 1 || row > slot_.rows || col < 1 || col > slot_.cols) return;
   GridCursor(slot_, system_).MoveTo({row, col});
   system_.InvalidateAll(false);
 }
 
-void Grid::SetColWidth(std::uint32_t col, std::int32_t width) {
-  if (col >= slot_.colWidth.size() || width < 0) return;
-  slot_.colWidth[col] = std::min(width, kLongest);
-  system_.InvalidateAll(false);
-  GridScrolling(slot_, system_).UpdateBars();
-}
-
-void Grid::SetHeaderHeight(std::int32_t height) {
-  slot_.headerHeight = std::clamp(height, 0, kLongest);
-  GridScrolling(slot_, system_).UpdateBars();
-  RefreshLayout(slot_, system_);
-  system_.InvalidateAll(false);
-}
-
-void Grid::SetRowHeight(std::int32_t height) {
-  slot_.rowHeight = std::clamp(height, 1, kLongest);
-  GridScrolling scrolling(slot_, system_);
-  scrolling.UpdateBars();
-  scrolling.BringCursorIntoView();
-  RefreshLayout(slot_, system_);
-  system_.InvalidateAll(false);
-}
-
 void Grid::SetTitleHeight(std::int32_t height) {
-  slot_.titleHeight = std::clamp(height, 0, kLongest);
+  slot_.titleHeight = std::clamp(height, 0, kGridLongest);
   GridScrolling scrolling(slot_, system_);
   scrolling.UpdateBars();
   scrolling.BringCursorIntoView();
@@ -131,7 +80,7 @@ void Grid::SetUnderFrame(GridColour GridSlot::*colour, GridColour value) {
 
 void Grid::SetSpareFlag(bool flag) {
   slot_.spareFlag = flag;
-  RefreshLayout(slot_, system_);
+  RefreshLayout();
   system_.InvalidateAll(false);
 }
 
@@ -161,6 +110,69 @@ void Grid::NotifyCol() {
 void Grid::Refresh() {
   system_.InvalidateAll(true);
   system_.PaintNow();
+}
+
+void Grid::OnFocusGained() {
+  slot_.hasFocus = true;
+  GridCursor cursor(slot_, system_);
+  cursor.ShowFrame();
+  cursor.NoteProtection();
+  GridScrolling(slot_, system_).BringCursorIntoView();
+  slot_.caretHeight = system_.WindowFontAscent();
+  system_.Notify(GCN_SETFOCUS, 0);
+  system_.CreateCaret({kGridCaretWidth, slot_.caretHeight});
+  // An edit goes on where the focus left it.
+  if (slot_.editing) system_.ShowCaret();
+  system_.InvalidateAll(false);
+}
+
+void Grid::OnFocusLost() {
+  system_.DestroyCaret();
+  GridCursor(slot_, system_).RemoveFrame();
+  slot_.hasFocus = false;
+  system_.Notify(GCN_KILLFOCUS, 0);
+  system_.InvalidateAll(false);
+}
+
+void Grid::OnEnabled(bool enabled) {
+  slot_.headingTextColor = enabled ? kEnabledHeading : kDisabledHeading;
+  system_.InvalidateAll(false);
+}
+
+void Grid::Paint() {
+  GridPainter(slot_, system_).Paint();
+}
+
+void Grid::DrawCursor() {
+  GridCursor(slot_, system_).ShowFrame();
+}
+
+void Grid::OnKey(int virtualKey) {
+  GridKeyboard(slot_, system_).OnKey(virtualKey);
+}
+
+std::uint32_t Grid::DialogCode(int virtualKey) {
+  return GridKeyboard(slot_, system_).DialogCode(virtualKey);
+}
+
+void Grid::OnMouseMove(GridPoint point) {
+  GridMouse(slot_, system_).OnMove(point);
+}
+
+void Grid::OnButtonDown(GridPoint point) {
+  GridMouse(slot_, system_).OnButtonDown(point);
+}
+
+void Grid::OnButtonUp(GridPoint) {
+  GridMouse(slot_, system_).OnButtonUp();
+}
+
+void Grid::OnVerticalScroll(GridScroll request, std::int32_t place) {
+  GridScrolling(slot_, system_).OnVertical(request, place);
+}
+
+void Grid::OnHorizontalScroll(GridScroll request, std::int32_t place) {
+  GridScrolling(slot_, system_).OnHorizontal(request, place);
 }
 
 }  // namespace quillgate

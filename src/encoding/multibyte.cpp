@@ -1,4 +1,4 @@
-#include "storage/multibyte.h"
+#include "encoding/multibyte.h"
 
 #include <windows.h>
 

@@ -1,0 +1,34 @@
+// Runs several pieces of work whatever becomes of each, and passes on the first failure. Used by
+// one thread.
+#pragma once
+
+#include <exception>
+
+namespace quillgate {
+
+class FirstFailure {
+ public:
+  template <class Work>
+  void Run(Work&& work) {
+    try {
+      work();
+    } catch (...) {
+      Note();
+    }
+  }
+  // Of the exception that is being handled.
+  void Note() {
+    if (!failure_) failure_ = std::current_exception();
+  }
+
+  bool HasFailed() const { return failure_ != nullptr; }
+  // Throws the first failure; returns without one.
+  void Rethrow() const {
+    if (failure_) std::rethrow_exception(failure_);
+  }
+
+ private:
+  std::exception_ptr failure_;
+};
+
+}  // namespace quillgate
