@@ -12,14 +12,14 @@ namespace {
 // Whoever the parent is now gets it; nobody when the control has gone meanwhile.
 void SendCommand(HWND control, WORD code) {
   const auto window = FindWindowOf(control);
-  if (window == nullptr || window->parent == nullptr) return;
-  ::SendMessageW(window->parent, WM_COMMAND, MAKEWPARAM(LOWORD(window->id), code),
+  if (window == nullptr || window->Parent() == nullptr) return;
+  ::SendMessageW(window->Parent(), WM_COMMAND, MAKEWPARAM(LOWORD(window->Id()), code),
                  reinterpret_cast<LPARAM>(control));
 }
 
 bool TakesKeyboard(const Window& window) {
   constexpr DWORD kNeeded = WS_TABSTOP | WS_VISIBLE;
-  return (window.style & (kNeeded | WS_DISABLED)) == kNeeded && window.peer != nullptr;
+  return (window.Style() & (kNeeded | WS_DISABLED)) == kNeeded && window.Peer() != nullptr;
 }
 
 }  // namespace
@@ -33,38 +33,36 @@ int CopyBounded(const std::wstring& text, wchar_t* buffer, int characters) {
 }
 
 PeerOrigin BasicControl::Origin(WindowPeer* parent) const {
-  return {*window_.events, parent, window_.style};
+  return {window_.Events(), parent, window_.Style()};
 }
 
 void BasicControl::Command(WORD code) const {
-  SendCommand(window_.handle, code);
+  SendCommand(window_.Handle(), code);
 }
 
 void BasicControl::CommandLater(WORD code) const {
-  window_.queue->Defer([control = window_.handle, code] { SendCommand(control, code); });
+  window_.Queue()->Defer([control = window_.Handle(), code] { SendCommand(control, code); });
 }
 
 LRESULT BasicControl::SendNotification(HWND control, NMHDR* header) {
   const auto window = FindWindowOf(control);
-  if (window == nullptr || window->parent == nullptr) return 0;
-  return ::SendMessageW(window->parent, WM_NOTIFY, header->idFrom,
+  if (window == nullptr || window->Parent() == nullptr) return 0;
+  return ::SendMessageW(window->Parent(), WM_NOTIFY, header->idFrom,
                         reinterpret_cast<LPARAM>(header));
 }
 
 void BasicControl::FocusNext() const {
-  const auto siblings = Windows().ChildrenOf(window_.parent);
-  auto each = std::ranges::find(siblings, window_.handle, &Window::handle);
+  const auto siblings = Windows().ChildrenOf(window_.Parent());
+  auto each = std::ranges::find(siblings, window_.Handle(), &Window::Handle);
   if (each == siblings.end()) return;
   each = std::find_if(std::next(each), siblings.end(),
                       [](const auto& sibling) { return TakesKeyboard(*sibling); });
-  if (each != siblings.end()) (*each)->peer->Focus();
+  if (each != siblings.end()) (*each)->Peer()->Focus();
 }
 
 void BasicControl::Resize(int width, int height) const {
-  RECT& place = window_.place;
-  place.right = place.left + width;
-  place.bottom = place.top + height;
-  if (window_.peer != nullptr) window_.peer->SetPlace(place);
+  const RECT& place = window_.Place();
+  window_.SetPlace({place.left, place.top, place.left + width, place.top + height});
 }
 
 LRESULT BasicControl::Refuse(const char* control, UINT message, LRESULT failure) const {

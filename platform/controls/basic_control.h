@@ -37,12 +37,12 @@ class BasicControl : public Control {
   template <class Notification>
   LRESULT Notify(UINT code, Notification& notification) const {
     *reinterpret_cast<NMHDR*>(&notification) = Header(code);
-    return SendNotification(window_.handle, reinterpret_cast<NMHDR*>(&notification));
+    return SendNotification(window_.Handle(), reinterpret_cast<NMHDR*>(&notification));
   }
   template <class Notification>
   void NotifyLater(UINT code, Notification notification) const {
     *reinterpret_cast<NMHDR*>(&notification) = Header(code);
-    window_.queue->Defer([window = window_.handle, notification]() mutable {
+    window_.Queue()->Defer([window = window_.Handle(), notification]() mutable {
       SendNotification(window, reinterpret_cast<NMHDR*>(&notification));
     });
   }
@@ -50,9 +50,9 @@ class BasicControl : public Control {
   // Runs the work on this control (of the type named) later, if its window is still there.
   template <class ThisControl, class Work>
   void Later(Work work) const {
-    window_.queue->Defer([window = window_.handle, work] {
+    window_.Queue()->Defer([window = window_.Handle(), work] {
       const auto found = FindWindowOf(window);
-      if (found != nullptr) work(static_cast<ThisControl&>(*found->control));
+      if (found != nullptr) work(static_cast<ThisControl&>(*found->SystemControl()));
     });
   }
 
@@ -66,7 +66,7 @@ class BasicControl : public Control {
   LRESULT Refuse(const char* control, UINT message, LRESULT failure) const;
 
  private:
-  NMHDR Header(UINT code) const { return {window_.handle, window_.id, code}; }
+  NMHDR Header(UINT code) const { return {window_.Handle(), window_.Id(), code}; }
   static LRESULT SendNotification(HWND window, NMHDR* header);
 
   Window& window_;

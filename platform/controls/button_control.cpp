@@ -19,15 +19,15 @@ bool IsPush(DWORD kind) {
 }
 
 ButtonControl* ButtonOf(const Window& window) {
-  return dynamic_cast<ButtonControl*>(window.control.get());
+  return dynamic_cast<ButtonControl*>(window.SystemControl());
 }
 
 // The siblings of a control that belong to its group: a group begins with the style WS_GROUP and
 // ends before the next control that has it, in order of creation.
 std::vector<std::shared_ptr<Window>> GroupOf(const Window& window) {
-  const auto siblings = Windows().ChildrenOf(window.parent);
-  const auto starts = [](const auto& each) { return (each->style & WS_GROUP) != 0; };
-  const auto own = std::ranges::find(siblings, window.handle, &Window::handle);
+  const auto siblings = Windows().ChildrenOf(window.Parent());
+  const auto starts = [](const auto& each) { return (each->Style() & WS_GROUP) != 0; };
+  const auto own = std::ranges::find(siblings, window.Handle(), &Window::Handle);
   if (own == siblings.end()) return {};
   auto first = own;
   while (first != siblings.begin() && !starts(*first))
@@ -39,7 +39,7 @@ std::vector<std::shared_ptr<Window>> GroupOf(const Window& window) {
 
 std::unique_ptr<WindowPeer> ButtonControl::MakePeer(Window& window, WindowPeer* parent) {
   ButtonPeer* sameGroup = nullptr;
-  if (IsRadio() && (window.style & WS_GROUP) == 0) {
+  if (IsRadio() && (window.Style() & WS_GROUP) == 0) {
     for (const ButtonControl* radio : RadiosOfGroup()) {
       if (radio != this) sameGroup = radio->Peer();
     }
@@ -105,7 +105,7 @@ void ButtonControl::SetCheck(bool checked) {
   if (!HasCheck()) return;
   checked_ = checked;
   // Tab comes to the radio button of a group that is chosen.
-  if (IsRadio()) Self().style = (Self().style & ~WS_TABSTOP) | (checked ? WS_TABSTOP : 0);
+  if (IsRadio()) Self().SetStyleBit(WS_TABSTOP, checked);
   if (Peer() != nullptr) Peer()->SetChecked(checked);
 }
 
@@ -115,7 +115,7 @@ void ButtonControl::SetKind(DWORD kind) {
     LogLine("Button: BM_SETSTYLE between push buttons only");
     return;
   }
-  Self().style = (Self().style & ~BS_TYPEMASK) | kind;
+  Self().SetStyle((Self().Style() & ~BS_TYPEMASK) | kind);
   if (Peer() != nullptr) Peer()->SetDefault(kind == BS_DEFPUSHBUTTON);
 }
 

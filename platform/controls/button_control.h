@@ -21,8 +21,8 @@ class ButtonControl final : public BasicControl, private ButtonEvents {
   void OnClicked() override;
   void OnMnemonic() override { FocusNext(); }
 
-  ButtonPeer* Peer() const { return static_cast<ButtonPeer*>(Self().peer.get()); }
-  DWORD Kind() const { return Self().style & BS_TYPEMASK; }
+  ButtonPeer* Peer() const { return static_cast<ButtonPeer*>(Self().Peer()); }
+  DWORD Kind() const { return Self().Style() & BS_TYPEMASK; }
   bool IsRadio() const;
   bool HasCheck() const;
   LRESULT DialogCode() const;

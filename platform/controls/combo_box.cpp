@@ -30,18 +30,18 @@ std::unique_ptr<WindowPeer> ComboBox::MakePeer(Window& /*window*/, WindowPeer* p
 std::optional<LRESULT> ComboBox::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_NCCREATE:
-      if (IsSupported(Self().style)) return std::nullopt;
+      if (IsSupported(Self().Style())) return std::nullopt;
       LogLine("ComboBox: drop-down lists only");
       return FALSE;
     case WM_CREATE:
-      Self().text.clear();
+      Self().NoteText({});
       SettleHeight(true);
       return 0;
     case WM_SIZE:
       SettleHeight(false);
       return 0;
     case WM_SETFONT:
-      ::DefWindowProcW(Self().handle, message, wParam, lParam);
+      ::DefWindowProcW(Self().Handle(), message, wParam, lParam);
       SettleHeight(false);
       return 0;
     case WM_GETDLGCODE:
@@ -108,7 +108,7 @@ void ComboBox::OnChosen(int index) {
 
 LRESULT ComboBox::Add(const wchar_t* text) {
   if (text == nullptr) return CB_ERR;
-  if ((Self().style & CBS_SORT) == 0) return Insert(-1, text);
+  if ((Self().Style() & CBS_SORT) == 0) return Insert(-1, text);
   const auto after = std::ranges::upper_bound(
       items_, text, [](const auto& one, const auto& other) { return CompareTexts(one, other) < 0; },
       &Item::text);
@@ -179,13 +179,13 @@ int ComboBox::Find(int after, const wchar_t* text, Match match) const {
 
 void ComboBox::TakeChoice(int index) {
   chosen_ = index;
-  Self().text = index >= 0 ? items_[static_cast<std::size_t>(index)].text : std::wstring();
+  Self().NoteText(index >= 0 ? items_[static_cast<std::size_t>(index)].text : std::wstring());
   if (Peer() != nullptr) Peer()->Select(index);
 }
 
 void ComboBox::SettleHeight(bool listToo) {
   if (Peer() == nullptr) return;
-  const RECT& place = Self().place;
+  const RECT& place = Self().Place();
   const int given = place.bottom - place.top;
   const int closed = Peer()->ClosedHeight();
   if (listToo) Peer()->SetListHeight(given - closed);

@@ -25,7 +25,7 @@ class ComboBox final : public BasicControl, private ComboBoxEvents {
 
   void OnChosen(int index) override;
 
-  ComboBoxPeer* Peer() const { return static_cast<ComboBoxPeer*>(Self().peer.get()); }
+  ComboBoxPeer* Peer() const { return static_cast<ComboBoxPeer*>(Self().Peer()); }
   int Count() const { return static_cast<int>(items_.size()); }
   bool Has(WPARAM index) const { return index < items_.size(); }
   std::optional<LRESULT> AnswerItems(UINT message, WPARAM wParam, LPARAM lParam);

@@ -57,7 +57,7 @@ std::unique_ptr<WindowPeer> DatePicker::MakePeer(Window& /*window*/, WindowPeer*
 std::optional<LRESULT> DatePicker::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_NCCREATE:
-      if (IsSupported(Self().style)) return std::nullopt;
+      if (IsSupported(Self().Style())) return std::nullopt;
       LogLine("date picker: short dates only");
       return FALSE;
     case WM_GETDLGCODE:

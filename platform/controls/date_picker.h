@@ -23,7 +23,7 @@ class DatePicker final : public BasicControl, private DatePickerEvents {
   void OnPicked(const PickedDate& date) override;
   void OnCalendarShown(bool shown) override;
 
-  DatePickerPeer* Peer() const { return static_cast<DatePickerPeer*>(Self().peer.get()); }
+  DatePickerPeer* Peer() const { return static_cast<DatePickerPeer*>(Self().Peer()); }
   LRESULT SetTime(WPARAM kind, const SYSTEMTIME* time);
   LRESULT GetTime(SYSTEMTIME* time) const;
   LRESULT SetRange(WPARAM ends, const SYSTEMTIME* range);

@@ -25,7 +25,7 @@ std::unique_ptr<WindowPeer> EditControl::MakePeer(Window& /*window*/, WindowPeer
 std::optional<LRESULT> EditControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_NCCREATE:
-      if ((Self().style & kOwnStyles & ~kStyles) == 0) return std::nullopt;
+      if ((Self().Style() & kOwnStyles & ~kStyles) == 0) return std::nullopt;
       LogLine("Edit: this style is not supported");
       return FALSE;
     case WM_GETDLGCODE:
@@ -58,14 +58,13 @@ std::optional<LRESULT> EditControl::Answer(UINT message, WPARAM wParam, LPARAM l
 }
 
 void EditControl::OnEdited(const std::wstring& text) {
-  Self().text = text;
+  Self().NoteText(text);
   CommandLater(EN_CHANGE);
 }
 
 LRESULT EditControl::SetContent(const wchar_t* text) {
-  Self().text = text != nullptr ? text : L"";
   selection_ = {};
-  if (Peer() != nullptr) Peer()->SetText(Self().text);
+  Self().SetText(text != nullptr ? text : L"");
   Command(EN_CHANGE);
   return TRUE;
 }
@@ -98,7 +97,7 @@ void EditControl::SetLimit(WPARAM characters) {
 }
 
 void EditControl::SetReadOnly(bool readOnly) {
-  Self().style = readOnly ? Self().style | ES_READONLY : Self().style & ~ES_READONLY;
+  Self().SetStyleBit(ES_READONLY, readOnly);
   if (Peer() != nullptr) Peer()->SetReadOnly(readOnly);
 }
 

@@ -19,8 +19,8 @@ class EditControl final : public BasicControl, private EditEvents {
  private:
   void OnEdited(const std::wstring& text) override;
 
-  EditPeer* Peer() const { return static_cast<EditPeer*>(Self().peer.get()); }
-  int Length() const { return static_cast<int>(Self().text.size()); }
+  EditPeer* Peer() const { return static_cast<EditPeer*>(Self().Peer()); }
+  int Length() const { return static_cast<int>(Self().Text().size()); }
   LRESULT SetContent(const wchar_t* text);
   void Select(int start, int end);
   EditSelection Current() const;

@@ -51,7 +51,7 @@ std::unique_ptr<WindowPeer> ListView::MakePeer(Window& /*window*/, WindowPeer* p
 }
 
 std::optional<LRESULT> ListView::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE && !IsSupported(Self().style)) {
+  if (message == WM_NCCREATE && !IsSupported(Self().Style())) {
     LogLine("list view: report view only, and not with these styles");
     return FALSE;
   }
@@ -342,7 +342,7 @@ LRESULT ListView::SetItemState(int row, const LVITEMW* given) {
 
 void ListView::ChangeState(int row, UINT state, UINT mask, When when) {
   UINT single = LVIS_FOCUSED;
-  if ((Self().style & LVS_SINGLESEL) != 0) single |= LVIS_SELECTED;
+  if ((Self().Style() & LVS_SINGLESEL) != 0) single |= LVIS_SELECTED;
   const UINT taken = state & mask & single;
   for (int other = 0; taken != 0 && Self().IsLive() && other < items_.RowCount(); ++other) {
     if (other != row) ChangeOwnState(other, 0, taken, when);

@@ -31,7 +31,7 @@ class ListView final : public BasicControl, private ListViewEvents {
   void OnHeaderResized(int column, int width) override;
   void OnRowClicked(int row, int column, bool twice) override;
 
-  ListViewPeer* Peer() const { return static_cast<ListViewPeer*>(Self().peer.get()); }
+  ListViewPeer* Peer() const { return static_cast<ListViewPeer*>(Self().Peer()); }
   std::optional<LRESULT> AnswerColumns(UINT message, int column, LPARAM lParam);
   std::optional<LRESULT> AnswerRows(UINT message, int row, LPARAM lParam);
   LRESULT AnswerStates(UINT message, int row, LPARAM lParam);

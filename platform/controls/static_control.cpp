@@ -62,7 +62,7 @@ bool StaticControl::IsSupported() const {
 }
 
 void StaticControl::LoadNamedImage(const CREATESTRUCTW& creation) {
-  Self().text.clear();
+  Self().NoteText({});
   if (creation.lpszName == nullptr || creation.lpszName[0] == L'\0') return;
   const LPCWSTR name = ResourceName(creation.lpszName);
   if (Kind() == SS_ICON) {
@@ -102,7 +102,7 @@ void StaticControl::ShowPicture(HBITMAP bitmap) {
 }
 
 void StaticControl::TakeSize(int width, int height) {
-  if ((Self().style & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) != 0) return;
+  if ((Self().Style() & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) != 0) return;
   Resize(width, height);
 }
 

@@ -18,8 +18,8 @@ class StaticControl final : public BasicControl, private StaticEvents {
  private:
   void OnMnemonic() override { FocusNext(); }
 
-  StaticPeer* Peer() const { return static_cast<StaticPeer*>(Self().peer.get()); }
-  DWORD Kind() const { return Self().style & SS_TYPEMASK; }
+  StaticPeer* Peer() const { return static_cast<StaticPeer*>(Self().Peer()); }
+  DWORD Kind() const { return Self().Style() & SS_TYPEMASK; }
   bool IsSupported() const;
   bool ShowsImage() const { return Kind() == SS_ICON || Kind() == SS_BITMAP; }
   // The image that the window's name stands for, as documented for these types.

@@ -29,7 +29,7 @@ class TabControl final : public BasicControl, private TabEvents {
 
   void OnTabWanted(int index) override;
 
-  TabPeer* Peer() const { return static_cast<TabPeer*>(Self().peer.get()); }
+  TabPeer* Peer() const { return static_cast<TabPeer*>(Self().Peer()); }
   bool Has(WPARAM index) const { return index < tabs_.size(); }
   LRESULT Insert(WPARAM index, const TCITEMW* item);
   LRESULT SetItem(WPARAM index, const TCITEMW* item);

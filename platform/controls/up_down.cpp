@@ -49,8 +49,8 @@ std::wstring Grouped(int number) {
 
 std::wstring TextOf(const Window& window) {
   std::wstring text(64, L'\0');
-  const LRESULT length =
-      ::SendMessageW(window.handle, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  const LRESULT length = ::SendMessageW(window.Handle(), WM_GETTEXT, text.size(),
+                                        reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(length));
   return text;
 }
@@ -64,7 +64,7 @@ std::unique_ptr<WindowPeer> UpDown::MakePeer(Window& /*window*/, WindowPeer* par
 std::optional<LRESULT> UpDown::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_NCCREATE:
-      if ((Self().style & kOwnStyles & ~kStyles) == 0) return std::nullopt;
+      if ((Self().Style() & kOwnStyles & ~kStyles) == 0) return std::nullopt;
       LogLine("up-down control: this style is not supported");
       return FALSE;
     case WM_CREATE:
@@ -102,7 +102,7 @@ LRESULT UpDown::SetBuddy(HWND buddy) {
   const auto found = Resolve<Window>(HandleKind::kWindow, buddy);
   buddy_ = found != nullptr ? buddy : nullptr;
   if (Peer() != nullptr) {
-    Peer()->TakeArrowKeysOf(found != nullptr && Has(UDS_ARROWKEYS) ? found->peer.get() : nullptr);
+    Peer()->TakeArrowKeysOf(found != nullptr && Has(UDS_ARROWKEYS) ? found->Peer() : nullptr);
   }
   if (found != nullptr && Has(UDS_ALIGNRIGHT | UDS_ALIGNLEFT)) MoveBesideBuddy(*found);
   return before;
@@ -110,14 +110,14 @@ LRESULT UpDown::SetBuddy(HWND buddy) {
 
 void UpDown::TakeSiblingAsBuddy() {
   // The control made just before this one.
-  const auto siblings = Windows().ChildrenOf(Self().parent);
-  const auto own = std::ranges::find(siblings, Self().handle, &Window::handle);
-  if (own != siblings.begin() && own != siblings.end()) SetBuddy((*std::prev(own))->handle);
+  const auto siblings = Windows().ChildrenOf(Self().Parent());
+  const auto own = std::ranges::find(siblings, Self().Handle(), &Window::Handle);
+  if (own != siblings.begin() && own != siblings.end()) SetBuddy((*std::prev(own))->Handle());
 }
 
 void UpDown::MoveBesideBuddy(Window& buddy) {
-  RECT field = buddy.place;
-  RECT& own = Self().place;
+  RECT field = buddy.Place();
+  RECT own = Self().Place();
   own.top = field.top;
   own.bottom = field.bottom;
   if (Has(UDS_ALIGNRIGHT)) {
@@ -129,9 +129,8 @@ void UpDown::MoveBesideBuddy(Window& buddy) {
     own.right = own.left + kWidth;
     field.left = own.right - kOverlap;
   }
-  buddy.place = field;
-  if (buddy.peer != nullptr) buddy.peer->SetPlace(field);
-  if (Peer() != nullptr) Peer()->SetPlace(own);
+  buddy.SetPlace(field);
+  Self().SetPlace(own);
 }
 
 void UpDown::SetRange(int low, int high) {

@@ -23,8 +23,8 @@ class UpDown final : public BasicControl, private UpDownEvents {
  private:
   void OnStep(bool up) override;
 
-  UpDownPeer* Peer() const { return static_cast<UpDownPeer*>(Self().peer.get()); }
-  bool Has(DWORD style) const { return (Self().style & style) != 0; }
+  UpDownPeer* Peer() const { return static_cast<UpDownPeer*>(Self().Peer()); }
+  bool Has(DWORD style) const { return (Self().Style() & style) != 0; }
   LRESULT SetBuddy(HWND buddy);
   void TakeSiblingAsBuddy();
   // Beside the buddy, which gives up the place for it.

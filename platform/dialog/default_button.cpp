@@ -36,9 +36,9 @@ void SendClick(HWND dialog, int id, HWND button) {
 void MarkDefaultButton(HWND dialog, HWND focus) {
   const HWND wanted = IsPushButton(DialogCodeOf(focus)) ? focus : DefaultButton(dialog);
   for (const auto& control : ControlsOf(dialog)) {
-    if (control->handle == wanted) continue;
-    if ((DialogCodeOf(control->handle) & DLGC_DEFPUSHBUTTON) != 0)
-      SetStyle(control->handle, BS_PUSHBUTTON);
+    if (control->Handle() == wanted) continue;
+    if ((DialogCodeOf(control->Handle()) & DLGC_DEFPUSHBUTTON) != 0)
+      SetStyle(control->Handle(), BS_PUSHBUTTON);
   }
   if ((DialogCodeOf(wanted) & DLGC_UNDEFPUSHBUTTON) != 0) SetStyle(wanted, BS_DEFPUSHBUTTON);
 }

@@ -30,8 +30,8 @@ bool ResultIsProcedures(UINT message) {
 }  // namespace
 
 std::unique_ptr<WindowPeer> DialogControl::MakePeer(Window& window, WindowPeer* parent) {
-  if (window.isChild) return Desktop().Windows().MakePage(*window.events, *parent);
-  return DesktopSide<DialogSide>().Dialogs().MakeDialog(*window.events, *this, parent);
+  if (window.IsChild()) return Desktop().Windows().MakePage(window.Events(), *parent);
+  return DesktopSide<DialogSide>().Dialogs().MakeDialog(window.Events(), *this, parent);
 }
 
 LONG_PTR* DialogControl::Extra(int index) {
@@ -54,14 +54,14 @@ void DialogControl::Equip(OwnedFont font, const DialogUnits& units, DLGPROC proc
 }
 
 void DialogControl::SetModal() {
-  if (window_.peer != nullptr) static_cast<DialogPeer&>(*window_.peer).SetModal();
+  if (window_.Peer() != nullptr) static_cast<DialogPeer&>(*window_.Peer()).SetModal();
 }
 
 INT_PTR DialogControl::AskProcedure(UINT message, WPARAM wParam, LPARAM lParam) {
   const auto procedure = reinterpret_cast<DLGPROC>(procedure_);
   if (procedure == nullptr) return FALSE;
   messageResult_ = 0;
-  return procedure(window_.handle, message, wParam, lParam);
+  return procedure(window_.Handle(), message, wParam, lParam);
 }
 
 std::optional<LRESULT> DialogControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -70,7 +70,7 @@ std::optional<LRESULT> DialogControl::Answer(UINT message, WPARAM wParam, LPARAM
     // The loop of a dialog that was destroyed instead of ended goes on with 0.
     outcome_->ended = true;
     font_.reset();
-    window_.font = nullptr;
+    window_.NoteFont(nullptr);
   }
   if (ResultIsProcedures(message)) {
     if (handled != 0 || message == WM_INITDIALOG) return handled;
@@ -108,14 +108,14 @@ LRESULT DialogControl::AnswerDefaultId() const {
 
 void DialogControl::ChangeDefaultId(int id) {
   defaultId_ = id;
-  MarkDefaultButton(window_.handle, ::GetFocus());
+  MarkDefaultButton(window_.Handle(), ::GetFocus());
 }
 
 // Posted, so that the button that is pressed by the keyboard and the close box take the same way.
 void DialogControl::RequestCancel() {
-  const HWND button = ::GetDlgItem(window_.handle, IDCANCEL);
+  const HWND button = ::GetDlgItem(window_.Handle(), IDCANCEL);
   if (button != nullptr && !::IsWindowEnabled(button)) return;
-  ::PostMessageW(window_.handle, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
+  ::PostMessageW(window_.Handle(), WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
                  reinterpret_cast<LPARAM>(button));
 }
 
@@ -123,15 +123,15 @@ void DialogControl::RequestCancel() {
 void DialogControl::MoveFocusAsTold(WPARAM wParam, LPARAM lParam) {
   if (LOWORD(lParam) != FALSE) {
     GiveFocus(reinterpret_cast<HWND>(wParam));
-  } else if (const auto next = NextTabStop(window_.handle, ::GetFocus(), wParam == FALSE)) {
-    GiveFocus(next->handle);
+  } else if (const auto next = NextTabStop(window_.Handle(), ::GetFocus(), wParam == FALSE)) {
+    GiveFocus(next->Handle());
   }
 }
 
 void DialogControl::GiveFocus(HWND control) {
   if ((DialogCodeOf(control) & DLGC_HASSETSEL) != 0) ::SendMessageW(control, EM_SETSEL, 0, -1);
   ::SetFocus(control);
-  MarkDefaultButton(window_.handle, control);
+  MarkDefaultButton(window_.Handle(), control);
 }
 
 std::unique_ptr<Control> MakeDialogControl(Window& window) {
@@ -141,7 +141,7 @@ std::unique_ptr<Control> MakeDialogControl(Window& window) {
 FoundDialog FindDialog(HWND handle) {
   auto window = FindWindowOf(handle);
   if (window == nullptr) return {};
-  auto* control = dynamic_cast<DialogControl*>(window->control.get());
+  auto* control = dynamic_cast<DialogControl*>(window->SystemControl());
   if (control == nullptr || !window->BelongsToCaller()) {
     ::SetLastError(control == nullptr ? ERROR_WINDOW_NOT_DIALOG : ERROR_WINDOW_OF_OTHER_THREAD);
     return {};

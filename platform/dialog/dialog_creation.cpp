@@ -86,8 +86,8 @@ bool MakeItem(HWND dialog, const DialogItem& item, const DialogUnits& units, HIN
 
 int FirstDefaultButton(HWND dialog) {
   for (const auto& control : ControlsOf(dialog)) {
-    if ((DialogCodeOf(control->handle) & DLGC_DEFPUSHBUTTON) != 0)
-      return static_cast<int>(control->id);
+    if ((DialogCodeOf(control->Handle()) & DLGC_DEFPUSHBUTTON) != 0)
+      return static_cast<int>(control->Id());
   }
   return 0;
 }
@@ -104,7 +104,7 @@ bool Fill(HWND dialog, const DialogTemplate& made, const DialogUnits& units, HIN
 // WM_INITDIALOG and what its answer asks for.
 void Initialise(HWND dialog, LPARAM parameter) {
   const auto first = NextTabStop(dialog, nullptr, true);
-  const HWND candidate = first != nullptr ? first->handle : nullptr;
+  const HWND candidate = first != nullptr ? first->Handle() : nullptr;
   const LRESULT chooseFocus =
       ::SendMessageW(dialog, WM_INITDIALOG, reinterpret_cast<WPARAM>(candidate), parameter);
   if (::IsWindow(dialog) && chooseFocus != 0) FocusFirst(dialog, candidate);
@@ -113,7 +113,7 @@ void Initialise(HWND dialog, LPARAM parameter) {
 void Show(HWND dialog, const FoundDialog& found) {
   if (found.control->Outcome()->ended || !::IsWindow(dialog)) return;
   ::ShowWindow(dialog, SW_SHOW);
-  if (!found.window->isChild) ::SetForegroundWindow(dialog);
+  if (!found.window->IsChild()) ::SetForegroundWindow(dialog);
 }
 
 }  // namespace
@@ -133,7 +133,7 @@ void FocusFirst(HWND dialog, HWND control) {
   if (wanted != nullptr && TakesInput(*wanted)) {
     found.control->GiveFocus(control);
   } else if (const auto first = NextTabStop(dialog, control, true)) {
-    found.control->GiveFocus(first->handle);
+    found.control->GiveFocus(first->Handle());
   }
 }
 
@@ -149,8 +149,8 @@ HWND CreateDialogFrom(const DialogTemplate& made, const DialogOrigin& origin) {
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return nullptr;
   found.control->Equip(std::move(font), units, origin.procedure);
-  found.window->font = fontHandle;
-  found.window->helpContext = made.helpId;
+  found.window->NoteFont(fontHandle);
+  found.window->SetHelpContext(made.helpId);
   if (origin.isModal) found.control->SetModal();
   SendFont(dialog, fontHandle);
   if (!Fill(dialog, made, units, origin.instance, fontHandle)) {

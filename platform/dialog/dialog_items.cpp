@@ -9,7 +9,7 @@ using namespace platform;
 HWND WINAPI GetDlgItem(HWND dialog, int id) try {
   if (FindWindowOf(dialog) == nullptr) return nullptr;
   for (const auto& child : Windows().ChildrenOf(dialog)) {
-    if (static_cast<int>(child->id) == id) return child->handle;
+    if (static_cast<int>(child->Id()) == id) return child->Handle();
   }
   ::SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
   return nullptr;
@@ -19,7 +19,7 @@ HWND WINAPI GetDlgItem(HWND dialog, int id) try {
 
 int WINAPI GetDlgCtrlID(HWND window) try {
   const auto found = FindWindowOf(window);
-  return found != nullptr ? static_cast<int>(found->id) : 0;
+  return found != nullptr ? static_cast<int>(found->Id()) : 0;
 } catch (...) {
   return FailedCall(0);
 }

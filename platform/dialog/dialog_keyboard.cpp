@@ -59,8 +59,8 @@ std::optional<DialogKey> DialogKeyOf(WPARAM virtualKey) {
 }
 
 bool IsAutomaticRadio(const Window& control) {
-  const bool isRadio = (ControlCodeOf(control.handle) & DLGC_RADIOBUTTON) != 0;
-  return isRadio && (control.style & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
+  const bool isRadio = (ControlCodeOf(control.Handle()) & DLGC_RADIOBUTTON) != 0;
+  return isRadio && (control.Style() & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
 }
 
 }  // namespace
@@ -80,7 +80,7 @@ bool DialogControl::TakeKeyMessage(MSG& message) {
 
 bool DialogControl::TakeKey(DialogKey key, HWND focus, LRESULT code) {
   if ((code & CodeThatKeeps(key)) != 0) return false;
-  const HWND dialog = window_.handle;
+  const HWND dialog = window_.Handle();
   switch (key) {
     case DialogKey::kTab:
     case DialogKey::kBackTab:
@@ -89,10 +89,10 @@ bool DialogControl::TakeKey(DialogKey key, HWND focus, LRESULT code) {
     case DialogKey::kBackward:
       return MoveInGroup(focus, key == DialogKey::kForward);
     case DialogKey::kEnter:
-      window_.queue->Defer([dialog, focus] { PressDefaultButton(dialog, focus); });
+      window_.Queue()->Defer([dialog, focus] { PressDefaultButton(dialog, focus); });
       return true;
     case DialogKey::kEscape:
-      window_.queue->Defer([dialog] { PressCancel(dialog); });
+      window_.Queue()->Defer([dialog] { PressCancel(dialog); });
       return true;
     case DialogKey::kNextPage:
     case DialogKey::kPreviousPage:
@@ -102,14 +102,14 @@ bool DialogControl::TakeKey(DialogKey key, HWND focus, LRESULT code) {
 }
 
 void DialogControl::OnFocusMoved(HWND focus) {
-  window_.queue->Defer([dialog = window_.handle, focus] {
+  window_.Queue()->Defer([dialog = window_.Handle(), focus] {
     if (::IsWindow(dialog)) MarkDefaultButton(dialog, focus);
   });
 }
 
 bool DialogControl::TurnPage(int step) {
   if (!turnPage_) return false;
-  window_.queue->Defer([dialog = window_.handle, step] {
+  window_.Queue()->Defer([dialog = window_.Handle(), step] {
     const FoundDialog found = FindDialog(dialog);
     if (found.control != nullptr) found.control->turnPage_(step);
   });
@@ -119,25 +119,25 @@ bool DialogControl::TurnPage(int step) {
 // With nowhere to go the key is the dialog's all the same: what holds the keyboard shall not take
 // it for input.
 bool DialogControl::MoveByTab(HWND focus, bool forward) {
-  const auto next = NextTabStop(window_.handle, focus, forward);
+  const auto next = NextTabStop(window_.Handle(), focus, forward);
   if (next != nullptr) FocusByKey(*next, forward);
   return true;
 }
 
 bool DialogControl::MoveInGroup(HWND focus, bool forward) {
-  const auto next = NextInGroup(window_.handle, focus, forward);
-  if (next == nullptr || next->handle == focus) return true;
+  const auto next = NextInGroup(window_.Handle(), focus, forward);
+  if (next == nullptr || next->Handle() == focus) return true;
   FocusByKey(*next, forward);
   if (IsAutomaticRadio(*next)) {
-    window_.queue->Defer([control = next->handle] { ::SendMessageW(control, BM_CLICK, 0, 0); });
+    window_.Queue()->Defer([control = next->Handle()] { ::SendMessageW(control, BM_CLICK, 0, 0); });
   }
   return true;
 }
 
 void DialogControl::FocusByKey(Window& control, bool forward) {
-  if (window_.isChild) return GiveFocus(control.handle);
-  if (window_.peer == nullptr || control.peer == nullptr) return;
-  static_cast<DialogPeer&>(*window_.peer).FocusByTab(*control.peer, forward);
+  if (window_.IsChild()) return GiveFocus(control.Handle());
+  if (window_.Peer() == nullptr || control.Peer() == nullptr) return;
+  static_cast<DialogPeer&>(*window_.Peer()).FocusByTab(*control.Peer(), forward);
 }
 
 }  // namespace platform

@@ -9,11 +9,11 @@ namespace platform {
 namespace {
 
 bool IsDialog(const Window& window) {
-  return window.control != nullptr && window.windowClass->name == L"#32770";
+  return window.SystemControl() != nullptr && window.Class()->name == L"#32770";
 }
 
 bool IsPage(const Window& window) {
-  return IsDialog(window) && (window.style & DS_CONTROL) != 0;
+  return IsDialog(window) && (window.Style() & DS_CONTROL) != 0;
 }
 
 void AddControlsOf(HWND dialog, std::vector<WindowPointer>& controls) {
@@ -21,13 +21,13 @@ void AddControlsOf(HWND dialog, std::vector<WindowPointer>& controls) {
     if (!IsPage(*child)) {
       controls.push_back(child);
     } else if (TakesInput(*child)) {
-      AddControlsOf(child->handle, controls);
+      AddControlsOf(child->Handle(), controls);
     }
   }
 }
 
 bool IsTabStop(const Window& control) {
-  return (control.style & WS_TABSTOP) != 0 && TakesInput(control);
+  return (control.Style() & WS_TABSTOP) != 0 && TakesInput(control);
 }
 
 // Starts with the one after `from`, or with the first, and ends with `from` itself; backwards, when
@@ -35,14 +35,16 @@ bool IsTabStop(const Window& control) {
 std::vector<WindowPointer> InSearchOrder(std::vector<WindowPointer> controls, HWND from,
                                          bool forward) {
   if (!forward) std::ranges::reverse(controls);
-  const auto start = std::ranges::find(controls, from, &Window::handle);
+  const auto start = std::ranges::find(controls, from, &Window::Handle);
   if (start != controls.end()) std::rotate(controls.begin(), std::next(start), controls.end());
   return controls;
 }
 
 std::vector<WindowPointer> GroupOf(const std::vector<WindowPointer>& controls,
                                    std::vector<WindowPointer>::const_iterator member) {
-  const auto startsGroup = [](const WindowPointer& each) { return (each->style & WS_GROUP) != 0; };
+  const auto startsGroup = [](const WindowPointer& each) {
+    return (each->Style() & WS_GROUP) != 0;
+  };
   auto first = member;
   while (first != controls.begin() && !startsGroup(*first))
     --first;
@@ -58,7 +60,7 @@ std::vector<WindowPointer> ControlsOf(HWND dialog) {
 }
 
 bool TakesInput(const Window& control) {
-  return (control.style & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
+  return (control.Style() & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
 }
 
 WindowPointer NextTabStop(HWND dialog, HWND control, bool forward) {
@@ -70,10 +72,10 @@ WindowPointer NextTabStop(HWND dialog, HWND control, bool forward) {
 
 WindowPointer NextInGroup(HWND dialog, HWND control, bool forward) {
   const std::vector<WindowPointer> controls = ControlsOf(dialog);
-  const auto found = std::ranges::find(controls, control, &Window::handle);
+  const auto found = std::ranges::find(controls, control, &Window::Handle);
   if (found == controls.end()) return nullptr;
   for (const auto& each : InSearchOrder(GroupOf(controls, found), control, forward)) {
-    const bool isStatic = (ControlCodeOf(each->handle) & DLGC_STATIC) != 0;
+    const bool isStatic = (ControlCodeOf(each->Handle()) & DLGC_STATIC) != 0;
     if (TakesInput(*each) && !isStatic) return each;
   }
   return nullptr;
@@ -82,14 +84,14 @@ WindowPointer NextInGroup(HWND dialog, HWND control, bool forward) {
 LRESULT DialogCodeOf(HWND window) {
   const auto found = Resolve<Window>(HandleKind::kWindow, window);
   if (found == nullptr) return 0;
-  return found->control != nullptr ? ControlCodeOf(window)
-                                   : found->CallProcedure(WM_GETDLGCODE, 0, 0);
+  return found->SystemControl() != nullptr ? ControlCodeOf(window)
+                                           : found->CallProcedure(WM_GETDLGCODE, 0, 0);
 }
 
 LRESULT ControlCodeOf(HWND window) {
   const auto found = Resolve<Window>(HandleKind::kWindow, window);
-  if (found == nullptr || found->control == nullptr || IsDialog(*found)) return 0;
-  return found->control->Answer(WM_GETDLGCODE, 0, 0).value_or(0);
+  if (found == nullptr || found->SystemControl() == nullptr || IsDialog(*found)) return 0;
+  return found->SystemControl()->Answer(WM_GETDLGCODE, 0, 0).value_or(0);
 }
 
 }  // namespace platform
@@ -99,7 +101,7 @@ using namespace platform;
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) try {
   if (FindWindowOf(dialog) == nullptr) return nullptr;
   const WindowPointer next = NextTabStop(dialog, control, previous == FALSE);
-  return next != nullptr ? next->handle : control;
+  return next != nullptr ? next->Handle() : control;
 } catch (...) {
   return FailedCall<HWND>(nullptr);
 }

@@ -26,7 +26,7 @@ Seam<MessageBoxResponder>& Responder() {
 int RunBox(HWND ownerHandle, MessageBoxView view) {
   DisabledOwner owner(ownerHandle);
   const auto ownerWindow = Resolve<Window>(HandleKind::kWindow, owner.Get());
-  view.owner = ownerWindow != nullptr ? ownerWindow->peer.get() : nullptr;
+  view.owner = ownerWindow != nullptr ? ownerWindow->Peer() : nullptr;
   const auto box = DesktopSide<DialogSide>().ShowMessageBox(view);
   const auto ownerIsGone = [&] { return ownerWindow != nullptr && !ownerWindow->IsLive(); };
   const LoopEnd end =

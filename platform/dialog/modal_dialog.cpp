@@ -10,7 +10,7 @@ namespace platform {
 DisabledOwner::DisabledOwner(HWND window) {
   const auto found = Resolve<Window>(HandleKind::kWindow, window);
   const auto topLevel = found != nullptr ? TopLevelOf(found) : nullptr;
-  if (topLevel != nullptr) window_ = topLevel->handle;
+  if (topLevel != nullptr) window_ = topLevel->Handle();
   disabled_ = window_ != nullptr && ::EnableWindow(window_, FALSE) == FALSE;
 }
 
@@ -24,7 +24,7 @@ INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner, INT_PTR onQuit) {
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return 0;
   const std::shared_ptr<DialogOutcome> outcome = found.control->Outcome();
-  const LoopEnd end = RunModalLoop(*found.window->queue, [&] { return outcome->ended; });
+  const LoopEnd end = RunModalLoop(*found.window->Queue(), [&] { return outcome->ended; });
   owner.Enable();
   if (::IsWindow(dialog)) ::DestroyWindow(dialog);
   return end == LoopEnd::kQuit ? onQuit : outcome->result;

@@ -31,15 +31,15 @@ std::shared_ptr<Window> WindowWithCaret(HWND window) {
 }
 
 void TellPeer(const Window& window) {
-  if (window.peer == nullptr) return;
+  if (window.Peer() == nullptr) return;
   const RECT area = {caret.place.x, caret.place.y, caret.place.x + caret.size.cx,
                      caret.place.y + caret.size.cy};
-  window.peer->SetCaret(caret.hidden == 0 ? std::optional(area) : std::nullopt);
+  window.Peer()->SetCaret(caret.hidden == 0 ? std::optional(area) : std::nullopt);
 }
 
 void EndCaret() {
   const auto window = WindowOfCaret();
-  if (window != nullptr && window->peer != nullptr) window->peer->SetCaret(std::nullopt);
+  if (window != nullptr && window->Peer() != nullptr) window->Peer()->SetCaret(std::nullopt);
   caret = {};
 }
 

@@ -8,15 +8,15 @@ void AskForHelp(const Window& window) {
   HELPINFO help{};
   help.cbSize = sizeof help;
   help.iContextType = HELPINFO_WINDOW;
-  help.iCtrlId = static_cast<int>(window.id);
-  help.hItemHandle = window.handle;
-  help.dwContextId = window.helpContext;
+  help.iCtrlId = static_cast<int>(window.Id());
+  help.hItemHandle = window.Handle();
+  help.dwContextId = window.HelpContext();
   ::GetCursorPos(&help.MousePos);
-  ::SendMessageW(window.handle, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+  ::SendMessageW(window.Handle(), WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
 }
 
 void RequestHelp(const Window& window) {
-  window.queue->Defer([handle = window.handle] {
+  window.Queue()->Defer([handle = window.Handle()] {
     const auto found = Resolve<Window>(HandleKind::kWindow, handle);
     if (found != nullptr) AskForHelp(*found);
   });
@@ -29,7 +29,7 @@ using namespace platform;
 BOOL WINAPI SetWindowContextHelpId(HWND window, DWORD number) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
-  found->helpContext = number;
+  found->SetHelpContext(number);
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);

@@ -57,9 +57,9 @@ thread_local PointerState state;
 
 void ShowPointer() {
   const auto window = Resolve<Window>(HandleKind::kWindow, state.window);
-  if (window == nullptr || window->peer == nullptr) return;
+  if (window == nullptr || window->Peer() == nullptr) return;
   const auto cursor = Resolve<Cursor>(HandleKind::kCursor, state.cursor);
-  window->peer->SetPointer(cursor != nullptr ? cursor->shape : PointerShape::kNone);
+  window->Peer()->SetPointer(cursor != nullptr ? cursor->shape : PointerShape::kNone);
 }
 
 }  // namespace

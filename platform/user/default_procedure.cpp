@@ -1,7 +1,6 @@
 // DefWindowProcW: what a window does with what its own procedure leaves to the system.
 #include <algorithm>
 
-#include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/api_result.h"
 #include "platform/user/context_help.h"
 #include "platform/user/menu_tracking.h"
@@ -14,8 +13,7 @@ namespace {
 
 LRESULT SetText(Window& window, LPARAM lParam) {
   const auto* text = reinterpret_cast<const wchar_t*>(lParam);
-  window.text = text != nullptr ? text : L"";
-  if (window.peer != nullptr) window.peer->SetText(window.text);
+  window.SetText(text != nullptr ? text : L"");
   return TRUE;
 }
 
@@ -23,16 +21,10 @@ LRESULT SetText(Window& window, LPARAM lParam) {
 LRESULT GetText(const Window& window, WPARAM capacity, LPARAM lParam) {
   auto* text = reinterpret_cast<wchar_t*>(lParam);
   if (capacity == 0 || text == nullptr) return 0;
-  const std::size_t length = std::min<std::size_t>(window.text.size(), capacity - 1);
-  std::copy_n(window.text.data(), length, text);
+  const std::size_t length = std::min<std::size_t>(window.Text().size(), capacity - 1);
+  std::copy_n(window.Text().data(), length, text);
   text[length] = L'\0';
   return static_cast<LRESULT>(length);
-}
-
-void SetFont(Window& window, WPARAM wParam) {
-  window.font = reinterpret_cast<HFONT>(wParam);
-  const auto font = FontOf(window.font);
-  if (window.peer != nullptr && font.has_value()) window.peer->SetFont(*font);
 }
 
 void PaintNothing(HWND window) {
@@ -42,14 +34,14 @@ void PaintNothing(HWND window) {
 
 LRESULT PassToParent(const Window& window, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto parent = ParentOf(window);
-  return parent != nullptr ? ::SendMessageW(parent->handle, message, wParam, lParam) : 0;
+  return parent != nullptr ? ::SendMessageW(parent->Handle(), message, wParam, lParam) : 0;
 }
 
 // Those around it may have a shape of their own for the windows inside them.
 bool SetClassCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
-  if (window.isChild && PassToParent(window, WM_SETCURSOR, wParam, lParam) != FALSE) return true;
-  const bool isInThisWindow = reinterpret_cast<HWND>(wParam) == window.handle;
-  const HCURSOR cursor = window.windowClass->data.hCursor;
+  if (window.IsChild() && PassToParent(window, WM_SETCURSOR, wParam, lParam) != FALSE) return true;
+  const bool isInThisWindow = reinterpret_cast<HWND>(wParam) == window.Handle();
+  const HCURSOR cursor = window.Class()->data.hCursor;
   if (!isInThisWindow || cursor == nullptr) return false;
   ::SetCursor(cursor);
   return true;
@@ -78,12 +70,12 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_GETTEXT:
       return GetText(*found, wParam, lParam);
     case WM_GETTEXTLENGTH:
-      return static_cast<LRESULT>(found->text.size());
+      return static_cast<LRESULT>(found->Text().size());
     case WM_SETFONT:
-      SetFont(*found, wParam);
+      found->SetFont(reinterpret_cast<HFONT>(wParam));
       return 0;
     case WM_GETFONT:
-      return reinterpret_cast<LRESULT>(found->font);
+      return reinterpret_cast<LRESULT>(found->FontHandle());
     case WM_PAINT:
       PaintNothing(window);
       return 0;

@@ -98,7 +98,7 @@ void LoseDesktop(const ThreadQueue& queue) {
   // The module stays, and so do the windows' widgets, which nobody uses any more: the toolkit does
   // nothing right without a desktop, ending itself included.
   for (const auto& window : Windows().OfThread(queue))
-    static_cast<void>(window->peer.release());
+    window->AbandonPeer();
 }
 
 std::shared_ptr<ThreadQueue> WindowThread() {

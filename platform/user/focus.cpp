@@ -35,7 +35,7 @@ HWND MoveFocus(HWND window) {
   const auto found = Find(window);
   // The procedure that lost it may have given it to another.
   if (found == nullptr || state.focus != window) return before;
-  if (found->peer != nullptr && state.reportedFocus != window) found->peer->Focus();
+  if (found->Peer() != nullptr && state.reportedFocus != window) found->Peer()->Focus();
   found->CallProcedure(WM_SETFOCUS, reinterpret_cast<WPARAM>(before), 0);
   return before;
 }
@@ -66,7 +66,7 @@ void SettleFocus(HWND window) {
   const auto found = gained ? Find(window) : nullptr;
   const auto top = found != nullptr ? TopLevelOf(found) : nullptr;
   // A hidden window may have been made the active one, of which the desktop knows nothing.
-  if (top != nullptr && state.reportedActive == top->handle) MoveActivation(top->handle);
+  if (top != nullptr && state.reportedActive == top->Handle()) MoveActivation(top->Handle());
   if (lost || gained) MoveFocus(state.reportedFocus);
 }
 
@@ -79,16 +79,17 @@ void SettleActivation(HWND window) {
 }  // namespace
 
 void Activate(const std::shared_ptr<Window>& window) {
-  if (window->peer != nullptr && state.reportedActive != window->handle) window->peer->Activate();
-  MoveActivation(window->handle);
+  if (window->Peer() != nullptr && state.reportedActive != window->Handle())
+    window->Peer()->Activate();
+  MoveActivation(window->Handle());
 }
 
 void LeaveWindow(const Window& window) {
-  if (window.isChild) {
-    if (IsFocusWithin(window.handle)) MoveFocus(window.parent);
+  if (window.IsChild()) {
+    if (IsFocusWithin(window.Handle())) MoveFocus(window.Parent());
     return;
   }
-  if (state.active == window.handle) {
+  if (state.active == window.Handle()) {
     const auto owner = ParentOf(window);
     const auto next = owner != nullptr ? TopLevelOf(owner) : nullptr;
     const bool canBeActive = next != nullptr && next->IsShown() && !next->IsDisabled();
@@ -102,19 +103,19 @@ void LeaveWindow(const Window& window) {
 }
 
 void DropFocusWithin(const Window& window) {
-  if (IsFocusWithin(window.handle)) MoveFocus(nullptr);
+  if (IsFocusWithin(window.Handle())) MoveFocus(nullptr);
 }
 
 void ReportFocus(const Window& window, bool focused) {
-  if (focused) state.reportedFocus = window.handle;
-  if (!focused && state.reportedFocus == window.handle) state.reportedFocus = nullptr;
-  window.queue->Defer([handle = window.handle] { SettleFocus(handle); });
+  if (focused) state.reportedFocus = window.Handle();
+  if (!focused && state.reportedFocus == window.Handle()) state.reportedFocus = nullptr;
+  window.Queue()->Defer([handle = window.Handle()] { SettleFocus(handle); });
 }
 
 void ReportActivation(const Window& window, bool active) {
-  if (active) state.reportedActive = window.handle;
-  if (!active && state.reportedActive == window.handle) state.reportedActive = nullptr;
-  window.queue->Defer([handle = window.handle] { SettleActivation(handle); });
+  if (active) state.reportedActive = window.Handle();
+  if (!active && state.reportedActive == window.Handle()) state.reportedActive = nullptr;
+  window.Queue()->Defer([handle = window.Handle()] { SettleActivation(handle); });
 }
 
 }  // namespace platform
@@ -160,7 +161,7 @@ BOOL WINAPI SetForegroundWindow(HWND window) try {
   if (found == nullptr || IsDesktopWindow(window)) return FALSE;
   bool activated = false;
   RunOnOwner(found, [&] {
-    activated = !found->isChild && !found->IsDisabled();
+    activated = !found->IsChild() && !found->IsDisabled();
     if (activated) Activate(found);
   });
   return activated ? TRUE : FALSE;

@@ -17,7 +17,7 @@ bool IsMouse(UINT message) {
 UINT MessageFor(const Window& window, UINT message) {
   const bool isDoubleClick =
       message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDBLCLK;
-  const bool wantsThem = (window.windowClass->data.style & CS_DBLCLKS) != 0;
+  const bool wantsThem = (window.Class()->data.style & CS_DBLCLKS) != 0;
   constexpr UINT kFromDownToDoubleClick = WM_LBUTTONDBLCLK - WM_LBUTTONDOWN;
   return isDoubleClick && !wantsThem ? message - kFromDownToDoubleClick : message;
 }
@@ -52,35 +52,35 @@ LPARAM KeyParameter(const KeyInput& input, bool withAlt) {
 }  // namespace
 
 void QueueMouse(const Window& window, const MouseInput& input) {
-  auto target = Resolve<Window>(HandleKind::kWindow, window.handle);
+  auto target = Resolve<Window>(HandleKind::kWindow, window.Handle());
   POINT place = input.place;
   while (target != nullptr && !IsEnabledWithParents(*target)) {
-    place = {place.x + target->place.left, place.y + target->place.top};
-    target = target->isChild ? ParentOf(*target) : nullptr;
+    place = {place.x + target->Place().left, place.y + target->Place().top};
+    target = target->IsChild() ? ParentOf(*target) : nullptr;
   }
   // The system's dialogs have no use for it.
-  if (target == nullptr || target->control != nullptr) return;
+  if (target == nullptr || target->SystemControl() != nullptr) return;
   const RECT origin = ScreenPlaceOf(*target);
   InputMessage queued;
   queued.keys = Desktop().KeysDown();
-  queued.message.hwnd = target->handle;
+  queued.message.hwnd = target->Handle();
   queued.message.message = MessageFor(*target, input.message);
   queued.message.wParam = MouseKeys(queued.keys);
   queued.message.lParam = MAKELPARAM(place.x, place.y);
   queued.message.pt = {place.x + origin.left, place.y + origin.top};
-  target->queue->PostInput(std::move(queued));
+  target->Queue()->PostInput(std::move(queued));
 }
 
 void QueueKey(const Window& window, const KeyInput& input) {
   InputMessage queued;
   queued.keys = Desktop().KeysDown();
   queued.text = input.text;
-  queued.message.hwnd = window.handle;
+  queued.message.hwnd = window.Handle();
   queued.message.message = KeyMessage(input, queued.keys);
   queued.message.wParam = static_cast<WPARAM>(input.virtualKey);
   queued.message.lParam = KeyParameter(input, queued.keys[VK_MENU]);
   queued.message.pt = Desktop().Windows().CursorPlace();
-  window.queue->PostInput(std::move(queued));
+  window.Queue()->PostInput(std::move(queued));
 }
 
 bool AcceptInput(const InputMessage& input) {

@@ -117,7 +117,7 @@ LRESULT WINAPI DispatchMessageW(const MSG* message) try {
 LRESULT WINAPI SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
   if (window == HWND_BROADCAST) {
     for (const auto& each : Windows().TopLevel())
-      ::SendMessageW(each->handle, message, wParam, lParam);
+      ::SendMessageW(each->Handle(), message, wParam, lParam);
     return TRUE;
   }
   const auto found = FindWindowOf(window);
@@ -135,12 +135,12 @@ BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam
   }
   if (window == HWND_BROADCAST) {
     for (const auto& each : Windows().TopLevel())
-      ::PostMessageW(each->handle, message, wParam, lParam);
+      ::PostMessageW(each->Handle(), message, wParam, lParam);
     return TRUE;
   }
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
-  return ReportPost(found->queue->Post({window, message, wParam, lParam, 0, {}}),
+  return ReportPost(found->Queue()->Post({window, message, wParam, lParam, 0, {}}),
                     ERROR_INVALID_WINDOW_HANDLE);
 } catch (...) {
   return FailedCall(FALSE);

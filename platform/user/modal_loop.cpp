@@ -11,7 +11,7 @@ namespace {
 void Route(MSG& message) {
   const auto window = Resolve<Window>(HandleKind::kWindow, message.hwnd);
   const auto topLevel = window != nullptr ? TopLevelOf(window) : nullptr;
-  if (topLevel != nullptr && ::IsDialogMessageW(topLevel->handle, &message)) return;
+  if (topLevel != nullptr && ::IsDialogMessageW(topLevel->Handle(), &message)) return;
   ::TranslateMessage(&message);
   ::DispatchMessageW(&message);
 }

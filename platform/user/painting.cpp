@@ -12,24 +12,24 @@ namespace platform {
 void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
                  bool exposed) {
   // Painting inside painting would draw on the same canvas.
-  if (!window->IsLive() || window->painting != nullptr) return;
+  if (!window->IsLive() || window->CurrentPainting() != nullptr) return;
   Painting painting{canvas, damaged, nullptr};
-  window->painting = &painting;
-  window->mustErase = window->mustErase || exposed;
+  window->SetPainting(&painting);
+  window->RequireErasing(exposed);
   window->CallProcedure(WM_PAINT, 0, 0);
-  window->painting = nullptr;
+  window->SetPainting(nullptr);
 }
 
 void Damage(Window& window, const RECT& area, bool erase) {
-  if (window.peer == nullptr) return;
-  window.mustErase = window.mustErase || erase;
+  if (window.Peer() == nullptr) return;
+  window.RequireErasing(erase);
   // What is never painted would add up.
   const RECT seen = Intersection(area, ClientAreaOf(window));
-  if (!IsEmpty(seen)) window.peer->Invalidate(seen);
+  if (!IsEmpty(seen)) window.Peer()->Invalidate(seen);
 }
 
 bool EraseBackground(const Window& window, HDC context) {
-  const HBRUSH brush = window.windowClass->data.hbrBackground;
+  const HBRUSH brush = window.Class()->data.hbrBackground;
   if (brush == nullptr) return false;
   const RECT area = ClientAreaOf(window);
   return ::FillRect(context, &area, brush) != 0;
@@ -63,7 +63,7 @@ BOOL WINAPI UpdateWindow(HWND window) try {
   if (found == nullptr) return FALSE;
   return RunOnOwner(found,
                     [&] {
-                      if (found->peer != nullptr) found->peer->PaintNow();
+                      if (found->Peer() != nullptr) found->Peer()->PaintNow();
                     })
              ? TRUE
              : FALSE;
@@ -75,14 +75,14 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr || paint == nullptr) return nullptr;
   // Outside of WM_PAINT there is nothing to paint on.
-  if (!found->BelongsToCaller() || found->painting == nullptr) return nullptr;
-  Painting& painting = *found->painting;
+  if (!found->BelongsToCaller() || found->CurrentPainting() == nullptr) return nullptr;
+  Painting& painting = *found->CurrentPainting();
   if (painting.context == nullptr) painting.context = std::make_unique<LentDc>(painting.canvas);
   *paint = {};
   paint->hdc = painting.context->Get();
   paint->rcPaint = painting.damaged;
   const auto context = reinterpret_cast<WPARAM>(paint->hdc);
-  const bool erase = std::exchange(found->mustErase, false);
+  const bool erase = found->TakeErasing();
   // Who does not erase now is told that it is left to be done.
   if (erase) paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
   return paint->hdc;
@@ -93,7 +93,8 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) try {
 BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT* /*paint*/) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return FALSE;
-  if (found->BelongsToCaller() && found->painting != nullptr) found->painting->context.reset();
+  if (found->BelongsToCaller() && found->CurrentPainting() != nullptr)
+    found->CurrentPainting()->context.reset();
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);

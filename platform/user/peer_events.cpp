@@ -11,13 +11,13 @@
 namespace platform {
 
 void PeerEvents::DeferMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  window_.queue->Defer([handle = window_.handle, message, wParam, lParam] {
+  window_.Queue()->Defer([handle = window_.Handle(), message, wParam, lParam] {
     if (::IsWindow(handle)) ::SendMessageW(handle, message, wParam, lParam);
   });
 }
 
 void PeerEvents::OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) {
-  const auto window = Resolve<Window>(HandleKind::kWindow, window_.handle);
+  const auto window = Resolve<Window>(HandleKind::kWindow, window_.Handle());
   if (window != nullptr) PaintWindow(window, canvas, damaged, exposed);
 }
 
@@ -28,11 +28,12 @@ void PeerEvents::OnCloseRequested() {
 void PeerEvents::OnPlaceChanged(const RECT& place) {
   // Moving and sizing come in pieces; the procedure hears of them together.
   const bool isUnderWay = untold_.has_value();
-  if (!isUnderWay) untold_ = window_.place;
-  const RECT before = std::exchange(window_.place, place);
+  if (!isUnderWay) untold_ = window_.Place();
+  const RECT before = window_.Place();
+  window_.NotePlace(place);
   DamageAfterSizing(window_, before);
   if (isUnderWay) return;
-  window_.queue->Defer([this, handle = window_.handle] {
+  window_.Queue()->Defer([this, handle = window_.Handle()] {
     const auto window = Resolve<Window>(HandleKind::kWindow, handle);
     if (window != nullptr) TellPlace();
   });
@@ -62,14 +63,14 @@ void PeerEvents::OnMouse(const MouseInput& input) {
 
 bool PeerEvents::OnKey(const KeyInput& input) {
   // What a dialog does with keys it does inside the event, like its controls.
-  if (window_.control != nullptr) return false;
+  if (window_.SystemControl() != nullptr) return false;
   QueueKey(window_, input);
   return true;
 }
 
 void PeerEvents::OnScroll(int bar, UINT request, int place) {
   const bool isOfThumb = request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
-  if (isOfThumb) window_.scrollBars.at(static_cast<std::size_t>(bar)).tracked = place;
+  if (isOfThumb) window_.ScrollBars().at(static_cast<std::size_t>(bar)).tracked = place;
   DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(request, isOfThumb ? place : 0),
                0);
 }

@@ -17,11 +17,11 @@ DWORD StyleOf(int bar) {
 }
 
 bool IsShown(const Window& window, int bar) {
-  return window.control == nullptr && (window.style & StyleOf(bar)) != 0;
+  return window.SystemControl() == nullptr && (window.Style() & StyleOf(bar)) != 0;
 }
 
 ScrollBar& BarOf(Window& window, int bar) {
-  return window.scrollBars.at(static_cast<std::size_t>(bar));
+  return window.ScrollBars().at(static_cast<std::size_t>(bar));
 }
 
 int LastPosition(const ScrollBar& bar) {
@@ -40,18 +40,18 @@ void Restrict(ScrollBar& bar) {
 }
 
 void TellPeer(Window& window, int bar) {
-  if (window.peer == nullptr || window.control != nullptr) return;
+  if (window.Peer() == nullptr || window.SystemControl() != nullptr) return;
   const ScrollBar& state = BarOf(window, bar);
-  window.peer->SetScrollBar(
+  window.Peer()->SetScrollBar(
       bar, {IsShown(window, bar), state.minimum, state.maximum, state.page, state.position});
 }
 
 // The bar may be SB_BOTH: what becomes of the client area is told once.
 void SetShown(Window& window, int bar, bool shown) {
-  const DWORD style = shown ? window.style | StyleOf(bar) : window.style & ~StyleOf(bar);
-  if (style == window.style) return;
+  const DWORD style = shown ? window.Style() | StyleOf(bar) : window.Style() & ~StyleOf(bar);
+  if (style == window.Style()) return;
   const RECT before = ClientAreaOf(window);
-  window.style = style;
+  window.SetStyle(style);
   TellPeer(window, SB_HORZ);
   TellPeer(window, SB_VERT);
   TellClientChange(window, before);
@@ -64,7 +64,7 @@ std::shared_ptr<Window> WindowWithBars(const char* function, HWND handle, int ba
   auto window = FindWindowOf(handle);
   if (window == nullptr) return nullptr;
   const bool isBar = bar == SB_HORZ || bar == SB_VERT || (takesBoth && bar == SB_BOTH);
-  if (isBar && window->control == nullptr) return window;
+  if (isBar && window->SystemControl() == nullptr) return window;
   LogLine(std::string(function) + ": only windows of registered classes have scroll bars");
   ::SetLastError(isBar ? ERROR_NO_SCROLLBARS : ERROR_INVALID_PARAMETER);
   return nullptr;

@@ -17,8 +17,9 @@ LRESULT CALLBACK AnswerByControl(HWND handle, UINT message, WPARAM wParam, LPARA
   // Held, with its control, for the case that the message ends the window.
   const auto window = FindWindowOf(handle);
   if (window == nullptr) return 0;
-  if (window->control != nullptr) {
-    if (const auto answer = window->control->Answer(message, wParam, lParam)) return *answer;
+  if (window->SystemControl() != nullptr) {
+    if (const auto answer = window->SystemControl()->Answer(message, wParam, lParam))
+      return *answer;
   }
   return ::DefWindowProcW(handle, message, wParam, lParam);
 } catch (...) {

@@ -1,20 +1,58 @@
 #include "platform/user/window.h"
 
+#include <utility>
+
+#include "platform/gdi/gdi_objects.h"
 #include "platform/kernel/api_result.h"
+#include "platform/user/peer_events.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
 
+Window::Window(WindowOrigin origin)
+    : windowClass_(std::move(origin.windowClass)),
+      queue_(std::move(origin.queue)),
+      parent_(origin.parent),
+      isChild_((origin.style & WS_CHILD) != 0),
+      procedure_(windowClass_->data.lpfnWndProc),
+      style_(origin.style),
+      exStyle_(origin.exStyle),
+      place_(origin.place),
+      id_(origin.id),
+      text_(std::move(origin.text)),
+      events_(std::make_unique<PeerEvents>(*this)) {}
+
 bool Window::BelongsToCaller() const {
-  return queue->ThreadId() == ::GetCurrentThreadId();
+  return queue_->ThreadId() == ::GetCurrentThreadId();
 }
 
 bool Window::IsLive() const {
-  return Handles().Find(HandleKind::kWindow, handle).get() == this;
+  return Handles().Find(HandleKind::kWindow, handle_).get() == this;
 }
 
 LRESULT Window::CallProcedure(UINT message, WPARAM wParam, LPARAM lParam) const {
-  return procedure.load()(handle, message, wParam, lParam);
+  return Procedure()(handle_, message, wParam, lParam);
+}
+
+void Window::SetText(std::wstring text) {
+  text_ = std::move(text);
+  if (peer_ != nullptr) peer_->SetText(text_);
+}
+
+void Window::SetId(UINT_PTR id) {
+  id_ = id;
+  if (peer_ != nullptr) peer_->SetIdentity(handle_, id_);
+}
+
+void Window::SetPlace(const RECT& place) {
+  place_ = place;
+  if (peer_ != nullptr) peer_->SetPlace(place_);
+}
+
+void Window::SetFont(HFONT font) {
+  font_ = font;
+  const auto description = FontOf(font);
+  if (peer_ != nullptr && description.has_value()) peer_->SetFont(*description);
 }
 
 bool RunOnOwner(const std::shared_ptr<Window>& window, const std::function<void()>& work) {
@@ -23,7 +61,7 @@ bool RunOnOwner(const std::shared_ptr<Window>& window, const std::function<void(
     return true;
   }
   bool ran = false;
-  window->queue->Call([&] {
+  window->Queue()->Call([&] {
     ran = window->IsLive();
     if (ran) work();
   });

@@ -2,7 +2,6 @@
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
-#include "platform/user/peer_events.h"
 #include "platform/user/window.h"
 #include "platform/user/window_destruction.h"
 #include "platform/user/window_list.h"
@@ -35,46 +34,44 @@ bool CheckRelations(HWND parent, HMENU menu, bool isChild) {
 
 WindowPeer* PeerOf(HWND window) {
   const auto found = Resolve<Window>(HandleKind::kWindow, window);
-  return found != nullptr ? found->peer.get() : nullptr;
+  return found != nullptr ? found->Peer() : nullptr;
 }
 
 // Null when the window is not for the desktop: of a thread without one, or for messages only.
 std::unique_ptr<WindowPeer> MakePeer(Window& window) {
-  if (window.parent == HWND_MESSAGE || WindowThread() != window.queue) return nullptr;
-  WindowPeer* parent = PeerOf(window.parent);
-  if (window.isChild && parent == nullptr) return nullptr;
-  if (window.control != nullptr) return window.control->MakePeer(window, parent);
+  if (window.Parent() == HWND_MESSAGE || WindowThread() != window.Queue()) return nullptr;
+  WindowPeer* parent = PeerOf(window.Parent());
+  if (window.IsChild() && parent == nullptr) return nullptr;
+  if (window.SystemControl() != nullptr) return window.SystemControl()->MakePeer(window, parent);
   WindowPeers& peers = Desktop().Windows();
-  return window.isChild ? peers.MakeChild(*window.events, *parent)
-                        : peers.MakeTopLevel(*window.events, parent);
+  return window.IsChild() ? peers.MakeChild(window.Events(), *parent)
+                          : peers.MakeTopLevel(window.Events(), parent);
 }
 
 void GivePeer(Window& window) {
-  window.peer = MakePeer(window);
-  if (window.peer == nullptr) return;
-  window.peer->SetIdentity(window.handle, window.id);
-  window.peer->SetText(window.text);
-  window.peer->SetPlace(window.place);
-  window.peer->SetEnabled((window.style & WS_DISABLED) == 0);
+  window.GivePeer(MakePeer(window));
+  if (window.Peer() == nullptr) return;
+  window.Peer()->SetIdentity(window.Handle(), window.Id());
+  window.Peer()->SetText(window.Text());
+  window.Peer()->SetPlace(window.Place());
+  window.Peer()->SetEnabled((window.Style() & WS_DISABLED) == 0);
   ShowFirstScrollBars(window);
 }
 
 std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& windowClass,
                                    const CREATESTRUCTW& creation) {
-  auto window = std::make_shared<Window>();
-  window->windowClass = windowClass;
-  window->queue = CurrentQueue();
-  window->parent = creation.hwndParent;
+  WindowOrigin origin;
+  origin.windowClass = windowClass;
+  origin.queue = CurrentQueue();
+  origin.parent = creation.hwndParent;
   // It is shown, if at all, when it has been created.
-  window->style = static_cast<DWORD>(creation.style) & ~WS_VISIBLE;
-  window->isChild = (window->style & WS_CHILD) != 0;
-  window->exStyle = creation.dwExStyle;
-  window->place = PlaceAsGiven(creation.x, creation.y, creation.cx, creation.cy);
-  window->id = window->isChild ? reinterpret_cast<UINT_PTR>(creation.hMenu) : 0;
-  window->text = creation.lpszName != nullptr ? creation.lpszName : L"";
-  window->procedure = windowClass->data.lpfnWndProc;
-  window->events = std::make_unique<PeerEvents>(*window);
-  return window;
+  origin.style = static_cast<DWORD>(creation.style) & ~WS_VISIBLE;
+  origin.exStyle = creation.dwExStyle;
+  origin.place = PlaceAsGiven(creation.x, creation.y, creation.cx, creation.cy);
+  const bool isChild = (origin.style & WS_CHILD) != 0;
+  origin.id = isChild ? reinterpret_cast<UINT_PTR>(creation.hMenu) : 0;
+  origin.text = creation.lpszName != nullptr ? creation.lpszName : L"";
+  return std::make_shared<Window>(std::move(origin));
 }
 
 // False when the window's procedure refused to be created, or destroyed the window.
@@ -88,7 +85,7 @@ bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& cr
   if (!window->IsLive()) return false;
   const bool refused = window->CallProcedure(WM_CREATE, 0, parameter) == -1;
   if (refused && window->IsLive()) DestroyWithAllItHas(window);
-  if (window->isChild && window->IsLive()) TellPlace(*window);
+  if (window->IsChild() && window->IsLive()) TellPlace(*window);
   return window->IsLive();
 }
 
@@ -115,11 +112,11 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
       windowName, className, exStyle};
   const auto window = MakeWindow(windowClass, creation);
   Windows().Add(window);
-  if (windowClass->system != nullptr) window->control = windowClass->system->make(*window);
+  if (windowClass->system != nullptr) window->GiveControl(windowClass->system->make(*window));
   GivePeer(*window);
   if (!SendCreation(window, creation)) return nullptr;
   if ((style & WS_VISIBLE) != 0) SetShown(window, true, true);
-  return window->IsLive() ? window->handle : nullptr;
+  return window->IsLive() ? window->Handle() : nullptr;
 } catch (...) {
   return FailedCall<HWND>(nullptr);
 }

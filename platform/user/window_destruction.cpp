@@ -9,32 +9,32 @@ namespace {
 
 // First the window, then its children.
 void SendDestroy(const std::shared_ptr<Window>& window) {
-  if (!window->IsLive() || window->isBeingDestroyed) return;
-  window->isBeingDestroyed = true;
+  if (!window->IsLive() || window->IsBeingDestroyed()) return;
+  window->NoteDestruction();
   window->CallProcedure(WM_DESTROY, 0, 0);
-  for (const auto& child : Windows().ChildrenOf(window->handle))
+  for (const auto& child : Windows().ChildrenOf(window->Handle()))
     SendDestroy(child);
 }
 
 // What the user sees of a window ends before its procedure hears of its end.
 void TakeOffScreen(const std::shared_ptr<Window>& window) {
-  if (!window->isChild) window->style &= ~WS_VISIBLE;
+  if (!window->IsChild()) window->SetStyleBit(WS_VISIBLE, false);
   LeaveWindow(*window);
-  if (!window->isChild && window->peer != nullptr) window->peer->SetShown(false);
+  if (!window->IsChild() && window->Peer() != nullptr) window->Peer()->SetShown(false);
 }
 
 void EndPeerLater(const std::shared_ptr<Window>& window) {
-  if (window->peer == nullptr) return;
-  window->peer->SetShown(false);
-  window->queue->Defer([window] { window->peer.reset(); });
+  if (window->Peer() == nullptr) return;
+  window->Peer()->SetShown(false);
+  window->Queue()->Defer([window] { window->EndPeer(); });
 }
 
 // First the children, then the window.
 void SendLastMessage(const std::shared_ptr<Window>& window) {
-  for (const auto& child : Windows().ChildrenOf(window->handle))
+  for (const auto& child : Windows().ChildrenOf(window->Handle()))
     SendLastMessage(child);
   if (!window->IsLive()) return;
-  window->isBeingDestroyed = true;
+  window->NoteDestruction();
   window->CallProcedure(WM_NCDESTROY, 0, 0);
   // A destruction that was under way around this one may have ended the window meanwhile.
   if (!window->IsLive()) return;
@@ -45,8 +45,8 @@ void SendLastMessage(const std::shared_ptr<Window>& window) {
 }  // namespace
 
 void DestroyWithAllItHas(const std::shared_ptr<Window>& window) {
-  if (window->isBeingDestroyed) return;
-  for (const auto& owned : Windows().OwnedBy(window->handle)) {
+  if (window->IsBeingDestroyed()) return;
+  for (const auto& owned : Windows().OwnedBy(window->Handle())) {
     if (owned->IsLive()) DestroyWithAllItHas(owned);
   }
   TakeOffScreen(window);
@@ -61,7 +61,7 @@ void DestroyUncreated(const std::shared_ptr<Window>& window) {
 void ForgetWindowsOf(const ThreadQueue& queue) {
   for (const auto& window : Windows().OfThread(queue)) {
     Windows().Remove(window);
-    window->peer.reset();
+    window->EndPeer();
   }
 }
 

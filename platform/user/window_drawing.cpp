@@ -15,7 +15,7 @@ namespace {
 Drawing DrawOnWindow(const std::shared_ptr<Window>& window,
                      const std::function<void(Canvas&)>& work) {
   bool isDrawn = false;
-  const auto draw = [&] { isDrawn = window->peer != nullptr && window->peer->Draw(work); };
+  const auto draw = [&] { isDrawn = window->Peer() != nullptr && window->Peer()->Draw(work); };
   bool isThere = window != nullptr && window->IsLive();
   // Drawing is done by the thousand, so its own thread does not go by the way of the others.
   if (isThere && window->BelongsToCaller()) {

@@ -6,17 +6,17 @@
 namespace platform {
 
 void WindowList::Add(const std::shared_ptr<Window>& window) {
-  window->handle = static_cast<HWND>(Handles().Insert(HandleKind::kWindow, window));
+  window->TakeHandle(static_cast<HWND>(Handles().Insert(HandleKind::kWindow, window)));
   const std::lock_guard lock(mutex_);
   windows_.push_back(window);
 }
 
 void WindowList::Remove(const std::shared_ptr<Window>& window) {
-  Handles().Remove(HandleKind::kWindow, window->handle);
+  Handles().Remove(HandleKind::kWindow, window->Handle());
   // After the handle, so that nothing can be added for the window any more.
-  window->queue->DiscardMessagesOf(window->handle);
-  window->queue->Timers().KillAllOf(window->handle);
-  OnWindowEnded(window->handle);
+  window->Queue()->DiscardMessagesOf(window->Handle());
+  window->Queue()->Timers().KillAllOf(window->Handle());
+  OnWindowEnded(window->Handle());
   const std::lock_guard lock(mutex_);
   std::erase(windows_, window);
 }
@@ -30,23 +30,24 @@ std::vector<std::shared_ptr<Window>> WindowList::Select(Condition condition) con
 }
 
 std::vector<std::shared_ptr<Window>> WindowList::ChildrenOf(HWND window) const {
-  return Select([&](const auto& each) { return each->parent == window && each->isChild; });
+  return Select([&](const auto& each) { return each->Parent() == window && each->IsChild(); });
 }
 
 std::vector<std::shared_ptr<Window>> WindowList::OwnedBy(HWND window) const {
-  return Select([&](const auto& each) { return each->parent == window && !each->isChild; });
+  return Select([&](const auto& each) { return each->Parent() == window && !each->IsChild(); });
 }
 
 std::vector<std::shared_ptr<Window>> WindowList::TopLevel() const {
-  return Select([](const auto& each) { return !each->isChild && each->parent != HWND_MESSAGE; });
+  return Select(
+      [](const auto& each) { return !each->IsChild() && each->Parent() != HWND_MESSAGE; });
 }
 
 std::vector<std::shared_ptr<Window>> WindowList::OfThread(const ThreadQueue& queue) const {
-  return Select([&](const auto& each) { return each->queue.get() == &queue; });
+  return Select([&](const auto& each) { return each->Queue().get() == &queue; });
 }
 
 bool WindowList::HasClass(const WindowClass& windowClass) const {
-  return !Select([&](const auto& each) { return each->windowClass.get() == &windowClass; }).empty();
+  return !Select([&](const auto& each) { return each->Class().get() == &windowClass; }).empty();
 }
 
 WindowList& Windows() {

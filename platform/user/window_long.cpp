@@ -11,13 +11,15 @@ namespace {
 DWORD LastingStyles(const Window& window) {
   constexpr DWORD kOfAll = WS_CHILD | WS_VISIBLE | WS_DISABLED;
   // Controls have bars of their own making.
-  return window.control == nullptr ? kOfAll | WS_HSCROLL | WS_VSCROLL : kOfAll;
+  return window.SystemControl() == nullptr ? kOfAll | WS_HSCROLL | WS_VSCROLL : kOfAll;
 }
 
-LONG_PTR SetStyle(const Window& window, DWORD& style, LONG_PTR value, int index) {
-  const DWORD lasting = index == GWL_STYLE ? LastingStyles(window) : 0;
-  const DWORD before = style;
-  style = (before & lasting) | (static_cast<DWORD>(value) & ~lasting);
+LONG_PTR SetStyle(Window& window, LONG_PTR value, int index) {
+  const bool isExtended = index == GWL_EXSTYLE;
+  const DWORD lasting = isExtended ? 0 : LastingStyles(window);
+  const DWORD before = isExtended ? window.ExStyle() : window.Style();
+  const DWORD style = (before & lasting) | (static_cast<DWORD>(value) & ~lasting);
+  isExtended ? window.SetExStyle(style) : window.SetStyle(style);
   STYLESTRUCT change = {before, style};
   window.CallProcedure(WM_STYLECHANGED, static_cast<WPARAM>(index),
                        reinterpret_cast<LPARAM>(&change));
@@ -25,32 +27,25 @@ LONG_PTR SetStyle(const Window& window, DWORD& style, LONG_PTR value, int index)
 }
 
 LONG_PTR* ExtraOf(const Window& window, int index) {
-  return index >= 0 && window.control != nullptr ? window.control->Extra(index) : nullptr;
+  return index >= 0 && window.SystemControl() != nullptr ? window.SystemControl()->Extra(index)
+                                                         : nullptr;
 }
 
 LONG_PTR Get(const Window& window, int index) {
   switch (index) {
     case GWL_STYLE:
-      return static_cast<LONG>(window.style);
+      return static_cast<LONG>(window.Style());
     case GWL_EXSTYLE:
-      return static_cast<LONG>(window.exStyle);
+      return static_cast<LONG>(window.ExStyle());
     default:
-      return static_cast<LONG_PTR>(window.id);
+      return static_cast<LONG_PTR>(window.Id());
   }
 }
 
 LONG_PTR Set(Window& window, int index, LONG_PTR value) {
-  switch (index) {
-    case GWL_STYLE:
-      return SetStyle(window, window.style, value, index);
-    case GWL_EXSTYLE:
-      return SetStyle(window, window.exStyle, value, index);
-    default:
-      break;
-  }
-  const auto before = static_cast<LONG_PTR>(window.id);
-  window.id = static_cast<UINT_PTR>(value);
-  if (window.peer != nullptr) window.peer->SetIdentity(window.handle, window.id);
+  if (index == GWL_STYLE || index == GWL_EXSTYLE) return SetStyle(window, value, index);
+  const auto before = static_cast<LONG_PTR>(window.Id());
+  window.SetId(static_cast<UINT_PTR>(value));
   return before;
 }
 
@@ -66,8 +61,8 @@ using namespace platform;
 LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
-  if (index == GWLP_USERDATA) return found->userData.load();
-  if (index == GWLP_WNDPROC) return reinterpret_cast<LONG_PTR>(found->procedure.load());
+  if (index == GWLP_USERDATA) return found->UserData();
+  if (index == GWLP_WNDPROC) return reinterpret_cast<LONG_PTR>(found->Procedure());
   if (const LONG_PTR* extra = ExtraOf(*found, index)) return *extra;
   LONG_PTR value = 0;
   if (IsOfOwner(index)) {
@@ -83,9 +78,9 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND window, int index) try {
 LONG_PTR WINAPI SetWindowLongPtrW(HWND window, int index, LONG_PTR value) try {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return 0;
-  if (index == GWLP_USERDATA) return found->userData.exchange(value);
+  if (index == GWLP_USERDATA) return found->ExchangeUserData(value);
   if (index == GWLP_WNDPROC && value != 0) {
-    return reinterpret_cast<LONG_PTR>(found->procedure.exchange(reinterpret_cast<WNDPROC>(value)));
+    return reinterpret_cast<LONG_PTR>(found->ExchangeProcedure(reinterpret_cast<WNDPROC>(value)));
   }
   if (LONG_PTR* extra = ExtraOf(*found, index)) return std::exchange(*extra, value);
   LONG_PTR before = 0;

@@ -38,7 +38,7 @@ bool IsAt(const RECT& one, const RECT& other) {
 }
 
 void DamageWhatClassWants(Window& window, const RECT& before, const RECT& now) {
-  const UINT style = window.windowClass->data.style;
+  const UINT style = window.Class()->data.style;
   const bool isWanted = ((style & CS_HREDRAW) != 0 && !HasWidth(before, now)) ||
                         ((style & CS_VREDRAW) != 0 && !HasHeight(before, now));
   if (isWanted) Damage(window, ClientAreaOf(window), true);
@@ -54,7 +54,7 @@ RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT fla
 
 void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT flags) {
   const bool activate =
-      !window->isChild && (flags & (SWP_NOACTIVATE | SWP_NOZORDER | SWP_HIDEWINDOW)) == 0;
+      !window->IsChild() && (flags & (SWP_NOACTIVATE | SWP_NOZORDER | SWP_HIDEWINDOW)) == 0;
   PlaceWindow(*window, place);
   if (!window->IsLive()) return;
   if ((flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0) {
@@ -95,8 +95,8 @@ bool PlaceOnScreen(HWND window, RECT* wanted, RECT& place) {
 }  // namespace
 
 RECT ScreenPlaceOf(const Window& window) {
-  RECT place = window.place;
-  const auto parent = window.isChild ? ParentOf(window) : nullptr;
+  RECT place = window.Place();
+  const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
   if (parent == nullptr) return place;
   const RECT outer = ScreenPlaceOf(*parent);
   return {place.left + outer.left, place.top + outer.top, place.right + outer.left,
@@ -104,23 +104,22 @@ RECT ScreenPlaceOf(const Window& window) {
 }
 
 void PlaceWindow(Window& window, const RECT& place) {
-  const RECT before = window.place;
+  const RECT before = window.Place();
   if (IsAt(before, place) && HasSize(before, place)) return;
-  window.place = place;
-  if (window.peer != nullptr) window.peer->SetPlace(place);
+  window.SetPlace(place);
   DamageAfterSizing(window, before);
   TellPlaceChange(window, before);
 }
 
 RECT ClientAreaOf(const Window& window) {
   const SIZE taken = TakenByScrollBars(window);
-  const RECT& place = window.place;
+  const RECT& place = window.Place();
   return {0, 0, std::max(place.right - place.left - taken.cx, LONG{0}),
           std::max(place.bottom - place.top - taken.cy, LONG{0})};
 }
 
 void DamageAfterSizing(Window& window, const RECT& before) {
-  DamageWhatClassWants(window, before, window.place);
+  DamageWhatClassWants(window, before, window.Place());
 }
 
 void TellClientChange(Window& window, const RECT& before) {
@@ -131,7 +130,7 @@ void TellClientChange(Window& window, const RECT& before) {
 }
 
 void TellPlaceChange(const Window& window, const RECT& before) {
-  const RECT place = window.place;
+  const RECT place = window.Place();
   if (!IsAt(before, place)) {
     window.CallProcedure(WM_MOVE, 0, MAKELPARAM(place.left, place.top));
   }
@@ -141,10 +140,10 @@ void TellPlaceChange(const Window& window, const RECT& before) {
 }
 
 void TellPlace(Window& window) {
-  window.knowsPlace = true;
+  window.NotePlaceTold();
   TellSize(window);
   if (!window.IsLive()) return;
-  window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.place.left, window.place.top));
+  window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.Place().left, window.Place().top));
 }
 
 RECT PlaceAsGiven(int x, int y, int width, int height) {
@@ -172,7 +171,7 @@ BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width,
   }
   return RunOnOwner(
              found,
-             [&] { Rearrange(found, PlaceFor(found->place, x, y, width, height, flags), flags); })
+             [&] { Rearrange(found, PlaceFor(found->Place(), x, y, width, height, flags), flags); })
              ? TRUE
              : FALSE;
 } catch (...) {

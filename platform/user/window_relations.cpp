@@ -6,15 +6,18 @@ namespace platform {
 namespace {
 
 HWND MakeDesktopWindow() {
-  auto window = std::make_shared<Window>();
+  auto windowClass = std::make_shared<WindowClass>();
+  windowClass->data.lpfnWndProc = ::DefWindowProcW;
   // A queue that has ended refuses whatever is posted or sent to the window.
-  window->queue = std::make_shared<ThreadQueue>(0);
-  window->queue->End();
-  window->windowClass = std::make_shared<WindowClass>();
-  window->procedure = ::DefWindowProcW;
-  window->style = WS_POPUP | WS_VISIBLE;
-  window->handle = static_cast<HWND>(Handles().Insert(HandleKind::kWindow, window));
-  return window->handle;
+  auto queue = std::make_shared<ThreadQueue>(0);
+  queue->End();
+  WindowOrigin origin;
+  origin.windowClass = std::move(windowClass);
+  origin.queue = std::move(queue);
+  origin.style = WS_POPUP | WS_VISIBLE;
+  auto window = std::make_shared<Window>(std::move(origin));
+  window->TakeHandle(static_cast<HWND>(Handles().Insert(HandleKind::kWindow, window)));
+  return window->Handle();
 }
 
 HWND DesktopWindow() {
@@ -25,18 +28,18 @@ HWND DesktopWindow() {
 }  // namespace
 
 std::shared_ptr<Window> ParentOf(const Window& window) {
-  return Resolve<Window>(HandleKind::kWindow, window.parent);
+  return Resolve<Window>(HandleKind::kWindow, window.Parent());
 }
 
 bool IsWithin(const Window& window, HWND ancestor) {
-  if (window.handle == ancestor) return true;
-  const auto parent = window.isChild ? ParentOf(window) : nullptr;
+  if (window.Handle() == ancestor) return true;
+  const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
   return parent != nullptr && IsWithin(*parent, ancestor);
 }
 
 std::shared_ptr<Window> TopLevelOf(const std::shared_ptr<Window>& window) {
   std::shared_ptr<Window> found = window;
-  while (found != nullptr && found->isChild)
+  while (found != nullptr && found->IsChild())
     found = ParentOf(*found);
   return found;
 }
@@ -58,9 +61,9 @@ HWND WINAPI GetParent(HWND window) try {
   if (found == nullptr || IsDesktopWindow(window)) return nullptr;
   HWND parent = nullptr;
   RunOnOwner(found, [&] {
-    const bool hasParent = (found->style & (WS_CHILD | WS_POPUP)) != 0;
+    const bool hasParent = (found->Style() & (WS_CHILD | WS_POPUP)) != 0;
     const auto holder = hasParent ? ParentOf(*found) : nullptr;
-    if (holder != nullptr) parent = holder->handle;
+    if (holder != nullptr) parent = holder->Handle();
   });
   return parent;
 } catch (...) {

@@ -10,25 +10,25 @@ namespace platform {
 namespace {
 
 void Hide(const std::shared_ptr<Window>& window) {
-  window->style &= ~WS_VISIBLE;
+  window->SetStyleBit(WS_VISIBLE, false);
   LeaveWindow(*window);
-  if (window->peer != nullptr) window->peer->SetShown(false);
+  if (window->Peer() != nullptr) window->Peer()->SetShown(false);
 }
 
 void Show(const std::shared_ptr<Window>& window, bool activate) {
-  window->style |= WS_VISIBLE;
-  if (window->peer != nullptr) {
-    activate || window->isChild ? window->peer->SetShown(true) : window->peer->ShowInactive();
+  window->SetStyleBit(WS_VISIBLE, true);
+  if (window->Peer() != nullptr) {
+    activate || window->IsChild() ? window->Peer()->SetShown(true) : window->Peer()->ShowInactive();
   }
-  if (!window->knowsPlace) TellPlace(*window);
+  if (!window->KnowsPlace()) TellPlace(*window);
 }
 
 void SetEnabled(const std::shared_ptr<Window>& window, bool enabled) {
   if (!enabled) window->CallProcedure(WM_CANCELMODE, 0, 0);
   if (!window->IsLive()) return;
-  window->style = enabled ? window->style & ~WS_DISABLED : window->style | WS_DISABLED;
+  window->SetStyleBit(WS_DISABLED, !enabled);
   if (!enabled) DropFocusWithin(*window);
-  if (window->peer != nullptr) window->peer->SetEnabled(enabled);
+  if (window->Peer() != nullptr) window->Peer()->SetEnabled(enabled);
   window->CallProcedure(WM_ENABLE, enabled ? TRUE : FALSE, 0);
 }
 
@@ -40,16 +40,16 @@ void SetShown(const std::shared_ptr<Window>& window, bool shown, bool activate) 
     if (!window->IsLive()) return;
     shown ? Show(window, activate) : Hide(window);
   }
-  if (shown && activate && !window->isChild && window->IsLive()) Activate(window);
+  if (shown && activate && !window->IsChild() && window->IsLive()) Activate(window);
 }
 
 bool IsShownWithParents(const Window& window) {
-  const auto parent = window.isChild ? ParentOf(window) : nullptr;
+  const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
   return window.IsShown() && (parent == nullptr || IsShownWithParents(*parent));
 }
 
 bool IsEnabledWithParents(const Window& window) {
-  const auto parent = window.isChild ? ParentOf(window) : nullptr;
+  const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
   return !window.IsDisabled() && (parent == nullptr || IsEnabledWithParents(*parent));
 }
 
