@@ -75,7 +75,7 @@ NetlinkSocket Join(int bus, unsigned groups) {
 
 GateWatch::GateWatch(std::string tableName, Tell tell)
     : tableName_(std::move(tableName)),
-      tell_(std::move(tell)),
+      notify_(std::move(tell)),
       tables_(Join(NETLINK_NETFILTER, kTableGroups)),
       links_(Join(NETLINK_ROUTE, kLinkGroups)),
       stop_(::eventfd(0, EFD_CLOEXEC)) {
@@ -106,7 +106,7 @@ bool GateWatch::Wait(int milliseconds) {
   return waiting[0].revents == 0;
 }
 
-void GateWatch::Hear() {
+void GateWatch::Receive() {
   const bool lostTables = Drain(tables_.get(), [this](const nlmsghdr* message) {
     tablesChanged_ = tablesChanged_ || IsAbout(message, tableName_);
   });
@@ -118,9 +118,9 @@ void GateWatch::Hear() {
 void GateWatch::Run() noexcept {
   int failurePause = kPauseMilliseconds;
   while (Wait(tablesChanged_ || linksChanged_ ? 0 : kForever)) {
-    Hear();
+    Receive();
     if (!tablesChanged_ && !linksChanged_) continue;
-    const bool done = tell_(linksChanged_);
+    const bool done = notify_(linksChanged_);
     if (done) tablesChanged_ = linksChanged_ = false;
     failurePause =
         done ? kPauseMilliseconds : std::min(failurePause * 2, kLongestPauseMilliseconds);

@@ -1,5 +1,6 @@
-// Hears of everything that may have to do with a closed gate: changes of its tables, whoever makes
-// them, and of the machine's links, addresses and routes. Owns the thread on which it tells so.
+// Receives of everything that may have to do with a closed gate: changes of its tables, whoever
+// makes them, and of the machine's links, addresses and routes. Owns the thread on which it tells
+// so.
 #pragma once
 
 #include <functional>
@@ -26,10 +27,10 @@ class GateWatch {
  private:
   void Run() noexcept;
   bool Wait(int milliseconds);
-  void Hear();
+  void Receive();
 
   std::string tableName_;
-  Tell tell_;
+  Tell notify_;
   NetlinkSocket tables_;
   NetlinkSocket links_;
   bool tablesChanged_ = true;  // before the watch began, for all that it knows

@@ -12,7 +12,7 @@ bool CanKeepTable(const TableShape& present) {
   return !present.dormant && !present.holdsForeign;
 }
 
-bool IsSamePlace(const ChainShape& one, const ChainShape& other) {
+bool IsSamePosition(const ChainShape& one, const ChainShape& other) {
   return one.hook == other.hook && one.priority == other.priority && one.drops == other.drops;
 }
 
@@ -49,7 +49,7 @@ class Script {
 
 bool Stays(const TableShape& present, const std::string& name, const ChainShape& wanted) {
   const auto chain = present.chains.find(name);
-  return chain != present.chains.end() && IsSamePlace(chain->second, wanted);
+  return chain != present.chains.end() && IsSamePosition(chain->second, wanted);
 }
 
 // Leaves nothing of the table but the chains that stay.

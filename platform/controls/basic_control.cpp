@@ -17,7 +17,7 @@ void SendCommand(HWND control, WORD code) {
                  reinterpret_cast<LPARAM>(control));
 }
 
-bool TakesKeyboard(const Window& window) {
+bool TakesFocus(const Window& window) {
   constexpr DWORD kNeeded = WS_TABSTOP | WS_VISIBLE;
   return (window.Style() & (kNeeded | WS_DISABLED)) == kNeeded && window.Peer() != nullptr;
 }
@@ -56,13 +56,13 @@ void BasicControl::FocusNext() const {
   auto each = std::ranges::find(siblings, window_.Handle(), &Window::Handle);
   if (each == siblings.end()) return;
   each = std::find_if(std::next(each), siblings.end(),
-                      [](const auto& sibling) { return TakesKeyboard(*sibling); });
+                      [](const auto& sibling) { return TakesFocus(*sibling); });
   if (each != siblings.end()) (*each)->Peer()->Focus();
 }
 
 void BasicControl::Resize(int width, int height) const {
-  const RECT& place = window_.Place();
-  window_.SetPlace({place.left, place.top, place.left + width, place.top + height});
+  const RECT& place = window_.Bounds();
+  window_.SetBounds({place.left, place.top, place.left + width, place.top + height});
 }
 
 LRESULT BasicControl::Refuse(const char* control, UINT message, LRESULT failure) const {

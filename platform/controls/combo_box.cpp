@@ -185,7 +185,7 @@ void ComboBox::TakeChoice(int index) {
 
 void ComboBox::SettleHeight(bool listToo) {
   if (Peer() == nullptr) return;
-  const RECT& place = Self().Place();
+  const RECT& place = Self().Bounds();
   const int given = place.bottom - place.top;
   const int closed = Peer()->ClosedHeight();
   if (listToo) Peer()->SetListHeight(given - closed);

@@ -294,8 +294,8 @@ LRESULT ListView::DeleteItem(int row) {
 LRESULT ListView::DeleteAllItems() {
   NMLISTVIEW notification{};
   notification.iItem = -1;
-  const bool tellEach = Notify(LVN_DELETEALLITEMS, notification) == FALSE;
-  for (int row = 0; tellEach && Self().IsLive() && row < items_.RowCount(); ++row) {
+  const bool notifyEach = Notify(LVN_DELETEALLITEMS, notification) == FALSE;
+  for (int row = 0; notifyEach && Self().IsLive() && row < items_.RowCount(); ++row) {
     notification = NotificationOf(row);
     Notify(LVN_DELETEITEM, notification);
   }
@@ -365,27 +365,27 @@ void ListView::ChangeOwnState(int row, UINT state, UINT mask, When when) {
   notification.uOldState = before & told;
   notification.uChanged = LVIF_STATE;
   if (when == When::kLater) {
-    TellLater(notification);
+    NotifyChangeLater(notification);
   } else {
     Notify(LVN_ITEMCHANGED, notification);
   }
 }
 
 // The desktop moves focus and selection one after the other: of one row they are one change.
-void ListView::TellLater(const NMLISTVIEW& change) {
+void ListView::NotifyChangeLater(const NMLISTVIEW& change) {
   const auto known = std::ranges::find_if(
-      untold_, [&](const NMLISTVIEW& each) { return AreOneMove(each, change); });
-  if (known != untold_.end()) {
+      unsent_, [&](const NMLISTVIEW& each) { return AreOneMove(each, change); });
+  if (known != unsent_.end()) {
     known->uNewState |= change.uNewState;
     known->uOldState |= change.uOldState;
     return;
   }
-  if (untold_.empty()) Later<ListView>([](ListView& self) { self.TellChanges(); });
-  untold_.push_back(change);
+  if (unsent_.empty()) Later<ListView>([](ListView& self) { self.NotifyChanges(); });
+  unsent_.push_back(change);
 }
 
-void ListView::TellChanges() {
-  for (NMLISTVIEW& change : std::exchange(untold_, {})) {
+void ListView::NotifyChanges() {
+  for (NMLISTVIEW& change : std::exchange(unsent_, {})) {
     if (Self().IsLive()) Notify(LVN_ITEMCHANGED, change);
   }
 }

@@ -60,8 +60,8 @@ class ListView final : public BasicControl, private ListViewEvents {
   // focus and, with LVS_SINGLESEL, one selected row.
   void ChangeState(int row, UINT state, UINT mask, When when);
   void ChangeOwnState(int row, UINT state, UINT mask, When when);
-  void TellLater(const NMLISTVIEW& change);
-  void TellChanges();
+  void NotifyChangeLater(const NMLISTVIEW& change);
+  void NotifyChanges();
   LRESULT SetExtendedStyle(DWORD mask, DWORD style);
 
   NMLISTVIEW NotificationOf(int row) const;
@@ -69,7 +69,7 @@ class ListView final : public BasicControl, private ListViewEvents {
   ListViewItems items_;
   DWORD extendedStyle_ = 0;
   // LVN_ITEMCHANGED of what the user did.
-  std::vector<NMLISTVIEW> untold_;
+  std::vector<NMLISTVIEW> unsent_;
 };
 
 }  // namespace platform

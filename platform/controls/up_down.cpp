@@ -116,8 +116,8 @@ void UpDown::TakeSiblingAsBuddy() {
 }
 
 void UpDown::MoveBesideBuddy(Window& buddy) {
-  RECT field = buddy.Place();
-  RECT own = Self().Place();
+  RECT field = buddy.Bounds();
+  RECT own = Self().Bounds();
   own.top = field.top;
   own.bottom = field.bottom;
   if (Has(UDS_ALIGNRIGHT)) {
@@ -129,8 +129,8 @@ void UpDown::MoveBesideBuddy(Window& buddy) {
     own.right = own.left + kWidth;
     field.left = own.right - kOverlap;
   }
-  buddy.SetPlace(field);
-  Self().SetPlace(own);
+  buddy.SetBounds(field);
+  Self().SetBounds(own);
 }
 
 void UpDown::SetRange(int low, int high) {

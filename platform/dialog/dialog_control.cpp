@@ -86,7 +86,7 @@ std::optional<LRESULT> DialogControl::AnswerByDefault(UINT message, WPARAM wPara
       RequestCancel();
       return 0;
     case WM_NEXTDLGCTL:
-      MoveFocusAsTold(wParam, lParam);
+      MoveFocusByMessage(wParam, lParam);
       return 0;
     case WM_ERASEBKGND:
       if (!paintBackground_) return std::nullopt;
@@ -120,7 +120,7 @@ void DialogControl::RequestCancel() {
 }
 
 // wParam is the control, when the low word of lParam says so, else whether to go backwards.
-void DialogControl::MoveFocusAsTold(WPARAM wParam, LPARAM lParam) {
+void DialogControl::MoveFocusByMessage(WPARAM wParam, LPARAM lParam) {
   if (LOWORD(lParam) != FALSE) {
     GiveFocus(reinterpret_cast<HWND>(wParam));
   } else if (const auto next = NextTabStop(window_.Handle(), ::GetFocus(), wParam == FALSE)) {

@@ -59,7 +59,7 @@ class DialogControl final : public Control, private DialogEvents {
   std::optional<LRESULT> AnswerByDefault(UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT AnswerDefaultId() const;
   void ChangeDefaultId(int id);
-  void MoveFocusAsTold(WPARAM wParam, LPARAM lParam);
+  void MoveFocusByMessage(WPARAM wParam, LPARAM lParam);
   void RequestCancel();
 
   bool TakeKey(DialogKey key, HWND focus, LRESULT code);

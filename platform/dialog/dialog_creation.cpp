@@ -38,7 +38,7 @@ RECT MovedTo(const RECT& place, POINT corner) {
   return {corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
 }
 
-RECT WindowPlace(HWND window) {
+RECT WindowBounds(HWND window) {
   RECT place{};
   if (window != nullptr) ::GetWindowRect(window, &place);
   return place;
@@ -49,9 +49,9 @@ RECT WindowPlace(HWND window) {
 RECT PlaceOf(const DialogTemplate& made, const DialogUnits& units, HWND owner) {
   const RECT place = units.Pixels(made.place);
   if ((made.style & WS_CHILD) != 0) return place;
-  const RECT ownerPlace = WindowPlace(owner);
-  const POINT corner = {ownerPlace.left, ownerPlace.top};
-  if ((made.style & DS_CENTER) != 0) return CentredPlace(SizeOf(place), corner);
+  const RECT ownerBounds = WindowBounds(owner);
+  const POINT corner = {ownerBounds.left, ownerBounds.top};
+  if ((made.style & DS_CENTER) != 0) return CentredBounds(SizeOf(place), corner);
   return MovedTo(place, {corner.x + place.left, corner.y + place.top});
 }
 
@@ -118,7 +118,7 @@ void Show(HWND dialog, const FoundDialog& found) {
 
 }  // namespace
 
-RECT CentredPlace(SIZE size, POINT around) {
+RECT CentredBounds(SIZE size, POINT around) {
   if (!IsWindowThread()) return {0, 0, size.cx, size.cy};
   const RECT area = Desktop().Windows().WorkArea(around);
   const LONG x = std::max(area.left, (area.left + area.right - size.cx) / 2);

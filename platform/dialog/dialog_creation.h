@@ -24,6 +24,6 @@ HWND CreateDialogFrom(const DialogTemplate& made, const DialogOrigin& origin);
 void FocusFirst(HWND dialog, HWND control);
 
 // The place that centres a top-level dialog of that size in the work area around a place.
-RECT CentredPlace(SIZE size, POINT around);
+RECT CentredBounds(SIZE size, POINT around);
 
 }  // namespace platform

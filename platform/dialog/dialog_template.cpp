@@ -48,7 +48,7 @@ class TemplateReader {
   void AlignTo4() { next_ = (next_ + 3) & ~std::size_t{3}; }
 
   // Position and size, as right and bottom edges.
-  RECT ReadPlace() {
+  RECT ReadBounds() {
     const LONG x = static_cast<SHORT>(Read16());
     const LONG y = static_cast<SHORT>(Read16());
     const LONG width = static_cast<SHORT>(Read16());
@@ -96,7 +96,7 @@ DialogItem ReadItem(TemplateReader& reader) {
   item.helpId = reader.Read32();
   item.exStyle = reader.Read32();
   item.style = reader.Read32();
-  item.place = reader.ReadPlace();
+  item.place = reader.ReadBounds();
   item.id = reader.Read32();
   item.className = ReadClassName(reader);
   item.text = reader.ReadTextOrNumber();
@@ -122,7 +122,7 @@ DialogTemplate Read(TemplateReader& reader) {
   made.exStyle = reader.Read32();
   made.style = reader.Read32();
   const int items = reader.Read16();
-  made.place = reader.ReadPlace();
+  made.place = reader.ReadBounds();
   if (!reader.ReadTextOrNumber().empty()) throw TemplateError("a menu: not supported");
   if (!reader.ReadTextOrNumber().empty()) throw TemplateError("a window class: not supported");
   made.title = reader.ReadTextOrNumber();

@@ -189,20 +189,20 @@ void PropertySheet::LayOut() {
   margins.top = -margins.top;
   layout_ = LayOutSheet(LargestPage(false), margins, FindDialog(sheet_).control->Units());
   MoveTo(Item(kTabsId), layout_.tabs);
-  PlaceSheet(layout_.sheet);
-  PlaceButtons();
+  PositionSheet(layout_.sheet);
+  PositionButtons();
 }
 
-void PropertySheet::PlaceSheet(SIZE size) {
-  RECT ownerPlace{};
+void PropertySheet::PositionSheet(SIZE size) {
+  RECT ownerBounds{};
   const HWND owner = ::GetParent(sheet_);
-  if (owner != nullptr) ::GetWindowRect(owner, &ownerPlace);
-  MoveTo(sheet_,
-         {ownerPlace.left, ownerPlace.top, ownerPlace.left + size.cx, ownerPlace.top + size.cy});
+  if (owner != nullptr) ::GetWindowRect(owner, &ownerBounds);
+  MoveTo(sheet_, {ownerBounds.left, ownerBounds.top, ownerBounds.left + size.cx,
+                  ownerBounds.top + size.cy});
 }
 
 // Those that are shown stand side by side at the right.
-void PropertySheet::PlaceButtons() {
+void PropertySheet::PositionButtons() {
   std::vector<HWND> shown;
   for (const int id : kButtons) {
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(Item(id), GWL_STYLE));

@@ -47,10 +47,10 @@ class PropertySheet {
   void Build(HWND sheet);
   void AddTabs();
   void LayOut();
-  void PlaceButtons();
+  void PositionButtons();
   // Of the pages that are outer ones of a wizard, or of those that are not.
   SIZE LargestPage(bool isOuter) const;
-  void PlaceSheet(SIZE size);
+  void PositionSheet(SIZE size);
 
   // False when the page's dialog cannot be made.
   bool MakePage(Page& page);

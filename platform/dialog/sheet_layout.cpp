@@ -14,7 +14,7 @@ constexpr int kWizardMargin = 7;
 // In pixels, as wide as an etched edge.
 constexpr int kLine = 2;
 
-void PlaceWizardButtons(WizardLayout& layout, const DialogUnits& units) {
+void PositionWizardButtons(WizardLayout& layout, const DialogUnits& units) {
   const LONG top = layout.outer.bottom + kLine + units.Y(kWizardMargin);
   const LONG bottom = top + units.Y(kButtonHeight);
   const LONG width = units.X(kButtonWidth);
@@ -55,7 +55,7 @@ WizardLayout LayOutWizard(SIZE inner, SIZE outer, int bandHeight, const DialogUn
   layout.inner = {x, innerTop, layout.sheet.cx - x, bottom - y};
   layout.outer = {0, 0, layout.sheet.cx, bottom};
   layout.sheet.cy = bottom + kLine + 2 * y + units.Y(kButtonHeight);
-  PlaceWizardButtons(layout, units);
+  PositionWizardButtons(layout, units);
   return layout;
 }
 

@@ -30,7 +30,7 @@ bool PropertySheet::MakePage(Page& page) {
     if (IsOpen()) ::EndDialog(sheet_, -1);
     return false;
   }
-  const RECT& place = IsWizard() ? wizard_->PagePlace(IsOuter(page)) : layout_.page;
+  const RECT& place = IsWizard() ? wizard_->PageBounds(IsOuter(page)) : layout_.page;
   ::MoveWindow(page.window, place.left, place.top, place.right - place.left,
                place.bottom - place.top, FALSE);
   if (IsOuter(page))
@@ -89,7 +89,7 @@ void PropertySheet::Show(std::size_t index) {
   ::ShowWindow(shown, SW_SHOW);
   if (before != nullptr && before != shown) ::ShowWindow(before, SW_HIDE);
   if (IsWizard()) return ShowInWizard(pages_[index]);
-  PlaceButtons();
+  PositionButtons();
   // A page's first control has the keyboard, or in lack of one the first button.
   if (movesFocus) FocusFirst(sheet_, ::GetNextDlgTabItem(shown, nullptr, FALSE));
 }

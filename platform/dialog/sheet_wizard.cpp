@@ -28,7 +28,7 @@ void PropertySheet::LayOutAsWizard() {
     headers.push_back(HeaderOf(page));
   wizard_->LayOut(sheet_, LargestPage(false), LargestPage(true), headers, control.Units());
   const WizardLayout& layout = wizard_->Layout();
-  PlaceSheet(layout.sheet);
+  PositionSheet(layout.sheet);
   MoveTo(Item(kBackButton), layout.back);
   MoveTo(Item(kNextButton), layout.next);
   MoveTo(Item(kFinishButton), layout.next);

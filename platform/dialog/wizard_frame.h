@@ -28,7 +28,7 @@ class WizardFrame {
   void LayOut(HWND sheet, SIZE inner, SIZE outer, std::span<const HeaderText> headers,
               const DialogUnits& units);
   const WizardLayout& Layout() const { return layout_; }
-  const RECT& PagePlace(bool isOuter) const { return isOuter ? layout_.outer : layout_.inner; }
+  const RECT& PageBounds(bool isOuter) const { return isOuter ? layout_.outer : layout_.inner; }
 
   void PaintBand(HDC context, const HeaderText& header) const;
   void PaintLineAboveButtons(HDC context) const;

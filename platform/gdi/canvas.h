@@ -45,7 +45,7 @@ class Canvas {
   virtual void DrawPicture(const Image& image, const RECT& area) = 0;
   // Takes what stands at that place of the other canvas; false when that one cannot be read, as it
   // is with windows.
-  virtual bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) = 0;
+  virtual bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) = 0;
   // Nothing outside of the canvas, and on one that cannot be read.
   virtual std::optional<COLORREF> PixelAt(POINT place) = 0;
 };

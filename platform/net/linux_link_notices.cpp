@@ -20,7 +20,7 @@ constexpr std::size_t kNoticeBytes = 32 * 1024;
 // Room for some hundred links to come and go between two looks.
 constexpr int kWaitingBytes = 2 * 1024 * 1024;
 
-void Tell(const nlmsghdr& message, CounterBase& counted) {
+void Note(const nlmsghdr& message, CounterBase& counted) {
   const std::optional<LinkReading> reading = ReadingOf(message);
   if (!reading) return;
   if (message.nlmsg_type == RTM_DELLINK) {
@@ -59,7 +59,7 @@ bool LinkNotices::Take(CounterBase& counted) {
     int left = static_cast<int>(length);
     const auto* message = reinterpret_cast<const nlmsghdr*>(buffer.data());
     for (; ::mnl_nlmsg_ok(message, left); message = ::mnl_nlmsg_next(message, &left))
-      Tell(*message, counted);
+      Note(*message, counted);
   }
 }
 

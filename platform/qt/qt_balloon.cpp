@@ -53,7 +53,7 @@ QStyle::StandardPixmap PictureOf(DWORD icon) {
 }
 
 // The upper left corner that puts the balloon above or below the icon, on the same screen.
-QPoint PlaceNextTo(const QRect& icon, QSize size) {
+QPoint PositionNextTo(const QRect& icon, QSize size) {
   const QScreen* screen = QGuiApplication::screenAt(icon.center());
   if (screen == nullptr) screen = QGuiApplication::primaryScreen();
   const QRect room =
@@ -143,7 +143,7 @@ QtBalloon::QtBalloon(const TrayBalloon& balloon, const QRect& icon,
     : widget_(new BalloonWidget(balloon, onEnd)) {
   widget_->ensurePolished();
   widget_->adjustSize();
-  widget_->move(PlaceNextTo(icon, widget_->sizeHint()));
+  widget_->move(PositionNextTo(icon, widget_->sizeHint()));
   widget_->show();
   time_.setSingleShot(true);
   time_.callOnTimeout([onEnd = std::move(onEnd)] { onEnd(BalloonEnd::kTimedOut); });

@@ -122,14 +122,14 @@ void QtCanvas::DrawPicture(const Image& image, const RECT& area) {
   DrawImage(painter_, image, area);
 }
 
-bool QtCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) {
+bool QtCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) {
   const QImage* pixels = PixelsOf(source);
   if (pixels == nullptr) return false;
   const PainterState state(painter_);
   painter_.setCompositionMode(QPainter::CompositionMode_Source);
   const double ratio = pixels->devicePixelRatio();
   const QRectF target(QtRect(area));
-  const QRectF from(QPointF(sourcePlace.x, sourcePlace.y) * ratio, target.size() * ratio);
+  const QRectF from(QPointF(sourcePosition.x, sourcePosition.y) * ratio, target.size() * ratio);
   // What is copied within one image may lie over what it is copied to.
   const QImage origin = pixels == pixels_ ? ViewOf(*pixels).copy() : ViewOf(*pixels);
   painter_.drawImage(target, origin, from);

@@ -26,7 +26,7 @@ class QtCanvas : public Canvas {
   void DrawCheckBox(const RECT& area, const CheckBoxLook& look) override;
   void DrawIcon(const IconImages& icon, const RECT& area) override;
   void DrawPicture(const Image& image, const RECT& area) override;
-  bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePlace) override;
+  bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) override;
   // Nothing outside of the clipping.
   std::optional<COLORREF> PixelAt(POINT place) override;
 

@@ -75,13 +75,13 @@ void AllowInterruption() {
 }
 
 // As the platform plugins of X11 and Wayland word it, directly before they end the process.
-bool TellsOfEnd(const QString& text) {
+bool ReportsEnd(const QString& text) {
   return text.startsWith("The X11 connection broke (") ||
          text.startsWith("The Wayland connection broke");
 }
 
 // As that of X11 words what Xlib has found.
-bool TellsOfXlibError(const QString& text) {
+bool ReportsXlibError(const QString& text) {
   return text.startsWith("The X11 connection broke:");
 }
 
@@ -96,8 +96,8 @@ void LeaveUse() {
 
 void OnMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   handlerBefore(type, context, text);
-  if (type == QtFatalMsg || TellsOfEnd(text) || TellsOfXlibError(text)) LeaveJoining();
-  if (TellsOfEnd(text)) LeaveUse();
+  if (type == QtFatalMsg || ReportsEnd(text) || ReportsXlibError(text)) LeaveJoining();
+  if (ReportsEnd(text)) LeaveUse();
 }
 
 void WatchMessages() {

@@ -18,9 +18,9 @@ class QtDialogPeer final : public QtPeer<DialogPeer> {
   QtDialogPeer(const QtDialogPeer&) = delete;
   QtDialogPeer& operator=(const QtDialogPeer&) = delete;
 
-  void SetPlace(const RECT& place) override {
+  void SetBounds(const RECT& place) override {
     Widget()->setFixedSize(QtRect(place).size().boundedTo(LargestWindowSize()));
-    QtPeer::SetPlace(place);
+    QtPeer::SetBounds(place);
   }
   void SetModal() override {
     if (Widget()->parentWidget() != nullptr) Widget()->setWindowModality(Qt::WindowModal);

@@ -82,7 +82,7 @@ class PopupMenu final : public QMenu {
 };
 
 // The upper left corner of a menu that the flags align to the place.
-QPoint AlignedPlace(const TrackedMenu& menu, QSize size) {
+QPoint AlignedPosition(const TrackedMenu& menu, QSize size) {
   QPoint place(menu.place.x, menu.place.y);
   if ((menu.flags & TPM_CENTERALIGN) != 0) place.rx() -= size.width() / 2;
   if ((menu.flags & TPM_RIGHTALIGN) != 0) place.rx() -= size.width();
@@ -104,7 +104,7 @@ class QtShownMenu final : public ShownMenu {
     QObject::connect(
         menu_, &QMenu::aboutToHide, &connections_, [&events] { events.OnClosed(0); },
         Qt::QueuedConnection);
-    SurvivesUse([&] { menu_->popup(AlignedPlace(menu, menu_->sizeHint())); });
+    SurvivesUse([&] { menu_->popup(AlignedPosition(menu, menu_->sizeHint())); });
   }
 
   ~QtShownMenu() override {

@@ -101,7 +101,7 @@ void QtPeerCore::SetIdentity(HWND window, UINT_PTR id) {
   if (!widget_->isWindow()) widget_->setObjectName(QString::number(qulonglong{id}));
 }
 
-void QtPeerCore::SetPlace(const RECT& place) {
+void QtPeerCore::SetBounds(const RECT& place) {
   QRect bounded = QtRect(place);
   if (widget_->isWindow()) bounded.setSize(bounded.size().boundedTo(LargestWindowSize()));
   placing_ = true;
@@ -195,7 +195,7 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 bool QtPeerCore::OnMoved() {
-  if (!placing_ && widget_->isWindow()) events_.OnPlaceChanged(WinRect(widget_->geometry()));
+  if (!placing_ && widget_->isWindow()) events_.OnBoundsChanged(WinRect(widget_->geometry()));
   return false;
 }
 

@@ -47,7 +47,7 @@ class QtPeerCore final : public QObject {
   // The number becomes the widget's object name, in decimal; the handle its property
   // kHandleProperty.
   void SetIdentity(HWND window, UINT_PTR id);
-  void SetPlace(const RECT& place);
+  void SetBounds(const RECT& place);
   void SetTitle(const std::wstring& title);
   void SetShown(bool shown);
   void ShowInactive();
@@ -75,7 +75,7 @@ class QtPeer : public Interface, public QtWidgetHolder {
  public:
   void SetIdentity(HWND window, UINT_PTR id) override { core_.SetIdentity(window, id); }
   void SetText(const std::wstring& text) override { core_.SetTitle(text); }
-  void SetPlace(const RECT& place) override { core_.SetPlace(place); }
+  void SetBounds(const RECT& place) override { core_.SetBounds(place); }
   void SetShown(bool shown) override { core_.SetShown(shown); }
   void ShowInactive() override { core_.ShowInactive(); }
   void SetEnabled(bool enabled) override { core_.SetEnabled(enabled); }

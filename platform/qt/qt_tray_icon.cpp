@@ -43,8 +43,8 @@ QtTrayIcon::QtTrayIcon(std::function<void(UINT)> notify) : notify_(std::move(not
   // Of balloons that the message bus shows; it does not tell of their end.
   QObject::connect(&icon_, &QSystemTrayIcon::messageClicked,
                    [this] { notify_(NIN_BALLOONUSERCLICK); });
-  awaitingPlace_.setSingleShot(true);
-  awaitingPlace_.callOnTimeout([this] { ShowAwaitedBalloon(); });
+  awaitingBounds_.setSingleShot(true);
+  awaitingBounds_.callOnTimeout([this] { ShowAwaitedBalloon(); });
 }
 
 void QtTrayIcon::SetLook(const TrayIconLook& look) {
@@ -66,11 +66,11 @@ void QtTrayIcon::ShowBalloon(const TrayBalloon& balloon) {
   if (!icon_.isVisible()) return;
   awaited_ = balloon;
   const std::chrono::milliseconds passed(sinceShown_.elapsed());
-  awaitingPlace_.start(std::max(kTimeToDock - passed, std::chrono::milliseconds::zero()));
+  awaitingBounds_.start(std::max(kTimeToDock - passed, std::chrono::milliseconds::zero()));
 }
 
 void QtTrayIcon::HideBalloon() {
-  awaitingPlace_.stop();
+  awaitingBounds_.stop();
   if (balloon_ == nullptr) return;
   balloon_.reset();
   notify_(NIN_BALLOONHIDE);

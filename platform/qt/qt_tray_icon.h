@@ -39,7 +39,7 @@ class QtTrayIcon final {
   QElapsedTimer sinceShown_;
   QElapsedTimer sinceClick_;
   TrayBalloon awaited_;
-  QTimer awaitingPlace_;
+  QTimer awaitingBounds_;
   std::unique_ptr<QtBalloon> balloon_;
 };
 

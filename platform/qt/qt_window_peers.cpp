@@ -67,7 +67,7 @@ std::unique_ptr<WindowPeer> QtWindowPeers::MakePage(WindowEvents& events, Window
   return std::make_unique<QtPagePeer>(WidgetOf(&parent), events);
 }
 
-POINT QtWindowPeers::CursorPlace() {
+POINT QtWindowPeers::CursorPosition() {
   const QPoint place = QCursor::pos();
   return {place.x(), place.y()};
 }

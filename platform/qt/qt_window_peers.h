@@ -10,7 +10,7 @@ class QtWindowPeers final : public WindowPeers {
   std::unique_ptr<WindowPeer> MakeTopLevel(WindowEvents& events, WindowPeer* owner) override;
   std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) override;
   std::unique_ptr<WindowPeer> MakePage(WindowEvents& events, WindowPeer& parent) override;
-  POINT CursorPlace() override;
+  POINT CursorPosition() override;
   SIZE ScreenSize() override;
   RECT WorkArea(POINT place) override;
 };

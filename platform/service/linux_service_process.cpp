@@ -59,7 +59,7 @@ FileDescriptor OpenLog(const std::filesystem::path& path) {
       ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600));
 }
 
-void Tell(int report, const LaunchReport& told) {
+void Report(int report, const LaunchReport& told) {
   [[maybe_unused]] const ssize_t written = ::write(report, &told, sizeof told);
 }
 
@@ -91,7 +91,7 @@ bool PlaceDescriptors(Prepared& prepared) {
   if (PlaceDescriptors(prepared) && ::chdir(prepared.folder) == 0) {
     ::execve(prepared.words[0], prepared.words.data(), prepared.environment.data());
   }
-  Tell(prepared.report, {0, errno});
+  Report(prepared.report, {0, errno});
   ::_exit(127);
 }
 
@@ -100,7 +100,7 @@ bool PlaceDescriptors(Prepared& prepared) {
   ::setsid();
   const pid_t pid = ::fork();
   if (pid == 0) BecomeService(prepared);
-  Tell(prepared.report, {pid, pid < 0 ? errno : 0});
+  Report(prepared.report, {pid, pid < 0 ? errno : 0});
   ::_exit(0);
 }
 

@@ -39,7 +39,7 @@ DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS
   return error == NO_ERROR ? ERROR_SERVICE_REQUEST_TIMEOUT : error;
 }
 
-bool TellsStatus(DWORD error) {
+bool ReportsStatus(DWORD error) {
   return error == NO_ERROR || error == ERROR_INVALID_SERVICE_CONTROL ||
          error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL || error == ERROR_SERVICE_NOT_ACTIVE;
 }
@@ -53,7 +53,7 @@ DWORD Control(SC_HANDLE handle, DWORD control, SERVICE_STATUS* status) {
   SERVICE_STATUS current{};
   error = service->type == SERVICE_KERNEL_DRIVER ? ControlDriver(*service, control, current)
                                                  : ControlProcess(*service, control, current);
-  if (TellsStatus(error)) *status = current;
+  if (ReportsStatus(error)) *status = current;
   return error;
 }
 

@@ -32,7 +32,7 @@ struct TrayBalloon {
   std::chrono::milliseconds duration{};
 };
 
-// Told inside the desktop's own events.
+// Notified inside the desktop's own events.
 class TrayEvents {
  public:
   virtual ~TrayEvents() = default;

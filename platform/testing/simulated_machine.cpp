@@ -152,7 +152,7 @@ void SimulatedMachine::InstallUser() {
   });
   SetCursorSource([this] {
     const std::lock_guard lock(mutex_);
-    return cursorPlace_;
+    return cursorPosition_;
   });
 }
 
@@ -239,9 +239,9 @@ std::vector<TrackedMenu> SimulatedMachine::Menus() const {
   return menus_;
 }
 
-void SimulatedMachine::SetCursorPlace(std::optional<POINT> place) {
+void SimulatedMachine::SetCursorPosition(std::optional<POINT> place) {
   const std::lock_guard lock(mutex_);
-  cursorPlace_ = place;
+  cursorPosition_ = place;
 }
 
 std::vector<LoggedEvent> SimulatedMachine::Events() const {

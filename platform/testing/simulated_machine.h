@@ -104,7 +104,7 @@ class SimulatedMachine {
   void AnswerMenus(std::deque<UINT> commands);
   std::vector<TrackedMenu> Menus() const;
   // (0, 0) at first; nothing: it cannot be read.
-  void SetCursorPlace(std::optional<POINT> place);
+  void SetCursorPosition(std::optional<POINT> place);
   std::vector<LoggedEvent> Events() const;
   // The texts of the events alone.
   std::vector<std::wstring> EventTexts() const;
@@ -124,7 +124,7 @@ class SimulatedMachine {
   std::vector<MessageBoxRequest> messageBoxes_;
   std::deque<UINT> menuAnswers_;
   std::vector<TrackedMenu> menus_;
-  std::optional<POINT> cursorPlace_ = POINT{};
+  std::optional<POINT> cursorPosition_ = POINT{};
   std::vector<LoggedEvent> events_;
   std::vector<std::pair<DWORD, NOTIFYICONDATAW>> notificationChanges_;
 };

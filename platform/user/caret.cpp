@@ -30,7 +30,7 @@ std::shared_ptr<Window> WindowWithCaret(HWND window) {
   return nullptr;
 }
 
-void TellPeer(const Window& window) {
+void UpdatePeer(const Window& window) {
   if (window.Peer() == nullptr) return;
   const RECT area = {caret.place.x, caret.place.y, caret.place.x + caret.size.cx,
                      caret.place.y + caret.size.cy};
@@ -80,7 +80,7 @@ BOOL WINAPI DestroyCaret() try {
 BOOL WINAPI ShowCaret(HWND window) try {
   const auto found = WindowWithCaret(window);
   if (found == nullptr) return FALSE;
-  if (caret.hidden > 0 && --caret.hidden == 0) TellPeer(*found);
+  if (caret.hidden > 0 && --caret.hidden == 0) UpdatePeer(*found);
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);
@@ -89,7 +89,7 @@ BOOL WINAPI ShowCaret(HWND window) try {
 BOOL WINAPI HideCaret(HWND window) try {
   const auto found = WindowWithCaret(window);
   if (found == nullptr) return FALSE;
-  if (++caret.hidden == 1) TellPeer(*found);
+  if (++caret.hidden == 1) UpdatePeer(*found);
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);
@@ -99,7 +99,7 @@ BOOL WINAPI SetCaretPos(int x, int y) try {
   const auto found = WindowWithCaret(nullptr);
   if (found == nullptr) return FALSE;
   caret.place = {x, y};
-  if (caret.hidden == 0) TellPeer(*found);
+  if (caret.hidden == 0) UpdatePeer(*found);
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);

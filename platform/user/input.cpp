@@ -3,7 +3,7 @@
 #include "platform/user/cursor.h"
 #include "platform/user/desktop.h"
 #include "platform/user/keyboard.h"
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 #include "platform/user/window_relations.h"
 #include "platform/user/window_showing.h"
 
@@ -55,12 +55,12 @@ void QueueMouse(const Window& window, const MouseInput& input) {
   auto target = Resolve<Window>(HandleKind::kWindow, window.Handle());
   POINT place = input.place;
   while (target != nullptr && !IsEnabledWithParents(*target)) {
-    place = {place.x + target->Place().left, place.y + target->Place().top};
+    place = {place.x + target->Bounds().left, place.y + target->Bounds().top};
     target = target->IsChild() ? ParentOf(*target) : nullptr;
   }
   // The system's dialogs have no use for it.
   if (target == nullptr || target->SystemControl() != nullptr) return;
-  const RECT origin = ScreenPlaceOf(*target);
+  const RECT origin = ScreenBoundsOf(*target);
   InputMessage queued;
   queued.keys = Desktop().KeysDown();
   queued.message.hwnd = target->Handle();
@@ -79,7 +79,7 @@ void QueueKey(const Window& window, const KeyInput& input) {
   queued.message.message = KeyMessage(input, queued.keys);
   queued.message.wParam = static_cast<WPARAM>(input.virtualKey);
   queued.message.lParam = KeyParameter(input, queued.keys[VK_MENU]);
-  queued.message.pt = Desktop().Windows().CursorPlace();
+  queued.message.pt = Desktop().Windows().CursorPosition();
   window.Queue()->PostInput(std::move(queued));
 }
 

@@ -8,8 +8,8 @@
 
 namespace platform {
 
-// Told inside an event of the desktop. What is done in a disabled window is for the first enabled
-// one around it.
+// Notified inside an event of the desktop. What is done in a disabled window is for the first
+// enabled one around it.
 void QueueMouse(const Window& window, const MouseInput& input);
 void QueueKey(const Window& window, const KeyInput& input);
 

@@ -19,7 +19,7 @@ bool Fail(DWORD error) {
 }
 
 // A place for an item in a menu or in one of its submenus.
-struct ItemPlace {
+struct ItemBounds {
   std::shared_ptr<Menu> menu;
   std::size_t index = 0;
 };
@@ -28,25 +28,25 @@ std::shared_ptr<Menu> MenuOf(HMENU handle) {
   return Resolve<Menu>(HandleKind::kMenu, handle);
 }
 
-std::optional<ItemPlace> LocateCommand(const std::shared_ptr<Menu>& menu, UINT command) {
+std::optional<ItemBounds> LocateCommand(const std::shared_ptr<Menu>& menu, UINT command) {
   for (std::size_t index = 0; index < menu->items.size(); ++index) {
     const MenuItem& item = menu->items[index];
     if (const auto submenu = MenuOf(item.submenu)) {
       if (auto found = LocateCommand(submenu, command)) return found;
     } else if (item.command == command) {
-      return ItemPlace{menu, index};
+      return ItemBounds{menu, index};
     }
   }
   // An item that opens a submenu counts when nothing in the submenus has the number.
   const auto found = std::ranges::find(menu->items, command, &MenuItem::command);
   if (found == menu->items.end()) return std::nullopt;
-  return ItemPlace{menu, static_cast<std::size_t>(found - menu->items.begin())};
+  return ItemBounds{menu, static_cast<std::size_t>(found - menu->items.begin())};
 }
 
-std::optional<ItemPlace> Locate(const std::shared_ptr<Menu>& menu, UINT item, bool byPosition) {
+std::optional<ItemBounds> Locate(const std::shared_ptr<Menu>& menu, UINT item, bool byPosition) {
   if (!byPosition) return LocateCommand(menu, item);
   if (item >= menu->items.size()) return std::nullopt;
-  return ItemPlace{menu, item};
+  return ItemBounds{menu, item};
 }
 
 // Whether the menu is the other one or can be reached from it.
@@ -214,7 +214,7 @@ BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition,
   if (!CheckNewItem(*found, *information)) return FALSE;
   // Before the item that is named, else at the end.
   const auto place =
-      Locate(found, item, byPosition != FALSE).value_or(ItemPlace{found, found->items.size()});
+      Locate(found, item, byPosition != FALSE).value_or(ItemBounds{found, found->items.size()});
   auto& items = place.menu->items;
   items.insert(items.begin() + static_cast<std::ptrdiff_t>(place.index), NewItem(*information));
   return TRUE;

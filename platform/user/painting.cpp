@@ -5,7 +5,7 @@
 #include "platform/gdi/rect.h"
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 
 namespace platform {
 

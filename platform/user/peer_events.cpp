@@ -6,7 +6,7 @@
 #include "platform/user/focus.h"
 #include "platform/user/input.h"
 #include "platform/user/painting.h"
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 
 namespace platform {
 
@@ -25,24 +25,24 @@ void PeerEvents::OnCloseRequested() {
   DeferMessage(WM_CLOSE, 0, 0);
 }
 
-void PeerEvents::OnPlaceChanged(const RECT& place) {
+void PeerEvents::OnBoundsChanged(const RECT& place) {
   // Moving and sizing come in pieces; the procedure hears of them together.
-  const bool isUnderWay = untold_.has_value();
-  if (!isUnderWay) untold_ = window_.Place();
-  const RECT before = window_.Place();
-  window_.NotePlace(place);
+  const bool isUnderWay = unsent_.has_value();
+  if (!isUnderWay) unsent_ = window_.Bounds();
+  const RECT before = window_.Bounds();
+  window_.NoteBounds(place);
   DamageAfterSizing(window_, before);
   if (isUnderWay) return;
   window_.Queue()->Defer([this, handle = window_.Handle()] {
     const auto window = Resolve<Window>(HandleKind::kWindow, handle);
-    if (window != nullptr) TellPlace();
+    if (window != nullptr) NotifyBounds();
   });
 }
 
-void PeerEvents::TellPlace() {
-  const RECT before = *untold_;
-  untold_.reset();
-  TellPlaceChange(window_, before);
+void PeerEvents::NotifyBounds() {
+  const RECT before = *unsent_;
+  unsent_.reset();
+  NotifyBoundsChange(window_, before);
 }
 
 void PeerEvents::OnActivationChanged(bool active) {

@@ -15,7 +15,7 @@ class PeerEvents final : public WindowEvents {
 
   void OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) override;
   void OnCloseRequested() override;
-  void OnPlaceChanged(const RECT& place) override;
+  void OnBoundsChanged(const RECT& place) override;
   void OnActivationChanged(bool active) override;
   void OnFocusChanged(bool focused) override;
   void OnHelpRequested() override;
@@ -25,11 +25,11 @@ class PeerEvents final : public WindowEvents {
 
  private:
   void DeferMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  void TellPlace();
+  void NotifyBounds();
 
   Window& window_;
   // The place before the first change that the window's procedure has not been told of.
-  std::optional<RECT> untold_;
+  std::optional<RECT> unsent_;
 };
 
 }  // namespace platform

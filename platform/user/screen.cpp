@@ -13,10 +13,10 @@ namespace {
 
 constexpr int kSmallIcon = 16;
 
-std::optional<POINT> KnownCursorPlace() {
+std::optional<POINT> KnownCursorPosition() {
   if (const CursorSource source = CurrentCursorSource()) return source();
   std::optional<POINT> place;
-  CallWindowThread([&] { place = Desktop().Windows().CursorPlace(); });
+  CallWindowThread([&] { place = Desktop().Windows().CursorPosition(); });
   return place;
 }
 
@@ -46,7 +46,7 @@ BOOL WINAPI GetCursorPos(LPPOINT place) try {
     ::SetLastError(ERROR_NOACCESS);
     return FALSE;
   }
-  if (const auto known = KnownCursorPlace()) {
+  if (const auto known = KnownCursorPosition()) {
     *place = *known;
     return TRUE;
   }

@@ -7,7 +7,7 @@
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/painting.h"
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 
 namespace platform {
 namespace {
@@ -39,7 +39,7 @@ void Restrict(ScrollBar& bar) {
   bar.position = std::clamp(bar.position, bar.minimum, LastPosition(bar));
 }
 
-void TellPeer(Window& window, int bar) {
+void UpdatePeer(Window& window, int bar) {
   if (window.Peer() == nullptr || window.SystemControl() != nullptr) return;
   const ScrollBar& state = BarOf(window, bar);
   window.Peer()->SetScrollBar(
@@ -52,9 +52,9 @@ void SetShown(Window& window, int bar, bool shown) {
   if (style == window.Style()) return;
   const RECT before = ClientAreaOf(window);
   window.SetStyle(style);
-  TellPeer(window, SB_HORZ);
-  TellPeer(window, SB_VERT);
-  TellClientChange(window, before);
+  UpdatePeer(window, SB_HORZ);
+  UpdatePeer(window, SB_VERT);
+  NotifyClientChange(window, before);
 }
 
 // The window of a call for SB_HORZ or SB_VERT, or where that is asked for SB_BOTH. Null, with the
@@ -76,7 +76,7 @@ void Change(Window& window, int bar, const ScrollBar& changed) {
   const bool could = CanScroll(state);
   state = changed;
   Restrict(state);
-  TellPeer(window, bar);
+  UpdatePeer(window, bar);
   if (could != CanScroll(state)) SetShown(window, bar, !could);
 }
 
@@ -88,8 +88,8 @@ SIZE TakenByScrollBars(const Window& window) {
 }
 
 void ShowFirstScrollBars(Window& window) {
-  TellPeer(window, SB_HORZ);
-  TellPeer(window, SB_VERT);
+  UpdatePeer(window, SB_HORZ);
+  UpdatePeer(window, SB_VERT);
 }
 
 }  // namespace platform

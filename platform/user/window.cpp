@@ -17,7 +17,7 @@ Window::Window(WindowOrigin origin)
       procedure_(windowClass_->data.lpfnWndProc),
       style_(origin.style),
       exStyle_(origin.exStyle),
-      place_(origin.place),
+      bounds_(origin.bounds),
       id_(origin.id),
       text_(std::move(origin.text)),
       events_(std::make_unique<PeerEvents>(*this)) {}
@@ -44,9 +44,9 @@ void Window::SetId(UINT_PTR id) {
   if (peer_ != nullptr) peer_->SetIdentity(handle_, id_);
 }
 
-void Window::SetPlace(const RECT& place) {
-  place_ = place;
-  if (peer_ != nullptr) peer_->SetPlace(place_);
+void Window::SetBounds(const RECT& bounds) {
+  bounds_ = bounds;
+  if (peer_ != nullptr) peer_->SetBounds(bounds_);
 }
 
 void Window::SetFont(HFONT font) {

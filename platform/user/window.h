@@ -35,7 +35,7 @@ struct WindowOrigin {
   HWND parent = nullptr;
   DWORD style = 0;
   DWORD exStyle = 0;
-  RECT place{};
+  RECT bounds{};
   // A child's number.
   UINT_PTR id = 0;
   std::wstring text;
@@ -77,19 +77,19 @@ class Window final : public Object {
   UINT_PTR Id() const { return id_; }
   void SetId(UINT_PTR id);
   // Relative to the parent's client area, or to the screen; frames do not count.
-  const RECT& Place() const { return place_; }
-  void SetPlace(const RECT& place);
+  const RECT& Bounds() const { return bounds_; }
+  void SetBounds(const RECT& bounds);
   HFONT FontHandle() const { return font_; }
   void SetFont(HFONT font);
   // What the peer shows already, or shows in its own way.
   void NoteText(std::wstring text) { text_ = std::move(text); }
-  void NotePlace(const RECT& place) { place_ = place; }
+  void NoteBounds(const RECT& bounds) { bounds_ = bounds; }
   void NoteFont(HFONT font) { font_ = font; }
 
   // Of a top-level window: its procedure has been told its place, as happens when it is first
   // shown.
-  bool KnowsPlace() const { return knowsPlace_; }
-  void NotePlaceTold() { knowsPlace_ = true; }
+  bool KnowsBounds() const { return knowsBounds_; }
+  void NoteBoundsSent() { knowsBounds_ = true; }
   ScrollBarPair& ScrollBars() { return scrollBars_; }
   const ScrollBarPair& ScrollBars() const { return scrollBars_; }
   DWORD HelpContext() const { return helpContext_; }
@@ -131,8 +131,8 @@ class Window final : public Object {
   std::atomic<LONG_PTR> userData_ = 0;
   DWORD style_;
   DWORD exStyle_;
-  RECT place_;
-  bool knowsPlace_ = false;
+  RECT bounds_;
+  bool knowsBounds_ = false;
   ScrollBarPair scrollBars_;
   UINT_PTR id_;
   std::wstring text_;

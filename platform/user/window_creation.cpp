@@ -3,9 +3,9 @@
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
 #include "platform/user/window.h"
+#include "platform/user/window_bounds.h"
 #include "platform/user/window_destruction.h"
 #include "platform/user/window_list.h"
-#include "platform/user/window_place.h"
 #include "platform/user/window_relations.h"
 #include "platform/user/window_showing.h"
 
@@ -53,7 +53,7 @@ void GivePeer(Window& window) {
   if (window.Peer() == nullptr) return;
   window.Peer()->SetIdentity(window.Handle(), window.Id());
   window.Peer()->SetText(window.Text());
-  window.Peer()->SetPlace(window.Place());
+  window.Peer()->SetBounds(window.Bounds());
   window.Peer()->SetEnabled((window.Style() & WS_DISABLED) == 0);
   ShowFirstScrollBars(window);
 }
@@ -67,7 +67,7 @@ std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& win
   // It is shown, if at all, when it has been created.
   origin.style = static_cast<DWORD>(creation.style) & ~WS_VISIBLE;
   origin.exStyle = creation.dwExStyle;
-  origin.place = PlaceAsGiven(creation.x, creation.y, creation.cx, creation.cy);
+  origin.bounds = BoundsAsGiven(creation.x, creation.y, creation.cx, creation.cy);
   const bool isChild = (origin.style & WS_CHILD) != 0;
   origin.id = isChild ? reinterpret_cast<UINT_PTR>(creation.hMenu) : 0;
   origin.text = creation.lpszName != nullptr ? creation.lpszName : L"";
@@ -85,7 +85,7 @@ bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& cr
   if (!window->IsLive()) return false;
   const bool refused = window->CallProcedure(WM_CREATE, 0, parameter) == -1;
   if (refused && window->IsLive()) DestroyWithAllItHas(window);
-  if (window->IsChild() && window->IsLive()) TellPlace(*window);
+  if (window->IsChild() && window->IsLive()) NotifyBounds(*window);
   return window->IsLive();
 }
 

@@ -55,8 +55,8 @@ class WindowEvents {
   // Exposed: what stood there is lost, so the background is to be erased.
   virtual void OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) = 0;
   virtual void OnCloseRequested() = 0;
-  // By the user or the window manager, not by SetPlace.
-  virtual void OnPlaceChanged(const RECT& place) = 0;
+  // By the user or the window manager, not by SetBounds.
+  virtual void OnBoundsChanged(const RECT& place) = 0;
   virtual void OnActivationChanged(bool active) = 0;
   virtual void OnFocusChanged(bool focused) = 0;
   // F1 with the focus on this window.
@@ -95,7 +95,7 @@ class WindowPeer {
   virtual void SetIdentity(HWND window, UINT_PTR id) = 0;
   virtual void SetText(const std::wstring& text) = 0;
   // Relative to the parent's client area, or to the screen.
-  virtual void SetPlace(const RECT& place) = 0;
+  virtual void SetBounds(const RECT& place) = 0;
   virtual void SetShown(bool shown) = 0;
   // Shows a top-level window without giving it the keyboard.
   virtual void ShowInactive() = 0;
@@ -132,7 +132,7 @@ class WindowPeers {
   // A dialog inside another one, which keeps nothing.
   virtual std::unique_ptr<WindowPeer> MakePage(WindowEvents& events, WindowPeer& parent) = 0;
 
-  virtual POINT CursorPlace() = 0;
+  virtual POINT CursorPosition() = 0;
   // Of the first screen.
   virtual SIZE ScreenSize() = 0;
   // The work area of the screen at that place.

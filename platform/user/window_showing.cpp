@@ -3,7 +3,7 @@
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/focus.h"
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 #include "platform/user/window_relations.h"
 
 namespace platform {
@@ -20,7 +20,7 @@ void Show(const std::shared_ptr<Window>& window, bool activate) {
   if (window->Peer() != nullptr) {
     activate || window->IsChild() ? window->Peer()->SetShown(true) : window->Peer()->ShowInactive();
   }
-  if (!window->KnowsPlace()) TellPlace(*window);
+  if (!window->KnowsBounds()) NotifyBounds(*window);
 }
 
 void SetEnabled(const std::shared_ptr<Window>& window, bool enabled) {

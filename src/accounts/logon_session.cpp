@@ -117,7 +117,7 @@ bool LogonSession::MakeFirstUser(LogonPrompts& prompts) {
     name = prompts.AskFirstUserName();
   if (!name) return false;
   if (StoreFirstUser(*std::move(name))) {
-    prompts.TellFirstUserMade();
+    prompts.NotifyFirstUserMade();
     return true;
   }
   // Another user may have been made meanwhile; without any there is nobody to log on.

@@ -53,7 +53,7 @@ class LogonPrompts {
   virtual std::optional<std::wstring> AskFirstUserName() = 0;
 
   // Says that the first user was made, with a blank password.
-  virtual void TellFirstUserMade() = 0;
+  virtual void NotifyFirstUserMade() = 0;
 };
 
 // Who is logged on to Windows; empty when that is not known.

@@ -152,7 +152,7 @@ bool DialogObject::EndBy(int control) const {
   return true;
 }
 
-void DialogObject::Tell(MessageId message, UINT icon) const {
+void DialogObject::ShowMessageBox(MessageId message, UINT icon) const {
   ShowText(window_, Catalogue(), Catalogue().GetMessageText(message), icon);
 }
 

@@ -81,7 +81,7 @@ class DialogObject {
 
   // A message box over the dialog with one of the MB_ICON styles, and a question with Yes and No;
   // whether the answer was Yes.
-  void Tell(MessageId message, UINT icon) const;
+  void ShowMessageBox(MessageId message, UINT icon) const;
   bool Ask(MessageId message) const;
 
   // The number in a field. Nothing when it is out of range: the user was told so, and the field has

@@ -52,17 +52,17 @@ void GridEditing::DrawEditBox() {
   const GridRect box{cell.left + kBoxMargin, cell.top + kBoxMargin, cell.right - kBoxMargin,
                      cell.bottom - kBoxMargin};
   const bool isBeforeHome = slot_.cursorRow < slot_.homeRow || slot_.cursorCol < slot_.homeCol;
-  if (isBeforeHome || IsEmpty(box)) return PlaceCaret({-kGridCaretWidth, -slot_.caretHeight});
+  if (isBeforeHome || IsEmpty(box)) return MoveCaret({-kGridCaretWidth, -slot_.caretHeight});
   system_.DrawBox(box, kBlack, kWhite);
   const GridRect area{box.left + 1, box.top, box.right - kTextMargin, box.bottom};
   const std::wstring_view text = ShownText(area.right - area.left);
   if (!text.empty()) system_.PutText(text, area, GridTextLook::kRight, slot_.cellFont, kBlack);
-  PlaceCaret({box.right - kCaretMargin, (box.top + box.bottom - slot_.caretHeight) / 2});
+  MoveCaret({box.right - kCaretMargin, (box.top + box.bottom - slot_.caretHeight) / 2});
 }
 
 // The caret of a thread is one: without the focus it is another window's.
-void GridEditing::PlaceCaret(GridPoint place) {
-  if (slot_.hasFocus) system_.SetCaretPlace(place);
+void GridEditing::MoveCaret(GridPoint place) {
+  if (slot_.hasFocus) system_.SetCaretPosition(place);
 }
 
 void GridEditing::ShowChange() {

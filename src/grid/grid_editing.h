@@ -28,7 +28,7 @@ class GridEditing {
   void DrawEditBox();
 
  private:
-  void PlaceCaret(GridPoint place);
+  void MoveCaret(GridPoint place);
   void ShowChange();
   void End();
   std::wstring_view ShownText(std::int32_t width);

@@ -48,12 +48,12 @@ void GridScrolling::UpdateBars() {
   ShowFrom({vertical ? std::min(slot_.homeRow, LastHomeRow()) : 1,
             horizontal ? std::min(slot_.homeCol, slot_.cols) : 1},
            false);
-  PlaceBars();
+  UpdateBarPositions();
 }
 
 void GridScrolling::BringCursorIntoView() {
   ShowFrom({HomeRowForCursor(), HomeColForCursor()}, false);
-  PlaceBars();
+  UpdateBarPositions();
 }
 
 void GridScrolling::OnVertical(GridScroll request, std::int32_t place) {
@@ -64,7 +64,7 @@ void GridScrolling::OnVertical(GridScroll request, std::int32_t place) {
       request == GridScroll::kThumb ? place : slot_.homeRow + StepOf(request, page);
   const std::int32_t row = std::clamp(wanted, 1, last);
   ShowFrom({row, slot_.homeCol}, row == last);
-  PlaceBars();
+  UpdateBarPositions();
 }
 
 void GridScrolling::OnHorizontal(GridScroll request, std::int32_t place) {
@@ -75,7 +75,7 @@ void GridScrolling::OnHorizontal(GridScroll request, std::int32_t place) {
                                   : PositionOfCol(slot_, slot_.homeCol) + StepOf(request, 1);
   const std::int32_t position = std::clamp(wanted, 1, last);
   ShowFrom({slot_.homeRow, std::max(ColAtPosition(slot_, position), 1)}, position == last);
-  PlaceBars();
+  UpdateBarPositions();
 }
 
 void GridScrolling::AssumeBars(bool horizontal, bool vertical) {
@@ -119,7 +119,7 @@ void GridScrolling::ShowFrom(GridCell home, bool erase) {
   system_.InvalidateAll(erase);
 }
 
-void GridScrolling::PlaceBars() {
+void GridScrolling::UpdateBarPositions() {
   system_.SetBarPosition(GridBar::kVertical, slot_.homeRow);
   system_.SetBarPosition(GridBar::kHorizontal, std::max(PositionOfCol(slot_, slot_.homeCol), 1));
 }

@@ -27,7 +27,7 @@ class GridScrolling {
   std::int32_t HomeRowForCursor() const;
   std::int32_t HomeColForCursor() const;
   void ShowFrom(GridCell home, bool erase);
-  void PlaceBars();
+  void UpdateBarPositions();
 
   GridSlot& slot_;
   GridSystem& system_;

@@ -65,7 +65,7 @@ class GridSystem {
   virtual void DestroyCaret() = 0;
   virtual void ShowCaret() = 0;
   virtual void HideCaret() = 0;
-  virtual void SetCaretPlace(GridPoint place) = 0;
+  virtual void SetCaretPosition(GridPoint place) = 0;
 
   // --- measuring; without line feeds ---
   virtual std::int32_t TextWidth(std::wstring_view text, GridFont font) = 0;

@@ -154,7 +154,7 @@ void WindowGridSystem::HideCaret() {
   ::HideCaret(window_);
 }
 
-void WindowGridSystem::SetCaretPlace(GridPoint place) {
+void WindowGridSystem::SetCaretPosition(GridPoint place) {
   ::SetCaretPos(place.x, place.y);
 }
 

@@ -47,7 +47,7 @@ class WindowGridSystem final : public GridSystem {
   void DestroyCaret() override;
   void ShowCaret() override;
   void HideCaret() override;
-  void SetCaretPlace(GridPoint place) override;
+  void SetCaretPosition(GridPoint place) override;
 
   std::int32_t TextWidth(std::wstring_view text, GridFont font) override;
   std::int32_t LineHeight(GridFont font) override;

@@ -26,12 +26,12 @@ SessionLog& ProcessObjects::Session() {
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
     madeSession_ = session_.get();
     logon_.SetSessionControl(session_.get());
-    if (!session_->IsHookAvailable()) TellMissingHook();
+    if (!session_->IsHookAvailable()) ReportMissingHook();
   }
   return *session_;
 }
 
-void ProcessObjects::TellMissingHook() {
+void ProcessObjects::ReportMissingHook() {
   events_.LogEvent(
       L"The IP filter hook driver is not available, so traffic cannot be blocked. Error=" +
       std::to_wstring(session_->HookError()));

@@ -70,7 +70,7 @@ class ProcessObjects {
  private:
   LogonSystem AwaitLogonSystem();
   bool HasNoUsers();
-  void TellMissingHook();
+  void ReportMissingHook();
 
   EventLog events_;
   StopRequest stop_;

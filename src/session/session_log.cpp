@@ -258,7 +258,7 @@ bool SessionLog::SwitchGate() {
   if (meter_.IsOnline()) {
     if (reason == AccessReason::kAllowed) return false;
     EndMeasuredSession();
-    TellDisabled(ReasonText(reason));
+    NotifyDisabled(ReasonText(reason));
     return log_.HasUnwritten();
   }
   if (reason != AccessReason::kAllowed || sessionEnded_ || MustKnowTotals()) return false;
@@ -310,7 +310,7 @@ void SessionLog::Reevaluate() {
   }
   CloseGate();
   const std::wstring text = ReasonText(reason);
-  if (!text.empty()) TellDisabled(text);
+  if (!text.empty()) NotifyDisabled(text);
 }
 
 void SessionLog::ShowGate(GateIcon icon, MessageId state) {
@@ -319,7 +319,7 @@ void SessionLog::ShowGate(GateIcon icon, MessageId state) {
                     catalogue_.GetMessageText(state));
 }
 
-void SessionLog::TellDisabled(const std::wstring& reasonText) {
+void SessionLog::NotifyDisabled(const std::wstring& reasonText) {
   indicator_.ShowMessage(reasonText, catalogue_.GetMessageText(kMsgConnectionDisabled),
                          BalloonIcon::kError, 0);
 }

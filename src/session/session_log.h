@@ -122,7 +122,7 @@ class SessionLog final : public SessionControl {
   void GiveWarnings();
 
   void ShowGate(GateIcon icon, MessageId state);
-  void TellDisabled(const std::wstring& reasonText);
+  void NotifyDisabled(const std::wstring& reasonText);
 
   Settings& settings_;
   const MessageCatalogue& catalogue_;

@@ -28,7 +28,7 @@ std::optional<std::wstring> DialogPrompts::AskFirstUserName() {
   }
 }
 
-void DialogPrompts::TellFirstUserMade() {
+void DialogPrompts::NotifyFirstUserMade() {
   const IndicatorLock locked(indicator_);
   ShowInformation(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgFirstUserMade));
 }

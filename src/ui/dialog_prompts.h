@@ -19,7 +19,7 @@ class DialogPrompts final : public LogonPrompts {
   std::optional<std::wstring> AskLogon(LogonSystem system,
                                        const LogonCandidates& candidates) override;
   std::optional<std::wstring> AskFirstUserName() override;
-  void TellFirstUserMade() override;
+  void NotifyFirstUserMade() override;
 
  private:
   UiSurroundings ui_;

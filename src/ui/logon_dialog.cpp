@@ -37,7 +37,7 @@ bool LogonDialog::Run(HWND parent) {
 
 bool LogonDialog::OnInitDialog(HWND window) {
   Edit(window, IDC_LOGON_PASSWORD).LimitLength(SecretText::kMaximumLength);
-  PlacePasswordRow(window);
+  PositionPasswordRow(window);
   const bool isUserKnown = !IsOverride() && ListUsers(window);
   if (PauseLeft() > 0) {
     AdmitPassword(window);
@@ -47,7 +47,7 @@ bool LogonDialog::OnInitDialog(HWND window) {
   return !isUserKnown;
 }
 
-void LogonDialog::PlacePasswordRow(HWND window) const {
+void LogonDialog::PositionPasswordRow(HWND window) const {
   Control(window, IDC_LOGON_USER).Show(!IsOverride());
   Control(window, IDC_LOGON_USER_LABEL).Show(!IsOverride());
   const int down = IsOverride() ? -kRowUp : kRowDown;
@@ -137,7 +137,7 @@ void LogonDialog::OnOk(HWND window) {
 }
 
 void LogonDialog::OnWrongPassword(HWND window) {
-  Tell(kMsgWrongPassword, MB_ICONERROR);
+  ShowMessageBox(kMsgWrongPassword, MB_ICONERROR);
   pause_.NoteWrong(::GetTickCount());
   if (--attemptsLeft_ == 0) {
     Close(window, IDCANCEL);

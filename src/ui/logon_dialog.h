@@ -52,7 +52,7 @@ class LogonDialog final : public DialogObject {
 
   DWORD PauseLeft() const { return pause_.Left(::GetTickCount()); }
   bool IsOverride() const { return system_ == LogonSystem::kNone; }
-  void PlacePasswordRow(HWND window) const;
+  void PositionPasswordRow(HWND window) const;
   // Whether the user of the last logon is among them, who is then the one chosen.
   bool ListUsers(HWND window) const;
   std::wstring ChosenName(HWND window) const;

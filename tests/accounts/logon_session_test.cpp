@@ -17,7 +17,7 @@ class MockPrompts : public LogonPrompts {
   MOCK_METHOD(std::optional<std::wstring>, AskLogon, (LogonSystem, const LogonCandidates&),
               (override));
   MOCK_METHOD(std::optional<std::wstring>, AskFirstUserName, (), (override));
-  MOCK_METHOD(void, TellFirstUserMade, (), (override));
+  MOCK_METHOD(void, NotifyFirstUserMade, (), (override));
 };
 
 class LogonSessionTest : public LogonTest {
@@ -48,7 +48,7 @@ TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdmini
       .WillOnce(Return(L""))
       .WillOnce(Return(L""))
       .WillOnce(Return(L"Anna"));
-  EXPECT_CALL(mock_, TellFirstUserMade());
+  EXPECT_CALL(mock_, NotifyFirstUserMade());
   EXPECT_CALL(mock_, AskLogon(LogonSystem::kQuillgate, _))
       .WillOnce([](LogonSystem, const LogonCandidates& users) -> std::optional<std::wstring> {
         EXPECT_THAT(users.Names(), ElementsAre(L"Anna"));

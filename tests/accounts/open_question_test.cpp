@@ -24,12 +24,12 @@ class SlowPerson final : public LogonPrompts {
     Wait();
     return answer;
   }
-  void TellFirstUserMade() override { ++usersTold; }
+  void NotifyFirstUserMade() override { ++usersNotified; }
 
   // Under the next dialog.
   std::function<void()> meanwhile;
   Answer answer;
-  int usersTold = 0;
+  int usersNotified = 0;
 
  private:
   void Wait() {
@@ -109,7 +109,7 @@ TEST_F(OpenQuestionTest, UsersThatCameMeanwhileArePreferredToAFirstOne) {
   EXPECT_FALSE(LogOn(
       L"", [this] { UseSystem(L"QUILLGATE", {L"Anna"}); }, L"Intruder"));
   EXPECT_THAT(users_->SortedNames(), testing::ElementsAre(L"Anna"));
-  EXPECT_EQ(person_.usersTold, 0);
+  EXPECT_EQ(person_.usersNotified, 0);
 }
 
 TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehandAndAnswersNothingWhereNobodyCan) {

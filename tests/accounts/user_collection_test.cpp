@@ -62,7 +62,7 @@ TEST_F(UserCollectionTest, ANameIsTakenOnceAndLettersDifferByCase) {
   EXPECT_THAT(users_.SortedNames(), ElementsAre(L"Anna", L"Zoe", L"anna"));
 }
 
-TEST_F(UserCollectionTest, RenamingMovesTheEntryAndTellsTheUser) {
+TEST_F(UserCollectionTest, RenamingMovesTheEntryAndNotifiesTheUser) {
   StoreAnnaAndBo();
   const auto entry = users_.FindEntry(L"Anna");
   EXPECT_FALSE(users_.Rename(L"Anna", L"Bo"));
@@ -93,7 +93,7 @@ TEST_F(UserCollectionTest, SavingMakesTheTableAMirrorOrLeavesItAsItWas) {
   EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"77"}, {L"Bo", L"1"}, {L"OBrien", L"1"}}));
 }
 
-TEST_F(UserCollectionTest, AMalformedRowIsToldAndItsUserIsNotLostByTheNextSave) {
+TEST_F(UserCollectionTest, AMalformedRowIsNotifiedAndItsUserIsNotLostByTheNextSave) {
   StoreAnnaAndBo();
   database_.DbExecute(
       L"UPDATE Users_Quillgate SET ConnectHours = '1', TimeLimit = '5' WHERE Name = 'Anna';");

@@ -74,7 +74,7 @@ QString VisibleTitles() {
 }
 
 // Only the mark and the text of these take clicks, however wide the widget is.
-QPoint ClickPlace(const QWidget* widget) {
+QPoint ClickPosition(const QWidget* widget) {
   const bool hasMark = qobject_cast<const QCheckBox*>(widget) != nullptr ||
                        qobject_cast<const QRadioButton*>(widget) != nullptr;
   return hasMark ? QPoint(8, widget->height() / 2) : widget->rect().center();
@@ -229,14 +229,14 @@ void DesktopScript::Click(QWidget* widget) {
                     .arg(widget->objectName(), widget->isVisible() ? "disabled" : "hidden");
       return;
     }
-    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPlace(widget));
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPosition(widget));
   });
   if (!problem.isEmpty()) Fail(problem);
 }
 
 void DesktopScript::DoubleClick(QWidget* widget) {
   Click(widget);
-  Do([&] { QTest::mouseDClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPlace(widget)); });
+  Do([&] { QTest::mouseDClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPosition(widget)); });
 }
 
 void DesktopScript::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {

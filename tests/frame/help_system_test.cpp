@@ -18,7 +18,7 @@ class HelpSystemTest : public testing::Test {
   platform::SimulatedMachine machine_;
 };
 
-TEST_F(HelpSystemTest, TopicsAndPopupsStandBehindTheFileAndTheEndIsTold) {
+TEST_F(HelpSystemTest, TopicsAndPopupsStandBehindTheFileAndTheEndIsNotified) {
   const RecordedHelp viewer;
   {
     HelpSystem help;

@@ -24,7 +24,7 @@ class IpFilterHookTest : public testing::Test {
   IpFilterHook hook_;
 };
 
-TEST_F(IpFilterHookTest, TheDriverIsToldWhatIsLocalBeforeItBlocks) {
+TEST_F(IpFilterHookTest, TheDriverIsNotifiedWhatIsLocalBeforeItBlocks) {
   ASSERT_TRUE(hook_.Start());
   EXPECT_TRUE(hook_.IsAvailable());
   EXPECT_EQ(hook_.Error(), NO_ERROR);

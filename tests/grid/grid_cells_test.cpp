@@ -32,7 +32,7 @@ TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
   EXPECT_EQ(slot_.cellStore.Size(), 1u);
 }
 
-TEST_F(GridCellsTest, ProtectingAndDeletingRepaintTheCellAndDeletingIsToldEvenOfNoCell) {
+TEST_F(GridCellsTest, ProtectingAndDeletingRepaintTheCellAndDeletingIsNotifiedEvenOfNoCell) {
   const std::string repaint = "Invalidate 50,21,100,42";
   const auto protect = [&] { EXPECT_TRUE(grid_.SetProtect(kCell, true)); };
   const auto erase = [&] { EXPECT_TRUE(grid_.DeleteCell(kCell)); };

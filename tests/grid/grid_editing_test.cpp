@@ -22,12 +22,12 @@ class GridEditingTest : public GridFixture {
   GridEditing editing_{slot_, system_};
 };
 
-TEST_F(GridEditingTest, EachStepOfAnEditIsShownAndItsBeginningAndEndAreTold) {
+TEST_F(GridEditingTest, EachStepOfAnEditIsShownAndItsBeginningAndEndAreNotified) {
   const auto commit = [&] { editing_.Commit(); };
   const auto cancel = [&] { editing_.Cancel(); };
   const auto backspace = [&] { editing_.Backspace(); };
   const std::string box = "DrawBox 152,44,198,61 0 ffffff; ";
-  const std::string caret = "SetCaretPlace 194,46; ShowCaret";
+  const std::string caret = "SetCaretPosition 194,46; ShowCaret";
   const auto text = [](const std::string& shown) {
     return "PutText 153,44,193,61 right font 1 colour 0 |" + shown + "|; ";
   };
@@ -71,11 +71,11 @@ TEST_F(GridEditingTest, TheCaretGoesWithABoxThatIsNotShownAndIsLeftToAnotherWind
     };
   };
   Type(L"a");
-  ExpectAsked({"SetCaretPlace"}, {{"shown", draw({1, 1}, 50, true), "SetCaretPlace 194,46"},
-                                  {"row", draw({3, 1}, 50, true), "SetCaretPlace -3,-13"},
-                                  {"column", draw({1, 4}, 50, true), "SetCaretPlace -3,-13"},
-                                  {"no room", draw({1, 1}, 4, true), "SetCaretPlace -3,-13"},
-                                  {"no focus", draw({1, 1}, 50, false), ""}});
+  ExpectAsked({"SetCaretPosition"}, {{"shown", draw({1, 1}, 50, true), "SetCaretPosition 194,46"},
+                                     {"row", draw({3, 1}, 50, true), "SetCaretPosition -3,-13"},
+                                     {"column", draw({1, 4}, 50, true), "SetCaretPosition -3,-13"},
+                                     {"no room", draw({1, 1}, 4, true), "SetCaretPosition -3,-13"},
+                                     {"no focus", draw({1, 1}, 50, false), ""}});
 }
 
 TEST_F(GridEditingTest, AParentMayEndTheEditThatHasJustBegun) {

@@ -24,7 +24,7 @@ std::string Place(GridCell cell) {
 }
 
 // What the parent hears of the end of an edit and of the move that follows.
-std::string Told(bool hasEdited, GridCell before, Change change, GridCell after) {
+std::string Notified(bool hasEdited, GridCell before, Change change, GridCell after) {
   std::string told = hasEdited ? "Notify 10" + Place(before) : "";
   if (change == kNone) return told;
   told += hasEdited ? "; " : "";
@@ -78,7 +78,8 @@ TEST_F(GridKeyboardTest, KeysCommitWhatWasTypedMoveTheCursorAndTellOfBoth) {
       const bool edits = isTyped && each.rows > 0;
       EXPECT_EQ(Take({"Notify"}), edits ? "Notify 8" + Place(each.before) : "") << each.what;
       grid_.OnKey(each.key);
-      EXPECT_EQ(Take({"Notify"}), Told(edits, each.before, each.change, each.after)) << each.what;
+      EXPECT_EQ(Take({"Notify"}), Notified(edits, each.before, each.change, each.after))
+          << each.what;
       EXPECT_EQ(grid_.CellText(each.before), edits ? L"42" : L"") << each.what;
       EXPECT_EQ(slot_.Cursor(), each.after) << each.what;
     }

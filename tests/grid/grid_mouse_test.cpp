@@ -18,7 +18,7 @@ class GridMouseTest : public GridFixture {
   }
 };
 
-TEST_F(GridMouseTest, EveryMoveIsToldAndThePointerShowsWhereABorderCanBeDragged) {
+TEST_F(GridMouseTest, EveryMoveIsNotifiedAndThePointerShowsWhereABorderCanBeDragged) {
   const auto move = [&](GridPoint point) { return [=, this] { grid_.OnMouseMove(point); }; };
   const auto told = [](const std::string& cell, const std::string& pointer) {
     return "NotifyMouseMove " + cell + "; SetPointer " + pointer;

@@ -99,7 +99,7 @@ class RecordingGridSystem : public GridSystem {
   void DestroyCaret() override { Record("DestroyCaret"); }
   void ShowCaret() override { Record("ShowCaret"); }
   void HideCaret() override { Record("HideCaret"); }
-  void SetCaretPlace(GridPoint place) override { Record("SetCaretPlace ", place); }
+  void SetCaretPosition(GridPoint place) override { Record("SetCaretPosition ", place); }
 
   std::int32_t TextWidth(std::wstring_view text, GridFont font) override {
     return static_cast<std::int32_t>(text.size()) * SizeOf(font).width;

@@ -38,7 +38,7 @@ std::uint16_t Checksum(const Bytes& bytes);
 void SendRaw(const NetworkNamespace& place, const std::string& interfaceName,
              const RawPacket& packet);
 
-// Hears every packet of one protocol from one address that a machine's packet filter lets in,
+// Receives every packet of one protocol from one address that a machine's packet filter lets in,
 // whoever it is for.
 class RawListener {
  public:

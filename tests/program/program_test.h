@@ -28,7 +28,7 @@ struct NamedPrompts final : LogonPrompts {
     return name.empty() ? std::nullopt : std::optional(name);
   }
   std::optional<std::wstring> AskFirstUserName() override { return {}; }
-  void TellFirstUserMade() override {}
+  void NotifyFirstUserMade() override {}
 
   std::wstring name;
 };

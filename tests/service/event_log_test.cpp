@@ -30,7 +30,7 @@ TEST_F(EventLogTest, LinesAreInformationOfTheServiceOrPrintedAndSignsStandForThe
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "%s%n%ls 100%\n");
 }
 
-TEST_F(EventLogTest, AnExceptionIsToldByItsText) {
+TEST_F(EventLogTest, AnExceptionIsNotifiedByItsText) {
   events_.SetRunningAsService(true);
   const auto logThrown = [this](const auto& exception) {
     try {

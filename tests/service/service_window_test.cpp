@@ -83,7 +83,7 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
   EXPECT_THAT(machine_.EventTexts(), Contains(L"Database error: no such table: ConnLog"));
 }
 
-TEST_F(ServiceWindowTest, AMissingHookIsToldWithItsError) {
+TEST_F(ServiceWindowTest, AMissingHookIsNotifiedWithItsError) {
   Prepare(L"NONE");
   hook_->FailOpenWith(ERROR_ACCESS_DENIED);
   Start();

@@ -70,7 +70,7 @@ TEST_F(AccessRulesTest, ALimitOf4096MegabytesIsNoneAndUsagePast32BitsIsNotCut) {
   EXPECT_EQ(session_->BytesLeft(), 0u);
 }
 
-TEST_F(AccessRulesTest, WhatIsLeftIsToldAlsoForALimitThatIsOff) {
+TEST_F(AccessRulesTest, WhatIsLeftIsNotifiedAlsoForALimitThatIsOff) {
   LimitTime(false, 10);
   LimitDownload(false, 2);
   LogOn();

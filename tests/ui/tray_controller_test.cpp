@@ -91,7 +91,7 @@ TEST_F(TrayControllerTest, CommandsDoWhatTheirItemsSayAndSomeNeedAUser) {
   EXPECT_THAT(machine_.MessageBoxes(), IsEmpty());
 }
 
-TEST_F(TrayControllerTest, AMissingPartIsTold) {
+TEST_F(TrayControllerTest, AMissingPartIsNotified) {
   TraySurroundings bare = Surroundings();
   bare.openers = {};
   const TrayController tray(bare);
@@ -104,7 +104,7 @@ TEST_F(TrayControllerTest, AMissingPartIsTold) {
   EXPECT_EQ(box.type, static_cast<UINT>(MB_OK | MB_ICONERROR));
 }
 
-TEST_F(TrayControllerTest, AFailureOfTheDatabaseIsToldAndTheTrayGoesOn) {
+TEST_F(TrayControllerTest, AFailureOfTheDatabaseIsNotifiedAndTheTrayGoesOn) {
   whileOpen_ = [] { throw DBerror(L"no such table", 1); };
   Choose(5);
   ASSERT_THAT(machine_.MessageBoxes(), SizeIs(1));
@@ -193,7 +193,7 @@ TEST_F(TrayControllerTest, AStopOverTheMenuLeavesWhatIsChosenUndone) {
 TEST_F(TrayControllerTest, OnlyTheRightButtonOverAKnownCursorOpensTheMenu) {
   for (const UINT event : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN})
     Send(event);
-  machine_.SetCursorPlace(std::nullopt);
+  machine_.SetCursorPosition(std::nullopt);
   Choose(5);
   EXPECT_THAT(machine_.Menus(), IsEmpty());
   EXPECT_EQ(done_, "");
@@ -201,7 +201,7 @@ TEST_F(TrayControllerTest, OnlyTheRightButtonOverAKnownCursorOpensTheMenu) {
 
 TEST_F(TrayControllerTest, TheMenuIsDrawnByItsOwnerAtTheCursorInTheLanguageOfNow) {
   LogOn(L"Bo");
-  machine_.SetCursorPlace(POINT{300, 200});
+  machine_.SetCursorPosition(POINT{300, 200});
   Choose(0);
   catalogue_.SetInterfaceLanguage(1053);
   Choose(0);

@@ -54,7 +54,7 @@ int Fail(const std::wstring& name, DWORD error) {
   return kFailed;
 }
 
-void Tell(const std::wstring& name, const wchar_t* text) {
+void PrintLine(const std::wstring& name, const wchar_t* text) {
   std::wprintf(L"%ls: %ls\n", name.c_str(), text);
 }
 
@@ -119,14 +119,14 @@ int StartAtBoot(const std::wstring& name) {
   if (error != NO_ERROR) return Fail(name, error);
   if (startType > SERVICE_AUTO_START) return kDone;
   if (type == SERVICE_KERNEL_DRIVER) {
-    Tell(name, L"left to the service that needs this driver");
+    PrintLine(name, L"left to the service that needs this driver");
     return kDone;
   }
   const DWORD startError = service.Start();
   if (startError != NO_ERROR && startError != ERROR_SERVICE_ALREADY_RUNNING) {
     return Fail(name, startError);
   }
-  Tell(name, startError == NO_ERROR ? L"started" : L"already running");
+  PrintLine(name, startError == NO_ERROR ? L"started" : L"already running");
   return kDone;
 }
 
@@ -143,7 +143,7 @@ int Start(const std::wstring& name) {
   DWORD error = service.Start();
   if (error == NO_ERROR) error = AwaitStart(service);
   if (error != NO_ERROR) return Fail(name, error);
-  Tell(name, L"started");
+  PrintLine(name, L"started");
   return kDone;
 }
 
@@ -157,7 +157,7 @@ int Stop(const std::wstring& name) {
       error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL && status.dwCurrentState == SERVICE_STOP_PENDING;
   if (error == NO_ERROR || stopping) error = AwaitEnd(service);
   if (error != NO_ERROR) return Fail(name, error);
-  Tell(name, L"stopped");
+  PrintLine(name, L"stopped");
   return kDone;
 }
 

@@ -112,7 +112,7 @@ TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
   EXPECT_THAT(second_.log, ElementsAre("init", "texts", "texts", "cancel"));
 }
 
-TEST_F(PropertySheetTest, AValueOutOfRangeIsToldWithItsFieldSelectedAndFocused) {
+TEST_F(PropertySheetTest, AValueOutOfRangeIsNotifiedWithItsFieldSelectedAndFocused) {
   first_.highest = 1440;
   Run([&](DesktopScript& script, QWidget* sheet) {
     script.Click(sheet, IDOK);

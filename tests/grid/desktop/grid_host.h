@@ -43,7 +43,7 @@ class GridHostTest : public testing::Test {
     Flow();
   }
   ~GridHostTest() override {
-    onTold = nullptr;
+    onNotified = nullptr;
     ::DestroyWindow(host_);
     Flow();
     current_ = nullptr;
@@ -80,10 +80,10 @@ class GridHostTest : public testing::Test {
   }
 
   // What the parent has been told, as "identifier code row,column; "; mouse moves are apart.
-  std::string TakeTold() { return std::exchange(told_, {}); }
+  std::string TakeNotified() { return std::exchange(notified_, {}); }
   std::string TakeMoves() { return std::exchange(moves_, {}); }
   // Called with each notification as well.
-  std::function<void(HWND grid, int code, LPARAM value)> onTold;
+  std::function<void(HWND grid, int code, LPARAM value)> onNotified;
 
   // --- the user ---
   static void Press(HWND grid, QPoint place) { Act(QTest::MousePress, grid, place); }
@@ -140,14 +140,14 @@ class GridHostTest : public testing::Test {
     const GridCell cell =
         isMove ? *reinterpret_cast<const GridCell*>(value) : GridCell{LOWORD(value), HIWORD(value)};
     const QString note = QString("%1 %2 %3,%4; ").arg(id).arg(code).arg(cell.row).arg(cell.col);
-    (isMove ? moves_ : told_) += note.toStdString();
-    if (onTold) onTold(::GetDlgItem(host_, id), code, value);
+    (isMove ? moves_ : notified_) += note.toStdString();
+    if (onNotified) onNotified(::GetDlgItem(host_, id), code, value);
   }
 
   static inline GridHostTest* current_ = nullptr;
 
   platform::SimulatedMachine machine_;
-  std::string told_;
+  std::string notified_;
   std::string moves_;
 };
 

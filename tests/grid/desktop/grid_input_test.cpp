@@ -38,17 +38,17 @@ TEST_F(GridInputTest, ClicksAndKeysMoveTheCursorOrEditOrAreForTheParent) {
       {[&] { Send(grid_, GCM_SETEDITABLE, 0); }, ""},
       {type("5"), ""},
       {type(Qt::Key_Tab), "500 24 0,0; "}};
-  TakeTold();
+  TakeNotified();
   for (const auto& [act, told] : cases) {
     EXPECT_EQ(::GetFocus() == grid_, &act != &cases[0].first) << told;
     act();
-    EXPECT_EQ(TakeTold(), told);
+    EXPECT_EQ(TakeNotified(), told);
   }
   EXPECT_EQ(::GetFocus(), host_);
   EXPECT_EQ(TextOf(grid_, {3, 2}), L"12 A");
 }
 
-TEST_F(GridInputTest, TheCellUnderTheMouseIsToldUnderOneIdentifier) {
+TEST_F(GridInputTest, TheCellUnderTheMouseIsNotifiedUnderOneIdentifier) {
   const HWND other = MakeGrid(77);
   TakeMoves();
   MoveTo(other, MiddleOf(3, 2));

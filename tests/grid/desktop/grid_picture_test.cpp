@@ -103,7 +103,7 @@ TEST_F(GridPictureTest, TextsNumbersCheckBoxesAndHeadingsLeaveInk) {
 
 TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
   std::vector<LRESULT> indexes;
-  onTold = [&](HWND grid, int code, LPARAM value) {
+  onNotified = [&](HWND grid, int code, LPARAM value) {
     if (code != GCN_DRAWGRAPHIC) return;
     indexes.push_back(Send(grid, GCM_GETGRAPHICINDEX));
     const HDC context = ::GetDC(grid);

@@ -38,24 +38,24 @@ TEST_F(GridHostTest, RegisteringTheClassAgainResetsTheValuesAndLeavesALivingGrid
 
 TEST_F(GridHostTest, ACellPastTheLimitsIsRefusedOnceByEachMessage) {
   const HWND grid = MakeGrid();
-  TakeTold();
+  TakeNotified();
   wchar_t buffer[8] = L"old";
   const auto text = reinterpret_cast<LPARAM>(buffer);
   for (const UINT message : {GCM_SETPROTECT, GCM_SETCELL, GCM_GETCELL, GCM_DELETECELL,
                              GCM_GETCELLTYPE, GCM_GETPROTECT}) {
     EXPECT_EQ(SendCell(grid, message, {32001, 1}, text), -1) << message;
     EXPECT_EQ(Send(grid, message, 0, text), -1) << message;
-    EXPECT_EQ(TakeTold(), "500 3 0,0; 500 3 0,0; ") << message;
+    EXPECT_EQ(TakeNotified(), "500 3 0,0; 500 3 0,0; ") << message;
   }
   EXPECT_STREQ(buffer, L"old");
   EXPECT_EQ(Store(grid, {-5, 1}, L"low"), 0);
   EXPECT_EQ(TextOf(grid, {-5, 1}), L"low");
-  EXPECT_EQ(TakeTold(), "");
+  EXPECT_EQ(TakeNotified(), "");
 }
 
 TEST_F(GridHostTest, EachMessageSetsWhatTheOneOfItsNameTells) {
   const HWND grid = MakeGrid();
-  TakeTold();
+  TakeNotified();
   const GridCell cells[] = {{150, 3}, {160, 3}};
   const auto cell = reinterpret_cast<WPARAM>(&cells[0]);
   const auto below = reinterpret_cast<WPARAM>(&cells[1]);
@@ -89,10 +89,10 @@ TEST_F(GridHostTest, EachMessageSetsWhatTheOneOfItsNameTells) {
     EXPECT_EQ(Send(grid, each.question, each.of), each.answer) << each.message;
   }
   EXPECT_EQ(Send(grid, GCM_GETCOLS), 256);
-  EXPECT_EQ(TakeTold(), "500 10 1,1; ") << "only of the deletion";
+  EXPECT_EQ(TakeNotified(), "500 10 1,1; ") << "only of the deletion";
   Send(grid, GCM_NOTIFYROW);
   Send(grid, GCM_NOTIFYCOL);
-  EXPECT_EQ(TakeTold(), "500 6 5,6; 500 5 5,6; 500 7 5,6; 500 5 5,6; ");
+  EXPECT_EQ(TakeNotified(), "500 6 5,6; 500 5 5,6; 500 7 5,6; 500 5 5,6; ");
 }
 
 TEST_F(GridHostTest, ADialogHearsThatTheGridWantsArrowsAndCharacters) {
@@ -122,7 +122,7 @@ TEST_F(GridHostTest, ATitleTakesTheRoomOfItsLinesAndIsTheWindowsText) {
 }
 
 // And make another one in its slot, to which nothing of that must happen.
-TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
+TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsNotified) {
   HWND grid = nullptr;
   HWND heir = nullptr;
   const std::function<void()> acts[] = {
@@ -156,7 +156,7 @@ TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
     const HWND other = MakeGrid(kGridId + 1);
     grid = MakeGrid();
     Send(grid, GCM_SETEDITABLE, 1);
-    onTold = [&](HWND, int code, LPARAM) {
+    onNotified = [&](HWND, int code, LPARAM) {
       if (code != mortal || !::IsWindow(grid)) return;
       ::DestroyWindow(grid);
       if (code == GCN_DRAWGRAPHIC) return;  // no place to make windows
@@ -166,7 +166,7 @@ TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsTold) {
     for (const auto& act : acts) {
       if (::IsWindow(grid)) act();
     }
-    onTold = nullptr;
+    onNotified = nullptr;
     EXPECT_FALSE(::IsWindow(grid)) << mortal;
     if (mortal != GCN_DRAWGRAPHIC) {
       EXPECT_EQ(CursorOf(heir), (GridCell{1, 1})) << mortal;

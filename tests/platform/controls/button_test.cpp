@@ -39,7 +39,7 @@ constexpr Kind kKinds[] = {
     {"automatic radio button", BS_AUTORADIOBUTTON, true, false, DLGC_BUTTON | DLGC_RADIOBUTTON},
 };
 
-TEST_F(ButtonTest, AClickIsToldOnceAndChangesAutomaticKindsOnly) {
+TEST_F(ButtonTest, AClickIsNotifiedOnceAndChangesAutomaticKindsOnly) {
   int number = 0;
   for (const Kind& kind : kKinds) {
     SCOPED_TRACE(kind.name);
@@ -47,18 +47,18 @@ TEST_F(ButtonTest, AClickIsToldOnceAndChangesAutomaticKindsOnly) {
     EXPECT_EQ(Send(button, WM_GETDLGCODE), kind.dialogCode);
     const std::string clicked = "command " + std::to_string(++number) + " 0";
     ClickMark(button);
-    EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-    EXPECT_THAT(Told(), ElementsAre(clicked));
+    EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
+    EXPECT_THAT(Notified(), ElementsAre(clicked));
     EXPECT_EQ(IsChecked(button), kind.checksItself);
     Focus(button);
     Press(button, Qt::Key_Space);
-    EXPECT_THAT(Told(), ElementsAre(clicked));
+    EXPECT_THAT(Notified(), ElementsAre(clicked));
     EXPECT_EQ(IsChecked(button), kind.checksItself && !kind.unchecksItself);
     Send(button, BM_CLICK);
-    EXPECT_THAT(ToldAtOnce(), ElementsAre(clicked)) << "not told while the message was handled";
+    EXPECT_THAT(NotifiedAtOnce(), ElementsAre(clicked)) << "not told while the message was handled";
     ::EnableWindow(button, FALSE);
     ClickMark(button);
-    EXPECT_THAT(Told(), IsEmpty()) << "it was disabled";
+    EXPECT_THAT(Notified(), IsEmpty()) << "it was disabled";
   }
 }
 
@@ -77,7 +77,7 @@ TEST_F(ButtonTest, OnlyAClickOnARadioButtonUnchecksOthersAndOnlyInItsGroup) {
   EXPECT_THAT(checked(), ElementsAre(true, true, true, false));
   Send(buttons[1], BM_SETCHECK, BST_UNCHECKED);
   EXPECT_THAT(checked(), ElementsAre(true, false, true, false));
-  EXPECT_THAT(Told(), IsEmpty()) << "nobody clicked";
+  EXPECT_THAT(Notified(), IsEmpty()) << "nobody clicked";
   ClickMark(buttons[1]);
   EXPECT_THAT(checked(), ElementsAre(false, true, true, false));
   ClickMark(buttons[3]);
@@ -94,7 +94,7 @@ TEST_F(ButtonTest, ArrowsAndKeysOfTextsDoNothingOutsideADialog) {
   Press(first, Qt::Key_Down);
   Press(first, Qt::Key_S, Qt::AltModifier);
   Press(first, Qt::Key_T, Qt::AltModifier);
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
   EXPECT_FALSE(IsChecked(second));
   EXPECT_TRUE(WidgetOf(first)->hasFocus());
 }
@@ -114,7 +114,7 @@ TEST_F(ButtonTest, AButtonMayEndInItsOwnClickAndTellsNothingAfterItsEnd) {
   onCommand = [button](int, int) { ::DestroyWindow(button); };
   Click(button);
   Click(button);
-  EXPECT_THAT(Told(), ElementsAre("command 1 0"));
+  EXPECT_THAT(Notified(), ElementsAre("command 1 0"));
   EXPECT_EQ(WidgetOf(button), nullptr);
 }
 

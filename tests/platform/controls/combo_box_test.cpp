@@ -43,7 +43,7 @@ class ComboBoxTest : public ControlTest {
   }
 };
 
-TEST_F(ComboBoxTest, NothingIsChosenUntilSomebodyChoosesAndMessagesTellNobody) {
+TEST_F(ComboBoxTest, NothingIsChosenUntilSomebodyChoosesAndMessagesNotifyNobody) {
   HWND combo = Combo();
   EXPECT_THAT(Items(combo), ElementsAre(L"day", L"week", L"month"));
   EXPECT_EQ(Chosen(combo), -1);
@@ -54,15 +54,15 @@ TEST_F(ComboBoxTest, NothingIsChosenUntilSomebodyChoosesAndMessagesTellNobody) {
   EXPECT_EQ(Send(combo, CB_SETCURSEL, static_cast<WPARAM>(-1)), CB_ERR);
   EXPECT_EQ(Chosen(combo), -1);
   EXPECT_EQ(Send(combo, CB_SETCURSEL, 7), CB_ERR);
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
 }
 
-TEST_F(ComboBoxTest, TheUsersChoiceIsToldByKeysAndClicks) {
+TEST_F(ComboBoxTest, TheUsersChoiceIsNotifiedByKeysAndClicks) {
   HWND combo = Combo();
   Send(combo, CB_SETCURSEL, 0);
   Press(combo, Qt::Key_Down);
-  EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre("command 1 1"));
+  EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
+  EXPECT_THAT(Notified(), ElementsAre("command 1 1"));
   EXPECT_EQ(Chosen(combo), 1);
   auto* box = WidgetOf<QComboBox>(combo);
   box->showPopup();
@@ -71,7 +71,7 @@ TEST_F(ComboBoxTest, TheUsersChoiceIsToldByKeysAndClicks) {
   // The list does not take a click that comes at once for the choice of an item.
   QTest::qWait(QApplication::doubleClickInterval() + 50);
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
-  EXPECT_THAT(Told(), ElementsAre("command 1 1"));
+  EXPECT_THAT(Notified(), ElementsAre("command 1 1"));
   EXPECT_EQ(TextOf(combo), L"month");
 }
 

@@ -45,13 +45,13 @@ HWND ControlTest::Make(const wchar_t* className, DWORD style, const wchar_t* tex
   return made;
 }
 
-std::vector<std::string> ControlTest::Told() {
+std::vector<std::string> ControlTest::Notified() {
   Settle();
-  return ToldAtOnce();
+  return NotifiedAtOnce();
 }
 
-std::vector<std::string> ControlTest::ToldAtOnce() {
-  return std::exchange(told_, {});
+std::vector<std::string> ControlTest::NotifiedAtOnce() {
+  return std::exchange(notified_, {});
 }
 
 void ControlTest::Settle() {
@@ -78,24 +78,24 @@ void ControlTest::Focus(HWND window) {
 
 LRESULT CALLBACK ControlTest::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (current != nullptr && (message == WM_COMMAND || message == WM_NOTIFY)) {
-    return current->Hear(message, wParam, lParam);
+    return current->Receive(message, wParam, lParam);
   }
   return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
-LRESULT ControlTest::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT ControlTest::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_COMMAND) {
     const int number = LOWORD(wParam);
     const int code = HIWORD(wParam);
-    told_.push_back("command " + std::to_string(number) + ' ' + std::to_string(code));
+    notified_.push_back("command " + std::to_string(number) + ' ' + std::to_string(code));
     if (onCommand) onCommand(number, code);
     return 0;
   }
   const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
   EXPECT_EQ(header.idFrom, wParam);
   EXPECT_TRUE(::IsWindow(header.hwndFrom));
-  told_.push_back("notify " + std::to_string(header.idFrom) + ' ' +
-                  std::to_string(static_cast<int>(header.code)));
+  notified_.push_back("notify " + std::to_string(header.idFrom) + ' ' +
+                      std::to_string(static_cast<int>(header.code)));
   return onNotify ? onNotify(header) : 0;
 }
 

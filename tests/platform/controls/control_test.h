@@ -32,9 +32,9 @@ class ControlTest : public ::testing::Test {
 
   // "command NUMBER CODE" and "notify NUMBER CODE" since the last call, after everything that was
   // deferred; codes of WM_NOTIFY as signed numbers.
-  std::vector<std::string> Told();
+  std::vector<std::string> Notified();
   // Without waiting for what was deferred.
-  std::vector<std::string> ToldAtOnce();
+  std::vector<std::string> NotifiedAtOnce();
   // Runs what was deferred and lets events happen.
   static void Settle();
 
@@ -58,12 +58,12 @@ class ControlTest : public ::testing::Test {
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  LRESULT Hear(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND parent_ = nullptr;
   int made_ = 0;
   int bottom_ = 0;
-  std::vector<std::string> told_;
+  std::vector<std::string> notified_;
 };
 
 std::wstring TextOf(HWND window);

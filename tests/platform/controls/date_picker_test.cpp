@@ -44,7 +44,7 @@ TEST_F(DatePickerTest, ADateIsSetWithItsTimeAndTellsNobody) {
   EXPECT_EQ(got.wHour, 13);
   EXPECT_EQ(got.wDayOfWeek, 4) << "a Thursday";
   EXPECT_TRUE(Edit()->displayFormat().contains("yyyy")) << Edit()->displayFormat().toStdString();
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
 }
 
 TEST_F(DatePickerTest, DatesThatDoNotExistAreNotSet) {
@@ -55,15 +55,15 @@ TEST_F(DatePickerTest, DatesThatDoNotExistAreNotSet) {
   EXPECT_EQ(Shown(), QDate(2024, 5, 15));
 }
 
-TEST_F(DatePickerTest, ADateThatTheUserPicksIsToldLater) {
+TEST_F(DatePickerTest, ADateThatTheUserPicksIsNotifiedLater) {
   SYSTEMTIME heard{};
   onNotify = [&](const NMHDR& header) -> LRESULT {
     heard = reinterpret_cast<const NMDATETIMECHANGE&>(header).st;
     return 0;
   };
   PressUpOnDay();
-  EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -759"));
+  EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -759"));
   EXPECT_EQ(heard.wDay, 16);
   EXPECT_EQ(Shown(), QDate(2024, 5, 16));
 }
@@ -94,10 +94,10 @@ TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersWhenItDrops) {
   QTest::mouseClick(Edit(), Qt::LeftButton, {}, arrow);
   QCalendarWidget* calendar = Edit()->calendarWidget();
   ASSERT_TRUE(calendar->isVisible());
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -754"));
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -754"));
   EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::ISOWeekNumbers);
   calendar->window()->hide();
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -753"));
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -753"));
 }
 
 }  // namespace

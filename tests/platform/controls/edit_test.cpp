@@ -31,34 +31,34 @@ class EditTest : public ControlTest {
   }
 };
 
-TEST_F(EditTest, TypingIsToldLaterAndReplacesTheSelection) {
+TEST_F(EditTest, TypingIsNotifiedLaterAndReplacesTheSelection) {
   HWND edit = Edit(0, L"a");
-  EXPECT_THAT(Told(), IsEmpty()) << "the first text is no change";
+  EXPECT_THAT(Notified(), IsEmpty()) << "the first text is no change";
   Press(edit, Qt::Key_End);
   EXPECT_EQ(Typed(edit, "bc"), L"abc");
-  EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre("command 1 768", "command 1 768"));  // EN_CHANGE
+  EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
+  EXPECT_THAT(Notified(), ElementsAre("command 1 768", "command 1 768"));  // EN_CHANGE
   Send(edit, EM_SETSEL, 0, -1);
   EXPECT_EQ(Typed(edit, "x"), L"x");
 }
 
-TEST_F(EditTest, ATextThatIsSetIsShownAndToldAtOnce) {
+TEST_F(EditTest, ATextThatIsSetIsShownAndNotifiedAtOnce) {
   HWND edit = Edit(0, L"first");
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), "first");
   ::SetWindowTextW(edit, L"5 \u20AC");
-  EXPECT_THAT(ToldAtOnce(), ElementsAre("command 1 768"));
+  EXPECT_THAT(NotifiedAtOnce(), ElementsAre("command 1 768"));
   EXPECT_EQ(WidgetOf<QLineEdit>(edit)->text(), QString("5 \u20AC"));
   EXPECT_EQ(Selection(edit), Selected(0, 0)) << "the caret stands at the beginning";
   EXPECT_EQ(TextOf(edit), L"5 \u20AC");
 }
 
-TEST_F(EditTest, FocusIsTold) {
+TEST_F(EditTest, FocusIsNotified) {
   HWND first = Edit();
   HWND second = Edit();
   Focus(first);
-  EXPECT_THAT(Told(), ElementsAre("command 1 256"));  // EN_SETFOCUS
+  EXPECT_THAT(Notified(), ElementsAre("command 1 256"));  // EN_SETFOCUS
   Focus(second);
-  EXPECT_THAT(Told(), ElementsAre("command 1 512", "command 2 256"));  // EN_KILLFOCUS
+  EXPECT_THAT(Notified(), ElementsAre("command 1 512", "command 2 256"));  // EN_KILLFOCUS
 }
 
 TEST_F(EditTest, SelectionsAreCountedAndBounded) {

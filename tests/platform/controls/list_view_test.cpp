@@ -35,7 +35,7 @@ class ListViewTest : public ControlTest {
     AddRow(L"anna", L"10", 10);
     AddRow(L"bert", L"9", 9);
     AddRow(L"carl", L"200", 200);
-    Told();
+    Notified();
     changes_.clear();
   }
   void AddColumn(std::wstring title, int width) {
@@ -105,14 +105,14 @@ auto Change(int row, UINT before, UINT after) {
                Field(&NMLISTVIEW::uNewState, after), Field(&NMLISTVIEW::uChanged, LVIF_STATE));
 }
 
-TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsTold) {
+TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsNotified) {
   AddRow(L"zoe", L"1", 1, 0);
   EXPECT_THAT(Users(), ElementsAre(L"zoe", L"anna", L"bert", L"carl"));
   EXPECT_EQ(Cell(3, 1), L"200");
   EXPECT_EQ(Cell(9, 0), L"");
-  Told();
+  Notified();
   EXPECT_TRUE(Send(list_, LVM_DELETEITEM, 1));
-  EXPECT_THAT(ToldAtOnce(), ElementsAre("notify 1 -103"));
+  EXPECT_THAT(NotifiedAtOnce(), ElementsAre("notify 1 -103"));
   EXPECT_FALSE(Send(list_, LVM_DELETEITEM, 7));
   LVITEMW asked{};  // its text is asked for when it is shown, which the layer does not do
   asked.mask = LVIF_TEXT;
@@ -120,7 +120,7 @@ TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsTold) {
   EXPECT_EQ(ListView_InsertItem(list_, &asked), -1);
   EXPECT_THAT(Users(), ElementsAre(L"zoe", L"bert", L"carl"));
   EXPECT_TRUE(ListView_DeleteAllItems(list_));
-  EXPECT_THAT(ToldAtOnce(),
+  EXPECT_THAT(NotifiedAtOnce(),
               ElementsAre("notify 1 -104", "notify 1 -103", "notify 1 -103", "notify 1 -103"));
   EXPECT_THAT(Users(), IsEmpty());
 }
@@ -173,12 +173,12 @@ TEST_F(ListViewTest, WidthsAreSetFittedAndChangedByTheUser) {
 TEST_F(ListViewTest, AClickSelectsAndTellsWhatChanged) {
   ClickRow(1);
   EXPECT_THAT(changes_, IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -101", "notify 1 -2"));
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -101", "notify 1 -2"));
   EXPECT_THAT(changes_, ElementsAre(Change(1, 0, kFocusedToo)));
   EXPECT_EQ(changes_[0].lParam, 9);
   changes_.clear();
   ClickRow(2);
-  Told();
+  Notified();
   EXPECT_THAT(Selected(), ElementsAre(2));
   EXPECT_THAT(changes_, ElementsAre(Change(1, kFocusedToo, 0), Change(2, 0, kFocusedToo)));
 }
@@ -220,16 +220,16 @@ TEST_F(ListViewTest, SortingMovesWholeRows) {
   EXPECT_THAT(Users(), ElementsAre(L"carl", L"anna", L"bert"));
 }
 
-TEST_F(ListViewTest, AClickOnAHeadingIsToldUnlessTheyDoNotSort) {
+TEST_F(ListViewTest, AClickOnAHeadingIsNotifiedUnlessTheyDoNotSort) {
   ClickSecondHeading();
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -108"));
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -108"));
   EXPECT_EQ(clickedColumn_, 1);
   List(LVS_NOSORTHEADER);
   ClickSecondHeading();
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
 }
 
-TEST_F(ListViewTest, CheckBoxesAreClickedAndTold) {
+TEST_F(ListViewTest, CheckBoxesAreClickedAndNotified) {
   constexpr int kCheckBox = 10;
   List(LVS_SINGLESEL, LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT);
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 0u);
@@ -238,7 +238,7 @@ TEST_F(ListViewTest, CheckBoxesAreClickedAndTold) {
   EXPECT_THAT(changes_, ElementsAre(Change(1, 0x1000, 0x2000)));
   changes_.clear();
   ClickRow(1, {}, kCheckBox);
-  Told();
+  Notified();
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 0u);
   EXPECT_THAT(changes_, ::testing::Contains(Change(1, 0x2000, 0x1000)));
 }

@@ -37,13 +37,13 @@ class TabTest : public ControlTest {
   HWND tabs_ = Make(WC_TABCONTROL, 0, L"", 300, 200);
 };
 
-TEST_F(TabTest, TheFirstTabIsChosenAndNobodyIsTold) {
+TEST_F(TabTest, TheFirstTabIsChosenAndNobodyIsNotified) {
   EXPECT_EQ(Send(tabs_, TCM_GETITEMCOUNT), 3);
   EXPECT_EQ(Chosen(), 0);
   EXPECT_EQ(Send(tabs_, TCM_SETCURSEL, 2), 0) << "the tab before";
   EXPECT_EQ(Send(tabs_, TCM_SETCURSEL, 3), -1);
   EXPECT_EQ(Chosen(), 2);
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
 }
 
 TEST_F(TabTest, AClickAsksAndThenTellsUnlessItIsRefused) {
@@ -54,23 +54,23 @@ TEST_F(TabTest, AClickAsksAndThenTellsUnlessItIsRefused) {
     return refuses;
   };
   ClickTab(1);
-  EXPECT_THAT(ToldAtOnce(), IsEmpty()) << "told inside the desktop's event";
-  EXPECT_THAT(Told(), ElementsAre(kChanging, kChanged));
+  EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
+  EXPECT_THAT(Notified(), ElementsAre(kChanging, kChanged));
   EXPECT_EQ(chosenWhenAsked, 0);
   EXPECT_EQ(Chosen(), 1);
   ClickTab(1);
-  EXPECT_THAT(Told(), IsEmpty()) << "the chosen tab is no change";
+  EXPECT_THAT(Notified(), IsEmpty()) << "the chosen tab is no change";
   refuses = TRUE;
   ClickTab(2);
-  EXPECT_THAT(Told(), ElementsAre(kChanging));
+  EXPECT_THAT(Notified(), ElementsAre(kChanging));
   EXPECT_EQ(Chosen(), 1);
 }
 
 TEST_F(TabTest, ArrowKeysGoToTheNeighbour) {
   QTest::keyClick(Bar(), Qt::Key_Left);
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Notified(), IsEmpty());
   QTest::keyClick(Bar(), Qt::Key_Right);
-  EXPECT_THAT(Told(), ElementsAre(kChanging, kChanged));
+  EXPECT_THAT(Notified(), ElementsAre(kChanging, kChanged));
   EXPECT_EQ(Chosen(), 1);
 }
 

@@ -19,7 +19,7 @@ class UpDownTest : public ControlTest {
   static int Position(HWND upDown) { return static_cast<int>(Send(upDown, UDM_GETPOS32)); }
 };
 
-TEST_F(UpDownTest, StepsAreToldAndMayBeRefusedOrChanged) {
+TEST_F(UpDownTest, StepsAreNotifiedAndMayBeRefusedOrChanged) {
   HWND upDown = UpDown();
   Send(upDown, UDM_SETRANGE32, 0, 10);
   EXPECT_EQ(Send(upDown, UDM_SETPOS32, 0, 5), 0);
@@ -32,7 +32,7 @@ TEST_F(UpDownTest, StepsAreToldAndMayBeRefusedOrChanged) {
     return answer;
   };
   ClickArrow(upDown, Qt::UpArrow);
-  EXPECT_THAT(Told(), ElementsAre("notify 1 -722"));
+  EXPECT_THAT(Notified(), ElementsAre("notify 1 -722"));
   EXPECT_EQ(heard.iPos, 5);
   EXPECT_EQ(heard.iDelta, 1);
   EXPECT_EQ(Position(upDown), 6);
@@ -96,7 +96,7 @@ TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
   EXPECT_TRUE(failed) << "out of the range";
 
   ::DestroyWindow(edit);
-  Told();
+  Notified();
   Send(upDown, UDM_SETPOS32, 0, 3);
   ClickArrow(upDown, Qt::UpArrow);
   EXPECT_EQ(Position(upDown), 4) << "it does not go on without the field";

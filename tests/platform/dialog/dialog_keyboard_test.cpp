@@ -45,7 +45,7 @@ TEST_F(DialogKeyboard, TabGoesRoundInTheOrderOfTheTemplate) {
     EXPECT_EQ(Press(VK_TAB), id);
 }
 
-TEST_F(DialogKeyboard, AButtonIsTheDefaultOneWhileItHasTheKeyboard) {
+TEST_F(DialogKeyboard, AButtonIsTheDefaultOneWhileItHasTheFocus) {
   Focus(kCheck);
   for (const int id : {IDOK, IDCANCEL, kOther, kName}) {
     Press(VK_TAB);

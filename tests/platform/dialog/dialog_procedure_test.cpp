@@ -43,7 +43,7 @@ TEST_F(DialogProcedure, WmInitDialogComesAfterTheFontWithTheFirstControlAndThePa
   EXPECT_THAT(messages, Not(Contains(WM_CREATE)));
 }
 
-TEST_F(DialogProcedure, TheFirstControlThatTakesInputHasTheKeyboardUnlessTheAnswerIsFalse) {
+TEST_F(DialogProcedure, TheFirstControlThatTakesInputHasTheFocusUnlessTheAnswerIsFalse) {
   struct Case {
     INT_PTR answer;
     int hidden;
@@ -95,7 +95,7 @@ TEST_F(DialogProcedure, TheDefaultButtonCanBeAskedForAndChanged) {
   EXPECT_NE(code & DLGC_DEFPUSHBUTTON, 0);
 }
 
-TEST_F(DialogProcedure, WmNextDlgCtlMovesTheKeyboard) {
+TEST_F(DialogProcedure, WmNextDlgCtlMovesTheFocus) {
   dialog_.On(WM_INITDIALOG, [](HWND, WPARAM, LPARAM) -> INT_PTR { return TRUE; });
   const HWND window = Shown();
   const auto cancel = reinterpret_cast<WPARAM>(::GetDlgItem(window, IDCANCEL));

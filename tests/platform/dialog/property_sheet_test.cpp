@@ -29,22 +29,22 @@ class SheetTest : public ::testing::Test {
 TEST_F(SheetTest, PagesAreMadeWhenTheyAreShownUnlessAtOnce) {
   AddPages(PSP_DEFAULT);
   EXPECT_EQ(sheet_.Run({Press(PSBTN_CANCEL)}), 0);
-  EXPECT_THAT(sheet_.Told(),
+  EXPECT_THAT(sheet_.Notified(),
               ElementsAre("a: init", "a: set active", "a: query cancel", "a: reset"));
   EXPECT_FALSE(::DestroyPropertySheetPage(sheet_.Handles()[0])) << "the sheet owns its pages";
   RecordedSheet atOnce;
   atOnce.AddPage("a", PSP_PREMATURE);
   atOnce.AddPage("b", PSP_PREMATURE);
   EXPECT_EQ(atOnce.Run({Press(PSBTN_CANCEL)}), 0);
-  EXPECT_THAT(atOnce.Told(), ElementsAre("a: init", "b: init", "a: set active", "a: query cancel",
-                                         "a: reset", "b: reset"));
+  EXPECT_THAT(atOnce.Notified(), ElementsAre("a: init", "b: init", "a: set active",
+                                             "a: query cancel", "a: reset", "b: reset"));
 }
 
 TEST_F(SheetTest, OkAppliesEveryPageThatWasMade) {
   AddPages(PSP_DEFAULT);
   sheet_.AddPage("c");
   EXPECT_GT(sheet_.Run({TurnTo(1), Press(PSBTN_OK)}), 0);
-  EXPECT_THAT(sheet_.Told(),
+  EXPECT_THAT(sheet_.Notified(),
               ElementsAre("a: init", "a: set active", "a: kill active", "b: init", "b: set active",
                           "b: kill active", "a: apply, closing", "b: apply, closing"));
 }
@@ -54,7 +54,7 @@ TEST_F(SheetTest, APageThatRefusesToApplyKeepsTheSheetOpen) {
   sheet_.Answer(PSN_APPLY, PSNRET_INVALID_NOCHANGEPAGE);
   EXPECT_GT(sheet_.Run({Press(PSBTN_OK), Answering(PSN_APPLY, PSNRET_NOERROR), Press(PSBTN_OK)}),
             0);
-  EXPECT_THAT(sheet_.Told(),
+  EXPECT_THAT(sheet_.Notified(),
               ElementsAre("a: init", "a: set active", "a: kill active", "a: apply, closing",
                           "a: kill active", "a: apply, closing"));
 }
@@ -70,8 +70,8 @@ TEST_F(SheetTest, APageThatDoesNotLetGoIsNotTurned) {
   AddPages(PSP_DEFAULT);
   sheet_.Answer(PSN_KILLACTIVE, TRUE);
   EXPECT_EQ(sheet_.Run({TurnTo(1), Press(PSBTN_OK)}), 0);
-  EXPECT_THAT(sheet_.Told(), ElementsAre("a: init", "a: set active", "a: kill active",
-                                         "a: kill active", "a: query cancel", "a: reset"));
+  EXPECT_THAT(sheet_.Notified(), ElementsAre("a: init", "a: set active", "a: kill active",
+                                             "a: kill active", "a: query cancel", "a: reset"));
 }
 
 TEST_F(SheetTest, APageMayRefuseToBeCancelled) {
@@ -80,8 +80,8 @@ TEST_F(SheetTest, APageMayRefuseToBeCancelled) {
   EXPECT_EQ(sheet_.Run({Press(PSBTN_CANCEL), Answering(PSN_QUERYCANCEL, FALSE),
                         [](HWND sheet) { ::SendMessageW(sheet, WM_CLOSE, 0, 0); }}),
             0);
-  EXPECT_THAT(sheet_.Told(), ElementsAre("a: init", "a: set active", "a: query cancel",
-                                         "a: query cancel", "a: reset, closing"));
+  EXPECT_THAT(sheet_.Notified(), ElementsAre("a: init", "a: set active", "a: query cancel",
+                                             "a: query cancel", "a: reset, closing"));
 }
 
 TEST_F(SheetTest, ApplyIsEnabledAsLongAsAPageIsChanged) {
@@ -158,13 +158,13 @@ TEST_F(Wizard, PagesLetGoAreAskedForTheWayAndAreMadeOnce) {
       "b: set active",  "b: kill active",  "b: next",        "c: init",        "c: set active",
       "c: kill active", "c: back",         "b: set active",  "b: kill active", "b: next",
       "c: set active",  "c: query cancel", "a: reset",       "b: reset",       "c: reset"};
-  EXPECT_EQ(sheet_.Told(), expected);
+  EXPECT_EQ(sheet_.Notified(), expected);
 }
 
 TEST_F(Wizard, FinishEndsItUnlessThePageKeepsIt) {
   sheet_.Answer(PSN_WIZNEXT, sheet_.TemplateOf(3), "a");
   EXPECT_GT(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH)}), 0);
-  EXPECT_EQ(sheet_.Told().back(), "d: finish");
+  EXPECT_EQ(sheet_.Notified().back(), "d: finish");
   sheet_.Answer(PSN_WIZFINISH, TRUE);
   sheet_.Answer(PSN_SETACTIVE, -1, "c");
   EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH), Press(PSBTN_BACK)}), 0);

@@ -14,7 +14,7 @@ const std::map<UINT, std::string> kNames = {
 
 }  // namespace
 
-void RecordedSheet::AddPage(const std::string& name, DWORD flags, TemplatePlace place) {
+void RecordedSheet::AddPage(const std::string& name, DWORD flags, TemplateBounds place) {
   TemplateBytes bytes(WS_POPUP | WS_CAPTION | DS_SETFONT, place, u"Page");
   if (place.height > 0) {
     bytes.Item(u"Edit", 1001, kStop, {5, 5, 80, 14}, u"text");
@@ -48,7 +48,7 @@ void RecordedSheet::MakePages() {
 INT_PTR RecordedSheet::Run(std::vector<Step> steps) {
   steps_ = std::move(steps);
   taken_ = 0;
-  told_.clear();
+  notified_.clear();
   shown_.clear();
   windows_.clear();
   MakePages();
@@ -79,7 +79,7 @@ INT_PTR CALLBACK RecordedSheet::Procedure(HWND page, UINT message, WPARAM, LPARA
     case WM_NOTIFY: {
       const auto index = static_cast<std::size_t>(::GetWindowLongPtrW(page, GWLP_USERDATA));
       const auto& notification = *reinterpret_cast<const PSHNOTIFY*>(lParam);
-      const LRESULT answer = current_->Hear(index, notification);
+      const LRESULT answer = current_->Receive(index, notification);
       ::SetWindowLongPtrW(page, DWLP_MSGRESULT, answer);
       return TRUE;
     }
@@ -93,7 +93,7 @@ void RecordedSheet::Start(HWND window, const PROPSHEETPAGEW& record) {
   const Page& page = pages_[static_cast<std::size_t>(record.lParam)];
   if (windows_.empty() && !steps_.empty()) ::PostMessageW(window, kTakeStep, 0, 0);
   windows_[page.name] = window;
-  told_.push_back(page.name + ": init");
+  notified_.push_back(page.name + ": init");
   EXPECT_TRUE(record.pfnDlgProc == Procedure && record.pszTemplate == page.templateName &&
               std::wstring_view(record.pszTitle) == L"Title")
       << page.name << " was not given its record";
@@ -107,10 +107,10 @@ void RecordedSheet::TakeStep(HWND page) {
   if (!isLast && ::IsWindow(page)) ::PostMessageW(page, kTakeStep, 0, 0);
 }
 
-LRESULT RecordedSheet::Hear(std::size_t page, const PSHNOTIFY& notification) {
+LRESULT RecordedSheet::Receive(std::size_t page, const PSHNOTIFY& notification) {
   const UINT code = notification.hdr.code;
-  told_.push_back(pages_[page].name + ": " + kNames.at(code) +
-                  (notification.lParam != 0 ? ", closing" : ""));
+  notified_.push_back(pages_[page].name + ": " + kNames.at(code) +
+                      (notification.lParam != 0 ? ", closing" : ""));
   if (code == PSN_SETACTIVE) {
     shown_ = pages_[page].name;
     const LPARAM back = page > 0 ? PSWIZB_BACK : 0;

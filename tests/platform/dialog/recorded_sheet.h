@@ -23,7 +23,7 @@ class RecordedSheet {
 
   // A page with one field and one check box; with nothing if it has no height.
   void AddPage(const std::string& name, DWORD flags = PSP_DEFAULT,
-               TemplatePlace place = {0, 0, 120, 80});
+               TemplateBounds place = {0, 0, 120, 80});
   // What pages answer to a notification: all of them, or one.
   void Answer(UINT code, LRESULT answer, const std::string& page = {});
   void OnInit(std::function<void(HWND page)> work) { onInit_ = std::move(work); }
@@ -40,7 +40,7 @@ class RecordedSheet {
 
   // "NAME: init", "NAME: set active", "NAME: apply", ...; with ", closing" when the notification's
   // parameter is not zero.
-  const std::vector<std::string>& Told() const { return told_; }
+  const std::vector<std::string>& Notified() const { return notified_; }
   // The page that was last activated.
   const std::string& Shown() const { return shown_; }
   HWND PageWindow(const std::string& name) const { return windows_.at(name); }
@@ -57,7 +57,7 @@ class RecordedSheet {
   void MakePages();
   void Start(HWND window, const PROPSHEETPAGEW& record);
   void TakeStep(HWND page);
-  LRESULT Hear(std::size_t page, const PSHNOTIFY& notification);
+  LRESULT Receive(std::size_t page, const PSHNOTIFY& notification);
 
   static inline RecordedSheet* current_ = nullptr;
   HiddenWindow keepsDesktop_;
@@ -69,7 +69,7 @@ class RecordedSheet {
   std::vector<Step> steps_;
   std::size_t taken_ = 0;
   std::map<std::string, HWND> windows_;
-  std::vector<std::string> told_;
+  std::vector<std::string> notified_;
   std::string shown_;
   WORD picture_ = 0;
 };

@@ -9,7 +9,7 @@ constexpr std::size_t kItemCountAt = 8;
 
 }  // namespace
 
-TemplateBytes::TemplateBytes(DWORD style, TemplatePlace place, std::u16string_view title,
+TemplateBytes::TemplateBytes(DWORD style, TemplateBounds place, std::u16string_view title,
                              DWORD helpId) {
   words_ = {1, 0xFFFF};
   Put(helpId);
@@ -26,7 +26,7 @@ TemplateBytes::TemplateBytes(DWORD style, TemplatePlace place, std::u16string_vi
 }
 
 TemplateBytes& TemplateBytes::Item(std::u16string_view className, int id, DWORD style,
-                                   TemplatePlace place, std::u16string_view text, DWORD helpId) {
+                                   TemplateBounds place, std::u16string_view text, DWORD helpId) {
   words_.resize(words_.size() + words_.size() % 2);
   Put(helpId);
   Put(0);
@@ -50,7 +50,7 @@ void TemplateBytes::Put(DWORD value) {
   words_.push_back(HIWORD(value));
 }
 
-void TemplateBytes::PutPlace(const TemplatePlace& place) {
+void TemplateBytes::PutPlace(const TemplateBounds& place) {
   for (const int each : {place.x, place.y, place.width, place.height})
     words_.push_back(static_cast<WORD>(each));
 }

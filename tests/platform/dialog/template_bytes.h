@@ -15,7 +15,7 @@ inline constexpr DWORD kStop = kItem | WS_TABSTOP;
 // The class "Button" by its number.
 inline constexpr std::u16string_view kButton = u"\xFFFF\x0080";
 
-struct TemplatePlace {
+struct TemplateBounds {
   int x = 0;
   int y = 0;
   int width = 0;
@@ -25,16 +25,16 @@ struct TemplatePlace {
 class TemplateBytes {
  public:
   // Font 8 "MS Shell Dlg"; without DS_SETFONT in the style there is none.
-  TemplateBytes(DWORD style, TemplatePlace place, std::u16string_view title, DWORD helpId = 0);
+  TemplateBytes(DWORD style, TemplateBounds place, std::u16string_view title, DWORD helpId = 0);
 
-  TemplateBytes& Item(std::u16string_view className, int id, DWORD style, TemplatePlace place,
+  TemplateBytes& Item(std::u16string_view className, int id, DWORD style, TemplateBounds place,
                       std::u16string_view text, DWORD helpId = 0);
 
   std::vector<std::byte> Bytes() const;
 
  private:
   void Put(DWORD value);
-  void PutPlace(const TemplatePlace& place);
+  void PutPlace(const TemplateBounds& place);
   void PutText(std::u16string_view text);
 
   std::vector<WORD> words_;

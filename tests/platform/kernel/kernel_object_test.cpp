@@ -68,7 +68,7 @@ TEST(Mutex, AWaiterGetsItWhenItIsReleased) {
   EXPECT_TRUE(::CloseHandle(mutex));
 }
 
-TEST(Mutex, TheNextOwnerIsToldOnceThatTheThreadThatHadItEnded) {
+TEST(Mutex, TheNextOwnerIsNotifiedOnceThatTheThreadThatHadItEnded) {
   const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, nullptr);
   std::thread([&] { EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_OBJECT_0); }).join();
   EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_ABANDONED);

@@ -48,7 +48,7 @@ TEST_F(PointerOnDesktop, AWindowIsAskedForTheShapeBeforeEachMessageOfTheMouse) {
 
 TEST_F(PointerOnDesktop, TheShapeIsThatOfTheClassUnlessTheParentSaysOtherwise) {
   WithWindow([this] {
-    const HWND child = CreateChild(window_, kChildPlace, {.cursor = IDC_CROSS});
+    const HWND child = CreateChild(window_, kChildBounds, {.cursor = IDC_CROSS});
     EXPECT_EQ(ShapeOver(child), Qt::CrossCursor);
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_CROSS));
     On(WM_SETCURSOR, [&](HWND asked, WPARAM wParam, LPARAM lParam) -> LRESULT {

@@ -25,7 +25,7 @@ constexpr LPARAM Scan(int code) {
 }
 
 // The message, its key and its other parameter.
-using Told = std::tuple<UINT, WPARAM, LPARAM>;
+using Notified = std::tuple<UINT, WPARAM, LPARAM>;
 
 class KeyboardOnDesktop : public WindowOnDesktop {
  protected:
@@ -33,16 +33,16 @@ class KeyboardOnDesktop : public WindowOnDesktop {
     for (const UINT message :
          {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_SYSKEYDOWN, WM_SYSKEYUP, WM_SYSCHAR}) {
       On(message, [this, message](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        told_.emplace_back(message, wParam, lParam);
+        notified_.emplace_back(message, wParam, lParam);
         if (message == WM_KEYDOWN) NoteState(static_cast<UINT>(wParam));
         return 0;
       });
     }
   }
 
-  std::vector<Told> Take() {
+  std::vector<Notified> Take() {
     PumpAll();
-    return std::exchange(told_, {});
+    return std::exchange(notified_, {});
   }
   // As if the user's layout made that of the key.
   void Type(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers = {}) const {
@@ -55,7 +55,7 @@ class KeyboardOnDesktop : public WindowOnDesktop {
     return {reinterpret_cast<const char*>(&characters), static_cast<std::size_t>(count)};
   }
 
-  std::vector<Told> told_;
+  std::vector<Notified> notified_;
   // Of the last key that went down: what it typed, and which keys were down then.
   std::string typed_;
   std::vector<std::size_t> down_;
@@ -73,35 +73,35 @@ class KeyboardOnDesktop : public WindowOnDesktop {
   }
 };
 
-TEST_F(KeyboardOnDesktop, AKeyIsToldWhenItGoesDownAndUpAndWhatItTypesInBetween) {
+TEST_F(KeyboardOnDesktop, AKeyIsNotifiedWhenItGoesDownAndUpAndWhatItTypesInBetween) {
   WithWindow([this] {
     Type(Qt::Key_A, "a");
-    EXPECT_THAT(told_, IsEmpty()) << "told inside the desktop's event";
-    EXPECT_THAT(Take(),
-                ElementsAre(Told{WM_KEYDOWN, 'A', Scan(0x1E)}, Told{WM_CHAR, 'a', Scan(0x1E)},
-                            Told{WM_KEYUP, 'A', Scan(0x1E) | kUp}));
+    EXPECT_THAT(notified_, IsEmpty()) << "told inside the desktop's event";
+    EXPECT_THAT(Take(), ElementsAre(Notified{WM_KEYDOWN, 'A', Scan(0x1E)},
+                                    Notified{WM_CHAR, 'a', Scan(0x1E)},
+                                    Notified{WM_KEYUP, 'A', Scan(0x1E) | kUp}));
     EXPECT_THAT(down_, ElementsAre('A'));
     EXPECT_EQ(typed_, "a");
 
     Type(Qt::Key_B, "B", Qt::ShiftModifier);
-    EXPECT_THAT(
-        Take(),
-        ElementsAre(Told{WM_KEYDOWN, VK_SHIFT, Scan(0x2A)}, Told{WM_KEYDOWN, 'B', Scan(0x30)},
-                    Told{WM_CHAR, 'B', Scan(0x30)}, Told{WM_KEYUP, 'B', Scan(0x30) | kUp},
-                    Told{WM_KEYUP, VK_SHIFT, Scan(0x2A) | kUp}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{WM_KEYDOWN, VK_SHIFT, Scan(0x2A)},
+                                    Notified{WM_KEYDOWN, 'B', Scan(0x30)},
+                                    Notified{WM_CHAR, 'B', Scan(0x30)},
+                                    Notified{WM_KEYUP, 'B', Scan(0x30) | kUp},
+                                    Notified{WM_KEYUP, VK_SHIFT, Scan(0x2A) | kUp}));
     EXPECT_THAT(down_, ElementsAre(VK_SHIFT, 'B'));
     EXPECT_EQ(::GetKeyState(VK_SHIFT), 0);
 
     QTest::keyClick(WidgetOf(window_), Qt::Key_B, Qt::ControlModifier);
-    EXPECT_EQ(Take().at(2), (Told{WM_CHAR, 2, Scan(0x30)}));
+    EXPECT_EQ(Take().at(2), (Notified{WM_CHAR, 2, Scan(0x30)}));
     EXPECT_EQ(typed_, "\x02");
 
     QTest::keyClick(WidgetOf(window_), Qt::Key_X, Qt::AltModifier);
-    EXPECT_THAT(Take(), ElementsAre(Told{WM_SYSKEYDOWN, VK_MENU, Scan(0x38) | kAlt},
-                                    Told{WM_SYSKEYDOWN, 'X', Scan(0x2D) | kAlt},
-                                    Told{WM_SYSCHAR, 'x', Scan(0x2D) | kAlt},
-                                    Told{WM_SYSKEYUP, 'X', Scan(0x2D) | kAlt | kUp},
-                                    Told{WM_SYSKEYUP, VK_MENU, Scan(0x38) | kUp}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{WM_SYSKEYDOWN, VK_MENU, Scan(0x38) | kAlt},
+                                    Notified{WM_SYSKEYDOWN, 'X', Scan(0x2D) | kAlt},
+                                    Notified{WM_SYSCHAR, 'x', Scan(0x2D) | kAlt},
+                                    Notified{WM_SYSKEYUP, 'X', Scan(0x2D) | kAlt | kUp},
+                                    Notified{WM_SYSKEYUP, VK_MENU, Scan(0x38) | kUp}));
   });
 }
 
@@ -143,7 +143,7 @@ TEST_F(KeyboardOnDesktop, KeysHaveTheirNumbersPlacesAndCharacters) {
     for (const auto& each : cases) {
       QKeyEvent event(QEvent::KeyPress, each.key, each.modifiers, each.place, 0, 0, each.text);
       QApplication::sendEvent(WidgetOf(window_), &event);
-      std::vector<Told> expected = {{WM_KEYDOWN, each.virtualKey, each.parameter}};
+      std::vector<Notified> expected = {{WM_KEYDOWN, each.virtualKey, each.parameter}};
       for (const char character : each.typed)
         expected.emplace_back(WM_CHAR, character, each.parameter);
       EXPECT_EQ(Take(), expected) << "key " << std::hex << each.key;
@@ -180,13 +180,13 @@ TEST_F(KeyboardOnDesktop, AKeyThatIsHeldDownRepeatsItselfWithoutGoingUp) {
     EXPECT_LT(::GetAsyncKeyState(VK_DOWN), 0);
     send(QEvent::KeyRelease, false);
     EXPECT_EQ(::GetAsyncKeyState(VK_DOWN), 0);
-    EXPECT_THAT(Take(), ElementsAre(Told{WM_KEYDOWN, VK_DOWN, parameter},
-                                    Told{WM_KEYDOWN, VK_DOWN, parameter | kWasDown},
-                                    Told{WM_KEYUP, VK_DOWN, parameter | kUp}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{WM_KEYDOWN, VK_DOWN, parameter},
+                                    Notified{WM_KEYDOWN, VK_DOWN, parameter | kWasDown},
+                                    Notified{WM_KEYUP, VK_DOWN, parameter | kUp}));
   });
 }
 
-TEST_F(KeyboardOnDesktop, KeysAreForTheWindowWithTheKeyboardAlone) {
+TEST_F(KeyboardOnDesktop, KeysAreForTheWindowWithTheFocusAlone) {
   WithWindow([this] {
     const HWND child = CreateChild(window_);
     const HWND button = CreateButton(window_);
@@ -208,7 +208,7 @@ TEST_F(KeyboardOnDesktop, KeysAreForTheWindowWithTheKeyboardAlone) {
 
 TEST_F(KeyboardOnDesktop, F1AsksForHelpUnlessTheWindowTakesItForItself) {
   WithWindow([this] {
-    const HWND child = CreateChild(window_, kChildPlace, {.id = 33});
+    const HWND child = CreateChild(window_, kChildBounds, {.id = 33});
     ::SetFocus(child);
     bool takesIt = false;
     On(WM_KEYDOWN, [&](HWND who, WPARAM wParam, LPARAM lParam) -> LRESULT {

@@ -14,22 +14,22 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 // The window, the message, what is down with it, and its place.
-using Told = std::tuple<HWND, UINT, WPARAM, int, int>;
+using Notified = std::tuple<HWND, UINT, WPARAM, int, int>;
 
 class MouseOnDesktop : public WindowOnDesktop {
  protected:
   MouseOnDesktop() {
     for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
       On(message, [this, message](HWND window, WPARAM wParam, LPARAM lParam) -> LRESULT {
-        told_.emplace_back(window, message, wParam, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+        notified_.emplace_back(window, message, wParam, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
         return 0;
       });
     }
   }
   // What has been told since the last time.
-  std::vector<Told> Take() {
+  std::vector<Notified> Take() {
     PumpAll();
-    return std::exchange(told_, {});
+    return std::exchange(notified_, {});
   }
 
   static void Press(HWND window, QPoint place, Qt::MouseButton button = Qt::LeftButton,
@@ -46,24 +46,24 @@ class MouseOnDesktop : public WindowOnDesktop {
   // With a button down, as the toolkit tells it: to the widget where the button went down.
   static void Move(HWND window, QPoint place) { QTest::mouseMove(WidgetOf(window), place); }
 
-  std::vector<Told> told_;
+  std::vector<Notified> notified_;
 };
 
-TEST_F(MouseOnDesktop, ButtonsAreToldWithTheirPlaceAndWhatIsDown) {
+TEST_F(MouseOnDesktop, ButtonsAreNotifiedWithTheirPlaceAndWhatIsDown) {
   WithWindow([this] {
     Press(window_, {5, 6}, Qt::LeftButton, Qt::ShiftModifier);
     Press(window_, {5, 6}, Qt::RightButton, Qt::ControlModifier);
-    EXPECT_THAT(told_, IsEmpty()) << "told inside the desktop's event";
+    EXPECT_THAT(notified_, IsEmpty()) << "told inside the desktop's event";
     Release(window_, {7, 8}, Qt::LeftButton);
     Release(window_, {7, 8}, Qt::RightButton);
     QTest::mouseClick(WidgetOf(window_), Qt::MiddleButton, {}, {1, 2});
-    EXPECT_THAT(
-        Take(),
-        ElementsAre(
-            Told{window_, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, 5, 6},
-            Told{window_, WM_RBUTTONDOWN, MK_LBUTTON | MK_RBUTTON | MK_CONTROL, 5, 6},
-            Told{window_, WM_LBUTTONUP, MK_RBUTTON, 7, 8}, Told{window_, WM_RBUTTONUP, 0, 7, 8},
-            Told{window_, WM_MBUTTONDOWN, MK_MBUTTON, 1, 2}, Told{window_, WM_MBUTTONUP, 0, 1, 2}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, 5, 6},
+                                    Notified{window_, WM_RBUTTONDOWN,
+                                             MK_LBUTTON | MK_RBUTTON | MK_CONTROL, 5, 6},
+                                    Notified{window_, WM_LBUTTONUP, MK_RBUTTON, 7, 8},
+                                    Notified{window_, WM_RBUTTONUP, 0, 7, 8},
+                                    Notified{window_, WM_MBUTTONDOWN, MK_MBUTTON, 1, 2},
+                                    Notified{window_, WM_MBUTTONUP, 0, 1, 2}));
   });
 }
 
@@ -94,34 +94,34 @@ TEST_F(MouseOnDesktop, MovesThatWaitBecomeOneUnlessAButtonIsBetween) {
     Press(window_, {3, 3}, Qt::RightButton);
     Move(window_, {4, 4});
     Move(window_, {5, 5});
-    const std::vector<Told> told = Take();
+    const std::vector<Notified> told = Take();
     Release(window_, {5, 5}, Qt::RightButton);
     Release(window_, {5, 5});
-    EXPECT_THAT(told, ElementsAre(Told{window_, WM_LBUTTONDOWN, MK_LBUTTON, 1, 1},
-                                  Told{window_, WM_MOUSEMOVE, MK_LBUTTON, 3, 3},
-                                  Told{window_, WM_RBUTTONDOWN, MK_LBUTTON | MK_RBUTTON, 3, 3},
-                                  Told{window_, WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 5, 5}));
+    EXPECT_THAT(told, ElementsAre(Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 1, 1},
+                                  Notified{window_, WM_MOUSEMOVE, MK_LBUTTON, 3, 3},
+                                  Notified{window_, WM_RBUTTONDOWN, MK_LBUTTON | MK_RBUTTON, 3, 3},
+                                  Notified{window_, WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, 5, 5}));
   });
 }
 
-TEST_F(MouseOnDesktop, TheWindowUnderTheMouseIsToldWhetherAButtonIsDownOrNot) {
+TEST_F(MouseOnDesktop, TheWindowUnderTheMouseIsNotifiedWhetherAButtonIsDownOrNot) {
   WithWindow([this] {
     const HWND child = CreateChild(window_);
     CreateButton(window_);
     Move(window_, {3, 4});
     Move(child, {1, 2});
-    EXPECT_THAT(Take(), ElementsAre(Told{window_, WM_MOUSEMOVE, 0, 3, 4},
-                                    Told{child, WM_MOUSEMOVE, 0, 1, 2}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{window_, WM_MOUSEMOVE, 0, 3, 4},
+                                    Notified{child, WM_MOUSEMOVE, 0, 1, 2}));
     Press(child, {5, 5});
     Move(child, {60, 7});     // in the parent
     Move(child, {95, 5});     // over the button
     Move(child, {-50, -70});  // outside of all windows
     Move(child, {6, 7});
     Release(child, {70, 8});
-    EXPECT_THAT(Take(), ElementsAre(Told{child, WM_LBUTTONDOWN, MK_LBUTTON, 5, 5},
-                                    Told{window_, WM_MOUSEMOVE, MK_LBUTTON, 70, 27},
-                                    Told{child, WM_MOUSEMOVE, MK_LBUTTON, 6, 7},
-                                    Told{window_, WM_LBUTTONUP, 0, 80, 28}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{child, WM_LBUTTONDOWN, MK_LBUTTON, 5, 5},
+                                    Notified{window_, WM_MOUSEMOVE, MK_LBUTTON, 70, 27},
+                                    Notified{child, WM_MOUSEMOVE, MK_LBUTTON, 6, 7},
+                                    Notified{window_, WM_LBUTTONUP, 0, 80, 28}));
   });
 }
 
@@ -134,12 +134,12 @@ TEST_F(MouseOnDesktop, WhatIsDoneInADisabledWindowIsForTheOneAroundIt) {
     ::EnableWindow(button, FALSE);
     for (const HWND each : {child, inner, button})
       Click(each, {3, 4});
-    EXPECT_THAT(Take(), ElementsAre(Told{window_, WM_LBUTTONDOWN, MK_LBUTTON, 13, 24},
-                                    Told{window_, WM_LBUTTONUP, 0, 13, 24},
-                                    Told{window_, WM_LBUTTONDOWN, MK_LBUTTON, 18, 29},
-                                    Told{window_, WM_LBUTTONUP, 0, 18, 29},
-                                    Told{window_, WM_LBUTTONDOWN, MK_LBUTTON, 103, 24},
-                                    Told{window_, WM_LBUTTONUP, 0, 103, 24}));
+    EXPECT_THAT(Take(), ElementsAre(Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 13, 24},
+                                    Notified{window_, WM_LBUTTONUP, 0, 13, 24},
+                                    Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 18, 29},
+                                    Notified{window_, WM_LBUTTONUP, 0, 18, 29},
+                                    Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 103, 24},
+                                    Notified{window_, WM_LBUTTONUP, 0, 103, 24}));
     ::EnableWindow(window_, FALSE);
     Click(window_, {1, 2});
     Click(child, {1, 2});
@@ -169,7 +169,7 @@ TEST_F(MouseOnDesktop, OnlyClassesThatAskForThemHaveDoubleClicks) {
       Release(each, {5, 6});
     }
     std::vector<UINT> messages;
-    for (const Told& each : Take())
+    for (const Notified& each : Take())
       messages.push_back(std::get<UINT>(each));
     EXPECT_THAT(messages,
                 ElementsAre(WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDOWN, WM_LBUTTONUP,

@@ -41,7 +41,7 @@ class ScrollBarOnDesktop : public WindowOnDesktop {
   ScrollBarOnDesktop() {
     for (const UINT message : {WM_VSCROLL, WM_HSCROLL}) {
       On(message, [this, message](HWND window, WPARAM wParam, LPARAM) -> LRESULT {
-        told_.emplace_back(LOWORD(wParam), HIWORD(wParam));
+        notified_.emplace_back(LOWORD(wParam), HIWORD(wParam));
         if (follows_ && LOWORD(wParam) == SB_LINEDOWN) {
           ::SetScrollPos(window, message == WM_VSCROLL ? SB_VERT : SB_HORZ, 5, TRUE);
         }
@@ -70,10 +70,10 @@ class ScrollBarOnDesktop : public WindowOnDesktop {
   }
   std::vector<std::pair<int, int>> Take() {
     PumpAll();
-    return std::exchange(told_, {});
+    return std::exchange(notified_, {});
   }
 
-  std::vector<std::pair<int, int>> told_;
+  std::vector<std::pair<int, int>> notified_;
   bool follows_ = false;
 };
 
@@ -94,7 +94,7 @@ TEST_F(ScrollBarOnDesktop, TheBarsLieBesideTheClientAreaAndAboveChildren) {
   });
 }
 
-TEST_F(ScrollBarOnDesktop, AClickIsToldAndTheProcedureMovesTheBar) {
+TEST_F(ScrollBarOnDesktop, AClickIsNotifiedAndTheProcedureMovesTheBar) {
   const std::pair<QStyle::SubControl, int> cases[] = {{QStyle::SC_ScrollBarAddLine, SB_LINEDOWN},
                                                       {QStyle::SC_ScrollBarSubLine, SB_LINEUP},
                                                       {QStyle::SC_ScrollBarAddPage, SB_PAGEDOWN},
@@ -104,7 +104,7 @@ TEST_F(ScrollBarOnDesktop, AClickIsToldAndTheProcedureMovesTheBar) {
       QScrollBar* bar = Bar(orientation);
       for (const auto& [part, request] : cases) {
         Click(bar, part);
-        EXPECT_THAT(told_, IsEmpty()) << "told inside the desktop's event";
+        EXPECT_THAT(notified_, IsEmpty()) << "told inside the desktop's event";
         EXPECT_THAT(Take(), ElementsAre(Pair(request, 0), Pair(SB_ENDSCROLL, 0)));
         EXPECT_EQ(bar->value(), 4) << "it moves by itself";
         EXPECT_EQ(bar->sliderPosition(), 4);
@@ -127,9 +127,9 @@ TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt
     SendMouse(bar, QEvent::MouseButtonPress, thumb);
     SendMouse(bar, QEvent::MouseMove, thumb + QPoint(0, 40));
     PumpAll();
-    ASSERT_FALSE(told_.empty());
-    const int place = told_.back().second;
-    EXPECT_EQ(told_.back().first, SB_THUMBTRACK);
+    ASSERT_FALSE(notified_.empty());
+    const int place = notified_.back().second;
+    EXPECT_EQ(notified_.back().first, SB_THUMBTRACK);
     EXPECT_GT(place, 4);
     EXPECT_EQ(bar->sliderPosition(), place);
     SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};

@@ -24,7 +24,7 @@ struct WindowTraits {
 class WindowOnDesktop : public ::testing::Test {
  protected:
   static constexpr RECT kPlace = {60, 70, 260, 170};
-  static constexpr RECT kChildPlace = {10, 20, 60, 50};
+  static constexpr RECT kChildBounds = {10, 20, 60, 50};
 
   WindowOnDesktop();
   ~WindowOnDesktop() override { current_ = nullptr; }
@@ -42,7 +42,7 @@ class WindowOnDesktop : public ::testing::Test {
 
   static HWND Create(DWORD style = WS_VISIBLE, RECT place = kPlace, HWND parent = nullptr,
                      const WindowTraits& traits = {});
-  static HWND CreateChild(HWND parent, RECT place = kChildPlace, const WindowTraits& traits = {}) {
+  static HWND CreateChild(HWND parent, RECT place = kChildBounds, const WindowTraits& traits = {}) {
     return Create(WS_CHILD | WS_VISIBLE, place, parent, traits);
   }
   static HWND CreateButton(HWND parent, RECT place = {100, 20, 150, 50});

@@ -15,7 +15,7 @@ using ::testing::ElementsAre;
 
 TEST_F(WindowOnDesktop, AWindowAndItsChildAreWhereTheyWerePut) {
   WithWindow([this] {
-    const HWND child = CreateChild(window_, kChildPlace, {.id = 1056});
+    const HWND child = CreateChild(window_, kChildBounds, {.id = 1056});
     QWidget* widget = WidgetOf(window_);
     ASSERT_NE(widget, nullptr);
     EXPECT_TRUE(widget->isVisible());
@@ -36,7 +36,7 @@ TEST_F(WindowOnDesktop, AWindowAndItsChildAreWhereTheyWerePut) {
   });
 }
 
-TEST_F(WindowOnDesktop, WhereTheUserPutsAWindowIsTold) {
+TEST_F(WindowOnDesktop, WhereTheUserPutsAWindowIsNotified) {
   WithWindow([this] {
     std::vector<LPARAM> told;
     for (const UINT message : {WM_MOVE, WM_SIZE}) {
@@ -89,7 +89,7 @@ TEST_F(WindowOnDesktop, WhatTheUserDoesArrivesWhateverMessageIsWaitedFor) {
   });
 }
 
-TEST_F(WindowOnDesktop, TheKeyboardIsWhereTheUserAndTheProgramPutIt) {
+TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutIt) {
   WithWindow([this] {
     const HWND first = CreateChild(window_);
     const HWND second = CreateChild(window_, {70, 20, 120, 50});
@@ -116,7 +116,7 @@ TEST_F(WindowOnDesktop, TheKeyboardIsWhereTheUserAndTheProgramPutIt) {
   });
 }
 
-TEST_F(WindowOnDesktop, WhenADialogGoesItsOwnerHasTheKeyboardAgain) {
+TEST_F(WindowOnDesktop, WhenADialogGoesItsOwnerHasTheFocusAgain) {
   WithWindow([this] {
     const HWND child = CreateChild(window_);
     ::SetFocus(child);

@@ -23,7 +23,7 @@ class FocusTest : public ::testing::Test {
   const HWND second_ = Recording::Create(L"second", window_, WS_CHILD | WS_VISIBLE);
 };
 
-TEST_F(FocusTest, BothWindowsAreToldWhoTheOtherIs) {
+TEST_F(FocusTest, BothWindowsAreNotifiedWhoTheOtherIs) {
   std::vector<HWND> others;
   const Recording::Answer note = [&](HWND, UINT, WPARAM wParam, LPARAM) -> LRESULT {
     others.push_back(reinterpret_cast<HWND>(wParam));
@@ -75,7 +75,7 @@ TEST_F(FocusTest, AWindowThatGivesItAwayWhenItLosesItIsObeyed) {
   EXPECT_EQ(::GetFocus(), window_);
 }
 
-TEST_F(FocusTest, AnotherWindowsActivationIsToldToBoth) {
+TEST_F(FocusTest, AnotherWindowsActivationIsNotifiedToBoth) {
   const HWND other = Recording::Create(L"other");
   recording_.Take();
   EXPECT_TRUE(::SetForegroundWindow(other));

@@ -30,7 +30,7 @@ class ScrollBars : public ::testing::Test {
   const HWND window_ = Recording::Create({}, nullptr, 0, kPlace);
 };
 
-TEST_F(ScrollBars, ABarTakesRoomOfTheClientAreaAndThatIsToldOnce) {
+TEST_F(ScrollBars, ABarTakesRoomOfTheClientAreaAndThatIsNotifiedOnce) {
   ASSERT_EQ(::GetSystemMetrics(SM_CXVSCROLL), 17);
   ASSERT_EQ(::GetSystemMetrics(SM_CYHSCROLL), 17);
   EXPECT_TRUE(::ShowScrollBar(window_, SB_BOTH, TRUE));

@@ -92,7 +92,7 @@ TEST(WindowDestruction, AWindowMayEndInAnyOfItsMessages) {
   }
 }
 
-TEST_F(WindowTest, OwnedWindowsGoBeforeTheirOwnerIsToldAndChildrenAfterwards) {
+TEST_F(WindowTest, OwnedWindowsGoBeforeTheirOwnerIsNotifiedAndChildrenAfterwards) {
   const HWND parent = Recording::Create(L"parent");
   const HWND child = Recording::Create(L"child", parent, WS_CHILD);
   Recording::Create(L"grandchild", child, WS_CHILD);

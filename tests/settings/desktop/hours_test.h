@@ -35,7 +35,7 @@ class HoursUser {
     script_.Do([&] {
       QTest::mouseEvent(action, window_->windowHandle(), Qt::LeftButton, Qt::NoModifier, pointer_);
     });
-    AwaitHeard();
+    AwaitReceived();
   }
   // Into the cell, its middle or so many pixels right of it.
   void MoveTo(GridCell cell, int offset = 0) {
@@ -43,7 +43,7 @@ class HoursUser {
       pointer_ = grid_->mapTo(window_, MiddleOf(cell) + QPoint(offset, 0));
       QTest::mouseMove(window_->windowHandle(), pointer_);
     });
-    AwaitHeard();
+    AwaitReceived();
   }
   void Click(GridCell cell) {
     MoveTo(cell);
@@ -84,7 +84,7 @@ class HoursUser {
     return {cell.col == 0 ? 30 : 60 + (cell.col - 1) * 19 + 9,
             cell.row == 0 ? 10 : 21 + (cell.row - 1) * 19 + 9};
   }
-  void AwaitHeard() {
+  void AwaitReceived() {
     script_.Await(
         [] {
           MSG message;

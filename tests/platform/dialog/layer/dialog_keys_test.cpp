@@ -56,7 +56,7 @@ class DialogKeys : public ::testing::Test {
   ScriptedDialog dialog_;
 };
 
-TEST_F(DialogKeys, TabAndArrowsMoveTheKeyboard) {
+TEST_F(DialogKeys, TabAndArrowsMoveTheFocus) {
   EXPECT_EQ(Run([](DesktopScript& user, QWidget*) {
               AwaitFocus(user, kName);
               user.Key(Qt::Key_Backtab, Qt::ShiftModifier);
@@ -107,7 +107,7 @@ TEST_F(DialogKeys, ClicksAndTheCloseBoxEndItToo) {
             IDCANCEL);
 }
 
-TEST_F(DialogKeys, F1AsksForTheHelpOfTheControlWithTheKeyboard) {
+TEST_F(DialogKeys, F1AsksForTheHelpOfTheControlWithTheFocus) {
   using Request = std::tuple<UINT, int, int, DWORD_PTR>;
   std::vector<Request> requests;
   dialog_.On(WM_HELP, [&](HWND, WPARAM, LPARAM lParam) -> INT_PTR {

@@ -69,7 +69,7 @@ TEST_F(SheetUser, APageThatDoesNotLetGoKeepsItsTab) {
       user.Do([&] { QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center()); });
     };
     click();
-    user.Await([&] { return sheet_.Told().back() == "a: kill active"; }, "refusal");
+    user.Await([&] { return sheet_.Notified().back() == "a: kill active"; }, "refusal");
     user.Await([&] { return tabs->currentIndex() == 0; }, "tab of page a");
     user.Do([&] { sheet_.Answer(PSN_KILLACTIVE, FALSE); });
     click();

@@ -40,7 +40,7 @@ TEST(TemplateChoice, UnknownStylesClassesAndNamesMakeNoDialog) {
   constexpr DWORD kUnknownStyle = 0x1000;
   const LPCWSTR style = AddTemplate(TemplateBytes(kDialogStyle | kUnknownStyle, {}, u"T"));
   const LPCWSTR item = AddTemplate(
-      TemplateBytes(kDialogStyle, {}, u"T").Item(u"Unheard of", 1, kItem, {0, 0, 9, 9}, u""));
+      TemplateBytes(kDialogStyle, {}, u"T").Item(u"Missed of", 1, kItem, {0, 0, 9, 9}, u""));
   ScriptedDialog dialog;
   ExpectFailures({
       {"style", [&] { return dialog.Create(style); }, ERROR_INVALID_PARAMETER},

@@ -61,7 +61,7 @@ TEST_F(ModuleTest, HasItsOwnExportsUntilItHasBeenFreedAsOftenAsLoaded) {
   EXPECT_EQ(Lookup(module, "SampleAnswer"), ERROR_INVALID_HANDLE);
 }
 
-TEST_F(ModuleTest, AFileThatIsNoModuleIsToldFromAMissingOne) {
+TEST_F(ModuleTest, AFileThatIsNoModuleIsNotifiedFromAMissingOne) {
   std::ofstream(machine_.ProgramFolder() / "broken.so") << "not a module";
   EXPECT_EQ(ErrorOf(::LoadLibraryW(L"broken.dll")), ERROR_BAD_EXE_FORMAT);
   EXPECT_EQ(ErrorOf(::LoadLibraryW(L"missing.dll")), ERROR_MOD_NOT_FOUND);

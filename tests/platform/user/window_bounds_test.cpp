@@ -13,7 +13,7 @@ std::vector<LONG> Numbers(const RECT& rect) {
   return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-class WindowPlace : public ::testing::Test {
+class WindowBounds : public ::testing::Test {
  protected:
   std::vector<LONG> ChildOnScreen() const {
     RECT place{};
@@ -26,7 +26,7 @@ class WindowPlace : public ::testing::Test {
   const HWND child_ = Recording::Create(L"child", parent_, WS_CHILD, {10, 20, 40, 60});
 };
 
-TEST_F(WindowPlace, AChildLiesInItsParentAndIsToldSoAndGoesWithIt) {
+TEST_F(WindowBounds, AChildLiesInItsParentAndIsNotifiedSoAndGoesWithIt) {
   EXPECT_THAT(recording_.Take(),
               ElementsAre("parent:NCCREATE", "parent:CREATE", "child:NCCREATE", "child:CREATE",
                           "child:SIZE 30,40", "child:MOVE 10,20"));
@@ -38,7 +38,7 @@ TEST_F(WindowPlace, AChildLiesInItsParentAndIsToldSoAndGoesWithIt) {
   EXPECT_THAT(Numbers(area), ElementsAre(0, 0, 30, 40));
 }
 
-TEST_F(WindowPlace, OnlyWhatChangesIsTold) {
+TEST_F(WindowBounds, OnlyWhatChangesIsNotified) {
   const struct {
     int x, y, width, height;
     UINT flags;
@@ -62,7 +62,7 @@ TEST_F(WindowPlace, OnlyWhatChangesIsTold) {
   }
 }
 
-TEST_F(WindowPlace, APointOfTheScreenIsOneOfTheWindow) {
+TEST_F(WindowBounds, APointOfTheScreenIsOneOfTheWindow) {
   const std::tuple<HWND, LONG, LONG> cases[] = {
       {child_, 1, 2}, {parent_, 11, 22}, {::GetDesktopWindow(), 111, 72}};
   for (const auto& [window, x, y] : cases) {
@@ -73,7 +73,7 @@ TEST_F(WindowPlace, APointOfTheScreenIsOneOfTheWindow) {
   }
 }
 
-TEST_F(WindowPlace, ParentsOwnersAndChildrenAreTold) {
+TEST_F(WindowBounds, ParentsOwnersAndChildrenAreNotified) {
   const HWND grandchild = Recording::Create(L"", child_, WS_CHILD);
   const HWND owned = Recording::Create(L"", parent_, WS_POPUP);
   EXPECT_EQ(::GetParent(grandchild), child_);
@@ -86,7 +86,7 @@ TEST_F(WindowPlace, ParentsOwnersAndChildrenAreTold) {
   EXPECT_FALSE(::IsChild(parent_, owned));
 }
 
-TEST_F(WindowPlace, TheScreensWindowIsNobodysToEndOrToWriteTo) {
+TEST_F(WindowBounds, TheScreensWindowIsNobodysToEndOrToWriteTo) {
   const HWND desktop = ::GetDesktopWindow();
   EXPECT_TRUE(::IsWindow(desktop));
   EXPECT_EQ(desktop, ::GetDesktopWindow());

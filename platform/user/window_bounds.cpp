@@ -1,4 +1,4 @@
-#include "platform/user/window_place.h"
+#include "platform/user/window_bounds.h"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ bool HasSize(const RECT& one, const RECT& other) {
   return HasWidth(one, other) && HasHeight(one, other);
 }
 
-void TellSize(const Window& window) {
+void NotifySize(const Window& window) {
   const RECT area = ClientAreaOf(window);
   window.CallProcedure(WM_SIZE, SIZE_RESTORED, MAKELPARAM(area.right, area.bottom));
 }
@@ -55,7 +55,7 @@ RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT fla
 void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT flags) {
   const bool activate =
       !window->IsChild() && (flags & (SWP_NOACTIVATE | SWP_NOZORDER | SWP_HIDEWINDOW)) == 0;
-  PlaceWindow(*window, place);
+  SetWindowBounds(*window, place);
   if (!window->IsLive()) return;
   if ((flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0) {
     SetShown(window, (flags & SWP_SHOWWINDOW) != 0, activate);
@@ -71,13 +71,13 @@ bool OriginOf(HWND window, POINT& origin) {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return false;
   return RunOnOwner(found, [&] {
-    const RECT place = ScreenPlaceOf(*found);
+    const RECT place = ScreenBoundsOf(*found);
     origin = {place.left, place.top};
   });
 }
 
 // Whether a rectangle of the window is asked for as documented. Sets the last error.
-bool PlaceOnScreen(HWND window, RECT* wanted, RECT& place) {
+bool BoundsOnScreen(HWND window, RECT* wanted, RECT& place) {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return false;
   if (wanted == nullptr) {
@@ -89,64 +89,64 @@ bool PlaceOnScreen(HWND window, RECT* wanted, RECT& place) {
     place = {0, 0, screen.cx, screen.cy};
     return true;
   }
-  return RunOnOwner(found, [&] { place = ScreenPlaceOf(*found); });
+  return RunOnOwner(found, [&] { place = ScreenBoundsOf(*found); });
 }
 
 }  // namespace
 
-RECT ScreenPlaceOf(const Window& window) {
-  RECT place = window.Place();
+RECT ScreenBoundsOf(const Window& window) {
+  RECT place = window.Bounds();
   const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
   if (parent == nullptr) return place;
-  const RECT outer = ScreenPlaceOf(*parent);
+  const RECT outer = ScreenBoundsOf(*parent);
   return {place.left + outer.left, place.top + outer.top, place.right + outer.left,
           place.bottom + outer.top};
 }
 
-void PlaceWindow(Window& window, const RECT& place) {
-  const RECT before = window.Place();
+void SetWindowBounds(Window& window, const RECT& place) {
+  const RECT before = window.Bounds();
   if (IsAt(before, place) && HasSize(before, place)) return;
-  window.SetPlace(place);
+  window.SetBounds(place);
   DamageAfterSizing(window, before);
-  TellPlaceChange(window, before);
+  NotifyBoundsChange(window, before);
 }
 
 RECT ClientAreaOf(const Window& window) {
   const SIZE taken = TakenByScrollBars(window);
-  const RECT& place = window.Place();
+  const RECT& place = window.Bounds();
   return {0, 0, std::max(place.right - place.left - taken.cx, LONG{0}),
           std::max(place.bottom - place.top - taken.cy, LONG{0})};
 }
 
 void DamageAfterSizing(Window& window, const RECT& before) {
-  DamageWhatClassWants(window, before, window.Place());
+  DamageWhatClassWants(window, before, window.Bounds());
 }
 
-void TellClientChange(Window& window, const RECT& before) {
+void NotifyClientChange(Window& window, const RECT& before) {
   const RECT area = ClientAreaOf(window);
   if (HasSize(area, before)) return;
   DamageWhatClassWants(window, before, area);
-  TellSize(window);
+  NotifySize(window);
 }
 
-void TellPlaceChange(const Window& window, const RECT& before) {
-  const RECT place = window.Place();
+void NotifyBoundsChange(const Window& window, const RECT& before) {
+  const RECT place = window.Bounds();
   if (!IsAt(before, place)) {
     window.CallProcedure(WM_MOVE, 0, MAKELPARAM(place.left, place.top));
   }
   if (window.IsLive() && !HasSize(before, place)) {
-    TellSize(window);
+    NotifySize(window);
   }
 }
 
-void TellPlace(Window& window) {
-  window.NotePlaceTold();
-  TellSize(window);
+void NotifyBounds(Window& window) {
+  window.NoteBoundsSent();
+  NotifySize(window);
   if (!window.IsLive()) return;
-  window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.Place().left, window.Place().top));
+  window.CallProcedure(WM_MOVE, 0, MAKELPARAM(window.Bounds().left, window.Bounds().top));
 }
 
-RECT PlaceAsGiven(int x, int y, int width, int height) {
+RECT BoundsAsGiven(int x, int y, int width, int height) {
   const SIZE screen = x == CW_USEDEFAULT || width == CW_USEDEFAULT ? ScreenSize() : SIZE{};
   const RECT origin =
       x == CW_USEDEFAULT ? RECT{screen.cx / 8, screen.cy / 8, 0, 0} : RECT{x, y, 0, 0};
@@ -169,9 +169,11 @@ BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width,
     ::SetLastError(reorders ? ERROR_INVALID_PARAMETER : ERROR_INVALID_FLAGS);
     return FALSE;
   }
-  return RunOnOwner(
-             found,
-             [&] { Rearrange(found, PlaceFor(found->Place(), x, y, width, height, flags), flags); })
+  return RunOnOwner(found,
+                    [&] {
+                      Rearrange(found, PlaceFor(found->Bounds(), x, y, width, height, flags),
+                                flags);
+                    })
              ? TRUE
              : FALSE;
 } catch (...) {
@@ -189,7 +191,7 @@ BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL re
 
 BOOL WINAPI GetWindowRect(HWND window, LPRECT place) try {
   RECT found{};
-  if (!PlaceOnScreen(window, place, found)) return FALSE;
+  if (!BoundsOnScreen(window, place, found)) return FALSE;
   *place = found;
   return TRUE;
 } catch (...) {
