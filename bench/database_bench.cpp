@@ -1,5 +1,5 @@
-// What the query layer costs on top of the bare database: each pair runs the same statement on the
-// same file, turn by turn in one process, and reports the medians and their ratio.
+// Measures the overhead of the query layer on top of the bare database. Each pair runs the same
+// statement on the same file, alternating in one process, and reports the medians and their ratio.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -20,7 +20,7 @@
 namespace quillgate {
 namespace {
 
-// Ten users over ten years, one session every five minutes or so.
+// Ten users over ten years, one session about every five minutes.
 constexpr char kFillLog[] =
     "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 999999) "
     "INSERT INTO ConnLog SELECT 'User' || (i * 7 % 10), CAST(i % 7200 AS TEXT), "
@@ -38,7 +38,7 @@ class BareConnection {
 
   void Execute(const char* sql) { Check(sqlite3_exec(database_, sql, nullptr, nullptr, nullptr)); }
 
-  // The table interface, once.
+  // Runs the statement once through the table interface of the database.
   void GetTable(const char* sql) {
     char** table = nullptr;
     int rows = 0;
@@ -58,7 +58,7 @@ class BareConnection {
   sqlite3* database_ = nullptr;
 };
 
-// One file with a full log, opened both ways.
+// One file with a full log, opened through the layer and directly.
 struct Setting {
   Setting() : bare((machine.ProgramFolder() / "quillgate.dat").string()) {
     Settings(database).SetSetting(SettingKey::kLogonSystem, L"QUILLGATE");
@@ -91,7 +91,7 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
-// Runs both turn by turn, with each as often first as second.
+// Runs both alternately, each equally often first and second.
 template <class Bare, class Layer>
 void Compare(benchmark::State& state, Bare bare, Layer layer) {
   std::vector<double> bareTimes;
@@ -134,7 +134,7 @@ void TenThousandRowsOfFiveColumns(benchmark::State& state) {
                  "SELECT StartDate, User, Seconds, BytesRecv, BytesSent FROM ConnLog LIMIT 10000;");
 }
 
-// Against the fastest that the database can do: a statement compiled beforehand, on the same index.
+// Compares with the fastest way to query the database: a prepared statement on the same index.
 void CompareMonthTotals(benchmark::State& state, const std::wstring& user,
                         const std::string& condition) {
   Setting& setting = TheSetting();

@@ -1,6 +1,6 @@
-// What the gate costs: the time of a change with everything that belongs to it, and the throughput
-// of the machine with an open gate, and of local traffic past a closed one, in proportion to that
-// of a machine that never had one. In network namespaces of its own.
+// Measures the cost of the gate: the time of a complete change, and the throughput with an open
+// gate, and of local traffic past a closed one, as ratios to the throughput without a gate. Runs in
+// network namespaces of its own.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -58,7 +58,7 @@ double BytesPerSecond(int socket, Seconds duration) {
   return static_cast<double>(bytes) / Seconds(Clock::now() - start).count();
 }
 
-// Turn and turn about, so that whatever else the machine does hits all alike.
+// The three states alternate, so that other load on the machine affects all of them alike.
 void Throughput(benchmark::State& state) {
   const std::string reason = lab::NetworkNamespace::WhyNot();
   if (!reason.empty()) return state.SkipWithError(reason.c_str());

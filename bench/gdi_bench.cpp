@@ -1,6 +1,6 @@
-// What a screen full of cells costs to paint with the calls that a grid makes: a framed box and a
-// text in each, in a bitmap in memory, on the desktop without a screen. The bare alternative is to
-// fill the same boxes and do nothing else.
+// Measures how long a screen full of cells takes to paint with the calls of a grid: a framed
+// rectangle and a text in each cell, on a bitmap in memory, on a desktop without a screen. The bare
+// alternative only fills the same rectangles.
 #include <windows.h>
 
 #include <benchmark/benchmark.h>
@@ -17,7 +17,7 @@ constexpr int kCells = kColumns * kRows;
 constexpr int kCellWidth = 48;
 constexpr int kCellHeight = 21;
 
-// A thread with a window, so that the desktop is there to stay, and a bitmap to draw on.
+// A window, which keeps the desktop open, and a bitmap to draw on.
 class Screen {
  public:
   Screen() {
@@ -32,11 +32,11 @@ class Screen {
     const HDC screen = ::GetDC(nullptr);
     bitmap_ = ::CreateCompatibleBitmap(screen, kColumns * kCellWidth + 1, kRows * kCellHeight + 1);
     ::ReleaseDC(nullptr, screen);
-    before_ = ::SelectObject(context_, bitmap_);
+    previous_ = ::SelectObject(context_, bitmap_);
     ::SetBkMode(context_, TRANSPARENT);
   }
   ~Screen() {
-    ::SelectObject(context_, before_);
+    ::SelectObject(context_, previous_);
     ::DeleteDC(context_);
     ::DeleteObject(bitmap_);
     ::DestroyWindow(window_);
@@ -50,7 +50,7 @@ class Screen {
   HWND window_;
   HDC context_;
   HBITMAP bitmap_;
-  HGDIOBJ before_;
+  HGDIOBJ previous_;
 };
 
 RECT CellAt(int index) {
@@ -59,7 +59,7 @@ RECT CellAt(int index) {
   return {left, top, left + kCellWidth + 1, top + kCellHeight + 1};
 }
 
-// What a cell is drawn with, in the font of grids.
+// The pen, brush and font of a cell, as in a grid.
 struct Tools {
   HPEN pen = ::CreatePen(PS_SOLID, 1, RGB(220, 220, 220));
   HBRUSH brush = ::CreateSolidBrush(RGB(255, 255, 255));
@@ -112,7 +112,7 @@ void PaintCells(benchmark::State& state, const std::wstring& format) {
 BENCHMARK_CAPTURE(PaintCells, Numbers, L"")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PaintCells, EndInDots, L"Too long ")->Unit(benchmark::kMillisecond);
 
-// Every text of every painting is another one.
+// Every text is drawn only once.
 void PaintNewTexts(benchmark::State& state) {
   const Screen screen;
   const Tools tools;

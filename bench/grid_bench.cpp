@@ -1,6 +1,6 @@
-// What the grid control costs through its window: storing and finding cells by message, painting a
-// full screen of them, scrolling through them. The bare alternative of storing and finding is
-// one map of texts by row and column.
+// Measures the cost of the grid control through its window: storing and finding cells by message,
+// painting a full screen of them, scrolling through them. The bare alternative of storing and
+// finding is one map of texts by row and column.
 #include <windows.h>
 
 #include <benchmark/benchmark.h>
@@ -45,7 +45,7 @@ std::vector<GridCell> ShuffledCells() {
   return cells;
 }
 
-// Every one is different; every second one is a number.
+// All texts are different; every second one is a number.
 std::vector<std::wstring> Texts() {
   std::vector<std::wstring> texts;
   texts.reserve(kCells);
@@ -62,13 +62,13 @@ double SecondsOf(const Work& work) {
   return Seconds(Clock::now() - start).count();
 }
 
-void LetMessagesFlow() {
+void PumpMessages() {
   MSG message;
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
     ::DispatchMessageW(&message);
 }
 
-// A grid as large as a screen, shown on a desktop that nobody sees.
+// A grid as large as a screen, shown on a simulated desktop.
 class Screen {
  public:
   Screen() {
@@ -82,7 +82,7 @@ class Screen {
                               nullptr, nullptr, nullptr);
     grid_ = ::CreateWindowExW(0, kGridClassName, L"", WS_CHILD | WS_VISIBLE, 0, 0, kWidth, kHeight,
                               host_, reinterpret_cast<HMENU>(UINT_PTR{500}), nullptr, nullptr);
-    LetMessagesFlow();
+    PumpMessages();
   }
   ~Screen() { ::DestroyWindow(host_); }
   Screen(const Screen&) = delete;
@@ -98,11 +98,11 @@ class Screen {
     for (std::size_t i = 0; i < cells.size(); ++i)
       SendCell(GCM_SETCELL, cells[i], texts[i].c_str());
   }
-  // A frame: scrolled, painted, and what comes of it done.
+  // One frame: scrolls, paints, and pumps the messages that follow.
   void Scroll(WORD request) const {
     Send(WM_VSCROLL, request);
     ::UpdateWindow(grid_);
-    LetMessagesFlow();
+    PumpMessages();
   }
   int FirstRow() const { return ::GetScrollPos(grid_, SB_VERT); }
 
@@ -147,7 +147,7 @@ void StoreInOrder(benchmark::State& state) {
 }
 BENCHMARK(StoreInOrder)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
-// Rows are added as they come.
+// The grid grows with each new row.
 void StoreGrowing(benchmark::State& state) {
   Store(state, AllCells(), true);
 }
@@ -195,20 +195,21 @@ void PaintScreen(benchmark::State& state) {
       cells.push_back({row, col});
   }
   screen.Fill(cells, Texts());
-  LetMessagesFlow();
+  PumpMessages();
   for (auto _ : state)
     screen.Send(GCM_REFRESH);
   state.counters["cells"] = 1080 / 21 * (1920 / 50);
 }
 BENCHMARK(PaintScreen)->Unit(benchmark::kMillisecond);
 
-// Line by line, a thousand lines each from the first row, from the middle and to the last row.
+// Scrolls line by line, a thousand lines each from the first row, from the middle and to the last
+// row.
 void ScrollByLines(benchmark::State& state) {
   constexpr std::int32_t kLines = 1000;
   const Screen screen;
   screen.Send(GCM_SETSIZE, kRows, kCols);
   screen.Fill(AllCells(), Texts());
-  LetMessagesFlow();
+  PumpMessages();
   for (auto _ : state) {
     for (const std::int32_t start : {1, kRows / 2, kRows - kLines}) {
       screen.Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, start));
@@ -221,12 +222,12 @@ void ScrollByLines(benchmark::State& state) {
 }
 BENCHMARK(ScrollByLines)->UseRealTime()->Iterations(1)->Unit(benchmark::kSecond);
 
-// Page by page from the first row to the last, so that every row is painted once.
+// Scrolls page by page from the first row to the last, so that every row is painted once.
 void ScrollThroughAllRows(benchmark::State& state) {
   const Screen screen;
   screen.Send(GCM_SETSIZE, kRows, kCols);
   screen.Fill(AllCells(), Texts());
-  LetMessagesFlow();
+  PumpMessages();
   double frames = 0;
   for (auto _ : state) {
     screen.Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 1));

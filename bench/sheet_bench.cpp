@@ -1,5 +1,6 @@
-// What the connection sheet costs: opening and closing it, and one refresh of its live page, on the
-// desktop without a screen. The bare alternative of a refresh is to set the same texts once more.
+// Measures the cost of the connection sheet: opening and closing it, and one refresh of its live
+// page, on a desktop without a screen. The bare alternative of a refresh is to set the same texts
+// once more.
 #include <windows.h>
 
 #include <benchmark/benchmark.h>
@@ -25,12 +26,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-// The common user of a machine with one card and some thousand finished sessions.
+// The common user on a machine with one network card and some thousand finished sessions.
 class Office {
  public:
   Office() {
     machine_.UseDesktop();
-    lasting_.emplace();
+    keepAlive_.emplace();
     machine_.Interfaces().Set({platform::SimulatedCard(2, L"eth0")});
     machine_.AddIpFilterDriver();
     machine_.AddDriver(L"QGIpHook", L"QGIpHook");
@@ -61,7 +62,7 @@ class Office {
   }
 
   platform::SimulatedMachine machine_;
-  std::optional<HiddenWindow> lasting_;  // keeps the desktop from sheet to sheet
+  std::optional<HiddenWindow> keepAlive_;  // keeps the desktop open between sheets
   Database database_;
   Settings settings_{database_};
   MessageCatalogue catalogue_;
@@ -93,7 +94,7 @@ double MedianMilliseconds(int times, const Work& work) {
 }
 
 constexpr UINT kTimerMilliseconds = 10;
-// The live page's own timer.
+// The timer of the live page.
 constexpr WPARAM kRefreshTimer = 1;
 
 struct RefreshCost {
@@ -102,7 +103,7 @@ struct RefreshCost {
 };
 RefreshCost refreshCost;
 
-// Presses Close as soon as the sheet is there.
+// Presses Close once the sheet is active.
 void CALLBACK CloseSheet(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
   const HWND sheet = ::GetActiveWindow();
   if (sheet == nullptr) return;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr int kPointsPerInch = 72;
 constexpr BYTE kAntiAliasedQuality = 4;
-// How far the shadow lies from the text, and the text from where it was asked for. The two ways of
-// drawing place them differently.
+// Offsets in pixels: of the shadow from the text, and of the text from the caller's position. GDI+
+// and GDI use different ones.
 constexpr float kGdiPlusShadow = 2.5F;
 constexpr int kGdiShadowX = 6;
 constexpr int kGdiShadowY = 2;
@@ -21,18 +21,20 @@ DWORD Opaque(COLORREF colour) {
          static_cast<DWORD>(GetGValue(colour)) << 8 | GetBValue(colour);
 }
 
-// Owns an object of GDI+ through the function that deletes it.
+// Owns a GDI+ object; the deleter is the GDI+ function that deletes it.
 template <class Object>
 using Owned = std::unique_ptr<Object, int(WINAPI*)(Object*)>;
 
-// What it takes to write with GDI+ on a device context. Each part is null when it cannot be made.
-struct Pen {
+// The GDI+ objects for drawing text on a device context. An object that could not be created is
+// null.
+struct TextObjects {
   Owned<GdiPlusGraphics> graphics;
   Owned<GdiPlusFontFamily> family;
   Owned<GdiPlusFont> font;
 };
 
-Pen MakePen(const GdiPlusFunctions& gdiPlus, HDC context, const BannerFont& look) {
+TextObjects CreateTextObjects(const GdiPlusFunctions& gdiPlus, HDC context,
+                              const BannerFont& look) {
   GdiPlusGraphics* graphics = nullptr;
   GdiPlusFontFamily* family = nullptr;
   GdiPlusFont* font = nullptr;
@@ -47,15 +49,15 @@ Pen MakePen(const GdiPlusFunctions& gdiPlus, HDC context, const BannerFont& look
           {font, gdiPlus.deleteFont}};
 }
 
-bool Write(const GdiPlusFunctions& gdiPlus, const Pen& pen, const std::wstring& text, float x,
-           float y, COLORREF colour) {
-  GdiPlusBrush* made = nullptr;
-  gdiPlus.createSolidFill(Opaque(colour), &made);
-  const Owned<GdiPlusBrush> brush(made, gdiPlus.deleteBrush);
-  const GdiPlusRectangle place{x, y, 0, 0};
+bool Write(const GdiPlusFunctions& gdiPlus, const TextObjects& objects, const std::wstring& text,
+           float x, float y, COLORREF colour) {
+  GdiPlusBrush* created = nullptr;
+  gdiPlus.createSolidFill(Opaque(colour), &created);
+  const Owned<GdiPlusBrush> brush(created, gdiPlus.deleteBrush);
+  const GdiPlusRectangle layout{x, y, 0, 0};
   return brush != nullptr &&
-         gdiPlus.drawString(pen.graphics.get(), text.c_str(), static_cast<int>(text.size()),
-                            pen.font.get(), &place, nullptr, brush.get()) == 0;
+         gdiPlus.drawString(objects.graphics.get(), text.c_str(), static_cast<int>(text.size()),
+                            objects.font.get(), &layout, nullptr, brush.get()) == 0;
 }
 
 FontHandle MakeFont(HDC context, const BannerFont& look) {
@@ -81,14 +83,14 @@ void BannerTextDrawer::Draw(HDC context, int x, int y, const std::wstring& text)
 
 bool BannerTextDrawer::DrawWithGdiPlus(const GdiPlusFunctions& functions, HDC context, int x, int y,
                                        const std::wstring& text) const {
-  const Pen pen = MakePen(functions, context, font_);
-  if (pen.graphics == nullptr || pen.font == nullptr) return false;
-  functions.setTextRenderingHint(pen.graphics.get(), kGdiPlusTextAntiAlias);
+  const TextObjects objects = CreateTextObjects(functions, context, font_);
+  if (objects.graphics == nullptr || objects.font == nullptr) return false;
+  functions.setTextRenderingHint(objects.graphics.get(), kGdiPlusTextAntiAlias);
   const auto left = static_cast<float>(x);
   const auto top = static_cast<float>(y);
-  return Write(functions, pen, text, left + kGdiPlusShadow, top + kGdiPlusShadow,
+  return Write(functions, objects, text, left + kGdiPlusShadow, top + kGdiPlusShadow,
                font_.shadowColour) &&
-         Write(functions, pen, text, left, top, font_.textColour);
+         Write(functions, objects, text, left, top, font_.textColour);
 }
 
 void BannerTextDrawer::DrawWithGdi(HDC context, int x, int y, const std::wstring& text) const {

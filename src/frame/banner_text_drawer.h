@@ -1,5 +1,5 @@
-// Writes shadowed text onto a picture: through GDI+ when it was started, else with the system's
-// ordinary text output, which places text and shadow a little differently.
+// Draws text with a shadow onto an image: through GDI+ when it was started, otherwise through GDI,
+// which positions text and shadow a little differently.
 #pragma once
 
 #include <windows.h>
@@ -23,11 +23,11 @@ class BannerTextDrawer {
  public:
   BannerTextDrawer(const GdiPlus& gdiPlus, BannerFont font);
 
-  // The place is the upper left corner of the text, in pixels.
+  // The position is the upper left corner of the text, in pixels.
   void Draw(HDC context, int x, int y, const std::wstring& text) const;
 
  private:
-  // False when GDI+ cannot make what it takes.
+  // False when GDI+ cannot create the objects that it needs.
   bool DrawWithGdiPlus(const GdiPlusFunctions& functions, HDC context, int x, int y,
                        const std::wstring& text) const;
   void DrawWithGdi(HDC context, int x, int y, const std::wstring& text) const;

@@ -27,7 +27,7 @@ bool CallbackWindow::Create() {
   windowClass.lpfnWndProc = StaticProc;
   windowClass.hInstance = instance;
   windowClass.lpszClassName = kClassName;
-  // Fails for every window but the first, for the class is there then.
+  // Fails for every window but the first, because the class is registered already. Ignored.
   ::RegisterClassExW(&windowClass);
   window_ = ::CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, nullptr, nullptr, instance, this);
   return window_ != nullptr;

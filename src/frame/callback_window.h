@@ -1,5 +1,5 @@
-// A hidden window whose messages go to the object that owns it. Made, used and destroyed on one
-// thread, the service main thread; the map from windows to objects belongs to that thread too.
+// A hidden window whose messages go to the object that owns it. Created, used and destroyed on the
+// service main thread; the map from windows to objects belongs to that thread too.
 #pragma once
 
 #include <windows.h>
@@ -9,21 +9,23 @@ namespace quillgate {
 class CallbackWindow {
  public:
   CallbackWindow() = default;
-  // Takes the object from the map and destroys the window, whose last messages the system answers.
+  // Removes the object from the map, then destroys the window. DefWindowProcW handles the last
+  // messages of the window.
   virtual ~CallbackWindow();
   CallbackWindow(const CallbackWindow&) = delete;
   CallbackWindow& operator=(const CallbackWindow&) = delete;
 
-  // Makes the window: no title, no style, no size, no parent. Messages reach WindowProc from
-  // WM_CREATE on, which comes before this returns. False when there is no window then; the last
-  // error tells why.
+  // Creates the window: no title, no style, no size, no parent. WindowProc receives messages from
+  // WM_CREATE on, so before Create returns. False when no window could be created; GetLastError
+  // returns the reason.
   bool Create();
 
-  // Null before Create and once the window is gone.
+  // Null before Create and after the window has been destroyed.
   HWND Window() const { return window_; }
 
  protected:
-  // Answers one message. What it throws is dropped and the system answers instead.
+  // Handles one message and returns its result. An exception is dropped, and DefWindowProcW handles
+  // the message instead.
   virtual LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
  private:

@@ -12,19 +12,19 @@ class ComboBox : public Control {
   using Control::Control;
 
   void Clear() const { Send(CB_RESETCONTENT); }
-  // Appends an entry. Its index, or a negative number when it could not be added.
+  // Appends an entry and returns its index, negative when it could not be added.
   int Add(const std::wstring& text) const;
-  // The same for an entry that stands for a number.
+  // The same for an entry with a number as item data.
   int Add(const std::wstring& text, LPARAM data) const;
   void Remove(int index) const { Send(CB_DELETESTRING, static_cast<WPARAM>(index)); }
   int Count() const { return static_cast<int>(Send(CB_GETCOUNT)); }
 
-  // Negative: none.
+  // A negative index selects no entry.
   void Select(int index) const { Send(CB_SETCURSEL, static_cast<WPARAM>(index)); }
   int Selection() const { return static_cast<int>(Send(CB_GETCURSEL)); }
   // Empty when nothing is selected.
   std::wstring SelectedText() const;
-  // Nothing when no entry is selected.
+  // Nullopt when no entry is selected.
   std::optional<LPARAM> SelectedData() const;
 };
 

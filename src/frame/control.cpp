@@ -11,9 +11,9 @@ std::wstring Control::Text() const {
 }
 
 void Control::MoveBy(int x, int y) const {
-  RECT place{};
-  if (!::GetWindowRect(window_, &place)) return;
-  POINT corner{place.left, place.top};
+  RECT bounds{};
+  if (!::GetWindowRect(window_, &bounds)) return;
+  POINT corner{bounds.left, bounds.top};
   ::ScreenToClient(::GetParent(window_), &corner);
   ::SetWindowPos(window_, nullptr, corner.x + x, corner.y + y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

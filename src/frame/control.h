@@ -1,5 +1,6 @@
-// A control of a dialog, by its identifier. Borrowed from the dialog, which outlives it; cheap to
-// make where it is needed. A control that the dialog does not have ignores everything.
+// A control of a dialog, found by its identifier. Does not own the window, which the dialog
+// destroys; cheap to construct where it is needed. If the dialog has no such control, every
+// function is ignored.
 #pragma once
 
 #include <windows.h>
@@ -21,7 +22,7 @@ class Control {
   void SetText(const std::wstring& text) const { ::SetWindowTextW(window_, text.c_str()); }
   std::wstring Text() const;
 
-  // Pixels; relative to the dialog's client area.
+  // Moves the control within the client area of its parent. In pixels.
   void MoveBy(int x, int y) const;
 
  protected:

@@ -1,5 +1,6 @@
-// A field for a date, with a calendar that drops down. It notifies its dialog by DTN_DATETIMECHANGE
-// and, before the calendar drops down, by DTN_DROPDOWN. Only year, month and day count.
+// A date and time picker control with a calendar that drops down. It notifies its dialog with
+// DTN_DATETIMECHANGE and, before the calendar drops down, with DTN_DROPDOWN. Only year, month and
+// day are used.
 #pragma once
 
 #include <windows.h>
@@ -16,17 +17,18 @@ class DatePicker : public Control {
  public:
   using Control::Control;
 
-  // Notifies nobody.
+  // Sends no notification.
   void SetDate(const SYSTEMTIME& date) const;
-  // Nothing when the field has none.
+  // Nullopt when the control has no date.
   std::optional<SYSTEMTIME> Date() const;
 
-  // The first and the last date that can be chosen; each replaces both bounds, nothing: no bound.
+  // Sets the first and the last date that can be chosen. Every call replaces both; nullopt is no
+  // bound.
   void SetBounds(const std::optional<SYSTEMTIME>& earliest,
                  const std::optional<SYSTEMTIME>& latest) const;
 
-  // For calendars that drop down from now on: week numbers, and neither a mark nor a line for
-  // today.
+  // Style of the calendar when it drops down from now on: with week numbers, without a mark for
+  // today and without the line that shows it.
   void ShowWeekNumbersOnly() const {
     Send(DTM_SETMCSTYLE, 0, MCS_WEEKNUMBERS | MCS_NOTODAY | MCS_NOTODAYCIRCLE);
   }

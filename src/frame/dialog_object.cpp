@@ -20,7 +20,7 @@ DialogObject* ObjectOf(HWND window) {
   return found == DialogMap().end() ? nullptr : found->second;
 }
 
-// A copy: what is done for one of them may open or end others.
+// A copy, because a handler that is called for one dialog may open or close others.
 std::vector<std::pair<HWND, DialogObject*>> OpenDialogs() {
   return {DialogMap().begin(), DialogMap().end()};
 }
@@ -85,7 +85,7 @@ INT_PTR DialogObject::Begin(HWND window) noexcept {
   }
 }
 
-// A dialog that could not be filled has its texts all the same, before its failure is shown.
+// If OnInitDialog throws, the texts are set all the same before the failure is shown.
 bool DialogObject::InitOrShowFailure(HWND window) {
   try {
     return OnInitDialog(window);
@@ -101,7 +101,7 @@ INT_PTR DialogObject::Route(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   if (object == nullptr) return FALSE;
   INT_PTR handled = FALSE;
   try {
-    handled = object->Answer(window, message, wParam, lParam);
+    handled = object->Dispatch(window, message, wParam, lParam);
   } catch (...) {
     object->ShowFailure();
   }
@@ -109,7 +109,7 @@ INT_PTR DialogObject::Route(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return handled;
 }
 
-INT_PTR DialogObject::Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR DialogObject::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case kRefreshTexts:
       RefreshTexts();
@@ -174,7 +174,7 @@ std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRan
 
 void DialogObject::CancelAll() {
   for (const auto& [window, object] : OpenDialogs()) {
-    // One that was cancelled may have ended others.
+    // OnCancel of an earlier object may have closed this dialog.
     if (ObjectOf(window) == object) object->OnCancel(window);
   }
 }
@@ -191,7 +191,8 @@ void DialogObject::Detach() {
 }
 
 void DialogObject::ShowFailure() noexcept {
-  // A timer or a paint that fails again and again must not cover the screen with boxes.
+  // A timer or WM_PAINT handler that fails again and again must not cover the screen with message
+  // boxes.
   if (showingFailure_) return;
   showingFailure_ = true;
   ShowCurrentException(window_, ui_.catalogue);

@@ -1,6 +1,6 @@
-// Base of every dialog and property page: an object whose dialog's messages reach its virtual
-// operations. One map of the process tells which object a dialog belongs to, from WM_INITDIALOG
-// until the dialog or the object is gone. Made and used on the service main thread.
+// Base of every dialog and property page: the messages of its dialog are dispatched to virtual
+// functions. One map of the process finds the object of a dialog, from WM_INITDIALOG until the
+// dialog or the object is destroyed. Created and used on the service main thread.
 #pragma once
 
 #include <windows.h>
@@ -30,39 +30,40 @@ class DialogObject {
   // Null while there is no dialog.
   HWND Window() const { return window_; }
 
-  // From then on whatever was asked counts as cancelled, whatever the system answers for it.
+  // True once the program is to stop. Every prompt then counts as cancelled, whatever the system
+  // returned for it.
   bool IsStopping() const { return ui_.stop.IsRaised(); }
 
-  // Whether the page accepts what was entered; false keeps the sheet open on it.
+  // Returns whether the page accepts the input; false keeps the sheet open on this page.
   virtual bool OnApply(HWND window);
   // The sheet is being closed without applying.
   virtual void OnCancel(HWND window);
 
-  // Has every open dialog and page fetch its texts again: the interface language has changed.
+  // Sends kRefreshTexts to every open dialog and page: the interface language has changed.
   static void RefreshAllTexts();
 
  protected:
-  // The topic is the one shown for a control without a help text of its own; empty: none.
+  // The topic is shown for a control without a help text of its own; empty: none.
   DialogObject(const UiSurroundings& ui, std::wstring helpTopic);
 
-  // Opens the dialog and returns what EndDialog was given, when it has been closed; -1 when there
-  // is no dialog, IDCANCEL when the program is to stop. The parent may be null.
+  // Shows the dialog modally. Returns the result of EndDialog when the dialog has been closed, -1
+  // when it could not be created, IDCANCEL when the program is to stop. The parent may be null.
   INT_PTR RunModal(UINT templateNumber, HWND parent);
 
-  // What is thrown by one of the operations below is shown as an error, and the message then counts
-  // as not handled.
+  // An exception from one of the functions below is shown as an error; the message then counts as
+  // not handled.
 
-  // A control or its menu item was used (WM_COMMAND); the code is the control's, 0 for a button
-  // that was clicked. True: handled.
+  // A control or a menu item sent WM_COMMAND. The code is the notification code, 0 for a clicked
+  // button. True: handled.
   virtual bool OnCommand(int control, int code);
-  // A common control notifies (WM_NOTIFY). True: handled, with the answer 0 or that of SetResult.
+  // A common control sent WM_NOTIFY. True: handled, with the result 0 or that of SetResult.
   virtual bool OnNotify(const NMHDR& header);
-  // Answers a message that none of the other operations handles; nonzero: it was handled.
+  // Handles a message that none of the other functions handles; nonzero: handled.
   virtual INT_PTR DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  // The dialog was made, its texts come next. True: the system chooses the control to begin with.
+  // The dialog was created; SetTexts follows. True: the system sets the initial focus.
   virtual bool OnInitDialog(HWND window);
-  // Puts the texts of the interface language into the controls: when the dialog opens, and again
-  // whenever kRefreshTexts is sent.
+  // Sets the texts of the controls in the interface language: when the dialog opens, and again for
+  // every kRefreshTexts.
   virtual void SetTexts(HWND window);
 
   const MessageCatalogue& Catalogue() const { return ui_.catalogue; }
@@ -71,43 +72,43 @@ class DialogObject {
   void ShowTexts(std::span<const ControlText> texts) const;
   void ShowCaption(MessageId message) const;
 
-  // Closes a modal dialog; RunModal answers the result.
+  // Closes a modal dialog; RunModal returns the result.
   void End(INT_PTR result) const { ::EndDialog(window_, result); }
-  // The same for the OK and Cancel buttons, with themselves as the result; false for another
+  // The same for the OK and Cancel buttons, with their identifier as the result; false for another
   // control.
   bool EndBy(int control) const;
-  // What the message that is being handled answers.
+  // Sets the result of the message that is being handled.
   void SetResult(LRESULT result) const { ::SetWindowLongPtrW(window_, DWLP_MSGRESULT, result); }
 
-  // A message box over the dialog with one of the MB_ICON styles, and a question with Yes and No;
-  // whether the answer was Yes.
+  // ShowMessageBox shows a message box owned by the dialog, with one of the MB_ICON styles. Ask
+  // shows a question with Yes and No and returns whether the user chose Yes.
   void ShowMessageBox(MessageId message, UINT icon) const;
   bool Ask(MessageId message) const;
 
-  // The number in a field. Nothing when it is out of range: the user was told so, and the field has
-  // the focus with its text selected.
+  // Reads the number in a field. Nullopt when it is out of range: the user has seen a message box,
+  // and the field has the focus with its text selected.
   std::optional<std::uint32_t> ReadNumber(int field, const NumberRange& range) const;
 
-  // The dialog's first message: the object answers for the window from now on.
+  // Handles WM_INITDIALOG and enters the object into the map.
   INT_PTR Begin(HWND window) noexcept;
   bool InitOrShowFailure(HWND window);
-  // Any other message; not handled when the window has no object.
+  // Dispatches any other message; FALSE when the map has no object for the window.
   static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-  // Of the exception that is being handled, unless another one is being shown.
+  // Shows the exception that is being handled, unless this object already shows one.
   void ShowFailure() noexcept;
 
-  // Calls OnCancel of every object that has a dialog, of other sheets' too.
+  // Calls OnCancel of every object that has a dialog, also of those in other sheets.
   static void CancelAll();
 
  private:
-  // The two messages that pages answer in a way of their own.
+  // WM_NOTIFY and kRefreshTexts, which pages handle differently.
   virtual bool AnswerNotification(const NMHDR& header) { return OnNotify(header); }
   virtual void RefreshTexts() { SetTexts(window_); }
 
   static INT_PTR CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam,
                                      LPARAM lParam) noexcept;
-  INT_PTR Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  INT_PTR Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void ShowHelp(const HELPINFO& request);
   void Detach();
 
@@ -117,7 +118,7 @@ class DialogObject {
   bool showingFailure_ = false;
 };
 
-// Sent to a dialog or page: fetch the texts again, for the interface language has changed.
+// Sent to a dialog or page after a change of the interface language: set the texts again.
 inline constexpr UINT kRefreshTexts = WM_USER + 1;
 
 }  // namespace quillgate

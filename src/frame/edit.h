@@ -1,4 +1,4 @@
-// A field in which one line of text is entered.
+// An edit control for one line of text.
 #pragma once
 
 #include "frame/control.h"
@@ -9,7 +9,7 @@ class Edit : public Control {
  public:
   using Control::Control;
 
-  // Characters that a person may enter at most.
+  // Limits how many characters the user can enter.
   void LimitLength(int characters) const { Send(EM_LIMITTEXT, static_cast<WPARAM>(characters)); }
   void SelectAll() const { Send(EM_SETSEL, 0, -1); }
 };

@@ -3,7 +3,7 @@
 namespace quillgate {
 namespace {
 
-// Fetches entry points until one is missing.
+// Gets entry points of a library and records whether all of them were found.
 class Binder {
  public:
   explicit Binder(HMODULE library) : library_(library) {}

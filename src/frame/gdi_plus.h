@@ -1,5 +1,5 @@
 // GDI+, if this system has it: loaded at run time, started and shut down by the service main
-// thread, asked by whoever draws on that thread. The process has one, made by service/.
+// thread, used by the code that draws on that thread. The process has one, created by service/.
 #pragma once
 
 #include <windows.h>
@@ -16,12 +16,12 @@ class GdiPlus {
   GdiPlus(const GdiPlus&) = delete;
   GdiPlus& operator=(const GdiPlus&) = delete;
 
-  // Loads and starts it. Without the library, or when it does not start, nothing changes.
+  // Loads the library and starts GDI+. When either fails, GDI+ counts as not started.
   void Start();
-  // Nothing when it was not started.
+  // Ignored when GDI+ was not started.
   void Shutdown();
 
-  // What to draw with; null when GDI+ was not started.
+  // The functions of GDI+; null when GDI+ was not started.
   const GdiPlusFunctions* Functions() const { return token_ == 0 ? nullptr : &functions_; }
 
  private:

@@ -1,5 +1,5 @@
-// What the program calls of GDI+, whose library is loaded at run time: its flat functions with the
-// types that their contract gives them. The objects are opaque; each status is 0 for success.
+// The GDI+ functions that the program calls: the flat API, loaded at run time, with the types of
+// its documentation. The objects are opaque; every function returns a status, 0 for success.
 #pragma once
 
 #include <windows.h>
@@ -19,7 +19,7 @@ struct GdiPlusStartupInput {
   BOOL suppressExternalCodecs = FALSE;
 };
 
-// Lengths in the unit of the graphics, pixels. A width or height of 0 is unbounded.
+// Lengths in pixels, the unit of the graphics object. A width or height of 0 is unbounded.
 struct GdiPlusRectangle {
   float x = 0;
   float y = 0;

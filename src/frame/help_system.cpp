@@ -7,7 +7,7 @@
 namespace quillgate {
 namespace {
 
-// Where the system keeps the path of the help viewer's library.
+// Registry key with the path of the help viewer library.
 constexpr wchar_t kViewerKey[] =
     L"Software\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
 constexpr wchar_t kViewerFile[] = L"hhctrl.ocx";
@@ -23,7 +23,7 @@ std::wstring RegisteredViewer() {
     return {};
   }
   const RegistryKey key(opened);
-  // One more than what is read, so that the text always ends.
+  // One character more than is read, so that the text is always terminated.
   std::array<wchar_t, MAX_PATH + 1> path{};
   DWORD bytes = MAX_PATH * sizeof(wchar_t);
   DWORD type = REG_NONE;

@@ -1,7 +1,7 @@
-// The program's help: whole topics of a compiled HTML help file, and short texts beside single
-// controls. The help viewer is a control of the system's that is loaded on the first use; without
-// it every request does nothing, and whatever it answers is ignored. The process has one
-// HelpSystem, made by service/. Used on the service main thread.
+// The help of the program: topics of a compiled HTML help file, and short popup texts for single
+// controls. The help viewer is a control of the system that is loaded on the first use. If it
+// cannot be loaded, every request is ignored; the results of the viewer are ignored too. The
+// process has one HelpSystem, created by service/. Used on the service main thread.
 #pragma once
 
 #include <windows.h>
@@ -16,19 +16,19 @@ namespace quillgate {
 class HelpSystem {
  public:
   HelpSystem() = default;
-  // Ends what the first use began.
+  // Uninitialises the viewer if it was loaded.
   ~HelpSystem();
   HelpSystem(const HelpSystem&) = delete;
   HelpSystem& operator=(const HelpSystem&) = delete;
 
-  // The help file's name, without a folder if the viewer is to look for it.
+  // Sets the name of the help file. Without a folder, the viewer searches for the file.
   void SetHelpFile(std::wstring name);
 
-  // Shows a topic, such as "html/index.html". An empty window name stands for the viewer's default
-  // window.
+  // Shows a topic, such as "html/index.html". An empty window name is the default window of the
+  // viewer.
   void ShowTopic(const std::wstring& topic, const std::wstring& windowName = {});
 
-  // Shows the text of that number (see HelpPopupNumber) at the mouse cursor.
+  // Shows the popup text of this number (see HelpPopupNumber) at the mouse cursor.
   void ShowPopup(DWORD contextNumber);
 
  private:

@@ -1,4 +1,4 @@
-// The places inside the help file: topics, and the numbers of the short texts for single controls.
+// Topics of the help file, and the numbers of the popup texts for single controls.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,8 @@ inline constexpr wchar_t kTopicSettingsGeneral[] = L"html/opt-general.html";
 inline constexpr wchar_t kTopicSettingsUsers[] = L"html/opt-users.html";
 inline constexpr wchar_t kTopicSettingsAdvanced[] = L"html/opt-advanced.html";
 
-// The number of a control's text. Dialog templates carry the same numbers as help identifiers.
+// The number of the popup text of a control. The dialog templates contain the same numbers as help
+// identifiers.
 constexpr DWORD HelpPopupNumber(WORD dialogTemplate, WORD control) {
   return 0x80000000u + dialogTemplate * 0x10000u + control;
 }

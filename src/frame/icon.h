@@ -1,4 +1,4 @@
-// Icons of the program's resources, loaded for one owner.
+// Icons loaded from the program's resources. The caller owns them.
 #pragma once
 
 #include "handles/handle.h"
@@ -12,10 +12,10 @@ struct IconTrait {
 };
 using IconHandle = UniqueHandle<IconTrait>;
 
-// The edge of the icons in the menu and the notification area, in pixels.
+// Width and height of the icons in the menu and the notification area, in pixels.
 inline constexpr int kSmallIconEdge = 16;
 
-// The icon of that number; invalid when it cannot be loaded.
+// Loads the icon resource of this number; invalid when it cannot be loaded.
 IconHandle LoadSmallIcon(WORD number);
 
 }  // namespace quillgate

@@ -1,4 +1,4 @@
-// Asks for one line of text. Made and run on the service main thread.
+// A dialog in which the user enters one line of text. Created and run on the service main thread.
 #pragma once
 
 #include <optional>
@@ -12,8 +12,8 @@ class InputDialog final : public DialogObject {
  public:
   explicit InputDialog(const UiSurroundings& ui) : DialogObject(ui, {}) {}
 
-  // The text, at most 511 characters and possibly empty; nothing when it was cancelled. The owner
-  // may be null.
+  // Returns the text, at most 511 characters and possibly empty; nullopt when the dialog was
+  // cancelled. The owner may be null.
   std::optional<std::wstring> Run(HWND owner, MessageId caption, MessageId prompt);
 
  private:

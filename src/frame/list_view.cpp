@@ -3,7 +3,7 @@
 namespace quillgate {
 namespace {
 
-// The list view only reads the text, whatever its structures say.
+// The list view only reads the text, although its structures take a writable pointer.
 LPWSTR Borrowed(const std::wstring& text) {
   return const_cast<LPWSTR>(text.c_str());
 }
@@ -15,8 +15,8 @@ void ListView::AddColumn(const std::wstring& heading, int width) const {
   column.mask = LVCF_TEXT | LVCF_WIDTH;
   column.pszText = Borrowed(heading);
   column.cx = width;
-  constexpr int kBehindTheOthers = 1000;
-  ListView_InsertColumn(Window(), kBehindTheOthers, &column);
+  constexpr int kAfterTheOthers = 1000;
+  ListView_InsertColumn(Window(), kAfterTheOthers, &column);
 }
 
 void ListView::SetHeading(int column, const std::wstring& heading) const {
@@ -51,7 +51,7 @@ bool ListView::IsCheckChange(const NMHDR& header) {
   const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
   const UINT before = change.uOldState & LVIS_STATEIMAGEMASK;
   const UINT after = change.uNewState & LVIS_STATEIMAGEMASK;
-  // A row that is being added gets its box from none.
+  // A new row changes from no check box to its first one; that is not a change by the user.
   return (change.uChanged & LVIF_STATE) != 0 && before != 0 && before != after;
 }
 

@@ -1,4 +1,4 @@
-// A list of rows under headed columns.
+// A list view in report mode: rows under column headings.
 #pragma once
 
 #include <windows.h>
@@ -16,13 +16,14 @@ class ListView : public Control {
   using Control::Control;
 
   void SelectWholeRows() const { Extend(LVS_EX_FULLROWSELECT); }
-  // A box before each row, which notifies by LVN_ITEMCHANGED.
+  // A check box before each row, which notifies with LVN_ITEMCHANGED.
   void AddCheckBoxes() const { Extend(LVS_EX_CHECKBOXES); }
 
-  // Appends a column, its width in pixels.
+  // Appends a column. The width is in pixels.
   void AddColumn(const std::wstring& heading, int width) const;
   void SetHeading(int column, const std::wstring& heading) const;
-  // Makes a column as wide as its texts need; the last one takes all that the others leave.
+  // Fits the width of a column to its texts and heading; the last column takes the rest of the
+  // width.
   void FitColumn(int column) const {
     ListView_SetColumnWidth(Window(), column, LVSCW_AUTOSIZE_USEHEADER);
   }
@@ -30,8 +31,8 @@ class ListView : public Control {
   // Removes the rows; the columns stay.
   void Clear() const { ListView_DeleteAllItems(Window()); }
   int Count() const { return ListView_GetItemCount(Window()); }
-  // Appends a row with the text of its first column, and a number by which Sort knows it. Its
-  // index, negative when it cannot be added.
+  // Appends a row with the text of its first column, and a number that Sort passes to the
+  // comparison. Returns the index of the row, negative when it could not be added.
   int AddRow(const std::wstring& text, LPARAM data = 0) const;
   void SetCell(int row, int column, const std::wstring& text) const;
   // At most 255 characters.
@@ -45,10 +46,10 @@ class ListView : public Control {
   }
   bool IsChecked(int row) const { return ListView_GetCheckState(Window(), row) == TRUE; }
 
-  // Whether a notification that has been received is that of a box that was checked or unchecked.
+  // Whether the notification reports a check box that was checked or unchecked.
   static bool IsCheckChange(const NMHDR& header);
 
-  // Negative, zero or positive, for the numbers of two rows. Must not throw.
+  // Compares the numbers of two rows: negative, zero or positive. Must not throw.
   using Comparison = std::function<int(LPARAM first, LPARAM second)>;
   // The rows keep their cells, checks and selection.
   void Sort(const Comparison& compare) const;

@@ -42,7 +42,7 @@ void ShowCurrentException(HWND owner, const MessageCatalogue& catalogue) noexcep
   try {
     ShowError(owner, catalogue, CurrentFailure(catalogue));
   } catch (...) {
-    // Without memory for a text there is nothing to be shown.
+    // Out of memory: no text can be composed, so nothing is shown.
   }
 }
 

@@ -1,4 +1,4 @@
-// The program's message boxes: all have its name as caption.
+// The message boxes of the program. The product name is the caption of all of them.
 #pragma once
 
 #include <windows.h>
@@ -9,16 +9,17 @@
 
 namespace quillgate {
 
-// With one of the MB_ICON styles; returns when it has been closed. The owner may be null.
+// Shows a message box with one of the MB_ICON styles; returns when it has been closed. The owner
+// may be null.
 void ShowText(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT icon);
 void ShowError(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text);
 void ShowInformation(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text);
 
-// A question with Yes and No: whether the answer was Yes.
+// Shows a question with Yes and No; returns whether the user chose Yes.
 bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question);
 
-// Within a handler: the exception that is being handled, as an error for people. What the database
-// says is told as it stands.
+// Call within a catch handler: shows the exception that is being handled as an error. The text of a
+// database error is shown as it is.
 void ShowCurrentException(HWND owner, const MessageCatalogue& catalogue) noexcept;
 
 }  // namespace quillgate

@@ -1,4 +1,5 @@
-// The numbers that a field takes, whole and without a sign, and how one is read from a text. Pure.
+// The range of numbers that a field accepts, whole and without a sign, and the parsing of such a
+// number. Pure functions.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +16,9 @@ struct NumberRange {
   }
 };
 
-// The number that the text's digits make, blanks before them passed over; 0 for an empty text and
-// for one that begins otherwise. One that 32 bits cannot hold is the largest that they can.
+// Parses the leading digits of the text, after any blanks. 0 for an empty text and for one that
+// begins with another character. A number that does not fit 32 bits yields the largest 32-bit
+// number.
 std::uint32_t ParseNumber(std::wstring_view text);
 
 }  // namespace quillgate

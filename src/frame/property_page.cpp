@@ -8,14 +8,14 @@ namespace quillgate {
 namespace {
 
 void CentreOnScreen(HWND window) {
-  RECT area{};
-  RECT place{};
-  if (!::SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0)) return;
-  ::GetWindowRect(window, &place);
-  const LONG width = place.right - place.left;
-  const LONG height = place.bottom - place.top;
-  const LONG left = std::max(area.left, (area.left + area.right - width) / 2);
-  const LONG top = std::max(area.top, (area.top + area.bottom - height) / 2);
+  RECT workArea{};
+  RECT bounds{};
+  if (!::SystemParametersInfoW(SPI_GETWORKAREA, 0, &workArea, 0)) return;
+  ::GetWindowRect(window, &bounds);
+  const LONG width = bounds.right - bounds.left;
+  const LONG height = bounds.bottom - bounds.top;
+  const LONG left = std::max(workArea.left, (workArea.left + workArea.right - width) / 2);
+  const LONG top = std::max(workArea.top, (workArea.top + workArea.bottom - height) / 2);
   ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -49,7 +49,7 @@ INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM 
                                               LPARAM lParam) noexcept {
   if (message != WM_INITDIALOG) return Route(window, message, wParam, lParam);
   const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
-  // The sheet is as large as it will be, and not yet shown; it stands wherever the system puts it.
+  // The sheet has its final size and is not yet shown. The system chose its position.
   CentreOnScreen(::GetParent(window));
   return reinterpret_cast<PropertyPage*>(page->lParam)->Begin(window);
 }

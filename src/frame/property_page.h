@@ -1,4 +1,4 @@
-// Base of the pages of property sheets: a dialog object whose dialog the sheet makes.
+// Base of the pages of property sheets: a dialog object whose dialog the sheet creates.
 #pragma once
 
 #include <windows.h>
@@ -13,35 +13,37 @@ class PropertySheet;
 
 class PropertyPage : public DialogObject {
  public:
-  // The page for a sheet that is about to be shown, with its dialog made as soon as the sheet is.
-  // The sheet owns the handle; null when there is none.
+  // Creates the page for a sheet that is about to be shown; the dialog of the page is created
+  // together with the sheet, unless Complete clears PSP_PREMATURE. The sheet owns the handle, which
+  // is null when the page could not be created.
   HPROPSHEETPAGE CreateHandle();
 
  protected:
   PropertyPage(const UiSurroundings& ui, UINT templateNumber, MessageId title,
                std::wstring helpTopic);
 
-  // Whether the sheet may be closed without applying. Once it may, OnCancel follows.
+  // Returns whether the sheet may be closed without applying. After true, CancelAll calls OnCancel.
   virtual bool OnQueryCancel();
 
-  // Answers the sheet's notifications and leaves the others to OnNotify.
+  // Handles the notifications of the sheet and passes the others to OnNotify.
   bool AnswerNotification(const NMHDR& header) override;
 
  private:
   friend class PropertySheet;
 
-  // The record of the page is whole but for what a kind of page adds to it.
+  // Called before the page is created, when all common members of the structure are set: a derived
+  // class adds its own.
   virtual void Complete(PROPSHEETPAGEW& page);
   void RefreshTexts() final;
   static INT_PTR CALLBACK StaticPageProc(HWND window, UINT message, WPARAM wParam,
                                          LPARAM lParam) noexcept;
-  // A page whose OnApply throws does not accept.
+  // Calls OnApply. False also when it throws.
   bool Accepts(HWND window) noexcept;
 
   UINT templateNumber_;
   MessageId title_;
   std::wstring titleText_;
-  // While it is shown.
+  // Null unless the sheet is shown.
   PropertySheet* sheet_ = nullptr;
 };
 

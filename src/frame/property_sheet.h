@@ -1,4 +1,4 @@
-// A sheet of property pages, shown modally on the service main thread. The pages are borrowed: they
+// A property sheet, shown modally on the service main thread. The pages are borrowed: they must
 // outlive Run.
 #pragma once
 
@@ -16,21 +16,21 @@ class PropertySheet {
   PropertySheet(const MessageCatalogue& catalogue, MessageId caption, Apply apply)
       : catalogue_(catalogue), caption_(caption), apply_(apply) {}
 
-  // Numbers of bitmap resources: beside the exterior pages, and in the band above the interior
-  // ones.
+  // Numbers of bitmap resources: the watermark of the exterior pages, and the header bitmap of the
+  // interior ones.
   struct WizardBitmaps {
     WORD watermark;
     WORD header;
   };
-  // A wizard. All its pages are WizardPage objects.
+  // Constructs a wizard. All its pages are WizardPage objects.
   PropertySheet(const MessageCatalogue& catalogue, MessageId caption, WizardBitmaps bitmaps)
       : catalogue_(catalogue), caption_(caption), wizard_(bitmaps) {}
 
-  // Pages stand in the order in which they were added.
+  // The pages are shown in the order in which they were added.
   void Add(PropertyPage& page) { pages_.push_back(&page); }
 
-  // Shows the sheet and returns when it has been closed, however that was. False when there is no
-  // page, the sheet could not be shown or the program is to stop.
+  // Shows the sheet and returns when it has been closed by any button. False when there is no page,
+  // the sheet could not be shown or the program is to stop.
   bool Run();
 
  private:
@@ -38,7 +38,7 @@ class PropertySheet {
 
   bool Show(std::vector<HPROPSHEETPAGE> handles) const;
   void MakeWizard(PROPSHEETHEADERW& header) const;
-  // Of the sheet itself: its caption and its tabs.
+  // Sets the caption of the sheet and the titles of its tabs.
   void RefreshTexts(HWND sheet) const;
 
   const MessageCatalogue& catalogue_;

@@ -1,6 +1,6 @@
-// Whether the program is to stop. The system may answer a question that a stop ended like one that
-// was answered OK, and a popup menu swallows WM_QUIT; so whoever waited for a modal call, and the
-// message loop, look here. Made by service/, which has one for the process.
+// Whether the program is to stop. A modal function that a stop ended may return as if the user had
+// chosen OK, and a popup menu swallows WM_QUIT. So the message loop, and every caller of a modal
+// function, check this flag. The process has one, created by service/.
 #pragma once
 
 #include <windows.h>
@@ -11,13 +11,13 @@ namespace quillgate {
 
 class StopRequest {
  public:
-  // For good; closes the popup menu that is open. Any thread. The thread with the dialogs still
-  // needs its WM_QUIT.
+  // Raises the request, which is never withdrawn, and closes the open popup menu. May be called on
+  // any thread. The caller also posts WM_QUIT to the thread with the dialogs.
   void Raise();
   bool IsRaised() const { return raised_; }
 
-  // The window whose popup menu is about to open; null once it has closed. A menu opens only if no
-  // stop has been raised after this was told.
+  // Sets the owner window of the popup menu that is about to open; null once it has closed. The
+  // caller sets the owner first, then opens the menu only if IsRaised is still false.
   void SetMenuOwner(HWND owner) { menuOwner_ = owner; }
 
  private:

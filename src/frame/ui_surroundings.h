@@ -1,4 +1,5 @@
-// What every dialog and page of the program is given to work with. All of it outlives them.
+// The objects that every dialog and page of the program works with. All of them outlive the dialogs
+// and pages.
 #pragma once
 
 #include "frame/stop_request.h"

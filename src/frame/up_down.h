@@ -1,4 +1,4 @@
-// A pair of arrows. It notifies its dialog by UDN_DELTAPOS before each step.
+// An up-down control. It notifies its dialog with UDN_DELTAPOS before each step.
 #pragma once
 
 #include <windows.h>

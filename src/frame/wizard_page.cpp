@@ -3,7 +3,7 @@
 namespace quillgate {
 namespace {
 
-// Answers to the sheet's notifications.
+// Results of the notifications of the sheet.
 constexpr LRESULT kStay = -1;
 constexpr LRESULT kAccepted = 0;
 
@@ -32,7 +32,8 @@ bool WizardPage::OnFinish() {
 void WizardPage::OnSetActive() {}
 
 void WizardPage::Complete(PROPSHEETPAGEW& page) {
-  // Made when it is first shown: what it shows depends on the pages before it.
+  // The dialog is created when the page is first shown, because its contents depend on the pages
+  // before it.
   page.dwFlags &= ~DWORD{PSP_PREMATURE};
   if (!header_) {
     page.dwFlags |= PSP_HIDEHEADER;
@@ -53,10 +54,10 @@ bool WizardPage::AnswerNotification(const NMHDR& header) {
       SetResult(kAccepted);
       return true;
     case PSN_WIZBACK:
-      SetResult(Target(&WizardPage::OnBack));
+      SetResult(TargetOf(&WizardPage::OnBack));
       return true;
     case PSN_WIZNEXT:
-      SetResult(Target(&WizardPage::OnNext));
+      SetResult(TargetOf(&WizardPage::OnNext));
       return true;
     case PSN_WIZFINISH:
       SetResult(Finishes() ? FALSE : TRUE);
@@ -66,9 +67,9 @@ bool WizardPage::AnswerNotification(const NMHDR& header) {
   }
 }
 
-LRESULT WizardPage::Target(Way way) noexcept {
+LRESULT WizardPage::TargetOf(Handler handler) noexcept {
   try {
-    const std::optional<UINT> target = (this->*way)();
+    const std::optional<UINT> target = (this->*handler)();
     return target ? LRESULT{*target} : kStay;
   } catch (...) {
     ShowFailure();

@@ -1,5 +1,5 @@
-// Base of the pages of a wizard: a property page that says where Back and Next lead, and looks at
-// what was entered before it is left. Made and used on the thread that runs the wizard.
+// Base of the pages of a wizard: a property page that decides where Back and Next lead, and checks
+// the input before the wizard leaves it. Created and used on the thread that runs the wizard.
 #pragma once
 
 #include <optional>
@@ -10,37 +10,38 @@ namespace quillgate {
 
 class WizardPage : public PropertyPage {
  protected:
-  // The band above an interior page.
+  // Texts of the band above an interior page.
   struct Header {
     MessageId title;
     MessageId subtitle;
   };
 
-  // The title is that of the wizard's window. Without a header it is an exterior page, which shows
-  // the watermark instead.
+  // `title` is the title of the wizard window. Without a header the page is an exterior page, which
+  // shows the watermark.
   WizardPage(const UiSurroundings& ui, UINT templateNumber, MessageId title,
              std::optional<Header> header, std::wstring helpTopic);
 
-  // What can be pressed while the page is shown: PSWIZB_BACK, PSWIZB_NEXT, PSWIZB_FINISH.
+  // The enabled buttons while the page is shown: PSWIZB_BACK, PSWIZB_NEXT, PSWIZB_FINISH.
   virtual DWORD Buttons() const;
-  // The template number of the page to go to; nothing keeps the page. One that throws keeps it too.
+  // Return the template number of the page to go to; nullopt stays on this page, and so does an
+  // exception.
   virtual std::optional<UINT> OnBack();
   virtual std::optional<UINT> OnNext();
-  // Whether the wizard may end. One that throws keeps it open.
+  // Returns whether the wizard may close. An exception keeps it open.
   virtual bool OnFinish();
-  // The page is shown from now on, the first time or again.
+  // The page is about to be shown, for the first time or again.
   virtual void OnSetActive();
 
  private:
-  using Way = std::optional<UINT> (WizardPage::*)();
+  using Handler = std::optional<UINT> (WizardPage::*)();
 
   void Complete(PROPSHEETPAGEW& page) final;
   bool AnswerNotification(const NMHDR& header) final;
-  LRESULT Target(Way way) noexcept;
+  LRESULT TargetOf(Handler handler) noexcept;
   bool Finishes() noexcept;
 
   std::optional<Header> header_;
-  // As the page's record borrows them.
+  // Buffers of the texts that the PROPSHEETPAGE structure points to.
   std::wstring headerTitle_;
   std::wstring headerSubtitle_;
 };

@@ -1,5 +1,5 @@
-// Numbers of icons, bitmaps, dialogs and their controls: the resource script and the code share
-// them. Labels are filled with messages when a dialog opens; see the page that each belongs to.
+// Numbers of icons, bitmaps, dialogs and their controls, shared by the resource script and the
+// code. Each dialog sets the texts of its labels from the message catalogue when it opens.
 #pragma once
 
 #define IDI_CONNECTION_ENABLED 101

@@ -1,4 +1,4 @@
-// The program's version: the resource script and the code share it.
+// The version of the program, shared by the resource script and the code.
 #pragma once
 
 #define QG_VERSION_MAJOR 1

@@ -1,4 +1,4 @@
-// The role that the command line gives to the process.
+// The role of the process, as its command line selects it.
 #pragma once
 
 #include <string>
@@ -9,14 +9,15 @@ namespace quillgate {
 
 enum class CommandWord { kRunService, kInstall, kUninstall, kSetupWizard, kUnknown };
 
-// The words of the process's command line; the first one names the program.
+// Returns the words of the command line of the process; the first one names the program.
 std::vector<std::wstring> CommandLineWords();
 
-// By the first argument alone. "-" and "/" separate and are skipped; without anything else the
-// process is the service. The case of ASCII letters does not matter.
+// Only the first argument counts. Its first word is the command: "-" and "/" separate words, and
+// leading ones are skipped. Without an argument or a word in it, the process runs the service.
+// ASCII letters are compared without case.
 CommandWord CommandOf(const std::vector<std::wstring>& words);
 
-// What stands before the last backslash; without one, everything.
+// Returns the part before the last backslash, the whole path when there is none.
 std::wstring FolderOf(std::wstring_view path);
 
 }  // namespace quillgate

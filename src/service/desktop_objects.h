@@ -1,6 +1,7 @@
-// What the process has where there is a desktop: the tray, the dialogs of a logon, help and GDI+.
-// Made on the service main thread before its message loop, destroyed there after it. Meanwhile the
-// process's indicator speaks through the tray, and logons ask in dialogs.
+// The objects that the process has only where there is a desktop: the tray, the dialogs of a logon,
+// help and GDI+. Created on the service main thread before its message loop, destroyed there after
+// it. While they exist, the indicator of the process forwards to the tray, and the prompts of a
+// logon are dialogs.
 #pragma once
 
 #include "frame/gdi_plus.h"
@@ -14,12 +15,12 @@ namespace quillgate {
 
 class ProcessObjects;
 
-// Whether anything can be shown to anybody.
+// Whether the process can show windows.
 bool HasDesktop();
 
 class DesktopObjects {
  public:
-  // The process's objects outlive this one. Throws std::runtime_error when there can be no tray.
+  // `objects` must outlive this object. Throws std::runtime_error when the tray cannot be created.
   explicit DesktopObjects(ProcessObjects& objects);
   ~DesktopObjects();
   DesktopObjects(const DesktopObjects&) = delete;

@@ -21,7 +21,7 @@ void ReportToSystem(const std::wstring& text) {
   ::DeregisterEventSource(source);
 }
 
-// The text of an exception of the standard library, which is plain ASCII.
+// Converts the text of a standard exception, which is plain ASCII.
 std::wstring Widened(const char* text) {
   const std::string narrow = text;
   return std::wstring(narrow.begin(), narrow.end());
@@ -51,7 +51,7 @@ void EventLog::LogEvent(const std::wstring& text) noexcept {
       std::fflush(stdout);
     }
   } catch (...) {
-    // Without memory for a line there is nobody left to tell.
+    // Out of memory: the line is lost.
   }
 }
 

@@ -1,5 +1,5 @@
-// What the program has to tell its administrator: lines in the system's event log under the
-// service's name, or on standard output when the process does not run as the service. Any thread.
+// Messages for the administrator: lines in the event log of the system under the name of the
+// service, or on standard output when the process does not run as the service. Any thread.
 #pragma once
 
 #include <atomic>
@@ -7,20 +7,20 @@
 
 namespace quillgate {
 
-// Within a handler: what the exception says that is being handled.
+// Call within a catch handler: returns the text of the exception that is being handled.
 std::wstring CurrentExceptionText();
 
 class EventLog {
  public:
-  // Where the lines go: the event log (true) or standard output (false, the state at first).
+  // Selects the event log (true) or standard output (false, the initial state).
   void SetRunningAsService(bool running) { runningAsService_ = running; }
   bool IsRunningAsService() const { return runningAsService_; }
 
-  // Writes the text, cut to 255 characters, as information; signs of formats in it stand for
-  // themselves. What cannot be written is lost.
+  // Writes the text as information, cut to 255 characters. Format specifiers in it are not
+  // interpreted. A line that cannot be written is lost.
   void LogEvent(const std::wstring& text) noexcept;
 
-  // Within a handler: writes the text of the exception that is being handled.
+  // Call within a catch handler: writes the text of the exception that is being handled.
   void LogCurrentException() noexcept;
 
  private:

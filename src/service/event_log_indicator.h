@@ -1,4 +1,4 @@
-// Shows the state of the gate where there is no notification area: in the event log. Any thread.
+// The indicator where there is no notification area: writes to the event log. Any thread.
 #pragma once
 
 #include "handles/critical_section.h"
@@ -11,13 +11,13 @@ class EventLogIndicator final : public GateIndicator {
  public:
   explicit EventLogIndicator(EventLog& events) : events_(events) {}
 
-  // The tip tells all that the icon does; a line is written when it changes.
+  // The tip contains everything that the icon shows; a line is written when it changes.
   void SetTip(const std::wstring& text) override;
-  // "title: text", or the title alone.
+  // Writes "title: text", or the title alone when the text is empty.
   void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
                    int kind) override;
 
-  // Nothing is drawn and nothing can be clicked.
+  // There is no icon to draw or to click on.
   void SetIcon(GateIcon) override {}
   void Show() override {}
   bool Lock() override { return false; }

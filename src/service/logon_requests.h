@@ -1,6 +1,6 @@
-// Logons and log-offs as the rest of the process asks for them; whatever fails in one is logged.
-// Only the service main thread, which shows every dialog, waits for a person: a logon that the
-// system asks for on another thread is handed over when it would have to.
+// Executes the logons and log-offs that other parts of the process request; failures are logged.
+// Only the service main thread shows dialogs and waits for the user: a logon that the system
+// requests on another thread is posted to the service main thread if it needs a dialog.
 #pragma once
 
 #include <windows.h>
@@ -13,20 +13,21 @@
 
 namespace quillgate {
 
-// Posted to the window that takes requests: carry out the ordinary logon.
+// Posted to the request window: execute the ordinary logon.
 inline constexpr UINT kLogOnRequested = WM_APP + 1;
 
 class LogonRequests final : public LogonControl {
  public:
   LogonRequests(LogonSession& logon, EventLog& events) : logon_(logon), events_(events) {}
 
-  // Of the service main thread. Null: there is none yet, or any more.
+  // Sets the request window, which belongs to the service main thread; null when there is none.
   void SetRequestWindow(HWND window) { requestWindow_ = window; }
 
-  // The ordinary logon of the active logon system. May ask: service main thread only.
+  // Executes the ordinary logon of the active logon system. May show a dialog: service main thread
+  // only.
   void LogOn() noexcept;
-  // The same, on any thread, without waiting for a person: a logon that would have to ask is posted
-  // to the window, and dropped when there is none.
+  // The same on any thread, without waiting for the user: a logon that needs a dialog is posted to
+  // the request window, and dropped when there is none.
   void LogOnOrPost() noexcept;
   // Any thread.
   void LogOff(int flag) noexcept;

@@ -39,7 +39,7 @@ void MonitorThread::LogFailure() noexcept {
     events_.LogEvent(failure);
     lastFailure_ = failure;
   } catch (...) {
-    // Without memory for its text, the failure is not logged; the next cycle matters more.
+    // Out of memory: the failure is not logged, and the next cycle runs.
   }
 }
 

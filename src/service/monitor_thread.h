@@ -1,5 +1,5 @@
-// Makes the rules take effect: runs one enforcement cycle at once and then every twentieth time it
-// wakes, which is once a second. A cycle that fails is logged and the next one runs all the same.
+// Enforces the rules: runs one enforcement cycle immediately and then one every twenty wake-ups;
+// the thread wakes once a second. A failed cycle is logged, and the next one runs all the same.
 #pragma once
 
 #include <string>
@@ -15,19 +15,19 @@ class MonitorThread final : public WorkerThread {
   MonitorThread(SessionLog& session, EventLog& events) : session_(session), events_(events) {}
   ~MonitorThread() override { Join(); }
 
-  // After Stop: waits until the cycle that may be running is over. None begins afterwards.
+  // Call after Stop: waits until a running cycle is over. No cycle begins afterwards.
   void AwaitCycle();
 
  private:
   unsigned Run() noexcept override;
   void RunCycle() noexcept;
-  // Of the exception that is being handled.
+  // Logs the exception that is being handled.
   void LogFailure() noexcept;
 
   SessionLog& session_;
   EventLog& events_;
   CriticalSection cycle_;
-  // The failure that was logged last; the same one is not logged at every cycle.
+  // The failure logged last; the same one is not logged at every cycle.
   std::wstring lastFailure_;
 };
 

@@ -12,11 +12,11 @@ namespace quillgate {
 namespace {
 
 constexpr wchar_t kProgramKey[] = L"Software\\Quillgate";
-// Read from outside under this very spelling.
+// Other programs read the value under exactly this name.
 constexpr wchar_t kInstallPathValue[] = L"IInstallPath";
 constexpr std::size_t kPathLimit = 259;
 
-// The folder of the program as it was started. Nothing is told if it cannot be recorded.
+// Records the folder of the program as it was started. Failures are ignored.
 void RecordInstallPath(const std::wstring& program) {
   HKEY key = nullptr;
   if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, kProgramKey, 0, nullptr, REG_OPTION_NON_VOLATILE,
@@ -29,9 +29,10 @@ void RecordInstallPath(const std::wstring& program) {
                    static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
 }
 
-// A service that was killed while it blocked has left the gate closed, and after it is removed
-// nobody would open it any more. One that still runs has the hook to itself and opens it as it
-// stops. A machine without the drivers has nothing to be opened, and must not get them now.
+// A service that was killed while it blocked has left the gate closed, and once it is removed no
+// process opens the gate again. A service that still runs holds the hook and opens the gate when it
+// stops. On a machine without the drivers there is nothing to open, and they must not be installed
+// now.
 void OpenGateForGood() {
   IpFilterHook hook;
   if (hook.StartInstalled()) hook.Pass();

@@ -1,5 +1,4 @@
-// What the process does: it installs or removes the service, or is the service, by the first word
-// of its command line.
+// Installs the service, removes it or runs it, depending on the first argument of the command line.
 #pragma once
 
 #include <string>
@@ -10,8 +9,8 @@
 
 namespace quillgate {
 
-// Runs the process to its end, for the command line of these words. Its exit code: 1 when the
-// database cannot be opened, else 0.
+// Runs the process with these command line words and returns its exit code: 1 when the database
+// cannot be opened, else 0.
 int RunProcess(ServiceModule& service, ProcessObjects& objects,
                const std::vector<std::wstring>& words);
 

@@ -24,7 +24,7 @@ SessionLog& ProcessObjects::Session() {
   if (session_ == nullptr) {
     session_ = std::make_unique<SessionLog>(
         SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
-    madeSession_ = session_.get();
+    sharedSession_ = session_.get();
     logon_.SetSessionControl(session_.get());
     if (!session_->IsHookAvailable()) ReportMissingHook();
   }
@@ -53,12 +53,12 @@ void ProcessObjects::RecoverSessions() noexcept {
 }
 
 void ProcessObjects::OpenGateForGood() {
-  SessionLog* session = madeSession_;
+  SessionLog* session = sharedSession_;
   if (session != nullptr) session->OpenForGood();
 }
 
-// The users of another system are no use for the whole run, so a database that is in use at the
-// start is waited for; each attempt takes some seconds then.
+// With the wrong logon system the loaded users would be useless until the service is restarted. So
+// a database that is in use at the start is waited for; each attempt then takes some seconds.
 LogonSystem ProcessObjects::AwaitLogonSystem() {
   constexpr int kAttempts = 10;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -70,7 +70,8 @@ LogonSystem ProcessObjects::AwaitLogonSystem() {
 void ProcessObjects::LoadUsers() {
   const LogonSystem system = AwaitLogonSystem();
   users_ = std::make_shared<UserCollection>(system, database_);
-  // Saving the two replaces the table, so a table that could not be read must not count as empty.
+  // Saving the built-in users replaces the table, so a table that could not be read must not count
+  // as empty.
   if (users_->Count() == 0 && !HasNoUsers()) users_->LoadAll();
   if (system == LogonSystem::kNone && HasNoUsers()) EnsureBuiltInUsers(*users_);
   for (const std::wstring& name : users_->UnreadableNames()) {

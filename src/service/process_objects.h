@@ -1,6 +1,6 @@
-// The objects of which the process has one each, and what each is given to work with. Made at
-// process entry, before any thread; destroyed at process exit, after the service has stopped. Only
-// this folder makes them: everything else takes what it uses in its constructor.
+// The objects that exist once in the process, and their dependencies. Created at process entry,
+// before any thread; destroyed at process exit, after the service has stopped. Only this folder
+// creates them: all other code receives what it uses in its constructor.
 #pragma once
 
 #include <atomic>
@@ -24,7 +24,7 @@ namespace quillgate {
 class ProcessObjects {
  public:
   ProcessObjects() = default;
-  // Ends the monitor, then opens the gate and brings the drivers down.
+  // Ends the monitor thread, then opens the gate and stops the drivers.
   ~ProcessObjects();
   ProcessObjects(const ProcessObjects&) = delete;
   ProcessObjects& operator=(const ProcessObjects&) = delete;
@@ -39,30 +39,31 @@ class ProcessObjects {
   LogonRequests& Logons() { return logonRequests_; }
   StopRequest& Stop() { return stop_; }
 
-  // On the service main thread, before and after its message loop. Where there is no desktop, or
-  // the tray cannot be made, which is logged, the state of the gate shows in the event log and
-  // every question of a logon counts as cancelled.
+  // Called on the service main thread, before and after its message loop. If there is no desktop,
+  // or the tray cannot be created (which is logged), the event log shows the state of the gate and
+  // every prompt of a logon counts as cancelled.
   void EnterDesktop();
   void LeaveDesktop();
 
-  // The session object, made on the first call, which the service main thread makes. From then on
-  // logons and log-offs switch the gate.
+  // Returns the session object. The first call creates it and is made on the service main thread.
+  // From then on logons and log-offs switch the gate.
   SessionLog& Session();
 
-  // What the service begins with, and what needs no desktop: recovers what a crash left, closes the
-  // gate, loads the users, and logs on where no dialog is needed for that.
+  // The first steps of the service, which need no desktop: recovers the sessions of a crash, closes
+  // the gate, loads the users, and logs on if that needs no dialog.
   void BeginSession();
   void RecoverSessions() noexcept;
 
-  // For a process that ends though its main routine does not: opens the gate. Any thread.
+  // Opens the gate when the process ends although its main routine does not return. Any thread.
   void OpenGateForGood();
 
-  // The users of the logon system that the settings choose; the NONE system's two are made if its
-  // table is known to be empty. A user that cannot be read whole is logged.
+  // Loads the users of the logon system that the settings choose. Under NONE, creates the two
+  // built-in users if the table could be read and is empty. A user that cannot be read completely
+  // is logged.
   void LoadUsers();
   void ReleaseUsers();
 
-  // Makes the monitor and starts it. Throws std::runtime_error.
+  // Creates the monitor thread and starts it. Throws std::runtime_error.
   void StartMonitor();
   // Null before StartMonitor.
   MonitorThread* Monitor() { return monitor_.get(); }
@@ -86,7 +87,7 @@ class ProcessObjects {
   std::shared_ptr<UserCollection> users_;
   std::unique_ptr<DesktopObjects> desktop_;
   std::unique_ptr<SessionLog> session_;
-  std::atomic<SessionLog*> madeSession_{nullptr};  // for other threads
+  std::atomic<SessionLog*> sharedSession_{nullptr};  // for other threads
   std::unique_ptr<MonitorThread> monitor_;
 };
 

@@ -1,6 +1,6 @@
-// The indicator that the session object is given, which outlives the tray: speaks through the tray
-// while there is one, else through the event log. The session begins before it is known whether
-// there is a tray; what it says until then waits. Any thread.
+// The indicator of the session object, which outlives the tray: forwards to the tray while there is
+// one, else to the event log. The session begins before the process knows whether there is a tray;
+// calls that come earlier are queued. Any thread.
 #pragma once
 
 #include <functional>
@@ -13,17 +13,17 @@ namespace quillgate {
 
 class RelayIndicator final : public GateIndicator {
  public:
-  // What it speaks through where there is no tray.
+  // `withoutTray` is the target where there is no tray.
   explicit RelayIndicator(GateIndicator& withoutTray) : withoutTray_(withoutTray) {}
 
-  // When these return, nobody speaks through the one before any more, and what waited has been
-  // said.
+  // When these return, no thread calls the previous target any more, and the queued calls have been
+  // forwarded.
   void RelayTo(GateIndicator& target) {
     const CriticalSectionLock hold(lock_);
     target_ = &target;
-    for (const auto& say : waiting_)
-      say(target);
-    waiting_.clear();
+    for (const auto& call : queued_)
+      call(target);
+    queued_.clear();
   }
   void RelayWithoutTray() { RelayTo(withoutTray_); }
 
@@ -34,7 +34,7 @@ class RelayIndicator final : public GateIndicator {
                    int kind) override {
     Relay(&GateIndicator::ShowMessage, text, title, icon, kind);
   }
-  // Without a tray there is nothing to click on.
+  // Not queued: without a tray there is nothing to click on.
   bool Lock() override {
     const CriticalSectionLock hold(lock_);
     return target_ != nullptr && target_->Lock();
@@ -48,20 +48,20 @@ class RelayIndicator final : public GateIndicator {
   template <class Operation, class... Arguments>
   void Relay(Operation operation, const Arguments&... arguments) {
     const CriticalSectionLock hold(lock_);
-    const auto say = [operation, arguments...](GateIndicator& target) {
+    const auto call = [operation, arguments...](GateIndicator& target) {
       (target.*operation)(arguments...);
     };
     if (target_ == nullptr) {
-      waiting_.emplace_back(say);
+      queued_.emplace_back(call);
     } else {
-      say(*target_);
+      call(*target_);
     }
   }
 
   GateIndicator& withoutTray_;
   CriticalSection lock_;
   GateIndicator* target_ = nullptr;
-  std::vector<std::function<void(GateIndicator&)>> waiting_;
+  std::vector<std::function<void(GateIndicator&)>> queued_;
 };
 
 }  // namespace quillgate

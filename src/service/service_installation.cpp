@@ -11,7 +11,7 @@
 namespace quillgate {
 namespace {
 
-// For the manager to finish deleting the former service.
+// Time for the manager to finish deleting the previous service.
 constexpr DWORD kDeletionPauseMilliseconds = 1500;
 
 constexpr wchar_t kNoManager[] = L"Couldn't open service manager.";
@@ -19,7 +19,7 @@ constexpr wchar_t kNoService[] = L"Couldn't open service.";
 constexpr wchar_t kNotCreated[] = L"Couldn't create service.";
 constexpr wchar_t kNotDeleted[] = L"Service could not be deleted.";
 
-// Always false, the answer of what failed.
+// Shows the text and returns false, the result of the failed function.
 bool Fail(const wchar_t* text) {
   ::MessageBoxW(nullptr, text, kServiceName, MB_OK);
   return false;

@@ -1,19 +1,20 @@
-// The program's own entry in the service control manager. Failures are told in message boxes with
-// the service's name as caption.
+// The entry of this service in the service control manager. Failures are shown in message boxes
+// with the name of the service as caption.
 #pragma once
 
 namespace quillgate {
 
-// Makes the service afresh, to start with the system; it is not started. An entry that exists is
-// removed first, with a pause for the manager to forget it. Whether it was made.
+// Creates the service, to start with the system; it is not started. An existing service is removed
+// first, followed by a pause in which the manager deletes it. Returns whether the service was
+// created.
 bool InstallService();
 
-// Stops and removes the service. True when there is none.
+// Stops and removes the service. True also when it is not installed.
 bool UninstallService();
 
 bool IsServiceInstalled();
 
-// Sends the service the stop control; does not wait for its end.
+// Sends the stop control to the service; does not wait until it has stopped.
 void StopOwnService();
 
 }  // namespace quillgate

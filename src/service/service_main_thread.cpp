@@ -14,7 +14,7 @@ namespace quillgate {
 namespace {
 
 constexpr DWORD kMonitorStopMilliseconds = 5000;
-// For the monitor, which looks for the stop request once a second, to notice it.
+// Time for the monitor, which checks the stop request once a second, to notice it.
 constexpr DWORD kStopPauseMilliseconds = 500;
 
 constexpr std::uint32_t kLanguageBits = 0xFFFF;
@@ -30,7 +30,7 @@ void ServiceMainThread::Run() {
   try {
     objects_.BeginSession();
     objects_.StartMonitor();
-    // From here on a display server may be waited for, which enforcing must not do.
+    // From here on calls may wait for a display server, which enforcement must not do.
     InitialiseControls();
     objects_.EnterDesktop();
     window.emplace(objects_);
@@ -69,7 +69,7 @@ void ServiceMainThread::ApplyFirstDayOfWeek() {
 
 void ServiceMainThread::RunMessageLoop() {
   MSG message{};
-  // A popup menu that was open may have swallowed WM_QUIT.
+  // An open popup menu may have swallowed WM_QUIT.
   while (!objects_.Stop().IsRaised() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
@@ -81,7 +81,7 @@ void ServiceMainThread::TakeDown() {
   MonitorThread* monitor = objects_.Monitor();
   if (monitor != nullptr) monitor->Stop(kMonitorStopMilliseconds);
   ::Sleep(kStopPauseMilliseconds);
-  // The pause is enough for a monitor that sleeps; one in the middle of a cycle still uses the
+  // The pause is enough for a monitor that sleeps; in the middle of a cycle it still uses the
   // database.
   if (monitor != nullptr) monitor->AwaitCycle();
   const CriticalSectionLock noLogons(objects_.Logon().DecisionLock());

@@ -1,6 +1,6 @@
-// What the service does between "running" and "stopped": begins the session, starts the monitor,
-// joins the desktop, makes the hidden window, runs the message loop, and takes everything down in
-// order. Runs on the service main thread.
+// The work of the service between "running" and "stopped": begins the session, starts the monitor,
+// creates the desktop objects and the hidden window, runs the message loop, and takes everything
+// down in order. Runs on the service main thread.
 #pragma once
 
 #include "service/process_objects.h"
@@ -15,7 +15,7 @@ class ServiceMainThread {
       : module_(module), objects_(objects) {}
 
   // Returns when a stop has been requested. Throws std::runtime_error when the window or the
-  // monitor cannot be made; everything has been taken down then too.
+  // monitor cannot be created; everything has been taken down then too.
   void Run();
 
  private:

@@ -9,10 +9,10 @@ namespace {
 
 constexpr std::size_t kNameLimit = 256;
 
-// The module whose routines the service control manager calls, which come without a context.
+// The module whose routines the service control manager calls; the calls carry no context.
 std::atomic<ServiceModule*> dispatchedModule{nullptr};
 
-// Owns a mutex for as long as it lives.
+// Owns a mutex during its lifetime.
 class MutexOwner {
  public:
   explicit MutexOwner(HANDLE mutex) : mutex_(mutex) { ::WaitForSingleObject(mutex_, INFINITE); }
@@ -144,13 +144,13 @@ void ServiceModule::RequestStop() {
   const DWORD thread = mainThreadId_;
   if (thread != 0) ::PostThreadMessageW(thread, WM_QUIT, 0, 0);
   if (stopGuard_ != nullptr) return;
-  stopGuard_ = std::make_unique<StopGuard>(mainRoutine_.Get(), [this] { EndByForce(); });
+  stopGuard_ = std::make_unique<StopGuard>(mainRoutine_.Get(), [this] { ForceExit(); });
   stopGuard_->Start();
 }
 
-// On the guard's thread, with the main routine stuck somewhere: nothing may be waited for that it
-// could hold.
-void ServiceModule::EndByForce() {
+// Runs on the thread of the guard while the main routine is stuck: must not wait for anything that
+// the main routine could hold.
+void ServiceModule::ForceExit() {
   objects_.OpenGateForGood();
   objects_.Events().LogEvent(L"The service did not stop in time and was ended.");
   ReportState(SERVICE_STOPPED);
@@ -158,7 +158,7 @@ void ServiceModule::EndByForce() {
 }
 
 void ServiceModule::SetMainThread() {
-  // A thread has a queue to post to once it has looked into it.
+  // A thread gets its message queue with the first call that reads from it.
   MSG message{};
   ::PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
   mainThreadId_ = ::GetCurrentThreadId();

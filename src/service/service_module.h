@@ -1,6 +1,6 @@
-// The service as the service control manager sees it: its names, its status, its main routine and
-// its control handler. The process has one, made at process entry. The main routine runs on the
-// service main thread, the handler on the process's first thread.
+// The service for the service control manager: its names, its status, its main routine and its
+// control handler. The process has one, created at process entry. The main routine runs on the
+// service main thread, the handler on the first thread of the process.
 #pragma once
 
 #include <windows.h>
@@ -21,22 +21,22 @@ class ServiceModule {
   // Creates the mutex that marks a running process of this program.
   explicit ServiceModule(ProcessObjects& objects);
 
-  // Takes the names, resets the status and opens the database. False when that fails: the error has
-  // been shown, and the service of that name, should it run, been asked to stop.
+  // Stores the names, resets the status and opens the database. When the database cannot be opened,
+  // shows the error, sends the stop control to the service, in case it runs, and returns false.
   bool Initialise(const std::wstring& serviceName, const std::wstring& displayName);
 
-  // Hands the calling thread to the service control manager; returns when the service has stopped,
-  // or at once when the manager did not start this process, which is logged.
+  // Connects the calling thread to the service control manager. Returns when the service has
+  // stopped, or immediately when the manager did not start this process, which is logged.
   void RunAsService();
 
   // The main routine: reports the states and, in between, runs the service main thread.
   void RunServiceMain();
 
-  // One control of the service control manager.
+  // Handles one control of the service control manager.
   void HandleControl(DWORD control);
 
-  // The first action of the service main thread, from which on stop requests reach it by WM_QUIT;
-  // one that came before is made good for.
+  // Called first by the service main thread. From then on stop requests post WM_QUIT to it; for a
+  // request that came earlier, WM_QUIT is posted here.
   void SetMainThread();
 
   const std::wstring& ServiceName() const { return serviceName_; }
@@ -48,17 +48,17 @@ class ServiceModule {
 
   void ReportState(DWORD state);
   void RequestStop();
-  void EndByForce();
+  void ForceExit();
 
   ProcessObjects& objects_;
   KernelHandle runningMutex_;
-  // A mutex of the main routine, which may outlast the dispatcher by what it does after its last
-  // report.
+  // Mutex that the main routine owns while it runs. The main routine may still run when the
+  // dispatcher has returned, for what it does after its last report.
   KernelHandle mainRoutine_;
   std::atomic<DWORD> mainThreadId_{0};
   std::wstring serviceName_;
   std::wstring displayName_;
-  // The main routine's and the handler's threads both report.
+  // Protects the status: the main routine and the handler report on different threads.
   CriticalSection statusLock_;
   SERVICE_STATUS_HANDLE statusHandle_ = nullptr;
   SERVICE_STATUS status_{};

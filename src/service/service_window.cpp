@@ -5,7 +5,7 @@
 namespace quillgate {
 namespace {
 
-// What LogOff is told at an ordinary end of a logon, and after a critical resume.
+// The flag of LogOff at the ordinary end of a logon, and after a critical resume.
 constexpr int kOrdinaryLogOff = 1;
 constexpr int kLogOffAfterCrash = 0;
 
@@ -73,7 +73,7 @@ bool ServiceWindow::OnPowerEvent(WPARAM event) {
       objects_.Logons().LogOff(kOrdinaryLogOff);
       return true;
     case PBT_APMRESUMECRITICAL:
-      // Nobody was asked about this suspension: the session before it counts as crashed.
+      // The session before counts as crashed. Deliberate, see docs/behaviour.md.
       objects_.RecoverSessions();
       objects_.Logons().LogOff(kLogOffAfterCrash);
       objects_.Logons().LogOn();
@@ -87,7 +87,8 @@ bool ServiceWindow::OnPowerEvent(WPARAM event) {
 }
 
 void ServiceWindow::OnSessionChange(WPARAM reason) {
-  // Under the WINDOWS system the package's own log-off control ends the session.
+  // Under the WINDOWS system the log-off control of the logon notification package ends the
+  // session.
   if (reason == WTS_CONSOLE_DISCONNECT && System() != LogonSystem::kWindows) {
     objects_.Logons().LogOff(kOrdinaryLogOff);
   }

@@ -1,6 +1,5 @@
-// The service's hidden window: hears of suspensions, resumptions and changes of the console's
-// session, and carries out the first steps of the service when it is created. Lives on the service
-// main thread.
+// The hidden window of the service: receives suspend, resume and console session notifications, and
+// executes the steps of the first start when it is created. Used on the service main thread.
 #pragma once
 
 #include "frame/callback_window.h"
@@ -10,7 +9,7 @@ namespace quillgate {
 
 class ServiceWindow final : public CallbackWindow {
  public:
-  // Loads the library of session notifications if this system has it.
+  // Loads the library of the session notifications if this system has it.
   explicit ServiceWindow(ProcessObjects& objects);
   ~ServiceWindow() override;
 
@@ -22,7 +21,7 @@ class ServiceWindow final : public CallbackWindow {
 
   void OnCreate(HWND window);
   void OnFirstStart();
-  // Whether the event was one of those that are answered with TRUE.
+  // Handles WM_POWERBROADCAST. True when the message returns TRUE.
   bool OnPowerEvent(WPARAM event);
   void OnSessionChange(WPARAM reason);
 

@@ -10,7 +10,7 @@ unsigned StopGuard::Run() noexcept {
     try {
       onOverdue_();
     } catch (const std::exception&) {
-      // Without memory even for the last lines of the log; nothing else is owed.
+      // Out of memory for the last lines of the log. All other work is done.
     }
   } else {
     ::ReleaseMutex(mainRoutine_);

@@ -1,5 +1,5 @@
-// Who is logged on to Windows, as the logon notification package wrote it into the table WlNpData.
-// The program only reads that table. Any thread.
+// The user who is logged on to Windows, as the logon notification package stored the name in the
+// table WlNpData. The program only reads that table. Any thread.
 #pragma once
 
 #include "accounts/logon_session.h"

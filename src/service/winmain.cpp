@@ -1,4 +1,4 @@
-// The process's entry and its one set of objects.
+// The entry point of the process, which owns the process objects.
 #include <windows.h>
 
 #include <exception>
@@ -12,7 +12,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
     quillgate::ServiceModule service(objects);
     return quillgate::RunProcess(service, objects, quillgate::CommandLineWords());
   } catch (const std::exception&) {
-    // Only for lack of memory: everything else is answered where it happens.
+    // Out of memory: all other exceptions are handled where they are thrown.
     return 1;
   }
 }

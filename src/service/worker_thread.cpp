@@ -34,7 +34,8 @@ bool WorkerThread::Stop(DWORD timeoutMilliseconds) {
 }
 
 void WorkerThread::SignalCompletion() {
-  // Refused, since another thread owns it: that the thread has ended shows in the cleared handle.
+  // ReleaseMutex fails, because another thread owns the mutex. The cleared handle shows the
+  // completion.
   ::ReleaseMutex(completion_.exchange(nullptr));
 }
 

@@ -1,5 +1,5 @@
-// A thread of the program's own. Made suspended; Start lets it run, Stop asks it to end. A derived
-// class must call Join in its destructor, before what its Run uses goes.
+// A thread of the program. Created suspended; Start resumes it, Stop requests its end. A derived
+// class must call Join in its destructor, before the members that its Run uses are destroyed.
 #pragma once
 
 #include <windows.h>
@@ -20,21 +20,21 @@ class WorkerThread {
 
   void Start();
 
-  // Asks the thread to end and waits for its completion mutex. The thread that constructed this
-  // object owns that mutex, so there the wait is satisfied at once, whatever the thread does; Join
-  // waits for the end. Whether the wait was satisfied.
+  // Requests the end of the thread and waits for its completion mutex. The thread that constructed
+  // this object owns that mutex: on that thread the wait is satisfied immediately, even while the
+  // worker still runs. Join waits for the end. Returns whether the wait was satisfied.
   bool Stop(DWORD timeoutMilliseconds);
 
  protected:
-  // The thread's body; its result is the thread's exit code. Nothing may be thrown.
+  // The body of the thread; its result is the exit code of the thread. Must not throw.
   virtual unsigned Run() noexcept = 0;
 
   bool IsStopRequested() const { return stopRequested_; }
 
-  // The body's last action.
+  // The last call of the body.
   void SignalCompletion();
 
-  // Asks the thread to end and waits until it has, also when it was never started.
+  // Requests the end of the thread and waits for it, also when the thread was never started.
   void Join();
 
  private:
@@ -42,7 +42,7 @@ class WorkerThread {
 
   std::atomic<bool> stopRequested_{false};
   KernelHandle completionMutex_;
-  // The mutex for as long as completion has not been signalled.
+  // The mutex until completion is signalled, then null.
   std::atomic<HANDLE> completion_{nullptr};
   KernelHandle thread_;
   unsigned threadId_ = 0;

@@ -47,7 +47,7 @@ void HoursDialog::SetTexts(HWND) {
   grid_.Refresh();
 }
 
-// From the week's first day to Saturday, then from Sunday on.
+// Fills the rows from the first day of the week to Saturday, then from Sunday on.
 void HoursDialog::FillDays() {
   int row = 1;
   for (std::uint32_t day = firstDay_; day < kDays; ++day)
@@ -78,16 +78,16 @@ void HoursDialog::OnGridCommand(WORD code, LPARAM lParam) {
       Toggle({LOWORD(lParam), HIWORD(lParam)});
       break;
     case GCN_MOUSEMOVE:
-      OnPointerIn(*reinterpret_cast<const GridCell*>(lParam));
+      OnMouseMove(*reinterpret_cast<const GridCell*>(lParam));
       break;
     default:
       break;
   }
 }
 
-// A drag toggles each cell that it enters. The cell in which the button went down has been entered
-// before, so that the click alone toggles it.
-void HoursDialog::OnPointerIn(GridCell cell) {
+// A drag toggles each cell that the mouse enters. It had already entered the cell in which the
+// button went down, so only the click toggles that cell.
+void HoursDialog::OnMouseMove(GridCell cell) {
   if (cell == lastCell_) return;
   lastCell_ = cell;
   if (cell.row < 1 || cell.col < 1 || !IsPrimaryButtonDown()) return;

@@ -1,6 +1,6 @@
 // The editor of connection hours: a week as a grid of days and hours, where a click or a drag
-// switches hours between allowed and blocked. Works on a copy of the table it is given. Modal, for
-// one run; made and run on the service main thread.
+// switches hours between allowed and blocked. Works on a copy of the table that the caller passes.
+// Modal, for one run; created and run on the service main thread.
 #pragma once
 
 #include <cstdint>
@@ -15,13 +15,13 @@ namespace quillgate {
 
 class HoursDialog final : public DialogObject {
  public:
-  // The days stand in the order of the week that the settings tell; Monday comes first without one.
+  // The rows begin with the first day of the week from the settings, which is Monday by default.
   // The parent may be null.
   HoursDialog(const UiSurroundings& ui, Settings& settings, HWND parent, const HoursTable& hours);
 
-  // True when it was ended with OK: the caller then takes Hours() over.
+  // Shows the dialog. True when it was closed with OK: the caller then takes over Hours().
   bool Run();
-  // The hours as they have been edited so far.
+  // The hours as edited so far.
   const HoursTable& Hours() const { return hours_; }
 
  private:
@@ -34,14 +34,14 @@ class HoursDialog final : public DialogObject {
   void FillDays();
   void FillDay(int row, std::uint32_t day);
   void OnGridCommand(WORD code, LPARAM lParam);
-  void OnPointerIn(GridCell cell);
+  void OnMouseMove(GridCell cell);
   void Toggle(GridCell cell);
-  // Nothing for a cell that is not one of the week's hours.
+  // Nullopt for a cell that is not an hour of the week.
   std::optional<std::size_t> IndexOf(GridCell cell) const;
 
   HWND parent_;
   HoursTable hours_;
-  // 0 = Sunday; what the settings hold may be any number.
+  // 0 is Sunday. The settings may contain any number.
   std::uint32_t firstDay_;
   HoursGrid grid_;
   GridCell lastCell_;

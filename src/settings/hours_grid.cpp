@@ -11,8 +11,8 @@ namespace {
 
 constexpr int kDays = 7;
 constexpr int kHours = 24;
-// Pixels of the dialog.
-constexpr RECT kPlace{7, 7, 7 + 517, 7 + 155};
+// In pixels of the client area of the dialog.
+constexpr RECT kBounds{7, 7, 7 + 517, 7 + 155};
 constexpr int kCellEdge = 19;
 constexpr int kDayNameWidth = 60;
 constexpr int kHeadingPoints = 8;
@@ -23,8 +23,8 @@ struct Setting {
   WPARAM wParam;
   LPARAM lParam;
 };
-// In the order in which they are sent.
-constexpr std::array kLooks = {
+// Sent in this order.
+constexpr std::array kSettings = {
     Setting{GCM_SETCOLRESIZE, FALSE, 0},
     Setting{GCM_SETGRIDLINECOLOR, RGB(0, 0, 0), 0},
     Setting{GCM_SETEDITABLE, FALSE, 0},
@@ -32,7 +32,7 @@ constexpr std::array kLooks = {
     Setting{GCM_SETSIZE, kDays, kHours},
     Setting{GCM_SETTITLEHEIGHT, 0, 0},
     Setting{GCM_SETROWHIGHLIGHT, FALSE, 0},
-    // The cursor's frame is XORed: in black nobody sees it.
+    // The frame of the cursor is drawn with XOR: black makes it invisible.
     Setting{GCM_SETCURSORCOLOR, RGB(0, 0, 0), 0},
     Setting{GCM_SETCOLLETTERS, FALSE, 0},
     Setting{GCM_SETROWNUMBERS, FALSE, 0},
@@ -63,16 +63,16 @@ void HoursGrid::Create(HWND dialog) {
   const HINSTANCE instance = ::GetModuleHandleW(nullptr);
   RegisterGridClass(instance);
   window_ = ::CreateWindowExW(0, kGridClassName, L"Custom Grid Control", WS_CHILD | WS_VISIBLE,
-                              kPlace.left, kPlace.top, kPlace.right - kPlace.left,
-                              kPlace.bottom - kPlace.top, dialog,
+                              kBounds.left, kBounds.top, kBounds.right - kBounds.left,
+                              kBounds.bottom - kBounds.top, dialog,
                               reinterpret_cast<HMENU>(UINT_PTR{kHoursGridId}), instance, nullptr);
   if (window_ == nullptr) return;
-  SetLooks();
+  ApplySettings();
   SetHeadings();
 }
 
-void HoursGrid::SetLooks() {
-  for (const Setting& each : kLooks)
+void HoursGrid::ApplySettings() {
+  for (const Setting& each : kSettings)
     Send(each.message, each.wParam, each.lParam);
 }
 
@@ -80,8 +80,7 @@ void HoursGrid::SetHeadings() {
   headingFont_ = MakeHeadingFont();
   Send(GCM_SETHEADINGFONT, reinterpret_cast<WPARAM>(headingFont_.Get()));
   Send(GCM_SETCOLWIDTH, 0, kDayNameWidth);
-  // One past the last: the end of the day. It is stored like the others and lies beyond the
-  // columns that are shown.
+  // One heading beyond the last column. Deliberate, see docs/behaviour.md.
   for (int col = 1; col <= kHours + 1; ++col)
     SetHourHeading(col);
 }

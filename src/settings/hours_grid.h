@@ -1,7 +1,7 @@
-// The grid of the hours editor: below a row of hour headings one row for each day of the week, with
-// a cell for each hour, green where connecting is allowed and red where it is blocked. Owned by the
-// editor; used on the service main thread while the editor's dialog is open. Without a window, for
-// the system may refuse it, everything here does nothing.
+// The grid of the hours editor: a row of hour headings, and below it one row for each day of the
+// week with a cell for each hour, green where connecting is allowed and red where it is blocked.
+// Owned by the editor; used on the service main thread while the dialog is open. If the system
+// refuses the window, every function is ignored.
 #pragma once
 
 #include <windows.h>
@@ -14,30 +14,32 @@
 
 namespace quillgate {
 
-// The identifier that a grid tells the pointer's moves with is the one it must have, then.
+// A grid sends GCN_MOUSEMOVE with this identifier whatever its own one is, so this grid gets it.
 inline constexpr int kHoursGridId = kGridMouseMoveId;
 
 class HoursGrid {
  public:
-  // Makes the window inside the dialog, with the hours as headings and all days still empty.
+  // Creates the window as a child of the dialog, with the hours as headings and all days still
+  // empty.
   void Create(HWND dialog);
 
   // Rows count from 1.
   void SetDayName(int row, const std::wstring& name);
-  // The cell of an hour is in the hour's column, which count from 1.
+  // Shows an hour as blocked or allowed. The column of hour 0 is 1.
   void ShowHour(GridCell cell, bool blocked);
-  // Paints at once.
+  // Repaints immediately.
   void Refresh();
 
  private:
-  void SetLooks();
+  void ApplySettings();
   void SetHeadings();
   void SetHourHeading(int col);
   void SetText(GridCell cell, const std::wstring& text);
   void Send(UINT message, WPARAM wParam, LPARAM lParam = 0);
   void SendCell(UINT message, GridCell cell, LPARAM lParam);
 
-  // The window draws with it, but does not own it: it ends after the dialog, with the editor.
+  // The window draws with this font but does not own it. The font is destroyed with the editor,
+  // after the dialog.
   FontHandle headingFont_;
   HWND window_ = nullptr;
 };

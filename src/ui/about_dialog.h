@@ -1,5 +1,5 @@
-// The About box: which program this is, and which version of it. Modal; made and run on the service
-// main thread.
+// The About box: name and version of the program. Modal; created and run on the service main
+// thread.
 #pragma once
 
 #include "frame/dialog_object.h"

@@ -12,7 +12,7 @@ std::vector<AdapterProperties> AllAdapters() {
   DWORD bytes = 0;
   EnumerateAdapterProperties(nullptr, 0, &bytes);
   std::vector<AdapterProperties> adapters(bytes / kAdapterRecordBytes);
-  // One more may have been plugged in since.
+  // Fails if another adapter was added between the two calls.
   if (EnumerateAdapterProperties(adapters.data(), bytes, &bytes) != NO_ERROR) return {};
   return adapters;
 }

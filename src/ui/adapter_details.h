@@ -1,4 +1,5 @@
-// What the connection sheet tells about the measured adapter. Asks the machine on every call.
+// The details of the measured adapter that the connection sheet shows. Every call queries the
+// system.
 #pragma once
 
 #include <string>
@@ -15,8 +16,8 @@ struct AdapterDetail {
   bool operator==(const AdapterDetail&) const = default;
 };
 
-// In the order in which they are shown: name, MAC address, addresses, gateways, name servers; one
-// entry for each value. What is not known is left out.
+// Returns the details in the order in which they are shown: name, MAC address, addresses, gateways,
+// name servers; one entry for each value. Values that the system does not report are left out.
 std::vector<AdapterDetail> ReadAdapterDetails(const std::wstring& serviceName);
 
 }  // namespace quillgate

@@ -1,5 +1,5 @@
-// The page of the connection sheet that tells about the measured adapter, as it was when the sheet
-// was opened.
+// The page of the connection sheet with the details of the measured adapter, as they were when the
+// page was created.
 #pragma once
 
 #include <vector>

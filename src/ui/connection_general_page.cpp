@@ -10,7 +10,7 @@ namespace {
 
 constexpr UINT_PTR kRefreshTimer = 1;
 constexpr UINT kRefreshMilliseconds = 1000;
-// Until then the rates would be those of fewer seconds.
+// With fewer refreshes the average would cover fewer than eight seconds.
 constexpr int kRefreshesToWarmUp = 7;
 constexpr double kMegabytesPerByte = 9.5367431640625e-07;
 constexpr wchar_t kUnknown[] = L"-";
@@ -34,7 +34,7 @@ constexpr ControlText kLabels[] = {
     {IDC_UPLOADS_LABEL, kMsgUploadsLabel},
 };
 
-// The value controls of one period, and where its usage stands.
+// The value controls of one period, and the member with its usage.
 struct PeriodColumn {
   PeriodUsage UsageOverview::*usage;
   int timeOnline;
@@ -66,7 +66,7 @@ ConnectionGeneralPage::ConnectionGeneralPage(const ConnectionSurroundings& surro
 
 bool ConnectionGeneralPage::OnInitDialog(HWND window) {
   Control(::GetParent(window), IDOK).Show(false);
-  // First of all, so that a failure of the database leaves a page that lives.
+  // Before the database is used, so that the page is refreshed even if the database fails.
   ::SetTimer(window, kRefreshTimer, kRefreshMilliseconds, nullptr);
   Reset();
   Refresh(window);

@@ -1,6 +1,7 @@
-// The live page of the connection sheet: the running session, its transfer rates, and what the user
-// has used up. Refreshed once a second without asking the database, which is asked when the page
-// opens and when another session has begun, and again until it has answered.
+// The live page of the connection sheet: the running session, its transfer rates, and the usage of
+// the user. Refreshed once a second. The usage is read from the database when the page opens and
+// when a new session has begun; after a failure every refresh tries again. Other refreshes do not
+// use the database.
 #pragma once
 
 #include <exception>
@@ -24,7 +25,7 @@ class ConnectionGeneralPage final : public PropertyPage {
   bool OnInitDialog(HWND window) override;
   void SetTexts(HWND window) override;
 
-  // Forgets what does not change within a session.
+  // Discards what does not change within a session.
   void Reset();
   void ReadUsage(const User& user);
   void Refresh(HWND window);
@@ -36,7 +37,8 @@ class ConnectionGeneralPage final : public PropertyPage {
   const SessionLog& session_;
   RateHistory& rates_;
   LogonSystem logonSystem_ = LogonSystem::kNone;
-  // Nothing while the database cannot tell; then why.
+  // Nullopt until the usage has been read; `readFailure_` is the exception of the last failed
+  // attempt.
   std::optional<UsageOverview> usage_;
   std::exception_ptr readFailure_;
   int refreshes_ = 0;

@@ -1,5 +1,5 @@
 // The sheet "Connection information": the running session live, and the measured adapter. Modal;
-// made and opened on the service main thread. Closes by itself when nobody is logged on.
+// created and opened on the service main thread. Closes by itself when no user is logged on.
 #pragma once
 
 #include "frame/ui_surroundings.h"
@@ -8,7 +8,7 @@
 
 namespace quillgate {
 
-// All of it outlives the sheet.
+// All of these must outlive the sheet.
 struct ConnectionSurroundings {
   const UiSurroundings& ui;
   Settings& settings;
@@ -27,7 +27,7 @@ class ConnectionSheet {
 
  private:
   ConnectionSurroundings surroundings_;
-  // From one opening to the next.
+  // Kept while the sheet is closed.
   RateHistory rates_;
 };
 

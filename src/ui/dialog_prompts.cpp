@@ -22,7 +22,7 @@ std::optional<std::wstring> DialogPrompts::AskFirstUserName() {
   const IndicatorLock locked(indicator_);
   for (;;) {
     auto name = InputDialog(ui_).Run(nullptr, kMsgAddNewUser, kMsgEnterFirstUser);
-    // Whether an empty answer is asked for again is decided by whoever asks.
+    // The caller decides whether to prompt again after an empty name.
     if (!name || name->empty() || IsStorableUserName(*name)) return name;
     ShowError(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgInvalidUserName));
   }

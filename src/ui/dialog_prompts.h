@@ -1,5 +1,5 @@
-// The questions of a logon as dialogs on the screen, during which the tray ignores clicks. The
-// process has one, made by service/; the questions are asked on the service main thread.
+// Shows the prompts of a logon as dialogs; the tray ignores clicks while one is open. The process
+// has one, created by service/. Used on the service main thread.
 #pragma once
 
 #include "accounts/logon_session.h"
@@ -12,7 +12,7 @@ namespace quillgate {
 
 class DialogPrompts final : public LogonPrompts {
  public:
-  // All of it outlives the object.
+  // All of these must outlive the object.
   DialogPrompts(const UiSurroundings& ui, Settings& settings, const GdiPlus& gdiPlus,
                 GateIndicator& indicator);
 

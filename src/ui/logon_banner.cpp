@@ -23,22 +23,22 @@ BannerFont LogonFont() {
 LogonBanner::LogonBanner(const GdiPlus& gdiPlus) : drawer_(gdiPlus, LogonFont()) {}
 
 void LogonBanner::Paint(HDC context, int dialogWidth, const std::wstring& text) {
-  if (!picture_.IsValid()) Compose(context, text);
-  if (!picture_.IsValid()) return;
-  ::BitBlt(context, 0, 0, kWidth, kHeight, picture_.Get(), 0, 0, SRCCOPY);
+  if (!composed_.IsValid()) Compose(context, text);
+  if (!composed_.IsValid()) return;
+  ::BitBlt(context, 0, 0, kWidth, kHeight, composed_.Get(), 0, 0, SRCCOPY);
   for (int x = kWidth; x < dialogWidth; ++x)
-    ::BitBlt(context, x, 0, 1, kHeight, picture_.Get(), kWidth - 1, 0, SRCCOPY);
+    ::BitBlt(context, x, 0, 1, kHeight, composed_.Get(), kWidth - 1, 0, SRCCOPY);
 }
 
-void LogonBanner::Compose(HDC like, const std::wstring& text) {
+void LogonBanner::Compose(HDC reference, const std::wstring& text) {
   bitmap_.Reset(static_cast<HBITMAP>(::LoadImageW(::GetModuleHandleW(nullptr),
                                                   MAKEINTRESOURCEW(IDB_LOGON_BANNER), IMAGE_BITMAP,
                                                   0, 0, LR_DEFAULTCOLOR)));
   if (!bitmap_.IsValid()) return;
-  picture_.Reset(::CreateCompatibleDC(like));
-  if (!picture_.IsValid()) return;
-  ::SelectObject(picture_.Get(), bitmap_.Get());
-  drawer_.Draw(picture_.Get(), kTextX, kTextY, text);
+  composed_.Reset(::CreateCompatibleDC(reference));
+  if (!composed_.IsValid()) return;
+  ::SelectObject(composed_.Get(), bitmap_.Get());
+  drawer_.Draw(composed_.Get(), kTextX, kTextY, text);
 }
 
 }  // namespace quillgate

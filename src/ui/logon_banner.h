@@ -1,5 +1,5 @@
-// The picture along the top of the logon dialog with "Log on" written on it. Composed in memory on
-// the first paint, copied to the dialog on every one. Belongs to a dialog, on its thread.
+// The image along the top of the logon dialog with "Log on" written on it. Composed in memory on
+// the first paint, copied to the dialog on every paint. Belongs to a dialog, on its thread.
 #pragma once
 
 #include <windows.h>
@@ -18,17 +18,18 @@ class LogonBanner {
 
   explicit LogonBanner(const GdiPlus& gdiPlus);
 
-  // Paints the banner as wide as the dialog, in pixels: its last column is continued as far as need
-  // be. The text counts on the first paint. Nothing is painted without the picture.
+  // Paints the banner as wide as the dialog, in pixels: the last column of the image is repeated up
+  // to the right edge. The text of the first call is used. Paints nothing when the image cannot be
+  // loaded.
   void Paint(HDC context, int dialogWidth, const std::wstring& text);
 
  private:
-  void Compose(HDC like, const std::wstring& text);
+  void Compose(HDC reference, const std::wstring& text);
 
   BannerTextDrawer drawer_;
-  // Goes after the context in which it is selected.
+  // Declared first, so that it is destroyed after the context in which it is selected.
   BitmapHandle bitmap_;
-  MemoryDcHandle picture_;
+  MemoryDcHandle composed_;
 };
 
 }  // namespace quillgate

@@ -13,8 +13,8 @@ namespace {
 constexpr UINT_PTR kBannerTimer = 1;
 constexpr UINT kBannerTimerMilliseconds = 1500;
 constexpr UINT_PTR kPauseTimer = 2;
-// Pixels by which the password row of the template takes the place of the user row, for the
-// override password; and by which it leaves room for the user row, in the other forms.
+// Pixels by which the password row of the template moves: up to the position of the user row for
+// the override password, else down below the user row. Its label also moves to the right.
 constexpr int kRowUp = 16;
 constexpr int kRowDown = 15;
 constexpr int kLabelRight = 5;
@@ -152,7 +152,8 @@ void LogonDialog::AdmitPassword(HWND window) const {
   password.Enable(left == 0);
   Control(window, IDOK).Enable(left == 0);
   if (left > 0) {
-    // Not to Cancel, which Enter would press: who goes on typing shall not close the dialog.
+    // The dialog itself takes the focus. If Cancel had it, a user who goes on typing would close
+    // the dialog with Enter.
     ::SetFocus(window);
     ::SetTimer(window, kPauseTimer, left, nullptr);
     return;

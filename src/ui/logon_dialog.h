@@ -1,5 +1,5 @@
-// Asks who logs on, with the password; under the NONE system for the override password alone. Made
-// and run on the service main thread.
+// The logon dialog: user name and password; under the NONE system the override password alone.
+// Created and run on the service main thread.
 #pragma once
 
 #include <string>
@@ -16,10 +16,9 @@ struct LogonDialogSurroundings {
   const UiSurroundings& ui;
   Settings& settings;
   const GdiPlus& gdiPlus;
-  // Set by the first banner that was painted in the process, the only one that is repainted by a
-  // timer.
+  // Set when the first banner of the process is painted. Only that banner is repainted by a timer.
   bool& bannerTimerUsed;
-  // Goes on from one dialog to the next.
+  // Continues from one dialog to the next.
   PasswordPause& passwordPause;
 };
 
@@ -28,12 +27,12 @@ class LogonDialog final : public DialogObject {
   LogonDialog(const LogonDialogSurroundings& surroundings, LogonSystem system,
               const LogonCandidates& candidates);
 
-  // Returns when the dialog has been closed. Whether a user was accepted, who is remembered as the
-  // last one; the third wrong password closes it like Cancel, and after each one there is a pause.
-  // The parent may be null.
+  // Shows the dialog and returns when it has been closed. True when a user was accepted; the name
+  // is then stored as that of the last logon. A pause follows each wrong password; the third one
+  // closes the dialog like Cancel. The parent may be null.
   bool Run(HWND parent);
 
-  // Who was accepted.
+  // The name of the user who was accepted.
   const std::wstring& UserName() const { return userName_; }
 
  private:
@@ -45,7 +44,7 @@ class LogonDialog final : public DialogObject {
   void OnTimer(HWND window, UINT_PTR timer) const;
   void OnOk(HWND window);
   void OnWrongPassword(HWND window);
-  // Lets a password be entered, or keeps it from being entered as long as the pause lasts.
+  // Enables the password field and OK, or disables them until the pause is over.
   void AdmitPassword(HWND window) const;
   void OnPaint(HWND window);
   void Close(HWND window, int result);
@@ -53,7 +52,8 @@ class LogonDialog final : public DialogObject {
   DWORD PauseLeft() const { return pause_.Left(::GetTickCount()); }
   bool IsOverride() const { return system_ == LogonSystem::kNone; }
   void PositionPasswordRow(HWND window) const;
-  // Whether the user of the last logon is among them, who is then the one chosen.
+  // Lists the users and selects the user of the last logon, else the first. Returns whether the
+  // user of the last logon is in the list.
   bool ListUsers(HWND window) const;
   std::wstring ChosenName(HWND window) const;
 

@@ -14,12 +14,12 @@ constexpr int kTextLeft = 24;
 constexpr UINT kExtraWidth = 25;
 constexpr UINT kLeastHeight = 20;
 
-// Of the item that was measured last: all have the same font.
+// Text height of the item measured last, in pixels. All items are measured in the same font.
 int textHeight = 0;
 
 LOGFONTW MenuFont() {
   NONCLIENTMETRICSW metrics{};
-  // The structure without its last member, which older systems do not know.
+  // The size without the last member, which older systems do not support.
   metrics.cbSize = offsetof(NONCLIENTMETRICSW, iPaddedBorderWidth);
   ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
   return metrics.lfMenuFont;
@@ -35,7 +35,7 @@ BrushHandle MakeBrush(COLORREF colour) {
   return BrushHandle(::CreateBrushIndirect(&brush));
 }
 
-// Sets the colours of texts for as long as it lives.
+// Sets the text colours of a context and restores the previous ones in the destructor.
 class TextColours {
  public:
   TextColours(HDC context, COLORREF text, COLORREF background)
@@ -99,7 +99,7 @@ int OwnerDrawMenu::Track(StopRequest& stop) {
   POINT cursor{};
   if (!::GetCursorPos(&cursor)) return -1;
   if (Window() == nullptr && !Create()) return 0;
-  // A menu of a window in the background would not close when the user clicks elsewhere.
+  // A menu whose window is in the background would not close when the user clicks elsewhere.
   ::SetForegroundWindow(Window());
   stop.SetMenuOwner(Window());
   const int command = TrackAt(cursor, stop);
@@ -107,10 +107,10 @@ int OwnerDrawMenu::Track(StopRequest& stop) {
   return command;
 }
 
-int OwnerDrawMenu::TrackAt(POINT place, const StopRequest& stop) {
+int OwnerDrawMenu::TrackAt(POINT position, const StopRequest& stop) {
   if (stop.IsRaised()) return 0;
   const int command =
-      ::TrackPopupMenuEx(menu_.Get(), TPM_RETURNCMD, place.x, place.y, Window(), nullptr);
+      ::TrackPopupMenuEx(menu_.Get(), TPM_RETURNCMD, position.x, position.y, Window(), nullptr);
   return stop.IsRaised() ? 0 : command;
 }
 

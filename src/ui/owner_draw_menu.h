@@ -1,6 +1,6 @@
-// A popup menu whose items are drawn by the program: a text and an icon of 16 x 16 in a column of
-// 20 pixels, the default item bold. A submenu is an object of its own; the outermost one's window
-// hears of all. Lives on the service main thread.
+// An owner-drawn popup menu: each item has a text and a 16 x 16 icon in a column of 20 pixels; the
+// default item is bold. A submenu is filled as an object of its own; the window of the outermost
+// menu receives the messages of all. Used on the service main thread.
 #pragma once
 
 #include <string>
@@ -17,26 +17,26 @@ struct MenuTrait {
   static Type Invalid() { return nullptr; }
   static void Close(Type menu) { ::DestroyMenu(menu); }
 };
-// A menu that is not part of another one; its submenus go with it.
+// Owns a menu that is not a submenu. Destroying it destroys its submenus.
 using MenuHandle = UniqueHandle<MenuTrait>;
 
 class OwnerDrawMenu final : public CallbackWindow {
  public:
   OwnerDrawMenu();
-  // Each appends an item. The icon, which may be null, is borrowed. The submenu gives its items
-  // away and is empty afterwards; one without items makes no submenu.
+  // Each appends an item. The icon is borrowed and may be null. The item takes over the menu of
+  // `submenu`, which is empty afterwards; an empty `submenu` adds an item without a submenu.
   void AppendSeparator();
   void Append(const std::wstring& text, WORD command, HICON icon, OwnerDrawMenu& submenu);
 
-  // Marks the item of that command, if there is one.
+  // Makes the item of that command the default, if there is one.
   void SetDefault(WORD command);
 
   // Shows the menu at the cursor and returns when it has closed: the chosen command, 0 for none or
-  // when the program is to stop, -1 when the cursor's place is not known.
+  // when the program is to stop, -1 when the cursor position cannot be determined.
   int Track(StopRequest& stop);
 
  private:
-  int TrackAt(POINT place, const StopRequest& stop);
+  int TrackAt(POINT position, const StopRequest& stop);
 
   LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
@@ -44,10 +44,10 @@ class OwnerDrawMenu final : public CallbackWindow {
   void MeasureItem(MEASUREITEMSTRUCT& item) const;
   void DrawItem(const DRAWITEMSTRUCT& item) const;
   void DrawText(const DRAWITEMSTRUCT& item) const;
-  // Of this menu or a submenu.
+  // Of an item of this menu or of a submenu.
   std::wstring TextOf(UINT command) const;
 
-  MenuHandle menu_;  // made with the first item
+  MenuHandle menu_;  // created with the first item
   FontHandle normalFont_;
   FontHandle boldFont_;
 };

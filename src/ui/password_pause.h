@@ -1,6 +1,6 @@
-// How long nobody may try a password after wrong ones, so that passwords cannot be guessed through
-// the dialog. Kept by whoever opens the dialogs, for a new one does not end the pause. Used on the
-// service main thread.
+// The pause after wrong passwords, so that passwords cannot be guessed through the logon dialog.
+// Owned by the object that opens the dialogs, because a new dialog does not end the pause. Used on
+// the service main thread.
 #pragma once
 
 #include <windows.h>
@@ -9,11 +9,10 @@ namespace quillgate {
 
 class PasswordPause {
  public:
-  // Ticks are those of GetTickCount, which turn over.
-  // One second after the first wrong password, twice as long after each further one in a row, 64
-  // seconds at most.
+  // Starts a pause: one second after the first wrong password, twice as long after each further one
+  // in a row, 64 seconds at most. Ticks are those of GetTickCount, which wrap.
   void NoteWrong(DWORD tick);
-  // The next wrong password counts as the first again.
+  // The next wrong password counts as the first one again.
   void NoteRight() { length_ = 0; }
 
   // Milliseconds until the next password may be tried; 0: at once.

@@ -1,5 +1,5 @@
-// What a user has used up in the periods that the connection sheet shows. Reads the database, which
-// may throw DBerror.
+// The usage of a user in the periods that the connection sheet shows. Reads the database, which may
+// throw DBerror.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace quillgate {
 
-// Finished sessions alone.
+// Finished sessions only.
 struct PeriodUsage {
   std::uint64_t seconds = 0;
   std::uint64_t bytesReceived = 0;

@@ -1,6 +1,6 @@
 // The transfer rates of the last eight seconds, from readings of the running session that are taken
-// once a second. Outlives the sheet that shows them: one for the process, on the service main
-// thread.
+// once a second. The process has one, which outlives the sheet that shows the rates. Used on the
+// service main thread.
 #pragma once
 
 #include <array>
@@ -12,14 +12,14 @@ namespace quillgate {
 
 class RateHistory {
  public:
-  // Whether the reading belongs to a later session than the one before it.
+  // Whether the reading belongs to a later session than the previous reading.
   bool IsOfNewSession(const SessionReading& reading) const;
 
-  // Adds what came since the reading before. Forgets all former seconds if nothing had come until
-  // then.
+  // Adds the bytes transferred since the previous reading. If that reading had no bytes, all
+  // earlier seconds are discarded first.
   void Add(const SessionReading& reading);
 
-  // What comes next is the first reading of a session.
+  // The next reading is the first of a session.
   void Restart() { previous_ = {}; }
 
   // The average of the eight seconds in units of 1024 bytes per second, whole numbers.

@@ -1,5 +1,4 @@
-// What was entered in a password field, kept no longer than it is needed: the memory is wiped when
-// the object goes.
+// The text of a password field. The destructor wipes the memory.
 #pragma once
 
 #include <windows.h>

@@ -20,7 +20,7 @@ TrayMenuState TrayCommands::State() const {
 
 void TrayCommands::Perform(int command) noexcept {
   try {
-    Carry(static_cast<TrayCommand>(command));
+    Execute(static_cast<TrayCommand>(command));
   } catch (...) {
     ShowCurrentException(nullptr, catalogue_);
   }
@@ -28,13 +28,13 @@ void TrayCommands::Perform(int command) noexcept {
 
 void TrayCommands::PerformDoubleClick() noexcept {
   try {
-    CarryDoubleClick();
+    ExecuteDoubleClick();
   } catch (...) {
     ShowCurrentException(nullptr, catalogue_);
   }
 }
 
-void TrayCommands::Carry(TrayCommand command) {
+void TrayCommands::Execute(TrayCommand command) {
   switch (command) {
     case TrayCommand::kExit:
       logonControl_.LogOffFromTray();
@@ -50,7 +50,7 @@ void TrayCommands::Carry(TrayCommand command) {
       logonControl_.LogOffFromTray();
       break;
     case TrayCommand::kLogOn:
-      // Who is logged on by the system has nothing to log off from: no reminder.
+      // Users that the system logs on cannot log off here, so they get no reminder.
       if (CurrentLogonSystem(settings_) == LogonSystem::kQuillgate) {
         LogOnWithReminder();
       } else {
@@ -78,7 +78,7 @@ void TrayCommands::Carry(TrayCommand command) {
   }
 }
 
-void TrayCommands::CarryDoubleClick() {
+void TrayCommands::ExecuteDoubleClick() {
   const TrayMenuState state = State();
   if (state.logonSystem == LogonSystem::kNone) {
     Open(openers_.connection);

@@ -1,5 +1,5 @@
-// What the items of the tray's menu and a double click on the icon do. Runs on the service main
-// thread; a command that opens a dialog or sheet returns when it has been closed.
+// Executes the items of the tray menu and a double click on the icon. Runs on the service main
+// thread; a command that opens a dialog or sheet returns when that has been closed.
 #pragma once
 
 #include <functional>
@@ -13,18 +13,19 @@
 
 namespace quillgate {
 
-// What is opened elsewhere; each runs until what it opened is closed. An empty one is a part that
-// is missing, and the user is told so.
+// Functions that open dialogs and sheets or stop the service; each returns when what it opened has
+// been closed. An empty function stands for a component that is missing, which a message box
+// reports.
 struct TrayOpeners {
   std::function<void()> connection;
   std::function<void()> settings;
   std::function<void()> statistics;
   std::function<void()> about;
-  // Sends the service the stop control; tells the user when it cannot.
+  // Sends the stop control to the service; shows a message box when that fails.
   std::function<void()> stopService;
 };
 
-// All of it outlives the tray.
+// All of these must outlive the tray.
 struct TraySurroundings {
   const MessageCatalogue& catalogue;
   Settings& settings;
@@ -43,17 +44,17 @@ class TrayCommands {
   const MessageCatalogue& Catalogue() const { return catalogue_; }
   TrayMenuState State() const;
 
-  // Carries out a chosen item; any number that is no command does nothing. A failure is shown in a
-  // message box.
+  // Executes the command of a chosen item; a number that is not a command is ignored. A failure is
+  // shown in a message box.
   void Perform(int command) noexcept;
   void PerformDoubleClick() noexcept;
 
  private:
-  void Carry(TrayCommand command);
-  void CarryDoubleClick();
+  void Execute(TrayCommand command);
+  void ExecuteDoubleClick();
   void LogOnWithReminder();
   void Override(std::wstring_view userName);
-  // Once for each user.
+  // Shows the reminder once for each user.
   void RemindToLogOff();
   void Open(const std::function<void()>& opener);
 

@@ -1,7 +1,6 @@
-// The program's icon in the notification area: shows the state of the gate, and opens the menu
-// from which everything else is reached. The process has one, made by service/ on the service main
-// thread before the session object, and destroyed there. As the gate's indicator it may be told
-// things on any thread.
+// The icon of the program in the notification area: shows the state of the gate, and opens the
+// menu. The process has one, created by service/ on the service main thread and destroyed there.
+// The functions of GateIndicator may be called on any thread.
 #pragma once
 
 #include <atomic>
@@ -19,7 +18,8 @@ class OwnerDrawMenu;
 
 class TrayController final : public TrayIcon, public GateIndicator {
  public:
-  // All of it outlives the controller. Throws std::runtime_error when there can be no window.
+  // All of these must outlive the controller. Throws std::runtime_error when the window cannot be
+  // created.
   explicit TrayController(const TraySurroundings& surroundings);
 
   void SetIcon(GateIcon icon) override;
@@ -32,15 +32,15 @@ class TrayController final : public TrayIcon, public GateIndicator {
   bool Lock() override;
   void Unlock() override;
 
-  // That of the last balloon.
+  // The kind of the last balloon.
   int LastMessageKind() const { return lastKind_; }
 
  private:
   void OnButtonUp(MouseButton button) override;
   void OnDoubleClick() override;
 
-  // Shows the menu of the present state at the cursor; the chosen command's number, 0 when nothing
-  // was chosen, -1 when there was no telling where the cursor is.
+  // Shows the menu for the current state at the cursor. Returns the number of the chosen command, 0
+  // when none was chosen, -1 when the cursor position cannot be determined.
   int BuildAndTrackMenu();
   void Fill(OwnerDrawMenu& popup, const std::vector<TrayMenuItem>& items) const;
 

@@ -11,7 +11,7 @@ constexpr wchar_t kClassName[] = L"QGTrayWindowClass";
 constexpr UINT kCallbackMessage = WM_USER + 1;
 constexpr UINT kBalloonMilliseconds = 10000;
 
-// As much of the text as fits, and its end.
+// Copies as much of the text as fits, and fills the rest of the field with zeros.
 template <std::size_t size>
 void Copy(const std::wstring& text, WCHAR (&field)[size]) {
   const std::size_t length = std::min(text.size(), size - 1);
@@ -21,7 +21,7 @@ void Copy(const std::wstring& text, WCHAR (&field)[size]) {
 
 NOTIFYICONDATAW HiddenRecord(HWND window) {
   NOTIFYICONDATAW record{};
-  // The members up to here are what every notification area with balloons knows.
+  // Every notification area with balloons supports the members up to here.
   record.cbSize = offsetof(NOTIFYICONDATAW, guidItem);
   record.hWnd = window;
   record.uFlags = NIF_MESSAGE | NIF_TIP | NIF_STATE | NIF_INFO;
@@ -78,7 +78,7 @@ bool TrayIcon::SetIconHandle(IconHandle icon) {
   record_.uFlags |= NIF_ICON;
   record_.hIcon = icon.Get();
   const bool accepted = Send(NIM_MODIFY);
-  // The one before was on show until now.
+  // The previous icon was shown until now.
   icon_ = std::move(icon);
   return accepted;
 }
@@ -96,7 +96,7 @@ bool TrayIcon::ShowBalloon(const std::wstring& text, const std::wstring& title, 
   record_.dwInfoFlags = iconFlags;
   const bool accepted = Send(NIM_MODIFY);
   if (!accepted && ::GetLastError() == ERROR_FILE_NOT_FOUND) {
-    // The texts stay until the balloon is on show.
+    // The texts stay in the record until the balloon is shown.
     Send(NIM_ADD);
   } else {
     ClearBalloon();
@@ -130,14 +130,14 @@ LRESULT CALLBACK TrayIcon::WindowProc(HWND window, UINT message, WPARAM wParam,
     auto* icon = reinterpret_cast<TrayIcon*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
     if (icon != nullptr) icon->Route(message, lParam);
   } catch (...) {
-    // What a handler could not tell a person has no other way to be told.
+    // Handlers show their own failures; there is no other way to report one from here.
   }
   return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
 void TrayIcon::Route(UINT message, LPARAM lParam) {
   if (message == kCallbackMessage) OnCallback(LOWORD(lParam));
-  // The shell has started again and knows of no icon.
+  // The shell was restarted and has lost the icon.
   if (message == taskbarCreated_) AddAgain();
 }
 

@@ -1,6 +1,7 @@
-// One icon of the notification area with its tip and balloons, and the hidden window that hears of
-// clicks on it. Made and destroyed on the service main thread, where the handlers run; icon, tip
-// and balloons may be changed on any thread and do not wait for the window's thread.
+// One icon of the notification area with its tip and balloons, and the hidden window that receives
+// its mouse messages. Created and destroyed on the service main thread, which runs the handlers.
+// Icon, tip and balloons may be changed on any thread; the calls do not wait for the thread of the
+// window.
 #pragma once
 
 #include <windows.h>
@@ -13,13 +14,13 @@
 
 namespace quillgate {
 
-// As the handlers number them.
+// The numbers that the handlers use.
 enum class MouseButton { kLeft = 1, kRight = 2 };
 
 class TrayIcon {
  public:
-  // Makes the window and adds the icon, hidden. Where there is no notification area yet, the icon
-  // comes when one appears. Throws std::runtime_error when there can be no window.
+  // Creates the window and adds the icon, hidden. If there is no notification area yet, the icon is
+  // added when one appears. Throws std::runtime_error when the window cannot be created.
   TrayIcon();
   virtual ~TrayIcon();
   TrayIcon(const TrayIcon&) = delete;
@@ -27,19 +28,20 @@ class TrayIcon {
 
   HWND Window() const { return window_; }
 
-  // Each tells whether the notification area took the change. If not, the change is kept and shown
-  // with the next one that is taken.
+  // Each returns whether the notification area accepted the change. A change that was not accepted
+  // is kept and sent again with the next one.
   bool ShowIcon();
-  // Owns the icon from now on; the one before is destroyed.
+  // Takes ownership of the icon; the previous one is destroyed.
   bool SetIconHandle(IconHandle icon);
   // At most 127 characters are shown.
   bool SetTipText(const std::wstring& text);
-  // At most 255 characters of text and 63 of title; `iconFlags` is one of NIIF_. An icon that the
-  // area has lost is added again, with the balloon; the answer is then still false.
+  // At most 255 characters of text and 63 of title; `iconFlags` is one of NIIF_. If the
+  // notification area has lost the icon, the icon is added again with the balloon, and the function
+  // still returns false.
   bool ShowBalloon(const std::wstring& text, const std::wstring& title, DWORD iconFlags);
 
  protected:
-  // What the user does with the icon. Nothing happens unless overridden; what is thrown is dropped.
+  // Handlers of the mouse messages. The default is to do nothing; exceptions are dropped.
   virtual void OnButtonDown(MouseButton) {}
   virtual void OnButtonUp(MouseButton) {}
   virtual void OnDoubleClick() {}
@@ -54,7 +56,7 @@ class TrayIcon {
   void OnCallback(UINT event);
   void ClearBalloon();
   void AddAgain();
-  // Sends the record as it is.
+  // Sends the record to the notification area.
   bool Send(DWORD message);
 
   HWND window_ = nullptr;

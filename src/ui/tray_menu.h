@@ -1,4 +1,4 @@
-// Which items the tray's menu has: a pure function of who is logged on and what the settings allow.
+// The items of the tray menu: a pure function of the current user and the settings.
 #pragma once
 
 #include <windows.h>
@@ -29,7 +29,7 @@ enum class TrayCommand : WORD {
 struct TrayMenuState {
   LogonSystem logonSystem = LogonSystem::kNone;
   bool isLoggedOn = false;
-  // Empty and false while nobody is logged on.
+  // Empty and false while no user is logged on.
   std::wstring userName;
   bool isAdministrator = false;
   bool statisticsForAdministrators = false;
@@ -50,7 +50,8 @@ struct TrayMenuItem {
 
 struct TrayMenu {
   std::vector<TrayMenuItem> items;  // from top to bottom
-  // Drawn bold. May name an item that the menu does not have; then none is bold.
+  // Drawn bold. May be an item that the menu does not have; then none is bold. Deliberate, see
+  // docs/behaviour.md.
   TrayCommand defaultCommand = TrayCommand::kNone;
 };
 

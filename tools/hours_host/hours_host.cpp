@@ -1,7 +1,7 @@
-// The editor of connection hours by itself: hours_host LANGUAGE FIRST_DAY opens it on the desktop,
-// with office hours allowed on weekdays and the mornings at the weekend, and prints how it was
-// ended ("OK" or "Cancel") and then the table's 168 digits. LANGUAGE is a language identifier, 1033
-// or 1053; FIRST_DAY is 0 for Sunday ... 6.
+// Runs the editor of connection hours alone: hours_host LANGUAGE FIRST_DAY opens it on the desktop,
+// with office hours allowed on weekdays and the mornings at the weekend. Prints "OK" or "Cancel",
+// as the dialog was closed, and then the 168 digits of the table. LANGUAGE is a language
+// identifier, 1033 or 1053; FIRST_DAY is 0 for Sunday ... 6.
 #include <windows.h>
 
 #include <cstdio>
