@@ -22,7 +22,7 @@ bool AddNames(sqlite3_stmt* statement, int columns, TableBuilder& table) {
 bool AddRow(sqlite3_stmt* statement, int columns, TableBuilder& table) {
   for (int column = 0; column < columns; ++column) {
     const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-    // No text of a value that is not NULL: there was no memory to convert it.
+    // No text for a value that is not NULL: out of memory.
     if (text == nullptr && sqlite3_column_type(statement, column) != SQLITE_NULL) return false;
     const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
     if (!table.Add(text, bytes)) return false;
@@ -30,16 +30,17 @@ bool AddRow(sqlite3_stmt* statement, int columns, TableBuilder& table) {
   return true;
 }
 
-// A statement that is not reset holds on to the state of the database that it read.
+// Until it is reset, a statement keeps its read transaction open.
 struct StatementResetter {
   void operator()(sqlite3_stmt* statement) const { sqlite3_reset(statement); }
 };
 
-// Steps to the end. The column names are only in the table when there are rows.
+// Steps to the end. The table has column names only when there are rows.
 int ReadRows(sqlite3_stmt* statement, TableBuilder& table, ResultShape& shape) {
   int code = sqlite3_step(statement);
   if (code != SQLITE_ROW) return code;
-  // Only now: a statement that was compiled again for a changed schema may have other columns.
+  // Read after the first step: a statement that was recompiled after a schema change may have other
+  // columns.
   shape.columns = sqlite3_column_count(statement);
   if (!AddNames(statement, shape.columns, table)) return SQLITE_NOMEM;
   for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
@@ -53,10 +54,10 @@ int ReadRows(sqlite3_stmt* statement, TableBuilder& table, ResultShape& shape) {
 }  // namespace
 
 int Connection::Failure(int code, std::string& message) {
-  // The code may be our own, without an error of the database's.
+  // The code may be this library's own, without an error of SQLite.
   const bool isDatabaseError = (sqlite3_errcode(database_.get()) & kPrimaryCode) == code;
   message = isDatabaseError ? sqlite3_errmsg(database_.get()) : sqlite3_errstr(code);
-  // The file was moved away under a rollback journal: nothing but reopening helps.
+  // The file was moved away under a rollback journal: only reopening helps.
   const bool moved = sqlite3_extended_errcode(database_.get()) == SQLITE_READONLY_DBMOVED;
   return isDatabaseError && moved ? SQLITE_MISUSE : code;
 }
@@ -76,7 +77,7 @@ int Connection::Compile(std::string_view sql, StatementHandle& statement, std::s
 int Connection::Execute(std::string_view sql, TableBuilder& table, ResultShape& shape,
                         std::string& message) {
   if (sql.size() > INT_MAX) return Failure(SQLITE_TOOBIG, message);
-  // What is written to a file that is no longer there would be lost without a word.
+  // Writes to a file that was moved away would be lost without an error.
   if (HasMoved(database_.get())) {
     message = "the database file was moved or replaced";
     return SQLITE_MISUSE;
@@ -92,7 +93,7 @@ int Connection::Execute(std::string_view sql, TableBuilder& table, ResultShape& 
 
   std::unique_ptr<sqlite3_stmt, StatementResetter> running(statement);
   const int code = ReadRows(statement, table, shape) & kPrimaryCode;
-  // Somebody has kept the locks of the write-ahead log for all of SQLite's attempts.
+  // Another process held the locks of the write-ahead log during all of SQLite's attempts.
   if (code == SQLITE_PROTOCOL) return Failure(SQLITE_BUSY, message);
   if (code != SQLITE_DONE) return Failure(code, message);
   running.reset();

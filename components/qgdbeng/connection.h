@@ -1,4 +1,4 @@
-// One open database. Any thread: statements run one after the other.
+// One open database. Any thread: statements are serialized by a mutex.
 #pragma once
 
 #include <mutex>
@@ -11,7 +11,7 @@
 
 namespace quillgate::engine {
 
-// The shape of a result; the values are in the table builder.
+// The dimensions of a result; its values are in the table builder.
 struct ResultShape {
   int rows = 0;
   int columns = 0;
@@ -22,7 +22,7 @@ class Connection {
   // Throws OpenError.
   explicit Connection(const std::string& path) : database_(OpenDatabaseFile(path)) {}
 
-  // Runs one statement: its result code, and the reason in `message` when that is not 0.
+  // Runs one statement. Returns its result code; `message` is the reason when the code is not 0.
   int Run(std::string_view sql, TableBuilder& table, ResultShape& shape, std::string& message);
 
   int LatestCode();
@@ -36,7 +36,7 @@ class Connection {
 
   std::mutex mutex_;
   DatabaseHandle database_;
-  StatementCache cache_;  // after the database: statements go first
+  StatementCache cache_;  // declared last: statements are finalized first
   int latestCode_ = SQLITE_OK;
 };
 

@@ -15,7 +15,8 @@ std::shared_ptr<Connection> ConnectionTable::Find(const void* handle) {
 }
 
 void ConnectionTable::Remove(const void* handle) {
-  std::shared_ptr<Connection> removed;  // closes, which may take a while, outside of the lock
+  // Closed after the lock is released, since closing may take a while.
+  std::shared_ptr<Connection> removed;
   const std::lock_guard lock(mutex_);
   const auto found = connections_.find(reinterpret_cast<std::uintptr_t>(handle));
   if (found == connections_.end()) return;

@@ -1,5 +1,5 @@
-// The open connections of the process. What a caller holds is a number, never a pointer, so that a
-// connection that was closed is told from an open one. Any thread.
+// The open connections of the process. A caller's handle is a number, never a pointer, so that a
+// closed connection is recognized. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -15,15 +15,16 @@ class ConnectionTable {
  public:
   void* Insert(std::shared_ptr<Connection> connection);
 
-  // Null when the handle is not one of an open connection.
+  // Null when the handle is not that of an open connection.
   std::shared_ptr<Connection> Find(const void* handle);
 
-  // The connection closes when the statement that still runs on it has ended.
+  // Invalidates the handle. The connection closes when the statement still running on it has
+  // finished.
   void Remove(const void* handle);
 
  private:
   std::mutex mutex_;
-  std::uintptr_t latest_ = 0;  // numbers are never used twice
+  std::uintptr_t latest_ = 0;  // numbers are never reused
   std::map<std::uintptr_t, std::shared_ptr<Connection>> connections_;
 };
 

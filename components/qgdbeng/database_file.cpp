@@ -6,24 +6,25 @@ namespace quillgate::engine {
 
 namespace {
 
-// The file, and what SQLite reads and locks beside it: its logs, and the index of the later one.
+// The suffixes of the file and of the files that SQLite reads and locks beside it: the rollback
+// journal, the write-ahead log and the log's index.
 constexpr const char* kSuffixes[] = {"", "-journal", "-wal", "-shm"};
 
-// While opening, another process may be making the same file or recovering it: wait for that. The
-// statements afterwards do not wait; their caller has a way of its own of trying again.
+// While opening, another process may be creating or recovering the same file, so opening waits for
+// it. Statements do not wait: their callers retry.
 constexpr int kOpenWaitMilliseconds = 2000;
 constexpr int kOpenRetryMilliseconds = 10;
 
-// In order: the log needs the file unlocked once; a full synchronisation makes each commit last;
-// sorted intermediate results leave no files behind; the rest bounds memory (kibibytes) and the
-// size of the log after it was written back (bytes).
+// In this order: the write-ahead log needs the file unlocked once. A full synchronisation makes
+// each commit durable. Sorted intermediate results leave no files behind. The rest limits memory
+// (in kibibytes) and the size of the log after a checkpoint (in bytes).
 constexpr const char* kSettings[] = {
     "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",           "PRAGMA temp_store=MEMORY",
     "PRAGMA cache_size=-1024", "PRAGMA journal_size_limit=1048576",
 };
 
-// Tries again while another process has the file: where waiting might be a deadlock, as on the way
-// to the write-ahead log, SQLite answers busy without asking the busy handler.
+// Retries while another process has the file locked: where waiting could deadlock, as when
+// switching to the write-ahead log, SQLite returns busy without calling the busy handler.
 void Run(sqlite3* database, const char* sql, const std::string& path) {
   int code = SQLITE_BUSY;
   for (int waited = 0; waited <= kOpenWaitMilliseconds; waited += kOpenRetryMilliseconds) {
@@ -51,7 +52,7 @@ DatabaseHandle OpenDatabaseFile(const std::string& givenPath) {
   if (code != SQLITE_OK) Fail(opened != nullptr ? sqlite3_errmsg(opened) : "no memory", path);
   if (sqlite3_db_readonly(opened, "main") != 0) Fail("the file cannot be written", path);
 
-  // Reads the file, and so finds out what is no database, before anything is written to it.
+  // Reads the file, and so refuses what is not a database before anything is written to it.
   Run(opened, "SELECT 1 FROM sqlite_master LIMIT 1", path);
   for (const char* setting : kSettings)
     Run(opened, setting, path);

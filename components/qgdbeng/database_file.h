@@ -1,4 +1,4 @@
-// Opening the database file itself: what may be opened, how it is made, how it is kept.
+// Opens the database file: which files are accepted, how a new one is created, and its settings.
 #pragma once
 
 #include <sqlite3.h>
@@ -15,16 +15,16 @@ struct DatabaseCloser {
 };
 using DatabaseHandle = std::unique_ptr<sqlite3, DatabaseCloser>;
 
-// Opens the file for reading and writing, or makes it, its owner's alone, when it is not there;
-// throws OpenError. It has a write-ahead log (where the file system can share memory; else the
-// rollback journal stays, as safe and slower), and every commit reaches the disk. Before anything
-// is read, the file and those beside it are made their owner's alone; a link, what is no file, and
-// what belongs to another user is refused. Statements on the connection do not wait for other
-// processes.
+// Opens the file for reading and writing. A missing file is created, accessible to its owner only.
+// Throws OpenError. The file has a write-ahead log; where the file system cannot share memory, it
+// keeps the rollback journal, which is as safe and slower. Every commit reaches the disk. Before
+// anything is read, the file and those beside it are restricted to their owner; links, whatever is
+// not a regular file, and files of another user are refused. Statements on the connection do not
+// wait for other processes.
 DatabaseHandle OpenDatabaseFile(const std::string& path);
 
-// Whether the file that was opened is not at its path any more. Windows lets nobody move or delete
-// an open database file, so there it never is.
+// Whether the open file was moved, deleted or replaced. Always false on Windows, where an open
+// database file cannot be moved or deleted.
 bool HasMoved(sqlite3* database);
 
 }  // namespace quillgate::engine

@@ -13,16 +13,16 @@ using quillgate::engine::TableBuilder;
 
 namespace {
 
-void GiveMessage(char** message, const char* text) noexcept {
+void SetMessage(char** message, const char* text) noexcept {
   if (message != nullptr) *message = ::strdup(text);
 }
 
-// What `ask` answers about an open connection; `otherwise` when it is not open.
-template <class Question>
-int Ask(void* connection, int otherwise, Question ask) noexcept {
+// Returns the result of `query` for an open connection, `otherwise` when it is not open.
+template <class Function>
+int Query(void* connection, int otherwise, Function query) noexcept {
   try {
     const auto open = Connections().Find(connection);
-    return open == nullptr ? otherwise : ask(*open);
+    return open == nullptr ? otherwise : query(*open);
   } catch (const std::exception&) {
     return otherwise;
   }
@@ -37,7 +37,7 @@ int RunStatement(Connection& connection, const char* sql, char*** table, ResultS
     *table = builder.Release();
   } else {
     shape = {};
-    GiveMessage(message, reason.c_str());
+    SetMessage(message, reason.c_str());
   }
   return code;
 }
@@ -50,9 +50,9 @@ void* dbengproc1(const char* path, int mode, char** message) noexcept {
     if (path != nullptr && mode == 0) {
       return Connections().Insert(std::make_shared<Connection>(path));
     }
-    GiveMessage(message, path == nullptr ? "no file name given" : "unknown mode");
+    SetMessage(message, path == nullptr ? "no file name given" : "unknown mode");
   } catch (const std::exception& error) {
-    GiveMessage(message, error.what());
+    SetMessage(message, error.what());
   }
   return nullptr;
 }
@@ -61,20 +61,20 @@ void dbengproc2(void* connection) noexcept {
   try {
     Connections().Remove(connection);
   } catch (const std::exception&) {
-    // A lock that cannot be taken: the connection stays open, which harms nobody.
+    // The mutex cannot be locked: the connection stays open, which does no harm.
   }
 }
 
 int dbengproc3(void* connection) noexcept {
-  return Ask(connection, SQLITE_MISUSE, [](Connection& open) { return open.LatestCode(); });
+  return Query(connection, SQLITE_MISUSE, [](Connection& open) { return open.LatestCode(); });
 }
 
 int dbengproc4(void* connection) noexcept {
-  return Ask(connection, 0, [](Connection& open) { return open.ChangedRows(); });
+  return Query(connection, 0, [](Connection& open) { return open.ChangedRows(); });
 }
 
 int dbengproc5(void* connection) noexcept {
-  return Ask(connection, 0, [](Connection& open) { return open.InTransaction() ? 1 : 0; });
+  return Query(connection, 0, [](Connection& open) { return open.InTransaction() ? 1 : 0; });
 }
 
 const char* dbengproc6(int code) noexcept {
@@ -86,7 +86,7 @@ int dbengproc10(void* connection, const char* sql, char*** table, int* rows, int
   if (message != nullptr) *message = nullptr;
   if (table != nullptr) *table = nullptr;
   if (sql == nullptr || table == nullptr || rows == nullptr || columns == nullptr) {
-    GiveMessage(message, "an argument is missing");
+    SetMessage(message, "an argument is missing");
     return SQLITE_MISUSE;
   }
   ResultShape shape;
@@ -96,11 +96,11 @@ int dbengproc10(void* connection, const char* sql, char*** table, int* rows, int
     if (open != nullptr) {
       code = RunStatement(*open, sql, table, shape, message);
     } else {
-      GiveMessage(message, "the connection is not open");
+      SetMessage(message, "the connection is not open");
     }
   } catch (const std::exception&) {
     code = SQLITE_NOMEM;
-    GiveMessage(message, sqlite3_errstr(code));
+    SetMessage(message, sqlite3_errstr(code));
   }
   *rows = shape.rows;
   *columns = shape.columns;

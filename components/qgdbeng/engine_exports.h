@@ -1,20 +1,21 @@
-// The engine library's entry points, as programs fetch them by name. Texts are UTF-8 and end with a
-// NUL. Result codes are SQLite's primary ones: 0 success, 1 error in the statement, 5 and 6 busy
-// and locked, 17 schema changed, 21 when the connection cannot be used: never opened, closed, or
-// its file moved away or replaced, so that only reopening mends it. Any thread; statements of one
-// connection run one after the other. Nothing throws across these functions.
+// The entry points of the engine library, which programs load by name. Texts are UTF-8 and end with
+// a NUL. Result codes are SQLite's primary ones: 0 success, 1 error in the statement, 5 and 6 busy
+// and locked, 17 schema changed, 21 the connection cannot be used: it was never opened, it is
+// closed, or its file was moved or replaced, so that it must be reopened. Any thread; statements of
+// one connection run one after the other. No exceptions leave these functions.
 #pragma once
 
 #pragma GCC visibility push(default)
 extern "C" {
 
-// Opens the database file, making it (readable by its owner alone) when there is none. Backslashes
+// Opens the database file. A missing one is created, readable by its owner only. Backslashes
 // separate folders as slashes do. `mode` must be 0. A folder, a file that is not a database (which
-// stays as it is) and a file that cannot be written are refused. Null on failure; then *message is
-// a text to release with dbengproc18. Statements never wait for other processes: they answer 5.
+// stays unchanged) and a file that cannot be written are refused. Returns null on failure; *message
+// is then a text to release with dbengproc18. Statements never wait for other processes: they
+// return 5.
 void* dbengproc1(const char* path, int mode, char** message) noexcept;
 
-// Closes; a connection that is not open is left alone.
+// Closes the connection. Ignored when it is not open.
 void dbengproc2(void* connection) noexcept;
 
 // The result code of the latest statement of this connection; 21 when it is not open.
@@ -26,21 +27,21 @@ int dbengproc4(void* connection) noexcept;
 // 1 while a transaction is open on this connection, else 0.
 int dbengproc5(void* connection) noexcept;
 
-// What a result code means, in English. Never null, not to be released.
+// The meaning of a result code, in English. Never null, not to be released.
 const char* dbengproc6(int code) noexcept;
 
 // Runs one statement. On success *table holds (*rows + 1) * *columns texts: the column names, then
 // the values row after row, null for NULL; release it with dbengproc11. A statement without rows
-// gives 0 rows, 0 columns and a table that needs no release. Text with more than one statement is
+// returns 0 rows, 0 columns and a table that needs no release. Text with more than one statement is
 // refused with code 1 before any of it runs. On failure *table is null and *message a text to
 // release with dbengproc18; `message` itself may be null.
 int dbengproc10(void* connection, const char* sql, char*** table, int* rows, int* columns,
                 char** message) noexcept;
 
-// Releases a result table; null is fine.
+// Releases a result table; null is ignored.
 void dbengproc11(char** table) noexcept;
 
-// Releases an error text; null is fine.
+// Releases an error text; null is ignored.
 void dbengproc18(char* message) noexcept;
 
 // The engine's version, such as "3.40.1". Not to be released.

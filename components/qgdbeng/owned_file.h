@@ -1,6 +1,6 @@
-// The files of a database as the system keeps them: their owner's alone, the process's own user or,
-// on Windows, the administrators. One source for each system. Paths are UTF-8; failures throw
-// OpenError.
+// Creates and protects the files of a database: only their owner has access. The owner is the
+// process's user or, on Windows, the administrators. There is one source file per system. Paths are
+// UTF-8; failures throw OpenError.
 #pragma once
 
 #include <stdexcept>
@@ -8,7 +8,7 @@
 
 namespace quillgate::engine {
 
-// Why a file was not opened, for the user to read.
+// Why a file was not opened, as a text for the user.
 class OpenError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -18,17 +18,18 @@ class OpenError : public std::runtime_error {
   throw OpenError(reason + ": " + path);
 }
 
-// An absolute path: a name with a special meaning for SQLite is then a plain file name too.
+// Returns an absolute path. SQLite then takes a name with a special meaning as a plain file name,
+// too.
 std::string FullPath(const std::string& path);
 
-// Makes the file, if it is missing, before SQLite can make it readable for others. What SQLite
-// makes beside it afterwards is as closed to others as the file is.
+// Creates the file when it is missing, before SQLite could create it readable for others. The files
+// that SQLite creates beside it later are restricted like this one.
 void MakeFile(const std::string& path);
 
-// Makes a file that exists its owner's alone, and refuses a link, what is no file, and what belongs
-// to another user. The digests of passwords are in these files, and a lock on any of them, for
-// which reading is enough, holds up whoever writes. One that came from elsewhere, such as a copy
-// put back, may be open to others; whoever has opened it before this has it open still.
+// Restricts an existing file to its owner. Refuses links, whatever is not a regular file, and files
+// of another user. These files hold digests of passwords, and a lock on any of them, for which read
+// access is enough, blocks writers. A file that came from elsewhere, such as a restored copy, may
+// be open to others. A process that has opened it before keeps it open.
 void KeepFromOthers(const std::string& path);
 
 }  // namespace quillgate::engine

@@ -32,8 +32,8 @@ std::string FullPath(const std::string& givenPath) {
   return full.native();
 }
 
-// The descriptor of a file that exists is never opened and closed here: that would drop the locks
-// that another connection of this process has on it. SQLite gives what it makes the file's mode.
+// An existing file is never opened and closed here: that would drop the locks that another
+// connection of this process has on it. SQLite creates its files with the mode of this one.
 void MakeFile(const std::string& path) {
   const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly);
   if (file >= 0) {
@@ -43,7 +43,7 @@ void MakeFile(const std::string& path) {
   }
 }
 
-// By path alone: closing a descriptor of a file drops the locks that other connections of this
+// Works on the path: closing a descriptor of a file drops the locks that other connections of this
 // process have on it.
 void KeepFromOthers(const std::string& path) {
   struct stat status {};
@@ -54,7 +54,7 @@ void KeepFromOthers(const std::string& path) {
     if ((status.st_mode & ALLPERMS) == kOwnerOnly) return;
     result = ::fchmodat(AT_FDCWD, path.c_str(), kOwnerOnly, AT_SYMLINK_NOFOLLOW);
   }
-  // One that is not there, or no longer, will be made with the mode of the database file.
+  // A missing file, or one removed meanwhile, will be created with the mode of the database file.
   if (result != 0 && errno != ENOENT) Fail(std::strerror(errno), path);
 }
 

@@ -29,20 +29,20 @@ std::filesystem::path WidePath(const std::string& path) {
   return std::u8string(path.begin(), path.end());
 }
 
-// The system's own call as SQLite makes it, but that a new file is its owner's alone, whatever its
-// folder hands down, and that a link is not followed.
+// CreateFileW as SQLite calls it, with two differences: a new file is accessible to its owner only,
+// whatever the folder's inherited entries are, and a link is not followed.
 HANDLE WINAPI CreateOwnersFile(LPCWSTR name, DWORD access, DWORD share,
                                LPSECURITY_ATTRIBUTES /*attributes*/, DWORD disposition, DWORD flags,
-                               HANDLE like) noexcept {
+                               HANDLE templateFile) noexcept {
   SECURITY_ATTRIBUTES attributes = OwnerAccess::OfProcess().ForNewFile();
   return ::CreateFileW(name, access, share, &attributes, disposition,
-                       flags | FILE_FLAG_OPEN_REPARSE_POINT, like);
+                       flags | FILE_FLAG_OPEN_REPARSE_POINT, templateFile);
 }
 
-// Left to itself, SQLite makes its logs, and the index of the later one, with the list that their
-// folder hands down.
+// By default SQLite creates its logs, and the index of the write-ahead log, with the access list
+// inherited from their folder.
 bool GuardWhatSqliteMakes() {
-  OwnerAccess::OfProcess();  // throws here, not in the call
+  OwnerAccess::OfProcess();  // throws here rather than in the callback
   sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
   const auto call = reinterpret_cast<sqlite3_syscall_ptr>(&CreateOwnersFile);
   if (system == nullptr || system->xSetSystemCall(system, "CreateFileW", call) != SQLITE_OK) {
@@ -51,7 +51,8 @@ bool GuardWhatSqliteMakes() {
   return true;
 }
 
-// Null when there is none. A folder is opened too, to be told apart.
+// Opens the file to restrict its access; null when there is none. Folders are opened, too, so that
+// they can be recognized.
 SystemHandle OpenToNarrow(const std::string& path) {
   constexpr DWORD kAccess = READ_CONTROL | WRITE_DAC | FILE_READ_ATTRIBUTES;
   constexpr DWORD kFlags = FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS;
@@ -108,11 +109,11 @@ void MakeFile(const std::string& path) {
   }
 }
 
-// Through a handle, so that what was looked at is what is changed; closing it leaves alone the
+// Works on a handle, so that the file checked is the file changed. Closing the handle keeps the
 // locks that other connections have on the file.
 void KeepFromOthers(const std::string& path) {
   const SystemHandle file = OpenToNarrow(path);
-  // SQLite will make one that is not there, or no longer, as the database file was made.
+  // SQLite will create a missing file, or one removed meanwhile, like the database file.
   if (file == nullptr) return;
   RefuseWhatIsNoFile(file.get(), path);
   RefuseWhatIsOthers(file.get(), path);

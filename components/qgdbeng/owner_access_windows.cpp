@@ -32,7 +32,7 @@ OwnerAccess::OwnerAccess() {
 void OwnerAccess::FindOwner() {
   DWORD bytes = sizeof(owner_);
   Require(::CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, Owner(), &bytes));
-  // False for an administrator who has not asked for his rights.
+  // False for an administrator whose process is not elevated.
   BOOL administrates = FALSE;
   Require(::CheckTokenMembership(nullptr, Owner(), &administrates));
   if (administrates == FALSE) TakeUserAsOwner();
@@ -57,7 +57,7 @@ void OwnerAccess::MakeList() {
   Require(::InitializeSecurityDescriptor(&descriptor_, SECURITY_DESCRIPTOR_REVISION));
   Require(::SetSecurityDescriptorOwner(&descriptor_, Owner(), FALSE));
   Require(::SetSecurityDescriptorDacl(&descriptor_, TRUE, List(), FALSE));
-  // Without it the folder's entries are added.
+  // Without this flag the folder's inheritable entries are added.
   Require(::SetSecurityDescriptorControl(&descriptor_, SE_DACL_PROTECTED, SE_DACL_PROTECTED));
 }
 

@@ -1,8 +1,8 @@
-// Who may use the database's files on Windows: their owner and nobody else. A process with the
-// rights of the administrators makes them the administrators' group's: it takes in LocalSystem, so
-// the service and an administrator who installs or removes it open the same file, as root does both
-// on Linux. Any other process makes them its user's. One for the process, never changed: any
-// thread.
+// The access list of the database's files on Windows: their owner only. With administrator rights
+// the owner is the Administrators group. It includes LocalSystem, so the service and an
+// administrator who installs or removes it open the same file, as root does both on Linux. Without
+// these rights the owner is the process's user. There is one instance per process, never changed.
+// Any thread.
 #pragma once
 
 #include <windows.h>
@@ -13,19 +13,19 @@ namespace quillgate::engine {
 
 class OwnerAccess {
  public:
-  // Throws OpenError when the process's user cannot be told.
+  // Throws OpenError when the process's user cannot be determined.
   static OwnerAccess& OfProcess();
 
   OwnerAccess(const OwnerAccess&) = delete;
   OwnerAccess& operator=(const OwnerAccess&) = delete;
 
-  // For a new file: with its owner alone on its list, which inherits nothing.
+  // The attributes of a new file: an access list with its owner only, which inherits nothing.
   SECURITY_ATTRIBUTES ForNewFile();
 
-  // Gives a file that exists that list, through a handle with WRITE_DAC: 0 or an error code.
+  // Sets that list on an existing file. The handle needs WRITE_DAC. Returns 0 or an error code.
   DWORD ApplyTo(HANDLE file);
 
-  // Whether this is the owner that new files get.
+  // Whether this is the owner of new files.
   bool IsOwner(PSID owner);
 
  private:

@@ -16,7 +16,7 @@ char* emptyTable[1] = {nullptr};
 
 }  // namespace
 
-// The texts follow the chunk in the same piece of memory, the pointers follow the header.
+// The texts follow the chunk in the same allocation, and the pointers follow the header.
 struct TableBuilder::Chunk {
   Chunk* next;
 };

@@ -1,5 +1,5 @@
-// A result table: one array of pointers to texts, and a few large pieces of memory that hold the
-// texts. A result of many rows costs a handful of allocations instead of one for each value.
+// A result table: one array of pointers to texts, and a few large chunks of memory with the texts.
+// A result of many rows needs a few allocations instead of one per value.
 #pragma once
 
 #include <cstddef>
@@ -13,10 +13,11 @@ class TableBuilder {
   TableBuilder(const TableBuilder&) = delete;
   TableBuilder& operator=(const TableBuilder&) = delete;
 
-  // Adds one value, copied; null stands for NULL. False when there is no memory.
+  // Adds a copy of one value; null stands for NULL. Returns false when memory is exhausted.
   bool Add(const char* text, std::size_t bytes);
 
-  // Hands the table over; release it with FreeTable. An empty one is shared and is never null.
+  // Transfers the table to the caller, who releases it with FreeTable. An empty table is shared and
+  // never null.
   char** Release();
 
  private:
@@ -38,7 +39,7 @@ class TableBuilder {
   std::size_t chunkBytes_ = 0;
 };
 
-// Null and the shared empty table are fine.
+// Null and the shared empty table are ignored.
 void FreeTable(char** table);
 
 }  // namespace quillgate::engine

@@ -1,6 +1,5 @@
-// The compiled statements of one connection: compiling costs more than running for the short
-// statements that are run again and again. Used under the connection's lock; emptied before the
-// connection closes.
+// The compiled statements of one connection. Short statements that run again and again take longer
+// to compile than to run. Used under the connection's lock; destroyed before the connection closes.
 #pragma once
 
 #include <sqlite3.h>
@@ -19,10 +18,11 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 
 class StatementCache {
  public:
-  // The compiled statement of this very text, which stays the cache's; null when it is not there.
+  // Returns the compiled statement of exactly this text; null when it is not cached. The cache
+  // keeps the ownership.
   sqlite3_stmt* Find(std::string_view sql);
 
-  // Keeps a statement for the next time; the one unused for longest goes when there are too many.
+  // Adds a statement. When the cache is full, the least recently used one is destroyed.
   void Keep(std::string_view sql, StatementHandle statement);
 
  private:
@@ -31,7 +31,7 @@ class StatementCache {
     StatementHandle statement;
   };
   static constexpr std::size_t kCapacity = 16;
-  std::vector<Entry> entries_;  // the one used last is last
+  std::vector<Entry> entries_;  // the most recently used last
 };
 
 }  // namespace quillgate::engine

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\f";
 
-// The text without the comment at its start; the whole text may be an unfinished comment.
+// The text after the comment at its start. Empty when the comment does not end.
 std::string_view AfterComment(std::string_view sql) {
   const bool isBlock = sql.front() == '/';
   const auto end = isBlock ? sql.find("*/", 2) : sql.find('\n');
@@ -19,7 +19,7 @@ std::string_view AfterComment(std::string_view sql) {
   return sql.substr(end + (isBlock ? 2 : 1));
 }
 
-// The text from the first character that belongs to a statement.
+// The text from the first statement on.
 std::string_view SkipToStatement(std::string_view sql) {
   while (true) {
     const auto start = sql.find_first_not_of(kBlanks);
@@ -39,8 +39,8 @@ std::string_view SkipToStatement(std::string_view sql) {
 
 bool HoldsMoreThanOneStatement(std::string_view sql) {
   const std::string text(SkipToStatement(sql));
-  // The engine itself tells which semicolon ends a statement: one in a text, a comment or the body
-  // of a trigger does not.
+  // SQLite decides which semicolon ends a statement: one in a text, a comment or the body of a
+  // trigger does not.
   for (auto at = text.find(';'); at != std::string::npos; at = text.find(';', at + 1)) {
     if (sqlite3_complete(text.substr(0, at + 1).c_str()) == 0) continue;
     return !SkipToStatement(std::string_view(text).substr(at + 1)).empty();

@@ -1,5 +1,5 @@
-// A handle of the system's that closes itself. None is null, so a file is only given to it once it
-// is known to be open.
+// An owning handle of the system that closes itself. No handle is null, so the result of
+// CreateFileW must be checked for INVALID_HANDLE_VALUE first.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// The driver module's two entry points, and its one device.
+// The two entry points of the driver module, and its one device.
 #include <winerror.h>
 
 #include <exception>
@@ -16,7 +16,7 @@ using quillgate::gate::PacketGate;
 
 constexpr const wchar_t* kDeviceName = L"QGIpHook";
 
-// Device type 0x939C, buffered, any access; none has data.
+// Device type 0x939C, METHOD_BUFFERED, FILE_ANY_ACCESS. No code has data.
 constexpr std::uint32_t kBlock = 0x939C2094;
 constexpr std::uint32_t kPass = 0x939C2098;
 constexpr std::uint32_t kAllowLocal = 0x939C209C;
@@ -30,7 +30,7 @@ void LogLine(const std::string& text) noexcept {
   try {
     theHost->logLine(("QGIpHook: " + text).c_str());
   } catch (const std::exception&) {
-    // No memory for the line: the error code still tells the caller.
+    // Out of memory for the line: the caller still gets the error code.
   }
 }
 
@@ -38,7 +38,7 @@ void Report(const std::string& text) noexcept {
   theHost->reportEvent(theHost->driver, text.c_str());
 }
 
-// Nothing may throw out of the module.
+// No exception may leave the module.
 template <class Work>
 std::uint32_t Guarded(Work work) noexcept {
   try {
@@ -77,7 +77,7 @@ std::uint32_t Control(void* context, std::uint32_t code, const void* /*in*/,
   return Guarded([=] { return ControlGate(*static_cast<PacketGate*>(context), code); });
 }
 
-// Without a watch the gate is as good as the program that works it.
+// Without a watch, changes by others are not repaired until the program switches the gate again.
 void Watch() noexcept {
   try {
     theWatch = std::make_unique<GateWatch>(quillgate::gate::kTableStem, [](bool linksChanged) {
@@ -102,7 +102,8 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
   });
 }
 
-// Who ends in order has opened the gate before; after anything else a closed gate stays closed.
+// A program that ends in order has opened the gate before. After any other end a closed gate stays
+// closed.
 extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
   theHost->deleteDevice(kDeviceName);
   theWatch.reset();

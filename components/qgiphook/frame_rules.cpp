@@ -10,12 +10,13 @@ namespace quillgate::gate {
 
 namespace {
 
-// The kernel takes one tag of a virtual network off by itself. A frame that still shows one has
-// further ones, or comes from a guest that writes them itself: what is in it cannot be judged.
+// The kernel removes one VLAN tag by itself. A frame that still has one has several, or comes from
+// a guest that adds tags itself: its contents cannot be judged.
 const Rules kOtherFrames = {"meta protocol { 8021q, 8021ad } drop",
                             "meta protocol != { ip, ip6 } accept"};
 
-// A bridge's subnet is that of its ports as well, and a frame's way on is its own affair.
+// The ports of a bridge have the bridge's subnet, so subnets are not bound to interfaces here.
+// Where a frame is forwarded to is not judged.
 const Place kFrames = {
     .source4 = "ip saddr @subnets4",
     .source6 = "ip6 saddr @subnets6",
@@ -40,7 +41,8 @@ TableRules TableWithSets(const char* name, const MachineLinks& links, bool allow
   return table;
 }
 
-// Interfaces have characters in their names that chains cannot have.
+// Interface names may have characters that chain names cannot have: those are written as
+// hexadecimal codes.
 std::string ChainName(const std::string& hook, const std::string& interfaceName) {
   constexpr char kDigits[] = "0123456789abcdef";
   std::string name = hook + "_";
@@ -55,7 +57,8 @@ std::string ChainName(const std::string& hook, const std::string& interfaceName)
   return name;
 }
 
-// One chain for each interface, so that those that stay are not touched when one comes or goes.
+// One chain per interface, so that the other chains are not touched when an interface comes or
+// goes.
 void AddDirection(TableRules& table, const MachineLinks& links, const char* hook,
                   const char* rulesName, Rules rules) {
   table.chains[rulesName] = {.rules = std::move(rules)};

@@ -18,7 +18,8 @@ namespace quillgate::gate {
 namespace {
 
 constexpr int kForever = -1;
-// Between two calls, however many changes there are. A closed gate is to be put back in 100 ms.
+// The pause between two calls, however many changes there are. A closed gate must be restored
+// within 100 ms.
 constexpr int kPauseMilliseconds = 10;
 constexpr int kLongestPauseMilliseconds = 10'000;  // after calls that failed
 
@@ -35,8 +36,8 @@ constexpr unsigned kLinkGroups = GroupBit(RTNLGRP_LINK) | GroupBit(RTNLGRP_IPV4_
                                  GroupBit(RTNLGRP_IPV6_IFADDR) | GroupBit(RTNLGRP_IPV4_ROUTE) |
                                  GroupBit(RTNLGRP_IPV6_ROUTE);
 
-// Every message about something in a table begins with the table's name; the one that ends a
-// transaction has a number there.
+// Every message about an object in a table begins with the table's name. NFT_MSG_NEWGEN, which ends
+// a transaction, has a number there.
 bool IsAbout(const nlmsghdr* message, std::string_view table) {
   if ((message->nlmsg_type & 0xff) == NFT_MSG_NEWGEN) return false;
   if (mnl_nlmsg_get_payload_len(message) < sizeof(nfgenmsg) + sizeof(nlattr)) return false;
@@ -47,7 +48,7 @@ bool IsAbout(const nlmsghdr* message, std::string_view table) {
          mnl_attr_validate(name, MNL_TYPE_NUL_STRING) >= 0 && mnl_attr_get_str(name) == table;
 }
 
-// Reads what has come; `read` gets each message. True when some of it was lost on the way.
+// Reads the waiting messages and passes each to `read`. Returns true when messages were lost.
 template <class Read>
 bool Drain(mnl_socket* socket, Read read) {
   constexpr int kMostAtOnce = 256;
@@ -73,9 +74,9 @@ NetlinkSocket Join(int bus, unsigned groups) {
 
 }  // namespace
 
-GateWatch::GateWatch(std::string tableName, Tell tell)
+GateWatch::GateWatch(std::string tableName, Tell notify)
     : tableName_(std::move(tableName)),
-      notify_(std::move(tell)),
+      notify_(std::move(notify)),
       tables_(Join(NETLINK_NETFILTER, kTableGroups)),
       links_(Join(NETLINK_ROUTE, kLinkGroups)),
       stop_(::eventfd(0, EFD_CLOEXEC)) {
@@ -94,7 +95,7 @@ GateWatch::~GateWatch() {
   ::close(stop_);
 }
 
-// False when the watch ends. Within a pause nothing is read: the kernel keeps it.
+// Returns false when the watch ends. Nothing is read during a pause: messages stay in the sockets.
 bool GateWatch::Wait(int milliseconds) {
   const bool isPause = milliseconds != kForever;
   std::array<pollfd, 3> waiting{{{stop_, POLLIN, 0},

@@ -1,6 +1,5 @@
-// Receives of everything that may have to do with a closed gate: changes of its tables, whoever
-// makes them, and of the machine's links, addresses and routes. Owns the thread on which it tells
-// so.
+// Watches everything that may affect a closed gate: changes of its tables, by any process, and of
+// the machine's links, addresses and routes. Owns the thread on which it reports them.
 #pragma once
 
 #include <functional>
@@ -13,13 +12,14 @@ namespace quillgate::gate {
 
 class GateWatch {
  public:
-  // What changed; answers false to be told once more after a while.
+  // `links` is true when links changed, false when only tables did. Returns false to be called
+  // again after a while.
   using Tell = std::function<bool(bool links)>;
 
-  // In the network namespace of the calling thread, for tables of that name, without the family.
-  // `tell` is called once at the beginning, at once after a change, and for a burst of changes
-  // every now and then, from the watch's own thread. Throws std::system_error.
-  GateWatch(std::string tableName, Tell tell);
+  // Watches the network namespace of the calling thread and the tables of that name, given without
+  // the family. `notify` is called from the watch's own thread: once at the beginning, at once
+  // after a change, and every now and then during a burst of changes. Throws std::system_error.
+  GateWatch(std::string tableName, Tell notify);
   ~GateWatch();  // waits for a call that is running
   GateWatch(const GateWatch&) = delete;
   GateWatch& operator=(const GateWatch&) = delete;
@@ -33,7 +33,7 @@ class GateWatch {
   Tell notify_;
   NetlinkSocket tables_;
   NetlinkSocket links_;
-  bool tablesChanged_ = true;  // before the watch began, for all that it knows
+  bool tablesChanged_ = true;  // they may have changed before the watch began
   bool linksChanged_ = false;
   int stop_ = -1;  // an event descriptor
   std::thread thread_;

@@ -38,8 +38,8 @@ NetworkPrefix PrefixOf(const Range& range) {
   return MakePrefix(range.family, &address, range.length);
 }
 
-// ff<flags><scope>::/16. The flags are zero or say: transient (1), and made from a unicast prefix
-// (3), and with the rendezvous point in it (7).
+// ff<flags><scope>::/16. The flags are 0 (permanent), 1 (transient), 3 (also based on a unicast
+// prefix) or 7 (also with an embedded rendezvous point).
 std::vector<NetworkPrefix> LocalGroups6() {
   constexpr unsigned kFlags[] = {0, 1, 3, 7};
   constexpr unsigned kInterfaceScope = 1;

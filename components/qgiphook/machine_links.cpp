@@ -46,7 +46,7 @@ const nlattr* FindAttribute(const nlmsghdr* message, std::size_t headerBytes, st
   return wanted.found;
 }
 
-// Other names cannot stand between quotation marks in a rule, or stand for several interfaces.
+// Other names cannot be quoted in a rule, or would match several interfaces.
 bool CanBeNamed(std::string_view name) {
   return name.find_first_of("\"*\\") == std::string_view::npos;
 }
@@ -72,9 +72,9 @@ void ReadPrefixes(int family, const Links& links, std::vector<LinkPrefix>& prefi
   query.Run([&](const nlmsghdr* message) {
     const auto* entry = static_cast<const ifaddrmsg*>(mnl_nlmsg_get_payload(message));
     const auto link = links.find(entry->ifa_index);
-    // Interfaces that are down lead nowhere.
+    // A subnet of an interface that is down cannot be reached.
     if (entry->ifa_family != family || link == links.end() || !link->second.isUp) return;
-    // The prefix's own address: the other end's where there is one, else the machine's.
+    // IFA_ADDRESS is the other end's address on a point-to-point link, else the machine's.
     const nlattr* address = FindAttribute(message, sizeof *entry, IFA_ADDRESS);
     if (address == nullptr || mnl_attr_get_payload_len(address) != AddressBytes(family)) return;
     prefixes.push_back({link->second.name,
@@ -88,7 +88,7 @@ void KeepGateway(int family, const nlattr* attribute, std::vector<NetworkPrefix>
   gateways.push_back(MakePrefix(family, mnl_attr_get_payload(attribute), bytes * 8));
 }
 
-// A route over several paths has a list of them, each with its own gateway.
+// A multipath route has a list of paths, each with its own gateway.
 void KeepPaths(int family, const nlattr* paths, std::vector<NetworkPrefix>& gateways) {
   auto* hop = static_cast<rtnexthop*>(mnl_attr_get_payload(paths));
   int left = mnl_attr_get_payload_len(paths);
@@ -135,7 +135,7 @@ MachineLinks ReadOnce() {
 }  // namespace
 
 MachineLinks ReadMachineLinks() {
-  // The kernel tells when something changed while it was being read.
+  // The kernel reports with EINTR that something changed during the dump.
   constexpr int kAttempts = 5;
   for (int attempt = 1;; ++attempt) {
     try {

@@ -1,5 +1,5 @@
-// The machine's interfaces, addresses and gateways, as the kernel tells them. Read by any thread,
-// in the network namespace of which it is.
+// The machine's interfaces, addresses and gateways, as the kernel reports them for the network
+// namespace of the calling thread. Any thread.
 #pragma once
 
 #include <string>
@@ -9,21 +9,22 @@
 
 namespace quillgate::gate {
 
-// Addresses that are reached directly through an interface.
+// A prefix whose addresses are reached directly through an interface.
 struct LinkPrefix {
   std::string interfaceName;
   NetworkPrefix prefix;
   auto operator<=>(const LinkPrefix&) const = default;
 };
 
-// In order and each once, so that two readings of the same state are equal. The loopback interface
-// is left out, for it is judged by its name, and so are those whose names have no place in a rule
-// (quotation marks, backslashes, asterisks): nothing passes there.
+// Sorted and without duplicates, so that two readings of the same state are equal. The loopback
+// interface is left out: the rules judge it by its name. Interfaces whose names cannot be written
+// in a rule (quotation marks, backslashes, asterisks) are left out, too: nothing passes there.
 struct MachineLinks {
   std::vector<std::string> interfaces{};  // up or not
-  // One for each address of an interface that is up; on a point-to-point link the other end.
+  // One for each address of an interface that is up. On a point-to-point link it is the other end's
+  // address.
   std::vector<LinkPrefix> prefixes{};
-  // The next hops of all routes in all tables, each as the prefix of one address.
+  // The next hops of all routes in all tables, each as a prefix of full length.
   std::vector<NetworkPrefix> gateways{};
   bool operator==(const MachineLinks&) const = default;
 };

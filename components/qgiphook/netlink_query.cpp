@@ -10,13 +10,13 @@ namespace quillgate::gate {
 namespace {
 
 constexpr std::size_t kRequestBytes = 256;
-constexpr std::size_t kAnswerBytes = 32768;  // the most that the kernel sends at once
+constexpr std::size_t kReplyBytes = 32768;  // the most that the kernel sends at once
 
 [[noreturn]] void ThrowError() {
   throw std::system_error(errno, std::generic_category());
 }
 
-// Called from C: what `read` throws is kept until the C code has returned.
+// The callback is called from C: an exception of `read` is kept until the C code has returned.
 struct Reading {
   const std::function<void(const nlmsghdr*)>& read;
   std::exception_ptr failure;
@@ -48,7 +48,7 @@ void NetlinkQuery::Run(const std::function<void(const nlmsghdr*)>& read) {
   if (mnl_socket_sendto(socket.get(), message_, message_->nlmsg_len) < 0) ThrowError();
 
   Reading reading{read, nullptr};
-  std::vector<char> buffer(kAnswerBytes);
+  std::vector<char> buffer(kReplyBytes);
   const unsigned port = mnl_socket_get_portid(socket.get());
   int state = MNL_CB_OK;
   while (state > MNL_CB_STOP) {

@@ -1,4 +1,4 @@
-// One question to the kernel over netlink, and its answer. For one use, by one thread.
+// One netlink request to the kernel and its reply. For one use, by one thread.
 #pragma once
 
 #include <libmnl/libmnl.h>
@@ -15,19 +15,19 @@ class NetlinkQuery {
   // `bus` is NETLINK_ROUTE or NETLINK_NETFILTER; `flags` are added to NLM_F_REQUEST.
   NetlinkQuery(int bus, std::uint16_t type, std::uint16_t flags);
 
-  // The header that follows the message's own; zero at first, to be asked for once.
+  // The protocol's own header after the netlink header; zero at first. To be called once.
   template <class T>
   T& Header() {
     return *static_cast<T*>(mnl_nlmsg_put_extra_header(message_, sizeof(T)));
   }
 
-  // Puts an attribute behind the header.
+  // Appends an attribute after the header.
   void Text(std::uint16_t type, const std::string& value) {
     mnl_attr_put_strz(message_, type, value.c_str());
   }
 
-  // Asks, and hands each message of the answer to `read`. Throws std::system_error with the
-  // kernel's error number; what was read before it does not count.
+  // Sends the request and passes each message of the reply to `read`. Throws std::system_error with
+  // the kernel's error number; messages read before the error are then to be discarded.
   void Run(const std::function<void(const nlmsghdr*)>& read);
 
  private:

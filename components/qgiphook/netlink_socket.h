@@ -1,4 +1,4 @@
-// A netlink socket of this module's own. One thread at a time.
+// An owning netlink socket. One thread at a time.
 #pragma once
 
 #include <libmnl/libmnl.h>
@@ -12,8 +12,8 @@ struct NetlinkSocketCloser {
 };
 using NetlinkSocket = std::unique_ptr<mnl_socket, NetlinkSocketCloser>;
 
-// In the network namespace of the calling thread; it hears of what is told to those groups, a mask.
-// Null, with errno set, when the kernel does not let it.
+// Opens a socket in the network namespace of the calling thread that receives the messages of these
+// multicast groups, a mask. Returns null, with errno set, when the kernel refuses.
 NetlinkSocket OpenNetlink(int bus, unsigned groups = 0);
 
 }  // namespace quillgate::gate

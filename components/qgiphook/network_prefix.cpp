@@ -41,7 +41,7 @@ std::string NetworkPrefix::Text() const {
 }
 
 std::vector<NetworkPrefix> WithoutContained(std::vector<NetworkPrefix> prefixes) {
-  // By address and then from short to long, a prefix directly follows what contains it.
+  // Sorted by address and then by length, a prefix follows the prefix that contains it.
   std::ranges::sort(prefixes);
   std::vector<NetworkPrefix> kept;
   for (const NetworkPrefix& prefix : prefixes) {

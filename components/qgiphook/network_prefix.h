@@ -19,10 +19,10 @@ struct NetworkPrefix {
   auto operator<=>(const NetworkPrefix&) const = default;
 };
 
-// The prefix of these first bits of an address: the bits behind them are cleared.
+// The prefix of the first `length` bits of an address; all other bits are cleared.
 NetworkPrefix MakePrefix(int family, const void* address, unsigned length);
 
-// Without those that another one contains, and each once: ranges that do not overlap.
+// Removes duplicates and prefixes that another one contains, so that the ranges do not overlap.
 std::vector<NetworkPrefix> WithoutContained(std::vector<NetworkPrefix> prefixes);
 
 }  // namespace quillgate::gate

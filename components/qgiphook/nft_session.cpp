@@ -28,7 +28,7 @@ struct ErrorPair {
   std::uint32_t error;
 };
 
-// The numbers that tell that there is no packet filter depend on what of it is missing.
+// Without a packet filter the error number depends on the part that is missing.
 constexpr ErrorPair kAccessErrors[] = {
     {EPERM, ERROR_ACCESS_DENIED},
     {EACCES, ERROR_ACCESS_DENIED},
@@ -46,7 +46,7 @@ constexpr ErrorPair kCommandErrors[] = {
     {ENOBUFS, ERROR_NOT_ENOUGH_MEMORY},
 };
 
-// The library tells the kernel's error number as its text only.
+// The library reports the kernel's error number only as its text.
 std::uint32_t ErrorOfText(const std::string& text) {
   for (const auto& [number, error] : kCommandErrors) {
     if (text.find(std::strerror(number)) != std::string::npos) return error;
@@ -83,8 +83,8 @@ std::set<int> FilterSockets() {
   return found;
 }
 
-// The library keeps in memory whom it found to own a table; it stays when the driver is unloaded,
-// so that the next one finds that again.
+// The library caches the owners of tables in its memory. It stays loaded when the driver is
+// unloaded, so that the next driver finds the cache.
 void KeepLibrary() {
   ::dlopen("libnftables.so.1", RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }
@@ -113,7 +113,7 @@ std::uint32_t FilterAccess() {
   }
 }
 
-// The library does not tell its socket: it is the one that is there afterwards and was not before.
+// The library does not expose its socket: it is the netlink socket that the call has added.
 NftSession::NftSession() {
   KeepLibrary();
   const std::set<int> before = FilterSockets();
@@ -122,7 +122,7 @@ NftSession::NftSession() {
   for (const int descriptor : before)
     made.erase(descriptor);
   if (made.size() == 1) socket_ = *made.begin();
-  // A child process that inherited it would own the tables when this session is long gone.
+  // A child process that inherited it would own the tables after this session has ended.
   if (socket_ >= 0) ::fcntl(socket_, F_SETFD, FD_CLOEXEC);
   if (context_ == nullptr) throw std::bad_alloc();
   nft_ctx_output_set_flags(context_.get(), NFT_CTX_OUTPUT_STATELESS);
@@ -135,14 +135,14 @@ bool NftSession::WouldRun(const std::string& commands) {
   return Run(commands) == 0;
 }
 
-// The library makes another one when the packet filter changed while it was being read.
+// The library replaces its socket when the packet filter changed while it was being read.
 int NftSession::Socket() const {
   return IsFilterSocket(socket_) ? socket_ : -1;
 }
 
 std::uint32_t NftSession::Run(const std::string& commands) {
   const int result = nft_run_cmd_from_buffer(context_.get(), commands.c_str());
-  // Both must be fetched every time: what is left would stand before the next texts.
+  // Both buffers must be read every time: unread text would precede the next one.
   output_ = nft_ctx_get_output_buffer(context_.get());
   error_ = nft_ctx_get_error_buffer(context_.get());
   return result == 0 ? 0 : ErrorOfText(error_);

@@ -1,4 +1,4 @@
-// The way to the kernel's packet filter. Used by one thread at a time.
+// Runs commands of the kernel's packet filter. Used by one thread at a time.
 #pragma once
 
 #include <nftables/libnftables.h>
@@ -9,32 +9,33 @@
 
 namespace quillgate::gate {
 
-// Whether this process may use the packet filter: 0, ERROR_ACCESS_DENIED without the right to,
-// ERROR_FILE_NOT_FOUND when the kernel has none, or what else went wrong.
+// Whether this process may use the packet filter. Returns 0, ERROR_ACCESS_DENIED without the right,
+// ERROR_FILE_NOT_FOUND when the kernel has no packet filter, or another error.
 std::uint32_t FilterAccess();
 
-// The number of the packet filter's state, which every change of it raises. Throws
+// The generation number of the packet filter, which every change increments. Throws
 // std::system_error.
 std::uint32_t FilterGeneration();
 
 class NftSession {
  public:
-  // Only after FilterAccess answered 0: without a kernel that knows the packet filter, the library
-  // beneath ends the process. Throws std::bad_alloc.
+  // To be called only after FilterAccess returned 0: without the packet filter in the kernel, the
+  // library ends the process. Throws std::bad_alloc.
   NftSession();
 
-  // Carries all of the commands out as one transaction, or none. 0, or the Win32 error of the first
-  // reason, of which Error() then is the text.
+  // Runs the commands as one transaction: all or none. Returns 0, or the Win32 error of the first
+  // failure, whose text is then Error().
   std::uint32_t Run(const std::string& commands);
 
-  // Whether the kernel would carry the commands out; it does not. The library confuses what it has
-  // tried with what is there, so this is a session's only use.
+  // Whether the kernel would accept the commands; they are not executed. The library mixes up tried
+  // commands with the present state, so a session that calls this must not be used for anything
+  // else.
   bool WouldRun(const std::string& commands);
 
-  // The netlink socket that carries the commands, still the session's; -1 when it cannot be told.
+  // The netlink socket that the session sends commands on, owned by the session; -1 when unknown.
   int Socket() const;
 
-  // What the latest commands printed, and why they failed; until the next Run.
+  // The output of the latest commands and their error text. Valid until the next Run.
   const std::string& Output() const { return output_; }
   const std::string& Error() const { return error_; }
 

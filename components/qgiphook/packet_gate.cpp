@@ -22,7 +22,7 @@ std::string DeleteAll(const std::vector<std::string>& tables) {
 }  // namespace
 
 PacketGate::PacketGate(Write log, Write report) : log_(std::move(log)), report_(std::move(report)) {
-  // Without the right to the packet filter there is nothing to hold; whoever opens is told.
+  // Without access to the packet filter there is nothing to hold; Open reports the error.
   if (FilterAccess() == 0) TakeOver();
 }
 
@@ -50,7 +50,8 @@ std::uint32_t PacketGate::Open() {
   }
 }
 
-// A killed process may have left the tables half watched, or an older version other ones.
+// The tables of a killed process may have been changed since, or those of an older version may
+// differ: they are replaced.
 void PacketGate::TakeOver() {
   std::string listing;
   if (ReadListing(listing) != 0) return;
@@ -76,7 +77,7 @@ std::uint32_t PacketGate::ReadListing(std::string& listing) {
   listing.clear();
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
-  // The library lists the first table of several alone.
+  // Given several tables, the library lists only the first one.
   for (const std::string& table : present) {
     if (error == 0) error = Session().Run("list table " + table);
     if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
@@ -85,7 +86,7 @@ std::uint32_t PacketGate::ReadListing(std::string& listing) {
   return error;
 }
 
-// Only a listing that is as it should be is kept to compare with.
+// Only a correct listing is kept for comparison.
 std::uint32_t PacketGate::ReadBack(const std::vector<TableRules>& wanted) {
   std::string listing;
   const std::uint32_t error = ReadListing(listing);
@@ -101,8 +102,8 @@ std::uint32_t PacketGate::ReadBack(const std::vector<TableRules>& wanted) {
   return 0;
 }
 
-// The same rules at the loopback interface, under another name and for no moment, tell what the
-// kernel knows.
+// A dry run with the same rules for the loopback interface, in tables of other names, shows which
+// hooks the kernel supports.
 const FrameHooks& PacketGate::Hooks() {
   if (hooks_) return *hooks_;
   const auto has = [](const FrameHooks& tried) {
@@ -127,14 +128,14 @@ const FrameHooks& PacketGate::Hooks() {
 }
 
 void PacketGate::WarnOfFlowTables() {
-  // The answer of a kernel without flow tables is as good as an empty one.
+  // An error of a kernel without flow tables counts as an empty list.
   if (Session().Run("list flowtables") != 0) return;
   if (Session().Output().find("flowtable ") == std::string::npos) return;
   log_("a flow table forwards connections past the closed gate");
 }
 
-// Not to know the connected subnets is no reason to leave the gate open: it closes with those that
-// were known last.
+// When the connected subnets cannot be read, the gate closes with those read last instead of
+// staying open.
 MachineLinks PacketGate::LinksNow() {
   try {
     links_ = ReadMachineLinks();
@@ -166,7 +167,7 @@ std::uint32_t PacketGate::RemoveTables() {
   if (error != 0) return error;
   if (!present.empty()) error = Session().Run(DeleteAll(present));
   if (error == ERROR_FILE_NOT_FOUND && ReadNames(present) == 0) {
-    // Others were faster with some of them.
+    // Another process removed some of them meanwhile.
     error = present.empty() ? 0 : Session().Run(DeleteAll(present));
   }
   if (error != 0) return Failed("the gate stays as it is", error, Session().Error());
@@ -176,7 +177,7 @@ std::uint32_t PacketGate::RemoveTables() {
   return Failed("the gate is not open", ERROR_INVALID_DATA, "the kernel still holds the rules");
 }
 
-// Of tables that were made to be owned and did not get their rules.
+// Removes tables that were created to be owned and did not get their rules.
 void PacketGate::RemoveEmptyTables() {
   std::string listing;
   if (ReadListing(listing) != 0) return;
@@ -215,13 +216,14 @@ std::vector<TableRules> PacketGate::AllRules(const Closed& closed) {
   return tables;
 }
 
-// All tables in one transaction, or the machine's own packets alone rather than nothing.
+// Replaces all tables in one transaction. When that fails, at least the rules for the machine's own
+// packets are replaced.
 std::uint32_t PacketGate::Replace(Closed& closed, std::vector<TableRules>& wanted) {
   closed.links = LinksNow();
   wanted = AllRules(closed);
   if (TryToReplace(wanted) == 0) return 0;
-  // Others may have changed the tables meanwhile, an interface may have gone, or the session has
-  // lost the socket that owns the tables: a new one can take them over.
+  // Another process may have changed the tables meanwhile, an interface may have gone, or the
+  // session has lost the socket that owns the tables. A new session can take them over.
   session_.reset();
   closed.links = LinksNow();
   wanted = AllRules(closed);
@@ -244,7 +246,7 @@ std::uint32_t PacketGate::Block() {
 }
 
 std::uint32_t PacketGate::Close(bool allowLocal) {
-  // Without the right to it this fails at once, and with one line.
+  // Without access this fails at once, and with one line in the log.
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
@@ -256,7 +258,7 @@ std::uint32_t PacketGate::Close(bool allowLocal) {
     return error;
   }
   closed_ = closed;
-  // Before the rules are read back: what others change from now on has a higher number.
+  // Read before the rules are read back: any later change by others has a higher number.
   const std::uint32_t generation = FilterGeneration();
   error = ReadBack(wanted);
   if (error != 0) return error;
@@ -290,7 +292,7 @@ std::uint32_t PacketGate::PutBackIfChanged(bool linksChanged) {
     closed_->generation = generation;
     return 0;
   }
-  // Some kernels remove the chains of an interface that goes.
+  // Some kernels remove an interface's chains together with the interface.
   const bool byOthers = sameLinks ? listing != closed_->listing
                                   : ReadTableShapes(listing)[kTableName] !=
                                         ReadTableShapes(closed_->listing)[kTableName];

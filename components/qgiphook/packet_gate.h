@@ -1,6 +1,6 @@
-// The gate of the whole machine. Its state is in the kernel alone: it outlives this object and the
-// process, and what this object needs to know about it, it asks. Any thread of one network
-// namespace; the operations wait for each other.
+// The gate of the whole machine. Its state is in the kernel only, outlives this object and the
+// process, and is queried when needed. Any thread of one network namespace; operations are
+// serialized.
 #pragma once
 
 #include <cstdint>
@@ -17,48 +17,48 @@
 
 namespace quillgate::gate {
 
-// Every operation answers 0 or a Win32 error, and writes a line about the error. After an error the
-// gate is as it was before; only ERROR_INVALID_DATA says that the kernel took the change and holds
-// something else all the same.
+// Every operation returns 0 or a Win32 error, and logs the error. After an error the gate is as it
+// was before. The exception is ERROR_INVALID_DATA: the kernel accepted the change, but holds other
+// rules.
 class PacketGate {
  public:
   using Write = std::function<void(const std::string&)>;
 
-  // `log` gets lines for whoever looks for a fault, `report` what the administrator should know.
+  // `log` receives lines for diagnosis, `report` messages for the administrator.
   //
-  // A gate that is found closed is held: whoever closed it was killed, and the first thing that a
-  // starting program does is to let everything pass, before it knows what has been decided about
-  // the user.
+  // A gate that is found closed is held: the process that closed it was killed. A program that
+  // starts begins with Pass, before it knows the decision about the user, so the first Pass is
+  // postponed.
   PacketGate(Write log, Write report);
 
-  // Whether the gate can be worked from this process.
+  // Whether this process can operate the gate.
   std::uint32_t Open();
 
-  // Everything passes: there is no table. On a gate that is held, the first one succeeds and takes
-  // effect only with Leave, unless a decision follows: a Block or another Pass.
+  // Lets everything pass by removing the tables. On a held gate the first call succeeds and takes
+  // effect only in Leave, unless a decision follows: a Block or another Pass.
   std::uint32_t Pass();
 
-  // Nothing passes but what keeps the link alive, and local traffic if it was allowed last. Takes
-  // the machine's addresses as they are now. A gate that is closed already is asserted: what others
-  // have changed of it is put back.
+  // Blocks everything except the traffic that keeps the link alive and, if AllowLocal was last
+  // called with true, local traffic. Uses the machine's present addresses. A gate that is closed
+  // already is checked, and changes by others are undone.
   std::uint32_t Block();
 
-  // Whether local traffic passes while blocked; blocked at first. Takes effect at once on a gate
-  // that is closed, and is remembered for the next Block even when that fails.
+  // Sets whether local traffic passes while blocked; false at first. Takes effect at once on a
+  // closed gate, and is remembered for the next Block even when that fails.
   std::uint32_t AllowLocal(bool allow);
 
-  // To be called after changes of the packet filter or of the machine's links: a gate that should
-  // be closed is put back, with a report if others have changed it, and takes the new links.
+  // To be called after changes of the packet filter or of the machine's links. Restores a gate that
+  // should be closed, with a report when others have changed it, and applies the new links.
   std::uint32_t Repair(bool linksChanged);
 
-  // The end in order. What is closed stays closed, unless a Pass was asked for last that was kept
-  // back.
+  // To be called when the driver is unloaded in order. A closed gate stays closed, unless the last
+  // call was a Pass that was postponed.
   void Leave();
 
  private:
   using Tables = std::map<std::string, TableShape>;
 
-  // What a closed gate is made of, and how the kernel tells of it.
+  // The parameters of a closed gate, and how the kernel lists it.
   struct Closed {
     bool allowLocal = false;
     MachineLinks links{};
@@ -89,11 +89,11 @@ class PacketGate {
   Write log_;
   Write report_;
   std::optional<NftSession> session_;
-  std::optional<bool> canOwn_;       // once it has been tried
-  std::optional<FrameHooks> hooks_;  // likewise
-  MachineLinks links_;               // as they were read last
+  std::optional<bool> canOwn_;       // null: not yet tried
+  std::optional<FrameHooks> hooks_;  // null: not yet tried
+  MachineLinks links_;               // as last read
   bool held_ = false;
-  bool passIsDue_ = false;  // if it ends in order before a decision
+  bool passIsDue_ = false;  // at Leave, unless a decision comes first
   bool allowLocal_ = false;
   std::optional<Closed> closed_;  // while the gate is to be closed
 };

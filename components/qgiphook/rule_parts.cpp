@@ -16,8 +16,8 @@ constexpr const char* kDhcpOut = "ip frag-off & 0x3fff == 0 udp sport 68 udp dpo
 constexpr const char* kDhcp6In = "ip6 nexthdr udp udp sport 547 udp dport 546 accept";
 constexpr const char* kDhcp6Out = "ip6 nexthdr udp udp sport 546 udp dport 547 accept";
 
-// As RFC 4861 has it: between addresses of the link, no extension headers and so no fragments,
-// code 0, and the hop limit that only a neighbour's packet still has.
+// As RFC 4861 requires: between addresses of the link, no extension headers and so no fragments,
+// code 0, and the hop limit 255, which only a neighbour's packet can have.
 std::string Discovery(const char* type, const char* onlyFor = "") {
   return std::string(onlyFor) +
          "ip6 saddr @neighbours6 ip6 daddr @neighbours6 ip6 nexthdr icmpv6 ip6 hoplimit 255"
@@ -37,23 +37,22 @@ void Append(Rules& rules, const Rules& others) {
   rules.insert(rules.end(), others.begin(), others.end());
 }
 
-// The policy of a chain comes into force a moment after its rules do, so a rule says it too.
+// The policy of a chain takes effect a moment after its rules do, so the last rule drops, too.
 Rules ThenDrop(Rules rules) {
   rules.emplace_back("drop");
   return rules;
 }
 
-// A packet that names further stops, in a routing header or a source route, does not end where its
-// destination address says.
+// A packet with a routing header or a source route does not end at its destination address.
 const Rules kFurtherStops = {
     "ip option lsrr exists drop",
     "ip option ssrr exists drop",
     "exthdr rt exists drop",
 };
 
-// A client hears the answer from its server or from a relay, both on its link. Before it has an
-// address nobody knows what is on the link: then it hears everybody. What is broadcast comes from
-// the link in any case.
+// A client receives the reply from its server or from a relay, both on its link. Before it has an
+// address the subnets of the link are unknown, so replies from anywhere are accepted. A broadcast
+// comes from the link in any case.
 Rules LinkRulesIn(const Place& place) {
   return {
       Test("ip daddr 255.255.255.255", kDhcpIn),
@@ -66,7 +65,7 @@ Rules LinkRulesIn(const Place& place) {
   };
 }
 
-// A server behind a relay is not asked in person: the client asks everybody later.
+// A unicast to a server behind a relay is dropped: the client falls back to broadcast.
 Rules LinkRulesOut(const Place& place) {
   return {
       Test("ip daddr 255.255.255.255", kDhcpOut),
@@ -78,7 +77,7 @@ Rules LinkRulesOut(const Place& place) {
   };
 }
 
-// Interfaces that have no IPv4 address yet, but for what they gave themselves (RFC 3927).
+// Interfaces without an IPv4 address, except self-assigned ones (RFC 3927).
 std::vector<std::string> Unconfigured(const MachineLinks& links) {
   std::set<std::string> names(links.interfaces.begin(), links.interfaces.end());
   const std::uint8_t linkLocal[] = {169, 254, 0, 0};

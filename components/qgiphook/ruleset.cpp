@@ -8,10 +8,10 @@ namespace quillgate::gate {
 
 namespace {
 
-// A subnet counts on its own interface only. Its addresses may have routes of their own that lead
-// through a gateway, to somewhere else; a packet to the gateway itself has that as its next hop as
-// well. What comes in does not show the way that it took, and a gateway of the other IP version is
-// not seen here.
+// A subnet is local only on its own interface. Some of its addresses may be routed through a
+// gateway to somewhere else; only packets to the gateway itself have the gateway as next hop and
+// are local. Incoming packets do not show the path that they took, and a gateway of the other IP
+// version is not recognized here.
 const Place kMachine = {
     .source4 = "iifname . ip saddr @subnets4",
     .source6 = "iifname . ip6 saddr @subnets6",
@@ -23,7 +23,7 @@ const Place kMachine = {
                     "rt ip6 nexthop @gateways6 ip6 daddr . rt ip6 nexthop != @themselves6 drop"},
 };
 
-// "interface . subnet"; those of one interface may not overlap in a set.
+// Elements are "interface . subnet". In a set, the subnets of one interface must not overlap.
 AddressSet SubnetSet(const char* type, const MachineLinks& links, int family) {
   std::map<std::string, std::vector<NetworkPrefix>> byInterface;
   for (const LinkPrefix& link : Subnets(links, family))

@@ -1,12 +1,12 @@
-// The rules of the closed gate: a chain at each place where packets pass, all of which drop what no
-// rule accepts. Packets are judged one by one and by their own two ends, never by the connection
-// that they belong to, so that a running download stops as well. The chains stand at the usual
-// place for filters, which is behind the translation of destinations and, for what comes in, before
-// that of sources: the addresses are the true ones.
+// The rules of the closed gate: one chain per hook, which drops all packets that no rule accepts.
+// Packets are judged one by one by their two addresses, never by their connection, so that a
+// running download stops as well. The chains have the usual priority of filters: after the
+// translation of destinations and, for incoming packets, before that of sources, so that they see
+// the true addresses.
 //
-// What comes neither to these chains nor to those for frames, and needs the administrator's rights
-// to be set up: what a flow table or the hardware forwards (the driver warns of flow tables), XDP,
-// and packet sockets that go past the queues.
+// Not seen by these chains, nor by those for frames, and possible only with administrator rights:
+// packets that a flow table or the hardware forwards (the driver warns of flow tables), XDP, and
+// packet sockets that bypass the queueing layer.
 #pragma once
 
 #include <string_view>
@@ -19,11 +19,11 @@ namespace quillgate::gate {
 inline constexpr const char* kTableStem = "quillgate";
 inline constexpr const char* kTableName = "inet quillgate";
 
-// The machine's own packets and those that it routes. With local traffic, or with no more than what
-// keeps the link alive.
+// The rules for the machine's own packets and those that it routes. Without local traffic, only
+// packets that keep the link alive pass.
 TableRules PacketRules(const MachineLinks& links, bool allowLocal);
 
-// Whether a gate whose tables `list table` printed so lets local traffic pass.
+// Whether a closed gate lets local traffic pass, given the output of `list table` for its tables.
 bool AllowsLocal(std::string_view listing);
 
 }  // namespace quillgate::gate

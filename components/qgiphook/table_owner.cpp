@@ -51,12 +51,12 @@ class Batch {
     Put(NFNL_MSG_BATCH_END, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES);
   }
 
-  // Whether the kernel took it. It answers before the sending is over.
+  // Returns whether the kernel accepted it. The kernel replies before the send call returns.
   bool Send(mnl_socket* socket) {
     if (mnl_socket_sendto(socket, bytes_.data(), used_) < 0) return false;
-    std::vector<char> answer(kBytes);
-    const ssize_t size = mnl_socket_recvfrom(socket, answer.data(), answer.size());
-    return size > 0 && mnl_cb_run(answer.data(), static_cast<std::size_t>(size), 0, 0, nullptr,
+    std::vector<char> reply(kBytes);
+    const ssize_t size = mnl_socket_recvfrom(socket, reply.data(), reply.size());
+    return size > 0 && mnl_cb_run(reply.data(), static_cast<std::size_t>(size), 0, 0, nullptr,
                                   nullptr) >= MNL_CB_STOP;
   }
 
@@ -117,7 +117,7 @@ bool CanOwnTables() {
   try {
     flags = ReadFlags(probe);
   } catch (const std::system_error&) {
-    // What cannot be read back does not count.
+    // Flags that cannot be read back count as not set.
   }
   const bool isGone = Batch(NFT_MSG_DELTABLE, 0, probe, 0).Send(socket.get());
   return isGone && (flags & kOwnedForGood) == kOwnedForGood;

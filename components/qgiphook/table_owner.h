@@ -1,18 +1,18 @@
-// Ownership of tables: while the socket lives that owns a table, nobody else changes it. Kernels
-// from 6.9 on keep an owned table when its socket is gone, if it was made to persist; older ones
-// would remove it, so there nothing is owned. In the network namespace of the calling thread.
+// Ownership of tables: while the socket that owns a table is open, no other socket can change the
+// table. From Linux 6.9 on a table can persist after its owner's socket is closed; older kernels
+// would remove it, so no table is owned there. All in the network namespace of the calling thread.
 #pragma once
 
 #include <string>
 
 namespace quillgate::gate {
 
-// Tries it with a table of another name, which is gone afterwards.
+// Tests it with a table of another name, which is deleted afterwards.
 bool CanOwnTables();
 
-// Makes the table ("inet quillgate") an owned one of the netlink socket behind that descriptor:
-// creates it empty where there is none, and takes over one that persisted when its owner died. One
-// that was made without an owner cannot get one and stays as it is.
+// Makes the netlink socket the owner of the table ("inet quillgate"). A missing table is created
+// empty; one that persisted after its owner was closed is taken over. A table that was created
+// without an owner cannot get one and stays as it is.
 void OwnTable(int socket, const std::string& table);
 
 }  // namespace quillgate::gate

@@ -12,11 +12,11 @@ bool CanKeepTable(const TableShape& present) {
   return !present.dormant && !present.holdsForeign;
 }
 
-bool IsSamePosition(const ChainShape& one, const ChainShape& other) {
+bool HasSameHook(const ChainShape& one, const ChainShape& other) {
   return one.hook == other.hook && one.priority == other.priority && one.drops == other.drops;
 }
 
-// Writes commands about one table.
+// Builds the commands for one table.
 class Script {
  public:
   explicit Script(std::string table) : table_(std::move(table)) {}
@@ -26,10 +26,10 @@ class Script {
   }
 
   void AddChain(const std::string& name, const ChainRules& chain) {
-    const std::string place = chain.hook.empty() ? ""
-                                                 : " { type filter hook " + chain.hook +
-                                                       " priority filter; policy drop; }";
-    Add("add chain", " " + name + place);
+    const std::string hook = chain.hook.empty() ? ""
+                                                : " { type filter hook " + chain.hook +
+                                                      " priority filter; policy drop; }";
+    Add("add chain", " " + name + hook);
   }
 
   void AddSet(const std::string& name, const AddressSet& set) {
@@ -49,10 +49,10 @@ class Script {
 
 bool Stays(const TableShape& present, const std::string& name, const ChainShape& wanted) {
   const auto chain = present.chains.find(name);
-  return chain != present.chains.end() && IsSamePosition(chain->second, wanted);
+  return chain != present.chains.end() && HasSameHook(chain->second, wanted);
 }
 
-// Leaves nothing of the table but the chains that stay.
+// Removes everything from the table except the chains that stay.
 void Empty(Script& script, const TableShape& present, const TableShape& wanted) {
   script.Add("flush table");
   for (const auto& [name, chain] : present.chains) {
@@ -73,12 +73,12 @@ AddressSet SetOf(std::string type, const std::vector<NetworkPrefix>& prefixes) {
 TableShape ShapeOf(const TableRules& table) {
   TableShape shape;
   for (const auto& [name, chain] : table.chains) {
-    ChainShape& place = shape.chains[name];
-    place.rules = chain.rules.size();
+    ChainShape& chainShape = shape.chains[name];
+    chainShape.rules = chain.rules.size();
     if (chain.hook.empty()) continue;
-    place.hook = chain.hook;
-    place.priority = kPriority;
-    place.drops = true;
+    chainShape.hook = chain.hook;
+    chainShape.priority = kPriority;
+    chainShape.drops = true;
   }
   for (const auto& [name, set] : table.sets)
     shape.sets.insert(name);

@@ -1,5 +1,5 @@
-// One table of the packet filter with all that is in it, and the commands that bring the kernel
-// from what it has to that. Values.
+// One table of the packet filter with its contents, and the commands that change the kernel's table
+// accordingly. Value types and pure functions.
 #pragma once
 
 #include <map>
@@ -14,7 +14,7 @@ namespace quillgate::gate {
 using Rules = std::vector<std::string>;
 
 struct ChainRules {
-  std::string hook{};  // with the device where it stands on one; empty: others jump to it
+  std::string hook{};  // with the device, if any; empty: other chains jump to it
   Rules rules{};
 };
 
@@ -31,13 +31,13 @@ struct TableRules {
 
 AddressSet SetOf(std::string type, const std::vector<NetworkPrefix>& prefixes);
 
-// What the table must look like afterwards.
+// The shape of the table after the change.
 TableShape ShapeOf(const TableRules& table);
 
-// Commands for one transaction; `present` is what there is of that table, null for nothing. Chains
-// that stand where they should stay, and only get other rules: when a chain takes another one's
-// place, there are moments when a packet has passed the new one before its rules are in force and
-// comes to the place of the old one after it has gone; chains that stay have no such moments.
+// Returns commands for one transaction. `present` is the kernel's table, null when there is none.
+// Chains that keep their hook stay and only get other rules. If a new chain replaced an old one, a
+// packet could pass the new chain before its rules are in force and reach the old chain's hook
+// after that chain is removed. A chain that stays has no such gap.
 std::string ChangeTable(const TableRules& wanted, const TableShape* present);
 
 }  // namespace quillgate::gate

@@ -28,7 +28,7 @@ void ForEachLine(std::string_view listing, Read read) {
   }
 }
 
-// Reads the lines of a listing one after the other.
+// Parses a listing line by line.
 class ShapeReader {
  public:
   void Read(std::string_view line) {

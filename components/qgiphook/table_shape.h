@@ -1,5 +1,5 @@
-// What can be told about a table of the packet filter from outside, to compare what is wanted with
-// what is there. Values.
+// The visible properties of a table of the packet filter, to compare the wanted table with the
+// present one. Value types and pure functions.
 #pragma once
 
 #include <compare>
@@ -11,25 +11,26 @@
 namespace quillgate::gate {
 
 struct ChainShape {
-  std::string hook{};      // empty for a chain that others jump to
-  std::string priority{};  // as the listing says it, like the hook
+  std::string hook{};      // empty: other chains jump to it
+  std::string priority{};  // as printed in the listing, like the hook
   std::size_t rules = 0;
-  bool drops = false;  // what no rule accepts
+  bool drops = false;  // policy drop: packets that no rule accepts
   auto operator<=>(const ChainShape&) const = default;
 };
 
 struct TableShape {
   std::map<std::string, ChainShape> chains{};
   std::set<std::string> sets{};
-  bool dormant = false;       // there, but switched off
-  bool holdsForeign = false;  // kinds of things that a closed gate has none of
+  bool dormant = false;       // present, but switched off
+  bool holdsForeign = false;  // objects of kinds that a closed gate never has
   auto operator<=>(const TableShape&) const = default;
 };
 
-// The tables that `list table` printed, one or several of them, by their names ("inet quillgate").
+// Parses the output of `list table`, of one or several tables, into shapes by name ("inet
+// quillgate").
 std::map<std::string, TableShape> ReadTableShapes(std::string_view listing);
 
-// The listing without what it tells of the tables' owners, which is no part of what they do.
+// The listing without the tables' owners, which do not affect the rules.
 std::string WithoutOwners(std::string_view listing);
 
 }  // namespace quillgate::gate

@@ -1,5 +1,5 @@
-// The names of the people who have an account on this machine: the password database, human
-// accounts only, or what the simulated machine says. Any thread.
+// The user accounts of this machine: those of people in the password database, or the simulated
+// machine's. Any thread.
 #pragma once
 
 #include <functional>

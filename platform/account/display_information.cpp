@@ -1,5 +1,5 @@
-// NetQueryDisplayInformation at level 1 and NetApiBufferFree: a buffer is one block of memory, the
-// entries first and their texts behind them.
+// NetQueryDisplayInformation at level 1 and NetApiBufferFree. A buffer is one block of memory: the
+// entries, then their texts.
 #include <lm.h>
 
 #include <algorithm>
@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-constexpr DWORD kMostEntries = 100;       // of one call, however many are asked for
+constexpr DWORD kMostEntries = 100;       // of one call, however many are requested
 constexpr DWORD kNormalAccount = 0x0200;  // UF_NORMAL_ACCOUNT
 
 std::size_t BytesOf(const LocalAccount& account) {
@@ -22,7 +22,7 @@ std::size_t BytesOf(const LocalAccount& account) {
   return sizeof(NET_DISPLAY_USER) + characters * sizeof(wchar_t);
 }
 
-// How many accounts fit in that many bytes; one always does.
+// How many accounts fit in that many bytes, but at least one.
 std::size_t Fitting(std::span<const LocalAccount> accounts, std::size_t bytes) {
   std::size_t used = 0;
   std::size_t count = 0;
@@ -41,7 +41,8 @@ LPWSTR PutText(LPWSTR& end, std::wstring_view text) {
   return begin;
 }
 
-// Null for lack of memory. `firstIndex` is that of the first account in the whole list.
+// Null for lack of memory. `firstIndex` is the index of the first of these accounts in the whole
+// list.
 void* MakeBuffer(std::span<const LocalAccount> accounts, DWORD firstIndex) {
   std::size_t bytes = 0;
   for (const LocalAccount& account : accounts)

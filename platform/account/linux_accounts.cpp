@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-// The first field of GECOS is the person's name; "&" in it stands for the account's.
+// The full name is the first field of GECOS; "&" in it stands for the account's name.
 std::string FullName(const passwd& entry) {
   const std::string_view gecos = entry.pw_gecos == nullptr ? "" : entry.pw_gecos;
   std::string name;
@@ -58,7 +58,7 @@ bool IsLoginShell(std::string_view shell) {
 std::optional<std::vector<LocalAccount>> HumanAccounts() {
   std::ifstream configuration("/etc/login.defs");
   const UserIdRange range = ReadUserIdRange(configuration);
-  // The walk over the password database is one for the whole process.
+  // setpwent and getpwent share one position in the process.
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
   std::vector<LocalAccount> accounts;

@@ -1,4 +1,4 @@
-// The password database's human accounts. Any thread.
+// The accounts of people in the password database. Any thread.
 #pragma once
 
 #include <istream>
@@ -10,19 +10,20 @@
 
 namespace platform {
 
-// The range of the users' numbers (login.defs(5): UID_MIN and UID_MAX).
+// The range of the numbers of people's accounts (UID_MIN and UID_MAX in login.defs(5)).
 struct UserIdRange {
   unsigned first = 1000;
   unsigned last = 60000;
 };
 
-// What the configuration does not tell, or tells unreadably, keeps its default.
+// Reads the range from login.defs. A missing or malformed number keeps its default.
 UserIdRange ReadUserIdRange(std::istream& configuration);
 
-// Whether an account with this shell can log on; an empty shell stands for the usual one.
+// Whether an account with this shell can log on; an empty shell is the default one.
 bool IsLoginShell(std::string_view shell);
 
-// In the order of the password database; nothing when it cannot be read.
+// The accounts in the range with a login shell, in the order of the password database; nothing when
+// it cannot be read.
 std::optional<std::vector<LocalAccount>> HumanAccounts();
 
 }  // namespace platform

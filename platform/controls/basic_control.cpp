@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-// Whoever the parent is now gets it; nobody when the control has gone meanwhile.
+// Sends WM_COMMAND to the current parent; ignored when the control has been destroyed.
 void SendCommand(HWND control, WORD code) {
   const auto window = FindWindowOf(control);
   if (window == nullptr || window->Parent() == nullptr) return;
@@ -61,8 +61,8 @@ void BasicControl::FocusNext() const {
 }
 
 void BasicControl::Resize(int width, int height) const {
-  const RECT& place = window_.Bounds();
-  window_.SetBounds({place.left, place.top, place.left + width, place.top + height});
+  const RECT& bounds = window_.Bounds();
+  window_.SetBounds({bounds.left, bounds.top, bounds.left + width, bounds.top + height});
 }
 
 LRESULT BasicControl::Refuse(const char* control, UINT message, LRESULT failure) const {

@@ -1,4 +1,4 @@
-// What the controls have in common: their peer, their font and what they tell their parent. Owned
+// What the controls have in common: the peer, the font and the notifications to the parent. Owned
 // by the window, on the window thread.
 #pragma once
 
@@ -12,8 +12,8 @@
 
 namespace platform {
 
-// As much of the text as fits into the caller's buffer of so many characters, ended by a null.
-// Nothing happens without a buffer. The number of characters before the null.
+// Copies the text, cut to the buffer, whose size is in characters, and terminates it. Returns the
+// number of characters copied, without the null; 0 without a buffer.
 int CopyBounded(const std::wstring& text, wchar_t* buffer, int characters);
 
 class BasicControl : public Control {
@@ -27,13 +27,14 @@ class BasicControl : public Control {
   Window& Self() const { return window_; }
   PeerOrigin Origin(WindowPeer* parent) const;
 
-  // WM_COMMAND to the parent: at once, for what a message caused; later, for what the user did. The
-  // control may be gone after the first.
+  // Sends WM_COMMAND to the parent: Command at once, for what a message caused; CommandLater as
+  // deferred work, for what the user did. The parent may destroy the control in Command.
   void Command(WORD code) const;
   void CommandLater(WORD code) const;
 
-  // WM_NOTIFY to the parent, in the same two ways. Notification begins with an NMHDR, which is
-  // filled in. The parent's answer, which may have changed the notification; 0 without a parent.
+  // Sends WM_NOTIFY to the parent, in the same two ways. Notification begins with an NMHDR, which
+  // is filled in. Notify returns the parent's reply, 0 without a parent; the parent may change the
+  // notification.
   template <class Notification>
   LRESULT Notify(UINT code, Notification& notification) const {
     *reinterpret_cast<NMHDR*>(&notification) = Header(code);
@@ -47,7 +48,8 @@ class BasicControl : public Control {
     });
   }
 
-  // Runs the work on this control (of the type named) later, if its window is still there.
+  // Runs the work on this control, whose type is ThisControl, as deferred work, if its window still
+  // exists then.
   template <class ThisControl, class Work>
   void Later(Work work) const {
     window_.Queue()->Defer([window = window_.Handle(), work] {
@@ -56,13 +58,13 @@ class BasicControl : public Control {
     });
   }
 
-  // The keyboard goes to the first control after this one that takes it, as the mnemonic of a
-  // label asks for.
+  // Moves the focus to the first control after this one that can take it, as the mnemonic of a
+  // label does.
   void FocusNext() const;
 
   void Resize(int width, int height) const;
 
-  // Logs that the control does not know the message, and answers the documented failure.
+  // Logs that the control does not support the message, and returns the documented failure.
   LRESULT Refuse(const char* control, UINT message, LRESULT failure) const;
 
  private:

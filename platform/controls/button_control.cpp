@@ -22,8 +22,8 @@ ButtonControl* ButtonOf(const Window& window) {
   return dynamic_cast<ButtonControl*>(window.SystemControl());
 }
 
-// The siblings of a control that belong to its group: a group begins with the style WS_GROUP and
-// ends before the next control that has it, in order of creation.
+// The siblings in the same group, the control included: a group begins at a control with WS_GROUP
+// and ends before the next such control, in order of creation.
 std::vector<std::shared_ptr<Window>> GroupOf(const Window& window) {
   const auto siblings = Windows().ChildrenOf(window.Parent());
   const auto starts = [](const auto& each) { return (each->Style() & WS_GROUP) != 0; };
@@ -104,13 +104,13 @@ LRESULT ButtonControl::DialogCode() const {
 void ButtonControl::SetCheck(bool checked) {
   if (!HasCheck()) return;
   checked_ = checked;
-  // Tab comes to the radio button of a group that is chosen.
+  // Tab moves to the checked radio button of a group.
   if (IsRadio()) Self().SetStyleBit(WS_TABSTOP, checked);
   if (Peer() != nullptr) Peer()->SetChecked(checked);
 }
 
 void ButtonControl::SetKind(DWORD kind) {
-  // A widget stays what it is; the kinds of push buttons are one widget.
+  // The kind of widget cannot change; all push buttons are one kind.
   if (!IsPush(kind) || !IsPush(Kind())) {
     LogLine("Button: BM_SETSTYLE between push buttons only");
     return;

@@ -28,7 +28,7 @@ class ButtonControl final : public BasicControl, private ButtonEvents {
   LRESULT DialogCode() const;
   void SetCheck(bool checked);
   void SetKind(DWORD kind);
-  // What a click changes in an automatic button.
+  // Changes the check of an automatic button, as a click does.
   void Toggle();
   std::vector<ButtonControl*> RadiosOfGroup() const;
 

@@ -1,5 +1,5 @@
-// The widget of a push button, check box, radio button or group box. It never changes by itself:
-// the control decides what a click does. Lives on the window thread.
+// The widget of a push button, check box, radio button or group box. A click does not change the
+// widget itself: the control decides what the click does. For the window thread.
 #pragma once
 
 #include "platform/user/window_peer.h"
@@ -12,15 +12,15 @@ class ButtonEvents {
   virtual ~ButtonEvents() = default;
 
   virtual void OnClicked() = 0;
-  // The key after the "&" of a group box's title was pressed.
+  // The mnemonic of a group box was pressed.
   virtual void OnMnemonic() = 0;
 };
 
 class ButtonPeer : public WindowPeer {
  public:
-  // Of check boxes and radio buttons.
+  // For check boxes and radio buttons.
   virtual void SetChecked(bool checked) = 0;
-  // Whether a push button looks like the one that Enter presses.
+  // Sets whether a push button has the default button's look.
   virtual void SetDefault(bool isDefault) = 0;
 };
 

@@ -76,7 +76,7 @@ std::optional<LRESULT> ComboBox::AnswerItems(UINT message, WPARAM wParam, LPARAM
     case CB_GETCOUNT:
       return Count();
     case CB_GETCURSEL:
-      return chosen_;
+      return selected_;
     case CB_SETCURSEL:
       return Select(index);
     case CB_SELECTSTRING:
@@ -101,8 +101,8 @@ std::optional<LRESULT> ComboBox::AnswerItems(UINT message, WPARAM wParam, LPARAM
 }
 
 void ComboBox::OnChosen(int index) {
-  if (index == chosen_) return;
-  TakeChoice(index);
+  if (index == selected_) return;
+  SetSelection(index);
   CommandLater(CBN_SELCHANGE);
 }
 
@@ -120,20 +120,20 @@ LRESULT ComboBox::Insert(int index, const wchar_t* text) {
   if (index < 0) index = Count();
   items_.insert(items_.begin() + index, Item{text, 0});
   if (Peer() != nullptr) Peer()->Insert(index, text);
-  // The chosen item stays it.
-  if (index <= chosen_) TakeChoice(chosen_ + 1);
+  // The same item stays selected.
+  if (index <= selected_) SetSelection(selected_ + 1);
   return index;
 }
 
 LRESULT ComboBox::Delete(WPARAM index) {
   if (!Has(index)) return CB_ERR;
-  const int gone = static_cast<int>(index);
-  items_.erase(items_.begin() + gone);
-  if (Peer() != nullptr) Peer()->Remove(gone);
-  if (gone == chosen_) {
-    TakeChoice(-1);
+  const int removed = static_cast<int>(index);
+  items_.erase(items_.begin() + removed);
+  if (Peer() != nullptr) Peer()->Remove(removed);
+  if (removed == selected_) {
+    SetSelection(-1);
   } else {
-    TakeChoice(gone < chosen_ ? chosen_ - 1 : chosen_);
+    SetSelection(removed < selected_ ? selected_ - 1 : selected_);
   }
   return Count();
 }
@@ -141,13 +141,13 @@ LRESULT ComboBox::Delete(WPARAM index) {
 void ComboBox::Clear() {
   items_.clear();
   if (Peer() != nullptr) Peer()->Clear();
-  TakeChoice(-1);
+  SetSelection(-1);
 }
 
 LRESULT ComboBox::Select(int index) {
-  // An index that does not exist, and the documented -1, leave nothing chosen.
-  TakeChoice(index >= 0 && index < Count() ? index : -1);
-  return chosen_;
+  // An index that does not exist, and the documented -1, clear the selection.
+  SetSelection(index >= 0 && index < Count() ? index : -1);
+  return selected_;
 }
 
 LRESULT ComboBox::SelectString(int after, const wchar_t* prefix) {
@@ -171,25 +171,25 @@ int ComboBox::Find(int after, const wchar_t* text, Match match) const {
     return match == Match::kPrefix ? name.starts_with(wanted) : name == wanted;
   };
   for (int step = 0; step < Count(); ++step) {
-    const int index = (std::max(after, -1) + 1 + step) % Count();
+    const int index = (std::clamp(after, -1, Count() - 1) + 1 + step) % Count();
     if (matches(items_[static_cast<std::size_t>(index)])) return index;
   }
   return CB_ERR;
 }
 
-void ComboBox::TakeChoice(int index) {
-  chosen_ = index;
+void ComboBox::SetSelection(int index) {
+  selected_ = index;
   Self().NoteText(index >= 0 ? items_[static_cast<std::size_t>(index)].text : std::wstring());
   if (Peer() != nullptr) Peer()->Select(index);
 }
 
 void ComboBox::SettleHeight(bool listToo) {
   if (Peer() == nullptr) return;
-  const RECT& place = Self().Bounds();
-  const int given = place.bottom - place.top;
+  const RECT& bounds = Self().Bounds();
+  const int given = bounds.bottom - bounds.top;
   const int closed = Peer()->ClosedHeight();
   if (listToo) Peer()->SetListHeight(given - closed);
-  if (given != closed) Resize(place.right - place.left, closed);
+  if (given != closed) Resize(bounds.right - bounds.left, closed);
 }
 
 }  // namespace platform

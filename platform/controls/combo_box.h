@@ -1,5 +1,6 @@
-// "ComboBox" as a drop-down list: the items, each with a number of the caller's, and which one is
-// chosen. The window's text is the chosen item's. Owned by its window, on the window thread.
+// "ComboBox" as a drop-down list: the items, each with a data value of the caller's, and the
+// selection. The window's text is that of the selected item. Owned by its window, on the window
+// thread.
 #pragma once
 
 #include <optional>
@@ -36,16 +37,17 @@ class ComboBox final : public BasicControl, private ComboBoxEvents {
   LRESULT Select(int index);
   LRESULT SelectString(int after, const wchar_t* prefix);
   LRESULT CopyText(WPARAM index, wchar_t* buffer) const;
-  // The next item after that one (below zero: from the first), around the end, without regard to
-  // case; CB_ERR when there is none.
+  // The first matching item after that one (below zero: from the first), wrapping around, without
+  // regard to case; CB_ERR when there is none.
   enum class Match { kPrefix, kWhole };
   int Find(int after, const wchar_t* text, Match match) const;
-  void TakeChoice(int index);
-  // The box is as high as its font asks for; the height it was given is that of its list.
+  void SetSelection(int index);
+  // Sets the height of the closed box, which the font determines. With listToo the height that the
+  // window was created with becomes that of the list.
   void SettleHeight(bool listToo);
 
   std::vector<Item> items_;
-  int chosen_ = -1;
+  int selected_ = -1;
 };
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The widget of a drop-down list. It shows what the control tells it. Lives on the window thread.
+// The widget of a drop-down list. Shows what the control passes to it. For the window thread.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ class ComboBoxEvents {
  public:
   virtual ~ComboBoxEvents() = default;
 
-  // The user chose an item, perhaps the one that was chosen already. Called inside an event of the
-  // desktop.
+  // The user chose an item, possibly the one that is selected already. Called inside an event of
+  // the desktop.
   virtual void OnChosen(int index) = 0;
 };
 

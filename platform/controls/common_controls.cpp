@@ -1,4 +1,4 @@
-// Which families of common controls there are. Their classes are always registered.
+// InitCommonControlsEx: the supported classes of common controls. They are always registered.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -8,9 +8,9 @@
 
 namespace {
 
-// Of the bars there is none; a window of their classes fails as one of an unknown class does.
-constexpr DWORD kKnownClasses = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_TAB_CLASSES |
-                                ICC_UPDOWN_CLASS | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES;
+// The classes of bars are accepted but do not exist: creating a window of one fails.
+constexpr DWORD kSupportedClasses = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_TAB_CLASSES |
+                                    ICC_UPDOWN_CLASS | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES;
 
 }  // namespace
 
@@ -19,7 +19,7 @@ BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) try {
       classes->dwICC == 0) {
     return FALSE;
   }
-  if ((classes->dwICC & ~kKnownClasses) == 0) return TRUE;
+  if ((classes->dwICC & ~kSupportedClasses) == 0) return TRUE;
   platform::LogLine("InitCommonControlsEx: these classes are not supported");
   return FALSE;
 } catch (...) {

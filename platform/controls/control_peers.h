@@ -1,4 +1,5 @@
-// The desktop's side of the controls: a peer of its own kind for each. Lives on the window thread.
+// The desktop's side of the controls: a kind of peer for each class of control. For the window
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -16,28 +17,29 @@
 
 namespace platform {
 
-// What every peer of a control is made from.
+// What every peer of a control is created with.
 struct PeerOrigin {
   WindowEvents& events;
   WindowPeer* parent;  // null for a top-level window
   DWORD style;         // of the window and of its class
 };
 
-// The events outlive the peer.
+// The events must outlive the peer.
 class ControlPeers {
  public:
   virtual ~ControlPeers() = default;
 
   virtual std::unique_ptr<StaticPeer> MakeStatic(const PeerOrigin& origin,
                                                  StaticEvents& events) = 0;
-  // The earlier button of the same group, if this is a radio button that does not start one.
+  // `sameGroup` is an earlier button of the same group, if this is a radio button that does not
+  // start one; else null.
   virtual std::unique_ptr<ButtonPeer> MakeButton(const PeerOrigin& origin, ButtonEvents& events,
                                                  ButtonPeer* sameGroup) = 0;
   virtual std::unique_ptr<EditPeer> MakeEdit(const PeerOrigin& origin, EditEvents& events) = 0;
   virtual std::unique_ptr<ComboBoxPeer> MakeComboBox(const PeerOrigin& origin,
                                                      ComboBoxEvents& events) = 0;
   virtual std::unique_ptr<TabPeer> MakeTab(const PeerOrigin& origin, TabEvents& events) = 0;
-  // The content outlives the peer.
+  // The content must outlive the peer.
   virtual std::unique_ptr<ListViewPeer> MakeListView(const PeerOrigin& origin,
                                                      const ListViewContent& content,
                                                      ListViewEvents& events) = 0;

@@ -16,7 +16,7 @@ constexpr DWORD kFormats = DTS_SHORTDATECENTURYFORMAT;
 constexpr DWORD kLongDate = 0x0004;  // DTS_LONGDATEFORMAT, a part of DTS_SHORTDATECENTURYFORMAT
 constexpr DWORD kCalendarStyles = MCS_WEEKNUMBERS | MCS_NOTODAY | MCS_NOTODAYCIRCLE;
 constexpr UINT kLastMessage = DTM_FIRST + 100;
-// The calendar of Windows, from its beginning to its end.
+// The range of the Windows calendar.
 constexpr PickedDate kFirstDate = {1601, 1, 1};
 constexpr PickedDate kLastDate = {9999, 12, 31};
 

@@ -1,5 +1,5 @@
-// "SysDateTimePick32": a date in the user's short format, with a calendar that drops down. The time
-// of day that was set is kept beside it. Owned by its window, on the window thread.
+// "SysDateTimePick32": a date in the user's short format, with a drop-down calendar. The time of
+// day that the caller sets is kept with the date. Owned by its window, on the window thread.
 #pragma once
 
 #include <windows.h>

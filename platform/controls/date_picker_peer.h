@@ -1,4 +1,4 @@
-// The widget of a date picker, in the user's short format. Lives on the window thread.
+// The widget of a date picker, in the user's short format. For the window thread.
 #pragma once
 
 #include <windows.h>
@@ -20,7 +20,7 @@ class DatePickerEvents {
  public:
   virtual ~DatePickerEvents() = default;
 
-  // By the user, not by SetDate.
+  // The user picked a date. Not called for SetDate.
   virtual void OnPicked(const PickedDate& date) = 0;
   virtual void OnCalendarShown(bool shown) = 0;
 };
@@ -28,7 +28,7 @@ class DatePickerEvents {
 class DatePickerPeer : public WindowPeer {
  public:
   virtual void SetDate(const PickedDate& date) = 0;
-  // What the user can pick.
+  // The dates that the user can pick.
   virtual void SetRange(const PickedDate& first, const PickedDate& last) = 0;
   // MCS_ bits.
   virtual void SetCalendarStyle(DWORD style) = 0;

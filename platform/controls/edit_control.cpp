@@ -70,7 +70,7 @@ LRESULT EditControl::SetContent(const wchar_t* text) {
 }
 
 void EditControl::Select(int start, int end) {
-  // A start below zero selects nothing; an end below zero means the end of the text.
+  // A start below zero removes the selection; an end below zero means the end of the text.
   if (start < 0) start = end = Current().caret;
   if (end < 0) end = Length();
   selection_ = {std::min(start, Length()), std::min(end, Length())};

@@ -1,5 +1,5 @@
-// "Edit": one line of text. The window's text is what the field holds. Owned by its window, on the
-// window thread.
+// "Edit": a single line of text. The window's text is the content of the control. Owned by its
+// window, on the window thread.
 #pragma once
 
 #include <optional>
@@ -28,7 +28,7 @@ class EditControl final : public BasicControl, private EditEvents {
   void SetLimit(WPARAM characters);
   void SetReadOnly(bool readOnly);
 
-  // Of a window without a desktop.
+  // The selection of a window without a desktop.
   EditSelection selection_;
   int limit_ = 30'000;  // as documented
 };

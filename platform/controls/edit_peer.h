@@ -1,4 +1,4 @@
-// The widget of an edit control. Positions count characters. Lives on the window thread.
+// The widget of an edit control. Positions count characters. For the window thread.
 #pragma once
 
 #include <string>
@@ -11,11 +11,11 @@ class EditEvents {
  public:
   virtual ~EditEvents() = default;
 
-  // By the user, not by SetText. Called inside an event of the desktop.
+  // The user changed the text. Not called for SetText. Called inside an event of the desktop.
   virtual void OnEdited(const std::wstring& text) = 0;
 };
 
-// The caret stands at its end; nothing is selected when both are equal.
+// A selection, with the caret at one end; empty when both are equal.
 struct EditSelection {
   int anchor = 0;
   int caret = 0;
@@ -26,7 +26,8 @@ class EditPeer : public WindowPeer {
   virtual void SetSelection(const EditSelection& selection) = 0;
   virtual EditSelection Selection() const = 0;
   virtual void SetReadOnly(bool readOnly) = 0;
-  // The most characters that the user can type; a longer text that is set stays.
+  // The maximum number of characters that the user can type. A longer text that the caller sets is
+  // kept.
   virtual void SetLimit(int characters) = 0;
 };
 

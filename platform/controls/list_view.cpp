@@ -25,7 +25,7 @@ bool IsSupported(DWORD style) {
   return (style & LVS_TYPEMASK) == LVS_REPORT && (style & kOwnStyles & ~kStyles) == 0;
 }
 
-// A text that the parent is asked for whenever it is shown: not supported.
+// Whether the text is LPSTR_TEXTCALLBACK, which is not supported.
 bool IsCallback(const wchar_t* text) {
   return reinterpret_cast<LONG_PTR>(text) == -1;
 }
@@ -34,7 +34,7 @@ UINT ChangedBits(const NMLISTVIEW& change) {
   return change.uNewState ^ change.uOldState;
 }
 
-// Whether the two are the focus and the selection of one row.
+// Whether the changes are those of the focus and of the selection of one row.
 bool AreOneMove(const NMLISTVIEW& first, const NMLISTVIEW& second) {
   const UINT both = ChangedBits(first) ^ ChangedBits(second);
   return first.iItem == second.iItem && both == (LVIS_FOCUSED | LVIS_SELECTED);
@@ -129,7 +129,7 @@ LRESULT ListView::AnswerStates(UINT message, int row, LPARAM lParam) {
 }
 
 void ListView::OnSelected(const std::vector<int>& rows, int focused) {
-  // What is no longer selected is told first.
+  // Rows that lose the selection or the focus are notified first.
   for (int row = 0; row < items_.RowCount(); ++row) {
     if (!std::ranges::binary_search(rows, row)) ChangeOwnState(row, 0, LVIS_SELECTED, When::kLater);
     if (row != focused) ChangeOwnState(row, 0, LVIS_FOCUSED, When::kLater);
@@ -166,9 +166,9 @@ void ListView::OnRowClicked(int row, int column, bool twice) {
 
 LRESULT ListView::InsertColumn(int column, const LVCOLUMNW* given) {
   if (given == nullptr || column < 0) return -1;
-  const int place = items_.InsertColumn(column, {{}, kDefaultColumnWidth, LVCFMT_LEFT});
-  TakeColumn(place, *given);
-  return place;
+  const int index = items_.InsertColumn(column, {{}, kDefaultColumnWidth, LVCFMT_LEFT});
+  TakeColumn(index, *given);
+  return index;
 }
 
 LRESULT ListView::SetColumn(int column, const LVCOLUMNW* given) {
@@ -177,13 +177,13 @@ LRESULT ListView::SetColumn(int column, const LVCOLUMNW* given) {
   return TRUE;
 }
 
-LRESULT ListView::GetColumn(int column, LVCOLUMNW* asked) const {
-  if (asked == nullptr || !items_.HasColumn(column)) return FALSE;
+LRESULT ListView::GetColumn(int column, LVCOLUMNW* result) const {
+  if (result == nullptr || !items_.HasColumn(column)) return FALSE;
   const ListViewColumn& data = items_.Columns()[static_cast<std::size_t>(column)];
-  if ((asked->mask & LVCF_FMT) != 0) asked->fmt = data.format;
-  if ((asked->mask & LVCF_WIDTH) != 0) asked->cx = data.width;
-  if ((asked->mask & LVCF_SUBITEM) != 0) asked->iSubItem = column;
-  if ((asked->mask & LVCF_TEXT) != 0) CopyBounded(data.title, asked->pszText, asked->cchTextMax);
+  if ((result->mask & LVCF_FMT) != 0) result->fmt = data.format;
+  if ((result->mask & LVCF_WIDTH) != 0) result->cx = data.width;
+  if ((result->mask & LVCF_SUBITEM) != 0) result->iSubItem = column;
+  if ((result->mask & LVCF_TEXT) != 0) CopyBounded(data.title, result->pszText, result->cchTextMax);
   return TRUE;
 }
 
@@ -216,7 +216,7 @@ int ListView::FittingWidth(int column, bool useHeader) const {
   const auto& columns = items_.Columns();
   width = std::max(width, Peer()->HeaderWidthFor(columns[static_cast<std::size_t>(column)].title));
   if (column + 1 != static_cast<int>(columns.size())) return width;
-  // The last column takes what the others leave.
+  // The last column takes the remaining width.
   int left = Peer()->ClientWidth();
   for (auto other = columns.begin(); other + 1 != columns.end(); ++other)
     left -= other->width;
@@ -247,7 +247,7 @@ LRESULT ListView::InsertItem(const LVITEMW* given) {
 LRESULT ListView::SetItem(const LVITEMW* given) {
   if (given == nullptr || !items_.HasRow(given->iItem)) return FALSE;
   const int row = given->iItem;
-  // Data and state belong to the row, not to one of its cells.
+  // Data and state belong to the row, not to a subitem.
   if (given->iSubItem != 0 && (given->mask & (LVIF_PARAM | LVIF_STATE)) != 0) return FALSE;
   if ((given->mask & LVIF_PARAM) != 0) items_.Row(row).data = given->lParam;
   if ((given->mask & LVIF_TEXT) != 0 && !SetItemText(row, given)) return FALSE;
@@ -255,12 +255,12 @@ LRESULT ListView::SetItem(const LVITEMW* given) {
   return TRUE;
 }
 
-LRESULT ListView::GetItem(LVITEMW* asked) const {
-  if (asked == nullptr || !items_.HasRow(asked->iItem)) return FALSE;
-  const ListViewItems::Item& item = items_.Row(asked->iItem);
-  if ((asked->mask & LVIF_TEXT) != 0) GetItemText(asked->iItem, asked);
-  if ((asked->mask & LVIF_PARAM) != 0) asked->lParam = item.data;
-  if ((asked->mask & LVIF_STATE) != 0) asked->state = item.state & asked->stateMask;
+LRESULT ListView::GetItem(LVITEMW* result) const {
+  if (result == nullptr || !items_.HasRow(result->iItem)) return FALSE;
+  const ListViewItems::Item& item = items_.Row(result->iItem);
+  if ((result->mask & LVIF_TEXT) != 0) GetItemText(result->iItem, result);
+  if ((result->mask & LVIF_PARAM) != 0) result->lParam = item.data;
+  if ((result->mask & LVIF_STATE) != 0) result->state = item.state & result->stateMask;
   return TRUE;
 }
 
@@ -276,9 +276,9 @@ bool ListView::SetItemText(int row, const LVITEMW* given) {
   return true;
 }
 
-LRESULT ListView::GetItemText(int row, LVITEMW* asked) const {
-  if (asked == nullptr) return 0;
-  return CopyBounded(items_.Text(row, asked->iSubItem), asked->pszText, asked->cchTextMax);
+LRESULT ListView::GetItemText(int row, LVITEMW* result) const {
+  if (result == nullptr) return 0;
+  return CopyBounded(items_.Text(row, result->iSubItem), result->pszText, result->cchTextMax);
 }
 
 LRESULT ListView::DeleteItem(int row) {
@@ -316,7 +316,7 @@ LRESULT ListView::NextItem(int after, UINT flags) const {
   if ((flags & ~(LVNI_FOCUSED | LVNI_SELECTED)) != 0) {
     return Refuse("list view: directions", LVM_GETNEXTITEM, -1);
   }
-  // The flags are the bits of the state.
+  // The flags have the values of the state bits.
   return items_.NextWith(after, flags);
 }
 
@@ -358,11 +358,12 @@ void ListView::ChangeOwnState(int row, UINT state, UINT mask, When when) {
   if (changed == 0) return;
   items_.Row(row).state = after;
   if (Peer() != nullptr) Peer()->RowChanged(row);
-  // A state image is one number, though only some of its bits have changed.
-  const UINT told = (changed & LVIS_STATEIMAGEMASK) != 0 ? changed | LVIS_STATEIMAGEMASK : changed;
+  // The state image is one number, so all its bits are notified when one has changed.
+  const UINT notified =
+      (changed & LVIS_STATEIMAGEMASK) != 0 ? changed | LVIS_STATEIMAGEMASK : changed;
   NMLISTVIEW notification = NotificationOf(row);
-  notification.uNewState = after & told;
-  notification.uOldState = before & told;
+  notification.uNewState = after & notified;
+  notification.uOldState = before & notified;
   notification.uChanged = LVIF_STATE;
   if (when == When::kLater) {
     NotifyChangeLater(notification);
@@ -371,13 +372,14 @@ void ListView::ChangeOwnState(int row, UINT state, UINT mask, When when) {
   }
 }
 
-// The desktop moves focus and selection one after the other: of one row they are one change.
+// The desktop reports focus and selection separately; for one row they are merged into one
+// notification.
 void ListView::NotifyChangeLater(const NMLISTVIEW& change) {
-  const auto known = std::ranges::find_if(
+  const auto pending = std::ranges::find_if(
       unsent_, [&](const NMLISTVIEW& each) { return AreOneMove(each, change); });
-  if (known != unsent_.end()) {
-    known->uNewState |= change.uNewState;
-    known->uOldState |= change.uOldState;
+  if (pending != unsent_.end()) {
+    pending->uNewState |= change.uNewState;
+    pending->uOldState |= change.uOldState;
     return;
   }
   if (unsent_.empty()) Later<ListView>([](ListView& self) { self.NotifyChanges(); });

@@ -1,5 +1,5 @@
-// "SysListView32" in report view: the messages of its columns, rows, selection and check boxes, and
-// what it tells its parent. Owned by its window, on the window thread.
+// "SysListView32" in report view: columns, rows, selection, check boxes, and the notifications to
+// the parent. Owned by its window, on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -22,7 +22,8 @@ class ListView final : public BasicControl, private ListViewEvents {
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  // Whether the parent hears of a change at once (a message made it) or later (the user did).
+  // When the parent is notified of a change: at once if a message made the change, as deferred work
+  // if the user did.
   enum class When { kNow, kLater };
 
   void OnSelected(const std::vector<int>& rows, int focused) override;
@@ -38,17 +39,17 @@ class ListView final : public BasicControl, private ListViewEvents {
 
   LRESULT InsertColumn(int column, const LVCOLUMNW* given);
   LRESULT SetColumn(int column, const LVCOLUMNW* given);
-  LRESULT GetColumn(int column, LVCOLUMNW* asked) const;
+  LRESULT GetColumn(int column, LVCOLUMNW* result) const;
   void TakeColumn(int column, const LVCOLUMNW& given);
   LRESULT SetColumnWidth(int column, int width);
-  // What LVSCW_AUTOSIZE or LVSCW_AUTOSIZE_USEHEADER stands for.
+  // The width in pixels for LVSCW_AUTOSIZE or LVSCW_AUTOSIZE_USEHEADER.
   int FittingWidth(int column, bool useHeader) const;
 
   LRESULT InsertItem(const LVITEMW* given);
   LRESULT SetItem(const LVITEMW* given);
-  LRESULT GetItem(LVITEMW* asked) const;
+  LRESULT GetItem(LVITEMW* result) const;
   bool SetItemText(int row, const LVITEMW* given);
-  LRESULT GetItemText(int row, LVITEMW* asked) const;
+  LRESULT GetItemText(int row, LVITEMW* result) const;
   LRESULT DeleteItem(int row);
   LRESULT DeleteAllItems();
   LRESULT Sort(LPARAM parameter, PFNLVCOMPARE compare);
@@ -56,8 +57,8 @@ class ListView final : public BasicControl, private ListViewEvents {
   LRESULT EnsureVisible(int row);
 
   LRESULT SetItemState(int row, const LVITEMW* given);
-  // Brings the bits of the mask into that state, and the other rows in line with it: there is one
-  // focus and, with LVS_SINGLESEL, one selected row.
+  // Sets the bits in the mask to those of the state, and adjusts the other rows: only one row has
+  // the focus and, with LVS_SINGLESEL, only one is selected.
   void ChangeState(int row, UINT state, UINT mask, When when);
   void ChangeOwnState(int row, UINT state, UINT mask, When when);
   void NotifyChangeLater(const NMLISTVIEW& change);
@@ -68,7 +69,7 @@ class ListView final : public BasicControl, private ListViewEvents {
 
   ListViewItems items_;
   DWORD extendedStyle_ = 0;
-  // LVN_ITEMCHANGED of what the user did.
+  // Pending LVN_ITEMCHANGED notifications of what the user did.
   std::vector<NMLISTVIEW> unsent_;
 };
 

@@ -7,8 +7,8 @@ namespace platform {
 std::wstring ListViewItems::Text(int row, int column) const {
   if (!HasRow(row) || column < 0) return {};
   const std::vector<std::wstring>& texts = Row(row).texts;
-  const auto place = static_cast<std::size_t>(column);
-  return place < texts.size() ? texts[place] : std::wstring();
+  const auto index = static_cast<std::size_t>(column);
+  return index < texts.size() ? texts[index] : std::wstring();
 }
 
 UINT ListViewItems::State(int row) const {
@@ -21,15 +21,15 @@ bool ListViewItems::HasColumn(int column) const {
 
 void ListViewItems::SetText(int row, int column, const std::wstring& text) {
   std::vector<std::wstring>& texts = Row(row).texts;
-  const auto place = static_cast<std::size_t>(column);
-  if (place >= texts.size()) texts.resize(place + 1);
-  texts[place] = text;
+  const auto index = static_cast<std::size_t>(column);
+  if (index >= texts.size()) texts.resize(index + 1);
+  texts[index] = text;
 }
 
 int ListViewItems::InsertRow(int row, Item item) {
-  const int place = std::clamp(row, 0, RowCount());
-  items_.insert(items_.begin() + place, std::move(item));
-  return place;
+  const int index = std::clamp(row, 0, RowCount());
+  items_.insert(items_.begin() + index, std::move(item));
+  return index;
 }
 
 void ListViewItems::RemoveRow(int row) {
@@ -43,6 +43,7 @@ void ListViewItems::Sort(PFNLVCOMPARE compare, LPARAM parameter) {
 }
 
 int ListViewItems::NextWith(int after, UINT state) const {
+  if (after >= RowCount()) return -1;
   for (int row = std::max(after, -1) + 1; row < RowCount(); ++row) {
     if ((Row(row).state & state) == state) return row;
   }
@@ -55,13 +56,13 @@ int ListViewItems::CountWith(UINT state) const {
 }
 
 int ListViewItems::InsertColumn(int column, ListViewColumn data) {
-  const int place = std::clamp(column, 0, static_cast<int>(columns_.size()));
-  columns_.insert(columns_.begin() + place, std::move(data));
+  const int index = std::clamp(column, 0, static_cast<int>(columns_.size()));
+  columns_.insert(columns_.begin() + index, std::move(data));
   for (Item& item : items_) {
     const auto texts = static_cast<int>(item.texts.size());
-    if (place < texts) item.texts.insert(item.texts.begin() + place, std::wstring());
+    if (index < texts) item.texts.insert(item.texts.begin() + index, std::wstring());
   }
-  return place;
+  return index;
 }
 
 }  // namespace platform

@@ -1,5 +1,4 @@
-// The columns and rows of a list view. Plain data: it tells nobody of its changes. Used by its
-// control.
+// The columns and rows of a list view. Plain data without notifications. Used by its control.
 #pragma once
 
 #include <windows.h>
@@ -28,27 +27,27 @@ class ListViewItems final : public ListViewContent {
 
   bool HasRow(int row) const { return row >= 0 && row < RowCount(); }
   bool HasColumn(int column) const;
-  // Of a row that exists.
+  // The row must exist.
   Item& Row(int row) { return items_[static_cast<std::size_t>(row)]; }
   const Item& Row(int row) const { return items_[static_cast<std::size_t>(row)]; }
   void SetText(int row, int column, const std::wstring& text);
 
-  // At the end when there are not so many rows. The place it has got.
+  // Inserts the row; at the end when there are fewer rows. Returns the index of the new row.
   int InsertRow(int row, Item item);
   void RemoveRow(int row);
   void Clear() { items_.clear(); }
-  // The order of rows that the function does not tell apart stays.
+  // A stable sort.
   void Sort(PFNLVCOMPARE compare, LPARAM parameter);
 
-  // The first row after that one (below zero: of all) whose state has every one of the bits; below
-  // zero when there is none.
+  // The first row after that one (below zero: of all) whose state has all the bits; -1 when there
+  // is none.
   int NextWith(int after, UINT state) const;
   int CountWith(UINT state) const;
 
-  // At the end when there are not so many columns. The place it has got. The texts of the rows move
-  // with their columns.
+  // Inserts the column; at the end when there are fewer columns. Moves the texts of the rows with
+  // their columns. Returns the index of the new column.
   int InsertColumn(int column, ListViewColumn data);
-  // Of a column that exists.
+  // The column must exist.
   ListViewColumn& Column(int column) { return columns_[static_cast<std::size_t>(column)]; }
 
  private:

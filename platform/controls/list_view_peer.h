@@ -1,4 +1,4 @@
-// The widget of a list view: it shows the rows that the control holds. Lives on the window thread.
+// The widget of a list view, which shows the rows that the control holds. For the window thread.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ struct ListViewColumn {
   int format = 0;  // LVCFMT_LEFT, LVCFMT_RIGHT or LVCFMT_CENTER
 };
 
-// What there is to show. A row that does not exist is empty.
+// The content to show. The texts and states of a row that does not exist are empty.
 class ListViewContent {
  public:
   virtual ~ListViewContent() = default;
@@ -31,9 +31,10 @@ class ListViewEvents {
  public:
   virtual ~ListViewEvents() = default;
 
-  // Which rows the user has selected now, in order, and which has the focus (below zero: none).
+  // The rows that the user has selected, in ascending order, and the row with the focus (below
+  // zero: none).
   virtual void OnSelected(const std::vector<int>& rows, int focused) = 0;
-  // The user wants the check box of the row changed; it still shows the old state.
+  // The user clicked the check box of the row; it still shows the old state.
   virtual void OnCheckClicked(int row) = 0;
   virtual void OnHeaderClicked(int column) = 0;
   virtual void OnHeaderResized(int column, int width) = 0;
@@ -42,7 +43,7 @@ class ListViewEvents {
 
 class ListViewPeer : public WindowPeer {
  public:
-  // The content has changed in that way already.
+  // Called after the content has changed.
   virtual void ColumnsChanged() = 0;
   virtual void RowInserted(int row) = 0;
   virtual void RowRemoved(int row) = 0;
@@ -52,8 +53,8 @@ class ListViewPeer : public WindowPeer {
   virtual void EnsureVisible(int row) = 0;
   // LVS_EX_ bits.
   virtual void SetExtendedStyle(DWORD style) = 0;
-  // The width of a column in which that text is not cut, in a row and in the header; and the width
-  // that all columns together have without scrolling.
+  // Widths in pixels: of a column in which the text is not cut, in a row and in the header; and of
+  // the area that all columns share without scrolling.
   virtual int RowWidthFor(const std::wstring& text, bool withCheckBox) const = 0;
   virtual int HeaderWidthFor(const std::wstring& text) const = 0;
   virtual int ClientWidth() const = 0;

@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-// A name of this character and another means the resource of the other's number.
+// The first character of a name whose second character is the number of a resource.
 constexpr wchar_t kNumberFollows = 0xFFFF;
 
 LPCWSTR ResourceName(const wchar_t* name) {
@@ -83,7 +83,7 @@ LRESULT StaticControl::SetImage(int type, void* image) {
   if (isIcon) {
     ShowIcon(static_cast<HICON>(image));
   } else {
-    ShowPicture(static_cast<HBITMAP>(image));
+    ShowBitmap(static_cast<HBITMAP>(image));
   }
   return before;
 }
@@ -94,7 +94,7 @@ void StaticControl::ShowIcon(HICON icon) {
   if (Peer() != nullptr) Peer()->SetIcon(std::move(images));
 }
 
-void StaticControl::ShowPicture(HBITMAP bitmap) {
+void StaticControl::ShowBitmap(HBITMAP bitmap) {
   const auto shown = BitmapOf(bitmap);
   if (shown != nullptr) TakeSize(shown->Size().cx, shown->Size().cy);
   if (Peer() == nullptr) return;

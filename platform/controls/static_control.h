@@ -1,5 +1,5 @@
-// "Static": a text, an icon, a bitmap or a line that tells the user something and takes no input.
-// Owned by its window, on the window thread.
+// "Static": a text, an icon, a bitmap or a line. Takes no input. Owned by its window, on the window
+// thread.
 #pragma once
 
 #include <optional>
@@ -22,17 +22,18 @@ class StaticControl final : public BasicControl, private StaticEvents {
   DWORD Kind() const { return Self().Style() & SS_TYPEMASK; }
   bool IsSupported() const;
   bool ShowsImage() const { return Kind() == SS_ICON || Kind() == SS_BITMAP; }
-  // The image that the window's name stands for, as documented for these types.
+  // Loads the image that the window's name refers to, as documented for these styles.
   void LoadNamedImage(const CREATESTRUCTW& creation);
-  // The handle that was shown before; 0 when the control does not show that kind.
+  // Returns the handle that was shown before; 0 when the control does not show images of that type.
   LRESULT SetImage(int type, void* image);
   void ShowIcon(HICON icon);
-  void ShowPicture(HBITMAP bitmap);
-  // As documented, the control takes the size of what it shows.
+  void ShowBitmap(HBITMAP bitmap);
+  // Resizes the control to the size of its image, as documented.
   void TakeSize(int width, int height);
 
   void* image_ = nullptr;
-  // A bitmap that was loaded here and that nobody has taken over by setting another.
+  // A bitmap that the control has loaded and owns. Setting another image passes the ownership to
+  // the caller.
   HBITMAP ownBitmap_ = nullptr;
 };
 

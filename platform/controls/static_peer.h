@@ -1,4 +1,4 @@
-// The widget of a static control. Lives on the window thread.
+// The widget of a static control. For the window thread.
 #pragma once
 
 #include <memory>
@@ -12,16 +12,16 @@ class StaticEvents {
  public:
   virtual ~StaticEvents() = default;
 
-  // The key after the text's "&" was pressed. Called inside an event of the desktop.
+  // The mnemonic of the text was pressed. Called inside an event of the desktop.
   virtual void OnMnemonic() = 0;
 };
 
 class StaticPeer : public WindowPeer {
  public:
-  // Shown instead of the text; null: nothing is shown.
+  // Shows the icon instead of the text; null: shows nothing.
   virtual void SetIcon(std::shared_ptr<const IconImages> icon) = 0;
-  // What stands on the canvas of a bitmap now.
-  virtual void SetPicture(const Canvas* picture) = 0;
+  // Shows a copy of what the canvas contains now; null: shows nothing.
+  virtual void SetPicture(const Canvas* canvas) = 0;
 };
 
 }  // namespace platform

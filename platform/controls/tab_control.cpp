@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 constexpr UINT kLastMessage = TCM_FIRST + 62;
-// What the frame takes where no desktop draws one.
+// The margins without a desktop, in pixels.
 constexpr RECT kPlainMargins = {4, 24, 4, 4};
 
 }  // namespace
@@ -36,7 +36,7 @@ std::optional<LRESULT> TabControl::Answer(UINT message, WPARAM wParam, LPARAM lP
       Clear();
       return TRUE;
     case TCM_GETCURSEL:
-      return chosen_;
+      return selected_;
     case TCM_SETCURSEL:
       return Select(wParam);
     case TCM_ADJUSTRECT:
@@ -54,16 +54,16 @@ void TabControl::OnTabWanted(int index) {
 
 LRESULT TabControl::Insert(WPARAM index, const TCITEMW* item) {
   if (item == nullptr) return -1;
-  const std::size_t place = std::min(static_cast<std::size_t>(index), tabs_.size());
-  const int at = static_cast<int>(place);
+  const std::size_t position = std::min(static_cast<std::size_t>(index), tabs_.size());
+  const int at = static_cast<int>(position);
   tabs_.insert(tabs_.begin() + at, Tab{});
   if (Peer() != nullptr) Peer()->Insert(at, L"");
-  SetItem(place, item);
-  // The first tab is chosen by being there; the chosen one stays it.
+  SetItem(position, item);
+  // The first tab becomes the selected one; otherwise the same tab stays selected.
   if (tabs_.size() == 1) {
-    TakeChoice(0);
-  } else if (at <= chosen_) {
-    TakeChoice(chosen_ + 1);
+    SetSelection(0);
+  } else if (at <= selected_) {
+    SetSelection(selected_ + 1);
   }
   return at;
 }
@@ -89,29 +89,29 @@ LRESULT TabControl::GetItem(WPARAM index, TCITEMW* item) const {
 
 void TabControl::Clear() {
   tabs_.clear();
-  chosen_ = -1;
+  selected_ = -1;
   if (Peer() != nullptr) Peer()->Clear();
 }
 
 LRESULT TabControl::Select(WPARAM index) {
   if (!Has(index)) return -1;
-  const int before = chosen_;
-  TakeChoice(static_cast<int>(index));
+  const int before = selected_;
+  SetSelection(static_cast<int>(index));
   return before;
 }
 
-void TabControl::TakeChoice(int index) {
-  chosen_ = index;
+void TabControl::SetSelection(int index) {
+  selected_ = index;
   if (Peer() != nullptr) Peer()->Select(index);
 }
 
 void TabControl::ChangeTo(int index) {
-  if (index == chosen_ || !Has(static_cast<WPARAM>(index))) return;
+  if (index == selected_ || !Has(static_cast<WPARAM>(index))) return;
   NMHDR notification{};
   if (Notify(TCN_SELCHANGING, notification) != FALSE) return;
-  // The answer may have taken the tab, or the control, away.
+  // The parent may have removed the tab, or destroyed the control.
   if (!Self().IsLive() || !Has(static_cast<WPARAM>(index))) return;
-  TakeChoice(index);
+  SetSelection(index);
   Notify(TCN_SELCHANGE, notification);
 }
 

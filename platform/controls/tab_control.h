@@ -1,5 +1,5 @@
-// "SysTabControl32": a row of tabs above an area where the caller shows something for the tab that
-// is chosen. Owned by its window, on the window thread.
+// "SysTabControl32": a row of tabs above an area where the caller shows something for the selected
+// tab. Owned by its window, on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -35,15 +35,16 @@ class TabControl final : public BasicControl, private TabEvents {
   LRESULT SetItem(WPARAM index, const TCITEMW* item);
   LRESULT GetItem(WPARAM index, TCITEMW* item) const;
   void Clear();
-  // The tab that was chosen before. Tells the parent nothing, as documented.
+  // Returns the tab that was selected before. Does not notify the parent, as documented.
   LRESULT Select(WPARAM index);
-  void TakeChoice(int index);
-  // Asks the parent whether the tab may change, and tells it that it has.
+  void SetSelection(int index);
+  // Sends TCN_SELCHANGING, which the parent may refuse; then selects the tab and sends
+  // TCN_SELCHANGE.
   void ChangeTo(int index);
   void Adjust(bool toWindow, RECT& area) const;
 
   std::vector<Tab> tabs_;
-  int chosen_ = -1;
+  int selected_ = -1;
 };
 
 }  // namespace platform

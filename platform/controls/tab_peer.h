@@ -1,4 +1,4 @@
-// The widget of a tab control: a row of tabs above a framed area. Lives on the window thread.
+// The widget of a tab control: a row of tabs above a framed area. For the window thread.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ class TabEvents {
  public:
   virtual ~TabEvents() = default;
 
-  // The user wants that tab; the peer still shows the old one. Called inside an event of the
+  // The user clicked that tab; the peer still shows the old one. Called inside an event of the
   // desktop.
   virtual void OnTabWanted(int index) = 0;
 };
@@ -23,7 +23,7 @@ class TabPeer : public WindowPeer {
   virtual void Clear() = 0;
   // Below zero: none.
   virtual void Select(int index) = 0;
-  // How much wider and higher the control is than what its frame encloses, on each side.
+  // How much wider and higher, on each side, the control is than the area that its frame encloses.
   virtual RECT Margins() const = 0;
 };
 

@@ -22,7 +22,7 @@ constexpr UINT kLastMessage = WM_USER + 114;
 constexpr int kWidth = 17;   // pixels, beside a buddy
 constexpr int kOverlap = 1;  // with the buddy's border
 
-// A whole number, perhaps with separators of thousands; nothing for any other text.
+// Reads a whole number, with or without thousands separators; nothing for any other text.
 std::optional<int> NumberIn(std::wstring text) {
   std::erase_if(text, [](wchar_t each) { return each == L',' || each == L'.' || each == 0xA0; });
   wchar_t* end = nullptr;
@@ -35,14 +35,14 @@ std::optional<int> NumberIn(std::wstring text) {
   return static_cast<int>(number);
 }
 
-// With the user's separators of thousands.
+// The number with the user's thousands separators.
 std::wstring Grouped(int number) {
   constexpr int kDecimals = 3;  // the point and the two digits of the user's format
   std::wstring plain = std::to_wstring(number);
   wchar_t text[64];
   const int length =
       ::GetNumberFormatW(LOCALE_USER_DEFAULT, 0, plain.c_str(), nullptr, text, std::size(text));
-  // The length counts the null at the end.
+  // The length includes the terminating null.
   if (length <= kDecimals + 1) return plain;
   return {text, static_cast<std::size_t>(length - 1 - kDecimals)};
 }
@@ -51,7 +51,8 @@ std::wstring TextOf(const Window& window) {
   std::wstring text(64, L'\0');
   const LRESULT length = ::SendMessageW(window.Handle(), WM_GETTEXT, text.size(),
                                         reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(length));
+  // The buddy may be of any class and return anything.
+  text.resize(static_cast<std::size_t>(std::clamp<LRESULT>(length, 0, 63)));
   return text;
 }
 
@@ -91,7 +92,7 @@ std::optional<LRESULT> UpDown::Answer(UINT message, WPARAM wParam, LPARAM lParam
 
 void UpDown::OnStep(bool up) {
   Later<UpDown>([up](UpDown& self) {
-    // Up is towards the upper end of the range, which may be the lesser number.
+    // The upper arrow moves towards the upper end of the range, which may be the smaller number.
     const bool increases = up == (self.high_ >= self.low_);
     self.Step(increases ? 1 : -1);
   });
@@ -109,7 +110,7 @@ LRESULT UpDown::SetBuddy(HWND buddy) {
 }
 
 void UpDown::TakeSiblingAsBuddy() {
-  // The control made just before this one.
+  // The control that was created just before this one.
   const auto siblings = Windows().ChildrenOf(Self().Parent());
   const auto own = std::ranges::find(siblings, Self().Handle(), &Window::Handle);
   if (own != siblings.begin() && own != siblings.end()) SetBuddy((*std::prev(own))->Handle());
@@ -181,7 +182,7 @@ void UpDown::Step(int delta) {
   NMUPDOWN notification{};
   notification.iPos = position_;
   notification.iDelta = delta;
-  // A nonzero answer keeps the position; the parent may also have changed the step.
+  // A nonzero reply keeps the position; the parent may also have changed the step.
   if (Notify(UDN_DELTAPOS, notification) != 0 || !Self().IsLive()) return;
   position_ = Bounded(static_cast<long long>(position_) + notification.iDelta);
   ShowInBuddy();

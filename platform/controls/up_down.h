@@ -1,5 +1,5 @@
-// "msctls_updown32": two arrows that step a number, most often that of a field beside them. Owned
-// by its window, on the window thread.
+// "msctls_updown32": two arrows that step a number, usually that of an edit control beside them,
+// the buddy. Owned by its window, on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -27,7 +27,7 @@ class UpDown final : public BasicControl, private UpDownEvents {
   bool Has(DWORD style) const { return (Self().Style() & style) != 0; }
   LRESULT SetBuddy(HWND buddy);
   void TakeSiblingAsBuddy();
-  // Beside the buddy, which gives up the place for it.
+  // Positions the control beside the buddy, which becomes narrower.
   void MoveBesideBuddy(Window& buddy);
   void SetRange(int low, int high);
   LRESULT GetRange(int* low, int* high) const;
@@ -35,12 +35,12 @@ class UpDown final : public BasicControl, private UpDownEvents {
   LRESULT GetPosition(BOOL* failed);
   int Bounded(long long position) const;
   void ShowInBuddy();
-  // With UDS_SETBUDDYINT the buddy's text is the position, if it is a number.
+  // Takes the position from the buddy's text. False when the text is not a number in range.
   bool ReadBuddy();
   void Step(int delta);
 
   HWND buddy_ = nullptr;
-  // As documented: the upper arrow decreases until a range is set.
+  // The documented initial range, with which the upper arrow decreases the position.
   int low_ = 100;
   int high_ = 0;
   int position_ = 0;

@@ -23,7 +23,7 @@ struct FileRequest {
   bool inherit;
 };
 
-// What the documentation allows and this layer does not do is refused with a line of log.
+// Requests that Win32 permits and the layer does not support are logged and fail.
 DWORD CheckRequest(const FileRequest& request) {
   if (!request.name.starts_with(kDevicePrefix)) {
     LogLine("CreateFileW opens devices only, not " + Utf8(request.name));
@@ -32,9 +32,9 @@ DWORD CheckRequest(const FileRequest& request) {
   constexpr DWORD kAccess = GENERIC_READ | GENERIC_WRITE;
   constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
   constexpr DWORD kFlags = FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OVERLAPPED;
-  const bool known = (request.access & ~kAccess) == 0 && (request.share & ~kShare) == 0 &&
-                     (request.flags & ~kFlags) == 0 && request.disposition == OPEN_EXISTING;
-  if (known && !request.inherit) return NO_ERROR;
+  const bool supported = (request.access & ~kAccess) == 0 && (request.share & ~kShare) == 0 &&
+                         (request.flags & ~kFlags) == 0 && request.disposition == OPEN_EXISTING;
+  if (supported && !request.inherit) return NO_ERROR;
   LogLine("CreateFileW: access, share mode, disposition or flags that are not supported, for " +
           Utf8(request.name));
   return ERROR_INVALID_PARAMETER;
@@ -51,7 +51,7 @@ DWORD OpenFile(const FileRequest& request, HANDLE& file) {
   return error;
 }
 
-// The two access bits of a control code, as the opening must have asked for them.
+// Whether the access of the opening includes the two access bits of the control code.
 bool Permits(DWORD access, DWORD code) {
   const DWORD needed = (code >> 14) & (FILE_READ_ACCESS | FILE_WRITE_ACCESS);
   return ((needed & FILE_READ_ACCESS) == 0 || (access & GENERIC_READ) != 0) &&
@@ -64,7 +64,7 @@ DWORD Control(HANDLE handle, DWORD code, std::span<const std::byte> in, std::spa
   if (opened == nullptr) return ERROR_INVALID_HANDLE;
   if (!Permits(opened->Access(), code)) return ERROR_ACCESS_DENIED;
   const DWORD error = opened->Target().Control(code, in, out, returned);
-  // A count past the buffer would let the caller read what nobody wrote.
+  // With a count past the buffer the caller would read uninitialized bytes.
   if (returned > out.size()) returned = static_cast<DWORD>(out.size());
   return error;
 }

@@ -31,7 +31,7 @@ bool RegisterDevice(std::wstring_view name, std::shared_ptr<Device> device) {
 
 void UnregisterDevice(std::wstring_view name) {
   DeviceTable& table = Table();
-  std::shared_ptr<Device> removed;  // outlives the lock: a device's end may come back here
+  std::shared_ptr<Device> removed;  // outlives the lock: a device's destructor may call in here
   const std::lock_guard lock(table.mutex);
   const auto found = table.devices.find(LowerName(name));
   if (found == table.devices.end()) return;

@@ -28,7 +28,7 @@ BuiltInDrivers& BuiltIns() {
   return drivers;
 }
 
-// The registered ones first: they may stand in for the layer's own.
+// Registered drivers come first, so that a test can replace the layer's own.
 DriverFactory FindBuiltIn(const std::wstring& stem) {
   BuiltInDrivers& drivers = BuiltIns();
   const std::lock_guard lock(drivers.mutex);
@@ -41,7 +41,7 @@ bool StartsWithName(std::wstring_view text, std::wstring_view prefix) {
   return EqualNames(text.substr(0, prefix.size()), prefix);
 }
 
-// The folders of the system are found in any case; the rest of a path is taken as it stands.
+// The system's folders match in any case; the rest of the path is case-sensitive.
 std::filesystem::path SystemPath(std::wstring_view belowRoot) {
   constexpr std::wstring_view kFolders[] = {L"System32\\", L"Drivers\\"};
   std::filesystem::path path = RootFolder();

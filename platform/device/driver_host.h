@@ -1,6 +1,6 @@
-// Drivers: modules that are loaded into the process that starts their service, and unloaded when
-// the service is stopped. A driver is a built-in one of the layer (or of a test), or a shared
-// object that exports the two functions of driver_module.h. Any thread.
+// Drivers are loaded into the process that starts their service and unloaded when the service is
+// stopped. A driver is built in (registered by the layer or a test), or a shared object that
+// exports the two functions of driver_module.h. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -17,21 +17,21 @@ class LoadedDriver {
   virtual ~LoadedDriver() = default;  // unloads
 };
 
-// Makes a driver whose image is a file of that stem ("IpFltDrv" for "IpFltDrv.sys"); answers null
-// with `error` set when it cannot work on this machine.
+// Registers a built-in driver for images of that stem ("IpFltDrv" for "IpFltDrv.sys"). The factory
+// returns null with `error` set when the driver cannot work on this machine.
 using DriverFactory = std::function<std::unique_ptr<LoadedDriver>(DWORD& error)>;
 void RegisterBuiltInDriver(std::wstring_view imageStem, DriverFactory factory);
 void UnregisterBuiltInDriver(std::wstring_view imageStem);
 
-// Whether drivers may come from shared objects; they may, unless the simulated machine forbids it.
+// Whether drivers may be loaded from shared objects. The simulated machine forbids it.
 void AllowDriverFiles(bool allowed);
 
-// Where the events go that a driver reports, as UTF-8. Any thread, until the driver is unloaded.
+// Receives the events that a driver reports. Called on any thread until the driver is unloaded.
 using DriverEventSink = std::function<void(std::string_view utf8)>;
 
-// Loads the driver of an image path as the service record holds it: "%SystemRoot%" and a leading
-// "System32" stand for the root folder, ".sys" becomes ".so", and a file that is not there is
-// looked for beside the executable. Null with `error` set when there is no such driver.
+// Loads the driver of a service record's image path. "%SystemRoot%" stands for the root folder, and
+// a relative path is relative to it. ".sys" becomes ".so", and a missing file is searched for in
+// the executable's folder. Null with `error` set when the driver cannot be loaded.
 std::unique_ptr<LoadedDriver> LoadDriver(std::wstring_view imagePath, DriverEventSink events,
                                          DWORD& error);
 

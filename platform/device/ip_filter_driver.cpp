@@ -9,7 +9,7 @@ namespace {
 
 class IpFilterDevice final : public Device {
  public:
-  // Asked again at each opening: the right to use the filter is that of the moment.
+  // Checked at each opening, because the process's rights may change.
   DWORD Open(DWORD) override { return AskPacketFilter(); }
 
   DWORD Control(DWORD, std::span<const std::byte>, std::span<std::byte>, DWORD& returned) override {
@@ -30,7 +30,7 @@ class IpFilterDriver final : public LoadedDriver {
 
 std::unique_ptr<LoadedDriver> LoadIpFilterDriver(DWORD& error) {
   error = AskPacketFilter();
-  // Without the right the driver is there all the same; who opens the device is told.
+  // Without the right the driver is loaded all the same; opening the device fails then.
   if (error != NO_ERROR && error != ERROR_ACCESS_DENIED) return nullptr;
   if (!RegisterDevice(kIpFilterDeviceName, std::make_shared<IpFilterDevice>())) {
     error = ERROR_ALREADY_EXISTS;

@@ -12,17 +12,17 @@
 namespace platform {
 
 DWORD AskPacketFilter() {
-  // The number of the ruleset's generation is the smallest question that nf_tables answers.
-  alignas(nlmsghdr) std::array<char, 256> question{};
-  nlmsghdr& request = *::mnl_nlmsg_put_header(question.data());
+  // Querying the ruleset's generation is the smallest request of nf_tables.
+  alignas(nlmsghdr) std::array<char, 256> requestBuffer{};
+  nlmsghdr& request = *::mnl_nlmsg_put_header(requestBuffer.data());
   request.nlmsg_type = (NFNL_SUBSYS_NFTABLES << 8) | NFT_MSG_GETGEN;
   auto* family = static_cast<nfgenmsg*>(::mnl_nlmsg_put_extra_header(&request, sizeof(nfgenmsg)));
   family->nfgen_family = AF_UNSPEC;
   family->version = NFNETLINK_V0;
   family->res_id = htons(0);
-  std::array<char, 8192> answer{};
+  std::array<char, 8192> replyBuffer{};
   NetlinkSocket socket(NETLINK_NETFILTER);
-  if (socket.AskOne(request, answer, [](const nlmsghdr&) {})) return NO_ERROR;
+  if (socket.AskOne(request, replyBuffer, [](const nlmsghdr&) {})) return NO_ERROR;
   return errno == EPERM || errno == EACCES ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND;
 }
 

@@ -23,8 +23,8 @@ struct CloseModule {
 };
 using ModulePointer = std::unique_ptr<void, CloseModule>;
 
-// A device whose operations lie in the shared object. A handle may keep it longer than the driver
-// stays loaded, so it is retired first: from then on it calls nothing.
+// A device whose operations are functions of the shared object. An open handle may keep the device
+// alive after the driver is unloaded, so it is retired before: then it calls no operation.
 class ModuleDevice final : public Device {
  public:
   explicit ModuleDevice(const DriverDevice& operations) : operations_(operations) {}
@@ -43,7 +43,7 @@ class ModuleDevice final : public Device {
                                static_cast<std::uint32_t>(out.size()), &returned);
   }
 
-  // Waits for a call that is running.
+  // Waits for a running operation.
   void Retire() {
     const std::lock_guard lock(mutex_);
     retired_ = true;
@@ -82,8 +82,8 @@ class ModuleDriver final : public LoadedDriver {
   bool loaded_ = false;
 };
 
-// The driver whose DriverLoad or DriverUnload runs on this thread: the module's interface has no
-// place for telling which driver calls.
+// The driver whose DriverLoad or DriverUnload runs on this thread: createDevice and deleteDevice
+// have no parameter for the driver.
 thread_local ModuleDriver* callingDriver = nullptr;
 
 std::uint32_t HostCreateDevice(const DriverDevice* device) noexcept try {
@@ -136,7 +136,7 @@ ModuleDriver::~ModuleDriver() {
 
 DWORD ModuleDriver::CreateDevice(const DriverDevice& operations) {
   DriverDevice own = operations;
-  own.name = nullptr;  // the caller's text need not live on
+  own.name = nullptr;  // the caller owns the text
   auto device = std::make_shared<ModuleDevice>(own);
   if (!RegisterDevice(operations.name, device)) return ERROR_ALREADY_EXISTS;
   devices_.push_back({operations.name, std::move(device)});
@@ -162,7 +162,7 @@ Function EntryPoint(void* module, const char* name) {
   return reinterpret_cast<Function>(::dlsym(module, name));
 }
 
-// One process has one copy of a shared object, so a driver cannot be loaded twice.
+// A process can load a shared object only once, so a driver cannot be loaded twice.
 bool IsLoaded(const std::filesystem::path& file) {
   return ModulePointer(::dlopen(file.c_str(), RTLD_NOLOAD | RTLD_LAZY)) != nullptr;
 }

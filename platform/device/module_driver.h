@@ -1,4 +1,4 @@
-// A driver that is a shared object with the two functions of driver_module.h. Any thread.
+// Loads drivers that are shared objects with the two functions of driver_module.h. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -10,10 +10,10 @@
 
 namespace platform {
 
-// Loads the shared object and calls its DriverLoad. Null with `error` set: ERROR_BAD_EXE_FORMAT
-// when it cannot be loaded, ERROR_ACCESS_DENIED when somebody else could change it,
-// ERROR_PROC_NOT_FOUND when it is no driver, ERROR_ALREADY_EXISTS when it is loaded already, or
-// what DriverLoad answers.
+// Loads the shared object and calls its DriverLoad. Null with `error` set: an error of
+// RequireTrusted, ERROR_ALREADY_EXISTS when it is already loaded, ERROR_BAD_EXE_FORMAT when it
+// cannot be loaded, ERROR_PROC_NOT_FOUND when it is no driver, or the error that DriverLoad
+// returned.
 std::unique_ptr<LoadedDriver> LoadModuleDriver(const std::filesystem::path& file,
                                                DriverEventSink events, DWORD& error);
 

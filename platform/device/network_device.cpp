@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-// Answers the NDIS statistics of one interface, which may come and go.
+// The NDIS statistics of one interface. The device stays valid when the interface is removed.
 class NetworkStatistics final : public Device {
  public:
   explicit NetworkStatistics(std::wstring name) : name_(std::move(name)) {}
@@ -25,12 +25,12 @@ class NetworkStatistics final : public Device {
 
  private:
   DWORD Query(DWORD objectId, std::span<std::byte> out, DWORD& returned) const;
-  DWORD AnswerAddress(std::span<std::byte> out, DWORD& returned) const;
+  DWORD QueryAddress(std::span<std::byte> out, DWORD& returned) const;
 
   const std::wstring name_;
 };
 
-DWORD Answer(std::span<const std::byte> value, std::span<std::byte> out, DWORD& returned) {
+DWORD ReturnValue(std::span<const std::byte> value, std::span<std::byte> out, DWORD& returned) {
   if (out.size() < value.size()) return ERROR_INSUFFICIENT_BUFFER;
   std::ranges::copy(value, out.begin());
   returned = static_cast<DWORD>(value.size());
@@ -51,7 +51,7 @@ DWORD NetworkStatistics::Control(DWORD code, std::span<const std::byte> in,
 }
 
 DWORD NetworkStatistics::Query(DWORD objectId, std::span<std::byte> out, DWORD& returned) const {
-  if (objectId == OID_802_3_CURRENT_ADDRESS) return AnswerAddress(out, returned);
+  if (objectId == OID_802_3_CURRENT_ADDRESS) return QueryAddress(out, returned);
   if (objectId != OID_GEN_DIRECTED_BYTES_XMIT && objectId != OID_GEN_DIRECTED_BYTES_RCV) {
     LogLine("a network device was asked for statistics that it does not have");
     return ERROR_NOT_SUPPORTED;
@@ -60,23 +60,23 @@ DWORD NetworkStatistics::Query(DWORD objectId, std::span<std::byte> out, DWORD& 
   if (!counters) return ERROR_DEV_NOT_EXIST;
   const std::uint64_t bytes =
       objectId == OID_GEN_DIRECTED_BYTES_XMIT ? counters->bytesSent : counters->bytesReceived;
-  return Answer(std::as_bytes(std::span(&bytes, 1)), out, returned);
+  return ReturnValue(std::as_bytes(std::span(&bytes, 1)), out, returned);
 }
 
-DWORD NetworkStatistics::AnswerAddress(std::span<std::byte> out, DWORD& returned) const {
+DWORD NetworkStatistics::QueryAddress(std::span<std::byte> out, DWORD& returned) const {
   const std::vector<NetworkInterface> interfaces = CurrentInterfaces().List();
   const auto found = std::ranges::find(interfaces, name_, &NetworkInterface::name);
   if (found == interfaces.end()) return ERROR_DEV_NOT_EXIST;
   // A tunnel is not an 802.3 device.
   if (found->physicalAddress.empty()) return ERROR_NOT_SUPPORTED;
-  return Answer(std::as_bytes(std::span(found->physicalAddress)), out, returned);
+  return ReturnValue(std::as_bytes(std::span(found->physicalAddress)), out, returned);
 }
 
 }  // namespace
 
 std::shared_ptr<Device> NetworkDevice(std::wstring_view name) {
   if (!CurrentInterfaces().Counters(name)) return nullptr;
-  // A program that leaves a handle open at each reading shall not collect devices too.
+  // One device for each name, so that handles that a program leaves open do not add devices.
   static std::mutex mutex;
   static auto& devices = *new std::map<std::wstring, std::shared_ptr<Device>, std::less<>>;
   const std::lock_guard lock(mutex);

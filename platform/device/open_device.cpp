@@ -18,8 +18,8 @@ struct OpenDevices {
 
 OpenDevices& Opens() {
   // Never destroyed: handles are closed by destructors of static objects.
-  static OpenDevices& opens = *new OpenDevices;
-  return opens;
+  static OpenDevices& openDevices = *new OpenDevices;
+  return openDevices;
 }
 
 // Whether everything in `access` is in `share`.
@@ -35,7 +35,7 @@ std::shared_ptr<OpenDevice> OpenDevice::Create(std::wstring_view name,
                                                DWORD share, DWORD& error) {
   std::shared_ptr<OpenDevice> opened(
       new OpenDevice(LowerName(name), std::move(device), access, share));
-  if (!opened->Enter()) {
+  if (!opened->Register()) {
     error = ERROR_SHARING_VIOLATION;
     return nullptr;
   }
@@ -47,23 +47,23 @@ OpenDevice::OpenDevice(std::wstring name, std::shared_ptr<Device> device, DWORD 
     : name_(std::move(name)), device_(std::move(device)), access_(access), share_(share) {}
 
 OpenDevice::~OpenDevice() {
-  if (!entered_) return;
+  if (!registered_) return;
   const std::lock_guard lock(Opens().mutex);
   std::erase(Opens().all, this);
 }
 
-// An opening without access disturbs nobody, whatever it shares.
+// An opening without access conflicts with no other, whatever the share modes.
 bool OpenDevice::ConflictsWith(const OpenDevice& other) const {
   if (name_ != other.name_ || access_ == 0 || other.access_ == 0) return false;
   return !IsShared(access_, other.share_) || !IsShared(other.access_, share_);
 }
 
-bool OpenDevice::Enter() {
+bool OpenDevice::Register() {
   const std::lock_guard lock(Opens().mutex);
   const auto conflicts = [this](const OpenDevice* other) { return ConflictsWith(*other); };
   if (std::ranges::any_of(Opens().all, conflicts)) return false;
   Opens().all.push_back(this);
-  entered_ = true;
+  registered_ = true;
   return true;
 }
 

@@ -1,5 +1,5 @@
-// What a handle of CreateFileW stands for: a device, opened with some access, and what its opener
-// shares with others meanwhile. Lives as long as the handle or a call on it. Any thread.
+// The object of a handle that CreateFileW returned: a device with the access and the share mode of
+// the opening. Lives as long as the handle or a call on it. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -13,13 +13,14 @@
 
 namespace platform {
 
-// The device of that name (any case), registered or answered by the resolver; null: there is none.
+// The device of that name: a registered one (any case), else the resolver's. Null when there is
+// none.
 std::shared_ptr<Device> FindDevice(std::wstring_view name);
 
 class OpenDevice final : public Object {
  public:
-  // Null with `error` set to ERROR_SHARING_VIOLATION, when somebody has the device open in a way
-  // that goes not with `access` and `share`, or to what the device itself answers.
+  // Null with `error` set: ERROR_SHARING_VIOLATION when another opening conflicts with `access` and
+  // `share`, or the error of Device::Open.
   static std::shared_ptr<OpenDevice> Create(std::wstring_view name, std::shared_ptr<Device> device,
                                             DWORD access, DWORD share, DWORD& error);
   ~OpenDevice() override;
@@ -32,13 +33,13 @@ class OpenDevice final : public Object {
  private:
   OpenDevice(std::wstring name, std::shared_ptr<Device> device, DWORD access, DWORD share);
   bool ConflictsWith(const OpenDevice& other) const;
-  bool Enter();
+  bool Register();
 
   const std::wstring name_;  // in lower case
   const std::shared_ptr<Device> device_;
   const DWORD access_;
   const DWORD share_;
-  bool entered_ = false;
+  bool registered_ = false;
 };
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Captions of the buttons that the system itself puts into windows, in the user's language. Any
+// Captions, in the user's language, of the buttons that the layer itself adds to windows. Any
 // thread.
 #pragma once
 
@@ -8,15 +8,15 @@
 
 namespace platform {
 
-// The number that the button "Apply" of a sheet has.
+// Identifier of the Apply button of a property sheet.
 inline constexpr int kApplyButton = 0x3021;
-// Those of the buttons that turn the pages of a wizard, and of the one that ends it.
+// Identifiers of the wizard buttons that turn the pages, and of the one that finishes the wizard.
 inline constexpr int kBackButton = 0x3023;
 inline constexpr int kNextButton = 0x3024;
 inline constexpr int kFinishButton = 0x3025;
 
-// Of IDOK to IDNO and the numbers above: in Swedish for users of Swedish, else in English. With the
-// "&" of the mnemonic. Empty for any other number.
+// The caption of IDOK to IDNO and the identifiers above, "&" of the mnemonic included: in Swedish
+// for users of Swedish, else in English. Empty for any other identifier.
 std::wstring ButtonCaption(int id);
 
 }  // namespace platform

@@ -11,8 +11,8 @@ bool IsPushButton(LRESULT dialogCode) {
 
 // 0 when the dialog has none.
 int DefaultIdOf(HWND dialog) {
-  const LRESULT answer = ::SendMessageW(dialog, DM_GETDEFID, 0, 0);
-  return HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : 0;
+  const LRESULT reply = ::SendMessageW(dialog, DM_GETDEFID, 0, 0);
+  return HIWORD(reply) == DC_HASDEFID ? LOWORD(reply) : 0;
 }
 
 HWND DefaultButton(HWND dialog) {
@@ -44,7 +44,7 @@ void MarkDefaultButton(HWND dialog, HWND focus) {
 }
 
 void PressDefaultButton(HWND dialog, HWND focus) {
-  // A push button that was given the keyboard by SetFocus alone is not the default one.
+  // SetFocus alone does not make a push button the default one.
   const bool focusIsDefault = (DialogCodeOf(focus) & DLGC_DEFPUSHBUTTON) != 0;
   const HWND button = focusIsDefault ? focus : DefaultButton(dialog);
   if (button != nullptr) {

@@ -1,19 +1,19 @@
-// Which push button of a dialog looks like the one that Enter presses, and pressing it. Used on the
-// dialog's thread.
+// The default push button of a dialog: marking it and pressing it. For the dialog's thread.
 #pragma once
 
 #include <windows.h>
 
 namespace platform {
 
-// After the dialog or its user moved the keyboard: marks the push button with it, or in lack of one
-// the dialog's default button, and no other.
+// Called after the focus has moved. Gives the default look to the push button with the focus, else
+// to the dialog's default button, and to no other.
 void MarkDefaultButton(HWND dialog, HWND focus);
 
-// As Enter does: the button with the keyboard if it is marked, else the default button, else IDOK.
+// Does what Enter does: presses the button with the focus if it has the default look, else the
+// default button, else IDOK.
 void PressDefaultButton(HWND dialog, HWND focus);
 
-// As Escape does: IDCANCEL, unless the dialog has such a button and it is disabled.
+// Does what Escape does: IDCANCEL, unless the dialog has such a button and it is disabled.
 void PressCancel(HWND dialog);
 
 }  // namespace platform

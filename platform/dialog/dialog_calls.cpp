@@ -1,4 +1,4 @@
-// Opening and ending dialogs.
+// Opening and ending modal dialogs, and creating modeless ones.
 #include "platform/dialog/dialog_creation.h"
 #include "platform/dialog/dialog_resource.h"
 #include "platform/dialog/modal_dialog.h"
@@ -10,13 +10,13 @@ namespace platform {
 namespace {
 
 constexpr INT_PTR kFailed = -1;
-// A dialog that nobody has ended yet has this result.
+// The result of a dialog that WM_QUIT closed before EndDialog was called.
 constexpr INT_PTR kUnended = IDOK;
 
-INT_PTR RunDialog(const DialogTemplate& made, DialogOrigin origin) {
+INT_PTR RunDialog(const DialogTemplate& dialogTemplate, DialogOrigin origin) {
   DisabledOwner owner(origin.owner);
   origin.owner = owner.Get();
-  const HWND dialog = CreateDialogFrom(made, origin);
+  const HWND dialog = CreateDialogFrom(dialogTemplate, origin);
   return dialog != nullptr ? AwaitEnd(dialog, owner, kUnended) : kFailed;
 }
 
@@ -27,14 +27,14 @@ using namespace platform;
 
 INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter) try {
-  // Zero, not minus one, for an owner that is none, as documented.
+  // An invalid owner yields zero, not -1, as documented.
   if (owner != nullptr && FindWindowOf(owner) == nullptr) return 0;
-  const auto made = FindDialogTemplate(instance, templateName);
-  if (!made.has_value()) return kFailed;
+  const auto dialogTemplate = FindDialogTemplate(instance, templateName);
+  if (!dialogTemplate.has_value()) return kFailed;
   INT_PTR result = kFailed;
   DWORD error = ERROR_SUCCESS;
   const bool ran = RunOnWindowThread([&] {
-    result = RunDialog(*made, {instance, owner, procedure, parameter, true});
+    result = RunDialog(*dialogTemplate, {instance, owner, procedure, parameter, true});
     error = ::GetLastError();
   });
   if (!ran) {
@@ -49,14 +49,14 @@ INT_PTR WINAPI DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND ow
 
 HWND WINAPI CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner,
                                DLGPROC procedure, LPARAM parameter) try {
-  const auto made = FindDialogTemplate(instance, templateName);
-  if (!made.has_value()) return nullptr;
-  return CreateDialogFrom(*made, {instance, owner, procedure, parameter, false});
+  const auto dialogTemplate = FindDialogTemplate(instance, templateName);
+  if (!dialogTemplate.has_value()) return nullptr;
+  return CreateDialogFrom(*dialogTemplate, {instance, owner, procedure, parameter, false});
 } catch (...) {
   return FailedCall<HWND>(nullptr);
 }
 
-// The dialog's loop destroys it; until then it is only hidden.
+// Only hides the dialog; its modal loop destroys it.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result) try {
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return FALSE;

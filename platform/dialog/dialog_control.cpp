@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// Messages that nobody here sends, but a program may.
+// Messages that the layer never sends, but a program may.
 constexpr UINT kVKeyToItem = 0x002E;
 constexpr UINT kCharToItem = 0x002F;
 constexpr UINT kQueryDragIcon = 0x0037;
@@ -19,7 +19,8 @@ constexpr UINT kCompareItem = 0x0039;
 constexpr UINT kFirstCtlColour = 0x0132;  // WM_CTLCOLORMSGBOX
 constexpr UINT kLastCtlColour = 0x0138;   // WM_CTLCOLORSTATIC
 
-// What the procedure returns for these is their result, not whether it handled them.
+// For these messages the dialog procedure returns the result itself, not whether it handled the
+// message.
 bool ResultIsProcedures(UINT message) {
   constexpr std::array kMessages = {WM_INITDIALOG, kVKeyToItem, kCharToItem, kQueryDragIcon,
                                     kCompareItem};
@@ -67,7 +68,7 @@ INT_PTR DialogControl::AskProcedure(UINT message, WPARAM wParam, LPARAM lParam) 
 std::optional<LRESULT> DialogControl::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
   const INT_PTR handled = AskProcedure(message, wParam, lParam);
   if (message == WM_NCDESTROY) {
-    // The loop of a dialog that was destroyed instead of ended goes on with 0.
+    // The modal loop of a dialog that was destroyed without EndDialog returns 0.
     outcome_->ended = true;
     font_.reset();
     window_.NoteFont(nullptr);
@@ -111,7 +112,7 @@ void DialogControl::ChangeDefaultId(int id) {
   MarkDefaultButton(window_.Handle(), ::GetFocus());
 }
 
-// Posted, so that the button that is pressed by the keyboard and the close box take the same way.
+// Posted, so that Cancel is delivered in the same way by the keyboard and by the close box.
 void DialogControl::RequestCancel() {
   const HWND button = ::GetDlgItem(window_.Handle(), IDCANCEL);
   if (button != nullptr && !::IsWindowEnabled(button)) return;
@@ -119,7 +120,7 @@ void DialogControl::RequestCancel() {
                  reinterpret_cast<LPARAM>(button));
 }
 
-// wParam is the control, when the low word of lParam says so, else whether to go backwards.
+// wParam is the control if the low word of lParam is not zero, else whether to move backwards.
 void DialogControl::MoveFocusByMessage(WPARAM wParam, LPARAM lParam) {
   if (LOWORD(lParam) != FALSE) {
     GiveFocus(reinterpret_cast<HWND>(wParam));

@@ -1,5 +1,6 @@
-// "#32770": a dialog, or a page inside one. It asks the dialog procedure first and does what the
-// documentation of DefDlgProcW says with what is left. Owned by its window, on the window's thread.
+// "#32770": a dialog, or a page inside one. Calls the dialog procedure first; messages that the
+// procedure leaves are handled as documented for DefDlgProcW. Owned by its window, on the window's
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +18,7 @@
 
 namespace platform {
 
-// How a modal dialog ended, for its loop, which outlives the window.
+// The result of a modal dialog. Shared with the modal loop, which outlives the window.
 struct DialogOutcome {
   bool ended = false;
   INT_PTR result = 0;
@@ -31,24 +32,27 @@ class DialogControl final : public Control, private DialogEvents {
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
   LONG_PTR* Extra(int index) override;
 
-  // What a new dialog has before its first message.
+  // Sets up a new dialog. Called before its first dialog message.
   void Equip(OwnedFont font, const DialogUnits& units, DLGPROC procedure);
-  // The dialog's units of measure.
+  // The dialog units of the dialog's font.
   const DialogUnits& Units() const { return units_; }
-  // The button that Enter presses when no button has the keyboard; 0: none.
+  // The button that Enter presses when no button has the focus; 0: none.
   void SetDefaultId(int id) { defaultId_ = id; }
-  // Shared with the loop of a modal dialog.
+  // Shared with the modal loop of the dialog.
   const std::shared_ptr<DialogOutcome>& Outcome() const { return outcome_; }
   void SetModal();
-  // Called with +1 or -1 when a key asks for the next or the previous page of a sheet.
+  // Sets a function that is called with +1 or -1 when a key requests the next or the previous page
+  // of a sheet.
   void SetPageTurner(std::function<void(int)> turn) { turnPage_ = std::move(turn); }
 
-  // Called with the context of every WM_ERASEBKGND that the procedure leaves to the dialog.
+  // Sets a function that paints the background at every WM_ERASEBKGND that the dialog procedure
+  // does not handle.
   void SetBackground(std::function<void(HDC)> paint) { paintBackground_ = std::move(paint); }
 
   void GiveFocus(HWND control);
 
-  // A message for the dialog or a window in it; true when it was a key for the dialog itself.
+  // Handles a message for the dialog or a window in it. True when the message was a key that the
+  // dialog used.
   bool TakeKeyMessage(MSG& message);
 
  private:
@@ -82,8 +86,8 @@ class DialogControl final : public Control, private DialogEvents {
 
 std::unique_ptr<Control> MakeDialogControl(Window& window);
 
-// The control of a live dialog of the calling thread; null, with the last error, for anything else.
-// The window keeps it alive.
+// The window and the control of a live dialog of the calling thread; both null, with the last error
+// set, for any other handle. The window keeps the control alive.
 struct FoundDialog {
   std::shared_ptr<Window> window;
   DialogControl* control = nullptr;

@@ -17,9 +17,9 @@ constexpr DWORD kSupportedStyles = DS_3DLOOK | DS_FIXEDSYS | DS_SETFONT | DS_MOD
                                    WS_VISIBLE | WS_DISABLED | WS_CAPTION | WS_SYSMENU;
 constexpr DWORD kSupportedExStyles = WS_EX_CONTROLPARENT;
 
-bool IsSupported(const DialogTemplate& made) {
-  const DWORD unknown = made.style & ~kSupportedStyles;
-  const DWORD unknownEx = made.exStyle & ~kSupportedExStyles;
+bool IsSupported(const DialogTemplate& dialogTemplate) {
+  const DWORD unknown = dialogTemplate.style & ~kSupportedStyles;
+  const DWORD unknownEx = dialogTemplate.exStyle & ~kSupportedExStyles;
   if (unknown == 0 && unknownEx == 0) return true;
   char text[80];
   std::snprintf(text, sizeof text, "dialog: styles 0x%08X, 0x%08X: not supported",
@@ -29,38 +29,39 @@ bool IsSupported(const DialogTemplate& made) {
   return false;
 }
 
-SIZE SizeOf(const RECT& place) {
-  return {place.right - place.left, place.bottom - place.top};
+SIZE SizeOf(const RECT& bounds) {
+  return {bounds.right - bounds.left, bounds.bottom - bounds.top};
 }
 
-RECT MovedTo(const RECT& place, POINT corner) {
-  const SIZE size = SizeOf(place);
+RECT MovedTo(const RECT& bounds, POINT corner) {
+  const SIZE size = SizeOf(bounds);
   return {corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
 }
 
 RECT WindowBounds(HWND window) {
-  RECT place{};
-  if (window != nullptr) ::GetWindowRect(window, &place);
-  return place;
+  RECT bounds{};
+  if (window != nullptr) ::GetWindowRect(window, &bounds);
+  return bounds;
 }
 
-// Relative to the parent of a child; a top-level dialog stands in the work area, or relative to its
-// owner.
-RECT PlaceOf(const DialogTemplate& made, const DialogUnits& units, HWND owner) {
-  const RECT place = units.Pixels(made.place);
-  if ((made.style & WS_CHILD) != 0) return place;
+// The bounds of the new dialog: relative to the parent for a child; for a top-level dialog centred
+// in the work area (DS_CENTER) or relative to the owner.
+RECT BoundsOf(const DialogTemplate& dialogTemplate, const DialogUnits& units, HWND owner) {
+  const RECT bounds = units.Pixels(dialogTemplate.place);
+  if ((dialogTemplate.style & WS_CHILD) != 0) return bounds;
   const RECT ownerBounds = WindowBounds(owner);
   const POINT corner = {ownerBounds.left, ownerBounds.top};
-  if ((made.style & DS_CENTER) != 0) return CentredBounds(SizeOf(place), corner);
-  return MovedTo(place, {corner.x + place.left, corner.y + place.top});
+  if ((dialogTemplate.style & DS_CENTER) != 0) return CentredBounds(SizeOf(bounds), corner);
+  return MovedTo(bounds, {corner.x + bounds.left, corner.y + bounds.top});
 }
 
-HWND MakeWindow(const DialogTemplate& made, const DialogOrigin& origin, const RECT& place) {
-  const SIZE size = SizeOf(place);
-  // It is shown when it is complete.
-  return ::CreateWindowExW(made.exStyle, L"#32770", made.title.c_str(), made.style & ~WS_VISIBLE,
-                           place.left, place.top, size.cx, size.cy, origin.owner, nullptr,
-                           origin.instance, nullptr);
+HWND MakeWindow(const DialogTemplate& dialogTemplate, const DialogOrigin& origin,
+                const RECT& bounds) {
+  const SIZE size = SizeOf(bounds);
+  // The dialog is shown when it is complete.
+  return ::CreateWindowExW(dialogTemplate.exStyle, L"#32770", dialogTemplate.title.c_str(),
+                           dialogTemplate.style & ~WS_VISIBLE, bounds.left, bounds.top, size.cx,
+                           size.cy, origin.owner, nullptr, origin.instance, nullptr);
 }
 
 void SendFont(HWND window, HFONT font) {
@@ -69,18 +70,18 @@ void SendFont(HWND window, HFONT font) {
 
 bool MakeItem(HWND dialog, const DialogItem& item, const DialogUnits& units, HINSTANCE instance,
               HFONT font) {
-  const RECT place = units.Pixels(item.place);
-  const SIZE size = SizeOf(place);
-  const HWND made =
+  const RECT bounds = units.Pixels(item.place);
+  const SIZE size = SizeOf(bounds);
+  const HWND control =
       ::CreateWindowExW(item.exStyle, item.className.c_str(), item.text.c_str(),
-                        item.style | WS_CHILD, place.left, place.top, size.cx, size.cy, dialog,
+                        item.style | WS_CHILD, bounds.left, bounds.top, size.cx, size.cy, dialog,
                         reinterpret_cast<HMENU>(UINT_PTR{item.id}), instance, nullptr);
-  if (made == nullptr) {
+  if (control == nullptr) {
     LogLine("dialog: no control " + std::to_string(item.id) + " of class " + Utf8(item.className));
     return false;
   }
-  if (item.helpId != 0) ::SetWindowContextHelpId(made, item.helpId);
-  SendFont(made, font);
+  if (item.helpId != 0) ::SetWindowContextHelpId(control, item.helpId);
+  SendFont(control, font);
   return true;
 }
 
@@ -92,16 +93,16 @@ int FirstDefaultButton(HWND dialog) {
   return 0;
 }
 
-// False when the dialog is gone or a control could not be made.
-bool Fill(HWND dialog, const DialogTemplate& made, const DialogUnits& units, HINSTANCE instance,
-          HFONT font) {
-  for (const DialogItem& item : made.items) {
+// False when the dialog is gone or a control could not be created.
+bool Fill(HWND dialog, const DialogTemplate& dialogTemplate, const DialogUnits& units,
+          HINSTANCE instance, HFONT font) {
+  for (const DialogItem& item : dialogTemplate.items) {
     if (!MakeItem(dialog, item, units, instance, font)) return false;
   }
   return ::IsWindow(dialog) != FALSE;
 }
 
-// WM_INITDIALOG and what its answer asks for.
+// Sends WM_INITDIALOG, and sets the focus if the reply requests that.
 void Initialise(HWND dialog, LPARAM parameter) {
   const auto first = NextTabStop(dialog, nullptr, true);
   const HWND candidate = first != nullptr ? first->Handle() : nullptr;
@@ -137,29 +138,30 @@ void FocusFirst(HWND dialog, HWND control) {
   }
 }
 
-HWND CreateDialogFrom(const DialogTemplate& made, const DialogOrigin& origin) {
-  if (!IsSupported(made)) return nullptr;
+HWND CreateDialogFrom(const DialogTemplate& dialogTemplate, const DialogOrigin& origin) {
+  if (!IsSupported(dialogTemplate)) return nullptr;
   JoinDesktop(CurrentQueue());
   const LOGFONTW logicalFont =
-      LogicalFontOf(made.font.value_or(DialogFont{8, 0, false, L"MS Shell Dlg"}));
+      LogicalFontOf(dialogTemplate.font.value_or(DialogFont{8, 0, false, L"MS Shell Dlg"}));
   OwnedFont font(::CreateFontIndirectW(&logicalFont));
   const HFONT fontHandle = font.get();
   const DialogUnits units = UnitsOf(logicalFont);
-  const HWND dialog = MakeWindow(made, origin, PlaceOf(made, units, origin.owner));
+  const HWND dialog =
+      MakeWindow(dialogTemplate, origin, BoundsOf(dialogTemplate, units, origin.owner));
   const FoundDialog found = FindDialog(dialog);
   if (found.control == nullptr) return nullptr;
   found.control->Equip(std::move(font), units, origin.procedure);
   found.window->NoteFont(fontHandle);
-  found.window->SetHelpContext(made.helpId);
+  found.window->SetHelpContext(dialogTemplate.helpId);
   if (origin.isModal) found.control->SetModal();
   SendFont(dialog, fontHandle);
-  if (!Fill(dialog, made, units, origin.instance, fontHandle)) {
+  if (!Fill(dialog, dialogTemplate, units, origin.instance, fontHandle)) {
     ::DestroyWindow(dialog);
     return nullptr;
   }
   found.control->SetDefaultId(FirstDefaultButton(dialog));
   Initialise(dialog, origin.parameter);
-  if (origin.isModal || (made.style & WS_VISIBLE) != 0) Show(dialog, found);
+  if (origin.isModal || (dialogTemplate.style & WS_VISIBLE) != 0) Show(dialog, found);
   return ::IsWindow(dialog) ? dialog : nullptr;
 }
 

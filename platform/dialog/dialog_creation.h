@@ -1,4 +1,4 @@
-// Makes dialogs from templates. Used on the thread that is to own the dialog.
+// Creates dialogs from templates. Used on the thread that is to own the dialog.
 #pragma once
 
 #include <windows.h>
@@ -15,15 +15,16 @@ struct DialogOrigin {
   bool isModal = false;
 };
 
-// The dialog with all its controls, after WM_INITDIALOG; shown if the template says WS_VISIBLE, and
-// if it is modal in any case. Null, with the last error, when a style is not supported (a log line
-// tells which), a control cannot be made, or the dialog was destroyed by what it did itself.
-HWND CreateDialogFrom(const DialogTemplate& made, const DialogOrigin& origin);
+// Creates the dialog with its controls and sends WM_INITDIALOG. Shows the dialog if it is modal or
+// the template has WS_VISIBLE. Null, with the last error set, when a style is not supported (a log
+// line names it), a control cannot be created, or the dialog was destroyed meanwhile.
+HWND CreateDialogFrom(const DialogTemplate& dialogTemplate, const DialogOrigin& origin);
 
-// Gives the keyboard to the control, or if that takes none to the first one in Tab's order.
+// Moves the focus to the control or, if that cannot take the focus, to the first control in Tab
+// order.
 void FocusFirst(HWND dialog, HWND control);
 
-// The place that centres a top-level dialog of that size in the work area around a place.
+// Bounds of a top-level dialog of that size, centred in the work area of the screen at the point.
 RECT CentredBounds(SIZE size, POINT around);
 
 }  // namespace platform

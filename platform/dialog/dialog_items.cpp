@@ -1,4 +1,4 @@
-// What is done to the controls of a dialog by their numbers.
+// The controls of a dialog and their identifiers.
 #include <windows.h>
 
 #include "platform/kernel/api_result.h"

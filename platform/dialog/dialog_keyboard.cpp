@@ -1,4 +1,4 @@
-// What the keyboard does in a dialog, beyond what its controls do with it.
+// Keyboard navigation in a dialog: the keys that the dialog handles for its controls.
 #include "platform/dialog/default_button.h"
 #include "platform/dialog/dialog_control.h"
 #include "platform/dialog/dialog_order.h"
@@ -116,8 +116,8 @@ bool DialogControl::TurnPage(int step) {
   return true;
 }
 
-// With nowhere to go the key is the dialog's all the same: what holds the keyboard shall not take
-// it for input.
+// The dialog uses the key even if there is no other tab stop: the control with the focus must not
+// take it as input.
 bool DialogControl::MoveByTab(HWND focus, bool forward) {
   const auto next = NextTabStop(window_.Handle(), focus, forward);
   if (next != nullptr) FocusByKey(*next, forward);

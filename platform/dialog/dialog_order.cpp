@@ -30,8 +30,8 @@ bool IsTabStop(const Window& control) {
   return (control.Style() & WS_TABSTOP) != 0 && TakesInput(control);
 }
 
-// Starts with the one after `from`, or with the first, and ends with `from` itself; backwards, when
-// asked, in the opposite order.
+// The controls after `from`, or from the first, and `from` itself last; in reverse order if not
+// `forward`.
 std::vector<WindowPointer> InSearchOrder(std::vector<WindowPointer> controls, HWND from,
                                          bool forward) {
   if (!forward) std::ranges::reverse(controls);

@@ -1,5 +1,5 @@
-// The order of a dialog's controls for the keyboard: that of their creation, with the controls of a
-// page inside the dialog in the place of the page. Used on the dialog's thread.
+// The order in which the keyboard reaches the controls of a dialog: that of their creation, with
+// the controls of a page inside the dialog in the page's position. For the dialog's thread.
 #pragma once
 
 #include <windows.h>
@@ -13,27 +13,28 @@ namespace platform {
 
 using WindowPointer = std::shared_ptr<Window>;
 
-// The controls of the dialog and of the pages inside it that are shown and enabled; hidden and
-// disabled controls are among them, those of hidden or disabled pages are not.
+// The controls of the dialog and of the pages inside it. Hidden and disabled controls are included;
+// the controls of hidden or disabled pages are not.
 std::vector<WindowPointer> ControlsOf(HWND dialog);
 
-// Shown and enabled.
+// Whether the control itself is shown and enabled.
 bool TakesInput(const Window& control);
 
-// The control that Tab (Shift+Tab for `forward` false) goes to from that one, round and round; the
-// first, or last, when the control is null or none of the dialog's. Null when there is none.
+// The control that Tab (with `forward` false: Shift+Tab) moves the focus to from `control`,
+// wrapping around. The first, or last, when `control` is null or not in the dialog. Null when no
+// control is a tab stop.
 WindowPointer NextTabStop(HWND dialog, HWND control, bool forward);
 
-// The same for the arrow keys, inside the group of the control: from a control with WS_GROUP to the
-// one before the next of these. Null when the control is none of the dialog's. Both may be called
-// inside an event of the desktop.
+// The control that an arrow key moves the focus to, inside the group of `control`. A group reaches
+// from a control with WS_GROUP to the one before the next such control. Null when `control` is not
+// in the dialog. This function and NextTabStop may be called inside an event of the desktop.
 WindowPointer NextInGroup(HWND dialog, HWND control, bool forward);
 
-// What the window answers to WM_GETDLGCODE.
+// The reply of the window to WM_GETDLGCODE.
 LRESULT DialogCodeOf(HWND window);
 
-// The same of a control of the system; 0 of any other window, whose procedure is not called. May be
-// used inside an event of the desktop.
+// The reply to WM_GETDLGCODE of a control of a system class; 0 for any other window, whose
+// procedure is not called. May be called inside an event of the desktop.
 LRESULT ControlCodeOf(HWND window);
 
 }  // namespace platform

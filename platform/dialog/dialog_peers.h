@@ -1,4 +1,4 @@
-// The desktop's side of dialogs. Lives on the window thread.
+// The desktop's side of dialogs. For the window thread.
 #pragma once
 
 #include <windows.h>
@@ -26,18 +26,19 @@ class DialogEvents {
  public:
   virtual ~DialogEvents() = default;
 
-  // A key on its way to the window with the keyboard, the dialog itself or one inside it. True: it
-  // was for the dialog, and the window does not get it.
+  // A key pressed while the dialog, or a window inside it, has the focus. True when the dialog uses
+  // the key; the window with the focus does not get it then.
   virtual bool OnDialogKey(DialogKey key, HWND focus) = 0;
-  // The user has moved the keyboard to that window, the dialog itself or one inside it.
+  // The user has moved the focus to that window, the dialog itself or one inside it.
   virtual void OnFocusMoved(HWND focus) = 0;
 };
 
 class DialogPeer : public WindowPeer {
  public:
-  // Keeps the owner from the user as long as the dialog is open. Before it is shown.
+  // Blocks input to the owner while the dialog is open. Called before the dialog is shown.
   virtual void SetModal() = 0;
-  // Gives the keyboard to a control of the dialog as Tab does: a field is selected whole.
+  // Moves the focus to a control of the dialog as Tab does: the text of an edit control is
+  // selected.
   virtual void FocusByTab(WindowPeer& control, bool forward) = 0;
 };
 
@@ -45,7 +46,8 @@ class DialogPeers {
  public:
   virtual ~DialogPeers() = default;
 
-  // A top-level window of fixed size; the owner may be null. The events outlive the peer.
+  // Creates a top-level window of fixed size; the owner may be null. The events must outlive the
+  // peer.
   virtual std::unique_ptr<DialogPeer> MakeDialog(WindowEvents& events, DialogEvents& dialogEvents,
                                                  WindowPeer* owner) = 0;
 };
@@ -55,7 +57,7 @@ class DialogSide {
  public:
   virtual ~DialogSide() = default;
   virtual DialogPeers& Dialogs() = 0;
-  // Shows the box, which gets the keyboard, and returns at once.
+  // Shows the box, gives it the focus and returns at once.
   virtual std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) = 0;
 };
 

@@ -15,7 +15,8 @@ bool IsOfExecutable(HINSTANCE instance) {
   return instance == nullptr || instance == ::GetModuleHandleW(nullptr);
 }
 
-// The documented order: the user's language, its default form, its neutral form, neutral, any.
+// In the documented order: the user's language, its default sublanguage, its neutral sublanguage,
+// neutral, any.
 LANGID BestOf(const std::vector<LANGID>& languages) {
   const LANGID user = CurrentLanguage();
   const LANGID primary = PRIMARYLANGID(user);

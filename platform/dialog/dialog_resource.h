@@ -9,8 +9,8 @@
 
 namespace platform {
 
-// The dialog of that number (RT_DIALOG), in the user's language if there is one, else in the
-// neutral one, else in any. Nothing, with the last error and a log line, when there is none or it
+// The dialog template with that number (RT_DIALOG): in the user's language, else in the neutral
+// one, else in any. Nothing, with the last error set and a log line, when there is none or it
 // cannot be read.
 std::optional<DialogTemplate> FindDialogTemplate(HINSTANCE instance, LPCWSTR name);
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint16_t kExtendedVersion = 1;
 constexpr std::uint16_t kExtendedSignature = 0xFFFF;
-// What stands in the place of a text when a number follows.
+// Marks, in place of a text, that a number follows.
 constexpr std::uint16_t kNumberFollows = 0xFFFF;
 constexpr std::uint16_t kFirstClassNumber = 0x80;
 constexpr std::array<const wchar_t*, 6> kNumberedClasses = {L"Button",  L"Edit",      L"Static",
@@ -47,7 +47,7 @@ class TemplateReader {
   }
   void AlignTo4() { next_ = (next_ + 3) & ~std::size_t{3}; }
 
-  // Position and size, as right and bottom edges.
+  // Reads position and size; returns them as a rectangle.
   RECT ReadBounds() {
     const LONG x = static_cast<SHORT>(Read16());
     const LONG y = static_cast<SHORT>(Read16());
@@ -56,7 +56,7 @@ class TemplateReader {
     return {x, y, x + width, y + height};
   }
 
-  // A terminated text; a number as the two characters that DialogItem::text tells of.
+  // Reads a null-terminated text, or a number in the form of DialogItem::text.
   std::wstring ReadTextOrNumber() {
     std::uint16_t unit = Read16();
     if (unit == kNumberFollows) return {static_cast<wchar_t>(unit), static_cast<wchar_t>(Read16())};
@@ -117,19 +117,19 @@ DialogFont ReadFont(TemplateReader& reader) {
 DialogTemplate Read(TemplateReader& reader) {
   if (reader.Read16() != kExtendedVersion || reader.Read16() != kExtendedSignature)
     throw TemplateError("not an extended template");
-  DialogTemplate made;
-  made.helpId = reader.Read32();
-  made.exStyle = reader.Read32();
-  made.style = reader.Read32();
+  DialogTemplate dialogTemplate;
+  dialogTemplate.helpId = reader.Read32();
+  dialogTemplate.exStyle = reader.Read32();
+  dialogTemplate.style = reader.Read32();
   const int items = reader.Read16();
-  made.place = reader.ReadBounds();
+  dialogTemplate.place = reader.ReadBounds();
   if (!reader.ReadTextOrNumber().empty()) throw TemplateError("a menu: not supported");
   if (!reader.ReadTextOrNumber().empty()) throw TemplateError("a window class: not supported");
-  made.title = reader.ReadTextOrNumber();
-  if ((made.style & DS_SETFONT) != 0) made.font = ReadFont(reader);
+  dialogTemplate.title = reader.ReadTextOrNumber();
+  if ((dialogTemplate.style & DS_SETFONT) != 0) dialogTemplate.font = ReadFont(reader);
   for (int i = 0; i < items; ++i)
-    made.items.push_back(ReadItem(reader));
-  return made;
+    dialogTemplate.items.push_back(ReadItem(reader));
+  return dialogTemplate;
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Dialog templates as plain data, and the reader of their compiled form: DLGTEMPLATEEX with its
-// DLGITEMTEMPLATEEX records, little-endian, text in UTF-16, each record at a multiple of four, as
-// the Win32 documentation of those structures lays them out. Any thread.
+// DLGITEMTEMPLATEEX records, as Win32 documents them. Numbers are little-endian, text is UTF-16,
+// and each record begins at a multiple of four bytes. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -20,7 +20,7 @@ struct DialogFont {
   std::wstring face;
 };
 
-// Places are in dialog units.
+// Bounds are in dialog units.
 struct DialogItem {
   DWORD helpId = 0;
   DWORD exStyle = 0;
@@ -28,8 +28,8 @@ struct DialogItem {
   RECT place{};
   DWORD id = 0;
   std::wstring className;
-  // A resource's number (an icon of a static) is the two characters 0xFFFF and the number, which is
-  // how controls are told of it as their name.
+  // For a resource's number (an icon of a static) the text is 0xFFFF followed by the number.
+  // Controls get it in this form as their name.
   std::wstring text;
 };
 
@@ -43,8 +43,8 @@ struct DialogTemplate {
   std::vector<DialogItem> items;
 };
 
-// Nothing, with a log line, when the bytes are cut off, of the older form DLGTEMPLATE, or name a
-// menu, a window class or creation data, none of which is supported.
+// Nothing, with a log line, when the bytes are truncated, have the older form DLGTEMPLATE, or name
+// a menu, a window class or creation data, none of which is supported.
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> bytes);
 
 }  // namespace platform

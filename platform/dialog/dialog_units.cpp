@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kPixelsPerInch = 96;
 constexpr int kPointsPerInch = 72;
-// The height of an 8 point font.
+// The height of an 8 point font, in pixels.
 constexpr int kBaseFontPixels = 11;
 
 DialogUnits Measure(GraphicsBackend& graphics, const LOGFONTW& font) {
@@ -34,13 +34,13 @@ RECT DialogUnits::Pixels(const RECT& units) const {
 }
 
 LOGFONTW LogicalFontOf(const DialogFont& font) {
-  LOGFONTW made{};
-  made.lfHeight = -::MulDiv(font.points, kPixelsPerInch, kPointsPerInch);
-  made.lfWeight = font.weight;
-  made.lfItalic = font.italic ? 1 : 0;
+  LOGFONTW logical{};
+  logical.lfHeight = -::MulDiv(font.points, kPixelsPerInch, kPointsPerInch);
+  logical.lfWeight = font.weight;
+  logical.lfItalic = font.italic ? 1 : 0;
   const std::size_t length = std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1);
-  std::copy_n(font.face.begin(), length, made.lfFaceName);
-  return made;
+  std::copy_n(font.face.begin(), length, logical.lfFaceName);
+  return logical;
 }
 
 DialogUnits UnitsOf(const LOGFONTW& font) {

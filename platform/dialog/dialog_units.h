@@ -1,5 +1,5 @@
-// Dialog units: lengths in parts of the size of a dialog's font, so that a dialog fits its texts in
-// any font. Used on the thread of the dialog.
+// Dialog units: lengths in fractions of the size of a dialog's font, so that a dialog fits its
+// texts in any font. For the dialog's thread.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +9,8 @@
 namespace platform {
 
 struct DialogUnits {
-  // Pixels of four horizontal and of eight vertical units; those of an 8 point font as long as
-  // nothing has been measured.
+  // Pixels of four horizontal and of eight vertical units. The initial values are those of an 8
+  // point font.
   int width = 6;
   int height = 13;
 
@@ -22,7 +22,7 @@ struct DialogUnits {
 LOGFONTW LogicalFontOf(const DialogFont& font);
 
 // As documented: the average width of the 52 Latin letters and the height of a line. Without a
-// desktop to measure on, in proportion to the font's height.
+// desktop to measure on, the base units are scaled with the height of the font.
 DialogUnits UnitsOf(const LOGFONTW& font);
 
 }  // namespace platform

@@ -21,8 +21,8 @@ Seam<MessageBoxResponder>& Responder() {
   return seam;
 }
 
-// On the window thread. The end of the owner takes the box along, without an answer; WM_QUIT ends
-// it as it ends a dialog, whatever the buttons are.
+// For the window thread. When the owner is destroyed the box closes with result 0. WM_QUIT closes
+// the box as it closes a dialog, whatever its buttons are.
 int RunBox(HWND ownerHandle, MessageBoxView view) {
   DisabledOwner owner(ownerHandle);
   const auto ownerWindow = Resolve<Window>(HandleKind::kWindow, owner.Get());
@@ -53,7 +53,7 @@ using namespace platform;
 
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) try {
   if (owner != nullptr && FindWindowOf(owner) == nullptr) return 0;
-  // Without a caption a message box is about an error, as documented.
+  // Without a caption "Error" is shown, as documented.
   const MessageBoxRequest request{owner, text != nullptr ? text : L"",
                                   caption != nullptr ? caption : L"Error", type};
   const auto view = ViewOf(request);
@@ -63,9 +63,9 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) try
     return 0;
   }
   if (const MessageBoxResponder responder = Responder().Get()) return responder(request);
-  int answer = 0;
-  const bool asked = RunOnWindowThread([&] { answer = RunBox(owner, *view); });
-  return asked ? answer : FailWithoutDesktop(request);
+  int result = 0;
+  const bool ran = RunOnWindowThread([&] { result = RunBox(owner, *view); });
+  return ran ? result : FailWithoutDesktop(request);
 } catch (...) {
   return FailedCall(0);
 }

@@ -14,8 +14,8 @@ constexpr UINT kIconMask = 0x000000F0;     // MB_ICONMASK
 constexpr UINT kDefaultMask = 0x00000F00;  // MB_DEFMASK
 constexpr UINT kOtherFlags = MB_SETFOREGROUND | MB_TOPMOST;
 
-// By the number in the type: MB_OK, MB_OKCANCEL, MB_ABORTRETRYIGNORE, MB_YESNOCANCEL, MB_YESNO,
-// MB_RETRYCANCEL. Zero: no further button.
+// Indexed by MB_OK, MB_OKCANCEL, MB_ABORTRETRYIGNORE, MB_YESNOCANCEL, MB_YESNO, MB_RETRYCANCEL.
+// Zero: no further button.
 constexpr std::array<std::array<int, 3>, 6> kButtons = {{
     {IDOK, 0, 0},
     {IDOK, IDCANCEL, 0},
@@ -26,8 +26,8 @@ constexpr std::array<std::array<int, 3>, 6> kButtons = {{
 }};
 
 bool IsSupported(UINT type) {
-  const UINT known = kButtonsMask | kIconMask | kDefaultMask | kOtherFlags;
-  return (type & ~known) == 0 && (type & kButtonsMask) < kButtons.size() &&
+  const UINT supported = kButtonsMask | kIconMask | kDefaultMask | kOtherFlags;
+  return (type & ~supported) == 0 && (type & kButtonsMask) < kButtons.size() &&
          (type & kIconMask) <= MB_ICONINFORMATION && (type & kDefaultMask) <= MB_DEFBUTTON3;
 }
 
@@ -48,7 +48,7 @@ std::optional<MessageBoxView> ViewOf(const MessageBoxRequest& request) {
   for (const int id : kButtons[request.type & kButtonsMask]) {
     if (id != 0) view.buttons.push_back({id, ButtonCaption(id)});
   }
-  // A default button that the box does not have is the first.
+  // The first button is the default when the box does not have the requested one.
   const std::size_t wanted = (request.type & kDefaultMask) / MB_DEFBUTTON2;
   view.defaultButton = wanted < view.buttons.size() ? wanted : 0;
   view.escapeId = EscapeIdOf(view.buttons);

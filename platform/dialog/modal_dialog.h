@@ -1,4 +1,5 @@
-// Dialogs that their caller waits for: modal dialogs, sheets. Used on the window thread.
+// Modal dialogs and property sheets: disabling the owner and running the loop. For the window
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -9,9 +10,9 @@
 
 namespace platform {
 
-// Keeps a window from the user while a modal window is open, and makes it the active one at its
-// end. A child stands for the top-level window it is in. Nothing happens without a window, or to
-// one that was disabled before.
+// Disables the owner while a modal window is open, then enables and activates it. For a child its
+// top-level window is the owner. Without a window, or with one that is disabled already, the object
+// has no effect.
 class DisabledOwner {
  public:
   explicit DisabledOwner(HWND window);
@@ -20,7 +21,8 @@ class DisabledOwner {
   DisabledOwner& operator=(const DisabledOwner&) = delete;
 
   HWND Get() const { return window_; }
-  // Before the modal window goes, so that the desktop does not choose another one. Twice is fine.
+  // Enables the owner. Called before the modal window is destroyed, so that the desktop does not
+  // activate another window. May be called twice.
   void Enable();
 
  private:
@@ -28,9 +30,9 @@ class DisabledOwner {
   bool disabled_ = false;
 };
 
-// Runs the loop until the dialog has been ended or is gone; destroys it. What EndDialog was given;
-// `onQuit`, which is a sheet's failure unless told otherwise, when WM_QUIT came first; 0 when the
-// dialog was destroyed instead or the desktop went.
+// Runs the loop until the dialog is ended or destroyed, then destroys it. Returns the result passed
+// to EndDialog; onQuit (by default the failure of a sheet) when WM_QUIT was received first; 0 when
+// the dialog was destroyed instead or the desktop was lost.
 INT_PTR AwaitEnd(HWND dialog, DisabledOwner& owner, INT_PTR onQuit = -1);
 
 }  // namespace platform

@@ -12,11 +12,11 @@ namespace {
 
 constexpr DWORD kSupportedFlags =
     PSP_USETITLE | PSP_PREMATURE | PSP_HIDEHEADER | PSP_USEHEADERTITLE | PSP_USEHEADERSUBTITLE;
-// What a page leaves to the sheet.
+// Styles that the sheet sets or omits for a page.
 constexpr DWORD kStylesOfWindows =
     WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | WS_DISABLED | DS_MODALFRAME | DS_CENTER;
 
-bool IsKnownSize(DWORD size) {
+bool IsSupportedSize(DWORD size) {
   return size == PROPSHEETPAGEW_V1_SIZE || size == PROPSHEETPAGEW_V2_SIZE ||
          size == sizeof(PROPSHEETPAGEW);
 }
@@ -25,7 +25,7 @@ bool IsNumber(LPCWSTR text) {
   return text != nullptr && IS_INTRESOURCE(text);
 }
 
-// The header's texts are not there in records of the first size.
+// Records of the first size have no header texts.
 bool HasNumberedText(const PROPSHEETPAGEW& page) {
   if ((page.dwFlags & PSP_USETITLE) != 0 && IsNumber(page.pszTitle)) return true;
   if (page.dwSize < PROPSHEETPAGEW_V2_SIZE) return false;
@@ -34,7 +34,7 @@ bool HasNumberedText(const PROPSHEETPAGEW& page) {
 }
 
 bool IsSupported(const PROPSHEETPAGEW& page) {
-  if (!IsKnownSize(page.dwSize)) {
+  if (!IsSupportedSize(page.dwSize)) {
     LogLine("property page: unknown size " + std::to_string(page.dwSize));
     return false;
   }
@@ -68,11 +68,11 @@ std::optional<std::wstring> PropertyPage::Title() const {
 }
 
 std::optional<DialogTemplate> PropertyPage::Template() const {
-  auto made = FindDialogTemplate(record_.hInstance, record_.pszTemplate);
-  if (!made.has_value()) return std::nullopt;
-  made->style = (made->style & ~kStylesOfWindows) | WS_CHILD | DS_CONTROL;
-  made->exStyle |= WS_EX_CONTROLPARENT;
-  return made;
+  auto dialogTemplate = FindDialogTemplate(record_.hInstance, record_.pszTemplate);
+  if (!dialogTemplate.has_value()) return std::nullopt;
+  dialogTemplate->style = (dialogTemplate->style & ~kStylesOfWindows) | WS_CHILD | DS_CONTROL;
+  dialogTemplate->exStyle |= WS_EX_CONTROLPARENT;
+  return dialogTemplate;
 }
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// What a property page's handle stands for: the record that the program gave, kept as long as the
-// page, and where its dialog comes from. Made by any thread, used by the window thread.
+// The object behind a property page's handle: a copy of the record that the program passed, and the
+// source of the page's dialog. Created by any thread, used by the window thread.
 #pragma once
 
 #include <prsht.h>
@@ -14,26 +14,27 @@ namespace platform {
 
 class PropertyPage final : public Object {
  public:
-  // The record has been checked.
+  // The caller has checked the record.
   explicit PropertyPage(const PROPSHEETPAGEW& given);
 
-  // The page's own copy, which is what its WM_INITDIALOG gets.
+  // The page's own copy, which is the parameter of its WM_INITDIALOG.
   PROPSHEETPAGEW& Record() { return record_; }
   bool IsCreatedAtOnce() const { return (record_.dwFlags & PSP_PREMATURE) != 0; }
 
-  // An outer page of a wizard, which has no header.
+  // True for an outer page of a wizard, which has no header.
   bool HidesHeader() const { return (record_.dwFlags & PSP_HIDEHEADER) != 0; }
 
   // The page's dialog as a child without a frame; nothing when there is no such resource.
   std::optional<DialogTemplate> Template() const;
-  // The title that the record gives; nothing: the template's.
+  // The title in the record; nothing when the template's title applies.
   std::optional<std::wstring> Title() const;
-  // What a wizard's header says above the page; may be empty.
+  // The texts of a wizard's header above the page; may be empty.
   const std::wstring& HeaderTitle() const { return headerTitle_; }
   const std::wstring& HeaderSubTitle() const { return headerSubTitle_; }
 
  private:
-  // Keeps a text of the record as long as the record, if the flag says that there is one.
+  // If the record has the flag, copies the text that it points to and redirects the pointer to the
+  // copy.
   void Keep(std::wstring& text, LPCWSTR& given, DWORD flag);
 
   PROPSHEETPAGEW record_{};

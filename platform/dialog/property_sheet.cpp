@@ -1,4 +1,4 @@
-// Opening a property sheet, and what it does with its messages.
+// Opening a property sheet, and its messages.
 #include "platform/dialog/property_sheet.h"
 
 #include <algorithm>
@@ -72,7 +72,7 @@ bool PropertySheet::ReadTemplates() {
   return true;
 }
 
-// The tabs come last, so that Tab goes from a page to the buttons and from there to the tabs.
+// The tab control is last, so that Tab moves from a page to the buttons and from there to the tabs.
 DialogTemplate PropertySheet::OwnTemplate() const {
   DialogTemplate made;
   made.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SHELLFONT;
@@ -148,7 +148,7 @@ INT_PTR PropertySheet::OnNotify(const NMHDR& header) {
   if (header.code == TCN_SELCHANGE) {
     const LRESULT wanted = ::SendMessageW(header.hwndFrom, TCM_GETCURSEL, 0, 0);
     const auto index = static_cast<std::size_t>(wanted);
-    // A page that does not let go keeps its tab.
+    // A page that refuses to be left keeps its tab.
     if (wanted >= 0 && !TurnTo(index) && IsOpen() && current_.has_value())
       ::SendMessageW(header.hwndFrom, TCM_SETCURSEL, *current_, 0);
   }
@@ -182,7 +182,7 @@ void PropertySheet::AddTabs() {
 }
 
 void PropertySheet::LayOut() {
-  // What a frame around an empty area reaches beyond it.
+  // How far the frame of the tab control extends beyond an empty area.
   RECT margins{};
   ::SendMessageW(Item(kTabsId), TCM_ADJUSTRECT, TRUE, reinterpret_cast<LPARAM>(&margins));
   margins.left = -margins.left;
@@ -201,17 +201,17 @@ void PropertySheet::PositionSheet(SIZE size) {
                   ownerBounds.top + size.cy});
 }
 
-// Those that are shown stand side by side at the right.
+// The visible buttons lie side by side at the right.
 void PropertySheet::PositionButtons() {
   std::vector<HWND> shown;
   for (const int id : kButtons) {
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(Item(id), GWL_STYLE));
     if ((style & WS_VISIBLE) != 0) shown.push_back(Item(id));
   }
-  const std::vector<RECT> places =
+  const std::vector<RECT> bounds =
       LayOutButtons(shown.size(), layout_.sheet, FindDialog(sheet_).control->Units());
   for (std::size_t i = 0; i < shown.size(); ++i)
-    MoveTo(shown[i], places[i]);
+    MoveTo(shown[i], bounds[i]);
 }
 
 SIZE PropertySheet::LargestPage(bool isOuter) const {
@@ -220,9 +220,9 @@ SIZE PropertySheet::LargestPage(bool isOuter) const {
     if (IsOuter(page) != isOuter) continue;
     const DialogUnits units =
         UnitsOf(LogicalFontOf(page.made.font.value_or(DialogFont{8, 0, false, L"MS Shell Dlg"})));
-    const RECT place = units.Pixels(page.made.place);
-    largest.cx = std::max(largest.cx, place.right - place.left);
-    largest.cy = std::max(largest.cy, place.bottom - place.top);
+    const RECT bounds = units.Pixels(page.made.place);
+    largest.cx = std::max(largest.cx, bounds.right - bounds.left);
+    largest.cy = std::max(largest.cy, bounds.bottom - bounds.top);
   }
   return largest;
 }

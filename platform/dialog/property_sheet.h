@@ -1,7 +1,7 @@
-// A property sheet while it is open: a dialog with tabs, one page shown at a time, and buttons that
-// apply or drop what was changed on all of them; or a wizard, whose buttons turn the pages. Lives
-// on the window thread, as long as the call that shows it. A page may end the sheet in any message
-// that it gets.
+// A property sheet while it is open: a dialog with tabs that shows one page at a time, with buttons
+// that apply or discard the changes on all pages; or a wizard, whose buttons turn the pages. Lives
+// on the window thread, as long as the call that shows the sheet. A page may close the sheet in any
+// message that it gets.
 #pragma once
 
 #include <prsht.h>
@@ -24,8 +24,8 @@ class PropertySheet {
   PropertySheet(const PropertySheet&) = delete;
   PropertySheet& operator=(const PropertySheet&) = delete;
 
-  // Shows the sheet until it is closed. Positive when changes were saved, 0 when not, minus one
-  // when a page or the sheet cannot be made; the last error tells why.
+  // Shows the sheet until it is closed. Returns a positive value when changes were saved, 0 when
+  // not, -1 with the last error set when a page or the sheet cannot be created.
   INT_PTR Run();
 
  private:
@@ -48,14 +48,14 @@ class PropertySheet {
   void AddTabs();
   void LayOut();
   void PositionButtons();
-  // Of the pages that are outer ones of a wizard, or of those that are not.
+  // The largest size of the outer pages of a wizard, or of all other pages.
   SIZE LargestPage(bool isOuter) const;
   void PositionSheet(SIZE size);
 
-  // False when the page's dialog cannot be made.
+  // Creates the page's dialog; false when that fails.
   bool MakePage(Page& page);
-  // Makes that page the one that is shown, or the one that it names in its place. False when the
-  // present page does not let go, or there is no such page.
+  // Shows that page, or the one that it redirects to. False when the current page refuses to be
+  // left, no page accepts to be shown, or there is no such page.
   bool TurnTo(std::size_t index);
   bool LetGo();
   std::optional<std::size_t> Enter(std::size_t index, int step = 1);
@@ -74,7 +74,7 @@ class PropertySheet {
   void SetWizardButtons(LPARAM buttons);
   int ForwardButton() const;
   void FocusInWizard(HWND control);
-  // By the buttons that say so: minus one is back.
+  // Turns the page as the Next (+1) and Back (-1) buttons do.
   void Advance(int step);
   void Finish();
   bool PressInWizard(int button);
@@ -93,7 +93,7 @@ class PropertySheet {
   const HINSTANCE instance_;
   const bool hasApply_;
   const std::size_t firstPage_;
-  // Null: there are tabs.
+  // Null for a sheet with tabs.
   const std::unique_ptr<WizardFrame> wizard_;
   std::vector<Page> pages_;
   SheetLayout layout_;

@@ -1,4 +1,4 @@
-// What the buttons of a property sheet do.
+// The buttons of a property sheet.
 #include <algorithm>
 #include <array>
 
@@ -33,8 +33,8 @@ void PropertySheet::OnButton(int id) {
 
 void PropertySheet::Press(int button) {
   if (button == PSBTN_CANCEL) return Cancel(false);
-  const bool isKnown = IsWizard() ? PressInWizard(button) : PressInSheet(button);
-  if (!isKnown) LogLine("property sheet: button " + std::to_string(button) + ": not supported");
+  const bool isSupported = IsWizard() ? PressInWizard(button) : PressInSheet(button);
+  if (!isSupported) LogLine("property sheet: button " + std::to_string(button) + ": not supported");
 }
 
 bool PropertySheet::PressInSheet(int button) {
@@ -50,15 +50,15 @@ bool PropertySheet::PressInSheet(int button) {
   }
 }
 
-// Every page that has been made is asked, in order, until one refuses.
+// Sends PSN_APPLY to every page that has been created, in order, until one refuses.
 bool PropertySheet::Apply(bool closing) {
   if (!LetGo()) return false;
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     if (pages_[i].window == nullptr) continue;
-    const LRESULT answer = Notify(pages_[i].window, PSN_APPLY, closing ? TRUE : FALSE);
+    const LRESULT result = Notify(pages_[i].window, PSN_APPLY, closing ? TRUE : FALSE);
     if (!IsOpen()) return false;
-    if (answer == PSNRET_NOERROR) continue;
-    if (answer == PSNRET_INVALID && Enter(i) == i) Show(i);
+    if (result == PSNRET_NOERROR) continue;
+    if (result == PSNRET_INVALID && Enter(i) == i) Show(i);
     return false;
   }
   isSaved_ = true;

@@ -1,4 +1,4 @@
-// The call that shows a property sheet.
+// PropertySheetW.
 #include <algorithm>
 
 #include "platform/dialog/property_sheet.h"
@@ -11,22 +11,22 @@ namespace platform {
 namespace {
 
 constexpr INT_PTR kFailed = -1;
-constexpr DWORD kPictures = PSH_WATERMARK | PSH_HEADER;
-constexpr DWORD kSupportedFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW | PSH_WIZARD97 | kPictures;
+constexpr DWORD kBitmaps = PSH_WATERMARK | PSH_HEADER;
+constexpr DWORD kSupportedFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW | PSH_WIZARD97 | kBitmaps;
 constexpr UINT kMostPages = 100;  // MAXPROPPAGES
 
-// Only wizards show pictures, and only headers of the second size name any.
-bool PicturesAreSupported(const PROPSHEETHEADERW& header) {
-  if ((header.dwFlags & kPictures) == 0) return true;
+// Only wizards show bitmaps, and only headers of the second size name any.
+bool BitmapsAreSupported(const PROPSHEETHEADERW& header) {
+  if ((header.dwFlags & kBitmaps) == 0) return true;
   return (header.dwFlags & PSH_WIZARD97) != 0 && header.dwSize == PROPSHEETHEADERW_V2_SIZE;
 }
 
 bool IsSupported(const PROPSHEETHEADERW& header) {
-  const bool sizeIsKnown =
+  const bool sizeIsSupported =
       header.dwSize == PROPSHEETHEADERW_V1_SIZE || header.dwSize == PROPSHEETHEADERW_V2_SIZE;
   const bool captionIsNumber = header.pszCaption != nullptr && IS_INTRESOURCE(header.pszCaption);
-  const DWORD unknown = header.dwFlags & ~kSupportedFlags;
-  if (!sizeIsKnown || captionIsNumber || unknown != 0 || !PicturesAreSupported(header)) {
+  const DWORD unsupported = header.dwFlags & ~kSupportedFlags;
+  if (!sizeIsSupported || captionIsNumber || unsupported != 0 || !BitmapsAreSupported(header)) {
     LogLine("property sheet: unsupported size " + std::to_string(header.dwSize) + ", flags " +
             std::to_string(header.dwFlags) + " or caption from a string table");
     return false;
@@ -34,7 +34,7 @@ bool IsSupported(const PROPSHEETHEADERW& header) {
   return header.nPages > 0 && header.nPages <= kMostPages && header.phpage != nullptr;
 }
 
-// The records lie one after the other, each of the size that it tells.
+// The records are contiguous, each of the size in its dwSize.
 HPROPSHEETPAGE PageOf(const PROPSHEETHEADERW& header, UINT index) {
   if ((header.dwFlags & PSH_PROPSHEETPAGE) == 0) return header.phpage[index];
   const auto* bytes = reinterpret_cast<const char*>(header.ppsp);
@@ -43,7 +43,7 @@ HPROPSHEETPAGE PageOf(const PROPSHEETHEADERW& header, UINT index) {
   return ::CreatePropertySheetPageW(reinterpret_cast<const PROPSHEETPAGEW*>(bytes));
 }
 
-// The pages belong to the sheet now, so their handles end. Empty when one is none.
+// Takes ownership of the pages and closes their handles. Empty when a handle is invalid.
 std::vector<std::shared_ptr<PropertyPage>> TakePages(const PROPSHEETHEADERW& header) {
   std::vector<std::shared_ptr<PropertyPage>> pages;
   for (UINT i = 0; i < header.nPages; ++i) {

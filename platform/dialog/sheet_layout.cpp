@@ -59,20 +59,20 @@ WizardLayout LayOutWizard(SIZE inner, SIZE outer, int bandHeight, const DialogUn
   return layout;
 }
 
-void MoveTo(HWND window, const RECT& place) {
-  ::MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top,
-               TRUE);
+void MoveTo(HWND window, const RECT& bounds) {
+  ::MoveWindow(window, bounds.left, bounds.top, bounds.right - bounds.left,
+               bounds.bottom - bounds.top, TRUE);
 }
 
 std::vector<RECT> LayOutButtons(std::size_t count, SIZE sheet, const DialogUnits& units) {
   const LONG bottom = sheet.cy - units.Y(kMargin);
   LONG right = sheet.cx - units.X(kMargin);
-  std::vector<RECT> places(count);
+  std::vector<RECT> bounds(count);
   for (std::size_t i = count; i-- > 0;) {
-    places[i] = {right - units.X(kButtonWidth), bottom - units.Y(kButtonHeight), right, bottom};
-    right = places[i].left - units.X(kGap);
+    bounds[i] = {right - units.X(kButtonWidth), bottom - units.Y(kButtonHeight), right, bottom};
+    right = bounds[i].left - units.X(kGap);
   }
-  return places;
+  return bounds;
 }
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// Where the parts of a property sheet stand. Lengths are pixels, relative to the sheet's client
-// area. Any thread, but for moving a window.
+// The layout of a property sheet. Lengths are pixels, relative to the sheet's client area. Any
+// thread, except for moving a window.
 #pragma once
 
 #include <windows.h>
@@ -16,30 +16,30 @@ struct SheetLayout {
   RECT page{};
 };
 
-// Around a page of that size; `margins` is how much wider and higher the tab control is than what
-// its frame encloses, on each side.
+// The layout around a page of that size. `margins` is how much wider and higher, on each side, the
+// tab control is than the area that its frame encloses.
 SheetLayout LayOutSheet(SIZE page, const RECT& margins, const DialogUnits& units);
 
-// A wizard: pages with a header stand below its band, with a margin; the others fill the room down
-// to the line above the buttons, which is where that room ends.
+// The layout of a wizard. Inner pages lie below the header band, with a margin. Outer pages fill
+// the area down to the line above the buttons.
 struct WizardLayout {
   SIZE sheet{};
   RECT band{};
   RECT inner{};
   RECT outer{};
   RECT back{};
-  RECT next{};  // the button that finishes stands there, too
+  RECT next{};  // the Finish button has the same bounds
   RECT cancel{};
 };
 
-// Around the largest page of either kind.
+// The width and the layout around the largest page of either kind.
 int WizardWidth(SIZE inner, SIZE outer, const DialogUnits& units);
 WizardLayout LayOutWizard(SIZE inner, SIZE outer, int bandHeight, const DialogUnits& units);
 
-// Puts a part of the sheet, or the sheet on the screen, at its place.
-void MoveTo(HWND window, const RECT& place);
+// Moves a part of the sheet within it, or the sheet on the screen.
+void MoveTo(HWND window, const RECT& bounds);
 
-// That many buttons in a row, the last at the right edge.
+// The bounds of `count` buttons in a row, the last at the right edge.
 std::vector<RECT> LayOutButtons(std::size_t count, SIZE sheet, const DialogUnits& units);
 
 }  // namespace platform

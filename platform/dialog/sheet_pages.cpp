@@ -1,4 +1,4 @@
-// Which page of a property sheet is shown.
+// Creating and turning the pages of a property sheet.
 #include <algorithm>
 
 #include "platform/dialog/dialog_control.h"
@@ -30,9 +30,9 @@ bool PropertySheet::MakePage(Page& page) {
     if (IsOpen()) ::EndDialog(sheet_, -1);
     return false;
   }
-  const RECT& place = IsWizard() ? wizard_->PageBounds(IsOuter(page)) : layout_.page;
-  ::MoveWindow(page.window, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, FALSE);
+  const RECT& bounds = IsWizard() ? wizard_->PageBounds(IsOuter(page)) : layout_.page;
+  ::MoveWindow(page.window, bounds.left, bounds.top, bounds.right - bounds.left,
+               bounds.bottom - bounds.top, FALSE);
   if (IsOuter(page))
     FindDialog(page.window).control->SetBackground([this](HDC context) {
       wizard_->PaintOuterPage(context);
@@ -49,35 +49,35 @@ bool PropertySheet::TurnTo(std::size_t index) {
   return entered.has_value();
 }
 
-// Whether the present page lets go; there may be none.
+// Whether the current page agrees to be left; true when there is none.
 bool PropertySheet::LetGo() {
   if (Current() == nullptr) return true;
   return Notify(Current()->window, PSN_KILLACTIVE) == FALSE && IsOpen();
 }
 
-// A page may refuse to become active: minus one asks for the one after it (or before, on the way
-// back), other numbers for the page
-// with that template.
+// Activates a page and returns its index; nothing when no page accepts. With PSN_SETACTIVE a page
+// may refuse: -1 requests the next page (the previous one when step is -1), any other number the
+// page with that template.
 std::optional<std::size_t> PropertySheet::Enter(std::size_t index, int step) {
-  // No page is asked twice.
+  // At most one attempt for each page.
   for (std::size_t tries = 0; tries < pages_.size() && index < pages_.size(); ++tries) {
     Page& page = pages_[index];
     if (page.window == nullptr && !MakePage(page)) return std::nullopt;
-    const LRESULT answer = Notify(page.window, PSN_SETACTIVE);
+    const LRESULT result = Notify(page.window, PSN_SETACTIVE);
     if (!IsOpen()) return std::nullopt;
-    if (answer == 0) return index;
-    // Before the first one is beyond the last one.
-    index = answer == kNextPage ? index + static_cast<std::size_t>(step) : IndexOfTemplate(answer);
+    if (result == 0) return index;
+    // The index before the first page wraps around to one beyond the last, which ends the loop.
+    index = result == kNextPage ? index + static_cast<std::size_t>(step) : IndexOfTemplate(result);
   }
   return std::nullopt;
 }
 
-// One past the last page when none has that template.
+// One past the last page when no page has that template.
 std::size_t PropertySheet::IndexOfTemplate(LRESULT number) const {
-  const auto named = std::ranges::find_if(pages_, [&](const Page& each) {
+  const auto found = std::ranges::find_if(pages_, [&](const Page& each) {
     return each.page->Record().pszTemplate == MAKEINTRESOURCEW(number);
   });
-  return static_cast<std::size_t>(named - pages_.begin());
+  return static_cast<std::size_t>(found - pages_.begin());
 }
 
 void PropertySheet::Show(std::size_t index) {
@@ -90,7 +90,7 @@ void PropertySheet::Show(std::size_t index) {
   if (before != nullptr && before != shown) ::ShowWindow(before, SW_HIDE);
   if (IsWizard()) return ShowInWizard(pages_[index]);
   PositionButtons();
-  // A page's first control has the keyboard, or in lack of one the first button.
+  // The focus moves to the first control of the page, else to the first button.
   if (movesFocus) FocusFirst(sheet_, ::GetNextDlgTabItem(shown, nullptr, FALSE));
 }
 

@@ -1,4 +1,4 @@
-// What a property sheet does as a wizard.
+// Property sheets as wizards.
 #include <array>
 
 #include "platform/dialog/button_captions.h"
@@ -36,7 +36,7 @@ void PropertySheet::LayOutAsWizard() {
   control.SetBackground([this](HDC context) { PaintWizardSheet(context); });
 }
 
-// Nothing of an outer page.
+// Empty for an outer page.
 HeaderText PropertySheet::HeaderOf(const Page& page) const {
   if (IsOuter(page)) return {};
   return {page.page->HeaderTitle(), page.page->HeaderSubTitle()};
@@ -48,7 +48,7 @@ void PropertySheet::PaintWizardSheet(HDC context) {
   if (page != nullptr && !IsOuter(*page)) wizard_->PaintBand(context, HeaderOf(*page));
 }
 
-// The title is the page's, or in lack of one the wizard's.
+// The title is the page's, else the wizard's.
 void PropertySheet::ShowInWizard(const Page& page) {
   const std::wstring title = page.page->Title().value_or(page.made.title);
   ::SetWindowTextW(sheet_, title.empty() ? caption_.c_str() : title.c_str());
@@ -73,7 +73,8 @@ void PropertySheet::SetWizardButtons(LPARAM buttons) {
   ::SendMessageW(sheet_, DM_SETDEFID, static_cast<WPARAM>(ForwardButton()), 0);
 }
 
-// A button that can be pressed no more loses the keyboard to the first one that can.
+// If the control is a wizard button that can no longer be pressed, moves the focus to the first
+// button that can.
 void PropertySheet::FocusInWizard(HWND control) {
   const std::array buttons = {ForwardButton(), kBackButton, IDCANCEL};
   const int id = ::GetParent(control) == sheet_ ? ::GetDlgCtrlID(control) : 0;
@@ -100,24 +101,25 @@ bool PropertySheet::PressInWizard(int button) {
   }
 }
 
-// A page lets go first and is asked for the way then.
+// The current page must first agree to be left; its reply to PSN_WIZNEXT or PSN_WIZBACK then
+// selects the page to show.
 void PropertySheet::Advance(int step) {
   if (Current() == nullptr || !LetGo()) return;
-  const LRESULT answer = Notify(Current()->window, step > 0 ? PSN_WIZNEXT : PSN_WIZBACK);
-  if (!IsOpen() || answer == kStay) return;
+  const LRESULT result = Notify(Current()->window, step > 0 ? PSN_WIZNEXT : PSN_WIZBACK);
+  if (!IsOpen() || result == kStay) return;
   const std::size_t wanted =
-      answer == 0 ? *current_ + static_cast<std::size_t>(step) : IndexOfTemplate(answer);
+      result == 0 ? *current_ + static_cast<std::size_t>(step) : IndexOfTemplate(result);
   const auto entered = Enter(wanted, step);
   if (entered.has_value()) Show(*entered);
 }
 
-// The page keeps the wizard open with anything but zero; a window that it names gets the keyboard.
+// A reply other than zero keeps the wizard open; if it is a window, that gets the focus.
 void PropertySheet::Finish() {
   if (Current() == nullptr || !LetGo()) return;
-  const LRESULT answer = Notify(Current()->window, PSN_WIZFINISH);
+  const LRESULT result = Notify(Current()->window, PSN_WIZFINISH);
   if (!IsOpen()) return;
-  const HWND control = reinterpret_cast<HWND>(answer);
-  if (answer == 0) {
+  const HWND control = reinterpret_cast<HWND>(result);
+  if (result == 0) {
     ::EndDialog(sheet_, TRUE);
   } else if (::IsWindow(control)) {
     FindDialog(sheet_).control->GiveFocus(control);

@@ -15,7 +15,7 @@ constexpr int kTitleHeight = 9;
 constexpr int kLeastBand = 36;
 // In pixels.
 constexpr int kWatermarkWidth = 164;
-constexpr int kPictureMargin = 5;
+constexpr int kBitmapMargin = 5;
 
 OwnedFont FontOfWeight(int weight) {
   const LOGFONTW font = LogicalFontOf(DialogFont{8, weight, false, L"MS Shell Dlg"});
@@ -33,20 +33,20 @@ SIZE SizeOf(HBITMAP bitmap) {
   return {description.bmWidth, description.bmHeight};
 }
 
-void DrawPicture(HDC context, HBITMAP picture, POINT place) {
-  if (picture == nullptr) return;
-  const SIZE size = SizeOf(picture);
+void DrawBitmap(HDC context, HBITMAP bitmap, POINT position) {
+  if (bitmap == nullptr) return;
+  const SIZE size = SizeOf(bitmap);
   const HDC memory = ::CreateCompatibleDC(context);
-  const HGDIOBJ before = ::SelectObject(memory, picture);
-  ::BitBlt(context, place.x, place.y, size.cx, size.cy, memory, 0, 0, SRCCOPY);
+  const HGDIOBJ before = ::SelectObject(memory, bitmap);
+  ::BitBlt(context, position.x, position.y, size.cx, size.cy, memory, 0, 0, SRCCOPY);
   ::SelectObject(memory, before);
   ::DeleteDC(memory);
 }
 
 // Returns the height of the text; DT_CALCRECT only measures it.
-int DrawIn(HDC context, HFONT font, const std::wstring& text, RECT place, UINT format) {
+int DrawIn(HDC context, HFONT font, const std::wstring& text, RECT bounds, UINT format) {
   const HGDIOBJ before = ::SelectObject(context, font);
-  const int height = ::DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &place,
+  const int height = ::DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &bounds,
                                  format | DT_NOPREFIX);
   ::SelectObject(context, before);
   return height;
@@ -62,8 +62,8 @@ void DrawLine(HDC context, LONG width, LONG top) {
 WizardFrame::WizardFrame(const PROPSHEETHEADERW& header)
     : instance_(header.hInstance),
       watermarkName_(NameOf(header, PSH_WATERMARK)),
-      picture_(Load(NameOf(header, PSH_HEADER), {})),
-      pictureSize_(SizeOf(picture_.get())),
+      bitmap_(Load(NameOf(header, PSH_HEADER), {})),
+      bitmapSize_(SizeOf(bitmap_.get())),
       titleFont_(FontOfWeight(FW_BOLD)),
       textFont_(FontOfWeight(FW_NORMAL)) {}
 
@@ -85,17 +85,16 @@ void WizardFrame::LayOut(HWND sheet, SIZE inner, SIZE outer, std::span<const Hea
 }
 
 LONG WizardFrame::TextEnd(LONG width) const {
-  return width - pictureSize_.cx - 2 * kPictureMargin;
+  return width - bitmapSize_.cx - 2 * kBitmapMargin;
 }
 
 int WizardFrame::BandHeight(HWND sheet, int width, std::span<const HeaderText> headers) const {
-  int height =
-      std::max(units_.Y(kLeastBand), static_cast<int>(pictureSize_.cy) + 2 * kPictureMargin);
+  int height = std::max(units_.Y(kLeastBand), static_cast<int>(bitmapSize_.cy) + 2 * kBitmapMargin);
   const HDC context = ::GetDC(sheet);
-  const RECT place = {units_.X(kSubTitleX), 0, TextEnd(width), 0};
+  const RECT bounds = {units_.X(kSubTitleX), 0, TextEnd(width), 0};
   for (const HeaderText& header : headers) {
     const int text =
-        DrawIn(context, textFont_.get(), header.subTitle, place, DT_WORDBREAK | DT_CALCRECT);
+        DrawIn(context, textFont_.get(), header.subTitle, bounds, DT_WORDBREAK | DT_CALCRECT);
     height = std::max(height, units_.Y(2 * kTitleY + kTitleHeight) + text);
   }
   ::ReleaseDC(sheet, context);
@@ -106,8 +105,8 @@ void WizardFrame::PaintBand(HDC context, const HeaderText& header) const {
   const RECT& band = layout_.band;
   ::FillRect(context, &band, ::GetSysColorBrush(COLOR_WINDOW));
   DrawLine(context, band.right, band.bottom);
-  const LONG pictureTop = (band.bottom - pictureSize_.cy) / 2;
-  DrawPicture(context, picture_.get(), {band.right - pictureSize_.cx - kPictureMargin, pictureTop});
+  const LONG bitmapTop = (band.bottom - bitmapSize_.cy) / 2;
+  DrawBitmap(context, bitmap_.get(), {band.right - bitmapSize_.cx - kBitmapMargin, bitmapTop});
   ::SetBkMode(context, TRANSPARENT);
   ::SetTextColor(context, ::GetSysColor(COLOR_WINDOWTEXT));
   const LONG end = TextEnd(band.right);
@@ -124,7 +123,7 @@ void WizardFrame::PaintLineAboveButtons(HDC context) const {
 
 void WizardFrame::PaintOuterPage(HDC context) const {
   ::FillRect(context, &layout_.outer, ::GetSysColorBrush(COLOR_WINDOW));
-  DrawPicture(context, watermark_.get(), {0, 0});
+  DrawBitmap(context, watermark_.get(), {0, 0});
 }
 
 }  // namespace platform

@@ -1,6 +1,5 @@
-// What a wizard shows around its pages: the watermark beside the outer ones, the band with title,
-// subtitle and picture above the inner ones, and the lines. Owned by the sheet, on the window
-// thread.
+// What a wizard shows around its pages: the watermark beside outer pages, the band with title,
+// subtitle and bitmap above inner ones, and the lines. Owned by the sheet, on the window thread.
 #pragma once
 
 #include <prsht.h>
@@ -21,10 +20,11 @@ struct HeaderText {
 
 class WizardFrame {
  public:
-  // Reads the names of the pictures; one that cannot be loaded is not shown.
+  // Reads the names of the bitmaps from the header. A bitmap that cannot be loaded is not shown.
   explicit WizardFrame(const PROPSHEETHEADERW& header);
 
-  // Makes room for the largest pages and the highest header. The window only measures text.
+  // Computes the layout for the largest pages and the highest header. The window is only used to
+  // measure text.
   void LayOut(HWND sheet, SIZE inner, SIZE outer, std::span<const HeaderText> headers,
               const DialogUnits& units);
   const WizardLayout& Layout() const { return layout_; }
@@ -32,20 +32,20 @@ class WizardFrame {
 
   void PaintBand(HDC context, const HeaderText& header) const;
   void PaintLineAboveButtons(HDC context) const;
-  // The background of an outer page, whose client area begins where the sheet's does.
+  // Paints the background of an outer page, whose client area has the same origin as the sheet's.
   void PaintOuterPage(HDC context) const;
 
  private:
   OwnedBitmap Load(LPCWSTR name, SIZE size) const;
-  // Where the texts of a band end at the right.
+  // The right edge of the texts in a band of that width.
   LONG TextEnd(LONG width) const;
   int BandHeight(HWND sheet, int width, std::span<const HeaderText> headers) const;
 
   const HINSTANCE instance_;
   const LPCWSTR watermarkName_;
   OwnedBitmap watermark_;
-  OwnedBitmap picture_;
-  SIZE pictureSize_{};
+  OwnedBitmap bitmap_;
+  SIZE bitmapSize_{};
   OwnedFont titleFont_;
   OwnedFont textFont_;
   DialogUnits units_;

@@ -5,7 +5,7 @@ namespace platform {
 Canvas& Bitmap::Surface(GraphicsBackend& graphics) {
   if (surface_ == nullptr) {
     surface_ = graphics.MakeCanvas(size_);
-    if (picture_.has_value()) surface_->DrawPicture(*picture_, {0, 0, size_.cx, size_.cy});
+    if (image_.has_value()) surface_->DrawPicture(*image_, {0, 0, size_.cx, size_.cy});
   }
   return *surface_;
 }

@@ -1,5 +1,5 @@
-// Bitmaps: a picture from a resource until somebody draws on it or shows it, from then on a canvas
-// of the desktop module. A bitmap is used by one thread at a time.
+// A bitmap holds an image of a resource until it is drawn on or shown for the first time. From then
+// on its pixels are a canvas of the desktop module. A bitmap is used by one thread at a time.
 #pragma once
 
 #include <optional>
@@ -12,17 +12,17 @@ namespace platform {
 
 class Bitmap final : public Selectable {
  public:
-  // Of the picture, made larger or smaller to that size; without one it is black.
-  explicit Bitmap(SIZE size, std::optional<Image> picture = std::nullopt)
-      : size_(size), picture_(picture) {}
+  // The image is stretched to the size. A bitmap without an image is black.
+  explicit Bitmap(SIZE size, std::optional<Image> image = std::nullopt)
+      : size_(size), image_(image) {}
 
   SIZE Size() const { return size_; }
-  // What to draw on and to show, made when it is first asked for. Window thread.
+  // The canvas to draw on and to show. It is created by the first call. Window thread.
   Canvas& Surface(GraphicsBackend& graphics);
 
  private:
   SIZE size_;
-  std::optional<Image> picture_;
+  std::optional<Image> image_;
   std::unique_ptr<Canvas> surface_;
 };
 

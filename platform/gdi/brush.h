@@ -9,7 +9,7 @@ namespace platform {
 
 class Brush final : public Selectable {
  public:
-  // Nothing: a brush that leaves everything as it is.
+  // Without a colour the brush is hollow: it leaves the pixels as they are.
   explicit Brush(std::optional<COLORREF> colour) : colour_(colour) {}
   // The brush of a system colour follows the desktop.
   struct SystemIndex {
@@ -26,8 +26,8 @@ class Brush final : public Selectable {
 
 HBRUSH InsertBrush(std::shared_ptr<Brush> brush);
 
-// The brush of a handle, or of a system colour's number plus one in place of a handle; null when it
-// is neither.
+// Returns the brush of a handle. A system colour's index plus one is accepted in place of a handle.
+// Returns null for anything else.
 std::shared_ptr<Brush> BrushOf(HBRUSH brush);
 
 }  // namespace platform

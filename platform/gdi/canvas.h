@@ -1,4 +1,4 @@
-// Where drawing ends up: a window that paints itself, an item of a menu, or a bitmap in memory.
+// The target of drawing: a window that paints itself, an item of a menu, or a bitmap in memory.
 // Implemented by the desktop module, used by device contexts. Lives on the window thread. Lengths
 // are pixels of 96 to the inch; the desktop scales them to its screen.
 #pragma once
@@ -14,14 +14,14 @@
 namespace platform {
 
 struct TextStyle {
-  // Outlives the style.
+  // Must outlive the style.
   const LOGFONTW& font;
   COLORREF colour = 0;
-  std::optional<COLORREF> background = std::nullopt;  // nothing: what is there already
-  std::optional<RECT> clip = std::nullopt;            // nothing is drawn outside of it
+  std::optional<COLORREF> background = std::nullopt;  // null: the background is kept
+  std::optional<RECT> clip = std::nullopt;            // null: not clipped
 };
 
-// What becomes of the colour that is drawn and the one that is there.
+// How the colour drawn is combined with the pixels already there.
 enum class RasterOperation { kCopy, kXor, kNotXor, kNot };
 
 struct CheckBoxLook {
@@ -34,20 +34,21 @@ class Canvas {
   virtual ~Canvas() = default;
 
   virtual void Fill(const RECT& area, COLORREF colour) = 0;
-  // Each pixel of the areas once, provided that they do not overlap.
+  // Combines each pixel of the areas once, provided that the areas do not overlap.
   virtual void Combine(std::span<const RECT> areas, COLORREF colour, RasterOperation operation) = 0;
-  // The place is the upper left corner of the text's line. Control characters take room as spaces.
+  // x and y are the upper left corner of the line of text. Control characters are as wide as
+  // spaces.
   virtual void DrawText(std::wstring_view text, double x, double y, const TextStyle& style) = 0;
-  // As the desktop shows them, filling the area, which is a square.
+  // In the desktop's look. The check box fills the area, which is a square.
   virtual void DrawCheckBox(const RECT& area, const CheckBoxLook& look) = 0;
-  // Stretched to the area, blended by its alpha.
+  // The image is stretched to the area and blended by its alpha.
   virtual void DrawIcon(const IconImages& icon, const RECT& area) = 0;
   virtual void DrawPicture(const Image& image, const RECT& area) = 0;
-  // Takes what stands at that place of the other canvas; false when that one cannot be read, as it
-  // is with windows.
+  // Copies the pixels at that position of the source. Returns false when the source cannot be read;
+  // a window never can.
   virtual bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) = 0;
-  // Nothing outside of the canvas, and on one that cannot be read.
-  virtual std::optional<COLORREF> PixelAt(POINT place) = 0;
+  // Null outside of the canvas, and when the canvas cannot be read.
+  virtual std::optional<COLORREF> PixelAt(POINT position) = 0;
 };
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Making and ending device contexts, and what is selected and set in them.
+// Creating and deleting device contexts, and their attributes and selected objects.
 #include <windows.h>
 
 #include <utility>
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kPixelsPerInch = 96;
 
-// A bitmap goes into contexts in memory only, and into one at a time.
+// A bitmap can be selected into memory contexts only, and into one of them at a time.
 HGDIOBJ SelectBitmap(DeviceContext& context, HBITMAP handle) {
   auto bitmap = Resolve<Bitmap>(HandleKind::kBitmap, handle);
   if (bitmap == nullptr || context.kind != DeviceContext::Kind::kMemory) return nullptr;
@@ -41,7 +41,7 @@ HGDIOBJ Select(DeviceContext& context, HGDIOBJ object) {
   }
 }
 
-// The value before, or the failure's value for a handle that is no context.
+// Returns the previous value, or `failure` when the handle is not a context.
 template <class T>
 T Exchange(HDC handle, T DeviceContext::*member, T value, T failure) {
   const auto context = ContextOf(handle);

@@ -34,7 +34,7 @@ bool IsSystemColour(int index) {
 }
 
 COLORREF SystemColour(int index) {
-  // No desktop is started for a colour.
+  // A query for a colour does not start a desktop.
   COLORREF colour = kDefaultColours.at(static_cast<std::size_t>(index));
   WithRunningGraphics([&](GraphicsBackend& graphics) { colour = graphics.SystemColour(index); });
   return colour;

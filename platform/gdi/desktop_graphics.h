@@ -1,4 +1,4 @@
-// The way from any thread to what the desktop module draws and measures with.
+// Lets any thread use the desktop module's drawing and measuring.
 #pragma once
 
 #include <windows.h>
@@ -9,17 +9,19 @@
 
 namespace platform {
 
-// Both are defined by the wiring, for this family does not know where windows are.
-// Runs the work on the window thread while the caller waits. False, with a line in the log and
-// ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION as the last error, when there is no desktop; nothing has
-// run then.
+// WithGraphics and WithRunningGraphics are defined by the wiring, because this family does not know
+// where windows are.
+//
+// Runs the work on the window thread while the caller waits. Returns false when there is no
+// desktop: the work has not run, a line is in the log, and the last error is
+// ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION.
 bool WithGraphics(const std::function<void(GraphicsBackend&)>& work);
 
-// The same on a desktop that is there already: false when there is none yet.
+// The same, but starts no desktop. Returns false when none is running.
 bool WithRunningGraphics(const std::function<void(GraphicsBackend&)>& work);
 
-// As long as there are windows on a desktop, from that; before, and without one, what Windows shows
-// when nobody has changed it. The index is one of COLOR_SCROLLBAR to COLOR_INFOBK.
+// The colours and fonts of the desktop once it is running, else the defaults of Windows. The index
+// is one of COLOR_SCROLLBAR to COLOR_INFOBK.
 COLORREF SystemColour(int index);
 bool IsSystemColour(int index);
 LOGFONTW SystemFont(SystemFontUse use);

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// The bitmap of a new context in memory, which has one pixel, for there is always one selected.
+// A new memory context has a bitmap of one pixel selected, since one is always selected.
 HBITMAP SmallestBitmap() {
   static const HBITMAP bitmap = [] {
     auto smallest = std::make_shared<Bitmap>(SIZE{1, 1});

@@ -1,5 +1,6 @@
-// Device contexts: what is selected and set for drawing, and the canvas it goes to. A context is
-// used by one thread at a time; canvases live on the window thread, to which drawing is carried.
+// A device context: the selected objects, the drawing attributes and the canvas to draw on. A
+// context is used by one thread at a time. Canvases live on the window thread, and drawing runs
+// there.
 #pragma once
 
 #include <windows.h>
@@ -16,20 +17,20 @@
 
 namespace platform {
 
-// What became of drawing on something of another family's.
+// The result of drawing on an object of another family.
 enum class Drawing {
-  kDone,       // or clipped away, as it is with a hidden window
-  kGone,       // what was to be drawn on has ended; ERROR_INVALID_HANDLE is the last error
-  kNoSurface,  // it shows nothing that could be drawn on
+  kDone,       // drawn, or clipped away as in a hidden window
+  kGone,       // the target was destroyed; the last error is ERROR_INVALID_HANDLE
+  kNoSurface,  // the target has no surface to draw on
 };
 
-// Runs the work with the canvas of what a context was made for.
+// Runs the work with the canvas of the context's target.
 using DrawOnTarget = std::function<Drawing(const std::function<void(Canvas&)>&)>;
 
 class DeviceContext final : public Object {
  public:
-  // In memory: draws on the bitmap that is selected. Screen: measures only. Window: draws where
-  // its target does. Lent: draws on somebody's canvas.
+  // kMemory draws on the selected bitmap. kScreen only measures. kWindow draws where its target
+  // does. kLent draws on a canvas of the caller.
   enum class Kind { kMemory, kScreen, kWindow, kLent };
 
   explicit DeviceContext(Kind contextKind);
@@ -46,10 +47,10 @@ class DeviceContext final : public Object {
   int backgroundMode = OPAQUE;
   int rasterOperation = R2_COPYPEN;
 
-  // How text is drawn at the moment, good until another font is selected.
+  // The current text attributes. Valid until another font is selected.
   TextStyle Style() const;
-  // Runs the work on the window thread. False, with the last error set, when this context does not
-  // draw on anything; the name of the function called is for the log.
+  // Runs the work on the window thread. Returns false, with the last error set, when this context
+  // has nothing to draw on. `function` is the name of the API function, for the log.
   bool Draw(const char* function, const std::function<void(Canvas&)>& work);
 
  private:
@@ -57,13 +58,14 @@ class DeviceContext final : public Object {
   DrawOnTarget target_;
 };
 
-// Null, with the last error set, without a desktop.
+// Inserts the context into the handle table. Returns null, with the last error set, when there is
+// no desktop.
 HDC MakeContext(std::shared_ptr<DeviceContext> context);
-// Ends a context of one of the kinds. False, with ERROR_INVALID_HANDLE as the last error, for any
-// other handle.
+// Destroys a context of one of the kinds. Returns false, with ERROR_INVALID_HANDLE as the last
+// error, for any other handle.
 bool EndContext(HDC context, std::initializer_list<DeviceContext::Kind> kinds);
 
-// Null, with ERROR_INVALID_HANDLE as the last error, when the handle is not a live context.
+// Returns null, with ERROR_INVALID_HANDLE as the last error, when the handle is not a live context.
 std::shared_ptr<DeviceContext> ContextOf(HDC context);
 
 }  // namespace platform

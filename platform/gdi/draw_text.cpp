@@ -15,11 +15,11 @@
 namespace platform {
 namespace {
 
-constexpr UINT kKnownFlags = DT_CENTER | DT_RIGHT | DT_VCENTER | DT_BOTTOM | DT_WORDBREAK |
-                             DT_SINGLELINE | DT_NOCLIP | DT_CALCRECT | DT_NOPREFIX |
-                             DT_EDITCONTROL | DT_END_ELLIPSIS;
+constexpr UINT kSupportedFlags = DT_CENTER | DT_RIGHT | DT_VCENTER | DT_BOTTOM | DT_WORDBREAK |
+                                 DT_SINGLELINE | DT_NOCLIP | DT_CALCRECT | DT_NOPREFIX |
+                                 DT_EDITCONTROL | DT_END_ELLIPSIS;
 
-// A text without the ampersands that mark the letter to be underlined.
+// A text without its ampersands, each of which marks the next character as underlined.
 struct MarkedText {
   std::wstring text;
   std::size_t underlined = std::wstring::npos;
@@ -37,7 +37,7 @@ MarkedText WithoutMarks(std::wstring_view text) {
   return marked;
 }
 
-// What one call draws, of which all but the text is in the context.
+// The parameters of one DrawText call. All but the text come from the device context.
 class TextInBox {
  public:
   TextInBox(GraphicsBackend& graphics, const TextStyle& style, const RECT& area, UINT format)
@@ -49,15 +49,15 @@ class TextInBox {
     if ((format & DT_NOCLIP) == 0) style_.clip = area;
   }
 
-  // Both give what the function is documented to return.
+  // Both return the value that DrawText returns.
   int Measure(std::wstring_view text, RECT& area) const;
   int Draw(Canvas& canvas, std::wstring_view text, std::size_t underlined) const;
 
  private:
   int LeftOf(const TextLine& line) const;
   int TopOf(int height) const;
-  void DrawLine(Canvas& canvas, const TextLine& line, POINT place) const;
-  void Underline(Canvas& canvas, const TextLine& line, POINT place, std::size_t character) const;
+  void DrawLine(Canvas& canvas, const TextLine& line, POINT position) const;
+  void Underline(Canvas& canvas, const TextLine& line, POINT position, std::size_t character) const;
 
   GraphicsBackend& graphics_;
   TextStyle style_;
@@ -82,10 +82,11 @@ int TextInBox::Draw(Canvas& canvas, std::wstring_view text, std::size_t underlin
   const int top = TopOf(height);
   int y = top;
   for (const TextLine& line : lines) {
-    const POINT place{LeftOf(line), y};
-    DrawLine(canvas, line, place);
+    const POINT position{LeftOf(line), y};
+    DrawLine(canvas, line, position);
     const auto begin = static_cast<std::size_t>(line.text.data() - text.data());
-    if (underlined - begin < line.text.size()) Underline(canvas, line, place, underlined - begin);
+    if (underlined - begin < line.text.size())
+      Underline(canvas, line, position, underlined - begin);
     y += layout_.LineHeight();
   }
   return y - area_.top;
@@ -96,33 +97,34 @@ int TextInBox::LeftOf(const TextLine& line) const {
   return (format_ & DT_RIGHT) != 0 ? area_.right - line.width : area_.left;
 }
 
-// Only a single line is placed in the height.
+// Only a single line is aligned vertically.
 int TextInBox::TopOf(int height) const {
   if ((format_ & DT_SINGLELINE) == 0) return area_.top;
   if ((format_ & DT_VCENTER) != 0) return area_.top + (area_.bottom - area_.top - height) / 2;
   return (format_ & DT_BOTTOM) != 0 ? area_.bottom - height : area_.top;
 }
 
-void TextInBox::DrawLine(Canvas& canvas, const TextLine& line, POINT place) const {
+void TextInBox::DrawLine(Canvas& canvas, const TextLine& line, POINT position) const {
   if (line.endsInDots) {
-    canvas.DrawText(std::wstring(line.text).append(kDots), place.x, place.y, style_);
+    canvas.DrawText(std::wstring(line.text).append(kDots), position.x, position.y, style_);
   } else if (!line.text.empty()) {
-    canvas.DrawText(line.text, place.x, place.y, style_);
+    canvas.DrawText(line.text, position.x, position.y, style_);
   }
 }
 
-void TextInBox::Underline(Canvas& canvas, const TextLine& line, POINT place,
+void TextInBox::Underline(Canvas& canvas, const TextLine& line, POINT position,
                           std::size_t character) const {
-  const int left = place.x + graphics_.MeasureText(line.text.substr(0, character), style_.font).cx;
+  const int left =
+      position.x + graphics_.MeasureText(line.text.substr(0, character), style_.font).cx;
   const int width = graphics_.MeasureText(line.text.substr(character, 1), style_.font).cx;
-  const int top = place.y + graphics_.MetricsOf(style_.font).ascent + 1;
+  const int top = position.y + graphics_.MetricsOf(style_.font).ascent + 1;
   RECT rule{left, top, left + width, top + 1};
   if (style_.clip.has_value()) rule = Intersection(rule, area_);
   if (!IsEmpty(rule)) canvas.Fill(rule, style_.colour);
 }
 
 bool IsSupported(UINT format, const DRAWTEXTPARAMS* parameters) {
-  if ((format & ~kKnownFlags) == 0 && parameters == nullptr) return true;
+  if ((format & ~kSupportedFlags) == 0 && parameters == nullptr) return true;
   LogLine("DrawTextExW: tabs, margins, paths and texts from right to left are not known");
   return false;
 }
@@ -170,7 +172,7 @@ int WINAPI DrawTextExW(HDC context, LPWSTR text, int length, LPRECT area, UINT f
   return platform::FailedCall(0);
 }
 
-// Without DT_MODIFYSTRING, which is not known, the text is not touched.
+// DT_MODIFYSTRING is not supported, so the text is not modified.
 int WINAPI DrawTextW(HDC context, LPCWSTR text, int length, LPRECT area, UINT format) try {
   return ::DrawTextExW(context, const_cast<LPWSTR>(text), length, area, format, nullptr);
 } catch (...) {

@@ -17,7 +17,7 @@ RECT Area(int x, int y, int width, int height) {
   return {x, y, x + width, y + height};
 }
 
-// An icon's own size where the caller gives none.
+// The icon's own size where the caller passes 0.
 SIZE IconSize(const IconImages& icon, int width, int height, UINT flags) {
   constexpr int kSystemSize = 32;
   const bool system = (flags & DI_DEFAULTSIZE) != 0;

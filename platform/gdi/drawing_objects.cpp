@@ -1,4 +1,4 @@
-// Making, describing and deleting fonts, pens, brushes and bitmaps.
+// Creating, querying and deleting fonts, pens, brushes and bitmaps.
 #include <windows.h>
 
 #include <algorithm>
@@ -58,7 +58,8 @@ BITMAP Description(const Bitmap& bitmap) {
   return description;
 }
 
-// As much of a description as the caller's buffer takes; the size of all of it without a buffer.
+// Copies as much of the description as fits into the caller's buffer. Returns the size of the whole
+// description when there is no buffer.
 template <class T>
 int CopyDescription(const T& description, int bytes, LPVOID buffer) {
   if (buffer == nullptr) return sizeof description;
@@ -132,7 +133,7 @@ HFONT WINAPI CreateFontW(int height, int width, int escapement, int orientation,
                 static_cast<BYTE>(pitchAndFamily),
                 {}};
   const std::size_t length = face != nullptr ? std::wcslen(face) : 0;
-  // A longer name is documented to be an error, of which only the null handle tells.
+  // A longer name fails without a last error, as documented.
   if (length >= LF_FACESIZE) return nullptr;
   std::copy_n(face, length, font.lfFaceName);
   return ::CreateFontIndirectW(&font);
@@ -204,7 +205,7 @@ BOOL WINAPI DeleteObject(HGDIOBJ object) try {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return FALSE;
   }
-  // Deleting what belongs to the system is documented to be harmless, and to do nothing.
+  // Deleting a stock object succeeds and has no effect, as documented.
   if (found->isStock) return TRUE;
   if (found->selections > 0) return FALSE;
   return platform::Handles().Remove(kind, object) != nullptr;
@@ -218,7 +219,7 @@ HBITMAP WINAPI CreateCompatibleBitmap(HDC context, int width, int height) try {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return nullptr;
   }
-  // Without any area it is documented to have one pixel.
+  // A bitmap without any area has one pixel, as documented.
   const SIZE size = width == 0 || height == 0 ? SIZE{1, 1} : SIZE{width, height};
   return platform::InsertBitmap(std::make_shared<platform::Bitmap>(size));
 } catch (...) {

@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-// One line around the area: system colours of its left and upper sides, and of the others.
+// One line around the area: the system colours of its left and upper sides, and of the others.
 struct Ring {
   int lit;
   int shaded;
@@ -79,14 +79,14 @@ bool DrawOn(DeviceContext& context, RECT& area, const Edge& edge, UINT flags) {
 extern "C" BOOL WINAPI DrawEdge(HDC context, LPRECT area, UINT edge, UINT flags) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
-  const auto known = platform::EdgeOf(edge);
-  const bool isKnown = known.has_value() && (flags & ~(BF_RECT | BF_MIDDLE | BF_ADJUST)) == 0;
-  if (!isKnown) platform::LogLine("DrawEdge: no diagonal, soft, flat and single edges");
-  if (!isKnown || area == nullptr) {
+  const auto rings = platform::EdgeOf(edge);
+  const bool isSupported = rings.has_value() && (flags & ~(BF_RECT | BF_MIDDLE | BF_ADJUST)) == 0;
+  if (!isSupported) platform::LogLine("DrawEdge: no diagonal, soft, flat and single edges");
+  if (!isSupported || area == nullptr) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
   }
-  return platform::DrawOn(*found, *area, *known, flags);
+  return platform::DrawOn(*found, *area, *rings, flags);
 } catch (...) {
   return platform::FailedCall(FALSE);
 }

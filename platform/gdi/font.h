@@ -1,4 +1,4 @@
-// Fonts as programs describe them; the desktop module finds the real ones. Any thread.
+// Logical fonts. The desktop module maps them to installed ones. Any thread.
 #pragma once
 
 #include "platform/gdi/selectable.h"

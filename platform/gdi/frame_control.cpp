@@ -1,4 +1,4 @@
-// Parts of controls, for windows that paint their own.
+// Parts of controls, for windows that paint themselves.
 #include <windows.h>
 
 #include <algorithm>
@@ -26,10 +26,10 @@ RECT SquareIn(const RECT& area) {
 extern "C" BOOL WINAPI DrawFrameControl(HDC context, LPRECT area, UINT type, UINT state) try {
   const auto found = platform::ContextOf(context);
   if (found == nullptr) return FALSE;
-  const bool isKnown =
+  const bool isSupported =
       type == DFC_BUTTON && (state & ~(DFCS_CHECKED | DFCS_INACTIVE)) == DFCS_BUTTONCHECK;
-  if (!isKnown) platform::LogLine("DrawFrameControl: only check boxes are drawn");
-  if (!isKnown || area == nullptr) {
+  if (!isSupported) platform::LogLine("DrawFrameControl: only check boxes are drawn");
+  if (!isSupported || area == nullptr) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
   }

@@ -1,4 +1,4 @@
-// What the handles of fonts and icons stand for, for the families that show them. Any thread.
+// Resolves font and icon handles for the families that show them. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Nothing when the handle is not a live font.
+// Null when the handle is not a live font.
 std::optional<LOGFONTW> FontOf(HFONT font);
 
 // Null when the handle is not live, or of another kind.

@@ -1,4 +1,5 @@
-// What the pointers of GDI+ stand for: they are handles and are never followed. Any thread.
+// The objects behind the pointers of GDI+. The pointers are handles and are never dereferenced. Any
+// thread.
 #pragma once
 
 #include <windows.h>
@@ -29,13 +30,13 @@ struct GdiplusBrush final : Object {
   COLORREF colour = 0;
 };
 
-// Between GdiplusStartup and the last GdiplusShutdown.
+// True between GdiplusStartup and the last GdiplusShutdown.
 bool IsGdiplusStarted();
 
-// What the layer's module "gdiplus.dll" exports.
+// The exports of the layer's module "gdiplus.dll".
 ExportTable GdiplusExports();
 
-// Removes the object of that kind.
+// Destroys the object, which must be of that kind.
 Gdiplus::GpStatus EndGdiplusObject(HandleKind kind, const void* pointer);
 
 }  // namespace platform

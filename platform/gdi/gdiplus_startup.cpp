@@ -22,8 +22,8 @@ Startups& State() {
   return state;
 }
 
-// Programs that want no thread of GDI+'s run its work in hooks of their own; here there is neither
-// thread nor work.
+// Programs that suppress the background thread of GDI+ call these hooks instead. There is neither a
+// thread nor work to do here.
 GpStatus WINAPI Hook(ULONG_PTR* token) {
   if (token == nullptr) return Gdiplus::InvalidParameter;
   *token = 1;

@@ -1,4 +1,4 @@
-// GDI+'s flat functions for text on a device context.
+// The flat functions of GDI+ for text on a device context.
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
@@ -19,7 +19,7 @@ using namespace Gdiplus;
 constexpr INT kAllStyles = FontStyleBoldItalic | FontStyleUnderline | FontStyleStrikeout;
 constexpr ARGB kOpaque = 0xFF;
 
-// Pixels of 96 to the inch in one unit; zero for a unit that fonts cannot have.
+// Pixels of 96 to the inch per unit; zero for a unit that fonts do not support.
 double PixelsPerUnit(Unit unit) {
   switch (unit) {
     case UnitWorld:
@@ -38,9 +38,9 @@ double PixelsPerUnit(Unit unit) {
   }
 }
 
-// Hands out the object under the pointer type that the program knows it by.
+// Inserts the object into the handle table and returns it as the pointer type of the API.
 template <class Pointer, class T>
-GpStatus HandOut(HandleKind kind, std::shared_ptr<T> object, Pointer** result) {
+GpStatus ReturnHandle(HandleKind kind, std::shared_ptr<T> object, Pointer** result) {
   *result = static_cast<Pointer*>(Handles().Insert(kind, std::move(object)));
   return Ok;
 }
@@ -50,14 +50,14 @@ GpStatus CreateGraphics(HDC context, GpGraphics** graphics) {
   if (ContextOf(context) == nullptr) return OutOfMemory;
   auto made = std::make_shared<GdiplusGraphics>();
   made->context = context;
-  return HandOut(HandleKind::kGdiplusGraphics, std::move(made), graphics);
+  return ReturnHandle(HandleKind::kGdiplusGraphics, std::move(made), graphics);
 }
 
 GpStatus SetQuality(GpGraphics* graphics, TextRenderingHint hint) {
   const auto found = Resolve<GdiplusGraphics>(HandleKind::kGdiplusGraphics, graphics);
-  const bool known =
+  const bool isSupported =
       hint >= TextRenderingHintSystemDefault && hint <= TextRenderingHintClearTypeGridFit;
-  if (found == nullptr || !known) return InvalidParameter;
+  if (found == nullptr || !isSupported) return InvalidParameter;
   if (hint == TextRenderingHintSystemDefault) {
     found->textQuality = DEFAULT_QUALITY;
   } else {
@@ -68,7 +68,7 @@ GpStatus SetQuality(GpGraphics* graphics, TextRenderingHint hint) {
 }
 
 GpStatus CreateFamily(const WCHAR* name, GpFontCollection* collection, GpFontFamily** family) {
-  // No collections are handed out, so there can be no valid one.
+  // There are no font collections, so a collection is never valid.
   if (name == nullptr || family == nullptr || collection != nullptr) return InvalidParameter;
   const std::wstring face(name);
   bool has = false;
@@ -76,7 +76,7 @@ GpStatus CreateFamily(const WCHAR* name, GpFontCollection* collection, GpFontFam
   if (!has || face.empty() || face.size() >= LF_FACESIZE) return FontFamilyNotFound;
   auto made = std::make_shared<GdiplusFontFamily>();
   made->face = face;
-  return HandOut(HandleKind::kGdiplusFontFamily, std::move(made), family);
+  return ReturnHandle(HandleKind::kGdiplusFontFamily, std::move(made), family);
 }
 
 GpStatus CreateFontOf(const GpFontFamily* family, REAL size, INT style, Unit unit, GpFont** font) {
@@ -94,7 +94,7 @@ GpStatus CreateFontOf(const GpFontFamily* family, REAL size, INT style, Unit uni
   description.lfStrikeOut = (style & FontStyleStrikeout) != 0;
   description.lfCharSet = DEFAULT_CHARSET;
   std::ranges::copy(found->face, description.lfFaceName);
-  return HandOut(HandleKind::kGdiplusFont, std::move(made), font);
+  return ReturnHandle(HandleKind::kGdiplusFont, std::move(made), font);
 }
 
 GpStatus CreateFill(ARGB colour, GpSolidFill** brush) {
@@ -105,7 +105,7 @@ GpStatus CreateFill(ARGB colour, GpSolidFill** brush) {
   }
   auto made = std::make_shared<GdiplusBrush>();
   made->colour = RGB(colour >> 16 & 0xFF, colour >> 8 & 0xFF, colour & 0xFF);
-  return HandOut(HandleKind::kGdiplusBrush, std::move(made), brush);
+  return ReturnHandle(HandleKind::kGdiplusBrush, std::move(made), brush);
 }
 
 GpStatus DrawAt(const GdiplusGraphics& graphics, const std::wstring& text, const GdiplusFont& font,
@@ -115,7 +115,7 @@ GpStatus DrawAt(const GdiplusGraphics& graphics, const std::wstring& text, const
   LOGFONTW description = font.description;
   description.lfQuality = graphics.textQuality;
   const TextStyle style{description, colour};
-  // GDI+ is documented to leave a sixth of the font's size free on either side of a text.
+  // GDI+ leaves a sixth of the font's size free on either side of a text, as documented.
   const double margin = -font.description.lfHeight / 6.0;
   const bool drawn = context->Draw("GdipDrawString", [&](Canvas& canvas) {
     canvas.DrawText(text, static_cast<double>(layout.X) + margin, static_cast<double>(layout.Y),
@@ -222,7 +222,7 @@ GpStatus WINAPI GdipDrawString(GpGraphics* graphics, const WCHAR* text, INT leng
                                const GpFont* font, const RectF* layout,
                                const GpStringFormat* format, const GpBrush* brush) try {
   if (!platform::IsGdiplusStarted()) return GdiplusNotInitialized;
-  // No formats are handed out either.
+  // There are no string formats, so a format is never valid.
   if (format != nullptr) return InvalidParameter;
   return platform::DrawTextOf(graphics, text, length, font, layout, brush);
 } catch (...) {

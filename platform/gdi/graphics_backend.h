@@ -1,4 +1,4 @@
-// What the desktop module does for device contexts and fonts. Lives on the window thread. Lengths
+// The desktop module's services for device contexts and fonts. Lives on the window thread. Lengths
 // are pixels of 96 to the inch.
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// What a line that is too long ends in.
+// The ellipsis at the end of a line that is too long.
 inline constexpr std::wstring_view kDots = L"...";
 
 struct TextMetrics {
@@ -20,7 +20,7 @@ struct TextMetrics {
   int averageCharWidth = 0;  // of the letters A to Z and a to z
   int maximumCharWidth = 0;
   int dotsWidth = 0;        // of kDots
-  int characterHeight = 0;  // without the room that a line leaves for accents
+  int characterHeight = 0;  // without the internal leading
   bool isBold = false;
   bool isFixedPitch = false;
 };
@@ -31,16 +31,16 @@ class GraphicsBackend {
  public:
   virtual ~GraphicsBackend() = default;
 
-  // Of one line; what MeasureText tells is what DrawText of a canvas takes.
+  // The size of one line. Canvas::DrawText covers exactly this size.
   virtual SIZE MeasureText(std::wstring_view text, const LOGFONTW& font) = 0;
-  // How many of the line's first characters take no more than that width.
+  // How many characters from the start of the line fit into that width.
   virtual std::size_t CountWithin(std::wstring_view text, int width, const LOGFONTW& font) = 0;
   virtual TextMetrics MetricsOf(const LOGFONTW& font) = 0;
-  // Whether text in that face looks like it: it is installed, or another one is known to stand in.
+  // Whether the face is installed or has a substitute of similar look.
   virtual bool HasFace(const std::wstring& face) = 0;
 
-  // Pixels in memory, black, as fine as the screen's. They may outlive the backend, and end on any
-  // thread.
+  // Creates a canvas in memory, black, at the screen's resolution. The canvas may outlive the
+  // backend and may be destroyed on any thread.
   virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) = 0;
 
   // One of COLOR_SCROLLBAR to COLOR_INFOBK.

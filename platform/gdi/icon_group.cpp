@@ -43,7 +43,7 @@ std::vector<GroupEntry> EntriesOf(ByteView group) {
   return entries;
 }
 
-// A side of 256 does not fit into its byte.
+// 0 stands for 256, which does not fit into a byte.
 int SideOf(std::uint8_t side) {
   return side != 0 ? side : 256;
 }
@@ -63,10 +63,10 @@ std::vector<Image> ReadIconGroup(ByteView group, const IconEntrySource& entryOf)
       bySize.try_emplace(size, Image{ImageFormat::kIcon, size.first, size.second, bytes});
     }
   }
-  std::vector<Image> pictures;
+  std::vector<Image> images;
   for (const auto& [size, image] : bySize)
-    pictures.push_back(image);
-  return pictures;
+    images.push_back(image);
+  return images;
 }
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// Pictures of icons and bitmaps as the resources hold them; the desktop module decodes a picture
-// when it first shows it. Immutable; any thread.
+// Images of icons and bitmaps, as the resources hold them. The desktop module decodes an image when
+// it first shows it. Immutable; any thread.
 #pragma once
 
 #include <vector>
@@ -17,10 +17,10 @@ struct Image {
   ImageFormat format = ImageFormat::kBitmap;
   int width = 0;  // in pixels
   int height = 0;
-  ByteView bytes;  // of a resource, which stays as long as the process
+  ByteView bytes;  // of a resource, valid as long as the process
 };
 
-// One icon at its nominal size, and its pictures in the order of their sizes: the one that fits the
+// One icon: its nominal size, and its images in ascending order of size. The image that fits the
 // screen best is drawn.
 struct IconImages {
   int width = 0;

@@ -1,5 +1,5 @@
-// A device context on a canvas that somebody else owns, for the time of one WM_PAINT or
-// WM_DRAWITEM. The handle is stale afterwards. Used on the window thread.
+// A device context on a canvas of the caller, valid during one WM_PAINT or WM_DRAWITEM. Its handle
+// is stale afterwards. Used on the window thread.
 #pragma once
 
 #include <windows.h>

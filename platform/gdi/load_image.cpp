@@ -23,12 +23,12 @@ constexpr std::uint16_t kIconType = 3;        // RT_ICON
 constexpr std::uint16_t kIconGroupType = 14;  // RT_GROUP_ICON
 constexpr int kSystemIconSize = 32;
 constexpr int kLongestSide = 1024;
-constexpr UINT kKnownFlags = LR_DEFAULTCOLOR | LR_DEFAULTSIZE | LR_SHARED;
+constexpr UINT kSupportedFlags = LR_DEFAULTCOLOR | LR_DEFAULTSIZE | LR_SHARED;
 
 class Icon final : public Object {
  public:
-  Icon(IconImages pictures, bool isSharedIcon)
-      : images(std::make_shared<const IconImages>(std::move(pictures))), isShared(isSharedIcon) {}
+  Icon(IconImages iconImages, bool isSharedIcon)
+      : images(std::make_shared<const IconImages>(std::move(iconImages))), isShared(isSharedIcon) {}
 
   const std::shared_ptr<const IconImages> images;
   const bool isShared;
@@ -36,7 +36,7 @@ class Icon final : public Object {
 
 struct Request {
   std::uint16_t name = 0;
-  int width = 0;  // zero: the picture's own
+  int width = 0;  // zero: the image's own
   int height = 0;
 
   auto operator<=>(const Request&) const = default;
@@ -50,16 +50,16 @@ void* Fail(DWORD error) {
 HICON LoadIconOf(const Request& request, bool isShared) {
   const ByteView group = FindResourceBytes(kIconGroupType, request.name);
   if (group.empty()) return nullptr;
-  std::vector<Image> pictures = ReadIconGroup(
+  std::vector<Image> images = ReadIconGroup(
       group, [](std::uint16_t number) { return FindResourceBytes(kIconType, number); });
-  if (pictures.empty()) return static_cast<HICON>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
-  const int width = request.width != 0 ? request.width : pictures.front().width;
-  const int height = request.height != 0 ? request.height : pictures.front().height;
-  auto icon = std::make_shared<Icon>(IconImages{width, height, std::move(pictures)}, isShared);
+  if (images.empty()) return static_cast<HICON>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
+  const int width = request.width != 0 ? request.width : images.front().width;
+  const int height = request.height != 0 ? request.height : images.front().height;
+  auto icon = std::make_shared<Icon>(IconImages{width, height, std::move(images)}, isShared);
   return static_cast<HICON>(Handles().Insert(HandleKind::kIcon, std::move(icon)));
 }
 
-// The same handle for the same request, for as long as the process lives.
+// Returns the same handle for the same request, as long as the process lives.
 HICON LoadSharedIcon(const Request& request) {
   static std::mutex& mutex = *new std::mutex;
   static std::map<Request, HICON>& loaded = *new std::map<Request, HICON>;
@@ -74,10 +74,10 @@ HICON LoadSharedIcon(const Request& request) {
 struct InfoHeader {  // the beginning of a BITMAPINFOHEADER
   std::uint32_t size;
   std::int32_t width;
-  std::int32_t height;  // negative: the rows come from the top
+  std::int32_t height;  // negative: top-down rows
 };
 
-// Nothing when the bytes do not begin like a bitmap of a size that can be shown.
+// Null when the bytes do not begin like a bitmap of a supported size.
 std::optional<Image> ReadBitmap(ByteView bytes) {
   constexpr std::int32_t kLongestBitmapSide = 8192;
   const auto header = ReadAt<InfoHeader>(bytes, 0);
@@ -91,14 +91,14 @@ std::optional<Image> ReadBitmap(ByteView bytes) {
 HBITMAP LoadBitmapOf(const Request& request) {
   const ByteView bytes = FindResourceBytes(kBitmapType, request.name);
   if (bytes.empty()) return nullptr;
-  const auto picture = ReadBitmap(bytes);
-  if (!picture.has_value()) {
+  const auto image = ReadBitmap(bytes);
+  if (!image.has_value()) {
     LogLine("bitmap: picture " + std::to_string(request.name) + " cannot be read");
     return static_cast<HBITMAP>(Fail(ERROR_RESOURCE_DATA_NOT_FOUND));
   }
-  const LONG width = request.width != 0 ? request.width : picture->width;
-  const LONG height = request.height != 0 ? request.height : picture->height;
-  return InsertBitmap(std::make_shared<Bitmap>(SIZE{width, height}, *picture));
+  const LONG width = request.width != 0 ? request.width : image->width;
+  const LONG height = request.height != 0 ? request.height : image->height;
+  return InsertBitmap(std::make_shared<Bitmap>(SIZE{width, height}, *image));
 }
 
 bool IsSide(int length) {
@@ -106,7 +106,7 @@ bool IsSide(int length) {
 }
 
 bool IsRequest(UINT type, int width, int height, UINT flags) {
-  if ((flags & ~kKnownFlags) == 0 && IsSide(width) && IsSide(height) &&
+  if ((flags & ~kSupportedFlags) == 0 && IsSide(width) && IsSide(height) &&
       (type == IMAGE_ICON || (type == IMAGE_BITMAP && (flags & LR_SHARED) == 0))) {
     return true;
   }
@@ -130,7 +130,7 @@ HANDLE WINAPI LoadImageW(HINSTANCE instance, LPCWSTR name, UINT type, int width,
   if (!platform::IsRequest(type, width, height, flags)) {
     return platform::Fail(ERROR_INVALID_PARAMETER);
   }
-  // Only the executable carries resources, all of them numbered; the system has no images.
+  // Resources are in the executable only, all of them numbered. There are no OEM images.
   if (instance != ::GetModuleHandleW(nullptr)) return platform::Fail(ERROR_RESOURCE_DATA_NOT_FOUND);
   if (!IS_INTRESOURCE(name)) return platform::Fail(ERROR_RESOURCE_NAME_NOT_FOUND);
   platform::Request request{LOWORD(reinterpret_cast<ULONG_PTR>(name)), width, height};
@@ -166,7 +166,7 @@ BOOL WINAPI DestroyIcon(HICON icon) try {
     ::SetLastError(ERROR_INVALID_CURSOR_HANDLE);
     return FALSE;
   }
-  // A shared icon belongs to the system, which keeps it.
+  // A shared icon stays loaded.
   if (!found->isShared) platform::Handles().Remove(HandleKind::kIcon, icon);
   return TRUE;
 } catch (...) {

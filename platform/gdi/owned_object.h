@@ -1,4 +1,4 @@
-// Owners of graphics objects that the layer makes for itself.
+// Owning pointers to graphics objects that the layer creates for itself.
 #pragma once
 
 #include <windows.h>

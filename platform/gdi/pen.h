@@ -1,4 +1,4 @@
-// Pens: solid, of one colour and width, or drawing nothing. Any thread.
+// Solid pens of one colour and width, and the null pen. Any thread.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace platform {
 
 class Pen final : public Selectable {
  public:
-  // Without a colour it draws nothing. The width is at least 1.
+  // Without a colour the pen draws nothing. The width is at least 1.
   Pen(std::optional<COLORREF> penColour, int penWidth) : colour(penColour), width(penWidth) {}
 
   const std::optional<COLORREF> colour;

@@ -1,4 +1,4 @@
-// Rectangles drawn with pen and brush, and the raster operation they are drawn with.
+// Rectangles drawn with pen and brush, and their raster operation.
 #include <windows.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-// What a pen draws lies between both, what a brush fills in the inner one.
+// The pen draws between the two rectangles, the brush fills the inner one.
 struct Box {
   RECT outer;
   RECT inner;
@@ -26,10 +26,10 @@ RECT Ordered(int left, int top, int right, int bottom) {
           std::max(top, bottom)};
 }
 
-// The pen moves along the outermost pixels of the area, which lie left of and above its edges.
+// The pen moves along the outermost pixels of the area: RECT excludes its right and bottom edges.
 Box BoxOf(const RECT& area, const Pen& pen) {
   const RECT path{area.left, area.top, area.right - 1, area.bottom - 1};
-  // A pen that draws nothing is documented to leave the rectangle one pixel smaller.
+  // With a null pen the rectangle is one pixel smaller, as documented.
   if (!pen.colour.has_value()) return {path, path};
   const int before = pen.width / 2;
   const int after = pen.width - before;
@@ -37,7 +37,7 @@ Box BoxOf(const RECT& area, const Pen& pen) {
           {path.left + after, path.top + after, path.right - before, path.bottom - before}};
 }
 
-// Parts that do not overlap, since some operations undo themselves where they are done twice.
+// The parts do not overlap, since some operations cancel when applied twice.
 std::array<RECT, 4> FrameOf(const Box& box) {
   const auto& [outer, inner] = box;
   if (IsEmpty(inner)) return {outer, RECT{}, RECT{}, RECT{}};
@@ -75,7 +75,7 @@ void DrawBox(Canvas& canvas, const RECT& area, const DeviceContext& context) {
   const auto fill = context.brush.Get()->Colour();
   const auto operation = OperationOf(context.rasterOperation).value_or(RasterOperation::kCopy);
   if (operation == RasterOperation::kCopy && pen.colour.has_value() && fill.has_value()) {
-    // Two areas rather than five.
+    // Filling two areas instead of five.
     canvas.Fill(box.outer, *pen.colour);
     if (!IsEmpty(box.inner)) canvas.Fill(box.inner, *fill);
     return;

@@ -1,4 +1,4 @@
-// What can be selected into device contexts: fonts, pens, brushes, bitmaps. Any thread.
+// Objects that can be selected into device contexts: fonts, pens, brushes, bitmaps. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -13,13 +13,13 @@ namespace platform {
 
 class Selectable : public Object {
  public:
-  // Those that the system keeps for everybody are never deleted.
+  // Stock objects are never deleted.
   bool isStock = false;
-  // How many device contexts have it selected at the moment.
+  // The number of device contexts that have the object selected.
   std::atomic<int> selections = 0;
 };
 
-// The object of one kind that a device context has selected.
+// The selected object of one kind in a device context.
 template <class T, class Handle>
 class Selection {
  public:
@@ -28,7 +28,7 @@ class Selection {
   Selection(const Selection&) = delete;
   Selection& operator=(const Selection&) = delete;
 
-  // The handle that was selected before.
+  // Returns the handle that was selected before.
   Handle Replace(Handle handle, std::shared_ptr<T> object) {
     if (object != nullptr) ++object->selections;
     if (object_ != nullptr) --object_->selections;

@@ -1,4 +1,4 @@
-// Fonts, pens and brushes that the system keeps for everybody.
+// Stock fonts, pens and brushes, and the brushes of the system colours.
 #include <windows.h>
 
 #include <algorithm>
@@ -37,7 +37,7 @@ HFONT StockFont(LONG height, LONG weight, std::wstring_view face) {
   return InsertFont(std::move(font));
 }
 
-// By their numbers, WHITE_BRUSH to NULL_BRUSH.
+// Indexed by WHITE_BRUSH to NULL_BRUSH.
 const std::array<HBRUSH, 6>& StockBrushes() {
   static const std::array<HBRUSH, 6> brushes = {
       StockBrush(new Brush(RGB(255, 255, 255))), StockBrush(new Brush(RGB(192, 192, 192))),
@@ -46,7 +46,7 @@ const std::array<HBRUSH, 6>& StockBrushes() {
   return brushes;
 }
 
-// By their numbers from WHITE_PEN on, to NULL_PEN.
+// Indexed by WHITE_PEN to NULL_PEN, counted from WHITE_PEN.
 const std::array<HPEN, 3>& StockPens() {
   static const std::array<HPEN, 3> pens = {StockPen(RGB(255, 255, 255)), StockPen(RGB(0, 0, 0)),
                                            StockPen(std::nullopt)};

@@ -1,4 +1,4 @@
-// The text and length that drawing functions are given. Any thread.
+// Validates the text and length arguments of drawing functions. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -8,8 +8,8 @@
 
 namespace platform {
 
-// A length of -1: up to the text's zero. Nothing, with ERROR_INVALID_PARAMETER as the last error,
-// for a smaller one and when a text is missing.
+// A length of -1 means that the text ends with a null character. Returns null, with
+// ERROR_INVALID_PARAMETER as the last error, for a smaller length and for a missing text.
 inline std::optional<std::wstring_view> TextArgument(LPCWSTR text, int length) {
   if (length < -1 || (text == nullptr && length != 0)) {
     ::SetLastError(ERROR_INVALID_PARAMETER);

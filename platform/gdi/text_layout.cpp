@@ -84,7 +84,7 @@ TextLayout::Piece TextLayout::FirstWords(std::wstring_view paragraph) const {
 }
 
 TextLine TextLayout::WithDots(std::wstring_view text) const {
-  // Something of the text is always there, if only a part of its first letter.
+  // At least one character stays, even when it does not fit.
   const int room = room_.cx - metrics_.dotsWidth;
   const std::size_t count = std::max<std::size_t>(CountWithin(text, room), 1);
   TextLine line{text.substr(0, count), 0, true};

@@ -8,7 +8,7 @@ namespace platform {
 namespace {
 
 constexpr LONG kPixelsPerInch = 96;
-// Characters of the fonts that the desktop shows, as far as sixteen bits reach.
+// The characters of the desktop's fonts, as far as 16 bits reach.
 constexpr WCHAR kFirstChar = 0x20;
 constexpr WCHAR kLastChar = 0xFFFC;
 constexpr WCHAR kDefaultChar = 0x1F;

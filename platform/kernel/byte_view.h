@@ -1,5 +1,5 @@
-// Reads numbers from the bytes of a resource. Little-endian, as the file formats and this machine
-// are. Any thread.
+// Reads numbers and structures from the bytes of a resource. The file formats and this machine are
+// little-endian. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace platform {
 
 using ByteView = std::span<const std::byte>;
 
-// The structure at that place; nothing when the bytes end before it does.
+// The structure at that offset; nothing when the bytes end before the structure does.
 template <class T>
 std::optional<T> ReadAt(ByteView bytes, std::size_t offset) {
   if (offset > bytes.size() || bytes.size() - offset < sizeof(T)) return std::nullopt;

@@ -49,7 +49,7 @@ void SetClock(Clock* clock) {
 std::tm LocalFields(std::chrono::system_clock::time_point moment) {
   const std::time_t stamp = std::chrono::system_clock::to_time_t(moment);
   std::tm fields{};
-  ::tzset();  // localtime_r reads the zone at its first call alone
+  ::tzset();  // localtime_r alone reads the time zone only once
   ::localtime_r(&stamp, &fields);
   return fields;
 }

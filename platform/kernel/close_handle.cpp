@@ -5,7 +5,7 @@
 
 namespace {
 
-// The other kinds have closing calls of their own.
+// The other kinds have closing functions of their own.
 bool IsClosable(platform::HandleKind kind) {
   using platform::HandleKind;
   return kind == HandleKind::kThread || kind == HandleKind::kMutex || kind == HandleKind::kDevice;

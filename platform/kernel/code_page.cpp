@@ -11,8 +11,8 @@
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
 
-// These two are on the way of every database value, and nearly all of that is ASCII: runs of it are
-// found and copied eight characters at a time.
+// MultiByteToWideChar and WideCharToMultiByte convert every database value, and nearly all of that
+// is ASCII. So runs of ASCII are copied eight characters at a time.
 namespace {
 
 constexpr wchar_t kReplacement = 0xFFFD;
@@ -39,15 +39,15 @@ bool IsAsciiChunk(const wchar_t* wide) {
   return all < 0x80;
 }
 
-// Where wide characters go; without a buffer they are only counted.
+// The target of wide characters. Without a buffer they are only counted.
 struct WideSink {
   LPWSTR out;
-  std::size_t room;
+  std::size_t capacity;
   std::size_t count = 0;
 
   bool Put(wchar_t letter) {
     if (out != nullptr) {
-      if (count == room) return false;
+      if (count == capacity) return false;
       out[count] = letter;
     }
     ++count;
@@ -55,7 +55,7 @@ struct WideSink {
   }
   bool PutChunk(const char* text) {
     if (out != nullptr) {
-      if (room - count < kChunk) return false;
+      if (capacity - count < kChunk) return false;
       for (std::size_t i = 0; i < kChunk; ++i)
         out[count + i] = static_cast<wchar_t>(static_cast<unsigned char>(text[i]));
     }
@@ -66,7 +66,7 @@ struct WideSink {
 
 struct ByteSink {
   LPSTR out;
-  std::size_t room;
+  std::size_t capacity;
   std::size_t count = 0;
 
   bool Put(wchar_t letter) {
@@ -74,7 +74,7 @@ struct ByteSink {
     char bytes[platform::kMaximumUtf8Bytes];
     const std::size_t size = platform::EncodeUtf8(letter, bytes);
     if (out != nullptr) {
-      if (room - count < size) return false;
+      if (capacity - count < size) return false;
       std::memcpy(out + count, bytes, size);
     }
     count += size;
@@ -82,7 +82,7 @@ struct ByteSink {
   }
   bool PutByte(char byte) {
     if (out != nullptr) {
-      if (count == room) return false;
+      if (count == capacity) return false;
       out[count] = byte;
     }
     ++count;
@@ -90,7 +90,7 @@ struct ByteSink {
   }
   bool PutChunk(const wchar_t* wide) {
     if (out != nullptr) {
-      if (room - count < kChunk) return false;
+      if (capacity - count < kChunk) return false;
       for (std::size_t i = 0; i < kChunk; ++i)
         out[count + i] = static_cast<char>(wide[i]);
     }
@@ -114,7 +114,7 @@ DWORD Widen(std::string_view text, bool strict, WideSink& sink) {
     }
     const std::size_t start = at;
     const wchar_t letter = platform::DecodeUtf8(text, at);
-    // A U+FFFD that the text really holds takes three bytes.
+    // A genuine U+FFFD in the text takes three bytes.
     if (strict && letter == kReplacement && at - start == 1) return ERROR_NO_UNICODE_TRANSLATION;
     if (!sink.Put(letter)) return ERROR_INSUFFICIENT_BUFFER;
   }
@@ -135,14 +135,14 @@ DWORD Narrow(std::wstring_view wide, ByteSink& sink) {
   return NO_ERROR;
 }
 
-// What both directions ask of their arguments.
-DWORD CheckArguments(UINT codePage, DWORD flags, DWORD knownFlags, const void* from, int fromSize,
-                     const void* to, int toSize) {
+// The argument checks of both directions.
+DWORD CheckArguments(UINT codePage, DWORD flags, DWORD supportedFlags, const void* from,
+                     int fromSize, const void* to, int toSize) {
   if (codePage != CP_ACP && codePage != CP_UTF8) {
     platform::LogLine("only the process's code page, UTF-8, can be converted");
     return ERROR_INVALID_PARAMETER;
   }
-  if ((flags & ~knownFlags) != 0) return ERROR_INVALID_FLAGS;
+  if ((flags & ~supportedFlags) != 0) return ERROR_INVALID_FLAGS;
   const bool badSource = from == nullptr || fromSize == 0 || fromSize < -1;
   const bool badTarget = toSize < 0 || (toSize > 0 && to == nullptr) || (toSize > 0 && from == to);
   return badSource || badTarget ? ERROR_INVALID_PARAMETER : NO_ERROR;
@@ -175,7 +175,7 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH wide, int wide
                                LPSTR text, int bytes, LPCCH defaultCharacter,
                                LPBOOL usedDefaultCharacter) try {
   DWORD error = CheckArguments(codePage, flags, 0, wide, wideCharacters, text, bytes);
-  // UTF-8 has room for every character, so it takes no default one.
+  // UTF-8 can encode every character, so default characters are not permitted.
   if (defaultCharacter != nullptr || usedDefaultCharacter != nullptr)
     error = ERROR_INVALID_PARAMETER;
   if (error != NO_ERROR) return Finish(error, 0);

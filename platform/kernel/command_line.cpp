@@ -31,15 +31,15 @@ std::vector<std::string> ProcessArguments() {
   return words;
 }
 
-// The program's name knows no escapes, so a quotation mark in it cannot be told.
+// The program's name has no escapes, so quotation marks in it are dropped.
 std::wstring QuotedProgram(std::wstring name) {
   std::erase(name, L'"');
   const bool plain = !name.empty() && name.find_first_of(kBlanks) == std::wstring::npos;
   return plain ? name : L'"' + name + L'"';
 }
 
-// A word written so that CommandLineToArgvW reads it back: backslashes are doubled where a
-// quotation mark follows, and only there.
+// Quotes an argument so that CommandLineToArgvW yields it again. Backslashes are doubled only where
+// a quotation mark follows.
 std::wstring Quoted(const std::wstring& word) {
   if (!word.empty() && word.find_first_of(L" \t\"") == std::wstring::npos) return word;
   std::wstring out = L"\"";
@@ -52,7 +52,7 @@ std::wstring Quoted(const std::wstring& word) {
   return out.append(backslashes, L'\\') + L'"';
 }
 
-std::wstring MakeCommandLine() {
+std::wstring BuildCommandLine() {
   std::wstring line;
   bool first = true;
   for (const std::string& word : ProcessArguments()) {
@@ -77,8 +77,8 @@ std::wstring TakeProgram(std::wstring_view& line) {
   return name;
 }
 
-// 2n backslashes and a quotation mark are n backslashes and the mark's own meaning; 2n+1 are n
-// backslashes and a literal mark; backslashes before anything else are themselves.
+// 2n backslashes before a quotation mark are n backslashes, and the mark begins or ends a
+// quotation. 2n+1 are n backslashes and a literal mark. All other backslashes are literal.
 std::wstring TakeWord(std::wstring_view& line) {
   std::wstring word;
   bool quoted = false;
@@ -110,7 +110,7 @@ std::wstring TakeWord(std::wstring_view& line) {
 }
 
 std::wstring ProgramPath() {
-  std::wstring path(32768, L'\0');  // the longest path that the API knows
+  std::wstring path(32768, L'\0');  // the longest path of the API
   path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
   return path;
 }
@@ -123,7 +123,7 @@ std::vector<std::wstring> SplitCommandLine(std::wstring_view line) {
   return words;
 }
 
-// One block for LocalFree: the pointers, a null one, and the words themselves.
+// One block for LocalFree: the pointers, a null pointer, and the words. Null for lack of memory.
 LPWSTR* PackWords(const std::vector<std::wstring>& words) {
   std::size_t letters = 0;
   for (const std::wstring& word : words)
@@ -160,7 +160,7 @@ LPWSTR CommandLineArguments() {
 extern "C" {
 
 LPWSTR WINAPI GetCommandLineW() try {
-  static std::wstring& line = *new std::wstring(MakeCommandLine());
+  static std::wstring& line = *new std::wstring(BuildCommandLine());
   return line.data();
 } catch (...) {
   return platform::FailedCall<LPWSTR>(nullptr);

@@ -8,7 +8,7 @@ std::recursive_mutex& MutexOf(LPCRITICAL_SECTION section) {
   return *static_cast<std::recursive_mutex*>(section->opaque);
 }
 
-// Never fails, as documented; so a process that is out of memory ends here.
+// Win32 documents no failure, so a process that is out of memory terminates here.
 std::recursive_mutex* NewMutex() noexcept {
   return new std::recursive_mutex;
 }

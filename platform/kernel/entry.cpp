@@ -1,4 +1,4 @@
-// main() of a program that is written to the Win32 entry point.
+// main() of a program whose entry point is wWinMain.
 #include <windows.h>
 
 #include <clocale>
@@ -6,7 +6,7 @@
 #include "platform/kernel/command_line.h"
 
 int main() {
-  // Wide output of the C runtime needs a multibyte locale; ours is UTF-8 whatever the user's is.
+  // The C runtime's wide output needs a multibyte locale: UTF-8, whatever the user's locale is.
   std::setlocale(LC_CTYPE, "C.UTF-8");
   constexpr int kShowNormal = 1;
   return ::wWinMain(::GetModuleHandleW(nullptr), nullptr, platform::CommandLineArguments(),

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-// Destructors of static objects are not run: threads that use them may be stopped anywhere.
+// Does not run destructors of static objects: other threads may still use the objects.
 extern "C" void WINAPI ExitProcess(UINT exitCode) {
   std::fflush(stdout);
   ::_exit(static_cast<int>(exitCode));

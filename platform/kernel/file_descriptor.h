@@ -1,4 +1,4 @@
-// Ownership of a file descriptor of Linux; move-only.
+// Owns a Linux file descriptor and closes it; move-only.
 #pragma once
 
 #include <unistd.h>

@@ -13,7 +13,7 @@
 
 namespace {
 
-// A missing file in a folder that exists is told from a missing folder.
+// Distinguishes a missing file in an existing folder from a missing folder.
 DWORD MissingFileError(const std::filesystem::path& path) {
   std::error_code error;
   const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";

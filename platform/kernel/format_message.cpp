@@ -22,8 +22,8 @@ bool IsNeutral(LANGID language) {
   return PRIMARYLANGID(language) == LANG_NEUTRAL;
 }
 
-// The languages in which a message is looked for. A certain language is that one alone; else the
-// user's, then English, then whatever there is.
+// The languages in which a message is looked up, in order. A language that is not neutral is the
+// only one; else the user's, then English, then all others.
 std::vector<LANGID> LanguagesToTry(LANGID wanted) {
   if (!IsNeutral(wanted)) return {wanted};
   const LANGID user = platform::CurrentLanguage();
@@ -70,7 +70,7 @@ DWORD StoreText(const std::wstring& text, DWORD flags, LPWSTR buffer, DWORD size
     const std::size_t characters = std::max<std::size_t>(text.size() + 1, size);
     target = static_cast<LPWSTR>(std::malloc(characters * sizeof(wchar_t)));
     if (target == nullptr) return ERROR_NOT_ENOUGH_MEMORY;
-    // With this flag the argument is the address of the caller's pointer.
+    // With this flag `buffer` is the address of the caller's pointer.
     *reinterpret_cast<LPWSTR*>(buffer) = target;
   } else if (size <= text.size()) {
     return ERROR_INSUFFICIENT_BUFFER;
@@ -97,7 +97,7 @@ extern "C" DWORD WINAPI FormatMessageW(DWORD flags, LPCVOID source, DWORD messag
     *reinterpret_cast<LPWSTR*>(buffer) = nullptr;
   }
   if (error == NO_ERROR) error = MakeMessage(messageId, languageId, arguments, text);
-  // An empty text cannot be told from a failure, so no buffer is left for the caller to free.
+  // The result of an empty text is 0, as for a failure, so the caller gets no buffer to free.
   if (error == NO_ERROR && !text.empty()) error = StoreText(text, flags, buffer, size);
   if (error == NO_ERROR) return static_cast<DWORD>(text.size());
   ::SetLastError(error);

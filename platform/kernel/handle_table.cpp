@@ -5,8 +5,8 @@
 namespace platform {
 namespace {
 
-// Two low bits stay clear, as callers of the real API may rely on; then the slot, then the
-// generation. Twenty bits of slots are more than any process of ours can use.
+// The two low bits are zero, as Win32 documents; then follow the slot and the generation. Twenty
+// bits of slots are more than any process of ours can use.
 constexpr unsigned kSlotShift = 2;
 constexpr unsigned kSlotBits = 20;
 constexpr std::uintptr_t kSlotMask = (std::uintptr_t{1} << kSlotBits) - 1;

@@ -1,7 +1,7 @@
-// The one table behind every handle kind of the layer. A handle is a number made of a slot and that
-// slot's generation, so a stale or foreign handle is recognised without touching any memory of the
-// object. Handles are multiples of four, never null and never INVALID_HANDLE_VALUE. One table per
-// process; every function may be called from any thread.
+// The table behind every handle kind of the layer. A handle is a number made of a slot and that
+// slot's generation, so a stale or foreign handle is recognised without accessing the object.
+// Handles are multiples of four, never null and never INVALID_HANDLE_VALUE. One table per process;
+// every function may be called from any thread.
 #pragma once
 
 #include <cstdint>
@@ -37,8 +37,8 @@ enum class HandleKind : std::uint8_t {
   kGdiplusBrush,
 };
 
-// What a handle stands for. Objects live as long as somebody holds them: a handle closed by one
-// thread does not pull the object from under another.
+// The object of a handle. It is reference-counted: when one thread closes the handle, the object
+// stays alive for another thread that uses it.
 class Object {
  public:
   virtual ~Object() = default;
@@ -55,7 +55,7 @@ class HandleTable {
   // The object of a live handle of any kind, and that kind; null when it is stale or foreign.
   std::shared_ptr<Object> FindAny(const void* handle, HandleKind& kind) const;
 
-  // Ends the handle and returns its object; null as in Find.
+  // Closes the handle and returns its object; null as in Find.
   std::shared_ptr<Object> Remove(HandleKind kind, const void* handle);
 
   // Whether the handle is live, and then its kind.
@@ -79,7 +79,7 @@ class HandleTable {
 
 HandleTable& Handles();
 
-// The object of a handle as its own type. Each kind has exactly one object type.
+// The object of a handle, cast to its type; null as in Find. Each kind has exactly one object type.
 template <class T>
 std::shared_ptr<T> Resolve(HandleKind kind, const void* handle) {
   return std::static_pointer_cast<T>(Handles().Find(kind, handle));

@@ -23,7 +23,7 @@ using LocaleName = std::array<char, ULOC_FULLNAME_CAPACITY>;
 constexpr LANGID kAmericanEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT);
 constexpr int kSunday = 6;  // counted from Monday
 
-// The first variable that is set decides, as setlocale documents. Null: the plain locale "C".
+// The value of the first variable that is set, as setlocale documents. Null: the locale "C".
 const char* EnvironmentLocale(const char* category) {
   for (const char* name : {"LC_ALL", category, "LANG"}) {
     const char* value = std::getenv(name);
@@ -34,7 +34,7 @@ const char* EnvironmentLocale(const char* category) {
   return nullptr;
 }
 
-// "sv_SE.UTF-8" without its code set.
+// ICU's form of a POSIX name: "sv_SE.UTF-8" becomes "sv_SE". Empty when ICU rejects the name.
 std::string IcuName(const char* posixName) {
   LocaleName name{};
   UErrorCode error = U_ZERO_ERROR;
@@ -45,27 +45,27 @@ std::string IcuName(const char* posixName) {
 LANGID LanguageOf(const std::string& posixName) {
   const auto language = static_cast<LANGID>(uloc_getLCID(IcuName(posixName.c_str()).c_str()));
   if (PRIMARYLANGID(language) == LANG_NEUTRAL) return kAmericanEnglish;
-  // A language without a country means the one that is numbered first.
+  // A language without a country gets that language's first sublanguage.
   const bool bare = (language >> 10) == SUBLANG_NEUTRAL;
   return bare ? MAKELANGID(PRIMARYLANGID(language), SUBLANG_DEFAULT) : language;
 }
 
-// Asked for with nearly every text, so the last answer is kept.
+// Queried with nearly every text, so the last result is cached.
 LANGID EnvironmentLanguage() {
   const char* posixName = EnvironmentLocale("LC_MESSAGES");
   if (posixName == nullptr) return kAmericanEnglish;
   static std::mutex mutex;
-  static std::string& known = *new std::string;
+  static std::string& cachedName = *new std::string;
   static LANGID language = kAmericanEnglish;
   const std::lock_guard lock(mutex);
-  if (known != posixName) {
+  if (cachedName != posixName) {
     language = LanguageOf(posixName);
-    known = posixName;
+    cachedName = posixName;
   }
   return language;
 }
 
-// Nothing when ICU does not know.
+// 0 = Monday ... 6 = Sunday; nothing when ICU fails.
 std::optional<int> FirstDayOf(const std::string& icuName) {
   UErrorCode error = U_ZERO_ERROR;
   UCalendar* calendar = ucal_open(u"UTC", 3, icuName.c_str(), UCAL_GREGORIAN, &error);

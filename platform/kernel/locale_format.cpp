@@ -18,7 +18,7 @@
 namespace platform {
 namespace {
 
-// No text of a date, a time or a number of documented length is longer.
+// No formatted date, time or number of documented length is longer.
 constexpr std::int32_t kTextLimit = 512;
 using IcuText = std::array<char16_t, kTextLimit>;
 
@@ -34,7 +34,7 @@ using Calendar = std::unique_ptr<UCalendar, decltype(&ucal_close)>;
 std::optional<std::wstring> Widen(const IcuText& text, std::int32_t length, UErrorCode error) {
   if (U_FAILURE(error) || length > kTextLimit) return std::nullopt;
   std::wstring wide(text.begin(), text.begin() + length);
-  // What stands between the parts of a time is a plain space on the documented system.
+  // Windows separates the parts of a time with a plain space.
   std::ranges::replace(wide, static_cast<wchar_t>(kNarrowSpace), L' ');
   return wide;
 }
@@ -97,7 +97,7 @@ DateFormatter OpenDateFormat(const std::string& locale, UDateFormatStyle time,
   return U_SUCCESS(error) ? std::move(format) : DateFormatter(nullptr, udat_close);
 }
 
-// Years of short dates have four digits on the documented system.
+// Windows writes the year of a short date with four digits.
 void UseFullYears(UDateFormat* format) {
   IcuText text{};
   UErrorCode error = U_ZERO_ERROR;
@@ -138,7 +138,7 @@ std::optional<std::wstring> FormattedDate(LCID locale, const SYSTEMTIME& date) {
 std::optional<std::wstring> FormattedTime(LCID locale, DWORD flags, const SYSTEMTIME& time) {
   const std::string name = FormatLocale(locale, "LC_TIME");
   if (name.empty() || !IsTimeOfDay(time)) return std::nullopt;
-  // Only the time of day counts; the day has to be one.
+  // Only the time of day is formatted, but ICU needs a valid date.
   SYSTEMTIME someDay = time;
   someDay.wYear = 2000;
   someDay.wMonth = 1;

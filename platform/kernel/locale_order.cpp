@@ -15,7 +15,7 @@ struct CollatorCloser {
 };
 using Collator = std::unique_ptr<UCollator, CollatorCloser>;
 
-// Null for a locale that ICU does not know.
+// Null for a locale that ICU does not support.
 Collator OpenCollator(const std::string& locale) {
   UErrorCode error = U_ZERO_ERROR;
   Collator collator(::ucol_open(locale.c_str(), &error));
@@ -24,8 +24,8 @@ Collator OpenCollator(const std::string& locale) {
   return collator;
 }
 
-// The last locale's, since lists are sorted by many comparisons.
-struct KnownCollator {
+// The collator of the last locale: sorting a list compares many times.
+struct CachedCollator {
   std::mutex mutex;
   std::string locale;
   Collator collator;
@@ -34,16 +34,16 @@ struct KnownCollator {
 }  // namespace
 
 int CompareTexts(std::wstring_view left, std::wstring_view right) {
-  static KnownCollator& known = *new KnownCollator;
+  static CachedCollator& cached = *new CachedCollator;
   const std::string locale = FormatLocale(LOCALE_USER_DEFAULT, "LC_COLLATE");
-  const std::lock_guard lock(known.mutex);
-  if (known.locale != locale) {
-    known.collator = OpenCollator(locale);
-    known.locale = locale;
+  const std::lock_guard lock(cached.mutex);
+  if (cached.locale != locale) {
+    cached.collator = OpenCollator(locale);
+    cached.locale = locale;
   }
-  if (known.collator == nullptr) return LowerName(left).compare(LowerName(right));
+  if (cached.collator == nullptr) return LowerName(left).compare(LowerName(right));
   UErrorCode error = U_ZERO_ERROR;
-  return ::ucol_strcollUTF8(known.collator.get(), Utf8(left).c_str(), -1, Utf8(right).c_str(), -1,
+  return ::ucol_strcollUTF8(cached.collator.get(), Utf8(left).c_str(), -1, Utf8(right).c_str(), -1,
                             &error);
 }
 

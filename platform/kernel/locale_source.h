@@ -1,7 +1,7 @@
-// The user's language (LC_ALL, LC_MESSAGES, LANG), first day of the week (LC_ALL, LC_TIME, LANG)
-// and formats (LC_NUMERIC or LC_TIME in its place), as ICU understands those names, unless the
-// simulated machine says otherwise. The plain locales "C" and "POSIX" are American English. Any
-// thread.
+// The user's locale, from the environment: language (LC_ALL, LC_MESSAGES, LANG), first day of the
+// week and date formats (LC_ALL, LC_TIME, LANG), number formats (LC_ALL, LC_NUMERIC, LANG). ICU
+// interprets the names. The locales "C" and "POSIX" are American English. The simulated machine
+// replaces all of them. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -14,23 +14,26 @@ namespace platform {
 
 struct LocaleChoice {
   LANGID language;         // the user's and the system's default language
-  int firstDayFromMonday;  // 0 = Monday ... 6 = Sunday, as LOCALE_IFIRSTDAYOFWEEK counts
+  int firstDayFromMonday;  // 0 = Monday ... 6 = Sunday, as in LOCALE_IFIRSTDAYOFWEEK
 };
 
 LANGID CurrentLanguage();
 int CurrentFirstDayFromMonday();
-// ICU's name of the locale whose formats count; empty for a locale that ICU does not know. The
-// category is the variable that decides about the user's own, such as "LC_NUMERIC".
+// The ICU name of a locale; empty for a locale that ICU does not support. For a default locale,
+// `category` is the environment variable to read, such as "LC_NUMERIC".
 std::string FormatLocale(LCID locale, const char* category);
 
-// What a function of the locale family answers: the text goes to the caller's buffer, or its size
-// with its end is told when `characters` is 0. Nothing means ERROR_INVALID_PARAMETER.
+// Returns a text as GetLocaleInfoW and the format functions do: copies it to the caller's buffer
+// and returns the number of characters with the terminating null, or only that number when
+// `characters` is 0. 0 with the last error set: ERROR_INVALID_PARAMETER when there is no text,
+// ERROR_INSUFFICIENT_BUFFER when the buffer is too small.
 int GiveLocaleText(const std::optional<std::wstring>& text, LPWSTR buffer, int characters);
 
-// Negative, zero or positive, in the order in which the user's language sorts (LC_COLLATE), without
-// regard to case.
+// Compares case-insensitively in the sort order of the user's locale (LC_COLLATE): negative, zero
+// or positive.
 int CompareTexts(std::wstring_view left, std::wstring_view right);
 
+// Replaces the environment's locale; nothing: the environment's again.
 void SetLocaleChoice(std::optional<LocaleChoice> choice);
 
 }  // namespace platform

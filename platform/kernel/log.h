@@ -1,5 +1,5 @@
-// The layer's own complaints: what it does not support, what it could not do. One line each, on
-// standard error, without a line break at the end of the text. Any thread.
+// The layer's log, on standard error: what is not supported and what has failed. One line for each
+// call; the text has no line break at its end. Any thread.
 #pragma once
 
 #include <string_view>

@@ -4,8 +4,8 @@
 
 #include "platform/kernel/log.h"
 
-// One heap serves every allocation: what HeapAlloc, FormatMessageW and CommandLineToArgvW give out
-// are blocks of the C runtime.
+// There is one heap: HeapAlloc, FormatMessageW and CommandLineToArgvW return blocks of the C
+// runtime's malloc.
 namespace {
 
 char processHeap;

@@ -51,7 +51,7 @@ std::optional<Insert> TakeInsert(std::wstring_view& text) {
   return insert;
 }
 
-// What stands behind a percent sign that is no insert and not the end of the text.
+// The text of an escape such as "%n"; empty when the letter stands for itself.
 std::wstring_view Escaped(wchar_t letter) {
   switch (letter) {
     case L'n':
@@ -65,8 +65,9 @@ std::wstring_view Escaped(wchar_t letter) {
   }
 }
 
-// Walks through a text once: plain pieces and inserts are handed over in order. The same walk first
-// tells the kinds of the arguments and then makes the text. False when an insert is malformed.
+// Passes through a text once and calls the handlers for plain pieces and inserts, in order. The
+// first pass collects the kinds of the arguments, the second one formats the text. False when an
+// insert is malformed or `onInsert` returns false.
 template <class OnText, class OnInsert>
 bool WalkMessage(std::wstring_view text, OnText onText, OnInsert onInsert) {
   while (!text.empty()) {

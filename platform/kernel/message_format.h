@@ -9,11 +9,11 @@
 
 namespace platform {
 
-// The formatted text. "%n" and every line break become CR LF, "%0" ends the text, "%1" to "%99"
+// Formats the text. "%n" and every line break become CR LF, "%0" ends the text, "%1" to "%99"
 // insert an argument: a wide string, or a 32-bit number when "!u!", "!lu!", "!d!" or "!ld!"
-// follows. Arguments are taken from the list in the order of their numbers, one each however often
-// a text uses it. NO_ERROR; else ERROR_INVALID_PARAMETER: an insert without a list, of an unknown
-// format, or used both as a number and as a string.
+// follows. Arguments are read from the list in the order of their numbers, once each however often
+// the text uses them. NO_ERROR; else ERROR_INVALID_PARAMETER when an insert has no argument list or
+// an unsupported format, or is used both as a number and as a string.
 DWORD FormatMessageText(std::wstring_view text, va_list* arguments, std::wstring& formatted);
 
 }  // namespace platform

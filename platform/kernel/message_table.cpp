@@ -51,7 +51,7 @@ std::optional<std::wstring> EntryAt(ByteView table, std::size_t offset) {
   return EntryText(table.subspan(offset + kEntryHeaderBytes, length - kEntryHeaderBytes), flags);
 }
 
-// Entries have no index: those before the wanted one are skipped by their lengths.
+// The offset after `count` entries; they have no index, only lengths. Nothing when one is damaged.
 std::optional<std::size_t> SkipEntries(ByteView table, std::size_t offset, DWORD count) {
   for (DWORD i = 0; i < count; ++i) {
     const auto length = ReadNumber<std::uint16_t>(table, offset);

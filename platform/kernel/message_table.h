@@ -1,5 +1,5 @@
-// Reads message-table resources: MESSAGE_RESOURCE_DATA as winnt.h documents it, a count of blocks
-// (first id, last id, offset of the first entry) and entries (length in bytes with the header,
+// Reads message-table resources (MESSAGE_RESOURCE_DATA, winnt.h): a count of blocks, the blocks
+// (first id, last id, offset of the first entry) and the entries (length in bytes with the header,
 // flags 0 for 8-bit text, UTF-8 here, or 1 for UTF-16LE). The bytes are not trusted. Any thread.
 #pragma once
 
@@ -12,8 +12,8 @@
 
 namespace platform {
 
-// The text of a message as it is stored, escapes and all, without the zeros that pad its entry;
-// nothing when the table does not hold it or is damaged there.
+// The stored text of a message, with its escapes and without the padding nulls of its entry.
+// Nothing when the table does not hold the message or is damaged at that entry.
 std::optional<std::wstring> FindMessage(std::span<const std::byte> table, DWORD messageId);
 
 }  // namespace platform

@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A loaded module. `library` is null for the executable and for modules of the layer itself.
+// A loaded module. `library_` is null for the executable and for modules of the layer.
 class Module final : public Object {
  public:
   Module(std::wstring name, fs::path path) : name_(std::move(name)), path_(std::move(path)) {}
@@ -47,7 +47,7 @@ class Module final : public Object {
   ExportTable exports_;
 };
 
-// The symbol has to be the library's own: dlsym also finds those of what the library stands on.
+// Only the library's own symbols count: dlsym also finds those of the libraries it depends on.
 FARPROC Module::Find(const char* name) const {
   if (library_ == nullptr) {
     const auto found = exports_.find(std::string_view(name));
@@ -64,8 +64,8 @@ FARPROC Module::Find(const char* name) const {
   return reinterpret_cast<FARPROC>(symbol);
 }
 
-// Everything below is guarded by one mutex, which is not held while a library is loaded or
-// unloaded, for that runs code of the library.
+// All members are guarded by the mutex. It is not held while a library is loaded or unloaded,
+// because that runs code of the library.
 struct ModuleList {
   std::mutex mutex;
   std::map<std::wstring, ExportTable> builtIn = LayerModules();  // by lower-case name
@@ -78,7 +78,7 @@ ModuleList& List() {
   return list;
 }
 
-// Names compare without case, and one without a suffix is that of a ".dll".
+// The file's name in lower case, with ".dll" added when it has no extension.
 std::wstring ModuleName(std::wstring_view fileName) {
   std::wstring name = LowerName(fileName.substr(fileName.find_last_of(L"\\/") + 1));
   if (name.find(L'.') == std::wstring::npos) return name + L".dll";
@@ -100,7 +100,8 @@ std::shared_ptr<Module> FindModule(HMODULE handle) {
   return Resolve<Module>(HandleKind::kModule, handle);
 }
 
-// Null when no such module is loaded; else counts one more reference if `reference` says so.
+// The loaded module of that name, with one reference more when `reference` is true. Null when it is
+// not loaded.
 HMODULE FindLoaded(const std::wstring& name, bool reference) {
   ModuleList& list = List();
   const std::lock_guard lock(list.mutex);
@@ -110,7 +111,7 @@ HMODULE FindLoaded(const std::wstring& name, bool reference) {
   return found->second;
 }
 
-// Puts a module into the list, unless another thread has just done the same.
+// Adds a module to the list. When another thread has already added it, that one is referenced.
 HMODULE AddLoaded(std::shared_ptr<Module> module) {
   ModuleList& list = List();
   const std::lock_guard lock(list.mutex);
@@ -156,7 +157,7 @@ std::shared_ptr<Module> OpenLibrary(std::wstring_view fileName, DWORD& error) {
   return module;
 }
 
-// A file of that stem with the suffix ".so"; as the caller wrote it, else in whatever case.
+// A file of that stem with the extension ".so": the exact name first, else one in any case.
 fs::path FindInFolder(const fs::path& folder, const std::wstring& stem) {
   std::error_code error;
   fs::path exact = folder / (Utf8(stem) + ".so");
@@ -194,7 +195,7 @@ fs::path ExecutablePath() {
   static const fs::path& path = *new fs::path([] {
     std::error_code error;
     std::string target = fs::read_symlink("/proc/self/exe", error).string();
-    // The kernel says so of a program whose file has been replaced while it runs.
+    // The kernel appends this when the program's file has been replaced while it runs.
     constexpr std::string_view kDeleted = " (deleted)";
     if (target.ends_with(kDeleted)) target.resize(target.size() - kDeleted.size());
     return target;
@@ -264,7 +265,7 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) try {
     ::SetLastError(ERROR_INVALID_HANDLE);
     return nullptr;
   }
-  // A number instead of a name asks by ordinal, which only modules of the layer have.
+  // A number instead of a name is an ordinal, which only modules of the layer have.
   const std::string ordinal = "#" + std::to_string(LOWORD(reinterpret_cast<ULONG_PTR>(name)));
   const FARPROC address = found->Find(IS_INTRESOURCE(name) ? ordinal.c_str() : name);
   if (address == nullptr) ::SetLastError(ERROR_PROC_NOT_FOUND);
@@ -298,7 +299,7 @@ DWORD WINAPI GetModuleFileNameW(HMODULE module, LPWSTR fileName, DWORD character
   }
   ::SetLastError(ERROR_INSUFFICIENT_BUFFER);
   if (characters == 0) return 0;
-  // A name that does not fit is cut, and the buffer's size is the answer.
+  // A path that does not fit is truncated, and the buffer's size is returned.
   std::ranges::copy_n(path.begin(), static_cast<std::ptrdiff_t>(characters - 1), fileName);
   fileName[characters - 1] = L'\0';
   return characters;

@@ -23,7 +23,7 @@ namespace {
 
 class Mutex;
 
-// The mutexes that the calling thread owns; those it still owns when it ends are abandoned.
+// The mutexes that the calling thread owns. Those that it still owns when it exits are abandoned.
 class OwnedMutexes {
  public:
   OwnedMutexes() = default;
@@ -35,7 +35,7 @@ class OwnedMutexes {
   void Remove(const std::shared_ptr<Mutex>& mutex);
 
  private:
-  // Weak: a mutex whose last handle is closed is gone, owned or not.
+  // Weak: closing the last handle destroys a mutex even when a thread owns it.
   std::vector<std::weak_ptr<Mutex>> mutexes_;
 };
 
@@ -43,12 +43,12 @@ thread_local OwnedMutexes ownedMutexes;
 
 class Mutex final : public Waitable, public std::enable_shared_from_this<Mutex> {
  public:
-  // The file of a named mutex, which other processes see as long as it is open.
+  // `name` is the locked file of a named mutex, which exists for other processes while it is open.
   explicit Mutex(FileDescriptor name = {}) : name_(std::move(name)) {}
 
   DWORD Wait(const Deadline& deadline) override;
-  bool Release();  // false when the caller does not own it
-  void TakeNew();  // the creator's
+  bool Release();     // false when the caller does not own it
+  void AcquireNew();  // for CreateMutexW: the calling thread owns the new mutex
   void Abandon();
 
  private:
@@ -106,7 +106,7 @@ bool Mutex::Release() {
   return true;
 }
 
-void Mutex::TakeNew() {
+void Mutex::AcquireNew() {
   const std::lock_guard lock(mutex_);
   owner_ = ::GetCurrentThreadId();
   depth_ = 1;
@@ -125,8 +125,8 @@ void Mutex::FreeLocked() {
   freed_.notify_one();
 }
 
-// A file name made of a mutex's name: letters and digits as they are, everything else in
-// hexadecimal. Names differ in case.
+// The file name for a mutex's name: letters and digits as they are, every other byte as "%" and two
+// hexadecimal digits. Case-sensitive.
 std::string ObjectFileName(std::wstring_view name) {
   std::string fileName;
   for (const char each : Utf8(name)) {
@@ -141,7 +141,7 @@ std::string ObjectFileName(std::wstring_view name) {
   return fileName;
 }
 
-// The name without its namespace may not hold a backslash.
+// After "Global\" or "Local\" the name may not contain a backslash.
 DWORD CheckName(std::wstring_view name) {
   for (const std::wstring_view space : {L"Global\\", L"Local\\"}) {
     if (name.starts_with(space)) name.remove_prefix(space.size());
@@ -151,8 +151,9 @@ DWORD CheckName(std::wstring_view name) {
   return ObjectFileName(name).size() + 16 > kMaximumFileName ? ERROR_INVALID_NAME : NO_ERROR;
 }
 
-// A lock of the open file description (F_OFD_...), not of the process: two handles of one process
-// see each other as those of two do. It ends with whoever has the file open, killed or not.
+// Locks the open file description (F_OFD_...), not the process: two handles in one process conflict
+// like those of two processes. The kernel releases the lock when the file is closed, also when the
+// process is killed.
 bool Lock(const FileDescriptor& file, int command, short type) {
   struct flock lock {};
   lock.l_type = type;
@@ -165,8 +166,8 @@ bool Lock(const FileDescriptor& file, int command, short type) {
   return result == 0;
 }
 
-// Opens the file of that name and keeps it locked, shared with everybody who has it. `existed`
-// tells whether somebody had it before.
+// Opens the file of that name with a shared lock, which lasts while the file is open. `existed` is
+// set when another handle holds the lock.
 DWORD OpenNamed(std::wstring_view name, FileDescriptor& file, bool& existed) {
   const DWORD error = CheckName(name);
   if (error != NO_ERROR) return error;
@@ -202,7 +203,7 @@ HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES security, BOOL initialOwner, LP
   ::SetLastError(error != NO_ERROR ? error : existed ? ERROR_ALREADY_EXISTS : NO_ERROR);
   if (error != NO_ERROR) return nullptr;
   auto mutex = std::make_shared<platform::Mutex>(std::move(file));
-  if (initialOwner != FALSE && !existed) mutex->TakeNew();
+  if (initialOwner != FALSE && !existed) mutex->AcquireNew();
   return platform::Handles().Insert(platform::HandleKind::kMutex, std::move(mutex));
 } catch (...) {
   return platform::FailedCall<HANDLE>(nullptr);

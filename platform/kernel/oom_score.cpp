@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-constexpr int kPassedOver = -1000;
+constexpr int kExempt = -1000;
 constexpr int kStep = 100;
 
 bool Write(const std::string& process, int score) {
@@ -23,8 +23,9 @@ bool Write(const std::string& process, int score) {
 }  // namespace
 
 void SpareFromOomKiller() {
-  // Only with the right to it may a process go below what somebody with that right has set.
-  for (int score = kPassedOver; score <= 0; score += kStep) {
+  // Without CAP_SYS_RESOURCE a process cannot go below the lowest score that a process with that
+  // capability has set.
+  for (int score = kExempt; score <= 0; score += kStep) {
     if (Write("self", score)) return;
   }
 }

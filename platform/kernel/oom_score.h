@@ -1,15 +1,16 @@
-// Whom the kernel's out-of-memory killer takes first when the machine has none left. Any thread.
+// The priority of processes for the kernel's out-of-memory killer (proc(5), oom_score_adj). Any
+// thread.
 #pragma once
 
 #include <sys/types.h>
 
 namespace platform {
 
-// Has this process passed over, or as far down as it may be without the right to that. Processes
-// that it starts inherit it.
+// Exempts this process, or lowers its score as far as its rights permit. Child processes inherit
+// the score.
 void SpareFromOomKiller();
 
-// Makes a process that this one has started as likely a victim as any other.
+// Resets the score of a child process to the default.
 void ExposeToOomKiller(pid_t process);
 
 }  // namespace platform

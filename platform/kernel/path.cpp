@@ -16,15 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void MakeRoot(const fs::path& root) {
+void CreateRoot(const fs::path& root) {
   std::error_code error;
   fs::create_directories(root.parent_path(), error);
-  // Only a folder that is made here gets the mode; one that exists keeps its owner's choice.
+  // Only a folder that is created here gets the mode; an existing one keeps its own.
   ::mkdir(root.c_str(), 0700);
 }
 
-// Once for each folder that is refused.
-void Refuse(const fs::path& root, const std::string& reason) {
+// Logs the refusal, but not again for the folder that was refused last.
+void LogRefusal(const fs::path& root, const std::string& reason) {
   static std::mutex mutex;
   static fs::path& refused = *new fs::path;
   const std::lock_guard lock(mutex);
@@ -34,17 +34,17 @@ void Refuse(const fs::path& root, const std::string& reason) {
           "; it is not used");
 }
 
-// The services' programs and drivers are named below the root folder, and the environment may be
-// that of a user who is to gain nothing by it. A folder that is missing is made where nobody else
-// could make it too, and judged as it then is.
-bool MakeTrustedRoot(const fs::path& root) {
+// A privileged process starts the programs and drivers below the root folder, and its environment
+// may come from an unprivileged user. So the folder must be trusted. A missing folder is created
+// only below trusted folders, and is then judged itself.
+bool CreateTrustedRoot(const fs::path& root) {
   std::string reason;
   DWORD error = JudgePath(root, reason);
   if (error == ERROR_FILE_NOT_FOUND) {
-    MakeRoot(root);
+    CreateRoot(root);
     error = JudgePath(root, reason);
   }
-  if (error != NO_ERROR) Refuse(root, reason);
+  if (error != NO_ERROR) LogRefusal(root, reason);
   return error == NO_ERROR;
 }
 
@@ -66,12 +66,12 @@ std::filesystem::path RootFolder() {
   const char* chosen = std::getenv("WIN_ROOT");
   if (chosen != nullptr && *chosen != '\0') {
     if (!IsPrivileged()) {
-      MakeRoot(chosen);
+      CreateRoot(chosen);
       return chosen;
     }
-    if (MakeTrustedRoot(chosen)) return chosen;
+    if (CreateTrustedRoot(chosen)) return chosen;
   }
-  MakeRoot(WIN_ROOT_DEFAULT);
+  CreateRoot(WIN_ROOT_DEFAULT);
   return WIN_ROOT_DEFAULT;
 }
 

@@ -1,4 +1,5 @@
-// Paths of Linux as the API shows them: separators are backslashes, there is no drive letter.
+// Linux paths as the API shows them: separators are backslashes, and there is no drive letter. Any
+// thread.
 #pragma once
 
 #include <filesystem>
@@ -10,10 +11,10 @@ namespace platform {
 std::filesystem::path PosixPath(std::wstring_view windowsPath);
 std::wstring WindowsPath(const std::filesystem::path& path);
 
-// The folder of the layer's state: the environment variable WIN_ROOT, else the folder fixed at
-// build time. Made, with mode 0700, when it is missing. A privileged process takes the variable
-// only when nobody else can write to that folder or replace it. Read afresh at every call, so that
-// each test can have a root of its own.
+// The root folder, which holds the layer's state: the environment variable WIN_ROOT, else the
+// folder fixed at build time. Created with mode 0700 when it is missing. A privileged process uses
+// the variable only when the folder is trusted (trusted_path.h). The variable is read at every
+// call, so that each test can have its own root folder.
 std::filesystem::path RootFolder();
 
 }  // namespace platform

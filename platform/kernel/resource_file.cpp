@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-// The header's fields around type and name, which are numbers here and texts elsewhere.
+// The parts of RESOURCEHEADER. Type and name are numbers here; as strings they are not supported.
 struct HeaderSizes {
   std::uint32_t data;
   std::uint32_t header;
@@ -47,7 +47,7 @@ std::vector<Resource> ReadResourceFile(ByteView file) {
     const ByteView data = file.subspan(offset + sizes->header, sizes->data);
     if (!HasNumbers(*identity)) {
       LogLine("a compiled resource that has no number is left out");
-    } else if (identity->type != 0) {  // the file's first header says nothing but its form
+    } else if (identity->type != 0) {  // the file's first header is an empty marker
       resources.push_back({identity->type, identity->name, identity->language, data});
     }
     offset += AlignedTo4(sizes->header + sizes->data);

@@ -1,5 +1,5 @@
 // Reads a file of compiled resources (.res), as the resource compiler writes it: for each resource
-// RESOURCEHEADER and then its bytes, both at multiples of four. Any thread.
+// a RESOURCEHEADER and then its bytes, both aligned to four bytes. Any thread.
 #pragma once
 
 #include <vector>
@@ -9,8 +9,8 @@
 
 namespace platform {
 
-// The resources in the file's order; they refer to its bytes. Those that have a name or type in
-// words are passed over, and what follows a damaged header is, each with a log line.
+// The resources in the file's order. They refer to the file's bytes. A resource whose name or type
+// is a string is skipped; reading stops at a damaged header. Both are logged.
 std::vector<Resource> ReadResourceFile(ByteView file);
 
 }  // namespace platform

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-// Filled before main runs, from constructors of other files, so made at first use.
+// Filled by constructors of static objects in other files, so created at first use.
 std::vector<Resource>& AllResources() {
   static std::vector<Resource>& resources = *new std::vector<Resource>;
   return resources;

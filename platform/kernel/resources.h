@@ -1,5 +1,5 @@
-// Resources that are linked into the executable: bytes by type, name and language. Read-only after
-// start; any thread.
+// The resources that are linked into the executable: bytes by type, name and language. Read-only
+// once main runs; then any thread.
 #pragma once
 
 #include <windef.h>
@@ -18,20 +18,20 @@ struct Resource {
   std::span<const std::byte> data;
 };
 
-// Called before main runs. What the resources refer to must live for the whole process. The order
-// of the calls is the order of enumeration.
+// To be called before main runs. The bytes must live as long as the process. The order of the calls
+// is the order of enumeration.
 void RegisterResources(std::span<const Resource> resources);
 
-// Every language of one resource, in resource order.
+// Every language of one resource, in the order of enumeration.
 std::vector<LANGID> ResourceLanguages(std::uint16_t type, std::uint16_t name);
 
 // The bytes of one resource in exactly this language; empty when there is none.
 std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name,
                                              LANGID language);
 
-// The same in the language that suits the system: without a language, in that of its interface, in
-// that without a country, else the first there is. Empty, with ERROR_RESOURCE_TYPE_NOT_FOUND or
-// ERROR_RESOURCE_NAME_NOT_FOUND as the last error, when there is none.
+// The same in the best language. In this order: language-neutral, the system's UI language, its
+// primary language, the first one registered. Empty when there is none, with the last error
+// ERROR_RESOURCE_TYPE_NOT_FOUND or ERROR_RESOURCE_NAME_NOT_FOUND.
 std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t name);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// A function that may be put in the place of what the machine does: empty as a rule, set by the
-// simulated machine. Any thread.
+// Holds a function that replaces what the machine does. Empty unless the simulated machine has set
+// one. Any thread.
 #pragma once
 
 #include <mutex>
@@ -15,7 +15,7 @@ class Seam {
     function_ = std::move(function);
   }
 
-  // A copy, so that the function is called without the lock and may be exchanged meanwhile.
+  // A copy, so that the function is called without the lock and may be replaced meanwhile.
   Function Get() const {
     const std::lock_guard lock(mutex_);
     return function_;

@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-// A thread as its handle shows it: suspended until it is resumed, signalled when it has ended.
+// The object of a thread handle; signalled when the thread has exited.
 class Thread final : public Waitable {
  public:
   Thread(_beginthreadex_proc_type entry, void* argument, bool suspended)
@@ -25,13 +25,13 @@ class Thread final : public Waitable {
 
   DWORD Wait(const Deadline& deadline) override;
 
-  // Zero when it was not suspended.
+  // The previous suspend count: 1, or 0 when the thread was not suspended.
   DWORD Resume();
 
-  // The creator's: waits until the thread has told its identifier.
+  // For the creating thread: waits for the new thread's identifier and returns it.
   DWORD AwaitId();
 
-  // The thread's own.
+  // For the thread itself.
   void Begin();
   void RunEntry() { entry_(argument_); }
   void End();
@@ -82,8 +82,8 @@ void Thread::End() {
   changed_.notify_all();
 }
 
-// Signals the handle when the thread is really over: it is the first thread-local object of its
-// thread and so the last to go, after everything that the thread's code left there.
+// Signals the handle when the thread exits. It is the first thread-local object of its thread, so
+// it is destroyed last, after those that the thread's code has created.
 struct ThreadEnd {
   std::shared_ptr<Thread> thread;
   ThreadEnd() = default;
@@ -121,14 +121,14 @@ int StartThread(std::shared_ptr<Thread> thread, unsigned stackBytes) {
   return error;
 }
 
-// Asked of the kernel once: every message that is sent asks whose thread the window's is.
+// Cached: sending a message compares it with the thread of the window.
 thread_local DWORD currentThreadId = 0;
 
-// The thread that a child process begins with is another one.
-void NoteCurrentThread() {
-  static const int forgetsInChildren =
+// Caches the identifier. After fork it is reset: the child's thread has another one.
+void CacheCurrentThreadId() {
+  static const int resetInChildren =
       ::pthread_atfork(nullptr, nullptr, [] { currentThreadId = 0; });
-  static_cast<void>(forgetsInChildren);
+  static_cast<void>(resetInChildren);
   currentThreadId = static_cast<DWORD>(::gettid());
 }
 
@@ -162,7 +162,7 @@ std::uintptr_t _beginthreadex(void*, unsigned stackBytes, _beginthreadex_proc_ty
 }
 
 DWORD WINAPI GetCurrentThreadId() {
-  if (platform::currentThreadId == 0) platform::NoteCurrentThread();
+  if (platform::currentThreadId == 0) platform::CacheCurrentThreadId();
   return platform::currentThreadId;
 }
 

@@ -21,7 +21,7 @@ void WINAPI GetLocalTime(LPSYSTEMTIME time) try {
   time->wDay = static_cast<WORD>(fields.tm_mday);
   time->wHour = static_cast<WORD>(fields.tm_hour);
   time->wMinute = static_cast<WORD>(fields.tm_min);
-  // A leap second, which some time zone files know, has no place in the API.
+  // SYSTEMTIME has no leap seconds, which some time zone files have.
   time->wSecond = static_cast<WORD>(fields.tm_sec > 59 ? 59 : fields.tm_sec);
   time->wMilliseconds = static_cast<WORD>(std::chrono::floor<milliseconds>(now - whole).count());
 } catch (...) {

@@ -20,34 +20,34 @@ namespace fs = std::filesystem;
 
 constexpr int kMostLinks = 40;  // as many as the kernel follows
 
-// In a user namespace, all owners that have no number there show as one, and root is among them:
-// its files carry no other sign. A process that lives there has no rights over the machine, only
-// those of whoever made the namespace.
-bool IsNamelessOwner(uid_t user) {
-  uid_t nameless = 65534;
-  std::ifstream("/proc/sys/kernel/overflowuid") >> nameless;
+// Whether the owner has no number in this process's user namespace. All such owners appear as the
+// overflow user, root among them, and are indistinguishable. They are trusted: a process in the
+// namespace has no rights over the machine, only those of the user that created the namespace.
+bool IsUnmappedOwner(uid_t user) {
+  uid_t overflowUser = 65534;
+  std::ifstream("/proc/sys/kernel/overflowuid") >> overflowUser;
   std::ifstream map("/proc/self/uid_map");
-  if (user != nameless || !map.is_open()) return false;
+  if (user != overflowUser || !map.is_open()) return false;
   std::uint64_t inside = 0;
   std::uint64_t outside = 0;
   std::uint64_t count = 0;
   while (map >> inside >> outside >> count) {
-    if (user >= inside && user - inside < count) return false;  // somebody's own number
+    if (user >= inside && user - inside < count) return false;  // a mapped user's own number
   }
   return true;
 }
 
 bool IsTrustedUser(uid_t user) {
-  return user == 0 || (!IsPrivileged() && user == ::geteuid()) || IsNamelessOwner(user);
+  return user == 0 || (!IsPrivileged() && user == ::geteuid()) || IsUnmappedOwner(user);
 }
 
 bool IsTrustedGroup(gid_t group) {
   return group == 0 || (!IsPrivileged() && group == ::getegid());
 }
 
-// Empty when only trusted users can write to it or replace its contents. A link has no contents
-// that could be written: its folder says who can replace it.
-std::string WhoElseWrites(const struct stat& status) {
+// Why users that are not trusted can write to the file or replace its contents; empty when they
+// cannot. The mode of a link is ignored: the folder that contains it decides who can replace it.
+std::string UntrustedWriter(const struct stat& status) {
   if (!IsTrustedUser(status.st_uid)) return "belongs to user " + std::to_string(status.st_uid);
   if (S_ISLNK(status.st_mode)) return {};
   if ((status.st_mode & S_IWOTH) != 0) return "can be written by everybody";
@@ -57,7 +57,7 @@ std::string WhoElseWrites(const struct stat& status) {
   return {};
 }
 
-// Walks from the root folder, so that nothing is looked at below what is not trusted.
+// Walks down from "/", so that nothing below an untrusted folder is examined.
 class PathWalk {
  public:
   explicit PathWalk(const fs::path& path) : left_(path.begin(), path.end()) {}
@@ -66,47 +66,47 @@ class PathWalk {
     struct stat status {};
     while (!left_.empty()) {
       if (!Enter()) continue;
-      if (::lstat(place_.c_str(), &status) != 0) return ErrorFromErrno(errno);
+      if (::lstat(current_.c_str(), &status) != 0) return ErrorFromErrno(errno);
       const bool entriesAreSafe = S_ISDIR(status.st_mode) && (status.st_mode & S_ISVTX) != 0 &&
                                   IsTrustedUser(status.st_uid);
       if (!entriesAreSafe && !IsTrusted(status, reason)) return ERROR_ACCESS_DENIED;
       if (S_ISLNK(status.st_mode) && !Follow()) return ERROR_PATH_NOT_FOUND;
     }
-    if (::lstat(place_.c_str(), &status) != 0) return ErrorFromErrno(errno);
+    if (::lstat(current_.c_str(), &status) != 0) return ErrorFromErrno(errno);
     return IsTrusted(status, reason) ? NO_ERROR : ERROR_ACCESS_DENIED;
   }
 
  private:
-  // Takes one name; whether that leads to a place that was not judged before.
+  // Consumes one name. True when the path has become one that was not judged before.
   bool Enter() {
     const fs::path name = std::move(left_.front());
     left_.pop_front();
     if (name.empty() || name == ".") return false;
     if (name == "..") {
-      place_ = place_.parent_path();
+      current_ = current_.parent_path();
       return false;
     }
-    place_ /= name;  // the root folder's replaces what stands before it
+    current_ /= name;  // the name "/" replaces the path
     return true;
   }
 
   bool Follow() {
     std::error_code error;
-    const fs::path target = fs::read_symlink(place_, error);
+    const fs::path target = fs::read_symlink(current_, error);
     if (error || ++links_ > kMostLinks) return false;
-    place_ = place_.parent_path();
+    current_ = current_.parent_path();
     left_.insert(left_.begin(), target.begin(), target.end());
     return true;
   }
 
   bool IsTrusted(const struct stat& status, std::string& reason) const {
-    const std::string other = WhoElseWrites(status);
-    if (!other.empty()) reason = place_.string() + ' ' + other;
+    const std::string other = UntrustedWriter(status);
+    if (!other.empty()) reason = current_.string() + ' ' + other;
     return other.empty();
   }
 
   std::list<fs::path> left_;
-  fs::path place_;
+  fs::path current_;
   int links_ = 0;
 };
 

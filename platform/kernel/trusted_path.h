@@ -1,7 +1,7 @@
-// Who can change what lies at a path. What this process loads, starts and follows acts with its
-// rights, so nobody may be able to change it who has not got these rights anyway: root, and for an
-// unprivileged process its own user. Such a path stays what it was when it was judged, until one of
-// those changes it. Any thread.
+// Whether a path is trusted: only trusted users can write to it or replace it. Trusted are root
+// and, for an unprivileged process, its own user. The files that this process loads and starts get
+// its rights, so they must be trusted. A trusted path can be used after the check: only a trusted
+// user can have changed it meanwhile. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -12,18 +12,20 @@
 
 namespace platform {
 
-// Whether the process acts with more rights than whoever started it may have: as root, or through
-// rights that its file gives it.
+// Whether the process may have more rights than the user that started it: it runs as root, or its
+// file is set-user-ID or has capabilities (AT_SECURE).
 bool IsPrivileged();
 
 // Judges the file or folder, every folder above it, and every link on the way with the folders
-// above it. 0; ERROR_ACCESS_DENIED, with which of them and whose it is in `reason`; or why it
-// cannot be looked at: ERROR_FILE_NOT_FOUND when there is nothing, and what is there of it is
-// trusted. A folder with the sticky bit, such as /tmp, may be above: its entries are safe from
-// strangers.
+// above the link. 0: trusted. ERROR_ACCESS_DENIED: not trusted, and `reason` names the path and its
+// owner or group; an empty `reason` means that the path cannot be examined. ERROR_FILE_NOT_FOUND:
+// the path does not exist, and what exists of it is trusted. Other errors: the path cannot be
+// examined. A folder above may have the sticky bit, as /tmp has: other users cannot replace its
+// entries.
 DWORD JudgePath(const std::filesystem::path& path, std::string& reason);
 
-// The same with a line in the log, begun with `what` wants the file, when it is not trusted.
+// The same, with a line in the log when the path is not trusted. The line begins with `what`, the
+// operation that needs the file.
 DWORD RequireTrusted(const std::filesystem::path& path, std::string_view what);
 
 }  // namespace platform

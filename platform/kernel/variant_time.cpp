@@ -31,8 +31,8 @@ void StoreTimeOfDay(long seconds, SYSTEMTIME& time) {
 extern "C" {
 
 int WINAPI SystemTimeToVariantTime(LPSYSTEMTIME time, DATE* date) {
-  // Only days are mended: day 0 is the last one before the month, and days up to 31 that the month
-  // does not have are the first ones after it.
+  // Only days are normalized: day 0 is the last day of the month before, and a day up to 31 that
+  // the month does not have lies in the month after.
   if (time->wMonth < 1 || time->wMonth > 12 || time->wDay > 31 || !IsTimeOfDay(*time)) return FALSE;
   if (time->wYear < 100 || time->wYear > 9999) return FALSE;
   const sys_days monthStart{std::chrono::year{time->wYear} / time->wMonth / 1};

@@ -1,4 +1,4 @@
-// What WaitForSingleObject waits for: an object that becomes signalled. Any thread.
+// The objects that WaitForSingleObject waits for, and the end of a wait. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -12,12 +12,12 @@
 
 namespace platform {
 
-// A point on the current clock until which a wait lasts; INFINITE never comes.
+// When a wait times out, on the current clock; never for INFINITE.
 class Deadline {
  public:
   explicit Deadline(DWORD milliseconds);
   bool HasCome() const;
-  // What is left, a day at most: a wait may always return early and look again.
+  // The time left, a day at most: the waiting thread then checks again.
   std::chrono::milliseconds Left() const;
 
  private:
@@ -26,8 +26,8 @@ class Deadline {
 
 class Waitable : public Object {
  public:
-  // WAIT_OBJECT_0, WAIT_ABANDONED, WAIT_TIMEOUT or, with the last error set, WAIT_FAILED. Takes
-  // what a satisfied wait takes.
+  // WAIT_OBJECT_0, WAIT_ABANDONED, WAIT_TIMEOUT or, with the last error set, WAIT_FAILED. A wait
+  // that succeeds changes the object's state as Win32 documents: it acquires a mutex.
   virtual DWORD Wait(const Deadline& deadline) = 0;
 };
 

@@ -1,5 +1,5 @@
-// GetAdaptersInfo and GetPerAdapterInfo: structures that point at further ones behind them in the
-// caller's buffer.
+// GetAdaptersInfo and GetPerAdapterInfo. The structures point to further ones, which follow them in
+// the caller's buffer.
 #include <iphlpapi.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-// Cuts the text to the field, which ends in a null.
+// Truncates the text to the field, which ends with a null.
 template <std::size_t kSize>
 void SetText(char (&field)[kSize], std::string_view text) {
   const std::size_t length = std::min(text.size(), kSize - 1);
@@ -23,7 +23,7 @@ void SetText(char (&field)[kSize], std::string_view text) {
   field[length] = '\0';
 }
 
-// Addresses beyond the first of each list, which stands in the structure itself.
+// Allocates the second and later addresses of each list; the first is part of the structure.
 class FurtherAddresses {
  public:
   explicit FurtherAddresses(void* first) : next_(static_cast<IP_ADDR_STRING*>(first)) {}
@@ -55,7 +55,7 @@ std::vector<AddressAndMask> WithoutMask(const std::vector<std::string>& addresse
   return result;
 }
 
-// An adapter without addresses or gateways has one that is all zero.
+// A list without addresses has the single entry 0.0.0.0.
 std::vector<AddressAndMask> OrZero(std::vector<AddressAndMask> addresses) {
   if (addresses.empty()) addresses.push_back({"0.0.0.0", "0.0.0.0"});
   return addresses;

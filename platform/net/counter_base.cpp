@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-// Where containers come and go, so do links with names that never return.
+// A limit, since containers create and remove links with ever new names.
 constexpr std::size_t kMostNames = 1024;
 
 constexpr std::uint64_t InterfaceCounters::*kCounters[] = {
@@ -19,8 +19,8 @@ InterfaceCounters Sum(const InterfaceCounters& left, const InterfaceCounters& ri
   return sum;
 }
 
-// The same link as before. A counter that fell has begun anew, and it alone: of some cards only one
-// of them has so few bits that it wraps.
+// A new reading of the same link. A counter that decreased has started anew, but not the others: on
+// some cards a single counter has so few bits that it wraps.
 void Follow(const InterfaceCounters& counters, InterfaceCounters& last, InterfaceCounters& base) {
   for (const auto each : kCounters) {
     if (counters.*each < last.*each) base.*each += last.*each;
@@ -31,61 +31,62 @@ void Follow(const InterfaceCounters& counters, InterfaceCounters& last, Interfac
 }  // namespace
 
 InterfaceCounters CounterBase::Read(const LinkReading& reading) {
-  if (known_.size() >= kMostNames && !known_.contains(reading.name)) ForgetOldest();
-  const auto [entry, isNew] = known_.try_emplace(reading.name);
-  Known& known = entry->second;
-  if (!isNew && (known.index != reading.index || known.wentAs != 0)) {
-    known.base = Sum(known.base, known.last);
-    known.last = {};
+  if (links_.size() >= kMostNames && !links_.contains(reading.name)) EvictOldest();
+  const auto [entry, isNew] = links_.try_emplace(reading.name);
+  Tracked& tracked = entry->second;
+  if (!isNew && (tracked.index != reading.index || tracked.removal != 0)) {
+    tracked.base = Sum(tracked.base, tracked.last);
+    tracked.last = {};
   }
-  known.index = reading.index;
-  known.wentAs = 0;
-  Follow(reading.counters, known.last, known.base);
-  return Sum(known.base, known.last);
+  tracked.index = reading.index;
+  tracked.removal = 0;
+  Follow(reading.counters, tracked.last, tracked.base);
+  return Sum(tracked.base, tracked.last);
 }
 
 void CounterBase::Came(const LinkReading& reading) {
-  const auto found = known_.find(reading.name);
-  if (found == known_.end()) return;
-  Known& known = found->second;
-  if (known.index == reading.index && known.wentAs == 0) {
-    Follow(reading.counters, known.last, known.base);
+  const auto found = links_.find(reading.name);
+  if (found == links_.end()) return;
+  Tracked& tracked = found->second;
+  if (tracked.index == reading.index && tracked.removal == 0) {
+    Follow(reading.counters, tracked.last, tracked.base);
     return;
   }
-  // The sum stays as it was. The base may be less than 0 then, which the next sum makes good.
+  // The sum stays the same. The base may wrap below 0; adding the counters wraps it back.
   for (const auto each : kCounters)
-    known.base.*each += known.last.*each - reading.counters.*each;
-  known.last = reading.counters;
-  known.index = reading.index;
-  known.wentAs = 0;
+    tracked.base.*each += tracked.last.*each - reading.counters.*each;
+  tracked.last = reading.counters;
+  tracked.index = reading.index;
+  tracked.removal = 0;
 }
 
 void CounterBase::Went(const LinkReading& last) {
-  const auto found = known_.find(last.name);
-  if (found == known_.end()) return;
+  const auto found = links_.find(last.name);
+  if (found == links_.end()) return;
   Read(last);
-  MarkGone(found->second);
+  MarkRemoved(found->second);
 }
 
 void CounterBase::Missed(std::wstring_view name) {
-  const auto found = known_.find(name);
-  if (found != known_.end()) MarkGone(found->second);
+  const auto found = links_.find(name);
+  if (found != links_.end()) MarkRemoved(found->second);
 }
 
 InterfaceCounters CounterBase::Latest(const LinkReading& reading) const {
-  const auto found = known_.find(reading.name);
-  if (found == known_.end()) return reading.counters;
+  const auto found = links_.find(reading.name);
+  if (found == links_.end()) return reading.counters;
   return Sum(found->second.base, found->second.last);
 }
 
-void CounterBase::MarkGone(Known& known) {
-  if (known.wentAs == 0) known.wentAs = ++gone_;
+void CounterBase::MarkRemoved(Tracked& tracked) {
+  if (tracked.removal == 0) tracked.removal = ++removals_;
 }
 
-void CounterBase::ForgetOldest() {
-  const auto order = [](const auto& each) { return each.second.wentAs - 1; };  // 0 becomes the last
-  const auto oldest = std::ranges::min_element(known_, {}, order);
-  if (oldest->second.wentAs != 0) known_.erase(oldest);
+void CounterBase::EvictOldest() {
+  // The removal 0 wraps and sorts last.
+  const auto order = [](const auto& each) { return each.second.removal - 1; };
+  const auto oldest = std::ranges::min_element(links_, {}, order);
+  if (oldest->second.removal != 0) links_.erase(oldest);
 }
 
 }  // namespace platform

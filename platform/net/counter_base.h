@@ -1,8 +1,8 @@
-// The counters of links by name, such that they never fall: a card that was pulled and put back
-// begins at 0, but what it had counted before was counted. For each name there is a base that is
-// added to what the link itself tells, and which grows by the last reading when the link begins
-// anew. Each process has its own. Whoever owns it lets in one thread at a time and tells it of
-// readings and of what happened to links in the order in which it happened.
+// Counters of links by name that never decrease. The kernel's counters of a link start at 0 when a
+// card is removed and inserted again. So each name has a base, which is added to the link's own
+// counters; when the link starts anew, the base grows by the last reading. Each process has its own
+// bases. Not synchronized: the owner calls from one thread at a time, and reports readings and
+// changes of links in the order in which they happened.
 #pragma once
 
 #include <cstddef>
@@ -23,36 +23,37 @@ struct LinkReading {
 
 class CounterBase {
  public:
-  // A link was asked: its counters over all of its lives. One that has the name for the first time
-  // begins with what it tells. Of a later one of which nobody has told that it came, all counts.
+  // A link was read. Returns its counters, including those of earlier links of that name. The first
+  // link of a name starts with its own counters. A later link whose arrival was not reported to
+  // Came counts from 0.
   InterfaceCounters Read(const LinkReading& reading);
 
-  // A link came, or changed, and stands at these counters. What it has counted before it got the
-  // name (elsewhere, or under another name) does not count. Names that nobody has read are passed
-  // over, here and below.
+  // A link appeared or changed, with these counters. What it counted before it got the name (in
+  // another namespace, or under another name) is not added. Here and below, names that were never
+  // read are ignored.
   void Came(const LinkReading& reading);
 
-  // A link went, and that was its last moment.
+  // A link was removed, with these last counters.
   void Went(const LinkReading& last);
-  // There is no link of that name.
+  // A reading found no link of that name.
   void Missed(std::wstring_view name);
 
-  // The counters as far as they are known; those of the reading itself for a name never read.
+  // The counters up to the last reading or report; those in `reading` for a name never read.
   InterfaceCounters Latest(const LinkReading& reading) const;
 
  private:
-  struct Known {
+  struct Tracked {
     std::uint32_t index = 0;
     InterfaceCounters last;
     InterfaceCounters base;
-    std::uint64_t wentAs = 0;  // the number of its going; 0: it is there
+    std::uint64_t removal = 0;  // the removal's number; 0: the link exists
   };
 
-  void MarkGone(Known& known);
-  void ForgetOldest();
+  void MarkRemoved(Tracked& tracked);
+  void EvictOldest();
 
-  std::map<std::wstring, Known, std::less<>> known_;
-  std::uint64_t gone_ = 0;  // how often any has gone
+  std::map<std::wstring, Tracked, std::less<>> links_;
+  std::uint64_t removals_ = 0;  // the number of removals so far
 };
 
 }  // namespace platform

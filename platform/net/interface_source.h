@@ -1,6 +1,6 @@
-// What the machine's network interfaces are and have counted. Linux answers through rtnetlink; the
-// simulated machine answers from data. Everything of the net family and the registry's network-card
-// keys is made from it. Any thread.
+// The machine's network interfaces and their counters: from rtnetlink, or from the data of the
+// simulated machine. The net family and the registry's network-card keys are built on it. Any
+// thread.
 #pragma once
 
 #include <windef.h>
@@ -28,9 +28,9 @@ struct InterfaceCounters {
 struct NetworkInterface {
   std::uint32_t index = 0;
   std::wstring name;         // the kernel's name, which is the service name of the card
-  std::wstring description;  // for people
+  std::wstring description;  // to be displayed
   std::vector<BYTE> physicalAddress;
-  std::uint32_t type = 6;  // as MIB_IFROW counts types; 6 is Ethernet
+  std::uint32_t type = 6;  // as in MIB_IFROW; 6 is Ethernet
   std::uint32_t mtu = 1500;
   std::uint64_t bitsPerSecond = 0;
   bool up = false;
@@ -46,17 +46,17 @@ class InterfaceSource {
  public:
   virtual ~InterfaceSource() = default;
 
-  // All interfaces; cards first in the order in which they are to be offered (the one with the
-  // default route before the others).
+  // All interfaces, cards first. Cards are in the order in which a program shall offer them: the
+  // one with the default route comes first.
   virtual std::vector<NetworkInterface> List() = 0;
 
-  // Fresh counters of one interface; nothing when there is no such interface.
+  // The current counters of one interface; nothing when it does not exist or cannot be read.
   virtual std::optional<InterfaceCounters> Counters(std::wstring_view name) = 0;
 };
 
 InterfaceSource& CurrentInterfaces();
 
-// Puts another source in place, or the kernel's with null; the caller keeps it alive.
+// Sets another source; null: the kernel's. The caller keeps it alive.
 void SetInterfaceSource(InterfaceSource* source);
 
 }  // namespace platform

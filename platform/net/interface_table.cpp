@@ -1,4 +1,5 @@
-// GetIfTable and GetIfEntry. Octet and packet counters are the low 32 bits of the interface's own.
+// GetIfTable and GetIfEntry. Octet and packet counters are the low 32 bits of the interface's
+// counters.
 #include <iphlpapi.h>
 
 #include <algorithm>

@@ -20,12 +20,12 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kDumpBytes = 32 * 1024;  // the largest piece of a dump
-constexpr std::size_t kAnswerBytes = 16 * 1024;
+constexpr std::size_t kReplyBytes = 16 * 1024;
 constexpr std::size_t kRequestBytes = 128;
-constexpr int kTries = 5;               // of a reading that changes happened to
+constexpr int kTries = 5;               // of a reading that notices disturb
 constexpr std::size_t kNameBytes = 16;  // of an interface, with its null
 
-// A request with room for its header and one attribute.
+// A request with space for its header and one attribute.
 template <class Header>
 class Request {
  public:
@@ -71,8 +71,8 @@ bool IsOfferedBefore(const Link& left, const Link& right) {
 
 }  // namespace
 
-// A reading that is older than a notice which was counted before it would look like a counter that
-// fell.
+// A reading must not be older than a notice that was counted before it: the counters would seem to
+// decrease.
 bool LinuxInterfaces::ReadUndisturbed(const std::function<bool()>& read) {
   notices_.Take(counted_);
   for (int i = 0; i < kTries; ++i) {
@@ -122,17 +122,17 @@ std::optional<InterfaceCounters> LinuxInterfaces::Counters(std::wstring_view nam
   const std::string narrow = Utf8(name);
   if (narrow.empty() || narrow.size() >= kNameBytes) return std::nullopt;
   const std::lock_guard lock(mutex_);
-  std::array<char, kAnswerBytes> buffer;
+  std::array<char, kReplyBytes> buffer;
   std::optional<LinkReading> reading;
   bool isMissing = false;
   const bool undisturbed = ReadUndisturbed([&] {
     Request<ifinfomsg> request(RTM_GETLINK);
     ::mnl_attr_put_strz(&request.Message(), IFLA_IFNAME, narrow.c_str());
     reading.reset();
-    const bool answered = socket_.AskOne(
+    const bool succeeded = socket_.AskOne(
         request.Message(), buffer, [&](const nlmsghdr& message) { reading = ReadingOf(message); });
-    isMissing = !answered && errno == ENODEV;
-    return answered || isMissing;
+    isMissing = !succeeded && errno == ENODEV;
+    return succeeded || isMissing;
   });
   if (isMissing) counted_.Missed(name);
   if (!reading) return std::nullopt;

@@ -1,5 +1,6 @@
-// The kernel's interfaces, read through rtnetlink alone, so that it works in any network namespace
-// and without /sys. Their counters go on when a card is pulled and put back. Any thread.
+// The kernel's interfaces, read through rtnetlink alone, so that they can be read in any network
+// namespace and without /sys. Counters continue when a card is removed and inserted again. Any
+// thread.
 #pragma once
 
 #include <functional>
@@ -14,19 +15,20 @@ namespace platform {
 
 class LinuxInterfaces final : public InterfaceSource {
  public:
-  // Empty when the kernel does not answer, with a line in the log.
+  // Empty, with a line in the log, when the interfaces cannot be read.
   std::vector<NetworkInterface> List() override;
 
-  // One request and one answer, and what was told of links since the last look; no other work.
+  // Costs one request, one reply and reading the waiting notices.
   std::optional<InterfaceCounters> Counters(std::wstring_view name) override;
 
  private:
-  // Reads until nothing has happened to links meanwhile, a few times at most; whether so.
+  // Repeats `read`, a few times at most, until it succeeds without a notice arriving meanwhile.
+  // True when that was so.
   bool ReadUndisturbed(const std::function<bool()>& read);
   InterfaceCounters Counted(const LinkReading& reading, bool undisturbed);
 
   NetlinkSocket socket_{NETLINK_ROUTE};
-  std::mutex mutex_;  // over a reading and its counting: what is read first is counted first
+  std::mutex mutex_;  // held while reading and counting, so that readings are counted in order
   LinkNotices notices_;
   CounterBase counted_;
 };

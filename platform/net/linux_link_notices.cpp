@@ -17,10 +17,10 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kNoticeBytes = 32 * 1024;
-// Room for some hundred links to come and go between two looks.
+// Holds the notices of some hundred links between two calls of Take.
 constexpr int kWaitingBytes = 2 * 1024 * 1024;
 
-void Note(const nlmsghdr& message, CounterBase& counted) {
+void Report(const nlmsghdr& message, CounterBase& counted) {
   const std::optional<LinkReading> reading = ReadingOf(message);
   if (!reading) return;
   if (message.nlmsg_type == RTM_DELLINK) {
@@ -47,19 +47,19 @@ std::optional<LinkReading> ReadingOf(const nlmsghdr& message) {
 
 bool LinkNotices::Take(CounterBase& counted) {
   if (!Open()) return false;
-  bool told = false;
+  bool received = false;
   std::array<char, kNoticeBytes> buffer;
   for (;;) {
     const ssize_t length = ::mnl_socket_recvfrom(socket_.get(), buffer.data(), buffer.size());
-    // ENOBUFS: more was told than there is room for. The rest still waits; of the links whose
-    // notices were lost, the counters go on from their last reading.
+    // ENOBUFS: the buffer overflowed and notices were lost; the others still wait. The counters of
+    // the links concerned continue from their last reading.
     if (length < 0 && (errno == EINTR || errno == ENOBUFS)) continue;
-    if (length <= 0) return told;
-    told = true;
+    if (length <= 0) return received;
+    received = true;
     int left = static_cast<int>(length);
     const auto* message = reinterpret_cast<const nlmsghdr*>(buffer.data());
     for (; ::mnl_nlmsg_ok(message, left); message = ::mnl_nlmsg_next(message, &left))
-      Note(*message, counted);
+      Report(*message, counted);
   }
 }
 
@@ -72,10 +72,10 @@ bool LinkNotices::Open() {
       ::setsockopt(file, SOL_SOCKET, SO_RCVBUF, &kWaitingBytes, sizeof kWaitingBytes);
     return true;
   }
-  if (!complained_) {
+  if (!errorLogged_) {
     LogLine(std::string("the kernel does not tell of links that go: ") + std::strerror(errno));
   }
-  complained_ = true;
+  errorLogged_ = true;
   return false;
 }
 

@@ -1,5 +1,6 @@
-// What the kernel tells of links that come, change and go, with their counters at that moment. The
-// notices wait in a socket until they are taken; so no thread is needed. One thread at a time.
+// The kernel's notices of links that are added, changed and removed, with their counters at that
+// moment. The notices wait in a socket until Take is called, so no thread is needed. One thread at
+// a time.
 #pragma once
 
 #include <optional>
@@ -9,22 +10,22 @@
 
 namespace platform {
 
-// The name, index and counters that a message about a link holds; nothing when it tells of
-// something else, such as a link's part in a bridge.
+// The name, index and counters of a link, from a message. Nothing when the message is about
+// something else, such as a bridge port.
 std::optional<LinkReading> ReadingOf(const nlmsghdr& message);
 
 class LinkNotices {
  public:
-  // Brings the counters up to date with everything that was told since the last call. The first
-  // call opens the socket, in the network namespace of the calling thread; what happened before is
-  // not told. Whether anything was told.
+  // Reports to `counted` every notice since the last call. True when there was one. The first call
+  // opens the socket, in the network namespace of the calling thread; there are no notices of
+  // earlier changes.
   bool Take(CounterBase& counted);
 
  private:
   bool Open();
 
   NetlinkSocketPointer socket_;
-  bool complained_ = false;
+  bool errorLogged_ = false;
 };
 
 }  // namespace platform

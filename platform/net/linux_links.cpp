@@ -43,7 +43,7 @@ std::string MaskText(unsigned prefixBits) {
   return AddressText(&network);
 }
 
-// As the interface table counts types.
+// Interface types of MIB_IFROW.
 constexpr std::uint32_t kOther = 1;
 constexpr std::uint32_t kEthernet = 6;
 constexpr std::uint32_t kPpp = 23;
@@ -65,14 +65,14 @@ std::uint32_t TypeOf(const ifinfomsg& header) {
   }
 }
 
-// Hardware has no kind: that is the name of the driver which makes virtual links.
+// `kind` is the driver of a virtual link; empty for hardware.
 Nature NatureOf(std::uint32_t type, std::string_view kind, bool enslaved) {
   if (type == kLoopback || type == kOther) return Nature::kNoCard;
   if (enslaved || kind == "ifb" || kind == "dummy") return Nature::kPartOfAnother;
   return kind.empty() ? Nature::kPhysical : Nature::kVirtual;
 }
 
-// An alias is what the administrator calls the interface.
+// The alias that the administrator gave the interface, else a text made of its kind and name.
 std::wstring DescriptionOf(std::uint32_t type, const std::string& name, const std::string& alias,
                            std::string_view kind) {
   if (!alias.empty()) return Wide(alias);
@@ -111,7 +111,7 @@ Link ReadLink(const nlmsghdr& message) {
   return link;
 }
 
-// An address with an end to its life was leased.
+// An address with a limited lifetime counts as leased by DHCP.
 bool IsLeased(const NetlinkAttributes& attributes) {
   if (attributes[IFA_CACHEINFO] == nullptr) return false;
   ifa_cacheinfo cache{};

@@ -1,4 +1,5 @@
-// The kernel's links with their addresses and routes, put together from the messages of rtnetlink.
+// The kernel's links with their addresses and routes, assembled from the messages of rtnetlink. Any
+// thread.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,7 @@
 
 namespace platform {
 
-// In which order cards are offered, apart from the one with the default route.
+// The order of cards, after the one with the default route.
 enum class Nature { kPhysical, kVirtual, kPartOfAnother, kNoCard };
 
 struct Link {
@@ -25,8 +26,8 @@ using Links = std::map<std::uint32_t, Link>;  // by index
 // The counters of an IFLA_STATS64 attribute; zero without one.
 InterfaceCounters CountersOf(const nlattr* attribute);
 
-// One answer of RTM_GETLINK, RTM_GETADDR and RTM_GETROUTE each. Addresses and routes of IPv4 alone,
-// since the tables that are made of them know no others; those of unknown links are passed over.
+// Each takes one reply to RTM_GETLINK, RTM_GETADDR or RTM_GETROUTE. Only IPv4 addresses and routes
+// are added, since the tables built from them have no others. Those of unknown links are ignored.
 void AddLink(Links& links, const nlmsghdr& message);
 void AddAddress(Links& links, const nlmsghdr& message);
 void AddDefaultRoute(Links& links, const nlmsghdr& message);

@@ -29,8 +29,8 @@ std::vector<std::string> MachineNameServers() {
   const auto onThisMachine = [](const std::string& each) { return each.starts_with("127."); };
   if (!servers.empty() && std::ranges::all_of(servers, onThisMachine)) {
     std::ifstream upstream("/run/systemd/resolve/resolv.conf");
-    std::vector<std::string> asked = ReadNameServers(upstream);
-    if (!asked.empty()) return asked;
+    std::vector<std::string> upstreamServers = ReadNameServers(upstream);
+    if (!upstreamServers.empty()) return upstreamServers;
   }
   return servers;
 }

@@ -57,7 +57,7 @@ bool NetlinkSocket::Ask(nlmsghdr& request, std::uint16_t flags, std::span<char> 
   }
   if (progress == Progress::kDone) return true;
   const int error = errno;
-  // Answers of a request that was given up must not be taken for those of the next.
+  // Late replies to a failed request must not be read as replies to the next one.
   if (error != ENODEV) socket_.reset();
   errno = error;
   return false;
@@ -75,8 +75,8 @@ NetlinkSocket::Progress NetlinkSocket::Read(std::span<const char> datagram, std:
     }
     if (message->nlmsg_type == NLMSG_DONE) return Progress::kDone;
     if (message->nlmsg_type == NLMSG_ERROR) {
-      const auto* answer = static_cast<const nlmsgerr*>(::mnl_nlmsg_get_payload(message));
-      errno = -answer->error;
+      const auto* reply = static_cast<const nlmsgerr*>(::mnl_nlmsg_get_payload(message));
+      errno = -reply->error;
       return Progress::kFailed;
     }
     handler(*message);

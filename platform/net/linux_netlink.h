@@ -1,5 +1,6 @@
-// A netlink socket: one request, all of its answers. The socket is opened when it is first needed,
-// in the network namespace of the thread that asks, and kept. Any thread; one request at a time.
+// A netlink socket that sends a request and reads its replies. The socket is opened at the first
+// request, in the network namespace of the calling thread, and kept. Any thread; one request at a
+// time.
 #pragma once
 
 #include <libmnl/libmnl.h>
@@ -12,7 +13,7 @@
 
 namespace platform {
 
-// The attributes that follow a message's header, or stand inside another attribute, by their type.
+// The attributes after a message's header, or nested in another attribute, by type.
 class NetlinkAttributes {
  public:
   NetlinkAttributes(const nlmsghdr& message, std::size_t headerBytes);
@@ -33,8 +34,9 @@ struct NetlinkSocketCloser {
 };
 using NetlinkSocketPointer = std::unique_ptr<mnl_socket, NetlinkSocketCloser>;
 
-// Of a bus (NETLINK_ROUTE, ...) and some of its multicast groups, with flags of socket(2) besides
-// SOCK_CLOEXEC. Null, with errno set, when the kernel has no such bus.
+// Opens a socket of a bus (NETLINK_ROUTE, ...), bound to multicast groups of the bus. `flags` are
+// added to SOCK_CLOEXEC (socket(2)). Null with errno set on failure, as when the kernel has no such
+// bus.
 NetlinkSocketPointer OpenNetlink(int bus, unsigned groups = 0, int flags = 0);
 
 class NetlinkSocket {
@@ -43,9 +45,10 @@ class NetlinkSocket {
 
   explicit NetlinkSocket(int bus) : bus_(bus) {}
 
-  // Sends the request (its sequence number and flags are set here) and hands every answer to the
-  // handler, which must not ask again. `buffer` holds the largest answer. False, with errno set,
-  // when the kernel refuses, cannot be reached, or has changed what it was dumping.
+  // Sends the request, with sequence number and flags set here, and calls the handler for the one
+  // reply (AskOne) or for every reply of a dump (AskAll). The handler must not send a request.
+  // `buffer` must hold the largest reply. False with errno set when the kernel refuses or cannot be
+  // reached, or when the dumped data changed meanwhile.
   bool AskOne(nlmsghdr& request, std::span<char> buffer, const Handler& handler);
   bool AskAll(nlmsghdr& request, std::span<char> buffer, const Handler& handler);
 

@@ -1,6 +1,6 @@
-// Tries to reach the desktop that the environment names. Standard input is a socket: it gets one
-// byte when that worked, and the program ends when the other side closes it. What Qt has to say
-// about a failure goes to standard error.
+// Tries to connect to the desktop that the environment names. Standard input is a socket: it
+// receives one byte when the connection succeeded, and the program ends when the other end closes
+// the socket. Qt's messages about a failure go to standard error.
 #include <unistd.h>
 
 #include <QApplication>
@@ -9,8 +9,8 @@
 
 namespace {
 
-// A display server that does not answer counts as none.
-constexpr unsigned kPatienceSeconds = 5;
+// A display server that does not reply in this time counts as absent.
+constexpr unsigned kTimeoutSeconds = 5;
 
 void FailOnFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
   if (type != QtFatalMsg) return;
@@ -21,7 +21,7 @@ void FailOnFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QS
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  ::alarm(kPatienceSeconds);
+  ::alarm(kTimeoutSeconds);
   qInstallMessageHandler(FailOnFatal);
   const QApplication application(argc, argv);
   char word = 1;

@@ -1,5 +1,6 @@
-// The toolkit's application, which sees the events of every widget. (Its event filters would not
-// do: they work on the thread alone that used the toolkit first.) Lives on the window thread.
+// The toolkit's application object. It overrides notify() to see the events of every widget: an
+// event filter on the application works only on the first thread that used the toolkit. Lives on
+// the window thread.
 #pragma once
 
 #include <QApplication>
@@ -11,7 +12,7 @@ namespace platform {
 
 class QtApplication final : public QApplication {
  public:
-  // All of it lives as long as the application.
+  // The arguments and the watch must outlive the application.
   QtApplication(int& argumentCount, char** arguments, QtDisplayWatch& watch)
       : QApplication(argumentCount, arguments), watch_(watch) {}
 
@@ -25,7 +26,7 @@ class QtApplication final : public QApplication {
     return QApplication::notify(receiver, event);
   }
 
-  // The layer's windows take no drops, whatever the toolkit's fields would.
+  // Drops are never accepted, not even by the toolkit's edit fields.
   static bool IsDrag(QEvent::Type type) {
     return type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::Drop;
   }

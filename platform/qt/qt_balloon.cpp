@@ -22,13 +22,13 @@ constexpr int kWidestText = 320;
 constexpr int kIconSize = 16;
 constexpr int kMargin = 10;
 constexpr int kGap = 8;
-// From the icon's edge, and from that of the screen.
+// The distance from the icon and from the edges of the screen.
 constexpr int kDistance = 4;
 
 // Words longer than this may be broken anywhere.
 constexpr int kLongestWord = 24;
 
-// Words that do not fit into a line would be cut off at its end.
+// Inserts zero-width spaces into long words: the label would cut off a word wider than a line.
 QString Breakable(const std::wstring& text) {
   constexpr QChar kBreak(0x200B);
   QString breakable;
@@ -41,7 +41,7 @@ QString Breakable(const std::wstring& text) {
   return breakable;
 }
 
-QStyle::StandardPixmap PictureOf(DWORD icon) {
+QStyle::StandardPixmap StandardIconOf(DWORD icon) {
   switch (icon) {
     case NIIF_WARNING:
       return QStyle::SP_MessageBoxWarning;
@@ -52,11 +52,12 @@ QStyle::StandardPixmap PictureOf(DWORD icon) {
   }
 }
 
-// The upper left corner that puts the balloon above or below the icon, on the same screen.
+// Returns the upper left corner that puts the balloon above or below the icon, on the icon's
+// screen.
 QPoint PositionNextTo(const QRect& icon, QSize size) {
   const QScreen* screen = QGuiApplication::screenAt(icon.center());
   if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  const QRect room =
+  const QRect available =
       screen->availableGeometry().adjusted(kDistance, kDistance, -kDistance, -kDistance);
   const bool isAbove = icon.center().y() > screen->geometry().center().y();
   const int wantedTop =
@@ -65,8 +66,8 @@ QPoint PositionNextTo(const QRect& icon, QSize size) {
   const auto within = [](int wanted, int first, int last) {
     return std::max(first, std::min(wanted, last));
   };
-  return {within(wantedLeft, room.left(), room.right() + 1 - size.width()),
-          within(wantedTop, room.top(), room.bottom() + 1 - size.height())};
+  return {within(wantedLeft, available.left(), available.right() + 1 - size.width()),
+          within(wantedTop, available.top(), available.bottom() + 1 - size.height())};
 }
 
 class BalloonWidget final : public QWidget {
@@ -96,7 +97,7 @@ class BalloonWidget final : public QWidget {
   QLabel* Icon(DWORD icon) {
     auto* label = new QLabel(this);
     label->setPixmap(style()
-                         ->standardIcon(PictureOf(icon))
+                         ->standardIcon(StandardIconOf(icon))
                          .pixmap(QSize(kIconSize, kIconSize), devicePixelRatio()));
     return label;
   }

@@ -1,5 +1,5 @@
-// A balloon next to an icon of the notification area: a bold title with its icon, the text under
-// it, a button that closes it. Lives on the window thread.
+// A balloon next to an icon of the notification area: a bold title with its icon, the text below, a
+// close button. Lives on the window thread.
 #pragma once
 
 #include <QPointer>
@@ -17,8 +17,8 @@ enum class BalloonEnd { kClicked, kClosed, kTimedOut };
 
 class QtBalloon final {
  public:
-  // Shows it. It does not take the keyboard. `onEnd` is called once, and may end the object; it is
-  // not called when the object ends before.
+  // Shows the balloon without taking the focus. `onEnd` is called once and may destroy the object.
+  // It is not called when the object is destroyed first.
   QtBalloon(const TrayBalloon& balloon, const QRect& icon, std::function<void(BalloonEnd)> onEnd);
   ~QtBalloon();
   QtBalloon(const QtBalloon&) = delete;

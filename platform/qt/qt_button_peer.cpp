@@ -1,5 +1,6 @@
-// Buttons: Qt's, except that their state changes only when the control says so, and that arrow keys
-// move nothing: in dialogs these are taken before, elsewhere they have no meaning.
+// Buttons as Qt widgets. Unlike Qt's own buttons, they change their state only when the control
+// sets it, and arrow keys do not move the focus: in dialogs the dialog handles arrow keys first,
+// elsewhere they have no meaning.
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QEvent>
@@ -66,7 +67,7 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
     if (!IsInDialog(*button_)) button_->setShortcut({});
   }
   void SetChecked(bool checked) override {
-    // Which button of a group is checked is for the control to know, not for the group.
+    // The control decides which button of a group is checked, not Qt's group.
     QButtonGroup* group = button_->group();
     if (group != nullptr) group->setExclusive(false);
     button_->setChecked(checked);
@@ -79,7 +80,7 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
  private:
   QPushButton* Push() const { return qobject_cast<QPushButton*>(button_.data()); }
 
-  // The group is for Tab.
+  // Qt's group is used only for Tab, which visits one radio button of a group.
   void JoinGroup(ButtonPeer* sameGroup) {
     const auto* other = qobject_cast<QAbstractButton*>(WidgetOf(sameGroup));
     QButtonGroup* group = other != nullptr ? other->group() : nullptr;
@@ -90,8 +91,8 @@ class QtButtonPeer final : public QtControlPeer<ButtonPeer> {
   QPointer<QAbstractButton> button_;
 };
 
-// A group box whose title stands in its frame's upper line, where templates count on it: the
-// style's own has the title above the frame, and the frame smaller.
+// A group box with its title in the upper line of its frame, as dialog templates expect. The style
+// would draw the title above a smaller frame.
 class Frame final : public QGroupBox {
  public:
   explicit Frame(QWidget* parent) : QGroupBox(parent) {

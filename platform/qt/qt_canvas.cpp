@@ -26,7 +26,8 @@ QPainter::CompositionMode ModeOf(RasterOperation operation) {
   return QPainter::CompositionMode_Source;
 }
 
-// The same pixels, not copied as those of an image that is painted on otherwise are.
+// A second QImage on the same pixels. A plain copy would be detached, since the image is being
+// painted on.
 QImage ViewOf(const QImage& image) {
   QImage view(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
               image.format());
@@ -34,15 +35,16 @@ QImage ViewOf(const QImage& image) {
   return view;
 }
 
-std::optional<COLORREF> ReadPixel(const QImage& pixels, POINT place) {
+std::optional<COLORREF> ReadPixel(const QImage& pixels, POINT position) {
   const double ratio = pixels.devicePixelRatio();
-  const QPoint at(qFloor((place.x + 0.5) * ratio), qFloor((place.y + 0.5) * ratio));
+  const QPoint at(qFloor((position.x + 0.5) * ratio), qFloor((position.y + 0.5) * ratio));
   if (!pixels.valid(at)) return std::nullopt;
   const QRgb pixel = pixels.pixel(at);
   return static_cast<COLORREF>(qRed(pixel) | qGreen(pixel) << 8 | qBlue(pixel) << 16);
 }
 
-// The one to be made smaller the least, since small pictures made larger are blurred.
+// Returns the smallest image that is large enough, else the largest one: enlarged images are
+// blurred.
 const Image* BestImage(const IconImages& icon, double pixels) {
   const Image* best = nullptr;
   for (const Image& each : icon.images) {
@@ -130,17 +132,17 @@ bool QtCanvas::CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) 
   const double ratio = pixels->devicePixelRatio();
   const QRectF target(QtRect(area));
   const QRectF from(QPointF(sourcePosition.x, sourcePosition.y) * ratio, target.size() * ratio);
-  // What is copied within one image may lie over what it is copied to.
+  // Within one image, source and target may overlap.
   const QImage origin = pixels == pixels_ ? ViewOf(*pixels).copy() : ViewOf(*pixels);
   painter_.drawImage(target, origin, from);
   return true;
 }
 
-std::optional<COLORREF> QtCanvas::PixelAt(POINT place) {
+std::optional<COLORREF> QtCanvas::PixelAt(POINT position) {
   if (pixels_ == nullptr) return std::nullopt;
   const bool isClipped =
-      painter_.hasClipping() && !painter_.clipRegion().contains(QPoint(place.x, place.y));
-  return isClipped ? std::nullopt : ReadPixel(*pixels_, place);
+      painter_.hasClipping() && !painter_.clipRegion().contains(QPoint(position.x, position.y));
+  return isClipped ? std::nullopt : ReadPixel(*pixels_, position);
 }
 
 const QImage* PixelsOf(const Canvas& canvas) {

@@ -1,4 +1,4 @@
-// Canvases of Qt: whatever a painter paints on (a widget or a menu inside its paint event), and
+// Canvases of Qt: one for any active painter (of a widget or a menu during its paint event), and
 // bitmaps in memory. Used on the window thread.
 #pragma once
 
@@ -10,13 +10,13 @@
 
 namespace platform {
 
-// Draws with a painter of the caller's, whose origin is that of the window or item, for as long as
-// that is active. Its clipping holds; whatever else is set on it is left as it was, but for the
+// Draws with the caller's painter, which must be active. Its origin is that of the window or item.
+// The painter's clipping is respected. All its other settings are left as they were, except the
 // pen.
 class QtCanvas : public Canvas {
  public:
-  // The pixels are those of the image that the painter paints on, to be read back; null: they
-  // cannot be read.
+  // `pixels` is the image that the painter paints on, for reading pixels back. Null: they cannot be
+  // read.
   explicit QtCanvas(QPainter& painter, const QImage* pixels = nullptr)
       : painter_(painter), pixels_(pixels) {}
 
@@ -27,8 +27,8 @@ class QtCanvas : public Canvas {
   void DrawIcon(const IconImages& icon, const RECT& area) override;
   void DrawPicture(const Image& image, const RECT& area) override;
   bool CopyFrom(Canvas& source, const RECT& area, POINT sourcePosition) override;
-  // Nothing outside of the clipping.
-  std::optional<COLORREF> PixelAt(POINT place) override;
+  // Null outside of the clipping, too.
+  std::optional<COLORREF> PixelAt(POINT position) override;
 
   const QImage* Pixels() const { return pixels_; }
 
@@ -39,12 +39,13 @@ class QtCanvas : public Canvas {
   const QImage* pixels_;
 };
 
-// What stands on a canvas; null when that cannot be read.
+// The pixels of a canvas; null when they cannot be read.
 const QImage* PixelsOf(const Canvas& canvas);
-// The icon at its nominal size on a screen of so many pixels for one of the layer's.
+// The icon at its nominal size. The ratio is screen pixels per pixel of the layer.
 QPixmap PixmapOf(const IconImages& icon, double pixelRatio);
 
-// A picture with a painter on it that stays active, since beginning takes longer than most drawing.
+// An image with a painter that stays active, because QPainter::begin takes longer than most
+// drawing.
 struct QtPaintedImage {
   QtPaintedImage(SIZE size, double pixelRatio);
 
@@ -52,8 +53,8 @@ struct QtPaintedImage {
   QPainter painter;
 };
 
-// Pixels in memory, as many to the inch as the screen has, so that text on them is as sharp as on a
-// window. Black at first.
+// A bitmap in memory at the screen's resolution, so that text on it is as sharp as in a window.
+// Black at first.
 class QtMemoryCanvas final : private QtPaintedImage, public QtCanvas {
  public:
   QtMemoryCanvas(SIZE size, double pixelRatio)

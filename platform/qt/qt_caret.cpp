@@ -9,10 +9,10 @@ QtCaret::QtCaret(QWidget& window) : window_(window) {
   QObject::connect(&timer_, &QTimer::timeout, &window, [this] { Blink(); });
 }
 
-void QtCaret::Set(const std::optional<QRect>& place) {
+void QtCaret::Set(const std::optional<QRect>& bounds) {
   Update();
-  place_ = place;
-  isLit_ = place.has_value();
+  bounds_ = bounds;
+  isLit_ = bounds.has_value();
   Update();
   if (isLit_) {
     timer_.start();
@@ -24,10 +24,10 @@ void QtCaret::Set(const std::optional<QRect>& place) {
 void QtCaret::Paint(QPainter& painter, const QImage& shown) const {
   if (!isLit_) return;
   const double ratio = shown.devicePixelRatio();
-  const QRectF pixels(QPointF(place_->topLeft()) * ratio, QSizeF(place_->size()) * ratio);
+  const QRectF pixels(QPointF(bounds_->topLeft()) * ratio, QSizeF(bounds_->size()) * ratio);
   QImage inverted = shown.copy(pixels.toAlignedRect() & shown.rect());
   inverted.invertPixels();
-  painter.drawImage(place_->topLeft(), inverted);
+  painter.drawImage(bounds_->topLeft(), inverted);
 }
 
 void QtCaret::Blink() {
@@ -36,7 +36,7 @@ void QtCaret::Blink() {
 }
 
 void QtCaret::Update() {
-  if (place_.has_value()) window_.update(*place_);
+  if (bounds_.has_value()) window_.update(*bounds_);
 }
 
 }  // namespace platform

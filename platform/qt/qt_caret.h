@@ -1,5 +1,5 @@
-// The caret of a window: a rectangle that inverts what the window shows, and then does not, by
-// turns. Used on the window thread.
+// The caret of a window: a rectangle that blinks by inverting the window's pixels. Used on the
+// window thread.
 #pragma once
 
 #include <QImage>
@@ -14,9 +14,9 @@ class QtCaret {
  public:
   explicit QtCaret(QWidget& window);
 
-  // It shows at once; nothing: there is none.
-  void Set(const std::optional<QRect>& place);
-  // Over what the window shows, which these are the pixels of.
+  // Moves the caret and shows it at once. Null: no caret.
+  void Set(const std::optional<QRect>& bounds);
+  // Paints the caret over the window. `shown` holds the pixels that the window shows.
   void Paint(QPainter& painter, const QImage& shown) const;
 
  private:
@@ -25,7 +25,7 @@ class QtCaret {
 
   QWidget& window_;
   QTimer timer_;
-  std::optional<QRect> place_;
+  std::optional<QRect> bounds_;
   bool isLit_ = false;
 };
 

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// Everything that the picture depends on.
+// All parameters that determine the image.
 struct Kind {
   int side;
   double ratio;
@@ -23,12 +23,12 @@ struct Kind {
   bool operator==(const Kind&) const = default;
 };
 
-struct KnownBox {
+struct CachedBox {
   Kind kind;
   QImage image;
 };
 
-// Ticked and not, of the sizes that are shown at a time.
+// Ticked and unticked boxes of the sizes that are shown at the same time.
 constexpr std::size_t kMostBoxes = 8;
 
 QImage Draw(const Kind& kind) {
@@ -50,8 +50,8 @@ QImage Draw(const Kind& kind) {
 }  // namespace
 
 QImage CheckBoxImage(int side, double ratio, const CheckBoxLook& look) {
-  // A style draws one in some microseconds, and a window may show hundreds of them.
-  static auto& known = *new std::list<KnownBox>;
+  // Cached: a style takes some microseconds to draw a box, and a window may show hundreds of them.
+  static auto& cache = *new std::list<CachedBox>;
   const Kind kind{side,
                   ratio,
                   look.isTicked,
@@ -59,11 +59,11 @@ QImage CheckBoxImage(int side, double ratio, const CheckBoxLook& look) {
                   QApplication::palette().cacheKey(),
                   QApplication::style()};
   const auto found =
-      std::ranges::find_if(known, [&](const KnownBox& each) { return each.kind == kind; });
-  if (found != known.end()) return found->image;
-  if (known.size() == kMostBoxes) known.pop_back();
-  known.push_front({kind, Draw(kind)});
-  return known.front().image;
+      std::ranges::find_if(cache, [&](const CachedBox& each) { return each.kind == kind; });
+  if (found != cache.end()) return found->image;
+  if (cache.size() == kMostBoxes) cache.pop_back();
+  cache.push_front({kind, Draw(kind)});
+  return cache.front().image;
 }
 
 }  // namespace platform

@@ -1,5 +1,4 @@
-// Check boxes as the desktop's style draws them, for windows that paint their own. Used on the
-// window thread.
+// Check boxes in the desktop's style, for windows that paint themselves. Used on the window thread.
 #pragma once
 
 #include <QImage>
@@ -8,8 +7,8 @@
 
 namespace platform {
 
-// A square of that many pixels of 96 to the inch, of which the ratio tells the screen's; what is
-// not of the box is transparent.
+// The side of the square is in pixels of 96 to the inch; the ratio is screen pixels per such pixel.
+// The pixels around the box are transparent.
 QImage CheckBoxImage(int side, double ratio, const CheckBoxLook& look);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Colours of both sides.
+// Converts colours of Win32 to colours of Qt.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Drop-down lists of Qt.
+// Drop-down lists as Qt combo boxes.
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <algorithm>
@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-// What frame and inner space add to a line of text; a box of the usual font is 21 pixels high.
+// The frame and padding around a line of text. A box with the usual font is 21 pixels high.
 constexpr int kFrame = 8;
 constexpr int kLeastHeight = 21;
 constexpr int kFewestItems = 3;
@@ -22,11 +22,11 @@ class QtComboBoxPeer final : public QtControlPeer<ComboBoxPeer> {
                      [&events](int index) { events.OnChosen(index); });
   }
 
-  // The chosen item is the text.
+  // The text is that of the selected item.
   void SetText(const std::wstring& /*text*/) override {}
   void Insert(int index, const std::wstring& text) override {
     box_->insertItem(index, QString::fromStdWString(text));
-    // Qt chooses the first item by itself.
+    // Qt selects the first item that is inserted by itself.
     box_->setCurrentIndex(chosen_);
   }
   void Remove(int index) override { box_->removeItem(index); }

@@ -1,5 +1,5 @@
-// Controls as Qt widgets, each kind made in the source named for it (qt_button_peer.cpp). Lives on
-// the window thread.
+// Controls as Qt widgets. Each kind is created in its own source file, such as qt_button_peer.cpp.
+// Lives on the window thread.
 #pragma once
 
 #include <QObject>
@@ -28,22 +28,22 @@ class QtControlPeers final : public ControlPeers {
                                                  DatePickerEvents& events) override;
 };
 
-// How a control takes the keyboard: all do by a click, those with WS_TABSTOP by Tab too.
+// How a control takes the focus: always by a click, with WS_TABSTOP also by Tab.
 Qt::FocusPolicy FocusPolicyOf(DWORD style);
 
-// A position in a text, in characters of the layer and in units of Qt, which counts the characters
-// beyond U+FFFF twice.
+// Converts a position in a text from the layer's characters to units of Qt and back. Qt counts a
+// character beyond U+FFFF as two units.
 int QtPosition(const QString& text, int position);
 int LayerPosition(const QString& text, int position);
 
-// A peer whose widget tells it things. What it connects with Context() as the receiver is
-// disconnected before the widget ends, which may be long after the peer.
+// A peer that receives signals of its widget. Connections with Context() as the receiver end with
+// the peer; the widget may be destroyed long after it.
 template <class Interface>
 class QtControlPeer : public QtPeer<Interface> {
  protected:
   QtControlPeer(QWidget* widget, const PeerOrigin& origin)
       : QtPeer<Interface>(widget, origin.events) {
-    // Else it would have the shape that the window around it has at the moment.
+    // Without a cursor of its own, the widget would show that of its parent window.
     if (!widget->testAttribute(Qt::WA_SetCursor)) widget->setCursor(Qt::ArrowCursor);
   }
 

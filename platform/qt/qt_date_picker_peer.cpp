@@ -1,4 +1,4 @@
-// Date pickers: Qt's field for a date, with its calendar.
+// Date pickers as Qt's date field with its calendar.
 #include <commctrl.h>
 
 #include <QCalendarWidget>
@@ -18,13 +18,14 @@ QDate QtDate(const PickedDate& date) {
   return {date.year, date.month, date.day};
 }
 
-// The plain locale "C" is American English, as everywhere in the layer.
+// The locale "C" stands for American English, as everywhere in the layer.
 QLocale UserLocale() {
   const QLocale system = QLocale::system();
   return system.language() == QLocale::C ? QLocale("en_US") : system;
 }
 
-// The user's short format, with all digits of the year: two could not be edited.
+// The user's short date format, with four digits of the year: a year of two digits could not be
+// edited.
 QString ShortFormat() {
   QString format = UserLocale().dateFormat(QLocale::ShortFormat);
   if (!format.contains("yyyy")) format.replace("yy", "yyyy");
@@ -57,7 +58,7 @@ class QtDatePickerPeer final : public QtControlPeer<DatePickerPeer> {
     edit->calendarWidget()->setFirstDayOfWeek(UserLocale().firstDayOfWeek());
     edit->calendarWidget()->installEventFilter(&watch_);
     SetCalendarStyle(0);
-    // That of the calendar's year, too.
+    // Includes the year field of the calendar.
     for (QLineEdit* each : edit->findChildren<QLineEdit*>())
       new QtPaste(*each);
     QObject::connect(edit, &QDateEdit::dateChanged, Context(), [&events](QDate date) {

@@ -28,22 +28,24 @@
 namespace platform {
 namespace {
 
-// Qt keeps its record of the thread that made the application until the process ends, and counts on
-// that thread's being the first, which never ends before. An object that stays holds the record.
+// Qt refers to the record of the thread that created the application until the process ends. It
+// assumes that this is the main thread, which lives as long. A QObject that is never deleted keeps
+// the record.
 void KeepThreadRecord() {
   static auto& keepers = *new std::vector<QObject*>;
   keepers.push_back(new QObject);
 }
 
-// Qt's loop over GLib's stays with the thread that ran it first: on X11 the windows of a thread
-// that joins the desktop later are not painted. Qt's own loop has no such trouble.
-bool ForgoGlib() {
+// Turns off Qt's event dispatcher for GLib. It stays bound to the first thread that ran it: on X11
+// the windows of a thread that joins the desktop later would not be painted. Qt's own dispatcher
+// works on any thread.
+bool DisableGlib() {
   return ::qputenv("QT_NO_GLIB", "1");
 }
 
-// Without an address of the session's message bus, the toolkit's library for it would run a program
-// that takes one from the display, where anybody may have put it.
-bool ForgoForeignBus() {
+// Without an address of the session's message bus, the toolkit's D-Bus library would run a program
+// that reads one from the display, where any client can set it.
+bool DisableForeignBus() {
   constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
   if (!qEnvironmentVariableIsEmpty(kAddress)) return false;
   const QByteArray folder = ::qgetenv("XDG_RUNTIME_DIR");
@@ -55,10 +57,10 @@ class QtDesktop final : public DesktopModule,
                         public DialogSide,
                         public TraySide {
  public:
-  // The watch stays the caller's until Own.
+  // The caller owns the watch until it calls Own.
   explicit QtDesktop(QtDisplayWatch& watch) : watch_(watch) {
-    // Qt has taken over the user's locale; a program that reads and writes numbers in the locale
-    // it started with would find its decimal point changed.
+    // Qt sets the user's locale. Programs read and write numbers in the locale that they started
+    // with, so that one is restored.
     std::setlocale(LC_ALL, localeBefore_.c_str());
     QApplication::setQuitOnLastWindowClosed(false);
     KeepThreadRecord();
@@ -91,17 +93,17 @@ class QtDesktop final : public DesktopModule,
   }
 
  private:
-  // Outlives the application, whose end it watches, too.
+  // Outlives the application, because it also watches the application's destruction.
   std::unique_ptr<QtDisplayWatch> ownedWatch_;
   QtDisplayWatch& watch_;
-  // Qt keeps references to these as long as the application lives. The program's name is what
-  // window managers know its windows by.
+  // Qt keeps references to these as long as the application lives. Window managers identify the
+  // program's windows by its name.
   std::string name_ = program_invocation_short_name;
   char* arguments_[2] = {name_.data(), nullptr};
   int argumentCount_ = 1;
   const std::string localeBefore_ = std::setlocale(LC_ALL, nullptr);
-  [[maybe_unused]] const bool withoutGlib_ = ForgoGlib();
-  [[maybe_unused]] const bool withoutForeignBus_ = ForgoForeignBus();
+  [[maybe_unused]] const bool withoutGlib_ = DisableGlib();
+  [[maybe_unused]] const bool withoutForeignBus_ = DisableForeignBus();
   QtApplication application_{argumentCount_, arguments_, watch_};
   const QtResizeGuard resizeGuard_;
   QtEventLoop loop_{watch_};
@@ -117,7 +119,7 @@ std::unique_ptr<DesktopModule> MakeDesktop() {
   auto watch = std::make_unique<QtDisplayWatch>();
   QtDesktop* desktop = nullptr;
   if (!SurvivesJoining([&] { desktop = new QtDesktop(*watch); })) {
-    // Threads of the toolkit may still be reading.
+    // Threads of the toolkit may still be reading from the connection.
     BreakDisplayConnection();
     return nullptr;
   }

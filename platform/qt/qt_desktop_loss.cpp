@@ -17,49 +17,51 @@
 namespace platform {
 namespace {
 
-QtMessageHandler handlerBefore = nullptr;
+QtMessageHandler previousHandler = nullptr;
 
-// Where joining goes on when it has failed. Not by an exception: the calls through which Qt ends
-// the process let none pass, nor do those of C below it.
-sigjmp_buf wayBack;
+// SurvivesJoining returns to this point when joining failed. Not by an exception: neither the calls
+// through which Qt ends the process nor the C code below them let one pass.
+sigjmp_buf joinFailure;
 std::atomic<bool> isJoining = false;
 pthread_t joiningThread;
 
-// Interrupts a connect that waits for the server. Ignored by default, so one that comes late does
-// nothing.
+// The signal that interrupts a connect waiting for the server. Ignored by default, so a late one
+// has no effect.
 constexpr int kInterruption = SIGURG;
 
-// Thrown out of a use of Qt.
+// Thrown out of SurvivesUse's work when the desktop is lost.
 class DesktopBroken {};
 
-// Uses under way, one inside the other. Window thread.
+// The depth of nested SurvivesUse calls. Window thread.
 int uses = 0;
 bool isLost = false;
 
 void LeaveJoining() {
-  if (isJoining && ::pthread_equal(joiningThread, ::pthread_self()) != 0) siglongjmp(wayBack, 1);
+  if (isJoining && ::pthread_equal(joiningThread, ::pthread_self()) != 0)
+    siglongjmp(joinFailure, 1);
 }
 
-// Answers that never came, of which Qt follows some unseen, lie below.
-constexpr std::uintptr_t kEndOfNothing = 4'096;
-struct sigaction faultsBefore {};
+// The end of the null page. Qt dereferences some null replies of a broken connection without a
+// check.
+constexpr std::uintptr_t kNullPageEnd = 4'096;
+struct sigaction previousFaultAction {};
 
 void OnFault(int signal, siginfo_t* fault, void* /*context*/) {
-  if (reinterpret_cast<std::uintptr_t>(fault->si_addr) < kEndOfNothing) LeaveJoining();
-  // It comes again at once, to whoever is told of it then.
-  ::sigaction(signal, &faultsBefore, nullptr);
+  if (reinterpret_cast<std::uintptr_t>(fault->si_addr) < kNullPageEnd) LeaveJoining();
+  // The faulting instruction runs again, now with the previous handler.
+  ::sigaction(signal, &previousFaultAction, nullptr);
 }
 
-// For the time of joining.
+// Handles SIGSEGV while Qt joins the desktop.
 class FaultWatch {
  public:
   FaultWatch() {
     struct sigaction action {};
     action.sa_sigaction = OnFault;
     action.sa_flags = SA_SIGINFO;
-    ::sigaction(SIGSEGV, &action, &faultsBefore);
+    ::sigaction(SIGSEGV, &action, &previousFaultAction);
   }
-  ~FaultWatch() { ::sigaction(SIGSEGV, &faultsBefore, nullptr); }
+  ~FaultWatch() { ::sigaction(SIGSEGV, &previousFaultAction, nullptr); }
   FaultWatch(const FaultWatch&) = delete;
   FaultWatch& operator=(const FaultWatch&) = delete;
 };
@@ -74,13 +76,13 @@ void AllowInterruption() {
   ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
 }
 
-// As the platform plugins of X11 and Wayland word it, directly before they end the process.
+// The messages of the X11 and Wayland platform plugins directly before they end the process.
 bool ReportsEnd(const QString& text) {
   return text.startsWith("The X11 connection broke (") ||
          text.startsWith("The Wayland connection broke");
 }
 
-// As that of X11 words what Xlib has found.
+// The message of the X11 plugin for an error that Xlib reports.
 bool ReportsXlibError(const QString& text) {
   return text.startsWith("The X11 connection broke:");
 }
@@ -95,32 +97,32 @@ void LeaveUse() {
 }
 
 void OnMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  handlerBefore(type, context, text);
+  previousHandler(type, context, text);
   if (type == QtFatalMsg || ReportsEnd(text) || ReportsXlibError(text)) LeaveJoining();
   if (ReportsEnd(text)) LeaveUse();
 }
 
 void WatchMessages() {
   const QtMessageHandler before = qInstallMessageHandler(OnMessage);
-  if (before != OnMessage) handlerBefore = before;
+  if (before != OnMessage) previousHandler = before;
 }
 
-// Null without Xlib.
+// Null when Xlib is not there.
 void* XlibFunction(const char* name) {
   void* library = ::dlopen("libX11.so.6", RTLD_NOW);
   return library != nullptr ? ::dlsym(library, name) : nullptr;
 }
 
-// Xlib, through which Qt opens the display, then goes on to end the process, unless it has an exit
-// handler. Qt soon has a handler of its own, which writes a message and ends it, too.
+// Qt opens the display through Xlib, which ends the process after this handler unless an exit
+// handler is set. Qt later installs an error handler of its own that writes a message and ends the
+// process, too.
 int OnXlibError(void* /*display*/) {
   LeaveJoining();
   return 0;
 }
 
-// Instead of Xlib's ending the process. No call of Xlib can be gone on with after it, and outside
-// of event handling there is nowhere else to go: the thread stays here, so that what other threads
-// do goes on.
+// Called instead of Xlib's exit. It must not return into Xlib. Inside SurvivesUse it throws;
+// elsewhere there is nowhere to return to, so the thread stops here and the other threads go on.
 void OnXlibExit(void* /*display*/, void* /*data*/) {
   LeaveUse();
   for (;;)
@@ -141,7 +143,7 @@ bool SurvivesJoining(const std::function<void()>& work) {
   AllowInterruption();
   const FaultWatch faults;
   joiningThread = ::pthread_self();
-  if (sigsetjmp(wayBack, 1) != 0) {
+  if (sigsetjmp(joinFailure, 1) != 0) {
     isJoining = false;
     return false;
   }

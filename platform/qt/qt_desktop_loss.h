@@ -1,24 +1,25 @@
-// The display server may refuse the program or go while it runs: its user logs off, it crashes, or
-// it is made to. Qt would end the process then, after a message. Nothing of Qt may be expected to
-// work after what is told here. Window thread.
+// Survives the loss of the desktop. The display server may refuse the connection, or close it at
+// any time: the user logs off, the server crashes, or it is shut down. Qt would then end the
+// process after a message. After a failure that is reported here, Qt must not be expected to work.
+// Window thread.
 #pragma once
 
 #include <functional>
 
 namespace platform {
 
-// Runs the work, in which Qt joins the desktop. False when that failed: the work is left where it
-// was, as if it had never come back, with all that it holds.
+// Runs the work, in which Qt joins the desktop. Returns false when joining failed: the work was
+// abandoned without unwinding, and everything it holds leaks.
 bool SurvivesJoining(const std::function<void()>& work);
 
-// Joining that waits for a connection fails. Any thread, while joining is under way.
+// Makes joining fail when it waits for a connection. Any thread, only while joining is under way.
 void InterruptJoining();
 
-// Qt has joined the desktop.
+// Replaces Xlib's error exit. To be called when Qt has joined the desktop.
 void TakeOverXlibErrors();
 
-// Runs the work, in which Qt handles events or calls Xlib, as it does for titles and pointers.
-// False when the desktop is lost: the work was left where it was, or not begun.
+// Runs the work, in which Qt handles events or calls Xlib, as it does to set titles and pointers.
+// Returns false when the desktop is lost: the work was abandoned or did not start.
 bool SurvivesUse(const std::function<void()>& work);
 
 }  // namespace platform

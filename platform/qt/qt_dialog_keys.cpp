@@ -68,7 +68,7 @@ bool IsByUser(const QFocusEvent& event) {
   }
 }
 
-// The window of the widget, or of the one it is a part of.
+// The window of the widget, or of the nearest ancestor that has one.
 HWND HandleOf(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
     const QVariant handle = widget->property(kHandleProperty);
@@ -93,7 +93,8 @@ QtDialogKeys::QtDialogKeys(QWidget& dialog, DialogEvents& events)
 }
 
 bool QtDialogKeys::eventFilter(QObject* watched, QEvent* event) {
-  // A new child is not yet a widget of its kind, but it can be watched.
+  // In ChildAdded the child is not yet fully constructed, but an event filter can be installed on
+  // it.
   if (event->type() == QEvent::ChildAdded) Watch(*static_cast<QChildEvent*>(event)->child());
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (widget == nullptr || widget->window() != &dialog_) return false;
@@ -108,7 +109,7 @@ void QtDialogKeys::Watch(QObject& child) {
   if (child.isWidgetType()) child.installEventFilter(this);
 }
 
-// A key that nobody wanted comes once more for each widget around the one it was for.
+// A key that no widget accepts is sent again to each parent of the focus widget.
 bool QtDialogKeys::OnKey(const QWidget& widget, const QKeyEvent& event) {
   const QWidget* focus = dialog_.focusWidget();
   if (focus != nullptr && &widget != focus) return false;

@@ -1,6 +1,6 @@
-// Looks at the keys of a dialog before its widgets do: those that dialogs understand go to the
-// dialog's window. Watches each widget, since the application's own filters work on the thread
-// alone that used the toolkit first. Lives on the window thread.
+// Sees the keys of a dialog before its widgets do and passes the dialog keys to the dialog's
+// window. Filters the events of each widget: an event filter on the application works only on the
+// first thread that used the toolkit. Lives on the window thread.
 #pragma once
 
 #include <QKeyEvent>
@@ -12,13 +12,13 @@
 
 namespace platform {
 
-// Whether the widget is in a dialog. Only there do the keys of texts count: a window of the
-// program's own would have to ask for them itself.
+// Whether the widget is in a dialog. Mnemonics work only there: an ordinary window would have to
+// handle them itself.
 bool IsInDialog(const QWidget& widget);
 
 class QtDialogKeys final : public QObject {
  public:
-  // Both outlive the object; the dialog has no widgets in it yet.
+  // Both must outlive the object. The dialog must not have child widgets yet.
   QtDialogKeys(QWidget& dialog, DialogEvents& events);
 
  private:

@@ -18,9 +18,9 @@ class QtDialogPeer final : public QtPeer<DialogPeer> {
   QtDialogPeer(const QtDialogPeer&) = delete;
   QtDialogPeer& operator=(const QtDialogPeer&) = delete;
 
-  void SetBounds(const RECT& place) override {
-    Widget()->setFixedSize(QtRect(place).size().boundedTo(LargestWindowSize()));
-    QtPeer::SetBounds(place);
+  void SetBounds(const RECT& bounds) override {
+    Widget()->setFixedSize(QtRect(bounds).size().boundedTo(LargestWindowSize()));
+    QtPeer::SetBounds(bounds);
   }
   void SetModal() override {
     if (Widget()->parentWidget() != nullptr) Widget()->setWindowModality(Qt::WindowModal);

@@ -17,15 +17,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// For joining and for leaving the display.
-constexpr auto kJoiningTime = 10s;
-// How long the window thread is at work before the server is asked, and the server's time to
-// answer.
-constexpr auto kTimeBeforeAsking = 4s;
-constexpr auto kTimeToAnswer = 10s;
-constexpr auto kLookInterval = 500ms;
+// The time limit for joining, and for leaving the display.
+constexpr auto kJoiningLimit = 10s;
+// How long the window thread is busy before the server is queried, and the server's time to reply.
+constexpr auto kTimeBeforeQuery = 4s;
+constexpr auto kTimeToReply = 10s;
+constexpr auto kCheckInterval = 500ms;
 
-// Abstract names begin with a zero.
+// Abstract socket names begin with a zero byte.
 bool IsOfDisplayServer(int descriptor) {
   sockaddr_un peer{};
   socklen_t length = sizeof(peer);
@@ -54,7 +53,7 @@ QtDisplayWatch::QtDisplayWatch() {
 QtDisplayWatch::~QtDisplayWatch() {
   {
     const std::lock_guard lock(mutex_);
-    ended_ = true;
+    stopping_ = true;
     changed_.notify_all();
   }
   thread_.join();
@@ -73,7 +72,7 @@ void QtDisplayWatch::OnLeaving() {
   since_ = Clock::now();
   isIdle_ = false;
   changed_.notify_all();
-  changed_.wait(lock, [this] { return !question_.joinable(); });
+  changed_.wait(lock, [this] { return !query_.joinable(); });
 }
 
 void QtDisplayWatch::OnLost() {
@@ -93,54 +92,54 @@ void QtDisplayWatch::NoteBusy() {
 
 void QtDisplayWatch::Watch() {
   std::unique_lock lock(mutex_);
-  while (!ended_) {
+  while (!stopping_) {
     isParked_ = !HasWork();
     if (isParked_) {
-      changed_.wait(lock, [this] { return ended_ || HasWork(); });
+      changed_.wait(lock, [this] { return stopping_ || HasWork(); });
       isParked_ = false;
     } else {
-      changed_.wait_for(lock, kLookInterval);
-      Look(Clock::now());
+      changed_.wait_for(lock, kCheckInterval);
+      Check(Clock::now());
     }
   }
-  EndQuestion();
+  JoinQuery();
 }
 
-void QtDisplayWatch::Look(Clock::time_point now) {
-  if (question_.joinable() && isAnswered_) {
-    EndQuestion();
+void QtDisplayWatch::Check(Clock::time_point now) {
+  if (query_.joinable() && hasReply_) {
+    JoinQuery();
     since_ = now;
   }
   if (isIdle_) return;
   if (phase_ == Phase::kJoined) {
-    CheckAnswer(now);
-  } else if (now - since_ >= kJoiningTime) {
-    // Again and again: the toolkit may try another way to the server.
+    CheckReply(now);
+  } else if (now - since_ >= kJoiningLimit) {
+    // Repeated: the toolkit may try another connection to the server.
     BreakDisplayConnection();
     if (phase_ == Phase::kJoining) InterruptJoining();
   }
 }
 
-void QtDisplayWatch::CheckAnswer(Clock::time_point now) {
-  if (question_.joinable()) {
-    if (now - std::max(asked_, since_) >= kTimeToAnswer) BreakDisplayConnection();
-  } else if (display_ != nullptr && now - since_ >= kTimeBeforeAsking) {
-    Ask(now);
+void QtDisplayWatch::CheckReply(Clock::time_point now) {
+  if (query_.joinable()) {
+    if (now - std::max(sentAt_, since_) >= kTimeToReply) BreakDisplayConnection();
+  } else if (display_ != nullptr && now - since_ >= kTimeBeforeQuery) {
+    SendQuery(now);
   }
 }
 
-void QtDisplayWatch::Ask(Clock::time_point now) {
-  asked_ = now;
-  isAnswered_ = false;
-  question_ = std::thread([this, display = display_] {
+void QtDisplayWatch::SendQuery(Clock::time_point now) {
+  sentAt_ = now;
+  hasReply_ = false;
+  query_ = std::thread([this, display = display_] {
     std::free(xcb_get_input_focus_reply(display, xcb_get_input_focus(display), nullptr));
-    isAnswered_ = true;
+    hasReply_ = true;
   });
 }
 
-void QtDisplayWatch::EndQuestion() {
-  if (!question_.joinable()) return;
-  question_.join();
+void QtDisplayWatch::JoinQuery() {
+  if (!query_.joinable()) return;
+  query_.join();
   changed_.notify_all();
 }
 

@@ -1,9 +1,9 @@
-// Sees to it that a display server that does not answer costs the desktop alone: a thread of its
-// own breaks the connection when the window thread has waited too long for the server, and the
-// toolkit then finds it broken. Joining and leaving the display have a limit each. In between,
-// while the window thread is at work, the server is asked something now and then on the toolkit's
-// own connection (X11): answers come in the order of the questions, so whatever the window thread
-// may be waiting for is answered before.
+// When the display server stops replying, only the desktop is lost, not the process. A thread of
+// its own breaks the connection when the window thread has waited too long for the server; the
+// toolkit then finds the connection broken. Joining and leaving the display have a time limit each.
+// In between, while the window thread is busy, the watch sends the server a query from time to
+// time, on the toolkit's own connection (X11). Replies come in the order of the requests, so
+// anything the window thread may be waiting for is replied to first.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -16,25 +16,25 @@
 
 namespace platform {
 
-// Shuts down what connects the process with a display server. Any thread.
+// Shuts down the process's connections to display servers. Any thread.
 void BreakDisplayConnection();
 
 class QtDisplayWatch {
  public:
-  // By the window thread, which is about to join the display.
+  // Called by the window thread, directly before it joins the display.
   QtDisplayWatch();
   ~QtDisplayWatch();
   QtDisplayWatch(const QtDisplayWatch&) = delete;
   QtDisplayWatch& operator=(const QtDisplayWatch&) = delete;
 
-  // --- window thread ---
-  // The display has been joined. Null: not by X11, so nothing is asked.
+  // Called on the window thread, like all functions below. The display has been joined. Null: not
+  // by X11, so no queries are sent.
   void OnJoined(xcb_connection_t* display);
-  // The display is about to be left; the connection is not used any more when this returns.
+  // The display is about to be left. The watch does not use the connection after this returns.
   void OnLeaving();
-  // The display is gone.
+  // The connection to the display is lost.
   void OnLost();
-  // About to wait for events, and having something to do again. It is at work at first.
+  // The window thread is about to wait for events, or is busy again. It is busy at first.
   void OnIdle();
   void OnBusy() {
     if (isIdle_.exchange(false)) NoteBusy();
@@ -46,28 +46,28 @@ class QtDisplayWatch {
 
   void NoteBusy();
   bool HasWork() const {
-    return phase_ != Phase::kJoined || question_.joinable() || (display_ != nullptr && !isIdle_);
+    return phase_ != Phase::kJoined || query_.joinable() || (display_ != nullptr && !isIdle_);
   }
   void Watch();
-  void Look(Clock::time_point now);
-  void Ask(Clock::time_point now);
-  void EndQuestion();
-  void CheckAnswer(Clock::time_point now);
+  void Check(Clock::time_point now);
+  void SendQuery(Clock::time_point now);
+  void JoinQuery();
+  void CheckReply(Clock::time_point now);
 
   std::atomic<bool> isIdle_ = false;
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  bool ended_ = false;
+  bool stopping_ = false;
   bool isParked_ = false;
   Phase phase_ = Phase::kJoining;
   xcb_connection_t* display_ = nullptr;
-  // Since when the window thread may have waited for the same thing.
+  // The time since which the window thread may have been waiting for the same reply.
   Clock::time_point since_ = Clock::now();
-  // The question that is open, if one is, and since when.
-  std::thread question_;
-  std::atomic<bool> isAnswered_ = false;
-  Clock::time_point asked_;
+  // The thread of the pending query, if there is one, and when the query was sent.
+  std::thread query_;
+  std::atomic<bool> hasReply_ = false;
+  Clock::time_point sentAt_;
   std::thread thread_;
 };
 

@@ -1,4 +1,4 @@
-// Edit controls: Qt's field of one line.
+// Edit controls as Qt's line edits.
 #include <QLineEdit>
 #include <QValidator>
 #include <algorithm>
@@ -13,7 +13,7 @@ qsizetype NonDigits(const QString& text) {
   return std::ranges::count_if(text, [](QChar each) { return each < u'0' || each > u'9'; });
 }
 
-// Lets the user type digits only, into whatever text was set.
+// Accepts only digits from the user, whatever text was set before.
 class DigitValidator final : public QValidator {
  public:
   using QValidator::QValidator;
@@ -77,7 +77,7 @@ class QtEditPeer final : public QtControlPeer<EditPeer> {
   }
 
  private:
-  // Qt would cut a longer text, and undo every change of one with letters.
+  // Without this, Qt would cut a longer text, and reject every change of one with letters.
   void Bound(const QString& text) {
     edit_->setMaxLength(std::max(limit_, static_cast<int>(text.size())));
     if (digits_ != nullptr) digits_->Allow(text);

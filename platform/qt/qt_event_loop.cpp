@@ -23,8 +23,7 @@ void QtEventLoop::Wait(std::optional<std::chrono::milliseconds> limit) {
   }
   watch_.OnBusy();
   --depth_;
-  // Inside an event of a wait further out, a widget that is to end may be the one whose event it
-  // is.
+  // In a nested wait, a retired widget may be the one whose event the outer wait is handling.
   if (depth_ == 0 && !broken_) EndRetiredWidgets();
 }
 
@@ -34,7 +33,7 @@ void QtEventLoop::HandleEvents(std::optional<std::chrono::milliseconds> limit) {
     QCoreApplication::processEvents(QEventLoop::AllEvents);
     return;
   }
-  // The timer's own event ends the wait; it needs nobody to receive it.
+  // The timer's event ends the wait; it needs no receiver.
   if (limit.has_value()) limit_.start(*limit);
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   limit_.stop();

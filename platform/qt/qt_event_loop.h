@@ -1,4 +1,4 @@
-// Qt's event loop as what a thread queue waits in. Lives on the window thread.
+// Qt's event loop, in which a thread queue waits. Lives on the window thread.
 #pragma once
 
 #include <QObject>
@@ -12,7 +12,7 @@ namespace platform {
 
 class QtEventLoop final : public EventLoop {
  public:
-  // The watch outlives it.
+  // The watch must outlive the loop.
   explicit QtEventLoop(QtDisplayWatch& watch);
 
   void Wait(std::optional<std::chrono::milliseconds> limit) override;
@@ -23,7 +23,7 @@ class QtEventLoop final : public EventLoop {
   void HandleEvents(std::optional<std::chrono::milliseconds> limit);
 
   QtDisplayWatch& watch_;
-  // Waits inside of waits.
+  // The depth of nested waits.
   int depth_ = 0;
   std::atomic<bool> woken_ = false;
   bool broken_ = false;

@@ -11,19 +11,19 @@
 namespace platform {
 namespace {
 
-// What programs take for the desktop's font at 8 and 9 points, in pixels.
+// The heights of the desktop's font that programs expect at 8 and 9 points, in pixels.
 constexpr int kSmallHeight = 11;
 constexpr int kLargeHeight = 12;
-// From this weight on a face is bold; in between there are few faces to be had.
+// From this weight on a face is bold; few fonts have weights in between.
 constexpr LONG kBoldWeight = 600;
 constexpr BYTE kNotSmoothed = NONANTIALIASED_QUALITY;
 
-// Faces that come with Windows alone, and the installed one that takes the least different room.
+// Faces that come with Windows only, each with the installed face of the most similar width.
 struct Substitute {
   const char* face;
   const char* installed;
-  // In percent of its own: with these its texts are as wide as those of the face.
-  qreal advances;
+  // The letter spacing in percent that makes texts as wide as in the original face.
+  qreal spacing;
 };
 constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed", 97}};
 
@@ -39,7 +39,7 @@ const Substitute* SubstituteOf(const QString& face) {
   return nullptr;
 }
 
-// The face itself or what stands in for it; the font stays as it is when there is neither.
+// Sets the face or its substitute; leaves the font as it is when neither is installed.
 void SetFace(QFont& font, const QString& face) {
   if (QFontDatabase::hasFamily(face)) {
     font.setFamily(face);
@@ -48,18 +48,18 @@ void SetFace(QFont& font, const QString& face) {
   const Substitute* substitute = SubstituteOf(face);
   if (substitute == nullptr || !QFontDatabase::hasFamily(substitute->installed)) return;
   font.setFamily(substitute->installed);
-  font.setLetterSpacing(QFont::PercentageSpacing, substitute->advances);
+  font.setLetterSpacing(QFont::PercentageSpacing, substitute->spacing);
 }
 
-// The size at which a line is that high; for a positive height, which counts the whole line.
+// The pixel size for a positive lfHeight, which is the height of the whole line.
 int PixelSizeOfLine(QFont font, LONG height) {
   constexpr int kSample = 100;
   font.setPixelSize(kSample);
   return qMax(1, qRound(height * kSample / QFontMetricsF(font).height()));
 }
 
-// A dialog asks for the desktop's font at 8 or 9 points and means whatever the user has chosen;
-// other sizes stand in proportion to that.
+// A dialog that requests the desktop's font at 8 or 9 points gets the size that the user has
+// chosen. Other sizes are scaled in proportion.
 int DesktopPixelSize(int height) {
   const int chosen = QFontInfo(QApplication::font()).pixelSize();
   if (height < kSmallHeight) return qMax(1, qRound(1.0 * chosen * height / kSmallHeight));

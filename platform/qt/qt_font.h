@@ -1,4 +1,5 @@
-// Logical fonts and those of Qt; the way there is QtFont of qt_peer. Used on the window thread.
+// Conversions between logical fonts and fonts of Qt. QtFont, the other direction, is in qt_peer.h.
+// Used on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -8,10 +9,10 @@
 
 namespace platform {
 
-// Whether QtFont takes this face or one that stands in for it.
+// Whether QtFont finds this face or a substitute for it.
 bool HasFace(const QString& face);
 
-// A logical font for which QtFont gives this font again.
+// Returns a logical font that QtFont converts back to this font.
 LOGFONTW LogicalFont(const QFont& font);
 
 }  // namespace platform

@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-// By their numbers, COLOR_SCROLLBAR to COLOR_INFOBK.
+// Indexed by COLOR_SCROLLBAR to COLOR_INFOBK.
 constexpr std::array kRoles = {
     QPalette::Button,           // scroll bars
     QPalette::Window,           // the desktop's background

@@ -8,7 +8,7 @@ namespace platform {
 class QtGraphics final : public GraphicsBackend {
  public:
   QtGraphics() = default;
-  // Ends what is kept of fonts, which must not outlive the application.
+  // Clears the font cache, which must not outlive the application.
   ~QtGraphics() override;
   QtGraphics(const QtGraphics&) = delete;
   QtGraphics& operator=(const QtGraphics&) = delete;

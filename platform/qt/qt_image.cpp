@@ -46,7 +46,7 @@ struct IconFile {  // ICONDIR with its only ICONDIRENTRY
 #pragma pack(pop)
 static_assert(sizeof(FileHeader) == 14 && sizeof(InfoHeader) == 40 && sizeof(IconFile) == 22);
 
-// The picture as a file, which resources hold without its first header.
+// Builds an image file: resources hold the image without the file's first header.
 template <class Header>
 QByteArray FileOf(const Header& header, ByteView bytes) {
   QByteArray file(reinterpret_cast<const char*>(&header), sizeof header);
@@ -76,7 +76,7 @@ QImage DecodeBitmap(const Image& image) {
 }  // namespace
 
 const QImage& DecodedImage(const Image& image) {
-  // By place, since resources stay where they are.
+  // Keyed by address, since resources never move.
   static auto& decoded = *new std::map<const std::byte*, QImage>;
   const auto [entry, isNew] = decoded.try_emplace(image.bytes.data());
   if (!isNew) return entry->second;

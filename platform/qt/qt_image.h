@@ -1,4 +1,4 @@
-// Decodes the pictures of icons and bitmaps. Used on the window thread.
+// Decodes the images of icons and bitmaps. Used on the window thread.
 #pragma once
 
 #include <QImage>
@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// Kept for the next time. Null, with a line in the log, for bytes that are damaged.
+// The result is cached. Null, with a line in the log, when the bytes are damaged.
 const QImage& DecodedImage(const Image& image);
 
 }  // namespace platform

@@ -10,27 +10,28 @@
 namespace platform {
 namespace {
 
-// The events of each widget that reports.
+// The WindowEvents of each widget that reports mouse events.
 QHash<const QWidget*, WindowEvents*>& Reporters() {
   static auto& reporters = *new QHash<const QWidget*, WindowEvents*>;
   return reporters;
 }
 
-// Rounded down: a pointer anywhere in a pixel is in that pixel.
-QPoint PixelOf(const QPointF& place) {
-  return {static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y()))};
+// Rounds down: a pointer anywhere in a pixel is in that pixel.
+QPoint PixelOf(const QPointF& position) {
+  return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
 }
 
-QWidget* WidgetUnder(QWidget& told, const QPoint& place) {
-  if (!told.rect().contains(place)) return QApplication::widgetAt(told.mapToGlobal(place));
-  QWidget* child = told.childAt(place);
-  return child != nullptr ? child : &told;
+QWidget* WidgetUnder(QWidget& receiver, const QPoint& position) {
+  if (!receiver.rect().contains(position))
+    return QApplication::widgetAt(receiver.mapToGlobal(position));
+  QWidget* child = receiver.childAt(position);
+  return child != nullptr ? child : &receiver;
 }
 
-// Who hears of the mouse at that place of the told widget: a window there that paints itself, or
-// one around a disabled control there. Null: nobody.
-QWidget* ReporterAt(QWidget& told, const QPoint& place) {
-  QWidget* under = WidgetUnder(told, place);
+// Returns the widget that reports the mouse at that position of the receiver: the window there that
+// paints itself, or the one around a disabled control there. Null: none.
+QWidget* ReporterAt(QWidget& receiver, const QPoint& position) {
+  QWidget* under = WidgetUnder(receiver, position);
   while (under != nullptr && !Reporters().contains(under) && !under->isEnabled())
     under = under->isWindow() ? nullptr : under->parentWidget();
   return Reporters().contains(under) ? under : nullptr;
@@ -53,7 +54,7 @@ UINT MessageOf(const QMouseEvent& event) {
   if (event.type() == QEvent::MouseMove) return WM_MOUSEMOVE;
   const UINT down = ButtonDownMessage(event.button());
   if (down == WM_NULL || event.type() == QEvent::MouseButtonPress) return down;
-  // The messages of each button come in that order.
+  // WM_xBUTTONDOWN, WM_xBUTTONUP and WM_xBUTTONDBLCLK have consecutive numbers.
   return event.type() == QEvent::MouseButtonRelease ? down + 1 : down + 2;
 }
 
@@ -116,26 +117,26 @@ bool QtInput::eventFilter(QObject* /*watched*/, QEvent* event) {
 
 void QtInput::OnMouse(const QMouseEvent& event) {
   const UINT message = MessageOf(event);
-  const QPoint place = PixelOf(event.position());
-  QWidget* reporter = ReporterAt(*widget_, place);
+  const QPoint position = PixelOf(event.position());
+  QWidget* reporter = ReporterAt(*widget_, position);
   if (reporter == nullptr || message == WM_NULL) return;
   if (event.type() == QEvent::MouseButtonPress && !reporter->isActiveWindow())
     reporter->activateWindow();
-  const QPoint inside = reporter->mapFromGlobal(widget_->mapToGlobal(place));
+  const QPoint inside = reporter->mapFromGlobal(widget_->mapToGlobal(position));
   Reporters().value(reporter)->OnMouse({message, {inside.x(), inside.y()}});
 }
 
 bool QtInput::OnKey(QKeyEvent& event) {
-  // A key that nobody wanted comes once more for each widget around the one it was for.
+  // A key that no widget accepts is sent again to each parent of the focus widget.
   const QWidget* focus = widget_->window()->focusWidget();
   if (focus != nullptr && focus != widget_) return false;
   const bool isDown = event.type() == QEvent::KeyPress;
   const VirtualKey key = VirtualKeyOf(event);
   if (key.code == 0) return false;
-  // A key that repeats itself is told as going up in between.
-  const bool isNews = isDown || !event.isAutoRepeat();
-  if (isNews && !events_.OnKey({key.code, key.scanCode, isDown, event.isAutoRepeat(),
-                                event.text().toStdWString()}))
+  // Qt reports a release before each repetition of a key.
+  const bool isReported = isDown || !event.isAutoRepeat();
+  if (isReported && !events_.OnKey({key.code, key.scanCode, isDown, event.isAutoRepeat(),
+                                    event.text().toStdWString()}))
     return false;
   event.accept();
   return true;

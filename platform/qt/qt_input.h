@@ -1,6 +1,6 @@
-// Reports what mouse and keyboard do in the widget of a window that paints itself. The toolkit lets
-// the widget where a button goes down have the mouse until the button is up; here whatever widget
-// is under the pointer has it. Owned by the window's peer, on the window thread.
+// Reports mouse and keyboard events of the widget of a window that paints itself. The toolkit lets
+// the widget where a button was pressed capture the mouse until the button is released; here the
+// widget under the pointer receives the mouse. Owned by the window's peer, on the window thread.
 #pragma once
 
 #include <QKeyEvent>

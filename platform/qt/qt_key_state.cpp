@@ -19,7 +19,7 @@ void QtKeyState::Note(const QEvent& event) {
       NoteMouse(static_cast<const QMouseEvent&>(event));
       break;
     case QEvent::ApplicationStateChange:
-      // What goes up while another process has the keyboard is not told.
+      // Keys released while another process has the focus are not reported.
       if (QGuiApplication::applicationState() != Qt::ApplicationActive) down_.reset();
       break;
     default:
@@ -30,7 +30,7 @@ void QtKeyState::Note(const QEvent& event) {
 void QtKeyState::NoteKey(const QKeyEvent& event) {
   NoteModifiers(event.modifiers());
   const int code = VirtualKeyOf(event).code;
-  // A key that repeats itself is told as going up in between.
+  // Qt reports a release before each repetition of a key.
   const bool isDown = event.type() == QEvent::KeyPress || event.isAutoRepeat();
   if (code != 0) down_.set(static_cast<std::size_t>(code), isDown);
 }

@@ -1,6 +1,6 @@
 // Which keys and mouse buttons are down, from the events of all widgets of the process. The
-// toolkit's own record knows nothing of events that did not come from the display server. Lives on
-// the window thread.
+// toolkit's own state misses events that did not come from the display server. Lives on the window
+// thread.
 #pragma once
 
 #include <QKeyEvent>

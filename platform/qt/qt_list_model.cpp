@@ -77,9 +77,9 @@ bool QtListModel::setData(const QModelIndex& index, const QVariant& /*value*/, i
 }
 
 QVariant QtListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  const auto place = static_cast<std::size_t>(section);
-  if (orientation != Qt::Horizontal || place >= content_.Columns().size()) return {};
-  const ListViewColumn& column = content_.Columns()[place];
+  const auto number = static_cast<std::size_t>(section);
+  if (orientation != Qt::Horizontal || number >= content_.Columns().size()) return {};
+  const ListViewColumn& column = content_.Columns()[number];
   if (role == Qt::DisplayRole) return QString::fromStdWString(column.title);
   if (role == Qt::TextAlignmentRole) return AlignmentOf(column.format);
   return {};

@@ -1,4 +1,4 @@
-// The rows of a list view for Qt's views. Lives on the window thread.
+// The rows of a list view as a model for Qt's views. Lives on the window thread.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -12,7 +12,7 @@ class QtListModel final : public QAbstractTableModel {
  public:
   explicit QtListModel(const ListViewContent& content) : content_(content) {}
 
-  // What the model tells of the content it has to be told first.
+  // The model shows a change of the content only after the matching call.
   void Replace();
   void InsertRow(int row);
   void RemoveRow(int row);
@@ -21,7 +21,7 @@ class QtListModel final : public QAbstractTableModel {
   void ShowCheckBoxes(bool shown);
   UINT State(int row) const { return content_.State(row); }
 
-  // Asked for when the user clicks a check box.
+  // Called when the user clicks a check box.
   std::function<void(int row)> onCheckClicked;
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -1,4 +1,4 @@
-// List views: Qt's tree view without a tree.
+// List views as Qt's tree views without a tree.
 #include <commctrl.h>
 
 #include <QHeaderView>
@@ -18,7 +18,7 @@ namespace {
 constexpr int kRowSpace = 3;  // pixels, for the lines of the grid
 constexpr int kPadding = 12;  // pixels, on both sides of a text together
 
-// Draws the cells as the styles ask.
+// Draws the cells according to the list view's styles.
 class CellPainter final : public QStyledItemDelegate {
  public:
   explicit CellPainter(QTreeView* view, bool showsSelectionAlways)
@@ -65,7 +65,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
     view->setModel(&model_);
     Listen();
   }
-  // The widget may stay for a while.
+  // The widget may outlive the peer.
   ~QtListViewPeer() override {
     if (view_ != nullptr) view_->setModel(nullptr);
   }
@@ -84,7 +84,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
   }
   void RowChanged(int row) override {
     model_.ChangeRow(row);
-    // While the user selects, Qt knows first.
+    // While the user's selection is being reported, Qt shows it already.
     if (reporting_) return;
     const QScopedValueRollback showing(showing_, true);
     ShowStateOf(row);
@@ -194,7 +194,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
   ListViewEvents& events_;
   QtListModel model_;
   CellPainter* cells_;
-  // The control's changes are being shown; the user's are being reported.
+  // Set while the control's changes are shown, and while the user's are reported.
   bool showing_ = false;
   bool reporting_ = false;
 };

@@ -11,10 +11,10 @@
 namespace platform {
 namespace {
 
-// The room for a check mark or the arrow of a submenu, which is added to what the owner measures.
+// The width for a check mark or the arrow of a submenu, added to the size that the owner returns.
 constexpr int kCheckColumn = 15;
 
-// The item that the owner draws; null for all others.
+// The item when it is owner-drawn; null for all others.
 const TrackedItem* OwnerDrawnItem(const QStyleOption* option) {
   const auto* action = qobject_cast<QAction*>(option->styleObject);
   return action != nullptr ? &QtMenuStyle::ItemOf(*action) : nullptr;
@@ -58,14 +58,14 @@ QSize QtMenuStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
   }
   if (const TrackedItem* own = OwnerDrawnItem(option)) return Measure(*own);
   QSize wanted = QProxyStyle::sizeFromContents(type, option, size, widget);
-  // The texts alone say how wide a menu is.
+  // Only the texts determine the width of a menu.
   if (item->menuItemType == QStyleOptionMenuItem::Separator) wanted.setWidth(1);
   return wanted;
 }
 
 QSize QtMenuStyle::Measure(const TrackedItem& item) const {
-  const auto known = sizes_.find(&item);
-  if (known != sizes_.end()) return known->second;
+  const auto cached = sizes_.find(&item);
+  if (cached != sizes_.end()) return cached->second;
   if (events_ == nullptr) return {};
   const SIZE measured = events_->Measure(item);
   const QSize size(measured.cx + kCheckColumn, measured.cy);
@@ -84,7 +84,7 @@ void QtMenuStyle::drawControl(ControlElement element, const QStyleOption* option
   if (item->opensSubmenu) DrawArrow(*option, *painter, widget);
 }
 
-// Everything is drawn anew each time, since the desktop has cleared what was there.
+// Always includes ODA_DRAWENTIRE, since the toolkit has cleared the background.
 UINT QtMenuStyle::ActionFor(const TrackedItem& item, bool selected) const {
   const auto drawn = drawnSelected_.find(&item);
   const bool changed = drawn != drawnSelected_.end() && drawn->second != selected;
@@ -121,7 +121,7 @@ void QtMenuStyle::DrawArrow(const QStyleOption& option, QPainter& painter,
   proxy()->drawPrimitive(PE_IndicatorArrowRight, &arrow, &painter, widget);
 }
 
-// Owners fill their items with the system's menu colour; a shade of it around them would look odd.
+// Owners fill their items with the system's menu colour, so the whole menu is filled with it, too.
 void QtMenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const {
   if (element == PE_PanelMenu) {
@@ -131,7 +131,7 @@ void QtMenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
   }
 }
 
-// Owners fill their items to the edge; a frame that has no room of its own would be painted over.
+// Owners fill their items to the edge and would paint over a frame without a width of its own.
 int QtMenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
   const int length = QProxyStyle::pixelMetric(metric, option, widget);

@@ -1,6 +1,5 @@
-// How the items of one popup menu look: those that the owner draws are measured and drawn by it,
-// all else as the desktop's style has it. Lives on the window thread, at least as long as its
-// menus.
+// The style of one popup menu. Owner-drawn items are measured and drawn by the owner, all others by
+// the desktop's style. Lives on the window thread, at least as long as its menus.
 #pragma once
 
 #include <QAction>
@@ -16,12 +15,12 @@ class QtMenuStyle final : public QProxyStyle {
  public:
   explicit QtMenuStyle(MenuEvents& events);
 
-  // The owner is not asked any more.
+  // The owner is not called any more.
   void Detach() { events_ = nullptr; }
 
   static void Attach(QAction& action, const TrackedItem& item);
   static const TrackedItem& ItemOf(const QAction& action);
-  // Marks the option as that of an item which the owner draws.
+  // Marks the option as that of an owner-drawn item.
   static void MarkOwnerDrawn(QStyleOptionMenuItem& option, const QAction& action);
 
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
@@ -40,7 +39,8 @@ class QtMenuStyle final : public QProxyStyle {
   void DrawArrow(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
 
   MenuEvents* events_;
-  // Each item is measured once, and drawn as selected or not. The style's own functions are const.
+  // Each item is measured once. Whether it was last drawn as selected is remembered. Mutable
+  // because the style's own functions are const.
   mutable std::map<const TrackedItem*, QSize> sizes_;
   mutable std::map<const TrackedItem*, bool> drawnSelected_;
 };

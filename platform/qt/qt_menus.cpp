@@ -50,8 +50,8 @@ class PopupMenu final : public QMenu {
     return addMenu(submenu);
   }
 
-  // In a menu without mnemonics a letter chooses the item that begins with it; of several it
-  // selects the next.
+  // In a menu without mnemonics a letter chooses the item that begins with it. When several do, it
+  // selects the next one.
   void keyPressEvent(QKeyEvent* event) override {
     const QString letter = event->text();
     const bool isLetter = letter.size() == 1 && letter[0].isLetterOrNumber();
@@ -81,26 +81,26 @@ class PopupMenu final : public QMenu {
   }
 };
 
-// The upper left corner of a menu that the flags align to the place.
+// Returns the upper left corner of the menu, aligned to its position by the flags.
 QPoint AlignedPosition(const TrackedMenu& menu, QSize size) {
-  QPoint place(menu.place.x, menu.place.y);
-  if ((menu.flags & TPM_CENTERALIGN) != 0) place.rx() -= size.width() / 2;
-  if ((menu.flags & TPM_RIGHTALIGN) != 0) place.rx() -= size.width();
-  if ((menu.flags & TPM_VCENTERALIGN) != 0) place.ry() -= size.height() / 2;
-  if ((menu.flags & TPM_BOTTOMALIGN) != 0) place.ry() -= size.height();
-  return place;
+  QPoint position(menu.place.x, menu.place.y);
+  if ((menu.flags & TPM_CENTERALIGN) != 0) position.rx() -= size.width() / 2;
+  if ((menu.flags & TPM_RIGHTALIGN) != 0) position.rx() -= size.width();
+  if ((menu.flags & TPM_VCENTERALIGN) != 0) position.ry() -= size.height() / 2;
+  if ((menu.flags & TPM_BOTTOMALIGN) != 0) position.ry() -= size.height();
+  return position;
 }
 
 class QtShownMenu final : public ShownMenu {
  public:
   QtShownMenu(const TrackedMenu& menu, MenuEvents& events)
       : style_(new QtMenuStyle(events)), menu_(new PopupMenu(menu.items, *style_, nullptr)) {
-    // The menus refer to their style until they are gone.
+    // The menus use their style until they are destroyed.
     QObject::connect(menu_, &QObject::destroyed, [style = style_] { delete style; });
     QObject::connect(menu_, &QMenu::triggered, &connections_, [&events](QAction* action) {
       events.OnClosed(QtMenuStyle::ItemOf(*action).command);
     });
-    // A menu goes before it tells what was chosen, so its going is looked at later.
+    // Qt hides a menu before it reports the chosen item, so the hiding is handled later.
     QObject::connect(
         menu_, &QMenu::aboutToHide, &connections_, [&events] { events.OnClosed(0); },
         Qt::QueuedConnection);

@@ -41,7 +41,7 @@ QtMessageBox::QtMessageBox(const MessageBoxView& view, EventLoop& loop)
   if (view.escapeId == 0) box_->setWindowFlag(Qt::WindowCloseButtonHint, false);
   AddButtons(view);
   QObject::connect(box_, &QMessageBox::finished, [this, &loop, escapeId = view.escapeId] {
-    // The close box clicks nothing.
+    // The close box reports no clicked button.
     const auto* clicked = box_->clickedButton();
     answer_ = clicked != nullptr ? clicked->property(kIdProperty).toInt() : escapeId;
     loop.Wake();
@@ -59,7 +59,7 @@ QtMessageBox::~QtMessageBox() {
   RetireWidget(box_);
 }
 
-// All of one role, so that they keep their order on every desktop.
+// All buttons have the same role, so that they keep their order on every desktop.
 void QtMessageBox::AddButtons(const MessageBoxView& view) {
   for (const MessageBoxButton& each : view.buttons) {
     QPushButton* button =

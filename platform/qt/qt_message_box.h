@@ -19,7 +19,7 @@ class QtMessageBox final : public ShownMessageBox {
  private:
   void AddButtons(const MessageBoxView& view);
 
-  // Gone before this object when its owner is.
+  // Null when the box's owner, and with it the box, has been destroyed.
   QPointer<QMessageBox> box_;
   std::optional<int> answer_;
 };

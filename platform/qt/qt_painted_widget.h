@@ -1,6 +1,6 @@
-// The widget of a window that paints itself in WM_PAINT. This one, of dialogs, keeps nothing of
-// what it shows: whatever the toolkit asks for is painted. Its peer tells it when there is no
-// window any more; the widget lives on until it is retired.
+// The widget of a window that paints itself in WM_PAINT. This class, used for dialogs and pages,
+// keeps no copy of what it shows: whatever area the toolkit requests is painted. The peer calls
+// Forget when the window is destroyed; the widget lives on until it is retired.
 #pragma once
 
 #include <QPaintEvent>
@@ -17,14 +17,14 @@ class QtPaintedWidget : public QWidget {
   QtPaintedWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
       : QWidget(parent, flags), events_(&events) {}
 
-  // There is no window any more.
+  // The window is destroyed.
   void Forget() { events_ = nullptr; }
 
  protected:
-  // Null when there is no window any more.
+  // Null once the window is destroyed.
   WindowEvents* Events() const { return events_; }
 
-  // Inside of a paint event of any such widget.
+  // True during a paint event of any such widget.
   static bool IsPaintingUnderWay() { return paintEvents_ > 0; }
   class PaintingUnderWay {
    public:

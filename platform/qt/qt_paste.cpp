@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-// A field without a limit takes no more at once.
+// The limit of one paste into a field without a limit of its own.
 constexpr qsizetype kMostCharacters = 65'536;
 
 bool IsOfSelection(const QKeyEvent& event) {
@@ -55,9 +55,9 @@ bool QtPaste::eventFilter(QObject* watched, QEvent* event) {
 void QtPaste::Paste(QClipboard::Mode mode) {
   if (!CanPaste()) return;
   const qsizetype kept = field_.text().size() - field_.selectedText().size();
-  const qsizetype room = std::min(field_.maxLength() - kept, kMostCharacters);
+  const qsizetype available = std::min(field_.maxLength() - kept, kMostCharacters);
   const QPointer<QLineEdit> field = &field_;
-  const QString text = SelectionText(mode, room);
+  const QString text = SelectionText(mode, available);
   if (field != nullptr && !text.isEmpty()) field->insert(text);
 }
 

@@ -1,6 +1,6 @@
-// Pasting into a field of one line: never more of the text is read than the field has room for. The
-// toolkit would read all of it, also to see whether a menu shall offer it. Owned by the field; on
-// the window thread.
+// Pastes into a line edit without reading more text than fits. The toolkit would read the whole
+// text, even to decide whether a context menu offers Paste. Owned by the field; on the window
+// thread.
 #pragma once
 
 #include <QClipboard>
@@ -12,7 +12,7 @@ namespace platform {
 
 class QtPaste final : public QObject {
  public:
-  // Inside a spin box the keys are the box's.
+  // Inside a spin box, the box receives the keys.
   explicit QtPaste(QLineEdit& field);
 
  private:

@@ -35,8 +35,8 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-// Keeps the user's input from a top-level window and all that is in it. Watches each widget, since
-// the application's own filters work on the thread alone that used the toolkit first.
+// Keeps the user's input from a top-level window and all that is in it. Filters the events of each
+// widget: an event filter on the application works only on the first thread that used the toolkit.
 class InputBlock final : public QObject {
  public:
   explicit InputBlock(QWidget* window) {
@@ -71,7 +71,8 @@ void RetireWidget(QWidget* widget) {
 }
 
 void EndRetiredWidgets() {
-  // What ends may retire more; a widget that went with its parent is null by now.
+  // Destroying a widget may retire more. A widget that was destroyed with its parent is null by
+  // now.
   while (!RetiredWidgets().empty()) {
     const QPointer<QWidget> widget = RetiredWidgets().back();
     RetiredWidgets().pop_back();
@@ -85,7 +86,7 @@ QWidget* WidgetOf(WindowPeer* peer) {
 }
 
 QtPeerCore::QtPeerCore(QWidget* widget, WindowEvents& events) : widget_(widget), events_(events) {
-  // Said so, since a child of whose visibility nothing was said is shown with its parent.
+  // Hidden explicitly: a child that was never hidden is shown with its parent.
   widget->hide();
   widget->installEventFilter(this);
 }
@@ -101,12 +102,12 @@ void QtPeerCore::SetIdentity(HWND window, UINT_PTR id) {
   if (!widget_->isWindow()) widget_->setObjectName(QString::number(qulonglong{id}));
 }
 
-void QtPeerCore::SetBounds(const RECT& place) {
-  QRect bounded = QtRect(place);
+void QtPeerCore::SetBounds(const RECT& bounds) {
+  QRect bounded = QtRect(bounds);
   if (widget_->isWindow()) bounded.setSize(bounded.size().boundedTo(LargestWindowSize()));
-  placing_ = true;
+  isSettingBounds_ = true;
   widget_->setGeometry(bounded);
-  placing_ = false;
+  isSettingBounds_ = false;
 }
 
 void QtPeerCore::Focus() {
@@ -149,7 +150,7 @@ void QtPeerCore::Invalidate(const QRect& area) {
 }
 
 void QtPeerCore::PaintNow() {
-  // Not from inside its own painting.
+  // Not during its own paint event.
   if (!widget_->paintingActive()) widget_->repaint(damaged_);
 }
 
@@ -167,7 +168,7 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
       return true;
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-      // Every widget of the window is told.
+      // Qt sends this event to every widget of the window.
       if (widget_->isWindow()) events_.OnActivationChanged(event->type() == QEvent::WindowActivate);
       return false;
     case QEvent::FocusIn:
@@ -181,7 +182,7 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
-      // Some widgets keep it to themselves when they are disabled; it is for the one around them.
+      // Some disabled widgets consume mouse events, which belong to their parent.
       if (widget_->isEnabled()) return false;
       event->ignore();
       return true;
@@ -195,7 +196,8 @@ bool QtPeerCore::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 bool QtPeerCore::OnMoved() {
-  if (!placing_ && widget_->isWindow()) events_.OnBoundsChanged(WinRect(widget_->geometry()));
+  if (!isSettingBounds_ && widget_->isWindow())
+    events_.OnBoundsChanged(WinRect(widget_->geometry()));
   return false;
 }
 

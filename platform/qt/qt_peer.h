@@ -1,5 +1,5 @@
-// A Qt widget as the peer of a window: what all kinds of windows share. A kind derives from
-// QtPeer<its interface>, hands over its widget and overrides what is special, SetText mostly.
+// A Qt widget as the peer of a window: the part that all kinds of windows share. Each kind derives
+// from QtPeer<its interface>, passes its widget and overrides what differs, mostly SetText.
 #pragma once
 
 #include <QObject>
@@ -15,16 +15,16 @@ namespace platform {
 QRect QtRect(const RECT& rect);
 RECT WinRect(const QRect& rect);
 
-// The font that a window with that logical font shows. Empty face and "MS Shell Dlg" mean the
-// desktop's own font (qt_graphics has the rule).
+// The font in which a window with that logical font shows text. An empty face and "MS Shell Dlg"
+// mean the desktop's own font (the rule is in qt_font.cpp).
 QFont QtFont(const LOGFONTW& font);
 
-// Ends a widget as soon as no event of it can be under way any more.
+// Hides the widget and destroys it once none of its events can be in progress.
 void RetireWidget(QWidget* widget);
-// Ends what has been retired. Called by the event loop when no event is being handled.
+// Destroys the retired widgets. Called by the event loop when no event is being handled.
 void EndRetiredWidgets();
 
-// A widget's window, as an unsigned number.
+// The property that holds the widget's HWND, as an unsigned number.
 inline constexpr const char* kHandleProperty = "windowHandle";
 
 class QtWidgetHolder {
@@ -33,10 +33,10 @@ class QtWidgetHolder {
   virtual QWidget* Widget() const = 0;
 };
 
-// The widget of any peer of this module; null of null.
+// Returns the widget of any peer of this module; null for null.
 QWidget* WidgetOf(WindowPeer* peer);
 
-// Owns a widget and tells the window what happens to it.
+// Owns a widget and reports its events to the window.
 class QtPeerCore final : public QObject {
  public:
   QtPeerCore(QWidget* widget, WindowEvents& events);
@@ -44,14 +44,13 @@ class QtPeerCore final : public QObject {
 
   QWidget* Widget() const { return widget_; }
   WindowEvents& Events() const { return events_; }
-  // The number becomes the widget's object name, in decimal; the handle its property
-  // kHandleProperty.
+  // The id becomes the widget's object name, in decimal; the handle its property kHandleProperty.
   void SetIdentity(HWND window, UINT_PTR id);
-  void SetBounds(const RECT& place);
+  void SetBounds(const RECT& bounds);
   void SetTitle(const std::wstring& title);
   void SetShown(bool shown);
   void ShowInactive();
-  // A disabled top-level window takes no input, but looks the same, and so do its controls.
+  // A disabled top-level window ignores input, but it and its controls look enabled.
   void SetEnabled(bool enabled);
   void Focus();
   void Activate();
@@ -64,9 +63,9 @@ class QtPeerCore final : public QObject {
 
   QPointer<QWidget> widget_;
   WindowEvents& events_;
-  // Not painted yet.
+  // Invalidated and not yet painted.
   QRegion damaged_;
-  bool placing_ = false;
+  bool isSettingBounds_ = false;
   std::unique_ptr<QObject> inputBlock_;
 };
 
@@ -75,7 +74,7 @@ class QtPeer : public Interface, public QtWidgetHolder {
  public:
   void SetIdentity(HWND window, UINT_PTR id) override { core_.SetIdentity(window, id); }
   void SetText(const std::wstring& text) override { core_.SetTitle(text); }
-  void SetBounds(const RECT& place) override { core_.SetBounds(place); }
+  void SetBounds(const RECT& bounds) override { core_.SetBounds(bounds); }
   void SetShown(bool shown) override { core_.SetShown(shown); }
   void ShowInactive() override { core_.ShowInactive(); }
   void SetEnabled(bool enabled) override { core_.SetEnabled(enabled); }
@@ -87,12 +86,12 @@ class QtPeer : public Interface, public QtWidgetHolder {
   void SetPointer(PointerShape /*shape*/) override {}
   bool Draw(const std::function<void(Canvas&)>& /*work*/) override { return false; }
   void SetScrollBar(int /*bar*/, const ScrollBarView& /*view*/) override {}
-  void SetCaret(const std::optional<RECT>& /*place*/) override {}
+  void SetCaret(const std::optional<RECT>& /*bounds*/) override {}
 
   QWidget* Widget() const override { return core_.Widget(); }
 
  protected:
-  // The widget is new and belongs to the peer from now on.
+  // Takes ownership of the new widget.
   QtPeer(QWidget* widget, WindowEvents& events) : core_(widget, events) {}
 
  private:

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-// The display may also claim screens of any size.
+// A limit of our own, since the display can report screens of any size.
 constexpr QSize kLargestDesktop{7680, 4320};
 
 QSize InPixels(QSize size, double ratio) {
@@ -23,8 +23,8 @@ QSize LargestInPixels() {
   return InPixels(screen->virtualSize(), screen->devicePixelRatio()).boundedTo(kLargestDesktop);
 }
 
-// In pixels; of a window that is not the toolkit's, the bound.
-QSize SizeKnown(xcb_window_t id, QSize bound) {
+// The size of the window in pixels; `bound` for a window that is not the toolkit's.
+QSize SizeOf(xcb_window_t id, QSize bound) {
   for (const QWindow* each : QGuiApplication::topLevelWindows()) {
     if (each->handle() != nullptr && each->winId() == id)
       return InPixels(each->size(), each->devicePixelRatio());
@@ -34,9 +34,9 @@ QSize SizeKnown(xcb_window_t id, QSize bound) {
 
 void UndoGrowth(xcb_connection_t* display, xcb_configure_notify_event_t& event) {
   const QSize bound = LargestInPixels();
-  const QSize told(event.width, event.height);
-  if (told.boundedTo(bound) == told) return;
-  const QSize before = SizeKnown(event.window, bound).boundedTo(bound).expandedTo({1, 1});
+  const QSize reported(event.width, event.height);
+  if (reported.boundedTo(bound) == reported) return;
+  const QSize before = SizeOf(event.window, bound).boundedTo(bound).expandedTo({1, 1});
   event.width = static_cast<std::uint16_t>(before.width());
   event.height = static_cast<std::uint16_t>(before.height());
   const std::uint32_t sides[] = {event.width, event.height};

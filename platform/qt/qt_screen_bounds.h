@@ -1,4 +1,4 @@
-// How large a window may become: the memory of what it shows goes with its size. Used on the window
+// Limits the size of windows, since the memory for their contents grows with it. Used on the window
 // thread.
 #pragma once
 
@@ -7,14 +7,14 @@
 
 namespace platform {
 
-// The size of all screens together, within what any desktop has.
+// The size of all screens together, limited to that of the largest desktop.
 QSize LargestWindowSize();
 
-// Other programs on an X11 display can give a window any size. One beyond those bounds is undone
-// before the toolkit hears of it.
+// Other clients of an X11 display can resize any window. A resize beyond the limit is undone before
+// the toolkit receives it.
 class QtResizeGuard final : public QAbstractNativeEventFilter {
  public:
-  // There is an application.
+  // Requires the application object.
   QtResizeGuard();
   ~QtResizeGuard() override;
   QtResizeGuard(const QtResizeGuard&) = delete;

@@ -17,8 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The owner's time to hand over what is taken.
-constexpr auto kPatience = 1s;
+// The selection owner's time to deliver the text.
+constexpr auto kTimeout = 1s;
 constexpr qsizetype kBytesPerCharacter = 4;
 
 template <class T>
@@ -32,8 +32,8 @@ xcb_atom_t AtomOf(xcb_connection_t* display, std::string_view name) {
   return reply != nullptr ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-// One conversion of a selection of X11, into a property of a window of its own. The toolkit would
-// read the property to its end before it gave any of it; a large one comes in pieces (INCR).
+// Converts an X11 selection into a property of a window of its own. The toolkit would read the
+// whole property before it returned any of it. A large one comes in pieces (INCR).
 class Transfer final : public QAbstractNativeEventFilter {
  public:
   Transfer(xcb_connection_t* display, qsizetype most)
@@ -61,7 +61,7 @@ class Transfer final : public QAbstractNativeEventFilter {
     xcb_convert_selection(display_, window_, selection, AtomOf(display_, "UTF8_STRING"), property_,
                           XCB_CURRENT_TIME);
     xcb_flush(display_);
-    QTimer::singleShot(kPatience, &wait_, &QEventLoop::quit);
+    QTimer::singleShot(kTimeout, &wait_, &QEventLoop::quit);
     wait_.exec(QEventLoop::ExcludeUserInputEvents);
     return taken_;
   }
@@ -92,7 +92,8 @@ class Transfer final : public QAbstractNativeEventFilter {
     return true;
   }
 
-  // Whether there is more to come. What is read to its end goes, which asks for the next piece.
+  // Returns whether more pieces follow. A property that was read to its end is deleted, which
+  // requests the next piece.
   bool ReadPiece() {
     const auto words = static_cast<std::uint32_t>((most_ - taken_.size() + 3) / 4);
     const auto cookie =

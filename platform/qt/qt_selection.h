@@ -1,5 +1,5 @@
-// What another program on the display offers to be pasted. It may offer any amount and need any
-// time, so a limited part is taken, in limited time. Used on the window thread.
+// Text that another client of the display offers for pasting. That client may offer any amount and
+// take any time, so the amount and the time are limited. Used on the window thread.
 #pragma once
 
 #include <QClipboard>
@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// The beginning of the text, up to that many characters; empty when there is none in time. Events
-// are handled meanwhile, the user's input excepted.
+// Returns the beginning of the text, up to `most` characters; empty when none arrives in time.
+// Handles events meanwhile, except the user's input.
 QString SelectionText(QClipboard::Mode mode, qsizetype most);
 
 }  // namespace platform

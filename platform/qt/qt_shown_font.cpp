@@ -17,16 +17,16 @@
 namespace platform {
 namespace {
 
-// Some screens full of cells with short texts need as much.
+// Enough for some screens full of cells with short texts.
 constexpr std::size_t kMostBytes = 4'000'000;
-// What a text costs about, without its characters and with each of them.
+// The approximate memory of a text: a fixed part, and that of each character.
 constexpr std::size_t kTextBytes = 600;
 constexpr std::size_t kCharacterBytes = 30;
 constexpr float kLoadFactor = 0.5;
-// Programs use a handful at a time.
+// Programs use a few fonts at a time.
 constexpr std::size_t kMostFonts = 16;
 
-// As dialogs measure their font: over all letters, rounded to the nearest.
+// The average over all letters, rounded to the nearest, as dialogs measure their font.
 int AverageLetterWidth(const QFontMetricsF& metrics) {
   static const QString kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
   return qRound(metrics.horizontalAdvance(kLetters) / static_cast<double>(kLetters.size()));
@@ -52,7 +52,8 @@ TextMetrics MetricsOf(const QFont& font) {
   return found;
 }
 
-// Line feeds would break the line and tabs reach for stops.
+// Replaces control characters and separators by spaces: they would break the line or move to tab
+// stops.
 QString Printable(std::wstring_view text) {
   QString printable = QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size()));
   for (QChar& each : printable) {
@@ -64,7 +65,7 @@ QString Printable(std::wstring_view text) {
   return printable;
 }
 
-// Laid out as one line, however long.
+// A text laid out as one line, however long.
 class Line {
  public:
   Line(std::wstring_view text, const QFont& font) : layout_(Printable(text), font) {
@@ -95,27 +96,27 @@ bool IsSame(const LOGFONTW& one, const LOGFONTW& other) {
          std::wcsncmp(one.lfFaceName, other.lfFaceName, LF_FACESIZE) == 0;
 }
 
-struct KnownFont {
+struct CachedFont {
   LOGFONTW description;
   QtShownFont shown;
 };
 
-struct KnownFonts {
-  // What they were found for: most fonts follow it.
+struct CachedFonts {
+  // The application's font at the time of caching; most cached fonts derive from it.
   std::optional<QFont> desktopFont;
-  // The last one asked for first.
-  std::list<KnownFont> fonts;
+  // The most recently used first.
+  std::list<CachedFont> fonts;
 };
 
-KnownFonts& Known() {
-  static KnownFonts& known = *new KnownFonts;
-  return known;
+CachedFonts& Cache() {
+  static CachedFonts& cache = *new CachedFonts;
+  return cache;
 }
 
 }  // namespace
 
 QtShownFont::QtShownFont(const QFont& font) : font_(font), metrics_(MetricsOf(font_)) {
-  // What is looked for lies all over the memory, so every step on the way takes long.
+  // A low load factor: entries are scattered in memory, so each step of a look-up is slow.
   recent_.max_load_factor(kLoadFactor);
   earlier_.max_load_factor(kLoadFactor);
 }
@@ -147,13 +148,13 @@ QtShapedText QtShownFont::Shape(std::wstring_view text) const {
   if (line.IsEmpty()) return shaped;
   shaped.width = WholePixels(line.Width());
   shaped.glyphs = line.Glyphs();
-  // The base line stands between two rows of pixels.
+  // The base line lies on a pixel boundary.
   const QPointF down(0, metrics_.ascent - line.Ascent());
   for (QGlyphRun& run : shaped.glyphs) {
-    QList<QPointF> places = run.positions();
-    for (QPointF& place : places)
-      place += down;
-    run.setPositions(places);
+    QList<QPointF> positions = run.positions();
+    for (QPointF& position : positions)
+      position += down;
+    run.setPositions(positions);
     shaped.ink |= run.boundingRect();
   }
   return shaped;
@@ -167,19 +168,19 @@ std::vector<double> QtShownFont::ReachesOf(std::wstring_view text) const {
   for (const wchar_t each : text) {
     units += QChar::requiresSurrogates(static_cast<char32_t>(each)) ? 2 : 1;
     const double reach = line.ReachOf(units);
-    // Right to left they fall; what is searched must not.
+    // In right-to-left text the values fall, but the binary search needs ascending ones.
     reaches.push_back(reaches.empty() ? reach : std::max(reaches.back(), reach));
   }
   return reaches;
 }
 
 QtShownFont& ShownFont(const LOGFONTW& font) {
-  auto& [desktopFont, fonts] = Known();
+  auto& [desktopFont, fonts] = Cache();
   const QFont current = QApplication::font();
   if (current != desktopFont || fonts.size() > kMostFonts) fonts.clear();
   desktopFont = current;
   const auto found = std::ranges::find_if(
-      fonts, [&](const KnownFont& each) { return IsSame(each.description, font); });
+      fonts, [&](const CachedFont& each) { return IsSame(each.description, font); });
   if (found == fonts.end()) {
     fonts.push_front({font, QtShownFont(QtFont(font))});
   } else if (found != fonts.begin()) {
@@ -189,7 +190,7 @@ QtShownFont& ShownFont(const LOGFONTW& font) {
 }
 
 void ForgetFonts() {
-  Known() = {};
+  Cache() = {};
 }
 
 }  // namespace platform

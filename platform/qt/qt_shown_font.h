@@ -1,6 +1,6 @@
-// Fonts as they are shown, with the texts that were lately drawn or measured in them: finding a
-// font and shaping a text take longer than drawing it, and windows show the same texts again and
-// again. Used on the window thread.
+// Caches fonts with the texts that were recently drawn or measured in them. Finding a font and
+// shaping a text take longer than drawing it, and windows show the same texts again and again. Used
+// on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -18,13 +18,13 @@
 
 namespace platform {
 
-// One line, from its upper left corner on.
+// One line of shaped text, relative to its upper left corner.
 struct QtShapedText {
   int width = 0;
-  // What is not blank lies inside of it.
+  // Encloses all pixels that are drawn.
   QRectF ink;
   QList<QGlyphRun> glyphs;
-  // How far the first character, the first two and so on reach; only once somebody has asked.
+  // The widths of the first character, the first two and so on. Empty until CountWithin needs them.
   std::vector<double> reaches;
 };
 
@@ -33,12 +33,12 @@ class QtShownFont {
   explicit QtShownFont(const QFont& font);
 
   const TextMetrics& Metrics() const { return metrics_; }
-  // Good until the next text is shaped in this font.
+  // Valid until the next text is shaped in this font.
   QtShapedText& Shaped(std::wstring_view text) {
     if (last_ == nullptr || last_->first != text) last_ = &Entry(text);
     return last_->second;
   }
-  // How many of the text's first characters take no more than that width.
+  // How many characters from the start of the text fit into that width.
   std::size_t CountWithin(std::wstring_view text, int width);
 
  private:
@@ -56,18 +56,19 @@ class QtShownFont {
 
   QFont font_;
   TextMetrics metrics_;
-  // What has not been used since the recent ones were begun is dropped when they are full.
+  // When the recent texts are full they become the earlier ones, and those not used since are
+  // dropped.
   Texts recent_;
   Texts earlier_;
   std::size_t recentBytes_ = 0;
-  // Of the recent ones, since a text is drawn right after it has been measured; may be null.
+  // The entry of recent_ used last, since a text is drawn right after it was measured; may be null.
   Texts::value_type* last_ = nullptr;
 };
 
-// What shows text in that logical font. Good until the next font is asked for.
+// Returns the cached font. Valid until the next call.
 QtShownFont& ShownFont(const LOGFONTW& font);
 
-// All of them, before the toolkit ends.
+// Clears the cache. To be called before the application is destroyed.
 void ForgetFonts();
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Static controls: Qt's label, drawing its text as Windows does.
+// Static controls as Qt labels that draw their text as Windows does.
 #include <QEvent>
 #include <QKeySequence>
 #include <QLabel>
@@ -69,7 +69,7 @@ class Label final : public QLabel {
       QLabel::paintEvent(event);
       return;
     }
-    // Without the label's margins, and with "&" underlining though the label has no buddy.
+    // Without the label's margins, and with "&" as an underline although the label has no buddy.
     QPainter painter(this);
     int flags = static_cast<int>(alignment()) | Qt::TextExpandTabs;
     if (Wraps()) flags |= Qt::TextWordWrap;
@@ -93,7 +93,7 @@ class QtStaticPeer final : public QtControlPeer<StaticPeer> {
   }
 
   void SetText(const std::wstring& text) override {
-    // Controls of the other kinds show no text.
+    // The other kinds of static controls show no text.
     const bool isText = kind_ != SS_ICON && kind_ != SS_BITMAP && kind_ != SS_ETCHEDHORZ;
     if (isText) label_->Show(QString::fromStdWString(text));
   }
@@ -104,8 +104,8 @@ class QtStaticPeer final : public QtControlPeer<StaticPeer> {
     }
     label_->setPixmap(PixmapOf(*icon, label_->devicePixelRatio()));
   }
-  void SetPicture(const Canvas* picture) override {
-    const QImage* pixels = picture != nullptr ? PixelsOf(*picture) : nullptr;
+  void SetPicture(const Canvas* bitmap) override {
+    const QImage* pixels = bitmap != nullptr ? PixelsOf(*bitmap) : nullptr;
     if (pixels == nullptr) {
       label_->clear();
     } else {

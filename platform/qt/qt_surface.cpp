@@ -26,7 +26,7 @@ void CopyTo(QImage& target, const QImage& source) {
 
 }  // namespace
 
-// Draws elsewhere for the time of its life, then inside of the damage again.
+// Lifts the clipping to the painted area, or clips everything away, for its lifetime.
 class QtSurface::Clipping {
  public:
   Clipping(QtSurface& surface, bool isSeen) : surface_(surface) {
@@ -41,7 +41,7 @@ class QtSurface::Clipping {
 };
 
 void QtSurface::Resize(QSize wanted, double ratio, const QColor& colour) {
-  // What is larger is never seen as a whole.
+  // A larger window is never visible as a whole.
   const QSize size = wanted.boundedTo(LargestWindowSize());
   const bool hasRatio = !image_.isNull() && image_.devicePixelRatio() == ratio;
   if (hasRatio && Size() == size.expandedTo({1, 1})) return;
@@ -115,7 +115,8 @@ void QtSurface::Clip(const QRegion& area) {
 }
 
 void QtSurface::Unclip() {
-  // Once a painter's clipping has been off, it heeds regions of one rectangle alone.
+  // After setClipping(false), a painter accepts only regions of one rectangle, so clipping stays
+  // on.
   painter_.setClipRect(QRect({}, Size() + QSize(1, 1)));
 }
 

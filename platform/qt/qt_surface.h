@@ -1,7 +1,7 @@
-// What a window shows, in an image that stays between its paintings, and what of it is damaged. The
-// widget copies it to the screen. Lengths are device-independent pixels; the image is as fine as
-// the screen. Held by the widget and by whoever paints, since a procedure may end its window while
-// it paints it. Used on the window thread.
+// The contents of a window as an image that persists between its paint messages, and the invalid
+// part of it. The widget copies the image to the screen. Lengths are device-independent pixels; the
+// image has the screen's resolution. Shared by the widget and the code that paints, since a window
+// procedure may destroy its window while it paints. Used on the window thread.
 #pragma once
 
 #include <QColor>
@@ -21,24 +21,26 @@ class QtSurface {
   QtSurface(const QtSurface&) = delete;
   QtSurface& operator=(const QtSurface&) = delete;
 
-  // What stands already stays; what is new has that colour, is damaged and exposed. With another
-  // ratio everything is new. The surface is no larger than the largest window.
+  // Keeps the present contents. A new part is filled with the colour, and is damaged and exposed.
+  // When the ratio changes everything is new. The surface is limited to the size of the largest
+  // window.
   void Resize(QSize wanted, double ratio, const QColor& colour);
-  // The pixels are of no use any more, and need no memory.
+  // Frees the pixels.
   void Drop();
   void Damage(const QRegion& area) { damaged_ += area; }
-  // Damages everything, as lost.
+  // Marks everything as damaged and exposed.
   void Expose();
-  // Inside of the surface.
+  // The damage within the surface.
   QRegion Damaged() const;
 
-  // Lets the window paint what is damaged, which it then no longer is. Nothing without damage and
-  // while it paints already.
+  // Lets the window paint the damage and clears it. Has no effect without damage and while the
+  // window is painting.
   void Paint(WindowEvents& events);
-  // Draws anywhere, also while the window paints; unseen: on nothing.
+  // Draws anywhere on the surface, even while the window paints. Unless isSeen, the drawing is
+  // clipped away.
   void Draw(const std::function<void(Canvas&)>& work, bool isSeen);
 
-  // The pixels as they are, for as long as nothing else is done here.
+  // The pixels without a copy. Valid until the next call on the surface.
   QImage View() const;
 
  private:
@@ -49,13 +51,13 @@ class QtSurface {
   void Clip(const QRegion& area);
   void Unclip();
 
-  // The painter is active as long as there is an image, since beginning takes its time.
+  // The painter is active as long as there is an image, because QPainter::begin is slow.
   QImage image_;
   QPainter painter_;
   QtCanvas canvas_;
   QRegion damaged_;
   bool isExposed_ = false;
-  // Under way, and its damage.
+  // Whether a paint message is in progress, and the area it paints.
   bool isPainting_ = false;
   QRegion painted_;
 };

@@ -8,11 +8,11 @@ namespace platform {
 QtSurfaceWidget::QtSurfaceWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events)
     : QtPaintedWidget(parent, flags, events),
       bars_(*this,
-            [this](int bar, UINT request, int place) {
-              if (Events() != nullptr) Events()->OnScroll(bar, request, place);
+            [this](int bar, UINT request, int position) {
+              if (Events() != nullptr) Events()->OnScroll(bar, request, position);
             }),
       caret_(*this) {
-  // The surface covers all of it.
+  // The surface covers the whole widget.
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -29,7 +29,7 @@ void QtSurfaceWidget::PaintNow() {
   const QPointer<QtSurfaceWidget> self = this;
   PaintDamage();
   if (self == nullptr) return;
-  // The toolkit does not paint inside its painting.
+  // The toolkit does not repaint during a paint event.
   IsPaintingUnderWay() ? update(damaged) : repaint(damaged);
 }
 
@@ -83,7 +83,7 @@ void QtSurfaceWidget::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void QtSurfaceWidget::showEvent(QShowEvent* event) {
-  // Not when it comes back from having been an icon.
+  // Not when the window is restored from minimized.
   if (event->spontaneous()) return;
   Fit();
   surface_->Expose();
@@ -94,7 +94,7 @@ void QtSurfaceWidget::hideEvent(QHideEvent* event) {
 }
 
 void QtSurfaceWidget::childEvent(QChildEvent* event) {
-  // A new child is not above the bars.
+  // The scroll bars stay above a new child.
   if (event->added() && event->child()->isWidgetType()) bars_.Arrange();
 }
 

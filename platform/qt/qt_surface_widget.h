@@ -1,6 +1,6 @@
-// The widget of a window that keeps what it shows: plain top-level windows and children of
-// registered classes. Its painting copies the surface; the window paints only what it has been told
-// is damaged, or was never there.
+// The widget of a window that keeps its contents: top-level windows and children of registered
+// classes. Its paint event copies the surface; the window paints only the parts that were
+// invalidated or are new.
 #pragma once
 
 #include <memory>
@@ -17,11 +17,11 @@ class QtSurfaceWidget final : public QtPaintedWidget {
   QtSurfaceWidget(QWidget* parent, Qt::WindowFlags flags, WindowEvents& events);
 
   void Damage(const QRect& area);
-  // Lets the window paint at once what is damaged, if it is on the screen.
+  // Lets the window paint the damage at once if it is on the screen.
   void PaintNow();
   void Draw(const std::function<void(Canvas&)>& work);
   void SetScrollBar(int bar, const ScrollBarView& view);
-  void SetCaret(const std::optional<QRect>& place) { caret_.Set(place); }
+  void SetCaret(const std::optional<QRect>& bounds) { caret_.Set(bounds); }
 
  private:
   void paintEvent(QPaintEvent* event) override;
@@ -31,7 +31,7 @@ class QtSurfaceWidget final : public QtPaintedWidget {
   void childEvent(QChildEvent* event) override;
 
   bool IsOnScreen() const { return isVisible() && !window()->isMinimized(); }
-  // Makes the surface as large and as fine as what it is for.
+  // Resizes the surface to the client area and to the screen's resolution.
   void Fit();
   void PaintDamage();
   void CopySurface(QPainter& painter, const QRegion& area) const;
@@ -39,7 +39,7 @@ class QtSurfaceWidget final : public QtPaintedWidget {
   std::shared_ptr<QtSurface> surface_ = std::make_shared<QtSurface>();
   QtWindowScrollBars bars_;
   QtCaret caret_;
-  // Something was drawn that has not been copied yet.
+  // Something was drawn on the surface and not yet copied to the screen.
   bool isCopyDue_ = false;
 };
 

@@ -1,4 +1,4 @@
-// Tab controls: Qt's bar of tabs above a frame.
+// Tab controls as Qt's tab bar above a frame.
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,10 +12,10 @@ namespace {
 
 constexpr int kFrame = 4;
 
-// It asks for a tab instead of showing it: the answer may be no.
-class AskingTabBar final : public QTabBar {
+// Requests a tab change instead of showing the tab, since the change may be refused.
+class RequestingTabBar final : public QTabBar {
  public:
-  explicit AskingTabBar(QWidget* parent) : QTabBar(parent) {
+  explicit RequestingTabBar(QWidget* parent) : QTabBar(parent) {
     setDrawBase(false);
     setUsesScrollButtons(true);
     setExpanding(false);
@@ -24,24 +24,24 @@ class AskingTabBar final : public QTabBar {
   TabEvents* events = nullptr;
 
  private:
-  void Want(int index) {
+  void Request(int index) {
     if (events != nullptr && index >= 0 && index < count()) events->OnTabWanted(index);
   }
   void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton) Want(tabAt(event->position().toPoint()));
+    if (event->button() == Qt::LeftButton) Request(tabAt(event->position().toPoint()));
   }
   void mouseReleaseEvent(QMouseEvent* /*event*/) override {}
   void wheelEvent(QWheelEvent* event) override { event->ignore(); }
   void keyPressEvent(QKeyEvent* event) override {
     switch (event->key()) {
       case Qt::Key_Left:
-        return Want(currentIndex() - 1);
+        return Request(currentIndex() - 1);
       case Qt::Key_Right:
-        return Want(currentIndex() + 1);
+        return Request(currentIndex() + 1);
       case Qt::Key_Home:
-        return Want(0);
+        return Request(0);
       case Qt::Key_End:
-        return Want(count() - 1);
+        return Request(count() - 1);
       default:
         event->ignore();
     }
@@ -51,7 +51,7 @@ class AskingTabBar final : public QTabBar {
     if (event->type() == QEvent::Shortcut) {
       const auto* shortcut = static_cast<QShortcutEvent*>(event);
       for (int index = 0; index < count(); ++index) {
-        if (QKeySequence::mnemonic(tabText(index)) == shortcut->key()) Want(index);
+        if (QKeySequence::mnemonic(tabText(index)) == shortcut->key()) Request(index);
       }
       return true;
     }
@@ -63,7 +63,7 @@ class TabFrame final : public QWidget {
  public:
   explicit TabFrame(QWidget* parent) : QWidget(parent) { setFocusProxy(bar); }
 
-  AskingTabBar* const bar = new AskingTabBar(this);
+  RequestingTabBar* const bar = new RequestingTabBar(this);
 
  private:
   void resizeEvent(QResizeEvent* /*event*/) override {

@@ -7,8 +7,8 @@
 namespace platform {
 namespace {
 
-// Asking makes the toolkit look out for the area; on X11 its wish to hear of the area's end is sent
-// with the next question only.
+// The availability query makes the toolkit watch for the area. On X11 the toolkit's request to be
+// notified of the area's end is sent only with its next request, here that of QCursor::pos().
 bool IsAreaThere() {
   const bool isThere = QSystemTrayIcon::isSystemTrayAvailable();
   QCursor::pos();
@@ -30,19 +30,19 @@ bool QtTray::Open(TrayEvents& events) {
   return isThere;
 }
 
-// On X11 the toolkit hears when the owner of the area comes and goes, and tells it by a signal of
-// its platform's interface. Areas on the message bus take up their icons again by themselves.
+// On X11 the toolkit is notified when the owner of the area comes and goes, and emits a signal
+// of the platform's native interface. On the message bus an area takes over existing icons by
+// itself.
 void QtTray::WatchArea() {
   if (QGuiApplication::platformName() != "xcb") return;
-  // An object whose class the public headers only name.
+  // The class of this object is only declared in the public headers.
   auto* platform = reinterpret_cast<QObject*>(QGuiApplication::platformNativeInterface());
   if (platform == nullptr) return;
   QObject::connect(platform, SIGNAL(systemTrayWindowChanged(QScreen*)), &areaChange_,
                    SLOT(start()));
 }
 
-// Icons do not move to an area that takes the place of this one: their programs add them again, and
-// would find them twice.
+// Icons do not move to the next area: their programs add them again, and would have them twice.
 void QtTray::OnAreaChanged() {
   icons_.clear();
   events_->OnAreaChanged(IsAreaThere());

@@ -1,4 +1,4 @@
-// Icons in the notification area by Qt. Lives on the window thread.
+// Icons in the notification area, shown by Qt. Lives on the window thread.
 #pragma once
 
 #include <QTimer>
@@ -26,7 +26,7 @@ class QtTray final : public TrayBackend {
   QtTrayIcon* Find(const TrayIconKey& key) const;
 
   TrayEvents* events_ = nullptr;
-  // Runs out as soon as the event that told of the change has been handled by all.
+  // Fires once all receivers have handled the event that reported the change.
   QTimer areaChange_;
   std::map<TrayIconKey, std::unique_ptr<QtTrayIcon>> icons_;
 };

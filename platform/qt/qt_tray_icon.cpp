@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-// An area gives an icon its place by and by.
+// The time in which a notification area positions a new icon.
 constexpr std::chrono::milliseconds kTimeToDock{500};
 
 QIcon MadeIcon(const IconImages& images) {
@@ -21,7 +21,7 @@ QIcon MadeIcon(const IconImages& images) {
   return icon;
 }
 
-// What the message bus knows a balloon's icon by.
+// The icon of a balloon on the message bus.
 QSystemTrayIcon::MessageIcon MessageIconOf(DWORD icon) {
   switch (icon) {
     case NIIF_INFO:
@@ -40,7 +40,7 @@ QSystemTrayIcon::MessageIcon MessageIconOf(DWORD icon) {
 QtTrayIcon::QtTrayIcon(std::function<void(UINT)> notify) : notify_(std::move(notify)) {
   QObject::connect(&icon_, &QSystemTrayIcon::activated,
                    [this](QSystemTrayIcon::ActivationReason reason) { OnActivated(reason); });
-  // Of balloons that the message bus shows; it does not tell of their end.
+  // Balloons that the message bus shows report clicks, but not their end.
   QObject::connect(&icon_, &QSystemTrayIcon::messageClicked,
                    [this] { notify_(NIN_BALLOONUSERCLICK); });
   awaitingBounds_.setSingleShot(true);
@@ -77,7 +77,7 @@ void QtTrayIcon::HideBalloon() {
 }
 
 void QtTrayIcon::ShowAwaitedBalloon() {
-  // Areas on the message bus show balloons themselves and do not tell where the icon is.
+  // Areas on the message bus show balloons themselves and do not report the icon's bounds.
   if (!icon_.geometry().isEmpty()) {
     ShowOwnBalloon();
   } else {
@@ -112,8 +112,8 @@ void QtTrayIcon::OnActivated(QSystemTrayIcon::ActivationReason reason) {
   }
 }
 
-// The toolkit tells of clicks as a whole. Areas on the message bus do not know double clicks: there
-// two clicks make one.
+// The toolkit reports a click as a whole. Areas on the message bus do not report double clicks: two
+// clicks make one.
 void QtTrayIcon::OnClick() {
   const bool isSecond =
       sinceClick_.isValid() && sinceClick_.elapsed() < QApplication::doubleClickInterval();

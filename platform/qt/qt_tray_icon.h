@@ -1,5 +1,5 @@
-// One icon in the notification area: its picture, its tip, the clicks on it and its balloon. Lives
-// on the window thread.
+// One icon in the notification area: its image, its tip, its clicks and its balloon. Lives on the
+// window thread.
 #pragma once
 
 #include <QElapsedTimer>
@@ -15,13 +15,13 @@ namespace platform {
 
 class QtTrayIcon final {
  public:
-  // `notify` is told what the icon's window shall hear.
+  // `notify` is called with each event to send to the icon's window.
   explicit QtTrayIcon(std::function<void(UINT)> notify);
   QtTrayIcon(const QtTrayIcon&) = delete;
   QtTrayIcon& operator=(const QtTrayIcon&) = delete;
 
   void SetLook(const TrayIconLook& look);
-  // The balloon appears next to the icon, as soon as that has found its place.
+  // The balloon appears next to the icon as soon as the icon has its position.
   void ShowBalloon(const TrayBalloon& balloon);
   void HideBalloon();
 

@@ -43,7 +43,7 @@ class Arrows final : public QWidget {
   const bool horizontal_;
 };
 
-// Sees the keys of the buddy before the buddy does.
+// Receives the keys of the buddy before the buddy does.
 class KeyFilter final : public QObject {
  public:
   explicit KeyFilter(UpDownEvents& events) : events_(events) {}
@@ -74,7 +74,7 @@ class QtUpDownPeer final : public QtControlPeer<UpDownPeer> {
     const auto step = [&events](bool up) { return [&events, up] { events.OnStep(up); }; };
     QObject::connect(arrows->up, &QToolButton::clicked, Context(), step(true));
     QObject::connect(arrows->down, &QToolButton::clicked, Context(), step(false));
-    // Over the field beside it.
+    // Above the edit control beside it.
     arrows->raise();
   }
 

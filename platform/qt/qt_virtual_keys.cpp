@@ -50,15 +50,15 @@ constexpr std::array kNamedKeys = {
     NamedKey{Qt::Key_Menu, VK_APPS, 0x5D | KF_EXTENDED},
 };
 
-// Letters of layouts that have more of them, by where they are on most of these.
-struct PlacedLetter {
+// Letters of layouts with more letters than the US one, by their usual position.
+struct PositionedLetter {
   int key;
   UINT scanCode;
 };
-constexpr std::array kPlacedLetters = {
-    PlacedLetter{Qt::Key_Aring, 0x1A},
-    PlacedLetter{Qt::Key_Odiaeresis, 0x27},
-    PlacedLetter{Qt::Key_Adiaeresis, 0x28},
+constexpr std::array kPositionedLetters = {
+    PositionedLetter{Qt::Key_Aring, 0x1A},
+    PositionedLetter{Qt::Key_Odiaeresis, 0x27},
+    PositionedLetter{Qt::Key_Adiaeresis, 0x28},
 };
 
 VirtualKey FunctionKey(int key) {
@@ -71,7 +71,7 @@ VirtualKey FunctionKey(int key) {
 VirtualKey ByName(const QKeyEvent& event) {
   const auto* found = std::ranges::find(kNamedKeys, event.key(), &NamedKey::key);
   if (found != kNamedKeys.end()) {
-    // The keypad's own arrows are where the digits are; only its Enter came later than they.
+    // Keys of the keypad are not extended, except Enter.
     const bool isOnKeypad = (event.modifiers() & Qt::KeypadModifier) != 0;
     const bool staysExtended = !isOnKeypad || event.key() == Qt::Key_Enter;
     return {found->virtualKey,
@@ -89,7 +89,7 @@ VirtualKey ByVirtualKey(int code) {
   return OfUsKey(std::ranges::find(kUsKeyboard, code, &UsKey::virtualKey));
 }
 
-VirtualKey ByPlace(UINT scanCode) {
+VirtualKey ByScanCode(UINT scanCode) {
   return OfUsKey(std::ranges::find(kUsKeyboard, scanCode, &UsKey::scanCode));
 }
 
@@ -112,8 +112,8 @@ VirtualKey OnKeypad(int key) {
   }
 }
 
-// The display servers count keys as the kernel does, from 8 on; in the main block the kernel's
-// numbers are the scan codes. 0: unknown.
+// Display servers number keys as the kernel does, plus 8. In the main block the kernel's numbers
+// are the scan codes. Returns 0 when unknown.
 UINT ScanCodeOf(const QKeyEvent& event) {
   constexpr quint32 kFirst = 8;
   constexpr UINT kLast = 0x58;
@@ -121,10 +121,10 @@ UINT ScanCodeOf(const QKeyEvent& event) {
   return native > kFirst && native - kFirst <= kLast ? native - kFirst : 0;
 }
 
-// Where no place is told: by what a US keyboard has that character on.
+// For events without a scan code: the key that has the character on a US keyboard.
 VirtualKey ByCharacter(int key) {
-  const auto* letter = std::ranges::find(kPlacedLetters, key, &PlacedLetter::key);
-  if (letter != kPlacedLetters.end()) return ByPlace(letter->scanCode);
+  const auto* letter = std::ranges::find(kPositionedLetters, key, &PositionedLetter::key);
+  if (letter != kPositionedLetters.end()) return ByScanCode(letter->scanCode);
   return OfUsKey(std::ranges::find_if(kUsKeyboard, [key](const UsKey& each) {
     return static_cast<int>(each.plain) == key || static_cast<int>(each.shifted) == key;
   }));
@@ -136,13 +136,13 @@ VirtualKey VirtualKeyOf(const QKeyEvent& event) {
   if (const VirtualKey named = ByName(event); named.code != 0) return named;
   if ((event.modifiers() & Qt::KeypadModifier) != 0) return OnKeypad(event.key());
   const UINT scanCode = ScanCodeOf(event);
-  // A letter is a key of that name wherever the layout has it.
+  // A letter is the virtual key of that name, wherever the layout has it.
   if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z) {
     const VirtualKey letter = ByVirtualKey(event.key());
     return {letter.code, scanCode != 0 ? scanCode : letter.scanCode};
   }
-  const VirtualKey placed = scanCode != 0 ? ByPlace(scanCode) : VirtualKey{};
-  return placed.code != 0 ? placed : ByCharacter(event.key());
+  const VirtualKey byPosition = scanCode != 0 ? ByScanCode(scanCode) : VirtualKey{};
+  return byPosition.code != 0 ? byPosition : ByCharacter(event.key());
 }
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// Which key of a Windows keyboard a key of the toolkit is.
+// Maps keys of the toolkit to virtual keys and scan codes.
 #pragma once
 
 #include <windows.h>

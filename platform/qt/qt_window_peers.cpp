@@ -32,8 +32,8 @@ class QtSurfacePeer final : public QtPeer<WindowPeer> {
   void SetScrollBar(int bar, const ScrollBarView& view) override {
     Surface().SetScrollBar(bar, view);
   }
-  void SetCaret(const std::optional<RECT>& place) override {
-    Surface().SetCaret(place.has_value() ? std::optional(QtRect(*place)) : std::nullopt);
+  void SetCaret(const std::optional<RECT>& bounds) override {
+    Surface().SetCaret(bounds.has_value() ? std::optional(QtRect(*bounds)) : std::nullopt);
   }
 
  private:
@@ -68,8 +68,8 @@ std::unique_ptr<WindowPeer> QtWindowPeers::MakePage(WindowEvents& events, Window
 }
 
 POINT QtWindowPeers::CursorPosition() {
-  const QPoint place = QCursor::pos();
-  return {place.x(), place.y()};
+  const QPoint position = QCursor::pos();
+  return {position.x(), position.y()};
 }
 
 SIZE QtWindowPeers::ScreenSize() {
@@ -77,8 +77,8 @@ SIZE QtWindowPeers::ScreenSize() {
   return {size.width(), size.height()};
 }
 
-RECT QtWindowPeers::WorkArea(POINT place) {
-  const QScreen* at = QGuiApplication::screenAt({place.x, place.y});
+RECT QtWindowPeers::WorkArea(POINT position) {
+  const QScreen* at = QGuiApplication::screenAt({position.x, position.y});
   if (at == nullptr) at = QGuiApplication::primaryScreen();
   return WinRect(at->availableGeometry());
 }

@@ -12,7 +12,7 @@ class QtWindowPeers final : public WindowPeers {
   std::unique_ptr<WindowPeer> MakePage(WindowEvents& events, WindowPeer& parent) override;
   POINT CursorPosition() override;
   SIZE ScreenSize() override;
-  RECT WorkArea(POINT place) override;
+  RECT WorkArea(POINT position) override;
 };
 
 }  // namespace platform

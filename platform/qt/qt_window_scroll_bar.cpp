@@ -11,17 +11,18 @@ QtWindowScrollBar::QtWindowScrollBar(QWidget& window, Qt::Orientation orientatio
   setFocusPolicy(Qt::NoFocus);
   setContextMenuPolicy(Qt::PreventContextMenu);
   setCursor(Qt::ArrowCursor);
-  // The window is not told of the mouse on its bars.
+  // The window does not receive mouse events on its scroll bars.
   setAttribute(Qt::WA_NoMousePropagation);
   setTracking(false);
   connect(this, &QScrollBar::actionTriggered, [this](int action) { OnAction(action); });
-  connect(this, &QScrollBar::sliderMoved, [this](int place) { report_(SB_THUMBTRACK, place); });
+  connect(this, &QScrollBar::sliderMoved,
+          [this](int position) { report_(SB_THUMBTRACK, position); });
   connect(this, &QScrollBar::sliderReleased, [this] { OnReleased(); });
 }
 
 void QtWindowScrollBar::Set(const ScrollBarView& view) {
   if (isSliderDown()) {
-    later_ = view;
+    pending_ = view;
   } else {
     Apply(view);
   }
@@ -64,13 +65,13 @@ void QtWindowScrollBar::OnAction(int action) {
     default:
       return;
   }
-  // Whoever is told moves it.
+  // The receiver of the report moves the thumb.
   setSliderPosition(value());
 }
 
 void QtWindowScrollBar::OnReleased() {
   report_(SB_THUMBPOSITION, sliderPosition());
-  if (later_.has_value()) Apply(*std::exchange(later_, std::nullopt));
+  if (pending_.has_value()) Apply(*std::exchange(pending_, std::nullopt));
   setSliderPosition(value());
 }
 

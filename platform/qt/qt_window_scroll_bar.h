@@ -12,11 +12,11 @@ namespace platform {
 
 class QtWindowScrollBar final : public QScrollBar {
  public:
-  using Report = std::function<void(UINT request, int place)>;
+  using Report = std::function<void(UINT request, int position)>;
 
   QtWindowScrollBar(QWidget& window, Qt::Orientation orientation, Report report);
 
-  // While the user drags the thumb, it is shown once that is over.
+  // While the user drags the thumb, the view is kept and applied when dragging ends.
   void Set(const ScrollBarView& view);
 
  private:
@@ -28,11 +28,11 @@ class QtWindowScrollBar final : public QScrollBar {
   void Apply(const ScrollBarView& view);
   void OnAction(int action);
   void OnReleased();
-  // Paging goes on until the thumb has come to where the mouse is.
+  // Whether the mouse is on that part; paging goes on until the thumb has reached the mouse.
   bool IsMouseOn(QStyle::SubControl part) const;
 
   Report report_;
-  std::optional<ScrollBarView> later_;
+  std::optional<ScrollBarView> pending_;
   bool isPressed_ = false;
   QPoint mouse_;
 };

@@ -16,8 +16,8 @@ void QtWindowScrollBars::Set(int bar, const ScrollBarView& view) {
   if (widget == nullptr) {
     if (!view.isShown) return;
     const auto orientation = bar == SB_VERT ? Qt::Vertical : Qt::Horizontal;
-    widget = new QtWindowScrollBar(window_, orientation, [this, bar](UINT request, int place) {
-      report_(bar, request, place);
+    widget = new QtWindowScrollBar(window_, orientation, [this, bar](UINT request, int position) {
+      report_(bar, request, position);
     });
   }
   widget->Set(view);
@@ -44,7 +44,8 @@ void QtWindowScrollBars::Arrange() {
   corner_->raise();
 }
 
-// The window arranges its bars when it gets a child, so the corner is known before it is one.
+// The window arranges its bars when a child is added, so corner_ is set before the corner becomes
+// one.
 void QtWindowScrollBars::MakeCorner() {
   corner_ = new QWidget;
   corner_->setAutoFillBackground(true);

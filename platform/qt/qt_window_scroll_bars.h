@@ -1,6 +1,6 @@
 // The scroll bars of a window, at the right and at the bottom of its widget, with a corner between
-// them. What the user does with them is reported; they stay where they are until they are told
-// otherwise, but for the thumb while it is dragged. Used on the window thread.
+// them. User actions are reported and do not move the thumb, except while it is dragged: the owner
+// sets its position. Used on the window thread.
 #pragma once
 
 #include <QWidget>
@@ -15,16 +15,16 @@ class QtWindowScrollBar;
 
 class QtWindowScrollBars {
  public:
-  // The bar, the request and the place, as WindowEvents::OnScroll has them.
-  using Report = std::function<void(int bar, UINT request, int place)>;
+  // The bar, the request and the position, as in WindowEvents::OnScroll.
+  using Report = std::function<void(int bar, UINT request, int position)>;
 
   QtWindowScrollBars(QWidget& window, Report report)
       : window_(window), report_(std::move(report)) {}
 
   void Set(int bar, const ScrollBarView& view);
-  // Puts them where they belong, above all other children.
+  // Positions the bars, above all other children.
   void Arrange();
-  // What they leave of the window.
+  // The window's size without the bars.
   QSize ClientSize() const;
 
  private:
@@ -34,7 +34,7 @@ class QtWindowScrollBars {
 
   QWidget& window_;
   Report report_;
-  // Owned by the window's widget; null as long as they have never been shown.
+  // Owned by the window's widget; null until first shown.
   QtWindowScrollBar* horizontal_ = nullptr;
   QtWindowScrollBar* vertical_ = nullptr;
   QWidget* corner_ = nullptr;

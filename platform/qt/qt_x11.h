@@ -7,7 +7,7 @@
 
 namespace platform {
 
-// Null on other platforms. The offscreen one has the interface, too, without a display behind it.
+// Null on other platforms. The offscreen platform has the interface, too, but no display.
 inline const QNativeInterface::QX11Application* X11Application() {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   return x11 != nullptr && x11->connection() != nullptr ? x11 : nullptr;
@@ -18,7 +18,7 @@ inline xcb_connection_t* X11Connection() {
   return x11 != nullptr ? x11->connection() : nullptr;
 }
 
-// The event's type, whether the server or another program has sent it.
+// The event's type, whether the server or another client sent it.
 inline unsigned X11EventType(const xcb_generic_event_t& event) {
   constexpr unsigned kSentEvent = 0x80;
   return event.response_type & ~kSentEvent;

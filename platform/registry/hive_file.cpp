@@ -53,7 +53,7 @@ DWORD WriteAll(int file, std::string_view text) {
   return ::fsync(file) == 0 ? NO_ERROR : ErrorFromErrno(errno);
 }
 
-// Makes a rename in the folder last.
+// Makes a rename in the folder durable.
 void SyncFolder(const std::filesystem::path& folder) {
   const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!descriptor.IsOpen() || ::fsync(descriptor.Get()) != 0) {
@@ -69,14 +69,14 @@ HiveFile::HiveFile(std::filesystem::path path) : path_(std::move(path)) {
 
 bool HiveFile::IsUnchanged() const {
   struct stat status {};
-  if (!known_) return false;
+  if (!loaded_) return false;
   if (::lstat(path_.c_str(), &status) != 0) return errno == ENOENT && !file_.IsOpen();
   return file_.IsOpen() && SameFile(status, status_);
 }
 
 DWORD HiveFile::Read(const HiveKey*& root) {
   if (!IsUnchanged()) {
-    known_ = false;
+    loaded_ = false;
     const DWORD error = Load();
     if (error != NO_ERROR) return error;
   }
@@ -85,7 +85,7 @@ DWORD HiveFile::Read(const HiveKey*& root) {
 }
 
 DWORD HiveFile::Load() {
-  // Not to wait, should it be a pipe that somebody put there.
+  // O_NONBLOCK: opening does not wait when the path is a pipe.
   FileDescriptor file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
   if (!file.IsOpen()) {
     if (errno != ENOENT) return errno == EACCES ? ERROR_ACCESS_DENIED : ERROR_CANTOPEN;
@@ -100,14 +100,14 @@ DWORD HiveFile::Load() {
     std::optional<HiveKey> root = ReadHive(text);
     if (root) {
       Remember(std::move(*root), std::move(file));
-      // As it was before the text was read: a change since then is seen at the next look.
+      // The status from before the reading, so that the next Read notices a change since then.
       status_ = status;
       return NO_ERROR;
     }
     error = ERROR_REGISTRY_CORRUPT;
   }
-  if (!complained_) LogLine("the registry cannot be read: " + path_.string());
-  complained_ = true;
+  if (!errorLogged_) LogLine("the registry cannot be read: " + path_.string());
+  errorLogged_ = true;
   return error;
 }
 
@@ -115,8 +115,8 @@ void HiveFile::Remember(HiveKey root, FileDescriptor file) {
   root_ = std::move(root);
   file_ = std::move(file);
   if (file_.IsOpen()) ::fstat(file_.Get(), &status_);
-  known_ = true;
-  complained_ = false;
+  loaded_ = true;
+  errorLogged_ = false;
 }
 
 DWORD HiveFile::LockForWriting(FileDescriptor& lock) {

@@ -1,6 +1,6 @@
-// The file of a hive: read again when somebody has changed it, replaced as a whole when it is
-// written, so that a crash leaves the old one or the new one. A file that cannot be understood is
-// never overwritten. Not for several threads at once.
+// The file of a hive. It is read again when another process has changed it. A write replaces the
+// whole file, so that a crash leaves the old one or the new one. A damaged file is never
+// overwritten. One thread at a time.
 #pragma once
 
 #include <sys/stat.h>
@@ -15,22 +15,23 @@ namespace platform {
 
 class HiveFile {
  public:
-  // Lies in a folder of its own, which is made, with mode 0700, when it is missing.
+  // The path's folder is for the hive alone; it is created with mode 0700 when it is missing.
   explicit HiveFile(std::filesystem::path path);
 
   const std::filesystem::path& Path() const { return path_; }
 
-  // What the file holds now; an empty tree when there is no file. 0, or the error: among others
-  // ERROR_REGISTRY_CORRUPT.
+  // The current content of the file; an empty tree when there is no file. Valid until the next call
+  // of Read or Write. 0, or an error: among others ERROR_REGISTRY_CORRUPT.
   DWORD Read(const HiveKey*& root);
 
-  // Keeps the writers of other processes out until the descriptor is closed.
+  // Takes the lock between writers, waiting for another process. Held until the descriptor is
+  // closed.
   DWORD LockForWriting(FileDescriptor& lock);
 
-  // Replaces the file. Only under the lock, with a tree that was read under it.
+  // Replaces the file. The caller holds the lock and has read the tree under it.
   DWORD Write(HiveKey root);
 
-  // Whether this process may write, as far as one can tell without trying.
+  // Whether this process has write access to the folder.
   bool IsWritable() const;
 
  private:
@@ -40,11 +41,11 @@ class HiveFile {
 
   std::filesystem::path path_;
   HiveKey root_;
-  // The file that was read last stays open, so that no other gets its number and looks the same.
+  // The file that was read last stays open, so that no other file gets its inode number.
   FileDescriptor file_;
   struct stat status_ {};
-  bool known_ = false;       // root_ is what the file, or its absence, said
-  bool complained_ = false;  // about a file that cannot be understood; once is enough
+  bool loaded_ = false;       // root_ is the content of the file, or empty as there is none
+  bool errorLogged_ = false;  // a damaged file is logged once
 };
 
 }  // namespace platform

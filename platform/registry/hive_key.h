@@ -1,5 +1,5 @@
-// The tree of keys and values that a hive holds; plain data. Names compare without regard to case,
-// and everything is kept in the order in which it was made.
+// The tree of keys and values of a hive; plain data. Names are compared case-insensitively. Keys
+// and values stay in the order of their creation.
 #pragma once
 
 #include <windef.h>
@@ -30,7 +30,7 @@ struct HiveKey {
   std::vector<HiveValue> values;
   std::vector<HiveKey> keys;
 
-  // Null when there is none; valid until the vector changes.
+  // Null when there is none. Valid until the vector changes.
   HiveKey* FindKey(std::wstring_view keyName);
   const HiveKey* FindKey(std::wstring_view keyName) const;
   HiveValue* FindValue(std::wstring_view valueName);
@@ -38,13 +38,15 @@ struct HiveKey {
 
   // The key at a path below this one; null when there is none.
   const HiveKey* FindPath(const KeyPath& path) const;
-  // The same, made with the keys above it as far as they are missing.
+  // The same; creates the key and the keys above it when they are missing.
   HiveKey& MakePath(const KeyPath& path);
 };
 
-// Whether a name can stand in a hive: not too long, no control characters, only real characters,
-// and no backslash, which separates keys.
+// Whether a hive can hold a key of that name: not empty, at most kMaximumKeyName characters, only
+// valid characters, no control characters, and no backslash, which separates keys.
 bool IsKeyName(std::wstring_view name);
+// The same for a value: at most kMaximumValueName valid characters other than null; empty is the
+// default value.
 bool IsValueName(std::wstring_view name);
 
 }  // namespace platform

@@ -34,7 +34,8 @@ std::string Quoted(std::wstring_view text) {
   return out + '"';
 }
 
-// The text of a string value that can be written as one: whole characters and one zero at the end.
+// The text of a string value. Nothing when the value cannot be written as text: it must consist of
+// valid characters and end with its only null.
 std::optional<std::wstring> TextOf(const HiveValue& value) {
   const std::size_t units = value.data.size() / sizeof(wchar_t);
   if (units == 0 || units * sizeof(wchar_t) != value.data.size()) return std::nullopt;
@@ -145,7 +146,7 @@ bool ReadDword(std::string_view text, HiveValue& value) {
   return text.empty();
 }
 
-// "3):01,ff", that is, behind "hex(".
+// Reads what follows "hex(": "3):01,ff".
 bool ReadHex(std::string_view text, HiveValue& value) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value.type);
   if (error != std::errc()) return false;
@@ -220,11 +221,11 @@ class HiveReader {
   }
 
   HiveKey root_;
-  // Valid between two key lines, for only those change the tree.
+  // Valid until the next key line, which changes the tree.
   HiveKey* current_ = &root_;
 };
 
-// Takes one line without its end; nothing when the end is missing.
+// Takes one line without its line break; nothing when the line break is missing.
 std::optional<std::string_view> TakeLine(std::string_view& text) {
   const std::size_t end = text.find('\n');
   if (end == std::string_view::npos) return std::nullopt;

@@ -3,14 +3,14 @@
 //   registry 1
 //   [Software\Maker]
 //   @="text of the default value"
-//   "Name"="text, with \\ \" and \x0A for what cannot stand as it is"
+//   "Name"="text, with the escapes \\ \" and \x0a"
 //   "Path"=expand:"%SystemRoot%\\x"
 //   "Number"=dword:0000002a
 //   "Bytes"=hex(3):01,ff
 //   end 6
 //
-// Every key has a line, after the one above it. The number at the end is that of the lines between
-// the first and the last, so that a text that was cut off is known. Pure; any thread.
+// Every key has a line, which follows the line of its parent key. The number at the end counts the
+// lines between the first and the last, so that a truncated text is detected. Pure; any thread.
 #pragma once
 
 #include <optional>
@@ -23,7 +23,7 @@ namespace platform {
 
 std::string WriteHive(const HiveKey& root);
 
-// Nothing when the text is not exactly of this form, names a key or a value twice, or was cut off.
+// Nothing when the text is not exactly of this form, has a key or a value twice, or is truncated.
 std::optional<HiveKey> ReadHive(std::string_view text);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// Keys that are not stored but made when they are read: the network cards. Owned by the registry;
-// any thread.
+// Providers of registry keys that are not stored but built when they are read, such as the network
+// cards. Owned by the registry; any thread.
 #pragma once
 
 #include <functional>
@@ -14,15 +14,15 @@ struct ProvidedKey {
   std::vector<std::pair<std::wstring, std::wstring>> texts;  // values of type REG_SZ
 };
 
-// Answers the subkeys of the provided key, in order.
+// Returns the subkeys of the provided key, in order.
 using KeyProvider = std::function<std::vector<ProvidedKey>()>;
 
-// Makes the subkeys of this key of HKEY_LOCAL_MACHINE (any case, no leading backslash) come from
-// the provider instead of the hive. An empty provider gives the key back to the hive, where it is
-// an ordinary one. Provided keys are read-only.
+// Registers the provider for the subkeys of this key of HKEY_LOCAL_MACHINE (any case, no leading
+// backslash), which hide those of the hive. An empty provider makes the key an ordinary key of the
+// hive again. Provided keys are read-only.
 void SetKeyProvider(std::wstring_view path, KeyProvider provider);
 
-// What is provided from the start, by path. Defined by the wiring.
+// The providers that are registered from the start, by path. Defined by the wiring.
 std::vector<std::pair<std::wstring_view, KeyProvider>> DefaultKeyProviders();
 
 }  // namespace platform

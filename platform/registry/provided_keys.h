@@ -1,5 +1,5 @@
-// The registry's side of key_provider.h: which keys are made when they are read, and what they are
-// made of. Any thread; a provider is called without a lock held.
+// The registry's side of key_provider.h: looks up provided keys. Any thread; providers are called
+// without a lock.
 #pragma once
 
 #include <optional>
@@ -10,18 +10,17 @@
 
 namespace platform {
 
-// Whether the path is that of a provided key or lies below one.
+// Whether the path is that of a provided key or of a key below one.
 bool IsProvidedPath(const KeyPath& path);
 
-// The key at such a path with its values and the names of its subkeys; nothing when it is not
-// there.
+// The key at such a path with its values and subkeys; nothing when it does not exist.
 std::optional<HiveKey> FindProvidedKey(const KeyPath& path);
 
-// The keys right below the path that lead to a provided key. They exist whether they are stored or
-// not.
+// The direct subkeys of the path that lead to a provided key. They exist even when they are not
+// stored.
 std::vector<std::wstring> NamesTowardProvidedKeys(const KeyPath& path);
 
-// Takes a path apart at its backslashes; empty pieces are left out.
+// Splits a path at its backslashes; empty names are dropped.
 KeyPath SplitKeyPath(std::wstring_view path);
 
 }  // namespace platform

@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-// A key that is on the way to a provided one is there even when it is not stored.
-bool IsThere(const HiveKey& root, const KeyPath& path) {
+// A key above a provided one exists even when it is not stored.
+bool KeyExists(const HiveKey& root, const KeyPath& path) {
   return root.FindPath(path) != nullptr || !NamesTowardProvidedKeys(path).empty();
 }
 
@@ -23,9 +23,9 @@ std::vector<std::wstring> NamesBelow(const HiveKey& root, const KeyPath& path) {
       names.push_back(each.name);
   }
   for (const std::wstring& toward : NamesTowardProvidedKeys(path)) {
-    const bool known = std::ranges::any_of(
+    const bool listed = std::ranges::any_of(
         names, [&toward](const std::wstring& name) { return EqualNames(name, toward); });
-    if (!known) names.push_back(toward);
+    if (!listed) names.push_back(toward);
   }
   return names;
 }
@@ -45,11 +45,11 @@ HiveFile& Registry::File() {
   return *file_;
 }
 
-DWORD Registry::Read(const std::function<DWORD(const HiveKey& root)>& look) {
+DWORD Registry::Read(const std::function<DWORD(const HiveKey& root)>& reader) {
   const std::lock_guard lock(mutex_);
   const HiveKey* root = nullptr;
   const DWORD error = File().Read(root);
-  return error != NO_ERROR ? error : look(*root);
+  return error != NO_ERROR ? error : reader(*root);
 }
 
 DWORD Registry::Apply(const Change& change) {
@@ -69,7 +69,7 @@ DWORD Registry::Apply(const Change& change) {
 DWORD Registry::Exists(const KeyPath& path) {
   if (IsProvidedPath(path)) return FindProvidedKey(path) ? NO_ERROR : ERROR_KEY_DELETED;
   return Read(
-      [&](const HiveKey& root) { return IsThere(root, path) ? NO_ERROR : ERROR_KEY_DELETED; });
+      [&](const HiveKey& root) { return KeyExists(root, path) ? NO_ERROR : ERROR_KEY_DELETED; });
 }
 
 DWORD Registry::SubkeyNames(const KeyPath& path, std::vector<std::wstring>& names) {
@@ -81,7 +81,7 @@ DWORD Registry::SubkeyNames(const KeyPath& path, std::vector<std::wstring>& name
     return NO_ERROR;
   }
   return Read([&](const HiveKey& root) {
-    if (!IsThere(root, path)) return ERROR_KEY_DELETED;
+    if (!KeyExists(root, path)) return ERROR_KEY_DELETED;
     names = NamesBelow(root, path);
     return NO_ERROR;
   });
@@ -93,7 +93,7 @@ DWORD Registry::QueryValue(const KeyPath& path, std::wstring_view name, HiveValu
     return key ? CopyValue(&*key, name, value) : ERROR_KEY_DELETED;
   }
   return Read([&](const HiveKey& root) {
-    if (!IsThere(root, path)) return ERROR_KEY_DELETED;
+    if (!KeyExists(root, path)) return ERROR_KEY_DELETED;
     return CopyValue(root.FindPath(path), name, value);
   });
 }
@@ -102,7 +102,7 @@ DWORD Registry::CreateKey(const KeyPath& path, bool& created) {
   created = false;
   if (IsProvidedPath(path)) return FindProvidedKey(path) ? NO_ERROR : ERROR_ACCESS_DENIED;
   return Apply([&](HiveKey& root, bool& changed) {
-    if (IsThere(root, path)) return NO_ERROR;
+    if (KeyExists(root, path)) return NO_ERROR;
     root.MakePath(path);
     created = changed = true;
     return NO_ERROR;
@@ -112,15 +112,15 @@ DWORD Registry::CreateKey(const KeyPath& path, bool& created) {
 DWORD Registry::SetValue(const KeyPath& path, const HiveValue& value) {
   if (IsProvidedPath(path)) return ERROR_ACCESS_DENIED;
   return Apply([&](HiveKey& root, bool& changed) {
-    if (!IsThere(root, path)) return ERROR_KEY_DELETED;
+    if (!KeyExists(root, path)) return ERROR_KEY_DELETED;
     HiveKey& key = root.MakePath(path);
-    HiveValue* known = key.FindValue(value.name);
-    if (known == nullptr) {
+    HiveValue* existing = key.FindValue(value.name);
+    if (existing == nullptr) {
       key.values.push_back(value);
       changed = true;
-    } else if (known->type != value.type || known->data != value.data) {
-      known->type = value.type;
-      known->data = value.data;
+    } else if (existing->type != value.type || existing->data != value.data) {
+      existing->type = value.type;
+      existing->data = value.data;
       changed = true;
     }
     return NO_ERROR;
@@ -130,9 +130,9 @@ DWORD Registry::SetValue(const KeyPath& path, const HiveValue& value) {
 DWORD Registry::DeleteValue(const KeyPath& path, std::wstring_view name) {
   if (IsProvidedPath(path)) return ERROR_ACCESS_DENIED;
   return Apply([&](HiveKey& root, bool& changed) {
-    if (!IsThere(root, path)) return ERROR_KEY_DELETED;
-    const auto isIt = [name](const HiveValue& each) { return EqualNames(each.name, name); };
-    if (std::erase_if(root.MakePath(path).values, isIt) == 0) return ERROR_FILE_NOT_FOUND;
+    if (!KeyExists(root, path)) return ERROR_KEY_DELETED;
+    const auto hasName = [name](const HiveValue& each) { return EqualNames(each.name, name); };
+    if (std::erase_if(root.MakePath(path).values, hasName) == 0) return ERROR_FILE_NOT_FOUND;
     changed = true;
     return NO_ERROR;
   });
@@ -141,7 +141,7 @@ DWORD Registry::DeleteValue(const KeyPath& path, std::wstring_view name) {
 DWORD Registry::DeleteKey(const KeyPath& path) {
   if (IsProvidedPath(path) || path.empty()) return ERROR_ACCESS_DENIED;
   return Apply([&](HiveKey& root, bool& changed) {
-    if (!IsThere(root, path)) return ERROR_KEY_DELETED;
+    if (!KeyExists(root, path)) return ERROR_KEY_DELETED;
     if (!NamesBelow(root, path).empty()) return ERROR_ACCESS_DENIED;
     HiveKey& above = root.MakePath(KeyPath(path.begin(), path.end() - 1));
     std::erase_if(above.keys,

@@ -1,6 +1,6 @@
-// HKEY_LOCAL_MACHINE: the stored keys of the hive together with the provided ones, by path. Every
-// operation answers 0 or the error that the API documents; ERROR_KEY_DELETED when the key that it
-// is about is not there. Any thread, any number of processes.
+// HKEY_LOCAL_MACHINE: the stored keys of the hive and the provided ones, by path. Every operation
+// returns 0 or the error that the API documents; ERROR_KEY_DELETED when the key does not exist. Any
+// thread, any number of processes.
 #pragma once
 
 #include <windef.h>
@@ -28,18 +28,18 @@ class Registry {
   DWORD DeleteValue(const KeyPath& path, std::wstring_view name);
   DWORD DeleteKey(const KeyPath& path);  // ERROR_ACCESS_DENIED when it has subkeys
 
-  // Whether this process may write, as far as one can tell without trying.
+  // Whether this process has write access to the hive's folder.
   bool IsWritable();
 
  private:
-  // Changes the tree and tells whether it has to be written, or which error there is.
+  // Changes the tree. Sets `changed` when it has to be written; returns 0 or an error.
   using Change = std::function<DWORD(HiveKey& root, bool& changed)>;
   DWORD Apply(const Change& change);
-  DWORD Read(const std::function<DWORD(const HiveKey& root)>& look);
+  DWORD Read(const std::function<DWORD(const HiveKey& root)>& reader);
   HiveFile& File();
 
   std::mutex mutex_;
-  std::unique_ptr<HiveFile> file_;  // of the root folder that was asked for last
+  std::unique_ptr<HiveFile> file_;  // of the root folder at the last operation
 };
 
 Registry& LocalMachine();

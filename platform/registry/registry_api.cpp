@@ -21,7 +21,7 @@ constexpr REGSAM kSetValue = 0x0002;
 constexpr REGSAM kCreateSubKey = 0x0004;
 constexpr REGSAM kEnumerateSubKeys = 0x0008;
 
-// An open key: where it is, not what it holds, for that may change at any time.
+// An open key: its path and access, not its values, which may change at any time.
 class OpenKey final : public Object {
  public:
   OpenKey(KeyPath path, REGSAM access) : path_(std::move(path)), access_(access) {}
@@ -40,7 +40,8 @@ std::shared_ptr<OpenKey> FindKey(HKEY key) {
   return Resolve<OpenKey>(HandleKind::kRegistryKey, key);
 }
 
-// The key that a call with these rights is about; null with `error` set when it may not.
+// The key of a call that needs these rights. Null with `error` set when the handle is invalid or
+// was opened without them.
 std::shared_ptr<OpenKey> FindKey(HKEY key, REGSAM rights, DWORD& error) {
   std::shared_ptr<OpenKey> found = FindKey(key);
   error = found == nullptr ? ERROR_INVALID_HANDLE : NO_ERROR;
@@ -60,13 +61,14 @@ DWORD SubPath(const OpenKey& key, LPCWSTR subKey, KeyPath& path) {
   return path.size() > kMaximumKeyDepth ? ERROR_INVALID_PARAMETER : NO_ERROR;
 }
 
-// A key that is missing below one that is there was never made, as far as the caller can know.
+// The error for a missing subkey: ERROR_FILE_NOT_FOUND when the open key exists, else
+// ERROR_KEY_DELETED.
 DWORD MissingKeyError(const OpenKey& above) {
   const DWORD error = LocalMachine().Exists(above.Path());
   return error == NO_ERROR ? ERROR_FILE_NOT_FOUND : error;
 }
 
-// Who may not write the machine's keys learns it when opening, not at the first write.
+// Missing write access fails the opening of a key, not the first write.
 DWORD CheckWriteAccess(REGSAM access) {
   const bool writes = (access & (kSetValue | kCreateSubKey)) != 0;
   return writes && !LocalMachine().IsWritable() ? ERROR_ACCESS_DENIED : NO_ERROR;
@@ -108,10 +110,10 @@ DWORD CreateBelow(const OpenKey& key, LPCWSTR subKey, REGSAM access, PHKEY resul
 
 DWORD StoreData(const HiveValue& value, LPBYTE data, LPDWORD bytes) {
   if (bytes == nullptr) return NO_ERROR;
-  const DWORD room = *bytes;
+  const DWORD capacity = *bytes;
   *bytes = static_cast<DWORD>(value.data.size());
   if (data == nullptr) return NO_ERROR;
-  if (room < *bytes) return ERROR_MORE_DATA;
+  if (capacity < *bytes) return ERROR_MORE_DATA;
   std::ranges::copy(value.data, data);
   return NO_ERROR;
 }

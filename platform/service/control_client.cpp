@@ -10,9 +10,9 @@
 namespace platform {
 namespace {
 
-constexpr timeval kPatience{.tv_sec = 30, .tv_usec = 0};
+constexpr timeval kTimeout{.tv_sec = 30, .tv_usec = 0};
 
-// What a failed exchange means to the caller of ControlService.
+// The error of ControlService for a failed exchange.
 DWORD ErrorOfExchange(int error) {
   switch (error) {
     case ENOENT:
@@ -31,9 +31,9 @@ DWORD Connect(std::wstring_view name, FileDescriptor& connection) {
   if (!address.IsValid()) return ERROR_SERVICE_NOT_ACTIVE;
   connection.Reset(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
   if (!connection.IsOpen()) return ErrorFromErrno(errno);
-  // The limits hold for the connecting too, which waits when the service has many to answer.
-  ::setsockopt(connection.Get(), SOL_SOCKET, SO_SNDTIMEO, &kPatience, sizeof kPatience);
-  ::setsockopt(connection.Get(), SOL_SOCKET, SO_RCVTIMEO, &kPatience, sizeof kPatience);
+  // The timeouts also limit connect, which waits when the server's backlog is full.
+  ::setsockopt(connection.Get(), SOL_SOCKET, SO_SNDTIMEO, &kTimeout, sizeof kTimeout);
+  ::setsockopt(connection.Get(), SOL_SOCKET, SO_RCVTIMEO, &kTimeout, sizeof kTimeout);
   const bool connected =
       ::connect(connection.Get(), address.Get(), ControlSocketAddress::Size()) == 0;
   return connected ? NO_ERROR : ErrorOfExchange(errno);
@@ -48,7 +48,7 @@ DWORD Receive(int connection, ControlReply& reply) {
   if (bytes < 0) return ErrorOfExchange(errno);
   const bool valid = bytes == sizeof received && received.magic == kControlMagic &&
                      received.version == kControlVersion;
-  // An end without reply: the process has died meanwhile, or it does not answer this user.
+  // Closed without a reply: the process has died, or it rejects this user.
   if (!valid) return ERROR_SERVICE_REQUEST_TIMEOUT;
   reply = received;
   return NO_ERROR;

@@ -10,13 +10,13 @@ struct ControlRule {
   DWORD first;
   DWORD last;
   DWORD access;
-  DWORD accepted;  // what the service must have said that it accepts; 0: nothing
+  DWORD accepted;  // needed in dwControlsAccepted; 0: nothing
 };
 
 constexpr DWORD kAcceptParameterChange = 0x00000008;
 constexpr DWORD kAcceptNetBindChange = 0x00000010;
 
-// Shutdown (5) and what follows the net binding controls is the system's alone to send.
+// Only the system sends shutdown (5) and the controls after the net binding ones, 11 to 127.
 constexpr ControlRule kRules[] = {
     {SERVICE_CONTROL_STOP, SERVICE_CONTROL_STOP, SERVICE_STOP, SERVICE_ACCEPT_STOP},
     {SERVICE_CONTROL_PAUSE, SERVICE_CONTROL_CONTINUE, SERVICE_PAUSE_CONTINUE,
@@ -34,7 +34,7 @@ const ControlRule* FindRule(DWORD control) {
   return rule == std::end(kRules) ? nullptr : rule;
 }
 
-// Drivers have no handler: they can be stopped and asked, nothing else.
+// Drivers have no handler: they can only be stopped and interrogated.
 bool DriverTakes(DWORD control) {
   return control == SERVICE_CONTROL_STOP || control == SERVICE_CONTROL_INTERROGATE;
 }

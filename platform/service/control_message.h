@@ -1,6 +1,7 @@
-// What passes over the control socket of a running service: one request and one reply for each
-// connection, each a message of fixed size. Both ends are this layer on the same machine, so the
-// structures travel as they lie in memory. Also the rules which control a service takes when.
+// The messages on the control socket of a running service: one request and one reply for each
+// connection, each of fixed size. Client and server are this layer on the same machine, so the
+// structures are sent as they are in memory. Also the rules that say when a service accepts a
+// control. Any thread.
 #pragma once
 
 #include <winsvc.h>
@@ -26,14 +27,15 @@ struct ControlReply {
   SERVICE_STATUS status{};
 };
 
-// Whether a service in that status takes the control: 0, or the error of ControlService.
+// Whether a service in that status accepts the control: 0, or the error of ControlService.
 DWORD JudgeControl(const SERVICE_STATUS& status, DWORD control);
 
-// The access that a handle needs for the control; 0: no control that ControlService can send.
+// The access that a handle needs for the control; 0: ControlService cannot send it.
 DWORD AccessForControl(DWORD control);
 
-// Sends the control to the process that runs the service and waits for its handler, 30 s at most.
-// 0 when there is a reply, which may itself hold an error.
+// Sends the control to the process that runs the service and waits for the reply, which is sent
+// when the handler has returned; 30 s at most. 0 when there is a reply, which may itself contain an
+// error.
 DWORD SendControl(std::wstring_view name, DWORD control, ControlReply& reply);
 
 }  // namespace platform

@@ -30,7 +30,7 @@ bool IsTrusted(int connection) {
 }
 
 void Send(int connection, const ControlReply& reply) {
-  // A client that has gone, or does not read, misses its reply and nothing else.
+  // A client that has closed its end or does not read misses its reply; nothing else is affected.
   [[maybe_unused]] const ssize_t sent =
       ::send(connection, &reply, sizeof reply, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
@@ -48,7 +48,7 @@ DWORD ControlServer::Listen(std::wstring_view serviceName) {
   FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!address.IsValid() || !socket.IsOpen()) return ErrorFromErrno(errno);
   ::unlink(path.c_str());
-  // The file takes its mode from the socket, so it is never open to others, not even for a moment.
+  // The file gets its mode from the socket, so other users cannot open it at any moment.
   if (::fchmod(socket.Get(), 0600) != 0 ||
       ::bind(socket.Get(), address.Get(), ControlSocketAddress::Size()) != 0 ||
       ::listen(socket.Get(), kBacklog) != 0) {
@@ -67,7 +67,7 @@ void ControlServer::Close() {
 }
 
 void ControlServer::AppendTo(std::vector<pollfd>& entries) const {
-  // With too many clients the next ones wait until one is done with or dropped.
+  // With too many clients, further ones wait until one is dropped.
   if (clients_.size() < kMaxClients) entries.push_back({listener_.Get(), POLLIN, 0});
   for (const Client& client : clients_)
     entries.push_back({client.connection.Get(), POLLIN, 0});

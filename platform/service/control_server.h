@@ -1,6 +1,6 @@
-// The control socket of the service that this process runs. Answers root and the user that runs the
-// process, nobody else. Several clients at once; one that says nothing is dropped after a while and
-// keeps nobody waiting. Used on the dispatcher's thread alone.
+// The control socket of the service that this process runs. Accepts clients of root and of the
+// process's user only. Serves several clients at once without blocking; a client that sends nothing
+// is dropped after five seconds. Used on the dispatcher's thread alone.
 #pragma once
 
 #include <poll.h>
@@ -18,7 +18,7 @@ namespace platform {
 
 class ControlServer {
  public:
-  // Carries out one control and answers it.
+  // Handles one control and returns the reply.
   using Handler = std::function<ControlReply(DWORD control)>;
 
   ControlServer() = default;
@@ -26,16 +26,17 @@ class ControlServer {
   ControlServer(const ControlServer&) = delete;
   ControlServer& operator=(const ControlServer&) = delete;
 
-  // Makes the socket; one that a dead process left is replaced. 0, or the error.
+  // Creates the socket, and replaces one that a dead process left. 0, or the error.
   DWORD Listen(std::wstring_view serviceName);
   // Drops every client and removes the socket.
   void Close();
 
-  // What the dispatcher is to poll, appended; and for how long at most, -1 for ever.
+  // Appends the descriptors that the dispatcher polls.
   void AppendTo(std::vector<pollfd>& entries) const;
+  // The timeout for that poll; -1: none.
   int TimeoutMilliseconds() const;
 
-  // Accepts, answers and drops whatever can be without waiting.
+  // Accepts, serves and drops clients without waiting.
   void Serve(const Handler& handler);
 
  private:
@@ -45,7 +46,7 @@ class ControlServer {
     Instant deadline;
   };
   void Accept();
-  // Whether the client is done with.
+  // True when the client is to be dropped: it was served, is closed or has timed out.
   static bool ServeClient(const Client& client, const Handler& handler);
 
   FileDescriptor listener_;

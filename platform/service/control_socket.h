@@ -1,5 +1,6 @@
-// The address of a service's control socket. It may be longer than a socket address can be, so the
-// folder goes by its descriptor, which must stay open until the address has been used.
+// The address of a service's control socket. The path may be too long for a socket address, so the
+// address names the folder by its descriptor ("/proc/self/fd/N"). The object holds the descriptor
+// and must live until the address has been used.
 #pragma once
 
 #include <sys/socket.h>

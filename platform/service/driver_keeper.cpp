@@ -76,7 +76,7 @@ DWORD StopDriver(std::wstring_view name) {
   PublishState(name, DriverState(SERVICE_STOP_PENDING));
   stopping.driver.reset();
   PublishState(name, StoppedState(SERVICE_KERNEL_DRIVER, NO_ERROR));
-  // A record that waited for the stop goes now; the lock goes last, with `stopping`.
+  // Read removes a record that is marked for deletion. The lock is released last, with `stopping`.
   ServiceRecord record;
   ServiceDatabase().Read(name, record);
   return NO_ERROR;

@@ -1,5 +1,5 @@
-// The driver services whose drivers this process hosts: a driver lives in the process that started
-// it, and other processes see it by its lock and its published status. Any thread.
+// The driver services whose drivers this process hosts. A driver is loaded in the process that
+// started its service; other processes see the service's lock and its published status. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -15,8 +15,8 @@ namespace platform {
 // long as the driver is loaded. 0, or the error with which the start fails.
 DWORD StartDriver(const ServiceRecord& record, FileDescriptor lock);
 
-// Unloads the driver. ERROR_SERVICE_CANNOT_ACCEPT_CTRL when another process hosts it: only its host
-// can unload it.
+// Unloads the driver. ERROR_SERVICE_CANNOT_ACCEPT_CTRL when another process hosts it: only that
+// process can unload it.
 DWORD StopDriver(std::wstring_view name);
 
 }  // namespace platform

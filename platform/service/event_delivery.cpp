@@ -29,7 +29,8 @@ std::string TimeText() {
   return text;
 }
 
-// A service's log is read in the system's; whoever runs a program by hand wants to see it at once.
+// A service's events go to the system's log. A program in the foreground also prints them, as it
+// does when the system's log cannot be written.
 void WriteOwnLog(const LoggedEvent& event) {
   const bool written = WriteSystemLog(event);
   const bool foreground = ServiceHost::Current() == nullptr;

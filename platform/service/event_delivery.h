@@ -1,4 +1,4 @@
-// Brings events to where they are read: the sink that a test has set, or the system's own log. Any
+// Delivers events to the sink that the simulated machine has set, else to the system's log. Any
 // thread.
 #pragma once
 
@@ -8,7 +8,7 @@ namespace platform {
 
 void DeliverEvent(const LoggedEvent& event);
 
-// The journal's socket, else syslog's; false when there is neither.
+// Writes to the journal's socket, else to syslog's; false when both fail.
 bool WriteSystemLog(const LoggedEvent& event);
 
 }  // namespace platform

@@ -35,7 +35,7 @@ bool IsEventType(WORD type) {
          type == EVENTLOG_ERROR_TYPE;
 }
 
-// The strings of an event, one blank between them.
+// Joins the strings of an event with blanks.
 DWORD JoinStrings(WORD count, const LPCWSTR* strings, std::wstring& text) {
   if (count != 0 && strings == nullptr) return ERROR_INVALID_PARAMETER;
   for (WORD i = 0; i < count; ++i) {

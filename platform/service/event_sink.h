@@ -1,5 +1,5 @@
-// Where ReportEventW writes: the journal's socket or syslog, and standard error when the process
-// runs in the foreground; or what the simulated machine gives. Any thread.
+// The target of ReportEventW: the journal's socket or syslog, and standard error too when the
+// process runs in the foreground; or the sink that the simulated machine sets. Any thread.
 #pragma once
 
 #include <windef.h>

@@ -19,17 +19,18 @@ namespace platform {
 namespace {
 
 constexpr off_t kMaxLogBytes = 1024 * 1024;
-// Descriptors that are on their way to their place wait above it.
+// Descriptors are first duplicated above the inherited numbers, so that dup2 overwrites none.
 constexpr int kAboveInherited = 10;
 
-// What the two new processes tell back: the process's number, then nothing, or an error.
+// What the two new processes write to the pipe: the intermediate process the service's process
+// identifier or an error, the service's process an error when it cannot run the program.
 struct LaunchReport {
   pid_t pid = 0;
   int error = 0;
 };
 
-// Everything that the new process needs, made before the fork: between it and exec nothing may be
-// called that could wait for a lock of another thread.
+// Everything that the new process needs, prepared before the fork: between fork and exec only
+// async-signal-safe functions may be called, since other threads may hold locks.
 struct Prepared {
   std::vector<char*> words;
   std::vector<char*> environment;
@@ -49,7 +50,7 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
   return pointers;
 }
 
-// The log of earlier runs is kept, and the one before it, but it does not grow for ever.
+// The log of earlier runs is kept. A log above the limit is renamed to ".old", which is replaced.
 FileDescriptor OpenLog(const std::filesystem::path& path) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) == 0 && status.st_size > kMaxLogBytes) {
@@ -59,11 +60,11 @@ FileDescriptor OpenLog(const std::filesystem::path& path) {
       ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600));
 }
 
-void Report(int report, const LaunchReport& told) {
-  [[maybe_unused]] const ssize_t written = ::write(report, &told, sizeof told);
+void Report(int descriptor, const LaunchReport& report) {
+  [[maybe_unused]] const ssize_t written = ::write(descriptor, &report, sizeof report);
 }
 
-// A caller's mask and ignored signals would stay with the service for ever.
+// The service would inherit the caller's signal mask and ignored signals.
 void ResetSignals() {
   for (int number = 1; number < NSIG; ++number)
     ::signal(number, SIG_DFL);
@@ -95,8 +96,8 @@ bool PlaceDescriptors(Prepared& prepared) {
   ::_exit(127);
 }
 
-// The process in between, whose end leaves the service without a parent.
-[[noreturn]] void LetGo(Prepared& prepared) {
+// The intermediate process: it forks the service's process and exits, so that init adopts it.
+[[noreturn]] void ForkService(Prepared& prepared) {
   ::setsid();
   const pid_t pid = ::fork();
   if (pid == 0) BecomeService(prepared);
@@ -104,7 +105,7 @@ bool PlaceDescriptors(Prepared& prepared) {
   ::_exit(0);
 }
 
-// Until both processes have closed their end: by exec, or by their own end.
+// Reads until both processes have closed the pipe, by exec or exit.
 DWORD ReadReports(int descriptor, pid_t& pid) {
   DWORD error = NO_ERROR;
   LaunchReport report;
@@ -137,12 +138,12 @@ DWORD LaunchServiceProcess(const ServiceProcess& process, pid_t& pid) {
                     process.channel,
                     process.lock,
                     writing.Get()};
-  const pid_t between = ::fork();
-  if (between < 0) return ErrorFromErrno(errno);
-  if (between == 0) LetGo(prepared);
+  const pid_t intermediate = ::fork();
+  if (intermediate < 0) return ErrorFromErrno(errno);
+  if (intermediate == 0) ForkService(prepared);
   writing.Reset();
   const DWORD error = ReadReports(reading.Get(), pid);
-  while (::waitpid(between, nullptr, 0) < 0 && errno == EINTR) {
+  while (::waitpid(intermediate, nullptr, 0) < 0 && errno == EINTR) {
   }
   return error;
 }

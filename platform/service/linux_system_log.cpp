@@ -1,5 +1,6 @@
-// The journal by its native protocol (fields as "NAME=value" lines, a value with line breaks as its
-// name, a line break, its length as 64 bits little-endian, the value), and syslog by RFC 3164.
+// Writes to the journal with its native protocol and to syslog as in RFC 3164. A field of the
+// journal is its name, a line break, the length of the value as 64 bits little-endian, the value,
+// and a line break.
 #include <windows.h>
 
 #include <sys/socket.h>
@@ -62,7 +63,7 @@ bool SendDatagram(std::string_view path, const std::string& datagram) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   std::ranges::copy(path, address.sun_path);
-  // A log that is stuck must not stop the program.
+  // A log that does not read must not block the program.
   return ::sendto(socket.Get(), datagram.data(), datagram.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
                   reinterpret_cast<const sockaddr*>(&address),
                   sizeof address) == static_cast<ssize_t>(datagram.size());

@@ -17,7 +17,7 @@ namespace platform {
 namespace {
 
 constexpr char kTaken = 'T';
-constexpr std::chrono::seconds kPatience{30};
+constexpr std::chrono::seconds kTimeout{30};
 
 bool IsSocket(int descriptor) {
   struct stat status {};
@@ -32,10 +32,10 @@ bool IsLockFile(int descriptor, std::wstring_view name) {
          status.st_dev == file.st_dev && status.st_ino == file.st_ino;
 }
 
-// Readable, at its end, or past the time: whichever comes first.
+// Returns when the channel is readable or closed, or after the timeout.
 void AwaitInput(int channel) {
   using std::chrono::steady_clock;
-  const auto deadline = steady_clock::now() + kPatience;
+  const auto deadline = steady_clock::now() + kTimeout;
   pollfd entry{channel, POLLIN, 0};
   while (true) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
@@ -52,7 +52,7 @@ std::optional<ServiceChannel> TakeInheritedChannel() {
   ServiceChannel inherited;
   inherited.name = Wide(variable);
   ::unsetenv(kServiceVariable);
-  // The variable alone proves nothing: a program may have passed it on to one that it started.
+  // The variable alone proves nothing: a program may have passed it on to a child process.
   if (!IsServiceName(inherited.name) || !IsSocket(kInheritedChannel) ||
       !IsLockFile(kInheritedLock, inherited.name)) {
     return std::nullopt;
@@ -65,7 +65,7 @@ std::optional<ServiceChannel> TakeInheritedChannel() {
 }
 
 void ReportTaken(int channel) {
-  // A keeper that has died meanwhile misses the report, and nothing else.
+  // A keeper that has died misses the report; nothing else is affected.
   [[maybe_unused]] const ssize_t sent = ::send(channel, &kTaken, sizeof kTaken, MSG_NOSIGNAL);
 }
 

@@ -1,5 +1,6 @@
-// What a service's process inherits from the keeper that starts it: its name, its lock, and a
-// channel on which it tells that its dispatcher has taken the service over.
+// What a service's process inherits from the keeper, which starts it: the service's name, its lock,
+// and a channel. On the channel the process reports that its dispatcher has taken the service over.
+// Any thread.
 #pragma once
 
 #include <optional>
@@ -9,9 +10,9 @@
 
 namespace platform {
 
-// The variable that tells the process which service it is.
+// The environment variable with the service's name.
 inline constexpr const char* kServiceVariable = "WIN_SERVICE";
-// Where the process finds what it inherits.
+// The numbers of the inherited descriptors.
 inline constexpr int kInheritedChannel = 3;
 inline constexpr int kInheritedLock = 4;
 
@@ -21,11 +22,11 @@ struct ServiceChannel {
   FileDescriptor lock;
 };
 
-// For the service's process, once: takes over what it inherited and hides it from processes that
-// it starts. Nothing when the process was not started by a keeper.
+// For the service's process, once: takes ownership of what it inherited, so that its own child
+// processes do not inherit it. Nothing when the process was not started by a keeper.
 std::optional<ServiceChannel> TakeInheritedChannel();
 
-// Tells the keeper that the service's main thread exists.
+// For the service's process: reports to the keeper that the service's main thread exists.
 void ReportTaken(int channel);
 
 // For the keeper: whether the process has reported within 30 s.

@@ -18,7 +18,7 @@ namespace {
 constexpr std::wstring_view kSystemAccount = L"LocalSystem";
 constexpr DWORD kLastErrorControl = 3;  // SERVICE_ERROR_CRITICAL
 
-// What a service can be given on Windows and not here.
+// The parameters of CreateServiceW that are supported on Windows and not here.
 struct Extras {
   LPCWSTR loadOrderGroup;
   LPDWORD tagId;
@@ -46,22 +46,22 @@ bool IsDriver(DWORD type) {
   return type == SERVICE_KERNEL_DRIVER;
 }
 
-bool IsKnownType(DWORD type) {
+bool IsSupportedType(DWORD type) {
   return IsDriver(type) || (type & ~SERVICE_INTERACTIVE_PROCESS) == SERVICE_WIN32_OWN_PROCESS;
 }
 
-// Drivers alone can start with the system.
-bool IsKnownStart(DWORD startType, DWORD type) {
+// Only drivers can have the start types boot and system.
+bool IsValidStart(DWORD startType, DWORD type) {
   const DWORD first = IsDriver(type) ? SERVICE_BOOT_START : SERVICE_AUTO_START;
   return startType >= first && startType <= SERVICE_DISABLED;
 }
 
 DWORD CheckRecord(const ServiceRecord& record) {
-  if (!IsKnownType(record.type)) {
+  if (!IsSupportedType(record.type)) {
     LogLine("services are drivers or have a process of their own; another type is not supported");
     return ERROR_INVALID_PARAMETER;
   }
-  const bool valid = IsKnownStart(record.startType, record.type) &&
+  const bool valid = IsValidStart(record.startType, record.type) &&
                      record.errorControl <= kLastErrorControl && !record.imagePath.empty();
   return valid ? NO_ERROR : ERROR_INVALID_PARAMETER;
 }
@@ -103,7 +103,7 @@ DWORD Create(SC_HANDLE managerHandle, const ServiceRecord& record, const Extras&
   return error;
 }
 
-// The values that a caller of ChangeServiceConfigW wants changed.
+// The parameters of ChangeServiceConfigW; SERVICE_NO_CHANGE and null leave a value unchanged.
 struct Changes {
   DWORD type;
   DWORD startType;
@@ -120,7 +120,8 @@ void Apply(const Changes& changes, ServiceRecord& record) {
   if (changes.displayName != nullptr) record.displayName = changes.displayName;
 }
 
-// The record of a service that a handle is open for; a deleted one can no longer be had.
+// The record of the service of an open handle; ERROR_SERVICE_MARKED_FOR_DELETE when the service has
+// been deleted.
 DWORD ReadOpened(ServiceDatabase& database, const ServiceObject& service, ServiceRecord& record) {
   const DWORD error = database.Read(service.name, record);
   return error == ERROR_SERVICE_DOES_NOT_EXIST ? ERROR_SERVICE_MARKED_FOR_DELETE : error;
@@ -142,7 +143,7 @@ DWORD Change(SC_HANDLE handle, const Changes& changes, const Extras& extras) {
   return error == NO_ERROR ? database.Write(record) : error;
 }
 
-// Appends texts to a caller's buffer, behind the structure that points to them.
+// Appends texts to the caller's buffer, after the structure that points to them.
 class TextArea {
  public:
   explicit TextArea(void* start) : next_(static_cast<wchar_t*>(start)) {}
@@ -165,7 +166,7 @@ void Fill(QUERY_SERVICE_CONFIGW& config, const ServiceRecord& record, std::wstri
   config.lpBinaryPathName = texts.Append(record.imagePath);
   config.lpLoadOrderGroup = texts.Append({});
   config.dwTagId = 0;
-  // A list of texts that ends with an empty one: this one ends at once.
+  // An empty list, which is only its terminating empty string.
   config.lpDependencies = texts.Append({});
   config.lpServiceStartName = texts.Append(account);
   config.lpDisplayName = texts.Append(record.displayName);

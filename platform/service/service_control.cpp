@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-// A driver has no process of its own to ask; its published status tells all.
+// A driver has no process of its own to query; its published status is complete.
 DWORD ControlDriver(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
   status = ReadState(service.name, service.type).status;
   const DWORD error = JudgeControl(status, control);
@@ -23,7 +23,7 @@ DWORD ControlDriver(const ServiceObject& service, DWORD control, SERVICE_STATUS&
   return stopError;
 }
 
-// A process that lives judges for itself: nobody knows its status better.
+// A running process judges the control itself, because it has the current status.
 DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
   ControlReply reply;
   DWORD error = SendControl(service.name, control, reply);
@@ -31,7 +31,7 @@ DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS
     status = reply.status;
     return reply.error;
   }
-  // Nobody answers: the process has stopped or died meanwhile, or it is starting still.
+  // No reply: the process has stopped or died, or it is still starting.
   status = ReadState(service.name, service.type).status;
   if (status.dwCurrentState == SERVICE_STOPPED) return ERROR_SERVICE_NOT_ACTIVE;
   if (error != ERROR_SERVICE_NOT_ACTIVE) return error;

@@ -69,7 +69,7 @@ class Key {
                            &bytes) != ERROR_SUCCESS) {
       return false;
     }
-    // The terminating zero need not be stored, and what follows one is no text.
+    // The terminating null need not be stored; the text ends at the first null.
     text = read.substr(0, read.find(L'\0'));
     return true;
   }
@@ -136,7 +136,7 @@ std::vector<std::wstring> KeyNames() {
 ServiceDatabase::ServiceDatabase() {
   error_ = PrepareServiceFolders();
   if (error_ != NO_ERROR) return;
-  // Beside the folder of the services, not in it: any name may be that of a service.
+  // Not in the folder of the services, where a service of any name has files.
   const std::string path = (RootFolder() / "services.lock").native();
   lock_.Reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
   int locked = -1;
@@ -166,7 +166,7 @@ DWORD ServiceDatabase::Write(const ServiceRecord& record) {
   then([&] { return key.WriteText(kImagePathValue, REG_EXPAND_SZ, record.imagePath); });
   then([&] { return key.WriteText(kDisplayNameValue, REG_SZ, record.displayName); });
   if (record.markedForDeletion) then([&] { return key.WriteNumber(kDeleteFlagValue, 1); });
-  // Last: a record that is broken off before is not complete.
+  // Last: without the type the record is incomplete.
   then([&] { return key.WriteNumber(kTypeValue, record.type); });
   return error;
 }

@@ -1,5 +1,5 @@
-// The records of the services, kept in the registry where Windows keeps them:
-// SYSTEM\CurrentControlSet\Services\NAME. Any thread; an object is used by one.
+// The records of the services, in the registry at the same path as on Windows:
+// SYSTEM\CurrentControlSet\Services\NAME. Any thread; each object is used by one thread.
 #pragma once
 
 #include <windef.h>
@@ -13,36 +13,37 @@
 namespace platform {
 
 struct ServiceRecord {
-  std::wstring name;  // as it was created; compared without case
+  std::wstring name;  // compared case-insensitively
   DWORD type = 0;
   DWORD startType = 0;
   DWORD errorControl = 0;
   std::wstring imagePath;
   std::wstring displayName;
-  bool markedForDeletion = false;  // gone as soon as the service has stopped
+  bool markedForDeletion = false;  // to be removed when the service has stopped
 };
 
-// Holds the lock between processes while it lives, so that what is read and then written is one
-// step. Errors are Win32 codes, 0 is success.
+// An object holds the lock between processes while it lives, so that a read and the write after it
+// are atomic. Errors are Win32 codes, 0 is success.
 class ServiceDatabase {
  public:
   ServiceDatabase();
 
-  // 0, or why the records cannot be reached; every other call answers the same then.
+  // 0, or the error with which opening the database failed. Every other function then returns it
+  // too; All returns no records.
   DWORD Error() const { return error_; }
 
-  // ERROR_SERVICE_DOES_NOT_EXIST also for a key that is no complete record. A record that is
-  // marked for deletion and whose service has stopped is removed here.
+  // ERROR_SERVICE_DOES_NOT_EXIST also when the record is incomplete. Removes a record that is
+  // marked for deletion and whose service has stopped.
   DWORD Read(std::wstring_view name, ServiceRecord& record);
   DWORD Write(const ServiceRecord& record);
-  // As Write, but what an incomplete record may have left is removed first.
+  // As Write, but removes the remains of an incomplete record first.
   DWORD Create(const ServiceRecord& record);
 
-  // Removes the record, or marks it when the service runs. ERROR_SERVICE_MARKED_FOR_DELETE when it
-  // is marked already.
+  // Removes the record, or marks it for deletion when the service is not stopped.
+  // ERROR_SERVICE_MARKED_FOR_DELETE when it is already marked.
   DWORD Delete(std::wstring_view name);
 
-  // Every complete record, in the order of the registry.
+  // Every complete record, in the order of RegEnumKeyExW.
   std::vector<ServiceRecord> All();
 
  private:

@@ -1,5 +1,5 @@
-// The service's own side: StartServiceCtrlDispatcherW, RegisterServiceCtrlHandlerW,
-// SetServiceStatus.
+// The functions that a service itself calls: StartServiceCtrlDispatcherW,
+// RegisterServiceCtrlHandlerW, SetServiceStatus.
 #include <windows.h>
 #include <winsvc.h>
 
@@ -23,7 +23,7 @@ DWORD RunDispatcher(const SERVICE_TABLE_ENTRYW* table) {
   }
   if (ServiceHost::Current() != nullptr) return ERROR_SERVICE_ALREADY_RUNNING;
   ServiceHost* host = ServiceHost::Create();
-  // A service that has the process to itself is known by its record, whatever the table calls it.
+  // The name in the table is ignored for a service with a process of its own.
   return host == nullptr ? ERROR_FAILED_SERVICE_CONTROLLER_CONNECT
                          : host->Run(table[0].lpServiceProc);
 }

@@ -11,8 +11,8 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kMaxNameCharacters = 256;
-// A socket is addressed through the descriptor of its folder, "/proc/self/fd/N/NAME.sock", which
-// must fit into the 108 bytes of an address.
+// The address of a socket, "/proc/self/fd/N/NAME.sock" with the descriptor of its folder, must fit
+// in 108 bytes.
 constexpr std::size_t kMaxNameBytes = 76;
 
 const char* Suffix(ServiceFile file) {

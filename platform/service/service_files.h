@@ -1,4 +1,4 @@
-// The files that a service has under the root folder, in "services": its lock, its published
+// The files of a service, in the folder "services" below the root folder: its lock, its published
 // status, its control socket and its log. Any thread.
 #pragma once
 
@@ -9,19 +9,19 @@
 
 namespace platform {
 
-// Whether a service can have that name: 1 to 256 characters, no slash or backslash, and short
-// enough to name a socket.
+// Whether a service can have that name: 1 to 256 characters, no slash or backslash, and at most 76
+// bytes of UTF-8, so that its socket's name fits in an address.
 bool IsServiceName(std::wstring_view name);
 
 enum class ServiceFile { kLock, kStatus, kSocket, kLog };
 std::filesystem::path ServiceFilePath(std::wstring_view name, ServiceFile file);
 std::filesystem::path ServiceFolder();
 
-// The folder that a service starts in, and where images of drivers are looked for first.
+// The working directory of services, and the first folder in which drivers' images are searched.
 std::filesystem::path SystemFolder();
 
-// Makes the folders above where they are missing. ERROR_ACCESS_DENIED when they cannot be used by
-// this user; nothing of the services works then.
+// Creates the folders above when they are missing. ERROR_ACCESS_DENIED when this user has no access
+// to ServiceFolder; services do not work then.
 DWORD PrepareServiceFolders();
 
 }  // namespace platform

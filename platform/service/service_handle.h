@@ -1,5 +1,5 @@
-// What the handles of the service control manager stand for, and the first step of every function
-// that takes one: is it live, of the right kind, and opened with the access it needs. Any thread.
+// The objects of the service control manager's handles. The Find functions check that a handle is
+// live, of the right kind, and opened with the access that the call needs. Any thread.
 #pragma once
 
 #include <winsvc.h>

@@ -25,7 +25,7 @@ namespace {
 
 std::atomic<ServiceHost*> currentHost{nullptr};
 
-// There is one status handle in a process; it stands for the host.
+// The object of the process's only status handle. It has no data: the host has the status.
 class StatusObject final : public Object {};
 
 sigset_t StopSignals() {
@@ -79,8 +79,8 @@ DWORD ServiceHost::Run(LPSERVICE_MAIN_FUNCTIONW serviceMain) {
 
 DWORD ServiceHost::Prepare() {
   SpareFromOomKiller();
-  // The stop signal is blocked before the first thread is made, which so inherits the mask, and
-  // stays blocked after the service has stopped: a second one must not break off the program's end.
+  // SIGTERM is blocked before the main thread is created, which inherits the mask. It stays blocked
+  // after the service has stopped: a second signal must not interrupt the program's exit.
   const sigset_t signals = StopSignals();
   ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
   signals_.Reset(::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
@@ -107,8 +107,8 @@ void ServiceHost::RunMain(LPSERVICE_MAIN_FUNCTIONW serviceMain) noexcept {
   }
   {
     const std::lock_guard guard(mutex_);
-    // A main function may leave its service to other threads; without a handler, there is nobody
-    // left who could report anything.
+    // A main function may return and leave the service to other threads. Without a control handler
+    // no thread is expected to report a status any more.
     const bool running = status_.dwCurrentState != SERVICE_STOPPED;
     if (running && (thrown || handler_ == nullptr)) {
       Publish(StoppedState(status_.dwServiceType, exitCode).status);
@@ -123,7 +123,7 @@ void ServiceHost::Dispatch() {
     WaitForEvents();
     TakeSignals();
     StopOnSignal();
-    server_.Serve([this](DWORD control) { return Answer(control); });
+    server_.Serve([this](DWORD control) { return HandleControl(control); });
   }
 }
 
@@ -141,7 +141,7 @@ void ServiceHost::TakeSignals() {
     stopRequested_ = true;
 }
 
-// A stop that comes while the service starts waits until it runs.
+// A stop signal that arrives while the service starts is handled when the start has completed.
 void ServiceHost::StopOnSignal() {
   if (!stopRequested_) return;
   const SERVICE_STATUS status = Status();
@@ -155,7 +155,7 @@ void ServiceHost::StopOnSignal() {
   }
 }
 
-ControlReply ServiceHost::Answer(DWORD control) {
+ControlReply ServiceHost::HandleControl(DWORD control) {
   ControlReply reply;
   reply.error = JudgeControl(Status(), control);
   if (reply.error == NO_ERROR) reply.error = CallHandler(control);
@@ -202,7 +202,7 @@ DWORD ServiceHost::SetStatus(const SERVICE_STATUS& status) {
   }
   Wake();
   if (status.dwCurrentState == SERVICE_STOPPED) {
-    // A record that waited for the stop goes now.
+    // Read removes the record if it is marked for deletion.
     ServiceRecord record;
     ServiceDatabase().Read(name_, record);
   }
@@ -216,7 +216,7 @@ SERVICE_STATUS ServiceHost::Status() {
 
 void ServiceHost::Publish(const SERVICE_STATUS& status) {
   status_ = status;
-  // A failure is logged there; whoever asks over the socket gets the status all the same.
+  // PublishState logs a failure; clients of the control socket get the status all the same.
   PublishState(name_, {status, ::GetCurrentProcessId()});
 }
 

@@ -1,6 +1,6 @@
-// The service that this process runs: its status, its control handler and its dispatcher. Made when
-// a program that a keeper has started calls its dispatcher, and never destroyed: threads of the
-// program may report a status until the process ends. Any thread, where nothing else is said.
+// The service that this process runs: its status, its control handler and its dispatcher. Created
+// when a program that a keeper has started calls StartServiceCtrlDispatcherW. Never destroyed:
+// threads of the program may report a status until the process exits. Any thread, unless noted.
 #pragma once
 
 #include <winsvc.h>
@@ -17,20 +17,20 @@ namespace platform {
 
 class ServiceHost {
  public:
-  // Becomes the host of this process; null when it was not started by a keeper. Once in a process.
+  // Creates the host of this process; null when it was not started by a keeper. Once in a process.
   static ServiceHost* Create();
-  // Null before.
+  // Null before Create has succeeded.
   static ServiceHost* Current();
 
-  // Runs the service: its main function on a thread of its own, the control handler on the calling
-  // thread. Returns when the service has reported that it is stopped and its main function has
-  // returned, or when it could not be started: then with the error.
+  // Runs the service: its main function on a new thread, the control handler on the calling thread.
+  // Returns 0 when the service has reported SERVICE_STOPPED and its main function has returned, or
+  // an error when the service could not be started.
   DWORD Run(LPSERVICE_MAIN_FUNCTIONW serviceMain);
 
-  // Answers the handle with which the service reports its status.
+  // Returns the handle with which the service reports its status.
   SERVICE_STATUS_HANDLE RegisterHandler(LPHANDLER_FUNCTION handler);
 
-  // Publishes the status. ERROR_INVALID_DATA when it is no status of a service.
+  // Publishes the status. ERROR_INVALID_DATA when the type or the state is invalid.
   DWORD SetStatus(const SERVICE_STATUS& status);
 
  private:
@@ -42,7 +42,7 @@ class ServiceHost {
   void WaitForEvents();
   void TakeSignals();
   void StopOnSignal();
-  ControlReply Answer(DWORD control);
+  ControlReply HandleControl(DWORD control);
   DWORD CallHandler(DWORD control);
   bool HasEnded();
   SERVICE_STATUS Status();
@@ -53,11 +53,11 @@ class ServiceHost {
   FileDescriptor channel_;
   FileDescriptor lock_;  // held until the process ends
   FileDescriptor signals_;
-  FileDescriptor wake_;  // an event counter: something has changed
+  FileDescriptor wake_;  // an eventfd, written when the status changes or the main function returns
   ControlServer server_;
-  bool stopRequested_ = false;  // by signal, and not yet passed on; the dispatcher's thread alone
+  bool stopRequested_ = false;  // by SIGTERM, and not handled yet; the dispatcher's thread alone
 
-  std::mutex mutex_;  // of what follows
+  std::mutex mutex_;  // guards the members below
   SERVICE_STATUS status_{};
   LPHANDLER_FUNCTION handler_ = nullptr;
   SERVICE_STATUS_HANDLE handle_ = nullptr;

@@ -1,4 +1,4 @@
-// The manager itself: OpenSCManagerW, OpenServiceW, DeleteService.
+// The service control manager's handles and deletion: OpenSCManagerW, OpenServiceW, DeleteService.
 #include <windows.h>
 #include <winsvc.h>
 
@@ -54,7 +54,7 @@ DWORD Delete(SC_HANDLE handle) {
   if (error != NO_ERROR) return error;
   ServiceDatabase database;
   error = database.Delete(service->name);
-  // The handle tells that the service was there; so it has been deleted since.
+  // The service existed when the handle was opened, so it has been deleted since.
   return error == ERROR_SERVICE_DOES_NOT_EXIST ? ERROR_SERVICE_MARKED_FOR_DELETE : error;
 }
 

@@ -19,8 +19,8 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// How long a start waits for a process that has reported its stop and is not gone yet.
-constexpr std::chrono::seconds kOldProcessPatience{30};
+// How long a start waits for a process that has reported its stop and not exited yet.
+constexpr std::chrono::seconds kOldProcessTimeout{30};
 constexpr std::chrono::milliseconds kPollInterval{10};
 
 ServiceState StartingState(DWORD type) {
@@ -31,8 +31,8 @@ ServiceState StartingState(DWORD type) {
   return state;
 }
 
-// Reads the record, takes the lock and publishes the start in one step between processes, so that
-// nobody deletes or starts the service meanwhile.
+// Reads the record, takes the lock and publishes the start, all under the lock of the database, so
+// that no other process deletes or starts the service meanwhile.
 DWORD Claim(const ServiceObject& service, ServiceRecord& record, FileDescriptor& lock) {
   ServiceDatabase database;
   DWORD error = database.Read(service.name, record);
@@ -49,7 +49,7 @@ DWORD Claim(const ServiceObject& service, ServiceRecord& record, FileDescriptor&
 
 DWORD ClaimAfterOldProcess(const ServiceObject& service, ServiceRecord& record,
                            FileDescriptor& lock) {
-  const auto deadline = steady_clock::now() + kOldProcessPatience;
+  const auto deadline = steady_clock::now() + kOldProcessTimeout;
   while (true) {
     const DWORD error = Claim(service, record, lock);
     if (error != ERROR_SERVICE_ALREADY_RUNNING) return error;

@@ -1,6 +1,5 @@
-// The one place that chooses who starts a service's process. It is the layer's own keeper
-// everywhere; where systemd runs the machine, its unit of the service will be started from here
-// instead.
+// Starts a service's process with the layer's own keeper. The only place to change when systemd
+// shall start the service's unit instead.
 #include "platform/service/service_starter.h"
 
 #include <windows.h>
@@ -44,8 +43,8 @@ bool IsProgram(const std::wstring& path) {
   return std::filesystem::is_regular_file(PosixPath(path), error);
 }
 
-// Where the path of the program ends in a command line without quotes: a path may hold blanks, so
-// the first part that is a file counts. The whole text when none is.
+// The length of the program's path in a command line without quotes. A path may contain blanks, so
+// it is the shortest part that is a file; the whole text when there is none.
 std::size_t ProgramLength(const std::wstring& commandLine) {
   for (std::size_t end = commandLine.find(L' '); end != std::wstring::npos;
        end = commandLine.find(L' ', end + 1)) {
@@ -69,8 +68,8 @@ std::vector<std::string> Words(const std::wstring& commandLine) {
   return words;
 }
 
-// What a service is told of its surroundings: languages, time zone, display. Everything else, such
-// as where libraries, plug-ins and character sets are looked for, is the caller's own affair.
+// The variables that a service inherits: language, time zone, display. All others are dropped, such
+// as the search paths of libraries, plug-ins and character sets.
 bool IsPassedOn(std::string_view variable) {
   constexpr std::string_view kNames[] = {
       "LANG=",
@@ -89,7 +88,7 @@ bool IsPassedOn(std::string_view variable) {
       kNames, [variable](std::string_view name) { return variable.starts_with(name); });
 }
 
-// That, a path, the service's name, and a root folder that holds from wherever it starts.
+// These variables, a fixed PATH, the service's name, and the root folder as an absolute path.
 std::vector<std::string> Environment(std::wstring_view name) {
   std::vector<std::string> variables;
   for (char** each = environ; each != nullptr && *each != nullptr; ++each) {
@@ -101,7 +100,8 @@ std::vector<std::string> Environment(std::wstring_view name) {
   return variables;
 }
 
-// Ends a process that did not become the service, and waits until its end of the channel is closed.
+// Kills a process that has not called its dispatcher, and waits until its end of the channel is
+// closed.
 void Abandon(pid_t pid, int channel) {
   const FileDescriptor process(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
   if (process.IsOpen()) ::syscall(SYS_pidfd_send_signal, process.Get(), SIGKILL, nullptr, 0);

@@ -1,4 +1,4 @@
-// Who starts the process of a service. Any thread.
+// Starts the process of a service. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -9,8 +9,8 @@
 namespace platform {
 
 // Starts the service's process and waits until its dispatcher has taken the service over, 30 s at
-// most. `lock` is the service's, taken by the caller; the process holds it from its start. 0, or
-// the error of StartServiceW; no process of the service is left then.
+// most. `lock` is the service's, taken by the caller; the process inherits it. 0, or the error of
+// StartServiceW; the process has then been killed.
 DWORD StartServiceProcess(const ServiceRecord& record, FileDescriptor lock);
 
 }  // namespace platform

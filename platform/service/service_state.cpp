@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-// First on the line, so that another layout can be told from this one.
+// The first word on the line, which identifies the format.
 constexpr std::string_view kFormat = "service-status-1";
 
 struct flock WholeFile() {
@@ -51,9 +51,9 @@ std::optional<ServiceState> Parse(const std::string& text) {
       status.dwControlsAccepted >> status.dwWin32ExitCode >> status.dwServiceSpecificExitCode >>
       status.dwCheckPoint >> status.dwWaitHint;
   const bool complete = !line.fail() && line.get() == '\n' && line.peek() == EOF;
-  const bool known =
+  const bool validState =
       status.dwCurrentState >= SERVICE_STOPPED && status.dwCurrentState <= SERVICE_PAUSED;
-  if (!complete || format != kFormat || !known) return std::nullopt;
+  if (!complete || format != kFormat || !validState) return std::nullopt;
   return state;
 }
 
@@ -74,7 +74,7 @@ Published ReadPublished(std::wstring_view name, ServiceState& state) {
 
 ServiceState StateOfLiving(Published published, const ServiceState& read, DWORD serviceType) {
   if (published == Published::kState) return read;
-  // A lock that is taken just now by somebody who has yet to publish.
+  // Another process has just taken the lock and has not published yet.
   if (published == Published::kNothing) {
     return StoppedState(serviceType, ERROR_SERVICE_NEVER_STARTED);
   }
@@ -110,7 +110,7 @@ DWORD TakeServiceLock(std::wstring_view name, FileDescriptor& lock) {
   return NO_ERROR;
 }
 
-// Asks without taking: a look must not get in the way of somebody who starts the service.
+// Queries the lock without taking it, so that a process that starts the service can take it.
 bool IsServiceLockHeld(std::wstring_view name) {
   const FileDescriptor file = OpenLockFile(name, 0);
   struct flock range = WholeFile();
@@ -141,8 +141,8 @@ ServiceState ReadState(std::wstring_view name, DWORD serviceType) {
     ServiceState read;
     const Published published = ReadPublished(name, read);
     if (alive) return StateOfLiving(published, read, serviceType);
-    // What is published belongs to a dead process only if nobody has started the service between
-    // the two looks.
+    // The published state belongs to a dead process only if no process has started the service
+    // between the two queries of the lock.
     if (!IsServiceLockHeld(name)) return StateOfDead(published, read, serviceType);
   }
 }

@@ -1,6 +1,6 @@
-// What everybody can see of a service: whether a process runs it, told by a lock which that process
-// holds for as long as it lives, and the status that it has published. A process that is killed
-// loses its lock with its life, so no status outlives it unnoticed. Any thread, any process.
+// The state of a service as every process can read it: a lock, which the service's process holds
+// while it lives, and the status that it has published. The kernel releases the lock of a killed
+// process, so a stale status is recognised. Any thread, any process.
 #pragma once
 
 #include <winsvc.h>
@@ -17,17 +17,19 @@ struct ServiceState {
 };
 
 // Takes the lock, which is held until every copy of the descriptor is closed.
-// ERROR_SERVICE_ALREADY_RUNNING when somebody holds it.
+// ERROR_SERVICE_ALREADY_RUNNING when the lock is held already.
 DWORD TakeServiceLock(std::wstring_view name, FileDescriptor& lock);
 bool IsServiceLockHeld(std::wstring_view name);
 
-// For the holder of the lock only: replaces what the others read, in one step.
+// For the holder of the lock only: replaces the published state atomically.
 DWORD PublishState(std::wstring_view name, const ServiceState& state);
+// Removes the published state.
 void ForgetState(std::wstring_view name);
 
-// The state as it is: stopped with ERROR_SERVICE_NEVER_STARTED when nothing is published, stopped
-// with ERROR_PROCESS_ABORTED when the process died, running without accepted controls when a
-// process lives whose status cannot be read. `serviceType` is for a status that is not published.
+// The current state. Nothing published: stopped with ERROR_SERVICE_NEVER_STARTED. The process died
+// without reporting its stop: stopped with ERROR_PROCESS_ABORTED. A process lives and its status
+// cannot be read: running, without accepted controls. `serviceType` is the type of a state that was
+// not read.
 ServiceState ReadState(std::wstring_view name, DWORD serviceType);
 
 // A stopped service of that type with that exit code.

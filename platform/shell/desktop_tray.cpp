@@ -23,10 +23,10 @@ class DesktopTray final : public TrayEvents {
   void SetThere(bool isThere);
 
   std::mutex mutex_;
-  // Whose area is known; it ends with its thread.
+  // The window thread whose area is recorded here.
   std::weak_ptr<ThreadQueue> windowThread_;
   bool isThere_ = false;
-  // Counts the areas, so that what was meant for one does not reach the next.
+  // Numbers the areas, so that work for one area does not run on the next.
   unsigned area_ = 0;
 };
 
@@ -79,7 +79,7 @@ void DesktopTray::Run(std::function<void(TrayBackend&)> work) {
   const auto windowThread = windowThread_.lock();
   if (windowThread == nullptr) return;
   windowThread->Defer([this, area = area_, work = std::move(work)] {
-    // It may not be the window thread any more.
+    // The thread may have left the desktop meanwhile.
     if (!IsWindowThread()) return;
     {
       const std::lock_guard inside(mutex_);
@@ -94,7 +94,7 @@ void DesktopTray::OnAreaChanged(bool isThere) {
                   : "desktop: the notification area has gone");
   SetThere(isThere);
   if (!isThere) return;
-  // Programs add their icons again when they hear of it.
+  // Programs add their icons again when they receive this message.
   CurrentQueue()->Defer(
       [] { ::PostMessageW(HWND_BROADCAST, ::RegisterWindowMessageW(L"TaskbarCreated"), 0, 0); });
 }

@@ -1,5 +1,5 @@
-// The desktop's notification area, seen from any thread: what the layer accepts is carried to the
-// window thread in order, and nobody waits for it.
+// The desktop's notification area, for any thread: calls are deferred to the window thread in
+// order, and the caller does not wait for them.
 #pragma once
 
 #include <functional>
@@ -10,15 +10,15 @@ namespace platform {
 
 enum class TrayPresence {
   kNoDesktop,
-  kNoArea,  // a desktop whose area is not there (yet)
+  kNoArea,  // a desktop without an area, or not yet with one
   kArea,
 };
 
-// As far as is known: until the window thread has looked for the first time, an area is taken to be
-// there on every desktop.
+// The last reported state. Until the window thread has checked for the first time, every desktop is
+// taken to have an area.
 TrayPresence DesktopTrayPresence();
 
-// Runs the work on the window thread, unless the area has changed or gone by then.
+// Runs the work on the window thread, unless the area has been replaced or removed by then.
 void WithDesktopTray(std::function<void(TrayBackend&)> work);
 
 }  // namespace platform

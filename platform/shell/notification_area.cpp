@@ -17,24 +17,24 @@ namespace platform {
 namespace {
 
 constexpr UINT kSupportedFields = NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_STATE | NIF_INFO;
-// How long a balloon may stay, as documented.
+// The documented limits of the time that a balloon is shown.
 constexpr std::chrono::milliseconds kShortestBalloon{10'000};
 constexpr std::chrono::milliseconds kLongestBalloon{30'000};
 
 struct Icon {
   NOTIFYICONDATAW data{};
-  // What the handle stood for when it was given; it may be destroyed by now.
+  // The image at the time of the call; the icon's handle may have been destroyed since.
   std::shared_ptr<const IconImages> image;
 };
 
 struct Area {
   std::mutex mutex;
   std::vector<Icon> icons;
-  // Stands in for a desktop's area.
+  // Called in place of a desktop's area.
   NotificationObserver observer;
 };
 
-Area& TheArea() {
+Area& CurrentArea() {
   static Area& area = *new Area;
   return area;
 }
@@ -49,7 +49,7 @@ void Terminate(WCHAR (&text)[Size]) {
   text[Size - 1] = L'\0';
 }
 
-// The caller's structure in full size and with its texts ended.
+// The caller's structure, extended to its full size and with its texts terminated.
 NOTIFYICONDATAW Normalised(const NOTIFYICONDATAW& data) {
   NOTIFYICONDATAW copy{};
   std::memcpy(&copy, &data, data.cbSize);
@@ -59,7 +59,7 @@ NOTIFYICONDATAW Normalised(const NOTIFYICONDATAW& data) {
   return copy;
 }
 
-// Takes over the members that the change says to count.
+// Copies the members that the flags of the change select.
 void Apply(Icon& icon, const NOTIFYICONDATAW& change) {
   NOTIFYICONDATAW& data = icon.data;
   data.uFlags |= change.uFlags;
@@ -117,7 +117,7 @@ DWORD Add(std::vector<Icon>& icons, const NOTIFYICONDATAW& change) {
   return NO_ERROR;
 }
 
-// The area is locked meanwhile, so that the desktop hears of changes in the order they are made.
+// The caller holds the lock of the area, so that the desktop is notified of changes in order.
 DWORD Change(Area& area, bool onDesktop, DWORD message, const NOTIFYICONDATAW& change) {
   if (message == NIM_ADD) {
     if (const DWORD error = Add(area.icons, change); error != NO_ERROR) return error;
@@ -136,60 +136,61 @@ DWORD Change(Area& area, bool onDesktop, DWORD message, const NOTIFYICONDATAW& c
 
 bool IsSupported(DWORD message, const NOTIFYICONDATAW& change) {
   if (message == NIM_DELETE) return true;
-  const bool knownMessage = message == NIM_ADD || message == NIM_MODIFY;
-  const bool knownState =
+  const bool supportedMessage = message == NIM_ADD || message == NIM_MODIFY;
+  const bool supportedState =
       (change.uFlags & NIF_STATE) == 0 || (change.dwStateMask & ~NIS_HIDDEN) == 0;
-  const bool supported = knownMessage && knownState && (change.uFlags & ~kSupportedFields) == 0;
+  const bool supported =
+      supportedMessage && supportedState && (change.uFlags & ~kSupportedFields) == 0;
   if (!supported) LogLine("Shell_NotifyIconW: unsupported message, flag or state");
   return supported;
 }
 
-// Nobody sees a balloon here, so it is put on record.
+// Logs a balloon that is not shown.
 void LogBalloon(DWORD message, const NOTIFYICONDATAW& change) {
   const bool isBalloon = message != NIM_DELETE && (change.uFlags & NIF_INFO) != 0;
   if (!isBalloon || change.szInfo[0] == L'\0') return;
   LogLine("balloon: " + Utf8(change.szInfoTitle) + ": " + Utf8(change.szInfo));
 }
 
-// Where a change is seen.
-struct Sight {
+// Where a change is shown.
+struct Receivers {
   NotificationObserver observer;
   TrayPresence desktop = TrayPresence::kNoDesktop;
 };
 
-Sight CurrentSight() {
-  Area& area = TheArea();
-  Sight sight;
+Receivers CurrentReceivers() {
+  Area& area = CurrentArea();
+  Receivers receivers;
   {
     const std::lock_guard lock(area.mutex);
-    sight.observer = area.observer;
+    receivers.observer = area.observer;
   }
-  if (!sight.observer) sight.desktop = DesktopTrayPresence();
-  return sight;
+  if (!receivers.observer) receivers.desktop = DesktopTrayPresence();
+  return receivers;
 }
 
-DWORD MakeChange(DWORD message, const NOTIFYICONDATAW& change) {
-  const Sight sight = CurrentSight();
-  if (sight.desktop == TrayPresence::kNoArea && message == NIM_ADD) {
+DWORD ApplyAndReport(DWORD message, const NOTIFYICONDATAW& change) {
+  const Receivers receivers = CurrentReceivers();
+  if (receivers.desktop == TrayPresence::kNoArea && message == NIM_ADD) {
     LogBalloon(message, change);
     return ERROR_FILE_NOT_FOUND;
   }
-  const bool onDesktop = sight.desktop == TrayPresence::kArea;
+  const bool onDesktop = receivers.desktop == TrayPresence::kArea;
   {
-    Area& area = TheArea();
+    Area& area = CurrentArea();
     const std::lock_guard lock(area.mutex);
     const DWORD error = Change(area, onDesktop, message, change);
     if (error != NO_ERROR) return error;
   }
   if (!onDesktop) LogBalloon(message, change);
-  if (sight.observer) sight.observer(message, change);
+  if (receivers.observer) receivers.observer(message, change);
   return NO_ERROR;
 }
 
 }  // namespace
 
 std::optional<NOTIFYICONDATAW> NotificationIcon(HWND window, UINT id) {
-  Area& area = TheArea();
+  Area& area = CurrentArea();
   const std::lock_guard lock(area.mutex);
   const auto found = Locate(area.icons, window, id);
   if (found == area.icons.end()) return std::nullopt;
@@ -197,19 +198,19 @@ std::optional<NOTIFYICONDATAW> NotificationIcon(HWND window, UINT id) {
 }
 
 void SetNotificationObserver(NotificationObserver observer) {
-  Area& area = TheArea();
+  Area& area = CurrentArea();
   const std::lock_guard lock(area.mutex);
   area.observer = std::move(observer);
 }
 
 void ClearNotificationArea() {
-  Area& area = TheArea();
+  Area& area = CurrentArea();
   const std::lock_guard lock(area.mutex);
   area.icons.clear();
 }
 
 void ForgetNotificationIconsOf(HWND window) {
-  Area& area = TheArea();
+  Area& area = CurrentArea();
   const std::lock_guard lock(area.mutex);
   std::erase_if(area.icons, [&](const Icon& each) {
     if (each.data.hWnd != window) return false;
@@ -223,15 +224,15 @@ void ForgetNotificationIconsOf(HWND window) {
 using namespace platform;
 
 BOOL WINAPI Shell_NotifyIconW(DWORD message, PNOTIFYICONDATAW data) try {
-  const bool sized = data != nullptr && (data->cbSize == sizeof(NOTIFYICONDATAW) ||
-                                         data->cbSize == NOTIFYICONDATAW_V2_SIZE);
-  if (!sized) {
+  const bool hasSupportedSize = data != nullptr && (data->cbSize == sizeof(NOTIFYICONDATAW) ||
+                                                    data->cbSize == NOTIFYICONDATAW_V2_SIZE);
+  if (!hasSupportedSize) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
   }
   const NOTIFYICONDATAW change = Normalised(*data);
   const DWORD error =
-      IsSupported(message, change) ? MakeChange(message, change) : ERROR_INVALID_PARAMETER;
+      IsSupported(message, change) ? ApplyAndReport(message, change) : ERROR_INVALID_PARAMETER;
   if (error != NO_ERROR) ::SetLastError(error);
   return error == NO_ERROR ? TRUE : FALSE;
 } catch (...) {

@@ -1,7 +1,7 @@
-// The notification area as the layer sees it: the record that answers every call, whatever shows
-// the icons. On a desktop with a notification area that does; on one without, no icon can be added.
-// Without a desktop every icon is accepted and balloons are logged. The simulated machine observes
-// the changes, and then it is as without a desktop. Any thread.
+// The notification area of the layer: the record of all icons, which decides the result of every
+// call. On a desktop with a notification area the icons are shown there; on a desktop without one
+// no icon can be added. Without a desktop every icon is accepted, and balloons are logged. With an
+// observer, as on the simulated machine, calls behave as without a desktop. Any thread.
 #pragma once
 
 #include <shellapi.h>
@@ -11,18 +11,18 @@
 
 namespace platform {
 
-// The icon of a window with that identifier, as the last change left it.
+// The icon with that window and identifier, as of its last change; nothing when there is none.
 std::optional<NOTIFYICONDATAW> NotificationIcon(HWND window, UINT id);
 
-// Sees every accepted change (NIM_...), after it took effect, in place of the desktop; empty:
-// nobody.
+// Called for every accepted change (NIM_...), after it took effect, in place of the desktop. Empty:
+// no observer.
 using NotificationObserver = std::function<void(DWORD message, const NOTIFYICONDATAW&)>;
 void SetNotificationObserver(NotificationObserver observer);
 
-// Forgets every icon, as a shell that restarts does. The desktop is not told.
+// Removes every icon, as a shell that restarts does. The desktop is not notified.
 void ClearNotificationArea();
 
-// Icons go with their windows.
+// Removes the icons of a window that is destroyed.
 void ForgetNotificationIconsOf(HWND window);
 
 }  // namespace platform

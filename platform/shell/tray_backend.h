@@ -1,4 +1,4 @@
-// The desktop's side of the notification area. Lives on the window thread.
+// The desktop's side of the notification area. For the window thread.
 #pragma once
 
 #include <windows.h>
@@ -20,7 +20,7 @@ struct TrayIconKey {
 };
 
 struct TrayIconLook {
-  std::shared_ptr<const IconImages> image;  // null: none yet; nothing is shown then
+  std::shared_ptr<const IconImages> image;  // null: no icon yet, so nothing is shown
   std::wstring tip;
   bool isHidden = false;
 };
@@ -32,14 +32,15 @@ struct TrayBalloon {
   std::chrono::milliseconds duration{};
 };
 
-// Notified inside the desktop's own events.
+// Called inside events of the desktop.
 class TrayEvents {
  public:
   virtual ~TrayEvents() = default;
 
-  // The area has come (also: another one in its place) or gone. Every icon in it is gone.
+  // The area has appeared, been replaced or been removed. It contains no icons of this process
+  // then.
   virtual void OnAreaChanged(bool isThere) = 0;
-  // What the icon's window hears in lParam: a mouse message or NIN_...
+  // An event for the window of the icon, as in lParam: a mouse message or NIN_...
   virtual void OnNotified(const TrayIconKey& key, UINT event) = 0;
 };
 
@@ -47,12 +48,13 @@ class TrayBackend {
  public:
   virtual ~TrayBackend() = default;
 
-  // Whether there is an area; called once, before all else. The events outlive the backend.
+  // Connects the events, which must outlive the backend; true when there is an area. Called once,
+  // before any other function.
   virtual bool Open(TrayEvents& events) = 0;
-  // Makes the icon when there is none of that key.
+  // Changes the icon, or creates it when there is none with that key.
   virtual void SetIcon(const TrayIconKey& key, const TrayIconLook& look) = 0;
   virtual void RemoveIcon(const TrayIconKey& key) = 0;
-  // In place of the icon's balloon before. Nothing happens without the icon or when it is hidden.
+  // Replaces the balloon that the icon shows. Ignored when there is no such icon or it is hidden.
   virtual void ShowBalloon(const TrayIconKey& key, const TrayBalloon& balloon) = 0;
   virtual void HideBalloon(const TrayIconKey& key) = 0;
 };

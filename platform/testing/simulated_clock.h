@@ -1,5 +1,5 @@
-// A clock that moves only when a test moves it. Sleepers wait for it, or, in the mode for tests of
-// one thread, move it themselves.
+// A clock for tests. By default Sleep advances the clock and returns at once, for tests with one
+// thread. After HoldSleepers only the test advances it, and sleeping threads wait. Any thread.
 #pragma once
 
 #include <condition_variable>
@@ -11,24 +11,24 @@ namespace platform {
 
 class SimulatedClock final : public Clock {
  public:
-  // Local time (the zone is UTC on the simulated machine); the tick count is not touched.
+  // Sets the local time (the zone is UTC on the simulated machine); the tick count is unchanged.
   void SetLocalTime(int year, int month, int day, int hour, int minute, int second);
   void SetTickMilliseconds(std::uint64_t ticks);
 
-  // Moves both times on and wakes the sleepers whose time has come.
+  // Advances local time and tick count, and wakes the threads whose sleep has elapsed.
   void Advance(std::chrono::milliseconds duration);
 
-  // From now on a sleeper waits until the clock has been moved far enough. Before, and by default,
-  // a sleeper moves the clock by its own sleep and returns at once.
+  // From now on Sleep waits until the clock has been advanced far enough. By default it advances
+  // the clock by its duration and returns at once.
   void HoldSleepers();
 
-  // Waits (really, 10 s at most) until that many threads sleep on this clock; false if they do not.
+  // Waits until that many threads sleep on this clock; false after 10 s of real time.
   bool AwaitSleepers(int count);
 
-  // Lets every sleeper go, now and in future, without moving the clock further.
+  // Wakes every sleeping thread, now and in future, without advancing the clock.
   void Release();
 
-  // What has been slept in all, by every thread.
+  // The sum of all sleeps of all threads.
   std::chrono::milliseconds TotalSlept();
 
   std::uint64_t TickMilliseconds() override;

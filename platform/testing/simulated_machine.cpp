@@ -20,7 +20,7 @@ std::filesystem::path MakeTemporaryFolder() {
   return pattern;
 }
 
-// The device exists for as long as its driver is loaded.
+// The device exists while its driver is loaded.
 class SimulatedDriver final : public LoadedDriver {
  public:
   SimulatedDriver(std::wstring name, std::shared_ptr<Device> device) : name_(std::move(name)) {
@@ -132,7 +132,7 @@ void SimulatedMachine::InstallSources() {
   });
 }
 
-// What a user would do.
+// Installs what stands in for the user: results of message boxes and menus, and the cursor.
 void SimulatedMachine::InstallUser() {
   SetMessageBoxResponder([this](const MessageBoxRequest& request) {
     const std::lock_guard lock(mutex_);
@@ -239,9 +239,9 @@ std::vector<TrackedMenu> SimulatedMachine::Menus() const {
   return menus_;
 }
 
-void SimulatedMachine::SetCursorPosition(std::optional<POINT> place) {
+void SimulatedMachine::SetCursorPosition(std::optional<POINT> position) {
   const std::lock_guard lock(mutex_);
-  cursorPosition_ = place;
+  cursorPosition_ = position;
 }
 
 std::vector<LoggedEvent> SimulatedMachine::Events() const {

@@ -1,9 +1,8 @@
-// A machine made of data, for tests of programs written to Win32: clock, network interfaces,
-// accounts, devices, drivers, locale, registry, event log, message boxes, popup menus, the cursor
-// and the notification area are what the test sets and can be read back. It stands in for the real
-// one while the object lives; at most one lives at a time. The registry and the service records are
-// real ones in an empty root folder of the test's own, and the executable seems to lie in an empty
-// folder.
+// A machine made of data, for tests of programs written to Win32. The test sets and reads back
+// clock, network interfaces, accounts, devices, drivers, locale, event log, message boxes, popup
+// menus, cursor and notification area. They replace the real machine's while the object lives; only
+// one object may live at a time. Registry and service records are real, in an empty root folder of
+// the test. The executable's path is reported in an empty folder.
 #pragma once
 
 #include <deque>
@@ -65,8 +64,8 @@ NetworkInterface SimulatedCard(std::uint32_t index, std::wstring name);
 
 class SimulatedMachine {
  public:
-  // Monday 2005-03-14 18:05:09, zone UTC, English (US) with the week from Monday, no interfaces, no
-  // accounts, no drivers, no desktop; message boxes answer IDOK, nothing is chosen from menus.
+  // Monday 2005-03-14 18:05:09, zone UTC, English (US), weeks begin on Monday; no interfaces,
+  // accounts, drivers or desktop. Message boxes return IDOK, and no command is chosen from menus.
   SimulatedMachine();
   ~SimulatedMachine();
   SimulatedMachine(const SimulatedMachine&) = delete;
@@ -78,35 +77,36 @@ class SimulatedMachine {
   const std::filesystem::path& Root() const { return root_; }
   const std::filesystem::path& ProgramFolder() const { return programFolder_; }
 
-  // Nothing: the accounts cannot be read.
+  // Without a list the accounts cannot be read.
   void SetAccounts(std::optional<std::vector<LocalAccount>> accounts);
   void SetLocale(LANGID language, int firstDayFromMonday);
 
-  // A driver image of that stem whose device has the name `device`.
+  // Adds a driver with an image of that stem, whose device has the name `device`.
   std::shared_ptr<RecordingDevice> AddDriver(std::wstring_view imageStem, std::wstring_view device);
-  // Drivers come from shared objects too, as on a real machine. Otherwise there are only those that
-  // the test adds: no test shall switch the real machine by accident.
+  // Allows drivers from shared objects, as on a real machine. By default only the drivers exist
+  // that the test adds, so that a test cannot control the real machine by accident.
   void UseDriverFiles();
-  // The system's IP filter driver, as above.
+  // Adds the system's IP filter driver, as AddDriver does.
   std::shared_ptr<RecordingDevice> AddIpFilterDriver();
 
-  // Windows are shown from now on, on a screen that nobody sees. Before the first window; only what
-  // draws on the desktop needs it. Message boxes and menus are answered as before unless they are
-  // shown too. The desktop is left with the machine, and the windows of its thread end.
+  // Shows windows from now on, on an offscreen desktop. To be called before the first window is
+  // created, by tests that need a desktop. Message boxes and menus are still answered without being
+  // shown, unless the test calls the two functions below. The destructor destroys the windows of
+  // its thread and leaves the desktop.
   void UseDesktop();
   void ShowMessageBoxes();
   void ShowMenus();
 
-  // Answers for the next message boxes, in order; afterwards IDOK.
+  // The results of the next message boxes, in order; afterwards IDOK.
   void AnswerMessageBoxes(std::deque<int> answers);
   std::vector<MessageBoxRequest> MessageBoxes() const;
-  // The commands to choose from the next popup menus, in order; afterwards 0 (nothing is chosen).
+  // The commands chosen from the next popup menus, in order; afterwards 0 (none).
   void AnswerMenus(std::deque<UINT> commands);
   std::vector<TrackedMenu> Menus() const;
-  // (0, 0) at first; nothing: it cannot be read.
-  void SetCursorPosition(std::optional<POINT> place);
+  // (0, 0) by default. Without a position the cursor cannot be read.
+  void SetCursorPosition(std::optional<POINT> position);
   std::vector<LoggedEvent> Events() const;
-  // The texts of the events alone.
+  // Only the texts of the events.
   std::vector<std::wstring> EventTexts() const;
   std::vector<std::pair<DWORD, NOTIFYICONDATAW>> NotificationChanges() const;
 

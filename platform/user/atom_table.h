@@ -1,6 +1,6 @@
-// Names and the numbers that stand for them, from the range that window classes and registered
-// messages share (0xC000 to 0xFFFF). Names are compared without regard to case and are never
-// forgotten. One table per process; any thread.
+// Atoms: names and the numbers that stand for them, from the range that window classes and
+// registered messages share (0xC000 to 0xFFFF). Names are compared without regard to case. An atom
+// is never deleted. One table per process; any thread.
 #pragma once
 
 #include <windef.h>
@@ -14,10 +14,10 @@ namespace platform {
 
 class AtomTable {
  public:
-  // The name's number, made on first use; 0 when every number is taken.
+  // Adds the name if needed and returns its atom; 0 when every atom is in use.
   ATOM Add(std::wstring_view name);
 
-  // The number of a name that has been added; 0 for any other.
+  // The atom of a name that has been added; 0 for any other name.
   ATOM Find(std::wstring_view name) const;
 
  private:

@@ -1,5 +1,5 @@
-// Carets: one for each thread, in one of its windows. The desktop shows and blinks it over what the
-// window shows, so that painting need not hide it.
+// Carets: one for each thread, in one of its windows. The desktop shows and blinks the caret over
+// what the window shows, so a window that paints need not hide it.
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/window.h"
@@ -10,19 +10,19 @@ namespace {
 struct Caret {
   HWND window = nullptr;
   SIZE size{};
-  POINT place{};
-  // Shown at zero.
+  POINT position{};
+  // The number of HideCaret calls to undo; the caret is shown at zero.
   int hidden = 1;
 };
 thread_local Caret caret;
 
-// The caret ends with its window.
+// Null without a caret, or when its window has been destroyed; the caret is gone with its window.
 std::shared_ptr<Window> WindowOfCaret() {
   return Resolve<Window>(HandleKind::kWindow, caret.window);
 }
 
-// Null stands for whichever window has the caret. Null, with the last error set, when that window
-// has it not.
+// The window of the caret. A null argument matches any window. Null, with the last error set, when
+// there is no caret or another window has it.
 std::shared_ptr<Window> WindowWithCaret(HWND window) {
   auto found = WindowOfCaret();
   if (found != nullptr && (window == nullptr || window == caret.window)) return found;
@@ -32,12 +32,12 @@ std::shared_ptr<Window> WindowWithCaret(HWND window) {
 
 void UpdatePeer(const Window& window) {
   if (window.Peer() == nullptr) return;
-  const RECT area = {caret.place.x, caret.place.y, caret.place.x + caret.size.cx,
-                     caret.place.y + caret.size.cy};
+  const RECT area = {caret.position.x, caret.position.y, caret.position.x + caret.size.cx,
+                     caret.position.y + caret.size.cy};
   window.Peer()->SetCaret(caret.hidden == 0 ? std::optional(area) : std::nullopt);
 }
 
-void EndCaret() {
+void RemoveCaret() {
   const auto window = WindowOfCaret();
   if (window != nullptr && window->Peer() != nullptr) window->Peer()->SetCaret(std::nullopt);
   caret = {};
@@ -60,8 +60,8 @@ BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) try 
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
   }
-  EndCaret();
-  // Nothing is as wide as the border of a window.
+  RemoveCaret();
+  // A width or height of 0 stands for that of a window border.
   caret.window = window;
   caret.size = {width != 0 ? width : 1, height != 0 ? height : 1};
   return TRUE;
@@ -71,7 +71,7 @@ BOOL WINAPI CreateCaret(HWND window, HBITMAP bitmap, int width, int height) try 
 
 BOOL WINAPI DestroyCaret() try {
   if (WindowWithCaret(nullptr) == nullptr) return FALSE;
-  EndCaret();
+  RemoveCaret();
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);
@@ -98,7 +98,7 @@ BOOL WINAPI HideCaret(HWND window) try {
 BOOL WINAPI SetCaretPos(int x, int y) try {
   const auto found = WindowWithCaret(nullptr);
   if (found == nullptr) return FALSE;
-  caret.place = {x, y};
+  caret.position = {x, y};
   if (caret.hidden == 0) UpdatePeer(*found);
   return TRUE;
 } catch (...) {
@@ -110,7 +110,7 @@ BOOL WINAPI GetCaretPos(LPPOINT place) try {
     ::SetLastError(ERROR_NOACCESS);
     return FALSE;
   }
-  *place = WindowOfCaret() != nullptr ? caret.place : POINT{};
+  *place = WindowOfCaret() != nullptr ? caret.position : POINT{};
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);

@@ -1,14 +1,14 @@
-// F1: the help that a window's user asks for. Used on the window's thread.
+// Help requested with F1. For the window's thread.
 #pragma once
 
 #include "platform/user/window.h"
 
 namespace platform {
 
-// Sends WM_HELP to the window, with its number, its help text's number and the place of the
-// mouse cursor. Windows pass the message on to their parents until one answers it.
+// Sends WM_HELP to the window, with its identifier, its help context and the position of the mouse
+// cursor. DefWindowProcW passes the message on to the parent or owner.
 void AskForHelp(const Window& window);
-// The same, later.
+// Does the same as deferred work, if the window still exists then.
 void RequestHelp(const Window& window);
 
 }  // namespace platform

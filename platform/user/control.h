@@ -1,5 +1,5 @@
-// The behaviour of a window of one of the system's own classes ("Button", "#32770", ...): what a
-// registered class does in its window procedure. Owned by its window, on that window's thread.
+// The behaviour of a window of a system class ("Button", "#32770", ...), in the place of a
+// registered class's window procedure. Owned by its window, on the window's thread.
 #pragma once
 
 #include <windows.h>
@@ -18,14 +18,15 @@ class Control {
  public:
   virtual ~Control() = default;
 
-  // Called once, before WM_NCCREATE, if the window has a desktop: the peer that the window keeps.
+  // Creates the peer that the window then owns. Called once, before WM_NCCREATE, if the window has
+  // a desktop.
   virtual std::unique_ptr<WindowPeer> MakePeer(Window& window, WindowPeer* parent) = 0;
 
-  // The answer to a message; nothing: DefWindowProcW answers.
+  // The result of a message; nothing when DefWindowProcW is to handle it.
   virtual std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
   // The value that the class keeps with each window at that offset (GetWindowLongPtrW with an index
-  // from zero on); null when there is none.
+  // of zero or more); null when there is none.
   virtual LONG_PTR* Extra(int /*index*/) { return nullptr; }
 };
 
@@ -34,8 +35,8 @@ struct SystemClass {
   std::unique_ptr<Control> (*make)(Window& window);
 };
 
-// Every class of the system; found for any instance, without regard to case. Defined by the family
-// that has most of them (controls/system_classes.cpp).
+// Every system class; FindWindowClass finds them for any instance, without regard to case. Defined
+// by the family that has most of them (controls/system_classes.cpp).
 std::span<const SystemClass> SystemClasses();
 
 }  // namespace platform

@@ -50,7 +50,7 @@ HCURSOR Arrow() {
 
 struct PointerState {
   HCURSOR cursor = Arrow();
-  // Where the mouse was last told of.
+  // The window that last got WM_SETCURSOR.
   HWND window = nullptr;
 };
 thread_local PointerState state;
@@ -68,7 +68,7 @@ void AskForCursor(HWND window, UINT mouseMessage) {
   state.window = window;
   ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window),
                  MAKELPARAM(HTCLIENT, mouseMessage));
-  // A window that does not care has the shape of the one that the pointer came from.
+  // A window that sets no cursor keeps the shape from before.
   ShowPointer();
 }
 

@@ -1,12 +1,12 @@
-// The shape of the pointer over the calling thread's windows.
+// The cursor's shape over the calling thread's windows.
 #pragma once
 
 #include <windows.h>
 
 namespace platform {
 
-// The pointer is in the client area of that window, where the mouse did that: WM_SETCURSOR, and the
-// shape as it is after that.
+// Sends WM_SETCURSOR to the window whose client area the cursor is in, with the mouse message that
+// caused it, and shows the shape that the window chose.
 void AskForCursor(HWND window, UINT mouseMessage);
 
 }  // namespace platform

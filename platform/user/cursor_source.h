@@ -1,5 +1,5 @@
-// Who knows where the mouse is, in place of the desktop. The simulated machine answers from data.
-// Any thread.
+// Overrides where the cursor position comes from: the simulated machine supplies it from data, in
+// place of the desktop. Any thread.
 #pragma once
 
 #include <windef.h>
@@ -9,11 +9,11 @@
 
 namespace platform {
 
-// Nothing: the place cannot be read.
+// Returns nothing when the position cannot be read.
 using CursorSource = std::function<std::optional<POINT>()>;
-void SetCursorSource(CursorSource source);  // empty: the desktop knows
+void SetCursorSource(CursorSource source);  // empty: the desktop supplies it
 
-// Empty unless one is set.
+// Empty when none is set.
 CursorSource CurrentCursorSource();
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// DefWindowProcW: what a window does with what its own procedure leaves to the system.
+// DefWindowProcW: handles the messages that a window procedure leaves to the system.
 #include <algorithm>
 
 #include "platform/kernel/api_result.h"
@@ -17,7 +17,7 @@ LRESULT SetText(Window& window, LPARAM lParam) {
   return TRUE;
 }
 
-// The number of characters written, without the null that ends them.
+// Returns the number of characters written, without the terminating null.
 LRESULT GetText(const Window& window, WPARAM capacity, LPARAM lParam) {
   auto* text = reinterpret_cast<wchar_t*>(lParam);
   if (capacity == 0 || text == nullptr) return 0;
@@ -37,7 +37,7 @@ LRESULT PassToParent(const Window& window, UINT message, WPARAM wParam, LPARAM l
   return parent != nullptr ? ::SendMessageW(parent->Handle(), message, wParam, lParam) : 0;
 }
 
-// Those around it may have a shape of their own for the windows inside them.
+// The windows around it come first: they may set a cursor for the windows inside them.
 bool SetClassCursor(const Window& window, WPARAM wParam, LPARAM lParam) {
   if (window.IsChild() && PassToParent(window, WM_SETCURSOR, wParam, lParam) != FALSE) return true;
   const bool isInThisWindow = reinterpret_cast<HWND>(wParam) == window.Handle();

@@ -95,8 +95,8 @@ void LoseDesktop(const ThreadQueue& queue) {
   state.windowThread->SetEventLoop(nullptr);
   state.windowThread.reset();
   state.unreachable = true;
-  // The module stays, and so do the windows' widgets, which nobody uses any more: the toolkit does
-  // nothing right without a desktop, ending itself included.
+  // The module and the windows' widgets are neither used nor destroyed from here on: without its
+  // display connection no call into the toolkit is safe, destructors included.
   for (const auto& window : Windows().OfThread(queue))
     window->AbandonPeer();
 }

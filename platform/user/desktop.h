@@ -1,6 +1,6 @@
-// The machine's desktop: whether there is one, and the module that knows it. A machine has a
-// desktop when the environment names one (DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM) and the
-// module can be loaded and reaches it.
+// The machine's desktop: whether there is one, and the desktop module. There is a desktop when the
+// environment names one (DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM), the module can be loaded and
+// the module can connect to it.
 #pragma once
 
 #include <memory>
@@ -10,29 +10,30 @@
 
 namespace platform {
 
-// Makes the thread of this queue the window thread, if there is a desktop and no window thread yet:
-// loads the module and lets the queue wait in its loop. True when it has become that just now.
-// Called by the queue's thread.
+// Makes the queue's thread the window thread, if there is a desktop and no window thread yet: loads
+// the module and lets the queue wait in its event loop. True when this call made the thread the
+// window thread. Called by the queue's thread.
 bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue);
 
-// Ends the module when the queue's thread is the window thread; another thread can join then.
+// Destroys the module if the queue's thread is the window thread; another thread can join then.
 // Called by the queue's thread.
 void LeaveDesktop(const ThreadQueue& queue);
 
-// The desktop of this queue's thread has gone while the thread used it: from now on the machine has
-// none, and the thread's windows are hidden ones. Called by the queue's thread.
+// Handles the loss of the desktop's connection while the queue's thread was the window thread. From
+// then on the machine has no desktop, and the thread's windows have no peers. Called by the queue's
+// thread.
 void LoseDesktop(const ThreadQueue& queue);
 
-// The queue of the window thread; null as long as there is none.
+// The queue of the window thread; null when there is none.
 std::shared_ptr<ThreadQueue> WindowThread();
 
 // Whether the caller is the window thread.
 bool IsWindowThread();
 
-// The module, for the window thread alone.
+// The module. For the window thread only.
 DesktopModule& Desktop();
 
-// What the module is to a family above this one.
+// The interface that a family above this one has declared for the module to implement.
 template <class Side>
 Side& DesktopSide() {
   return dynamic_cast<Side&>(Desktop());

@@ -1,7 +1,7 @@
-// The one interface between the layer and its desktop module, a shared object that is loaded when
-// the first window is created on a machine with a desktop. The object lives on that thread: it is
-// made, used and destroyed there. It also implements the side of each family above this one, which
-// that family declares: ControlSide, DialogSide, TraySide.
+// The interface between the layer and its desktop module, a shared object that is loaded when the
+// first window is created on a machine with a desktop. The object is created, used and destroyed on
+// the window thread. It also implements the interfaces that the families above this one declare:
+// ControlSide, DialogSide, TraySide.
 #pragma once
 
 #include "platform/gdi/graphics_backend.h"
@@ -20,12 +20,12 @@ class DesktopModule {
   virtual GraphicsBackend& Graphics() = 0;
   virtual MenuBackend& Menus() = 0;
 
-  // What is down at the moment, as far as the process has been told.
+  // Keys and buttons that are down, as far as the desktop has reported to this process.
   virtual KeySet KeysDown() = 0;
   virtual void Beep() = 0;
 };
 
-// The module's single export, of the name kCreateDesktopModule. The caller owns the object.
+// The only export of the module, under the name kCreateDesktopModule. The caller owns the object.
 using CreateDesktopModuleFunction = DesktopModule* (*)();
 inline constexpr const char* kCreateDesktopModule = "CreateDesktopModule";
 

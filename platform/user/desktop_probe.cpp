@@ -16,12 +16,12 @@ namespace platform {
 
 namespace {
 
-// With the loading of the program, which a slow disk may keep; the server's own time is the
-// program's affair.
-constexpr auto kPatience = std::chrono::seconds(15);
+// Includes the time to load the program from a slow disk. The probe itself limits how long it waits
+// for the display server.
+constexpr auto kTimeout = std::chrono::seconds(15);
 
 bool AwaitByte(int descriptor) {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
+  const auto end = std::chrono::steady_clock::now() + kTimeout;
   pollfd readable{descriptor, POLLIN, 0};
   for (;;) {
     const auto left =
@@ -40,8 +40,8 @@ DesktopProbe::DesktopProbe(const std::filesystem::path& folder) {
   if (Start(folder / "windesktop_probe")) reached_ = AwaitByte(connection_.Get());
 }
 
-// The program has the other end of the connection as its standard input: it writes one byte when it
-// has reached the desktop, and ends when the connection does.
+// The program gets the other end of the socket pair as its standard input. It writes one byte when
+// it has reached the desktop, and exits when the socket is closed.
 bool DesktopProbe::Start(const std::filesystem::path& program) {
   int ends[2];
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return false;
@@ -62,7 +62,7 @@ bool DesktopProbe::Start(const std::filesystem::path& program) {
 DesktopProbe::~DesktopProbe() {
   connection_.Reset();
   if (process_ < 0) return;
-  // It may still wait for the server.
+  // The child may still be waiting for the display server.
   ::kill(process_, SIGKILL);
   while (::waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
   }

@@ -1,6 +1,6 @@
-// A process that tries to reach the desktop before this one does: the toolkit ends the process when
-// it cannot. It stays connected as long as the object lives, so that the desktop is not gone again
-// in between (some display servers go with their last client). Used by one thread.
+// A child process that connects to the desktop before this process does, because the toolkit ends a
+// process that cannot connect. The child stays connected as long as the object lives: some display
+// servers exit with their last client. For one thread.
 #pragma once
 
 #include <sys/types.h>
@@ -13,8 +13,8 @@ namespace platform {
 
 class DesktopProbe {
  public:
-  // Starts the program "windesktop_probe" of that folder and waits for what it finds, a limited
-  // time.
+  // Starts the program "windesktop_probe" in the folder and waits, for a limited time, for it to
+  // report that it has connected.
   explicit DesktopProbe(const std::filesystem::path& folder);
   ~DesktopProbe();
   DesktopProbe(const DesktopProbe&) = delete;

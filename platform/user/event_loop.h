@@ -1,5 +1,5 @@
-// What the thread queue of the window thread waits in. Without a desktop each queue waits by
-// itself; the desktop module gives a loop of its own for the thread that owns its windows.
+// The event loop that the queue of the window thread waits in. Supplied by the desktop module.
+// Every other queue waits on its own condition variable.
 #pragma once
 
 #include <chrono>
@@ -11,15 +11,15 @@ class EventLoop {
  public:
   virtual ~EventLoop() = default;
 
-  // Handles the desktop's own events until Wake is called or the time is over (nothing: without
-  // limit; zero: handles what is there already). May return earlier. Called on the window thread
-  // only, also from inside an event that the loop handles.
+  // Dispatches the desktop's events until Wake is called or the limit has passed (nothing: no
+  // limit; zero: dispatches pending events only). May return earlier. Called on the window thread
+  // only, also from inside an event that the loop dispatches.
   virtual void Wait(std::optional<std::chrono::milliseconds> limit) = 0;
 
-  // Ends the running or the next Wait. Any thread.
+  // Makes the running or the next Wait return. Any thread.
   virtual void Wake() = 0;
 
-  // The desktop is gone for good: Wait does nothing any more.
+  // True when the connection to the desktop is lost for good; Wait then returns at once.
   virtual bool IsBroken() const = 0;
 };
 

@@ -7,15 +7,15 @@
 namespace platform {
 namespace {
 
-struct KeyboardState {
-  // As the window procedures have been told.
+struct FocusState {
+  // As last sent to the window procedures.
   HWND focus = nullptr;
   HWND active = nullptr;
-  // As the desktop last said.
+  // As last reported by the desktop.
   HWND reportedFocus = nullptr;
   HWND reportedActive = nullptr;
 };
-thread_local KeyboardState state;
+thread_local FocusState state;
 
 std::shared_ptr<Window> Find(HWND window) {
   return Resolve<Window>(HandleKind::kWindow, window);
@@ -26,14 +26,14 @@ void Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (found != nullptr) found->CallProcedure(message, wParam, lParam);
 }
 
-// The one that had it before.
+// Returns the window that had the focus before.
 HWND MoveFocus(HWND window) {
   const HWND before = state.focus;
   if (before == window) return before;
   state.focus = window;
   Send(before, WM_KILLFOCUS, reinterpret_cast<WPARAM>(window), 0);
   const auto found = Find(window);
-  // The procedure that lost it may have given it to another.
+  // The procedure that got WM_KILLFOCUS may have moved the focus elsewhere.
   if (found == nullptr || state.focus != window) return before;
   if (found->Peer() != nullptr && state.reportedFocus != window) found->Peer()->Focus();
   found->CallProcedure(WM_SETFOCUS, reinterpret_cast<WPARAM>(before), 0);
@@ -54,10 +54,10 @@ void MoveActivation(HWND window) {
   Send(window, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(before));
   const bool stays = state.active == window && Find(window) != nullptr;
   if (!stays || IsFocusWithin(window)) return;
-  // The desktop remembers which of its children had it last.
+  // The desktop restores the focus to the child that had it last.
   const auto reported = Find(state.reportedFocus);
-  const bool knows = reported != nullptr && IsWithin(*reported, window);
-  MoveFocus(knows ? state.reportedFocus : window);
+  const bool isReported = reported != nullptr && IsWithin(*reported, window);
+  MoveFocus(isReported ? state.reportedFocus : window);
 }
 
 void SettleFocus(HWND window) {
@@ -65,7 +65,7 @@ void SettleFocus(HWND window) {
   const bool gained = state.focus != window && state.reportedFocus == window;
   const auto found = gained ? Find(window) : nullptr;
   const auto top = found != nullptr ? TopLevelOf(found) : nullptr;
-  // A hidden window may have been made the active one, of which the desktop knows nothing.
+  // A hidden window may be the active one here, which the desktop does not report.
   if (top != nullptr && state.reportedActive == top->Handle()) MoveActivation(top->Handle());
   if (lost || gained) MoveFocus(state.reportedFocus);
 }
@@ -136,7 +136,7 @@ HWND WINAPI SetFocus(HWND window) try {
   }
   const HWND before = state.focus;
   const auto top = TopLevelOf(found);
-  // The window that is about to have the keyboard shall find itself in the active one.
+  // The top-level window is active before the window inside it gets the focus.
   if (top != nullptr && top->IsShown()) Activate(top);
   if (found->IsLive()) MoveFocus(window);
   return before;

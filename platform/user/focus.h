@@ -1,24 +1,24 @@
-// Which window of a thread has the keyboard and which top-level window is active. Each thread has
-// its own answer; on the window thread the desktop's agrees, or follows. Functions for the window's
-// thread.
+// The focus and the active top-level window of each thread. On the window thread they agree with
+// the desktop's, or are made to agree. For the window's thread.
 #pragma once
 
 #include "platform/user/window.h"
 
 namespace platform {
 
-// Makes the top-level window the active one: WM_ACTIVATE to the one before and to this one, which
-// then has the keyboard, if none of its children has.
+// Activates the top-level window: sends WM_ACTIVATE to the window that was active and to this one,
+// which then gets the focus if none of its children has it.
 void Activate(const std::shared_ptr<Window>& window);
 
-// The window is about to be hidden or destroyed: the keyboard goes to a child's parent, the
-// activation to a top-level window's owner.
+// Called before the window is hidden or destroyed: moves the focus from a child to its parent, and
+// the activation from a top-level window to its owner.
 void LeaveWindow(const Window& window);
 
-// Takes the keyboard from the window and its children, for nobody else.
+// Takes the focus from the window or its child; no window has it then.
 void DropFocusWithin(const Window& window);
 
-// What the desktop says happened; looked into later, when window procedures may run.
+// Records what the desktop reports. The window messages that follow from it are deferred, since no
+// window procedure may run inside the desktop's event.
 void ReportFocus(const Window& window, bool focused);
 void ReportActivation(const Window& window, bool active);
 

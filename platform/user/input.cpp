@@ -17,9 +17,9 @@ bool IsMouse(UINT message) {
 UINT MessageFor(const Window& window, UINT message) {
   const bool isDoubleClick =
       message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDBLCLK;
-  const bool wantsThem = (window.Class()->data.style & CS_DBLCLKS) != 0;
+  const bool wantsDoubleClicks = (window.Class()->data.style & CS_DBLCLKS) != 0;
   constexpr UINT kFromDownToDoubleClick = WM_LBUTTONDBLCLK - WM_LBUTTONDOWN;
-  return isDoubleClick && !wantsThem ? message - kFromDownToDoubleClick : message;
+  return isDoubleClick && !wantsDoubleClicks ? message - kFromDownToDoubleClick : message;
 }
 
 WPARAM MouseKeys(const KeySet& keys) {
@@ -28,8 +28,8 @@ WPARAM MouseKeys(const KeySet& keys) {
          (keys[VK_CONTROL] ? MK_CONTROL : 0u);
 }
 
-// With Alt, unless Ctrl makes another character of the key; Alt and F10 are for menus by
-// themselves.
+// Keys pressed with Alt are system keys, unless Ctrl is down, too (AltGr). Alt and F10 themselves
+// open menus.
 bool IsForSystem(int virtualKey, const KeySet& keys) {
   if (virtualKey == VK_MENU || virtualKey == VK_F10) return true;
   return keys[VK_MENU] && !keys[VK_CONTROL];
@@ -40,7 +40,7 @@ UINT KeyMessage(const KeyInput& input, const KeySet& keys) {
   return input.isDown ? WM_KEYDOWN : WM_KEYUP;
 }
 
-// The documented bits: a repeat count of one, the scan code, and what was before.
+// The documented bits: a repeat count of one, the scan code, and the previous state of the key.
 LPARAM KeyParameter(const KeyInput& input, bool withAlt) {
   UINT high = input.scanCode;
   if (withAlt) high |= KF_ALTDOWN;
@@ -53,12 +53,12 @@ LPARAM KeyParameter(const KeyInput& input, bool withAlt) {
 
 void QueueMouse(const Window& window, const MouseInput& input) {
   auto target = Resolve<Window>(HandleKind::kWindow, window.Handle());
-  POINT place = input.place;
+  POINT position = input.place;
   while (target != nullptr && !IsEnabledWithParents(*target)) {
-    place = {place.x + target->Bounds().left, place.y + target->Bounds().top};
+    position = {position.x + target->Bounds().left, position.y + target->Bounds().top};
     target = target->IsChild() ? ParentOf(*target) : nullptr;
   }
-  // The system's dialogs have no use for it.
+  // Windows of system classes get no mouse messages.
   if (target == nullptr || target->SystemControl() != nullptr) return;
   const RECT origin = ScreenBoundsOf(*target);
   InputMessage queued;
@@ -66,8 +66,8 @@ void QueueMouse(const Window& window, const MouseInput& input) {
   queued.message.hwnd = target->Handle();
   queued.message.message = MessageFor(*target, input.message);
   queued.message.wParam = MouseKeys(queued.keys);
-  queued.message.lParam = MAKELPARAM(place.x, place.y);
-  queued.message.pt = {place.x + origin.left, place.y + origin.top};
+  queued.message.lParam = MAKELPARAM(position.x, position.y);
+  queued.message.pt = {position.x + origin.left, position.y + origin.top};
   target->Queue()->PostInput(std::move(queued));
 }
 

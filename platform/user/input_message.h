@@ -1,5 +1,5 @@
-// A message of the mouse or the keyboard that waits in a thread's queue, with what the keyboard was
-// like then.
+// A mouse or keyboard message that waits in a thread's queue, with the state of the keyboard at the
+// time.
 #pragma once
 
 #include <windows.h>
@@ -12,9 +12,9 @@ namespace platform {
 
 struct InputMessage {
   MSG message{};
-  // What was down, the key or button itself included.
+  // Keys and buttons that were down, the one of the message included.
   KeySet keys;
-  // Of a key that went down: what the user's keyboard layout makes of it.
+  // For a key that went down: the text that the user's keyboard layout produces.
   std::wstring text;
 };
 

@@ -13,7 +13,7 @@ const UsKey* FindUsKey(UINT virtualKey) {
   return found != kUsKeyboard.end() ? found : nullptr;
 }
 
-// Keys that type the same character on every layout; 0: it is none of them.
+// The character of keys that produce the same one on every layout; 0 for all other keys.
 wchar_t FixedCharacter(UINT virtualKey) {
   switch (virtualKey) {
     case VK_BACK:

@@ -1,5 +1,5 @@
-// What keys type. A keyboard layout shows itself by what the user types with it; of keys that have
-// not been pressed yet it is taken for a US one. Used by one thread.
+// The characters that keys produce. A keyboard layout is learnt from what the user types; keys that
+// have not been pressed yet are taken to be those of a US keyboard. For one thread.
 #pragma once
 
 #include <windows.h>
@@ -16,17 +16,17 @@ struct ShiftKeys {
   bool control = false;
   bool alt = false;
 
-  // Both together stand for the third level of a layout.
+  // Ctrl and Alt together are AltGr, which selects a layout's third level.
   bool MakesControlCharacters() const { return control && !alt; }
   auto operator<=>(const ShiftKeys&) const = default;
 };
 
 class KeyLayout {
  public:
-  // The key has typed that, which may be nothing at all.
+  // Records the text that the key produced, which may be empty.
   void Learn(UINT virtualKey, const ShiftKeys& with, const std::wstring& text);
 
-  // Empty: nothing.
+  // Empty when the key produces no text.
   std::wstring TextOf(UINT virtualKey, const ShiftKeys& with) const;
 
  private:

@@ -1,5 +1,5 @@
-// Keys and mouse buttons by their virtual keys (VK_...), those that are down being set. Of the keys
-// that there are twice on a keyboard (Shift, Ctrl, Alt) the common number alone is used.
+// The keys and mouse buttons that are down, indexed by virtual key (VK_...). For Shift, Ctrl and
+// Alt only the virtual key that does not distinguish left and right is used.
 #pragma once
 
 #include <windows.h>

@@ -29,7 +29,8 @@ ShiftKeys ShiftsOf(const KeySet& keys) {
   return {keys[VK_SHIFT], keys[VK_CONTROL], keys[VK_MENU]};
 }
 
-// As the caller has it; of the toggles that of Caps Lock counts alone, and for letters only.
+// The modifiers in the caller's key state. Caps Lock inverts Shift, for letters only; other toggles
+// are ignored.
 ShiftKeys ShiftsOf(const BYTE* keys, UINT virtualKey) {
   const auto isDown = [keys](int key) { return (keys[key] & kDown) != 0; };
   const bool isLetter = virtualKey >= 'A' && virtualKey <= 'Z';

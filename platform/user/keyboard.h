@@ -1,5 +1,5 @@
-// What the calling thread knows of the keyboard: by the messages that it has taken from its queue,
-// so that a program that lags behind sees the keys as they were.
+// The calling thread's view of the keyboard. It follows the messages that the thread has removed
+// from its queue, so a thread that lags behind sees the keys as they were.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@
 
 namespace platform {
 
-// The message has been taken.
+// Records the key state of a message that was removed from the queue.
 void NoteKeys(const InputMessage& input);
 
-// What the key types while those are down that were with the last message.
+// The text that the key produces with the modifier keys of the last message.
 std::wstring CharactersOf(UINT virtualKey);
 
 }  // namespace platform

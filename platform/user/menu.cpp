@@ -18,8 +18,8 @@ bool Fail(DWORD error) {
   return false;
 }
 
-// A place for an item in a menu or in one of its submenus.
-struct ItemBounds {
+// The position of an item in a menu or in one of its submenus.
+struct ItemPosition {
   std::shared_ptr<Menu> menu;
   std::size_t index = 0;
 };
@@ -28,25 +28,25 @@ std::shared_ptr<Menu> MenuOf(HMENU handle) {
   return Resolve<Menu>(HandleKind::kMenu, handle);
 }
 
-std::optional<ItemBounds> LocateCommand(const std::shared_ptr<Menu>& menu, UINT command) {
+std::optional<ItemPosition> LocateCommand(const std::shared_ptr<Menu>& menu, UINT command) {
   for (std::size_t index = 0; index < menu->items.size(); ++index) {
     const MenuItem& item = menu->items[index];
     if (const auto submenu = MenuOf(item.submenu)) {
       if (auto found = LocateCommand(submenu, command)) return found;
     } else if (item.command == command) {
-      return ItemBounds{menu, index};
+      return ItemPosition{menu, index};
     }
   }
-  // An item that opens a submenu counts when nothing in the submenus has the number.
+  // An item that opens a submenu matches only when no item in the submenus has the number.
   const auto found = std::ranges::find(menu->items, command, &MenuItem::command);
   if (found == menu->items.end()) return std::nullopt;
-  return ItemBounds{menu, static_cast<std::size_t>(found - menu->items.begin())};
+  return ItemPosition{menu, static_cast<std::size_t>(found - menu->items.begin())};
 }
 
-std::optional<ItemBounds> Locate(const std::shared_ptr<Menu>& menu, UINT item, bool byPosition) {
+std::optional<ItemPosition> Locate(const std::shared_ptr<Menu>& menu, UINT item, bool byPosition) {
   if (!byPosition) return LocateCommand(menu, item);
   if (item >= menu->items.size()) return std::nullopt;
-  return ItemBounds{menu, item};
+  return ItemPosition{menu, item};
 }
 
 // Whether the menu is the other one or can be reached from it.
@@ -61,7 +61,7 @@ bool IsText(UINT type) {
   return (type & (MFT_OWNERDRAW | MFT_SEPARATOR)) == 0;
 }
 
-// The old way to give contents excludes the new ones.
+// MIIM_TYPE, the older way to pass contents, excludes MIIM_STRING and MIIM_FTYPE.
 bool IsMaskConsistent(UINT mask) {
   return (mask & MIIM_TYPE) == 0 || (mask & (MIIM_STRING | MIIM_FTYPE)) == 0;
 }
@@ -87,7 +87,7 @@ bool CheckNewItem(const Menu& menu, const MENUITEMINFOW& information) {
   if ((information.fMask & MIIM_SUBMENU) == 0 || information.hSubMenu == nullptr) return true;
   const auto submenu = FindMenu(information.hSubMenu);
   if (submenu == nullptr) return false;
-  // A menu inside itself would have no end.
+  // A menu must not contain itself.
   return !IsWithin(menu, *submenu) || Fail(ERROR_INVALID_PARAMETER);
 }
 
@@ -104,8 +104,8 @@ MenuItem NewItem(const MENUITEMINFOW& information) {
   return item;
 }
 
-// Cut to the caller's room; without any, only the length is told.
-void GiveText(const std::wstring& text, MENUITEMINFOW& information) {
+// Copies the text, cut to the caller's buffer; without a buffer only the length is returned.
+void CopyText(const std::wstring& text, MENUITEMINFOW& information) {
   if (information.dwTypeData == nullptr || information.cch == 0) {
     information.cch = static_cast<UINT>(text.size());
     return;
@@ -116,14 +116,14 @@ void GiveText(const std::wstring& text, MENUITEMINFOW& information) {
   information.cch = static_cast<UINT>(copied);
 }
 
-void GiveItem(const MenuItem& item, MENUITEMINFOW& information) {
+void CopyInformation(const MenuItem& item, MENUITEMINFOW& information) {
   const UINT mask = information.fMask;
   if ((mask & (MIIM_TYPE | MIIM_FTYPE)) != 0) information.fType = item.type;
   if ((mask & MIIM_STATE) != 0) information.fState = item.state;
   if ((mask & MIIM_ID) != 0) information.wID = item.command;
   if ((mask & MIIM_SUBMENU) != 0) information.hSubMenu = item.submenu;
   if ((mask & MIIM_DATA) != 0) information.dwItemData = item.data;
-  if ((mask & (MIIM_TYPE | MIIM_STRING)) != 0) GiveText(item.text, information);
+  if ((mask & (MIIM_TYPE | MIIM_STRING)) != 0) CopyText(item.text, information);
 }
 
 TrackedItem CopyItem(HMENU menu, const MenuItem& item);
@@ -203,7 +203,7 @@ int WINAPI GetMenuItemCount(HMENU menu) try {
   const auto found = FindMenu(menu);
   return found != nullptr ? static_cast<int>(found->items.size()) : -1;
 } catch (...) {
-  return FailedCall(0);
+  return FailedCall(-1);
 }
 
 BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition,
@@ -212,11 +212,11 @@ BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition,
   const auto found = FindMenu(menu);
   if (found == nullptr || !CheckInformation(information)) return FALSE;
   if (!CheckNewItem(*found, *information)) return FALSE;
-  // Before the item that is named, else at the end.
-  const auto place =
-      Locate(found, item, byPosition != FALSE).value_or(ItemBounds{found, found->items.size()});
-  auto& items = place.menu->items;
-  items.insert(items.begin() + static_cast<std::ptrdiff_t>(place.index), NewItem(*information));
+  // Inserts before the given item, else at the end.
+  const auto position =
+      Locate(found, item, byPosition != FALSE).value_or(ItemPosition{found, found->items.size()});
+  auto& items = position.menu->items;
+  items.insert(items.begin() + static_cast<std::ptrdiff_t>(position.index), NewItem(*information));
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);
@@ -227,9 +227,9 @@ BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition,
   const std::lock_guard lock(MenuLock());
   const auto found = FindMenu(menu);
   if (found == nullptr || !CheckInformation(information)) return FALSE;
-  const auto place = Locate(found, item, byPosition != FALSE);
-  if (!place.has_value()) return Fail(ERROR_MENU_ITEM_NOT_FOUND);
-  GiveItem(place->menu->items[place->index], *information);
+  const auto position = Locate(found, item, byPosition != FALSE);
+  if (!position.has_value()) return Fail(ERROR_MENU_ITEM_NOT_FOUND);
+  CopyInformation(position->menu->items[position->index], *information);
   return TRUE;
 } catch (...) {
   return FailedCall(FALSE);

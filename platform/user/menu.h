@@ -34,7 +34,7 @@ std::mutex& MenuLock();
 // The menu of a live handle; null, with ERROR_INVALID_MENU_HANDLE as the last error, for any other.
 std::shared_ptr<Menu> FindMenu(HMENU handle);
 
-// What the menu and its submenus hold at the moment. The menu lock must not be held.
+// A copy of the menu's items, submenus included. The menu lock must not be held.
 std::vector<TrackedItem> CopyItems(HMENU handle);
 
 }  // namespace platform

@@ -1,5 +1,5 @@
-// A popup menu on its way to the user, as plain data, and the desktop's side of showing it. Lives
-// on the window thread. Lengths are pixels of 96 to the inch.
+// A popup menu to be shown, as plain data, and the desktop's side of showing it. For the window
+// thread. Lengths are pixels of 96 to the inch.
 #pragma once
 
 #include <windows.h>
@@ -13,7 +13,7 @@
 namespace platform {
 
 struct TrackedItem {
-  // The menu that holds it.
+  // The menu that contains the item.
   HMENU menu = nullptr;
   UINT command = 0;
   std::wstring text;
@@ -34,7 +34,8 @@ struct TrackedMenu {
   std::vector<TrackedItem> items;
 };
 
-// What the desktop asks and tells while a menu is open. The items are those of the shown menu.
+// What the desktop queries and reports while a menu is open. The items passed are those of the
+// shown menu.
 class MenuEvents {
  public:
   virtual ~MenuEvents() = default;
@@ -43,7 +44,7 @@ class MenuEvents {
   // Draws the item into the area; `action` and `state` are those of WM_DRAWITEM.
   virtual void Draw(const TrackedItem& item, UINT action, UINT state, Canvas& canvas,
                     const RECT& area) = 0;
-  // A choice, or 0 for none. May be told more than once; the first counts.
+  // The chosen command, or 0 for none. May be called more than once; the first call counts.
   virtual void OnClosed(UINT command) = 0;
 };
 
@@ -57,7 +58,7 @@ class MenuBackend {
  public:
   virtual ~MenuBackend() = default;
 
-  // Shows the menu and returns at once. Menu and events outlive what is returned.
+  // Shows the menu and returns at once. The menu and the events must outlive the returned object.
   virtual std::unique_ptr<ShownMenu> Show(const TrackedMenu& menu, MenuEvents& events) = 0;
 };
 

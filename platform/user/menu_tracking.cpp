@@ -24,7 +24,7 @@ Seam<MenuTracker>& Tracker() {
   return seam;
 }
 
-// One menu is open at a time.
+// Only one menu may be open at a time, in the whole process.
 class OpenMenu {
  public:
   OpenMenu() : isFirst_(!isOpen_.exchange(true)) {}
@@ -41,7 +41,7 @@ class OpenMenu {
   const bool isFirst_;
 };
 
-// What the owner has to say to a menu that is open, and what came of it.
+// The owner's replies to an open menu, and the result.
 class MenuSession final : public MenuEvents {
  public:
   MenuSession(HWND owner, ThreadQueue& queue) : owner_(owner), queue_(queue) {
@@ -78,7 +78,7 @@ class MenuSession final : public MenuEvents {
     draw.itemID = item.command;
     draw.itemAction = action;
     draw.itemState = state;
-    // For menus the member of that name is a menu, as documented.
+    // For menus hwndItem is the menu's handle, as documented.
     draw.hwndItem = reinterpret_cast<HWND>(item.menu);
     draw.hDC = context.Get();
     draw.rcItem = area;
@@ -92,19 +92,19 @@ class MenuSession final : public MenuEvents {
     });
   }
 
-  // The command, 0 when nothing was chosen; nothing as long as the menu is open.
+  // The command, 0 when nothing was chosen or the owner is gone; nothing while the menu is open.
   std::optional<UINT> Result() const {
     return ::IsWindow(owner_) != FALSE ? *result_ : std::optional<UINT>(0u);
   }
 
  private:
-  // The one that is open; its owner may be another thread's than the menu.
+  // The open menu, guarded by mutex_. Its owner may belong to another thread than the menu.
   static inline std::mutex mutex_;
   static inline MenuSession* current_ = nullptr;
 
   const HWND owner_;
   ThreadQueue& queue_;
-  // Shared with what is deferred, which may run when the menu is long gone.
+  // Shared with deferred work, which may run when the menu has been closed.
   const std::shared_ptr<std::optional<UINT>> result_ = std::make_shared<std::optional<UINT>>();
 };
 

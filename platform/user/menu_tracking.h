@@ -1,5 +1,5 @@
-// Who answers popup menus. Without a desktop nobody does: TrackPopupMenuEx fails. The simulated
-// machine answers from data. Any thread.
+// Tracking popup menus. Without a desktop TrackPopupMenuEx fails; the simulated machine supplies
+// the choice from data. Any thread.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@ namespace platform {
 using MenuTracker = std::function<UINT(const TrackedMenu&)>;
 void SetMenuTracker(MenuTracker tracker);  // empty: as without a desktop
 
-// Closes the menu that this window owns, if one is open; nothing is chosen then.
+// Closes the open menu of that owner, if there is one; TrackPopupMenuEx then returns 0.
 void CancelMenuOf(HWND owner);
 
 }  // namespace platform

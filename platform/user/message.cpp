@@ -1,4 +1,4 @@
-// Posting, sending, taking and dispatching messages.
+// Posting, sending, retrieving and dispatching messages.
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/atom_table.h"
@@ -15,8 +15,9 @@ BOOL ReportPost(PostResult result, DWORD errorWhenEnded) {
   return FALSE;
 }
 
-// Sets the last error when messages cannot be taken like this.
-bool CheckTaking(const MSG* message, HWND window) {
+// False, with the last error set, when the calling thread cannot retrieve messages of the window,
+// or has no buffer for one.
+bool CheckRetrieval(const MSG* message, HWND window) {
   if (message == nullptr) {
     ::SetLastError(ERROR_NOACCESS);
     return false;
@@ -35,7 +36,7 @@ void PostCharacters(const MSG& key) {
     CurrentQueue()->Post({key.hwnd, message, static_cast<WPARAM>(each), key.lParam, 0, {}});
 }
 
-// What does not wait for its turn among the messages, nor for a filter that lets it pass.
+// Runs calls and deferred work, which no message and no filter holds back.
 void ServeSenders(ThreadQueue& queue) {
   queue.ServeCalls();
   while (queue.RunDeferred())
@@ -48,7 +49,7 @@ void ServeSenders(ThreadQueue& queue) {
 using namespace platform;
 
 BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) try {
-  if (!CheckTaking(message, window)) return -1;
+  if (!CheckRetrieval(message, window)) return -1;
   const MessageFilter filter{window, first, last};
   ThreadQueue& queue = *CurrentQueue();
   for (;;) {
@@ -65,7 +66,7 @@ BOOL WINAPI GetMessageW(LPMSG message, HWND window, UINT first, UINT last) try {
 }
 
 BOOL WINAPI PeekMessageW(LPMSG message, HWND window, UINT first, UINT last, UINT remove) try {
-  if (!CheckTaking(message, window)) return FALSE;
+  if (!CheckRetrieval(message, window)) return FALSE;
   if (remove != PM_REMOVE && remove != PM_NOREMOVE) {
     LogLine("PeekMessageW: only PM_NOREMOVE and PM_REMOVE are supported");
     ::SetLastError(ERROR_INVALID_FLAGS);
@@ -147,7 +148,7 @@ BOOL WINAPI PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 }
 
 BOOL WINAPI PostThreadMessageW(DWORD threadId, UINT message, WPARAM wParam, LPARAM lParam) try {
-  // Whoever posts has a queue from then on, as with every call about windows.
+  // The calling thread gets a queue, as with every call of the window API.
   const bool isOwn = threadId == ::GetCurrentThreadId();
   const auto queue = isOwn ? CurrentQueue() : QueueOfThread(threadId);
   if (queue == nullptr) {

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-// A dialog understands keys for the windows inside it, whoever's loop it is.
+// A dialog handles keys for the windows inside it, in any modal loop.
 void Route(MSG& message) {
   const auto window = Resolve<Window>(HandleKind::kWindow, message.hwnd);
   const auto topLevel = window != nullptr ? TopLevelOf(window) : nullptr;
@@ -47,7 +47,7 @@ bool CallWindowThread(const std::function<void()>& work) {
   }
   bool ran = false;
   windowThread->Call([&] {
-    // It may have left the desktop before it came to this.
+    // The thread may have left the desktop before it ran this.
     ran = WindowThread() == windowThread;
     if (ran) work();
   });
@@ -58,7 +58,8 @@ bool RunOnWindowThread(const std::function<void()>& work) {
   const auto& caller = CurrentQueue();
   const bool joined = JoinDesktop(caller);
   const bool ran = CallWindowThread(work);
-  // A thread without windows, which may never look at messages again, does not stay it.
+  // A thread without windows may never retrieve messages again, so it does not remain the window
+  // thread.
   if (joined && Windows().OfThread(*caller).empty()) LeaveDesktop(*caller);
   return ran;
 }

@@ -9,23 +9,24 @@ namespace platform {
 
 enum class LoopEnd {
   kDone,
-  kQuit,         // WM_QUIT came first
-  kDesktopLost,  // the desktop went, and with it whoever could have answered
+  kQuit,         // WM_QUIT was received first
+  kDesktopLost,  // the connection to the desktop was lost
 };
 
-// Whether the loop outside sees the WM_QUIT that ended this one.
+// Whether a WM_QUIT that ended the loop is posted again for the outer loop.
 enum class QuitMessage { kPostAgain, kSwallow };
 
-// Serves calls, what the user did, messages and timers of the calling thread until isDone says so.
+// Dispatches calls from other threads, deferred work, messages and timers of the calling thread
+// until isDone returns true.
 LoopEnd RunModalLoop(ThreadQueue& queue, const std::function<bool()>& isDone,
                      QuitMessage quit = QuitMessage::kPostAgain);
 
-// Runs the work on the window thread: at once when the caller is that thread, else while the caller
-// waits. False when there is none; nothing has run then.
+// Runs the work on the window thread: directly when the caller is that thread, else the caller
+// waits for it. False when there is no window thread; the work has not run then.
 bool CallWindowThread(const std::function<void()>& work);
 
-// The same, but where there is a desktop and no window thread yet, the caller becomes it; it stays
-// it only if it has windows afterwards.
+// Like CallWindowThread, but if there is a desktop and no window thread yet, the caller becomes the
+// window thread. It remains so only if it has windows afterwards.
 bool RunOnWindowThread(const std::function<void()>& work);
 
 }  // namespace platform

@@ -11,7 +11,7 @@ namespace platform {
 
 void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RECT& damaged,
                  bool exposed) {
-  // Painting inside painting would draw on the same canvas.
+  // A nested WM_PAINT would draw on the same canvas.
   if (!window->IsLive() || window->CurrentPainting() != nullptr) return;
   Painting painting{canvas, damaged, nullptr};
   window->SetPainting(&painting);
@@ -23,7 +23,7 @@ void PaintWindow(const std::shared_ptr<Window>& window, Canvas& canvas, const RE
 void Damage(Window& window, const RECT& area, bool erase) {
   if (window.Peer() == nullptr) return;
   window.RequireErasing(erase);
-  // What is never painted would add up.
+  // Areas outside the client area would pile up, since they are never painted.
   const RECT seen = Intersection(area, ClientAreaOf(window));
   if (!IsEmpty(seen)) window.Peer()->Invalidate(seen);
 }
@@ -83,7 +83,7 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint) try {
   paint->rcPaint = painting.damaged;
   const auto context = reinterpret_cast<WPARAM>(paint->hdc);
   const bool erase = found->TakeErasing();
-  // Who does not erase now is told that it is left to be done.
+  // fErase leaves the erasing to the caller when WM_ERASEBKGND was not handled.
   if (erase) paint->fErase = found->CallProcedure(WM_ERASEBKGND, context, 0) == 0 ? TRUE : FALSE;
   return paint->hdc;
 } catch (...) {

@@ -25,12 +25,12 @@ void PeerEvents::OnCloseRequested() {
   DeferMessage(WM_CLOSE, 0, 0);
 }
 
-void PeerEvents::OnBoundsChanged(const RECT& place) {
-  // Moving and sizing come in pieces; the procedure hears of them together.
+void PeerEvents::OnBoundsChanged(const RECT& bounds) {
+  // The desktop reports moving and sizing in several steps; the window procedure is notified once.
   const bool isUnderWay = unsent_.has_value();
   if (!isUnderWay) unsent_ = window_.Bounds();
   const RECT before = window_.Bounds();
-  window_.NoteBounds(place);
+  window_.NoteBounds(bounds);
   DamageAfterSizing(window_, before);
   if (isUnderWay) return;
   window_.Queue()->Defer([this, handle = window_.Handle()] {
@@ -62,17 +62,17 @@ void PeerEvents::OnMouse(const MouseInput& input) {
 }
 
 bool PeerEvents::OnKey(const KeyInput& input) {
-  // What a dialog does with keys it does inside the event, like its controls.
+  // Dialogs, like controls, handle keys inside the event.
   if (window_.SystemControl() != nullptr) return false;
   QueueKey(window_, input);
   return true;
 }
 
-void PeerEvents::OnScroll(int bar, UINT request, int place) {
+void PeerEvents::OnScroll(int bar, UINT request, int position) {
   const bool isOfThumb = request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
-  if (isOfThumb) window_.ScrollBars().at(static_cast<std::size_t>(bar)).tracked = place;
-  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(request, isOfThumb ? place : 0),
-               0);
+  if (isOfThumb) window_.ScrollBars().at(static_cast<std::size_t>(bar)).tracked = position;
+  DeferMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL,
+               MAKEWPARAM(request, isOfThumb ? position : 0), 0);
 }
 
 }  // namespace platform

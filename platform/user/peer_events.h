@@ -1,6 +1,6 @@
-// What the user does to a window, turned into its messages. Owned by the window, on the window
-// thread. Nothing but painting is answered inside the desktop's event: mouse and keys wait in the
-// thread's queue, all else is deferred, and the window looked up again then.
+// Turns what a peer reports into window messages. Owned by the window, on the window thread. Only
+// painting is handled inside the desktop's event. Mouse and keyboard input is queued, all else is
+// deferred; both look the window up again when they are handled.
 #pragma once
 
 #include <optional>
@@ -15,20 +15,20 @@ class PeerEvents final : public WindowEvents {
 
   void OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) override;
   void OnCloseRequested() override;
-  void OnBoundsChanged(const RECT& place) override;
+  void OnBoundsChanged(const RECT& bounds) override;
   void OnActivationChanged(bool active) override;
   void OnFocusChanged(bool focused) override;
   void OnHelpRequested() override;
   void OnMouse(const MouseInput& input) override;
   bool OnKey(const KeyInput& input) override;
-  void OnScroll(int bar, UINT request, int place) override;
+  void OnScroll(int bar, UINT request, int position) override;
 
  private:
   void DeferMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void NotifyBounds();
 
   Window& window_;
-  // The place before the first change that the window's procedure has not been told of.
+  // The bounds as the window procedure last knew them; set while a notification is pending.
   std::optional<RECT> unsent_;
 };
 

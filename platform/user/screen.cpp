@@ -15,15 +15,15 @@ constexpr int kSmallIcon = 16;
 
 std::optional<POINT> KnownCursorPosition() {
   if (const CursorSource source = CurrentCursorSource()) return source();
-  std::optional<POINT> place;
-  CallWindowThread([&] { place = Desktop().Windows().CursorPosition(); });
-  return place;
+  std::optional<POINT> position;
+  CallWindowThread([&] { position = Desktop().Windows().CursorPosition(); });
+  return position;
 }
 
 }  // namespace
 
 SIZE ScreenSize() {
-  // A program may ask for the screen before it has a window.
+  // A program may query the screen before it has a window.
   JoinDesktop(CurrentQueue());
   SIZE size{};
   CallWindowThread([&] { size = Desktop().Windows().ScreenSize(); });
@@ -66,7 +66,7 @@ int WINAPI GetSystemMetrics(int index) try {
     case SM_CYHSCROLL:
       return kScrollBarThickness;
     case SM_SWAPBUTTON:
-      // The desktop has swapped them already, so the left button is always the first.
+      // The desktop swaps the buttons itself, so the left button is always the primary one.
       return 0;
     case SM_CXSMICON:
     case SM_CYSMICON:

@@ -1,4 +1,4 @@
-// The screen and the mouse, for whoever asks. Any thread.
+// The size and the work area of the screen. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,7 @@ namespace platform {
 // Zero without a desktop.
 SIZE ScreenSize();
 
-// What panels leave of the first screen; empty without a desktop. Any thread.
+// The part of the first screen that panels do not cover; empty without a desktop.
 RECT WorkArea();
 
 }  // namespace platform

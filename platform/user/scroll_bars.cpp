@@ -32,7 +32,7 @@ bool CanScroll(const ScrollBar& bar) {
   return bar.maximum - std::max(bar.page - 1, 0) > bar.minimum;
 }
 
-// Within the limits that are documented for each of them.
+// Limits page and position to the documented ranges.
 void Restrict(ScrollBar& bar) {
   const LONGLONG range = LONGLONG{bar.maximum} - bar.minimum;
   bar.page = static_cast<int>(std::clamp<LONGLONG>(bar.page, 0, range + 1));
@@ -46,7 +46,7 @@ void UpdatePeer(Window& window, int bar) {
       bar, {IsShown(window, bar), state.minimum, state.maximum, state.page, state.position});
 }
 
-// The bar may be SB_BOTH: what becomes of the client area is told once.
+// `bar` may be SB_BOTH: the change of the client area is notified once.
 void SetShown(Window& window, int bar, bool shown) {
   const DWORD style = shown ? window.Style() | StyleOf(bar) : window.Style() & ~StyleOf(bar);
   if (style == window.Style()) return;
@@ -57,8 +57,8 @@ void SetShown(Window& window, int bar, bool shown) {
   NotifyClientChange(window, before);
 }
 
-// The window of a call for SB_HORZ or SB_VERT, or where that is asked for SB_BOTH. Null, with the
-// last error set, when it has no such bars.
+// The window of a call for SB_HORZ or SB_VERT, or with takesBoth for SB_BOTH. Null, with the last
+// error set, when the window has no such bars.
 std::shared_ptr<Window> WindowWithBars(const char* function, HWND handle, int bar,
                                        bool takesBoth = false) {
   auto window = FindWindowOf(handle);
@@ -70,7 +70,8 @@ std::shared_ptr<Window> WindowWithBars(const char* function, HWND handle, int ba
   return nullptr;
 }
 
-// Shows the bar as it is now. A range in which there is nothing to scroll hides it.
+// Takes over the values and updates the peer. The bar is hidden when the range leaves nothing to
+// scroll.
 void Change(Window& window, int bar, const ScrollBar& changed) {
   ScrollBar& state = BarOf(window, bar);
   const bool could = CanScroll(state);
@@ -170,7 +171,7 @@ int WINAPI SetScrollInfo(HWND window, int bar, LPCSCROLLINFO info, BOOL /*redraw
   constexpr UINT kSupported = SIF_RANGE | SIF_PAGE | SIF_POS;
   const auto found = WindowWithBars("SetScrollInfo", window, bar);
   if (found == nullptr) return 0;
-  // What is only told counts for nothing here, as with SIF_ALL.
+  // SIF_TRACKPOS, a part of SIF_ALL, can only be queried and is ignored here.
   const UINT mask = info != nullptr ? info->fMask & ~UINT{SIF_TRACKPOS} : 0;
   if (info == nullptr || info->cbSize != sizeof *info || (mask & ~kSupported) != 0) {
     LogLine("SetScrollInfo: only range, page and position can be set");

@@ -1,6 +1,5 @@
-// The scroll bars of windows of registered classes. A bar is shown when its bit of the window's
-// style (WS_HSCROLL, WS_VSCROLL) is set; what else is known of it stays while it is hidden.
-// Functions for the window's thread.
+// The scroll bars of windows of registered classes. A bar is shown when its style bit (WS_HSCROLL,
+// WS_VSCROLL) is set; a hidden bar keeps its range, page and position. For the window's thread.
 #pragma once
 
 #include <windows.h>
@@ -11,23 +10,24 @@ namespace platform {
 
 class Window;
 
-// As documented for a standard scroll bar before anything is set.
+// The initial values are those documented for a standard scroll bar.
 struct ScrollBar {
   int minimum = 0;
   int maximum = 100;
   int page = 0;
   int position = 0;
-  // Where the thumb was when it was last dragged.
+  // The position of the thumb when it was last dragged.
   int tracked = 0;
 };
 
-// By SB_HORZ and SB_VERT.
+// Indexed by SB_HORZ and SB_VERT.
 using ScrollBarPair = std::array<ScrollBar, 2>;
 
-// How much of the window its bars take, at the right and at the bottom.
+// The width that the vertical bar takes and the height that the horizontal one takes; 0 for a
+// hidden bar.
 SIZE TakenByScrollBars(const Window& window);
 
-// Tells the desktop of both bars of a new window.
+// Shows both bars of a new window on the desktop.
 void ShowFirstScrollBars(Window& window);
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The classes of the system as window classes.
+// System classes as window classes.
 #include <algorithm>
 #include <string_view>
 #include <vector>
@@ -12,21 +12,21 @@ namespace {
 
 using ClassPointer = std::shared_ptr<const WindowClass>;
 
-// Every window of a class of the system has this procedure; its control answers.
-LRESULT CALLBACK AnswerByControl(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) try {
-  // Held, with its control, for the case that the message ends the window.
+// The window procedure of all system classes: the window's control handles the message.
+LRESULT CALLBACK ControlProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) try {
+  // The reference keeps the window and its control alive when the message destroys the window.
   const auto window = FindWindowOf(handle);
   if (window == nullptr) return 0;
   if (window->SystemControl() != nullptr) {
-    if (const auto answer = window->SystemControl()->Answer(message, wParam, lParam))
-      return *answer;
+    if (const auto result = window->SystemControl()->Answer(message, wParam, lParam))
+      return *result;
   }
   return ::DefWindowProcW(handle, message, wParam, lParam);
 } catch (...) {
   return FailedCall(LRESULT{0});
 }
 
-// A name of the form "#32770" is a number, as documented for atoms.
+// The number in a name of the form "#32770", as documented for atoms; 0 for any other name.
 ATOM NumberIn(std::wstring_view name) {
   unsigned number = 0;
   if (name.size() < 2 || name.size() > 6 || name[0] != L'#') return 0;
@@ -45,13 +45,13 @@ ATOM AtomOfSystemClass(std::wstring_view name) {
 std::vector<ClassPointer> MakeClasses() {
   std::vector<ClassPointer> classes;
   for (const SystemClass& each : SystemClasses()) {
-    auto made = std::make_shared<WindowClass>();
-    made->name = each.name;
-    made->atom = AtomOfSystemClass(each.name);
-    made->data.cbSize = sizeof made->data;
-    made->data.lpfnWndProc = AnswerByControl;
-    made->system = &each;
-    classes.push_back(std::move(made));
+    auto windowClass = std::make_shared<WindowClass>();
+    windowClass->name = each.name;
+    windowClass->atom = AtomOfSystemClass(each.name);
+    windowClass->data.cbSize = sizeof windowClass->data;
+    windowClass->data.lpfnWndProc = ControlProcedure;
+    windowClass->system = &each;
+    classes.push_back(std::move(windowClass));
   }
   return classes;
 }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kSizeBeforeVista = offsetof(NONCLIENTMETRICSW, iPaddedBorderWidth);
 
-// The lengths are those that Windows documents as its defaults, in pixels.
+// The lengths are the documented defaults of Windows, in pixels.
 NONCLIENTMETRICSW CurrentMetrics() {
   NONCLIENTMETRICSW metrics{};
   metrics.iBorderWidth = 1;
@@ -29,7 +29,7 @@ NONCLIENTMETRICSW CurrentMetrics() {
   return metrics;
 }
 
-DWORD GiveMetrics(PVOID data) {
+DWORD CopyMetrics(PVOID data) {
   auto* const wanted = static_cast<NONCLIENTMETRICSW*>(data);
   const UINT size = wanted != nullptr ? wanted->cbSize : 0;
   if (size != sizeof *wanted && size != kSizeBeforeVista) return ERROR_INVALID_PARAMETER;
@@ -39,18 +39,18 @@ DWORD GiveMetrics(PVOID data) {
   return NO_ERROR;
 }
 
-DWORD GiveWorkArea(PVOID data) {
+DWORD CopyWorkArea(PVOID data) {
   if (data == nullptr) return ERROR_INVALID_PARAMETER;
   *static_cast<RECT*>(data) = WorkArea();
   return NO_ERROR;
 }
 
-DWORD GiveParameter(UINT action, PVOID data) {
+DWORD CopyParameter(UINT action, PVOID data) {
   switch (action) {
     case SPI_GETNONCLIENTMETRICS:
-      return GiveMetrics(data);
+      return CopyMetrics(data);
     case SPI_GETWORKAREA:
-      return GiveWorkArea(data);
+      return CopyWorkArea(data);
     default:
       LogLine("SystemParametersInfoW: only metrics of windows and the work area can be asked for");
       return ERROR_INVALID_PARAMETER;
@@ -62,7 +62,7 @@ DWORD GiveParameter(UINT action, PVOID data) {
 
 extern "C" BOOL WINAPI SystemParametersInfoW(UINT action, UINT /*parameter*/, PVOID data,
                                              UINT /*update*/) try {
-  const DWORD error = platform::GiveParameter(action, data);
+  const DWORD error = platform::CopyParameter(action, data);
   if (error == NO_ERROR) return TRUE;
   ::SetLastError(error);
   return FALSE;

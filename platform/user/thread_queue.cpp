@@ -15,7 +15,7 @@ DWORD Tick() {
   return static_cast<DWORD>(CurrentClock().TickMilliseconds());
 }
 
-// Both are moves of the mouse in the same window.
+// Whether both are moves of the mouse in the same window.
 bool MovesOn(const MSG& last, const MSG& next) {
   return last.message == WM_MOUSEMOVE && next.message == WM_MOUSEMOVE && last.hwnd == next.hwnd;
 }
@@ -209,7 +209,7 @@ void ThreadQueue::SetEventLoop(EventLoop* loop) {
 
 void ThreadQueue::End() {
   std::deque<PendingCallPointer> calls;
-  // Not ended under the lock: what deferred work holds may look at the queue when it ends.
+  // Destroyed outside the lock: what deferred work holds may use the queue in its destructor.
   std::deque<std::function<void()>> dropped;
   {
     const std::lock_guard lock(mutex_);

@@ -1,6 +1,6 @@
-// The message queue of one thread: posted messages, the quit flag, mouse and keyboard, calls from
-// other threads and timers. Created when its thread first needs it; it ends with its thread.
-// Functions for the owning thread are marked; all others are for any thread.
+// The message queue of one thread: posted messages, the quit flag, mouse and keyboard input, calls
+// from other threads, deferred work and timers. Created when its thread first needs it; closed when
+// the thread ends. Any thread, but for the functions that are marked.
 #pragma once
 
 #include <windows.h>
@@ -30,40 +30,42 @@ class ThreadQueue {
 
   DWORD ThreadId() const { return threadId_; }
 
-  // At most 10000 messages wait in a queue, as documented. Time and place are filled in.
+  // At most 10000 messages wait in a queue, as documented. Sets the time and the position of the
+  // message.
   PostResult Post(MSG message);
   void PostQuit(int exitCode);
-  // What the mouse or the keyboard did; the time is filled in. A mouse that only moves on in a
-  // window takes the place of its last move there.
+  // Queues mouse or keyboard input; sets its time. A mouse move replaces a move in the same window
+  // that is last in the queue.
   void PostInput(InputMessage input);
   void DiscardMessagesOf(HWND window);
 
-  // Runs the work on the owning thread when it next looks for messages (GetMessageW, PeekMessageW,
-  // modal loops), before what was posted and whatever window or range these are asked for: it is
-  // sent, not taken, as calls from other threads are. Does not wait for it. What the user did
-  // reaches window procedures this way. Dropped when the thread ends.
+  // Runs the work on the owning thread when it next retrieves messages (GetMessageW, PeekMessageW,
+  // modal loops). As with calls from other threads, the work runs before posted messages and
+  // whatever the filter is. Window procedures see what the user did this way. Does not wait; the
+  // work is dropped when the thread ends.
   void Defer(std::function<void()> work);
 
-  // Runs the work on the owning thread, inside its GetMessageW, PeekMessageW or a call of its own
-  // to another thread, and returns when it is done. The caller serves calls to itself meanwhile.
-  // False when the thread ended first: the work then has not run.
+  // Runs the work on the owning thread, inside its GetMessageW, PeekMessageW or its own Call to
+  // another thread, and returns when the work is done. The calling thread serves calls to its own
+  // queue meanwhile. False when the thread ended first: the work has not run then.
   bool Call(std::function<void()> work);
 
-  // --- owning thread ---
+  // The functions from here on are for the owning thread only.
   TimerList& Timers() { return timers_; }
   void ServeCalls();
-  // Runs the work that was deferred first; false when there is none.
+  // Runs the first deferred work; false when there is none.
   bool RunDeferred();
-  // The next message in documented order: posted, quit, input, timer. Does not wait. Input that is
-  // removed counts from then on (input.h), for which window procedures may be called.
+  // The next message in the documented order: posted, quit, input, timer. Does not wait. Input that
+  // is removed takes effect (input.h), for which window procedures may be called.
   std::optional<MSG> Take(const MessageFilter& filter, bool remove);
-  // Returns when something may have arrived or a timer that passes is due; also without either.
+  // Returns when something may have arrived or a timer that passes the filter is due. May return
+  // earlier.
   void Wait(const MessageFilter& filter);
-  // Lets the desktop's events happen, if the queue waits in its loop. Does not wait.
+  // Dispatches the desktop's pending events, if there is an event loop. Does not wait.
   void PollEventLoop();
-  // What Wait waits in from now on; null: in the queue itself.
+  // Sets the event loop that Wait waits in; null: the queue waits by itself.
   void SetEventLoop(EventLoop* loop);
-  // Fails what is posted or called from now on, and the calls that wait.
+  // Closes the queue: later posts and calls fail, and so do the calls that wait.
   void End();
 
  private:
@@ -92,7 +94,7 @@ class ThreadQueue {
 
   std::mutex mutex_;
   std::condition_variable arrived_;
-  // Something arrived that the owning thread has not looked at yet.
+  // Set when something has arrived that the owning thread has not handled yet.
   bool signalled_ = false;
   bool ended_ = false;
   std::deque<MSG> posted_;
@@ -103,10 +105,11 @@ class ThreadQueue {
   EventLoop* loop_ = nullptr;
 };
 
-// The calling thread's queue. It ends, and the thread's windows with it, when the thread does.
+// The calling thread's queue, created on first use. When the thread ends, its windows are removed
+// and the queue is closed.
 const std::shared_ptr<ThreadQueue>& CurrentQueue();
 
-// The queue of a thread of this process that has looked for messages, posted one or made a window;
+// The queue of a thread of this process that has retrieved or posted a message or created a window;
 // null for any other number.
 std::shared_ptr<ThreadQueue> QueueOfThread(DWORD threadId);
 

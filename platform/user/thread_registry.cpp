@@ -1,4 +1,4 @@
-// Which thread has which queue.
+// The message queues of the process by thread.
 #include <map>
 
 #include "platform/user/desktop.h"
@@ -18,7 +18,7 @@ ThreadRegistry& Registry() {
   return registry;
 }
 
-// Ties the queue to its thread: the destructor runs when the thread ends.
+// Binds the queue to its thread: the destructor runs when the thread ends.
 class Attachment {
  public:
   Attachment() {

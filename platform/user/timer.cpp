@@ -8,11 +8,11 @@ using namespace platform;
 UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC callback) try {
   if (!BelongsToCaller(window)) return 0;
   TimerList& timers = CurrentQueue()->Timers();
-  // A thread's own timer gets a number of the system's, unless it replaces one that runs.
-  const bool needsNumber = window == nullptr && !timers.Exists(nullptr, id);
-  const UINT_PTR used = needsNumber ? timers.NewThreadTimerId() : id;
-  timers.Set(window, used, milliseconds, callback);
-  return used != 0 ? used : 1;
+  // A timer of the thread itself gets a new identifier, unless it replaces a running one.
+  const bool needsId = window == nullptr && !timers.Exists(nullptr, id);
+  const UINT_PTR timerId = needsId ? timers.NewThreadTimerId() : id;
+  timers.Set(window, timerId, milliseconds, callback);
+  return timerId != 0 ? timerId : 1;
 } catch (...) {
   return FailedCall(UINT_PTR{0});
 }

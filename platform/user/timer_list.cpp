@@ -55,7 +55,7 @@ std::optional<MSG> TimerList::Take(const MessageFilter& filter, bool remove) {
     if (longest == nullptr || each.due < longest->due) longest = &each;
   }
   if (longest == nullptr) return std::nullopt;
-  // Whole periods from the first, so that the timer keeps its beat.
+  // Counted in whole periods from the start, so that the timer does not drift.
   if (remove) longest->due += ((now - longest->due) / longest->period + 1) * longest->period;
   MSG message{};
   message.hwnd = longest->window;

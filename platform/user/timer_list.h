@@ -1,5 +1,5 @@
-// The timers of one thread, on the layer's clock. A timer that is due stays due until it is taken,
-// so that any number of missed periods makes one message. Used by its thread only.
+// The timers of one thread, on the layer's clock. A timer that is due stays due until its message
+// is taken, so any number of missed periods yields one message. For its thread only.
 #pragma once
 
 #include <windows.h>
@@ -14,11 +14,11 @@ namespace platform {
 
 class TimerList {
  public:
-  // Starts a timer of the window (null: of the thread) or starts it anew under the same identifier.
-  // The period is brought into the documented limits (10 ms to 0x7FFFFFFF ms).
+  // Starts a timer of the window (null: of the thread), or restarts the one with the same
+  // identifier. The period is limited to the documented range (10 ms to 0x7FFFFFFF ms).
   void Set(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC callback);
 
-  // An identifier that no timer of the thread itself has.
+  // An identifier that no timer of the thread itself uses.
   UINT_PTR NewThreadTimerId();
 
   // False when there is no such timer.
@@ -26,12 +26,12 @@ class TimerList {
   bool Exists(HWND window, UINT_PTR id) const;
   void KillAllOf(HWND window);
 
-  // The message of the timer that has been due longest and passes the filter. `remove` starts the
-  // timer's next period.
+  // The message of the timer that passes the filter and has been due longest. `remove` starts its
+  // next period.
   std::optional<MSG> Take(const MessageFilter& filter, bool remove);
 
   // The time until the next timer that passes the filter is due, zero when one is due already;
-  // nothing without such timers.
+  // nothing when no timer passes.
   std::optional<std::chrono::milliseconds> UntilNext(const MessageFilter& filter) const;
 
  private:

@@ -1,6 +1,6 @@
-// The block of letters, digits and punctuation of a US keyboard. It gives the virtual keys their
-// places where the user's layout has none of its own, and their characters as long as it is unknown
-// what the user's layout makes of them. Plain data.
+// The letters, digits and punctuation keys of a US keyboard. The table supplies the virtual key of
+// a scan code when the user's layout determines none, and the characters of a key until those of
+// the user's layout are known. Plain data.
 #pragma once
 
 #include <windows.h>
@@ -66,7 +66,7 @@ inline constexpr std::array kUsKeyboard = {
     UsKey{0x35, VK_OEM_2, L'/', L'?'},
     UsKey{0x39, VK_SPACE, L' ', L' '},
     UsKey{0x56, VK_OEM_102, L'\\', L'|'},
-    // The block of digits beside it, which Shift does not change.
+    // The numeric keypad, which Shift does not change.
     UsKey{0x52, VK_NUMPAD0, L'0', L'0'},
     UsKey{0x4F, VK_NUMPAD1, L'1', L'1'},
     UsKey{0x50, VK_NUMPAD2, L'2', L'2'},

@@ -1,5 +1,6 @@
-// Windows: top-level ones and children, each owned by the thread that made it. A window's handle,
-// origin, procedure and user data may be used by any thread; all else by its own.
+// Windows: top-level ones and children, each owned by the thread that created it. Any thread may
+// use a window's handle, class, queue, parent, procedure and user data; all else is for the
+// window's thread.
 #pragma once
 
 #include <windows.h>
@@ -20,23 +21,23 @@
 
 namespace platform {
 
-// One WM_PAINT, as long as the desktop asks for it.
+// The state of one WM_PAINT, which lives while the window paints.
 struct Painting {
   Canvas& canvas;
   RECT damaged;
   std::unique_ptr<LentDc> context;  // between BeginPaint and EndPaint
 };
 
-// What a window is created as.
+// The arguments of a new window.
 struct WindowOrigin {
   std::shared_ptr<const WindowClass> windowClass;
   std::shared_ptr<ThreadQueue> queue;
-  // The parent of a child, else the owner; null or HWND_MESSAGE without either.
+  // A child's parent, or a top-level window's owner; null or HWND_MESSAGE without either.
   HWND parent = nullptr;
   DWORD style = 0;
   DWORD exStyle = 0;
   RECT bounds{};
-  // A child's number.
+  // A child's identifier; 0 of a top-level window.
   UINT_PTR id = 0;
   std::wstring text;
 };
@@ -44,7 +45,7 @@ struct WindowOrigin {
 class Window final : public Object {
  public:
   explicit Window(WindowOrigin origin);
-  // Called once, by the list of windows.
+  // Called once, when the window is added to the list of windows.
   void TakeHandle(HWND handle) { handle_ = handle; }
 
   HWND Handle() const { return handle_; }
@@ -53,7 +54,7 @@ class Window final : public Object {
   HWND Parent() const { return parent_; }
   bool IsChild() const { return isChild_; }
   bool BelongsToCaller() const;
-  // Whether the handle still stands for this window.
+  // Whether the handle still refers to this window.
   bool IsLive() const;
 
   WNDPROC Procedure() const { return procedure_; }
@@ -62,7 +63,7 @@ class Window final : public Object {
   LONG_PTR UserData() const { return userData_; }
   LONG_PTR ExchangeUserData(LONG_PTR data) { return userData_.exchange(data); }
 
-  // --- as the window's own style has it, whatever its parents' ---
+  // The window's own style bits; those of its parents do not count.
   DWORD Style() const { return style_; }
   DWORD ExStyle() const { return exStyle_; }
   bool IsShown() const { return (style_ & WS_VISIBLE) != 0; }
@@ -71,23 +72,23 @@ class Window final : public Object {
   void SetExStyle(DWORD style) { exStyle_ = style; }
   void SetStyleBit(DWORD bit, bool isSet) { style_ = isSet ? style_ | bit : style_ & ~bit; }
 
-  // --- what the peer shows too ---
+  // Properties that the peer shows, too; the setters pass them on to it.
   const std::wstring& Text() const { return text_; }
   void SetText(std::wstring text);
   UINT_PTR Id() const { return id_; }
   void SetId(UINT_PTR id);
-  // Relative to the parent's client area, or to the screen; frames do not count.
+  // Relative to the parent's client area, or to the screen. Frames are not included.
   const RECT& Bounds() const { return bounds_; }
   void SetBounds(const RECT& bounds);
   HFONT FontHandle() const { return font_; }
   void SetFont(HFONT font);
-  // What the peer shows already, or shows in its own way.
+  // These change the property alone: the peer shows it already, or in its own way.
   void NoteText(std::wstring text) { text_ = std::move(text); }
   void NoteBounds(const RECT& bounds) { bounds_ = bounds; }
   void NoteFont(HFONT font) { font_ = font; }
 
-  // Of a top-level window: its procedure has been told its place, as happens when it is first
-  // shown.
+  // Whether a top-level window has been sent its bounds (WM_SIZE, WM_MOVE), which happens when it
+  // is first shown.
   bool KnowsBounds() const { return knowsBounds_; }
   void NoteBoundsSent() { knowsBounds_ = true; }
   ScrollBarPair& ScrollBars() { return scrollBars_; }
@@ -95,26 +96,25 @@ class Window final : public Object {
   DWORD HelpContext() const { return helpContext_; }
   void SetHelpContext(DWORD number) { helpContext_ = number; }
 
-  // --- painting ---
-  // Null outside of WM_PAINT.
+  // Painting. The current one is null outside of WM_PAINT.
   Painting* CurrentPainting() const { return painting_; }
   void SetPainting(Painting* painting) { painting_ = painting; }
-  // The background is to be erased when the window is next painted.
+  // Marks the background to be erased when the window is next painted.
   void RequireErasing(bool erase) { mustErase_ = mustErase_ || erase; }
   bool TakeErasing() { return std::exchange(mustErase_, false); }
 
-  // What a window of one of the system's classes does; null for a registered class.
+  // The control of a window of a system class; null for a registered class.
   Control* SystemControl() const { return control_.get(); }
   void GiveControl(std::unique_ptr<Control> control) { control_ = std::move(control); }
 
-  // Who hears what the user does to the peer.
+  // Receives what the peer reports.
   WindowEvents& Events() const { return *events_; }
-  // Null without a desktop. It stays, hidden, until the thread next runs deferred work after the
-  // window has ended: whoever sent the message that ended the window may still use it.
+  // Null without a desktop. After the window is destroyed the peer stays, hidden, until the thread
+  // next runs deferred work: the code that sent the destroying message may still use it.
   WindowPeer* Peer() const { return peer_.get(); }
   void GivePeer(std::unique_ptr<WindowPeer> peer) { peer_ = std::move(peer); }
   void EndPeer() { peer_.reset(); }
-  // The desktop has gone: nobody may use the peer any more, not even to end it.
+  // Gives up the peer without destroying it: after the loss of the desktop no peer may be used.
   void AbandonPeer() { static_cast<void>(peer_.release()); }
 
   bool IsBeingDestroyed() const { return isBeingDestroyed_; }
@@ -150,17 +150,18 @@ class Window final : public Object {
 std::shared_ptr<Window> FindWindowOf(HWND handle);
 
 // Runs the work on the window's thread while the caller waits. False, with
-// ERROR_INVALID_WINDOW_HANDLE as the last error, when the window is gone by then.
+// ERROR_INVALID_WINDOW_HANDLE as the last error, when the window has been destroyed before the work
+// could run.
 bool RunOnOwner(const std::shared_ptr<Window>& window, const std::function<void()>& work);
 
-// Whether the calling thread may take messages and timers of that window; null stands for the
-// thread itself. Sets the last error when it may not.
+// Whether the calling thread may retrieve messages and set timers of the window; null stands for
+// the thread itself. Sets the last error when it may not.
 bool BelongsToCaller(HWND handle);
 
 bool ClassHasWindows(const WindowClass& windowClass);
 
-// Ends the windows of a thread that ends. Their procedures are not called, since what they use may
-// be gone already.
+// Removes the windows of a thread that ends. Their procedures are not called, since what they use
+// may be destroyed already.
 void ForgetWindowsOf(const ThreadQueue& queue);
 
 }  // namespace platform

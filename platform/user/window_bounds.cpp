@@ -44,7 +44,7 @@ void DamageWhatClassWants(Window& window, const RECT& before, const RECT& now) {
   if (isWanted) Damage(window, ClientAreaOf(window), true);
 }
 
-RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT flags) {
+RECT NewBounds(const RECT& current, int x, int y, int width, int height, UINT flags) {
   const LONG left = (flags & SWP_NOMOVE) != 0 ? current.left : x;
   const LONG top = (flags & SWP_NOMOVE) != 0 ? current.top : y;
   const LONG wide = (flags & SWP_NOSIZE) != 0 ? current.right - current.left : std::max(width, 0);
@@ -52,10 +52,10 @@ RECT PlaceFor(const RECT& current, int x, int y, int width, int height, UINT fla
   return {left, top, left + wide, top + high};
 }
 
-void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT flags) {
+void Rearrange(const std::shared_ptr<Window>& window, const RECT& bounds, UINT flags) {
   const bool activate =
       !window->IsChild() && (flags & (SWP_NOACTIVATE | SWP_NOZORDER | SWP_HIDEWINDOW)) == 0;
-  SetWindowBounds(*window, place);
+  SetWindowBounds(*window, bounds);
   if (!window->IsLive()) return;
   if ((flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) != 0) {
     SetShown(window, (flags & SWP_SHOWWINDOW) != 0, activate);
@@ -64,20 +64,22 @@ void Rearrange(const std::shared_ptr<Window>& window, const RECT& place, UINT fl
   }
 }
 
-// The origin of the window's client area; that of the screen's own window is zero.
+// The position of the window's client area on the screen; zero for the desktop window. False when
+// the window is gone.
 bool OriginOf(HWND window, POINT& origin) {
   origin = {};
   if (IsDesktopWindow(window)) return true;
   const auto found = FindWindowOf(window);
   if (found == nullptr) return false;
   return RunOnOwner(found, [&] {
-    const RECT place = ScreenBoundsOf(*found);
-    origin = {place.left, place.top};
+    const RECT bounds = ScreenBoundsOf(*found);
+    origin = {bounds.left, bounds.top};
   });
 }
 
-// Whether a rectangle of the window is asked for as documented. Sets the last error.
-bool BoundsOnScreen(HWND window, RECT* wanted, RECT& place) {
+// The window's bounds in screen coordinates. `wanted`, the caller's buffer, is only checked. False,
+// with the last error set, on failure.
+bool BoundsOnScreen(HWND window, RECT* wanted, RECT& bounds) {
   const auto found = FindWindowOf(window);
   if (found == nullptr) return false;
   if (wanted == nullptr) {
@@ -86,36 +88,36 @@ bool BoundsOnScreen(HWND window, RECT* wanted, RECT& place) {
   }
   if (IsDesktopWindow(window)) {
     const SIZE screen = ScreenSize();
-    place = {0, 0, screen.cx, screen.cy};
+    bounds = {0, 0, screen.cx, screen.cy};
     return true;
   }
-  return RunOnOwner(found, [&] { place = ScreenBoundsOf(*found); });
+  return RunOnOwner(found, [&] { bounds = ScreenBoundsOf(*found); });
 }
 
 }  // namespace
 
 RECT ScreenBoundsOf(const Window& window) {
-  RECT place = window.Bounds();
+  RECT bounds = window.Bounds();
   const auto parent = window.IsChild() ? ParentOf(window) : nullptr;
-  if (parent == nullptr) return place;
+  if (parent == nullptr) return bounds;
   const RECT outer = ScreenBoundsOf(*parent);
-  return {place.left + outer.left, place.top + outer.top, place.right + outer.left,
-          place.bottom + outer.top};
+  return {bounds.left + outer.left, bounds.top + outer.top, bounds.right + outer.left,
+          bounds.bottom + outer.top};
 }
 
-void SetWindowBounds(Window& window, const RECT& place) {
+void SetWindowBounds(Window& window, const RECT& bounds) {
   const RECT before = window.Bounds();
-  if (IsAt(before, place) && HasSize(before, place)) return;
-  window.SetBounds(place);
+  if (IsAt(before, bounds) && HasSize(before, bounds)) return;
+  window.SetBounds(bounds);
   DamageAfterSizing(window, before);
   NotifyBoundsChange(window, before);
 }
 
 RECT ClientAreaOf(const Window& window) {
   const SIZE taken = TakenByScrollBars(window);
-  const RECT& place = window.Bounds();
-  return {0, 0, std::max(place.right - place.left - taken.cx, LONG{0}),
-          std::max(place.bottom - place.top - taken.cy, LONG{0})};
+  const RECT& bounds = window.Bounds();
+  return {0, 0, std::max(bounds.right - bounds.left - taken.cx, LONG{0}),
+          std::max(bounds.bottom - bounds.top - taken.cy, LONG{0})};
 }
 
 void DamageAfterSizing(Window& window, const RECT& before) {
@@ -130,11 +132,11 @@ void NotifyClientChange(Window& window, const RECT& before) {
 }
 
 void NotifyBoundsChange(const Window& window, const RECT& before) {
-  const RECT place = window.Bounds();
-  if (!IsAt(before, place)) {
-    window.CallProcedure(WM_MOVE, 0, MAKELPARAM(place.left, place.top));
+  const RECT bounds = window.Bounds();
+  if (!IsAt(before, bounds)) {
+    window.CallProcedure(WM_MOVE, 0, MAKELPARAM(bounds.left, bounds.top));
   }
-  if (window.IsLive() && !HasSize(before, place)) {
+  if (window.IsLive() && !HasSize(before, bounds)) {
     NotifySize(window);
   }
 }
@@ -171,7 +173,7 @@ BOOL WINAPI SetWindowPos(HWND window, HWND insertAfter, int x, int y, int width,
   }
   return RunOnOwner(found,
                     [&] {
-                      Rearrange(found, PlaceFor(found->Bounds(), x, y, width, height, flags),
+                      Rearrange(found, NewBounds(found->Bounds(), x, y, width, height, flags),
                                 flags);
                     })
              ? TRUE

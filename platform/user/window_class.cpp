@@ -60,22 +60,22 @@ ATOM Register(WNDCLASSEXW data) {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
   }
-  auto made = std::make_shared<WindowClass>();
-  made->name = data.lpszClassName;
-  made->atom = Atoms().Add(made->name);
+  auto windowClass = std::make_shared<WindowClass>();
+  windowClass->name = data.lpszClassName;
+  windowClass->atom = Atoms().Add(windowClass->name);
   data.hInstance = InstanceOrExecutable(data.hInstance);
   data.lpszClassName = nullptr;
-  made->data = data;
+  windowClass->data = data;
   ClassRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
   const bool exists =
-      Locate(registry.classes, data.hInstance, made->atom) != registry.classes.end();
-  if (made->atom == 0 || exists) {
+      Locate(registry.classes, data.hInstance, windowClass->atom) != registry.classes.end();
+  if (windowClass->atom == 0 || exists) {
     ::SetLastError(exists ? ERROR_CLASS_ALREADY_EXISTS : ERROR_NOT_ENOUGH_MEMORY);
     return 0;
   }
-  registry.classes.push_back(made);
-  return made->atom;
+  registry.classes.push_back(windowClass);
+  return windowClass->atom;
 }
 
 }  // namespace
@@ -137,7 +137,7 @@ BOOL WINAPI UnregisterClassW(LPCWSTR className, HINSTANCE instance) try {
 }
 
 BOOL WINAPI GetClassInfoW(HINSTANCE instance, LPCWSTR className, WNDCLASSW* windowClass) try {
-  // An instance of null asks for a class of the system.
+  // A null instance means the system classes only.
   const auto found =
       instance != nullptr ? FindWindowClass(instance, className) : FindSystemClass(className);
   if (found == nullptr || windowClass == nullptr) {

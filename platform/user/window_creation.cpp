@@ -1,4 +1,4 @@
-// Windows come to life here.
+// Creating windows.
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
@@ -12,13 +12,13 @@
 namespace platform {
 namespace {
 
-// Sets the last error when these cannot be the parent and the menu of a new window.
+// False, with the last error set, when these cannot be the parent and the menu of a new window.
 bool CheckRelations(HWND parent, HMENU menu, bool isChild) {
   if (isChild && (parent == nullptr || parent == HWND_MESSAGE)) {
     ::SetLastError(ERROR_TLW_WITH_WSCHILD);
     return false;
   }
-  // A child's menu is its number.
+  // For a child the menu is its identifier.
   if (!isChild && menu != nullptr) {
     ::SetLastError(ERROR_INVALID_MENU_HANDLE);
     return false;
@@ -37,7 +37,8 @@ WindowPeer* PeerOf(HWND window) {
   return found != nullptr ? found->Peer() : nullptr;
 }
 
-// Null when the window is not for the desktop: of a thread without one, or for messages only.
+// Null when the window has no desktop: its thread is not the window thread, its parent has no peer,
+// or it is message-only.
 std::unique_ptr<WindowPeer> MakePeer(Window& window) {
   if (window.Parent() == HWND_MESSAGE || WindowThread() != window.Queue()) return nullptr;
   WindowPeer* parent = PeerOf(window.Parent());
@@ -64,7 +65,7 @@ std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& win
   origin.windowClass = windowClass;
   origin.queue = CurrentQueue();
   origin.parent = creation.hwndParent;
-  // It is shown, if at all, when it has been created.
+  // The window is shown, if at all, when its creation is complete.
   origin.style = static_cast<DWORD>(creation.style) & ~WS_VISIBLE;
   origin.exStyle = creation.dwExStyle;
   origin.bounds = BoundsAsGiven(creation.x, creation.y, creation.cx, creation.cy);
@@ -74,11 +75,11 @@ std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& win
   return std::make_shared<Window>(std::move(origin));
 }
 
-// False when the window's procedure refused to be created, or destroyed the window.
+// False when the window's procedure refused the creation or destroyed the window.
 bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& creation) {
   const auto parameter = reinterpret_cast<LPARAM>(&creation);
   if (window->CallProcedure(WM_NCCREATE, 0, parameter) == FALSE) {
-    // It never was a window to its procedure, so only the last message tells that it ends.
+    // The window was never created for its procedure, which gets WM_NCDESTROY only.
     if (window->IsLive()) DestroyUncreated(window);
     return false;
   }
@@ -103,7 +104,7 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName
     return nullptr;
   }
   const bool isChild = (style & WS_CHILD) != 0;
-  // Every top-level window is the screen's anyway.
+  // The desktop window owns every top-level window anyway.
   if (!isChild && parent != nullptr && IsDesktopWindow(parent)) parent = nullptr;
   if (!CheckRelations(parent, menu, isChild)) return nullptr;
   JoinDesktop(CurrentQueue());

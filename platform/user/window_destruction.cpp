@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-// First the window, then its children.
+// Sends WM_DESTROY to the window, then to its children.
 void SendDestroy(const std::shared_ptr<Window>& window) {
   if (!window->IsLive() || window->IsBeingDestroyed()) return;
   window->NoteDestruction();
@@ -16,7 +16,7 @@ void SendDestroy(const std::shared_ptr<Window>& window) {
     SendDestroy(child);
 }
 
-// What the user sees of a window ends before its procedure hears of its end.
+// Hides the window before its procedure gets WM_DESTROY.
 void TakeOffScreen(const std::shared_ptr<Window>& window) {
   if (!window->IsChild()) window->SetStyleBit(WS_VISIBLE, false);
   LeaveWindow(*window);
@@ -29,14 +29,14 @@ void EndPeerLater(const std::shared_ptr<Window>& window) {
   window->Queue()->Defer([window] { window->EndPeer(); });
 }
 
-// First the children, then the window.
+// Sends WM_NCDESTROY to the children, then to the window, and removes them.
 void SendLastMessage(const std::shared_ptr<Window>& window) {
   for (const auto& child : Windows().ChildrenOf(window->Handle()))
     SendLastMessage(child);
   if (!window->IsLive()) return;
   window->NoteDestruction();
   window->CallProcedure(WM_NCDESTROY, 0, 0);
-  // A destruction that was under way around this one may have ended the window meanwhile.
+  // A destruction in progress around this one may have removed the window meanwhile.
   if (!window->IsLive()) return;
   Windows().Remove(window);
   EndPeerLater(window);

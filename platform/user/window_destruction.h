@@ -1,15 +1,15 @@
-// How windows end. Used by the window's thread.
+// Destroying windows. For the window's thread.
 #pragma once
 
 #include "platform/user/window.h"
 
 namespace platform {
 
-// Ends a window with all that it owns and holds: WM_DESTROY, then WM_NCDESTROY. Nothing happens to
-// a window that is on its way out already.
+// Destroys the window with its children and the windows it owns: WM_DESTROY, then WM_NCDESTROY.
+// Ignored for a window that is being destroyed already.
 void DestroyWithAllItHas(const std::shared_ptr<Window>& window);
 
-// Ends a window that refused to be created: WM_NCDESTROY alone.
+// Destroys a window that refused WM_NCCREATE: WM_NCDESTROY only.
 void DestroyUncreated(const std::shared_ptr<Window>& window);
 
 }  // namespace platform

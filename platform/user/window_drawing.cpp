@@ -1,5 +1,5 @@
-// Device contexts of windows and of the screen: drawing on what a window shows, outside of its
-// WM_PAINT. Any thread; the work runs on the window's own.
+// Device contexts of windows and of the screen, for drawing outside of WM_PAINT. Any thread; the
+// drawing runs on the window's thread.
 #include <windows.h>
 
 #include <functional>
@@ -17,7 +17,7 @@ Drawing DrawOnWindow(const std::shared_ptr<Window>& window,
   bool isDrawn = false;
   const auto draw = [&] { isDrawn = window->Peer() != nullptr && window->Peer()->Draw(work); };
   bool isThere = window != nullptr && window->IsLive();
-  // Drawing is done by the thousand, so its own thread does not go by the way of the others.
+  // A direct call on the window's own thread: drawing functions are called very often.
   if (isThere && window->BelongsToCaller()) {
     draw();
   } else if (isThere) {
@@ -28,7 +28,7 @@ Drawing DrawOnWindow(const std::shared_ptr<Window>& window,
   return Drawing::kGone;
 }
 
-// The context does not keep the window.
+// The context does not keep the window alive.
 DrawOnTarget DrawingOn(const std::shared_ptr<Window>& window) {
   return [target = std::weak_ptr(window)](const std::function<void(Canvas&)>& work) {
     return DrawOnWindow(target.lock(), work);

@@ -13,7 +13,7 @@ void WindowList::Add(const std::shared_ptr<Window>& window) {
 
 void WindowList::Remove(const std::shared_ptr<Window>& window) {
   Handles().Remove(HandleKind::kWindow, window->Handle());
-  // After the handle, so that nothing can be added for the window any more.
+  // After the handle is closed, so that no message or timer can be added for the window.
   window->Queue()->DiscardMessagesOf(window->Handle());
   window->Queue()->Timers().KillAllOf(window->Handle());
   OnWindowEnded(window->Handle());

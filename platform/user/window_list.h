@@ -11,16 +11,17 @@ namespace platform {
 
 class WindowList {
  public:
-  // Makes the window's handle and enters it.
+  // Creates the window's handle and adds the window.
   void Add(const std::shared_ptr<Window>& window);
 
-  // Ends the handle, with the messages and timers of the window. Called by the window's thread.
+  // Closes the handle and discards the messages and timers of the window. Called by the window's
+  // thread.
   void Remove(const std::shared_ptr<Window>& window);
 
   // Children of the window, or the windows it owns, in order of creation.
   std::vector<std::shared_ptr<Window>> ChildrenOf(HWND window) const;
   std::vector<std::shared_ptr<Window>> OwnedBy(HWND window) const;
-  // Those of HWND_MESSAGE excepted.
+  // Without message-only windows (HWND_MESSAGE).
   std::vector<std::shared_ptr<Window>> TopLevel() const;
   std::vector<std::shared_ptr<Window>> OfThread(const ThreadQueue& queue) const;
   bool HasClass(const WindowClass& windowClass) const;
@@ -35,7 +36,7 @@ class WindowList {
 
 WindowList& Windows();
 
-// Ends what families above this one keep for the window. Defined by the wiring.
+// Releases what families above this one keep for the window. Defined by the wiring.
 void OnWindowEnded(HWND window);
 
 }  // namespace platform

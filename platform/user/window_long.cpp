@@ -7,10 +7,10 @@
 namespace platform {
 namespace {
 
-// What only the functions made for it change.
+// The style bits that SetWindowLongPtrW leaves unchanged, since other functions change them.
 DWORD LastingStyles(const Window& window) {
   constexpr DWORD kOfAll = WS_CHILD | WS_VISIBLE | WS_DISABLED;
-  // Controls have bars of their own making.
+  // Controls manage their scroll bars themselves.
   return window.SystemControl() == nullptr ? kOfAll | WS_HSCROLL | WS_VSCROLL : kOfAll;
 }
 

@@ -1,8 +1,8 @@
 // The desktop's side of a window: a widget behind an interface. Every window of the window thread
-// has one (those of HWND_MESSAGE excepted), made when the window is and ended with it; windows of
-// other threads and of machines without a desktop have none. Lives on the window thread. Lengths
-// are pixels of 96 to the inch. A top-level window has no frame as far as the layer is concerned:
-// its place is that of its client area.
+// has a peer, created and destroyed with the window, except for those of HWND_MESSAGE. Windows of
+// other threads and of machines without a desktop have none. For the window thread. Lengths are
+// pixels of 96 to the inch. Frames do not exist for the layer: the bounds of a top-level window are
+// those of its client area.
 #pragma once
 
 #include <windows.h>
@@ -16,21 +16,21 @@
 
 namespace platform {
 
-// What the mouse did, told as to a window of a class with CS_DBLCLKS.
+// Mouse input, reported as to a window of a class with CS_DBLCLKS.
 struct MouseInput {
   UINT message = 0;
-  // In the client area of the window that is told; outside of it never.
+  // In client coordinates of the window that gets the report; never outside its client area.
   POINT place{};
 };
 
-// A key that went down, or is held down and repeats itself, or went up.
+// A key that went down, repeats while held down, or went up.
 struct KeyInput {
   int virtualKey = 0;
-  // As the high word of a key message's lParam has it: with KF_EXTENDED.
+  // As in the high word of a key message's lParam, KF_EXTENDED included.
   UINT scanCode = 0;
   bool isDown = false;
   bool isRepeat = false;
-  // What the user's keyboard layout makes of it; may be empty.
+  // The text that the user's keyboard layout produces; may be empty.
   std::wstring text;
 };
 
@@ -45,32 +45,33 @@ enum class PointerShape {
   kHand
 };
 
-// What a peer reports of what the user did. Called from inside an event of the desktop, where no
-// window procedure may run: whoever hears of it defers the messages (ThreadQueue::Defer). Painting
-// alone is answered at once.
+// What a peer reports of the user's actions. Called inside an event of the desktop, where no window
+// procedure may run: implementations defer the messages (ThreadQueue::Defer). Only painting is
+// handled at once.
 class WindowEvents {
  public:
   virtual ~WindowEvents() = default;
 
-  // Exposed: what stood there is lost, so the background is to be erased.
+  // `exposed`: what the area showed is lost, so the background is to be erased.
   virtual void OnPaint(Canvas& canvas, const RECT& damaged, bool exposed) = 0;
   virtual void OnCloseRequested() = 0;
-  // By the user or the window manager, not by SetBounds.
-  virtual void OnBoundsChanged(const RECT& place) = 0;
+  // A change by the user or the window manager, not by SetBounds.
+  virtual void OnBoundsChanged(const RECT& bounds) = 0;
   virtual void OnActivationChanged(bool active) = 0;
   virtual void OnFocusChanged(bool focused) = 0;
   // F1 with the focus on this window.
   virtual void OnHelpRequested() = 0;
-  // By windows that paint themselves; the system's controls use mouse and keys themselves.
+  // Reported by windows that paint themselves only; the controls of system classes handle mouse and
+  // keys in their widgets.
   virtual void OnMouse(const MouseInput& input) = 0;
-  // False: it is none of the window's own, and the desktop may make use of it.
+  // False when the window does not use the key; the desktop may handle it then.
   virtual bool OnKey(const KeyInput& input) = 0;
-  // SB_HORZ or SB_VERT, one of SB_LINEUP to SB_ENDSCROLL, and where the thumb is. The bar itself
-  // does not move, but for the thumb while it is dragged.
-  virtual void OnScroll(int bar, UINT request, int place) = 0;
+  // `bar` is SB_HORZ or SB_VERT, `request` one of SB_LINEUP to SB_ENDSCROLL, `position` that of the
+  // thumb. The peer itself moves the thumb only while it is dragged.
+  virtual void OnScroll(int bar, UINT request, int position) = 0;
 };
 
-// A scroll bar of a window, as it is to be shown. A page of zero has a thumb of the least size.
+// A scroll bar of a window, as it is to be shown. A page of zero shows the smallest thumb.
 struct ScrollBarView {
   bool isShown = false;
   int minimum = 0;
@@ -79,64 +80,67 @@ struct ScrollBarView {
   int position = 0;
 };
 
-// How wide a vertical bar is, and how high a horizontal one. They lie at the right and at the
-// bottom; what is left of the window is its client area.
+// The width of a vertical bar and the height of a horizontal one, in pixels. Bars lie at the right
+// and at the bottom; the rest of the window is its client area.
 inline constexpr int kScrollBarThickness = 17;
 
-// A caret is there for that long, then away for that long.
+// How long a blinking caret is shown, and how long it is hidden.
 inline constexpr UINT kCaretBlinkMilliseconds = 530;
 
 class WindowPeer {
  public:
-  // May be called from inside the peer's own event: the widget itself ends later.
+  // May run inside the peer's own event: the widget itself is destroyed later.
   virtual ~WindowPeer() = default;
 
-  // Names the widget for whoever looks for it on the desktop; a child's number.
+  // Names the widget for programs that search the desktop; `id` is a child's identifier.
   virtual void SetIdentity(HWND window, UINT_PTR id) = 0;
   virtual void SetText(const std::wstring& text) = 0;
   // Relative to the parent's client area, or to the screen.
-  virtual void SetBounds(const RECT& place) = 0;
+  virtual void SetBounds(const RECT& bounds) = 0;
   virtual void SetShown(bool shown) = 0;
-  // Shows a top-level window without giving it the keyboard.
+  // Shows a top-level window without activating it.
   virtual void ShowInactive() = 0;
   virtual void SetEnabled(bool enabled) = 0;
   virtual void SetFont(const LOGFONTW& font) = 0;
   virtual void Focus() = 0;
-  // Brings a top-level window to the front and gives it the keyboard.
+  // Brings a top-level window to the front and gives it the focus.
   virtual void Activate() = 0;
-  // Paints the area again, soon.
+  // Schedules painting of the area.
   virtual void Invalidate(const RECT& area) = 0;
-  // Paints at once what is to be painted.
+  // Paints now what has been invalidated.
   virtual void PaintNow() = 0;
-  // What the pointer looks like over the window. Nothing happens for the system's controls.
+  // The cursor's shape over the window. Ignored by controls of system classes.
   virtual void SetPointer(PointerShape shape) = 0;
 
-  // --- windows that keep what they show; the peers of the system's controls do none of this ---
-  // Draws on what the window shows, which is seen soon; false when this window has no such thing.
-  // What a hidden window is drawn is clipped away.
+  // The functions from here on are for windows that keep what they show. Peers of controls of
+  // system classes ignore them.
+
+  // Draws over what the window shows; the screen follows soon. Drawing in a hidden window is
+  // clipped away. False when this window cannot be drawn on.
   virtual bool Draw(const std::function<void(Canvas&)>& work) = 0;
-  // SB_HORZ or SB_VERT. They take no keyboard.
+  // `bar` is SB_HORZ or SB_VERT. Scroll bars never take the focus.
   virtual void SetScrollBar(int bar, const ScrollBarView& view) = 0;
-  // In the client area, blinking over what is shown; nothing: there is none.
-  virtual void SetCaret(const std::optional<RECT>& place) = 0;
+  // In client coordinates, blinking over what the window shows; nothing: no caret.
+  virtual void SetCaret(const std::optional<RECT>& bounds) = 0;
 };
 
 class WindowPeers {
  public:
   virtual ~WindowPeers() = default;
 
-  // A top-level window; the owner may be null. It stays above its owner.
+  // Creates a top-level window; the owner may be null. The window stays above its owner.
   virtual std::unique_ptr<WindowPeer> MakeTopLevel(WindowEvents& events, WindowPeer* owner) = 0;
-  // A window inside another one that paints itself or only holds others. Both keep what they show.
+  // Creates a child window that paints itself or only contains others. Top-level windows and these
+  // keep what they show.
   virtual std::unique_ptr<WindowPeer> MakeChild(WindowEvents& events, WindowPeer& parent) = 0;
-  // A dialog inside another one, which keeps nothing.
+  // Creates a dialog inside another one, which does not keep what it shows.
   virtual std::unique_ptr<WindowPeer> MakePage(WindowEvents& events, WindowPeer& parent) = 0;
 
   virtual POINT CursorPosition() = 0;
   // Of the first screen.
   virtual SIZE ScreenSize() = 0;
-  // The work area of the screen at that place.
-  virtual RECT WorkArea(POINT place) = 0;
+  // The work area of the screen at that point.
+  virtual RECT WorkArea(POINT point) = 0;
 };
 
 }  // namespace platform

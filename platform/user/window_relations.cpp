@@ -8,7 +8,7 @@ namespace {
 HWND MakeDesktopWindow() {
   auto windowClass = std::make_shared<WindowClass>();
   windowClass->data.lpfnWndProc = ::DefWindowProcW;
-  // A queue that has ended refuses whatever is posted or sent to the window.
+  // A closed queue refuses everything that is posted or sent to the window.
   auto queue = std::make_shared<ThreadQueue>(0);
   queue->End();
   WindowOrigin origin;
@@ -62,8 +62,8 @@ HWND WINAPI GetParent(HWND window) try {
   HWND parent = nullptr;
   RunOnOwner(found, [&] {
     const bool hasParent = (found->Style() & (WS_CHILD | WS_POPUP)) != 0;
-    const auto holder = hasParent ? ParentOf(*found) : nullptr;
-    if (holder != nullptr) parent = holder->Handle();
+    const auto parentOrOwner = hasParent ? ParentOf(*found) : nullptr;
+    if (parentOrOwner != nullptr) parent = parentOrOwner->Handle();
   });
   return parent;
 } catch (...) {

@@ -1,5 +1,4 @@
-// Parents, owners and the window that stands for the screen. Functions for the window's thread,
-// unless they say otherwise.
+// Parents, owners and the desktop window. For the window's thread, where nothing else is said.
 #pragma once
 
 #include "platform/user/window.h"
@@ -9,13 +8,13 @@ namespace platform {
 // The parent of a child, or the owner of a top-level window; null without either.
 std::shared_ptr<Window> ParentOf(const Window& window);
 
-// The window itself, or one that it is in at whatever depth; owners do not count.
+// Whether the window is the ancestor or inside it at any depth; owners do not count.
 bool IsWithin(const Window& window, HWND ancestor);
 
-// The top-level window that the window is or is in.
+// The window itself if it is a top-level one, else the top-level window that it is in.
 std::shared_ptr<Window> TopLevelOf(const std::shared_ptr<Window>& window);
 
-// The screen's own window: nobody's child, of no thread, never shown. Any thread.
+// Whether it is the window of GetDesktopWindow: without parent or thread, never shown. Any thread.
 bool IsDesktopWindow(HWND window);
 
 }  // namespace platform

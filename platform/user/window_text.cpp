@@ -1,4 +1,4 @@
-// The text of a window, which its procedure keeps.
+// The text of a window, which the window procedure keeps.
 #include "platform/kernel/api_result.h"
 #include "platform/user/window.h"
 
@@ -18,7 +18,7 @@ int WINAPI GetWindowTextW(HWND window, LPWSTR text, int capacity) try {
     ::SetLastError(ERROR_INVALID_PARAMETER);
     return 0;
   }
-  // For a procedure that answers without writing.
+  // In case the procedure returns without writing.
   *text = L'\0';
   return static_cast<int>(::SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(capacity),
                                          reinterpret_cast<LPARAM>(text)));

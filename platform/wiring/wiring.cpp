@@ -1,5 +1,5 @@
-// What the families of the layer get from families above them, which they do not know: each
-// function here is declared by the family that calls it.
+// Functions that a family of the layer calls and declares, but whose implementation needs families
+// above it.
 #include "platform/gdi/desktop_graphics.h"
 #include "platform/gdi/gdiplus_objects.h"
 #include "platform/kernel/log.h"

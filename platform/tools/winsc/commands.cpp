@@ -15,8 +15,8 @@ namespace platform::winsc {
 namespace {
 
 constexpr DWORD kPollMilliseconds = 50;
-constexpr DWORD kStartPatienceMilliseconds = 30'000;
-constexpr DWORD kStopPatienceMilliseconds = 60'000;
+constexpr DWORD kStartTimeoutMilliseconds = 30'000;
+constexpr DWORD kStopTimeoutMilliseconds = 60'000;
 
 struct Text {
   DWORD number;
@@ -64,9 +64,9 @@ bool IsDriver(const Service& service) {
   return service.ReadConfig(type, startType) == NO_ERROR && type == SERVICE_KERNEL_DRIVER;
 }
 
-// Until the service has reported what became of its start.
+// Waits until the service has reported that it runs or that its start has failed.
 DWORD AwaitStart(const Service& service) {
-  for (DWORD waited = 0; waited < kStartPatienceMilliseconds; waited += kPollMilliseconds) {
+  for (DWORD waited = 0; waited < kStartTimeoutMilliseconds; waited += kPollMilliseconds) {
     SERVICE_STATUS_PROCESS status{};
     const DWORD error = service.Query(status);
     if (error != NO_ERROR) return error;
@@ -79,9 +79,9 @@ DWORD AwaitStart(const Service& service) {
   return ERROR_SERVICE_REQUEST_TIMEOUT;
 }
 
-// Until the service is stopped and nothing of it runs any more.
+// Waits until the service is stopped and its process has exited.
 DWORD AwaitEnd(const Service& service) {
-  for (DWORD waited = 0; waited < kStopPatienceMilliseconds; waited += kPollMilliseconds) {
+  for (DWORD waited = 0; waited < kStopTimeoutMilliseconds; waited += kPollMilliseconds) {
     SERVICE_STATUS_PROCESS status{};
     const DWORD error = service.Query(status);
     if (error != NO_ERROR) return error;
@@ -152,7 +152,7 @@ int Stop(const std::wstring& name) {
   if (service.Error() != NO_ERROR) return Fail(name, service.Error());
   SERVICE_STATUS status{};
   DWORD error = service.Control(SERVICE_CONTROL_STOP, status);
-  // One that is stopping already is waited for all the same.
+  // Waits for a service that is already stopping, too.
   const bool stopping =
       error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL && status.dwCurrentState == SERVICE_STOP_PENDING;
   if (error == NO_ERROR || stopping) error = AwaitEnd(service);

@@ -1,4 +1,4 @@
-// What the command can be told to do. Each prints its outcome and answers the exit status.
+// The subcommands of winsc. Each prints its outcome and returns the exit status. Main thread.
 #pragma once
 
 #include <windef.h>
@@ -13,12 +13,12 @@ inline constexpr int kBadUsage = 2;
 inline constexpr int kNotRunning = 3;  // of Query
 
 int Start(const std::wstring& name);
-// Waits until the service has stopped and its process has gone, 60 s at most.
+// Waits until the service has stopped and its process has exited, 60 s at most.
 int Stop(const std::wstring& name);
 int Query(const std::wstring& name);
 int Control(const std::wstring& name, DWORD code);
-// Starts every service that is to start with the system. Drivers are left to the services that
-// need them: a driver lives in the process that starts it, and this one ends.
+// Starts every service with an automatic start type. Drivers are left to the services that need
+// them: a driver is loaded in the process that starts it, and this process exits.
 int Autostart();
 
 }  // namespace platform::winsc

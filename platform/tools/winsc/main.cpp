@@ -1,4 +1,4 @@
-// The command that stands for the system's own service control, written to the Win32 API alone.
+// winsc, the command that controls services, written to the Win32 API alone.
 #include <windows.h>
 #include <shellapi.h>
 

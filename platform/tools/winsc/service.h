@@ -1,4 +1,4 @@
-// One service, as the command sees it through the service control manager.
+// One service, opened through the service control manager. Main thread.
 #pragma once
 
 #include <windows.h>
@@ -26,7 +26,8 @@ class ServiceHandle {
 
 class Service {
  public:
-  // Errors are Win32 codes, 0 is success. The other functions are for a service that is open.
+  // Opens the service. The other functions require that Error() is 0. Errors are Win32 codes, 0 is
+  // success.
   explicit Service(const std::wstring& name);
   DWORD Error() const { return error_; }
 
