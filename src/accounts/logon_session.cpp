@@ -1,7 +1,7 @@
 #include "accounts/logon_session.h"
 
 namespace quillgate {
-// Marks that a logon asks, for as long as it does.
+// Marks that a prompt is open, for the lifetime of the object.
 class LogonSession::OpenQuestion {
  public:
   explicit OpenQuestion(LogonSession& session) : session_(session) { session_.asking_ = true; }
@@ -30,7 +30,7 @@ void LogonSession::SetSessionControl(SessionControl* session) {
 }
 
 void LogonSession::SetUsers(std::shared_ptr<UserCollection> users) {
-  const CriticalSectionLock whole(decision_);
+  const CriticalSectionLock decisionHold(decision_);
   const CriticalSectionLock hold(lock_);
   users_.swap(users);
 }
@@ -65,7 +65,7 @@ bool LogonSession::Accepts(std::wstring_view name, std::wstring_view password) c
   return user != nullptr && user->CheckPassword(password);
 }
 
-// A system that is not known must not be taken for one that asks for no password.
+// An unknown system must not be taken for one without a password prompt.
 LogonSystem LogonSession::System() const {
   if (const auto known = LogonSystemIfKnown(settings_)) latestSystem_ = known;
   if (!latestSystem_) throw BusyError();
@@ -120,14 +120,14 @@ bool LogonSession::MakeFirstUser(LogonPrompts& prompts) {
     prompts.NotifyFirstUserMade();
     return true;
   }
-  // Another user may have been made meanwhile; without any there is nobody to log on.
+  // Another thread may have created a user meanwhile; without users there is none to log on.
   return !Names().empty();
 }
 
 bool LogonSession::StoreFirstUser(std::wstring name) {
   const CriticalSectionLock hold(decision_);
   const auto users = Users();
-  // Only an empty list takes an administrator without asking for anybody's password.
+  // Only while there are no users is an administrator created without a password prompt.
   if (users == nullptr || users->Count() != 0 ||
       users->Table() != UserTableOf(LogonSystem::kQuillgate)) {
     return false;
@@ -138,8 +138,8 @@ bool LogonSession::StoreFirstUser(std::wstring name) {
 }
 
 bool LogonSession::Decide(LogonSystem system, const std::optional<std::wstring>& acceptedName) {
-  const bool stands = IsLoggedOn() && !acceptedName;
-  if (stands || system != System()) return IsLoggedOn();
+  const bool keepsUser = IsLoggedOn() && !acceptedName;
+  if (keepsUser || system != System()) return IsLoggedOn();
   if (IsLoggedOn()) LogOff(1);
   SetCurrent(FindLogonUser(system, acceptedName));
   if (IsLoggedOn() && session_ != nullptr) session_->Reevaluate();

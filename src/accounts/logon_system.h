@@ -1,4 +1,4 @@
-// The three logon systems and the table of each one's users.
+// The three logon systems and the user table of each.
 #pragma once
 
 #include <optional>
@@ -10,16 +10,16 @@ namespace quillgate {
 
 enum class LogonSystem { kNone, kQuillgate, kWindows };
 
-// Exactly "QUILLGATE" or "WINDOWS"; every other word is the NONE system.
+// Exactly "QUILLGATE" or "WINDOWS"; any other word is the NONE system.
 LogonSystem LogonSystemOf(std::wstring_view word);
 std::wstring_view UserTableOf(LogonSystem system);
 
-// The system that the settings choose now. The first answers NONE, the second nothing, when they
-// cannot be read.
+// The logon system in the settings. When they cannot be read, the first returns kNone, the second
+// nullopt.
 LogonSystem CurrentLogonSystem(Settings& settings);
 std::optional<LogonSystem> LogonSystemIfKnown(Settings& settings);
 
-// The two users of the NONE system: everybody, and whoever knows the override password.
+// The two users of the NONE system: the common one, and the one that the override password logs on.
 inline constexpr std::wstring_view kCommonUserName = L"User";
 inline constexpr std::wstring_view kOverrideUserName = L"Admin";
 

@@ -36,7 +36,7 @@ std::array<unsigned char, 16> Md5(std::string_view bytes) {
   Require(::BCryptCreateHash(algorithm.Get(), &openedHash, nullptr, 0, nullptr, 0, 0));
   const UniqueHandle<HashTrait> hash(openedHash);
 
-  // The function does not write through the pointer; its declaration only predates const.
+  // The function does not write through the pointer, although it is not declared const.
   auto* const data = reinterpret_cast<PUCHAR>(const_cast<char*>(bytes.data()));
   Require(::BCryptHashData(hash.Get(), data, static_cast<ULONG>(bytes.size()), 0));
   std::array<unsigned char, 16> digest{};

@@ -6,7 +6,7 @@ namespace quillgate {
 namespace {
 
 std::string MultibyteForm(std::wstring_view text, std::size_t limitBytes) {
-  // Every character takes a byte at least.
+  // Every character takes at least one byte.
   text = text.substr(0, limitBytes);
   std::string bytes = Narrow(text);
   while (bytes.size() > limitBytes) {

@@ -13,11 +13,11 @@
 namespace quillgate {
 namespace {
 
-// The two limits differ, so a password that is cut when it is set is never accepted.
+// The two limits differ, so a password that is truncated when it is set is never accepted.
 constexpr std::size_t kSetLimitBytes = 255;
 constexpr std::size_t kCheckLimitBytes = 256;
 
-// Where a row holds what: the order of the table's columns.
+// Indexes of a row's values, in the order of the table's columns.
 enum Column : std::size_t {
   kName,
   kPassword,
@@ -62,7 +62,7 @@ std::wstring HoursText(const HoursTable& hours) {
   return text;
 }
 
-// Throws std::out_of_range for a text that is too short; the hours before its end are then set.
+// Throws std::out_of_range when the text is too short; the hours up to its end are then set.
 void ReadHours(const std::wstring& text, HoursTable& hours) {
   for (std::size_t i = 0; i < hours.size(); ++i)
     hours[i] = text.at(i) == L'1';
@@ -166,7 +166,7 @@ bool User::Save(std::wstring_view table, Database& database) const {
 }
 
 bool IsStorableUserName(std::wstring_view name) {
-  // The longest statement, with the longest values of everything else.
+  // The longest statement, with the longest values of all other columns.
   User user{std::wstring(name)};
   constexpr User::Limit kLongest{true, std::numeric_limits<std::int32_t>::min(),
                                  LimitPeriod::kUnknown};

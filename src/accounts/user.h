@@ -1,5 +1,5 @@
-// One user record with its rules. A plain value: copies share nothing. To change a user of a
-// UserCollection, edit a copy and give it back. What is stored where is the collection's business.
+// One user record with its rules. A plain value: copies are independent. To change a user of a
+// UserCollection, edit a copy and pass it to Replace. The collection chooses the table.
 #pragma once
 
 #include <array>
@@ -18,9 +18,9 @@ using HoursTable = std::array<bool, 168>;
 
 class User {
  public:
-  // A user to be filled by Load: no password digest, otherwise the defaults of a new one.
+  // A user to be filled by Load: no password digest, otherwise the defaults of a new user.
   User() = default;
-  // A new user: blank password, no administrator, limits off (1 per day), every hour allowed.
+  // A new user: blank password, not an administrator, limits off (1 per day), every hour allowed.
   explicit User(std::wstring name);
   virtual ~User() = default;
   User(const User&) = default;
@@ -32,10 +32,10 @@ class User {
   void SetName(std::wstring name) { name_ = std::move(name); }
 
   bool IsAdministrator() const { return administrator_; }
-  // Sets the flag without asking; UserCollection guards the last administrator.
+  // Sets the flag without a check; UserCollection protects the last administrator.
   void AssignAdministrator(bool administrator) { administrator_ = administrator; }
 
-  // Any text; only its digest is kept.
+  // Any text; only its digest is stored.
   void SetPassword(std::wstring_view password);
   bool CheckPassword(std::wstring_view password) const;
   const std::wstring& StoredDigest() const { return digest_; }
@@ -59,12 +59,12 @@ class User {
   // fields read so far stay set. Never throws.
   bool Load(std::wstring_view name, std::wstring_view table, Database& database);
 
-  // Writes the user to the table, in place of one of the same name. False for an empty name, a text
-  // that cannot stand in a statement, or any database failure. Never throws.
+  // Writes the user to the table and replaces one of the same name. False for an empty name, a text
+  // that cannot be used in a statement, or any database failure. Never throws.
   bool Save(std::wstring_view table, Database& database) const;
 
  private:
-  // Sets the fields in column order; throws std::out_of_range at the first that is malformed.
+  // Sets the fields in column order; throws std::out_of_range at the first malformed one.
   void ReadRow(const DbRow& row);
 
   std::wstring name_;
@@ -75,8 +75,8 @@ class User {
   HoursTable connectHours_{};
 };
 
-// Whether a user of that name can be stored in any table: no statement that holds it may be refused
-// for its characters or its length.
+// Whether a user of that name can be stored in any table: no statement with the name is refused for
+// its characters or its length.
 bool IsStorableUserName(std::wstring_view name);
 
 }  // namespace quillgate

@@ -40,7 +40,7 @@ bool UserCollection::ReadTable(EntryMap& users, std::vector<std::wstring>& unrea
     database_.DbQuery(L"SELECT Name FROM " + std::wstring(Table()) + L";", rows);
     for (const DbRow& row : rows) {
       User user;
-      // Also when the row turns out to be unreadable, the user goes by its name.
+      // The user keeps its name even when the row turns out to be unreadable.
       user.SetName(row.at(0));
       if (!user.Load(row.at(0), Table(), database_)) unreadable.push_back(row.at(0));
       users.emplace(row.at(0), NewEntry(std::move(user)));
@@ -134,7 +134,7 @@ bool UserCollection::Rename(std::wstring_view oldName, std::wstring_view newName
   renamed.SetName(std::wstring(newName));
   auto value = std::make_shared<const User>(std::move(renamed));
   std::wstring name(newName);
-  // Nothing from here on can fail, so entry and user never disagree on the name.
+  // Nothing from here on can fail, so the names of entry and user always match.
   auto node = users_.extract(found);
   node.key() = std::move(name);
   node.mapped()->Replace(std::move(value));
@@ -200,8 +200,8 @@ UserCollection::UserMap UserCollection::Snapshot() const {
 }
 
 void EnsureBuiltInUsers(UserCollection& users) {
-  // An empty collection may be one that could not be read; saving over that table would replace
-  // the override password by the blank one.
+  // An empty collection may be one that could not be read; saving it would replace the override
+  // password in the table with the blank one.
   if (users.Count() != 0 || !users.LoadAll() || users.Count() != 0) return;
   User administrator{std::wstring(kOverrideUserName)};
   administrator.AssignAdministrator(true);

@@ -1,8 +1,8 @@
-// The users of one logon system: the table's mirror in memory. The process has one, made by the
+// The users of one logon system: the table's copy in memory. The process has one, created by the
 // service main thread and replaced when the logon system changes. Every operation may be called on
-// any thread. Users are values that are replaced as a whole: whoever found one keeps it as it was,
-// also when the collection goes. Changes are made one at a time, each with its storing; who only
-// reads never waits for the database.
+// any thread. Users are immutable values that are replaced as a whole: a caller that found one
+// keeps it unchanged, also when the collection is destroyed. Changes are serialised, including
+// their database access; readers never wait for the database.
 #pragma once
 
 #include <map>
@@ -23,41 +23,42 @@ class UserCollection {
   // Loads the table's users, as LoadAll does.
   UserCollection(LogonSystem system, Database& database);
 
-  // Replaces the collection by what the table holds, with new entries. False when the table or one
-  // of its rows could not be read: the users read so far are kept, one with a malformed row too,
-  // with the fields that could be read, so that saving does not lose it. Never throws.
+  // Replaces the collection with the users in the table, in new entries. False when the table or
+  // one of its rows could not be read; the users read so far are kept. A user with a malformed row
+  // is kept too, with the fields that could be read, so that saving does not lose it. Never throws.
   bool LoadAll();
 
-  // Of the rows that the latest LoadAll could not read whole, in the table's order.
+  // The users whose rows the latest LoadAll could not read completely, in the table's order.
   std::vector<std::wstring> UnreadableNames() const;
 
-  // Replaces the table by the collection, all or nothing: on a failure (false) the table stays as
-  // it was. Never throws.
+  // Replaces the table with the collection, all or nothing: on failure (false) the table stays
+  // unchanged. Never throws.
   bool SaveAll();
 
-  // False when the name is taken; the collection is then unchanged.
+  // False when the name exists; the collection is then unchanged.
   bool Add(User user);
-  // The same for a user who is stored at once; false, and unchanged, when that fails too.
+  // As Add, and stores the user at once. False, and unchanged, when the name exists or storing
+  // fails.
   bool AddStored(User user);
 
-  // The user takes the place of the one of the same name. False, and unchanged, when there is none,
-  // or when it would take the last administrator's flag.
+  // Replaces the user of the same name. False, and unchanged, when there is none, or when the last
+  // administrator would lose the flag.
   bool Replace(User user);
-  // The same for all of these users together, with the table replaced by the collection; false, and
-  // both unchanged, when that fails too.
+  // As Replace for all of these users together, and replaces the table with the collection; false,
+  // and both unchanged, when that fails.
   bool ReplaceAllStored(std::vector<User> users);
 
-  // False when there is no such user, or no administrator other than it.
+  // False when there is no such user, or when no other user is an administrator.
   bool Remove(std::wstring_view name);
-  // False when the old name is absent or the new one present. The entry stays the same.
+  // False when the old name does not exist or the new one does. The entry stays the same.
   bool Rename(std::wstring_view oldName, std::wstring_view newName);
-  // False when there is no such user. Granting succeeds otherwise; revoking fails when no other
-  // user is an administrator.
+  // False when there is no such user, or when the flag is removed and no other user is an
+  // administrator.
   bool SetAdministrator(std::wstring_view name, bool administrator);
 
-  // Names are compared exactly. Null when absent.
+  // Names are compared exactly. Null when there is no such user.
   std::shared_ptr<const User> Find(std::wstring_view name) const;
-  // For those who follow a user over its changes.
+  // For callers that follow a user through its changes.
   std::shared_ptr<const UserEntry> FindEntry(std::wstring_view name) const;
   bool Contains(std::wstring_view name) const;
   // In ascending order of character codes.
@@ -76,21 +77,21 @@ class UserCollection {
   bool ReplaceTable(const UserMap& users);
   UserMap Snapshot() const;
 
-  // What the collection becomes with these users replaced; nothing when that is not allowed.
+  // A snapshot with these users replaced; nullopt when that is not allowed.
   std::optional<UserMap> SnapshotWith(std::vector<User> replacements) const;
-  // Takes over a snapshot of the same names. Cannot fail.
+  // Replaces the users with those of a snapshot with the same names. Cannot fail.
   void Adopt(const UserMap& users);
 
   LogonSystem system_;
   Database& database_;
-  CriticalSection changes_;       // held over each change, the database's part included
-  mutable CriticalSection lock_;  // around the map; taken last, and for moments only
+  CriticalSection changes_;       // held during each change, with its database access
+  mutable CriticalSection lock_;  // protects the map; taken last and only briefly
   EntryMap users_;
   std::vector<std::wstring> unreadable_;
 };
 
-// The NONE system's two users, if its table is empty: "User" and the administrator "Admin", both
-// with the blank password; saved. A table that cannot be read is left alone.
+// Creates the NONE system's two users if its table is empty: "User" and the administrator "Admin",
+// both with the blank password; saved. A table that cannot be read stays unchanged.
 void EnsureBuiltInUsers(UserCollection& users);
 
 }  // namespace quillgate

@@ -1,7 +1,7 @@
-// The place of one user in a UserCollection. The user is a value: it is replaced here as a whole,
-// so whoever took the one before keeps it unchanged. Owned by the collection and by whoever follows
-// the user, who may be logged on; it outlives the user's removal. Any thread; no call waits for the
-// database, or for anything but another of these calls.
+// The entry of one user in a UserCollection. The user is an immutable value that is replaced as a
+// whole: a caller that took the previous value keeps it unchanged. Owned by the collection and by
+// every object that follows the user, such as the logon session; it outlives the user's removal.
+// Any thread; calls wait for nothing but other calls of the same entry.
 #pragma once
 
 #include <memory>
@@ -21,7 +21,7 @@ class UserEntry {
     return user_;
   }
 
-  // For the collection alone, which gives out entries that cannot be changed.
+  // For the collection only, which returns const entries.
   void Replace(std::shared_ptr<const User> user) {
     const CriticalSectionLock hold(lock_);
     user_.swap(user);

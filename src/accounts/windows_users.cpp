@@ -18,7 +18,7 @@ struct NetBufferTrait {
 };
 using NetBuffer = UniqueHandle<NetBufferTrait>;
 
-// Appends the batch that starts at `index` and moves `index` to the next one.
+// Appends the batch that starts at `index` and sets `index` to the start of the next one.
 NET_API_STATUS AppendBatch(std::vector<std::wstring>& names, DWORD& index) {
   DWORD count = 0;
   void* memory = nullptr;
@@ -32,7 +32,7 @@ NET_API_STATUS AppendBatch(std::vector<std::wstring>& names, DWORD& index) {
     names.emplace_back(entries[i].usri1_name);
     index = entries[i].usri1_next_index;
   }
-  // More to come, but nowhere to go on from.
+  // More entries, but no index to continue from.
   if (status == ERROR_MORE_DATA && index == start) return ERROR_NO_MORE_ITEMS;
   return status;
 }

@@ -6,7 +6,7 @@
 
 namespace quillgate {
 
-// Appends them. False when they cannot be had; names appended so far stay.
+// Appends them. False when they cannot be enumerated; names appended so far stay.
 bool GetWindowsUserList(std::vector<std::wstring>& names);
 
 }  // namespace quillgate

@@ -1,7 +1,7 @@
-// Conversions between wide text and the process's multibyte code page, in which the engine library
-// and the adapter structures carry theirs: UTF-8, which the manifest asks of Windows (from version
-// 1903 of Windows 10 on). Characters without a counterpart become the code page's replacement. Any
-// thread.
+// Conversions between wide text and narrow text in the process's ANSI code page (CP_ACP). The
+// engine library and the adapter structures use narrow text. The manifest sets the code page to
+// UTF-8 (Windows 10 version 1903 and later). A character that the code page lacks is converted to
+// the code page's replacement character. Any thread.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ namespace quillgate {
 std::wstring Widen(std::string_view narrow);
 std::string Narrow(std::wstring_view wide);
 
-// Whether every byte is ASCII, which all code pages of Windows have in common: such a text needs no
-// table to be converted.
+// Whether every byte is ASCII. ASCII is the same in all Windows code pages, so such a text can be
+// converted without a table.
 bool IsAscii(std::string_view narrow);
 
 }  // namespace quillgate

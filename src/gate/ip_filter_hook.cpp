@@ -44,11 +44,11 @@ bool IpFilterHook::Pass() {
 }
 
 bool IpFilterHook::Block(bool allowLocal) {
-  // First what is local, so that the driver knows it at the moment it starts to block; and the
-  // block in any case.
-  const bool told = Send(allowLocal ? kHookAllowLocal : kHookBlockLocal);
+  // The code for local traffic is sent first, so that it applies as soon as the driver blocks. The
+  // block is sent in any case.
+  const bool localSet = Send(allowLocal ? kHookAllowLocal : kHookBlockLocal);
   const bool blocked = Send(kHookBlock);
-  return told && blocked;
+  return localSet && blocked;
 }
 
 bool IpFilterHook::Send(DWORD code) {

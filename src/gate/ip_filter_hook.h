@@ -16,21 +16,22 @@ inline constexpr DWORD kHookBlockLocal = 0x939C20A0;
 
 class IpFilterHook {
  public:
-  // Brings both drivers up, the hook driver only if the filter driver came up. Whether both did.
+  // Starts both drivers, the hook driver only when the filter driver has started. Returns whether
+  // both have.
   bool Start();
-  // The same with drivers that are installed already; nothing is installed or reconfigured.
+  // As Start, but only with installed drivers: nothing is installed or reconfigured.
   bool StartInstalled();
 
-  // Brings both down: filter driver first, then the hook driver.
+  // Stops both drivers: the filter driver first, then the hook driver.
   void Stop();
 
   bool IsAvailable() const { return available_; }
-  // Why the hook is not available; 0 when it is.
+  // The reason why the hook is not available; 0 when it is.
   DWORD Error() const;
 
-  // Lets everything pass, or blocks everything but, if so chosen, local traffic. Without a driver
-  // the codes go nowhere: the program's accounting goes on where the gate cannot act. Whether the
-  // driver carried it out; callers that follow the rule that nothing depends on it ignore it.
+  // Lets everything pass, or blocks everything except, if chosen, local traffic. Returns whether
+  // the driver executed the codes. The accounting ignores the result. Deliberate, see
+  // docs/behaviour.md.
   bool Pass();
   bool Block(bool allowLocal);
 

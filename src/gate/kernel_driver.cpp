@@ -5,11 +5,11 @@
 namespace quillgate {
 namespace {
 
-// Of the object's fields, in characters.
+// Maximum lengths, in characters.
 constexpr std::size_t kNameLimit = 127;
 constexpr std::size_t kFileLimit = 260;
 constexpr std::size_t kDevicePathLimit = 255;
-// What a device path keeps when the prefix is put before it.
+// Maximum length of a device path before the prefix is added.
 constexpr std::size_t kPrefixedPathLimit = 251;
 constexpr std::wstring_view kDevicePrefix = L"\\\\.\\";
 
@@ -17,14 +17,14 @@ std::wstring Cut(const wchar_t* text, std::size_t limit) {
   return std::wstring(text).substr(0, limit);
 }
 
-// Empty when it is not known or longer than a path may be.
+// Empty when it is unknown or longer than MAX_PATH.
 std::wstring CurrentFolder() {
   std::array<wchar_t, MAX_PATH> folder{};
   const DWORD length = ::GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());
   return length < folder.size() ? std::wstring(folder.data(), length) : std::wstring();
 }
 
-// Null on failure, which the calls that follow then report.
+// Null on failure; the calls that use it then fail.
 ServiceHandle OpenManager() {
   return ServiceHandle(::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
 }
@@ -42,8 +42,7 @@ DWORD KernelDriver::Open(const wchar_t* name, DWORD fileFlags, const wchar_t* fi
   file_ = ResolveFile(file);
   devicePath_ = ResolveDevicePath(devicePath);
 
-  // The steps on the service are not checked: a driver that others brought up is as good, so only
-  // the device tells whether there is one.
+  // Failures of the service steps are ignored. Deliberate, see docs/behaviour.md.
   const ServiceHandle manager = OpenManager();
   if (!installedOnly_) EnsureService(manager.Get());
   StartDriver(manager.Get());
@@ -53,10 +52,10 @@ DWORD KernelDriver::Open(const wchar_t* name, DWORD fileFlags, const wchar_t* fi
 
 std::wstring KernelDriver::ResolveFile(const wchar_t* file) const {
   if (file != nullptr) return Cut(file, kFileLimit);
-  // The current folder of a service is the system's own; a driver that was put there is preferred.
+  // The current folder of a service is the system folder; a driver file there is preferred.
   const std::wstring local = CurrentFolder() + L"\\" + name_ + L".sys";
   const bool exists = ::GetFileAttributesW(local.c_str()) != INVALID_FILE_ATTRIBUTES;
-  // The variable is left to the service control manager, which knows the folder at boot.
+  // The variable is expanded by the service control manager, which knows the folder at boot.
   const std::wstring installed = L"%SystemRoot%\\system32\\Drivers\\" + name_ + L".sys";
   return (exists ? local : installed).substr(0, kFileLimit);
 }
@@ -73,7 +72,7 @@ void KernelDriver::EnsureService(SC_HANDLE manager) {
                        SERVICE_KERNEL_DRIVER, SERVICE_SYSTEM_START, SERVICE_ERROR_NORMAL,
                        file_.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr));
   if (created.IsValid() || !reconfigureExisting_) return;
-  // A new service starts with the system, one that was there before is turned to start on demand.
+  // A new service starts with the system; an existing one is set to start on demand.
   const ServiceHandle service = OpenService(manager, name_);
   ::ChangeServiceConfigW(service.Get(), SERVICE_KERNEL_DRIVER, SERVICE_DEMAND_START,
                          SERVICE_ERROR_NORMAL, file_.c_str(), nullptr, nullptr, nullptr, nullptr,
@@ -83,7 +82,7 @@ void KernelDriver::EnsureService(SC_HANDLE manager) {
 void KernelDriver::StartDriver(SC_HANDLE manager) {
   const ServiceHandle service = OpenService(manager, name_);
   if (::StartServiceW(service.Get(), 0, nullptr)) return;
-  // What others started is theirs to stop; it stays so for the life of this object.
+  // A driver that was already running is not stopped, throughout the life of this object.
   if (::GetLastError() == ERROR_SERVICE_ALREADY_RUNNING) stopOnClose_ = false;
 }
 

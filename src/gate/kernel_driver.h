@@ -1,5 +1,5 @@
-// A kernel driver that the program needs: makes sure that its service exists, starts it, opens its
-// device, and stops it again if this object started it. Used by one thread at a time.
+// A kernel driver that the program needs: creates its service when it is missing, starts it, opens
+// its device, and stops it again if this object started it. Used by one thread at a time.
 #pragma once
 
 #include <windows.h>
@@ -16,20 +16,21 @@ class KernelDriver {
   KernelDriver(const KernelDriver&) = delete;
   KernelDriver& operator=(const KernelDriver&) = delete;
 
-  // Whether Open reconfigures the service if it exists already: to start on demand.
+  // Whether Open reconfigures an existing service to start on demand.
   void SetReconfigureExisting(bool reconfigure) { reconfigureExisting_ = reconfigure; }
 
-  // Whether Open makes do with a service that is there: none is made or reconfigured, and without
-  // one the driver does not come up.
+  // Whether Open uses an existing service only: none is created or reconfigured, and without one
+  // the driver is not started.
   void SetInstalledOnly(bool installedOnly) { installedOnly_ = installedOnly; }
 
-  // Brings the driver up; closes a device that was open before. `file` is the driver's image for
-  // the service control manager; null: the name with ".sys" in the current folder if it is there,
-  // else in the system's drivers folder. `devicePath` null: the name. 0, or the error of the
-  // device's opening, which is the step that counts.
+  // Starts the driver and opens its device; closes a device that was open before. `file` is the
+  // driver's image for the service control manager; null: the name with ".sys", in the current
+  // folder if it exists there, otherwise in the system's drivers folder. `devicePath` null: the
+  // name. Returns 0 or the error of opening the device. Only that step counts: deliberate, see
+  // docs/behaviour.md.
   DWORD Open(const wchar_t* name, DWORD fileFlags, const wchar_t* file, const wchar_t* devicePath);
 
-  // Closes the device and stops the service unless it was running before. Never fails.
+  // Closes the device, and stops the service unless it was running before. Never fails.
   void Close();
 
   HANDLE Device() const { return device_.Get(); }

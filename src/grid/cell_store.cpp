@@ -6,16 +6,17 @@
 namespace quillgate {
 namespace {
 
-// Whether the entry of the column stands there.
+// Whether the entry at the index is the column's.
 template <typename Row>
-bool IsAt(const Row& row, std::size_t place, std::int32_t col) {
-  return place < row.size() && row[place].col == col;
+bool IsAt(const Row& row, std::size_t index, std::int32_t col) {
+  return index < row.size() && row[index].col == col;
 }
 
-// The entry of the column, or where it belongs. Rows are mostly filled from column 1, or 0, on:
-// looking there first saves the steps of a search, each of which waits for memory in a large store.
+// The column's entry, or the position to insert it at. Rows are mostly filled from column 1, or 0,
+// on. Those indexes are tried first: each step of a binary search waits for memory in a large
+// store.
 template <typename Row>
-auto PlaceOf(Row& row, std::int32_t col) {
+auto PositionOf(Row& row, std::int32_t col) {
   const auto guess = static_cast<std::size_t>(col);
   if (IsAt(row, guess - 1, col)) return row.begin() + (col - 1);
   if (IsAt(row, guess, col)) return row.begin() + col;
@@ -29,7 +30,7 @@ auto PlaceOf(Row& row, std::int32_t col) {
 const CellRecord* CellStore::Find(GridCell cell) const {
   const auto row = rows_.find(cell.row);
   if (row == rows_.end()) return nullptr;
-  const auto entry = PlaceOf(row->second, cell.col);
+  const auto entry = PositionOf(row->second, cell.col);
   return entry != row->second.end() && entry->col == cell.col ? &entry->record : nullptr;
 }
 
@@ -40,14 +41,14 @@ CellRecord* CellStore::Find(GridCell cell) {
 void CellStore::Store(GridCell cell, CellRecord record) {
   const auto row = rows_.lower_bound(cell.row);
   if (row == rows_.end() || row->first != cell.row) {
-    // Filled before it is added: a row without cells must not be left behind.
+    // Filled before it is added: an exception must not leave an empty row behind.
     Row added;
     added.push_back({cell.col, std::move(record)});
     rows_.emplace_hint(row, cell.row, std::move(added));
     ++size_;
     return;
   }
-  const auto entry = PlaceOf(row->second, cell.col);
+  const auto entry = PositionOf(row->second, cell.col);
   if (entry != row->second.end() && entry->col == cell.col) {
     entry->record = std::move(record);
     return;
@@ -59,7 +60,7 @@ void CellStore::Store(GridCell cell, CellRecord record) {
 bool CellStore::Remove(GridCell cell) {
   const auto row = rows_.find(cell.row);
   if (row == rows_.end()) return false;
-  const auto entry = PlaceOf(row->second, cell.col);
+  const auto entry = PositionOf(row->second, cell.col);
   if (entry == row->second.end() || entry->col != cell.col) return false;
   row->second.erase(entry);
   if (row->second.empty()) rows_.erase(row);

@@ -1,6 +1,5 @@
-// The cells that have been stored, in the order of their rows and, within a row, columns. Owned by
-// a grid's slot, on the thread of its window. A cell is found in logarithmic time; cells may come
-// in any order.
+// The stored cells of a grid, ordered by row and then by column. Owned by a grid's slot and used on
+// the thread of its window. A lookup takes logarithmic time; cells may be stored in any order.
 #pragma once
 
 #include <cstddef>
@@ -15,17 +14,17 @@
 
 namespace quillgate {
 
-// How a text is shown, decided when it is stored; the values are those of CellRecord::type.
+// How a text is displayed, determined when it is stored.
 enum class CellType : wchar_t {
   kText = L'A',
   kNumber = L'N',
-  kTrue = L'T',    // a ticked check box
-  kFalse = L'F',   // an empty one
+  kTrue = L'T',    // a checked check box
+  kFalse = L'F',   // an unchecked check box
   kGraphic = L'G'  // drawn by the parent
 };
 
-// "TRUE" and "FALSE" in any case are check boxes, a text that begins with "~" is a graphic. A
-// number has digits, at most one ".", no letters, no spaces, and "+" or "-" at its beginning only.
+// "TRUE" and "FALSE" in any case are check boxes; a text that begins with "~" is a graphic. A
+// number has digits, at most one ".", no letters, no spaces, and "+" or "-" only at its beginning.
 CellType TypeOf(std::wstring_view text);
 
 struct CellRecord {
@@ -36,17 +35,17 @@ struct CellRecord {
 
 class CellStore {
  public:
-  // Null when nothing is stored there. Valid until the store next changes.
+  // Null when no cell is stored there. Valid until the store changes.
   const CellRecord* Find(GridCell cell) const;
   CellRecord* Find(GridCell cell);
-  // Replaces what is there. Throws std::bad_alloc; nothing has changed then.
+  // Replaces the stored cell. Throws std::bad_alloc; the store is then unchanged.
   void Store(GridCell cell, CellRecord record);
-  // False when there was nothing.
+  // False when no cell was stored there.
   bool Remove(GridCell cell);
   void Clear();
 
   std::size_t Size() const;
-  // The row of the last cell in order; nothing without cells.
+  // The row of the last cell in order; nullopt when the store is empty.
   std::optional<std::int32_t> LastRow() const;
 
  private:
@@ -54,7 +53,7 @@ class CellStore {
     std::int32_t col = 0;
     CellRecord record;
   };
-  // By column; never empty.
+  // Sorted by column; never empty.
   using Row = std::vector<Entry>;
 
   std::map<std::int32_t, Row> rows_;

@@ -19,8 +19,8 @@ constexpr bool IsWithin(wchar_t character, wchar_t first, wchar_t last) {
   return character >= first && character <= last;
 }
 
-// The same on every system and in every locale. Past Latin-1 all that is not in the blocks of
-// symbols, from punctuation (U+2000) to arrows (U+2BFF), counts as writing.
+// Independent of the system and the locale. Beyond Latin-1, every character outside of the blocks
+// of symbols, from punctuation (U+2000) to arrows (U+2BFF), counts as a letter.
 bool IsLetter(wchar_t character) {
   if (character < 0x80) return IsWithin(UpperCased(character), L'A', L'Z');
   if (character < 0x100)
@@ -34,8 +34,10 @@ bool IsSign(wchar_t character) {
 }
 
 bool IsNumber(std::wstring_view text) {
-  const auto spoils = [](wchar_t character) { return character == L' ' || IsLetter(character); };
-  if (std::any_of(text.begin(), text.end(), spoils)) return false;
+  const auto isExcluded = [](wchar_t character) {
+    return character == L' ' || IsLetter(character);
+  };
+  if (std::any_of(text.begin(), text.end(), isExcluded)) return false;
   if (!text.empty() && std::any_of(text.begin() + 1, text.end(), IsSign)) return false;
   if (std::count(text.begin(), text.end(), L'.') > 1) return false;
   return std::any_of(text.begin(), text.end(),

@@ -23,7 +23,7 @@ void Grid::SetTitle(std::wstring_view title) {
   if (!slot_.title.empty()) {
     const auto feeds = std::count(slot_.title.begin(), slot_.title.end(), L'\n');
     const std::int32_t lines = 1 + static_cast<std::int32_t>(feeds);
-    // A fifth more than the text needs.
+    // 20 % more than the text needs.
     height = system_.LineHeight(slot_.titleFont) * lines * 6 / 5;
   }
   slot_.titleHeight = height;
@@ -121,7 +121,7 @@ void Grid::OnFocusGained() {
   slot_.caretHeight = system_.WindowFontAscent();
   system_.Notify(GCN_SETFOCUS, 0);
   system_.CreateCaret({kGridCaretWidth, slot_.caretHeight});
-  // An edit goes on where the focus left it.
+  // An edit in progress continues after a loss of the focus.
   if (slot_.editing) system_.ShowCaret();
   system_.InvalidateAll(false);
 }
@@ -167,12 +167,12 @@ void Grid::OnButtonUp(GridPoint) {
   GridMouse(slot_, system_).OnButtonUp();
 }
 
-void Grid::OnVerticalScroll(GridScroll request, std::int32_t place) {
-  GridScrolling(slot_, system_).OnVertical(request, place);
+void Grid::OnVerticalScroll(GridScroll request, std::int32_t thumbPosition) {
+  GridScrolling(slot_, system_).OnVertical(request, thumbPosition);
 }
 
-void Grid::OnHorizontalScroll(GridScroll request, std::int32_t place) {
-  GridScrolling(slot_, system_).OnHorizontal(request, place);
+void Grid::OnHorizontalScroll(GridScroll request, std::int32_t thumbPosition) {
+  GridScrolling(slot_, system_).OnHorizontal(request, thumbPosition);
 }
 
 }  // namespace quillgate

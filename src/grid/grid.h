@@ -1,7 +1,6 @@
-// One grid control, without its window: what each message of the window does. Made for one message
-// at a time, since all state is in the slot. Owned by the window procedure, on the window's thread.
-// Whatever a call notifies the parent of may end the control; the slot is then reset, but still
-// there.
+// One grid control without its window: handles each message of the window. Constructed per message,
+// since all state is in the slot. Used by the window procedure, on the window's thread. The parent
+// may destroy the control during any notification; the slot is then reset, but still exists.
 #pragma once
 
 #include <string_view>
@@ -15,10 +14,11 @@ class Grid : public GridCells {
  public:
   using GridCells::GridCells;
 
-  // --- the window's life ---
-  // Longer than kGridMaxText: replaced by a message that says so. Decides the title band's height.
+  // --- window messages ---
+  // A title longer than kGridMaxText is replaced by an error text. Also sets the height of the
+  // title band.
   void SetTitle(std::wstring_view title);
-  // The font of the cells, and of headings and title as long as these have none.
+  // The font of the cells. Headings and title use it too until they have their own.
   void SetFont(GridFont font);
   // WM_SIZE with the new client size.
   void OnSize(GridSize size);
@@ -31,21 +31,21 @@ class Grid : public GridCells {
   // GCM_DRAWCURSOR.
   void DrawCursor();
   void OnKey(int virtualKey);
-  // WM_GETDLGCODE for that key, 0 for none.
+  // Returns the WM_GETDLGCODE reply for the key; 0 means no key.
   std::uint32_t DialogCode(int virtualKey);
   void OnMouseMove(GridPoint point);
   void OnButtonDown(GridPoint point);
   void OnButtonUp(GridPoint point);
-  void OnVerticalScroll(GridScroll request, std::int32_t place);
-  void OnHorizontalScroll(GridScroll request, std::int32_t place);
+  void OnVerticalScroll(GridScroll request, std::int32_t thumbPosition);
+  void OnHorizontalScroll(GridScroll request, std::int32_t thumbPosition);
 
-  // --- place and looks: values as the messages of the same name carry them ---
+  // --- cursor and appearance: parameters as in the messages of the same name ---
   void SetCursorPos(std::int32_t row, std::int32_t col);
   void SetTitleHeight(std::int32_t height);
   void SetCursorColor(GridColour colour);
   void SetGridLineColor(GridColour colour);
   void SetSpareFlag(bool flag);
-  // Those that only repaint.
+  // Setters that only invalidate the window.
   void SetColour(GridColour GridSlot::*colour, GridColour value);
   void SetFlag(bool GridSlot::*flag, bool value);
   void SetFontOf(GridFont GridSlot::*font, GridFont value);
@@ -54,7 +54,7 @@ class Grid : public GridCells {
   void Refresh();
 
  private:
-  // Changes a colour while the cursor's frame is off.
+  // Changes a colour that the cursor's frame depends on: removes the frame and draws it again.
   void SetUnderFrame(GridColour GridSlot::*colour, GridColour value);
 };
 

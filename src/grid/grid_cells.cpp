@@ -11,7 +11,7 @@
 namespace quillgate {
 namespace {
 
-// Around a text that makes its column wider or its row higher.
+// Added to a text's size when its column or row is enlarged.
 constexpr std::int32_t kTextMargin = 5;
 
 struct TextExtent {
@@ -30,7 +30,7 @@ TextExtent Measure(std::wstring_view text, GridFont font, GridSystem& system) {
   return extent;
 }
 
-// What was stored stays if there is no memory for it.
+// Keeps the stored cell when memory runs out.
 void StoreOrBeep(CellStore& store, GridCell cell, bool isProtected, std::wstring_view text,
                  GridSystem& system) {
   try {
@@ -60,7 +60,7 @@ bool GridCells::SetProtect(GridCell cell, bool isProtected) {
     record->isProtected = isProtected;
   else
     StoreOrBeep(slot_.cellStore, cell, isProtected, {}, system_);
-  // It has another colour now.
+  // The background depends on the protection.
   system_.Invalidate(CellRect(slot_, cell), false);
   return true;
 }
@@ -70,7 +70,7 @@ bool GridCells::SetCell(GridCell cell, std::wstring_view text) {
   StoreOrBeep(slot_.cellStore, cell, slot_.defaultProtect == L'P', text, system_);
   system_.Invalidate(CellRect(slot_, cell), false);
   if (slot_.autoRow) IncludeLastRow();
-  if (slot_.autoWidth || cell.row == 0) MakeRoom(cell, text);
+  if (slot_.autoWidth || cell.row == 0) EnlargeFor(cell, text);
   return true;
 }
 
@@ -80,7 +80,7 @@ void GridCells::IncludeLastRow() {
     SetSize(static_cast<std::uint32_t>(last), slot_.cols);
 }
 
-void GridCells::MakeRoom(GridCell cell, std::wstring_view text) {
+void GridCells::EnlargeFor(GridCell cell, std::wstring_view text) {
   const bool isHeading = cell.row == 0;
   const GridFont font = isHeading ? slot_.headingFont : slot_.cellFont;
   const TextExtent extent = Measure(text, font, system_);

@@ -1,5 +1,5 @@
-// The cells of a grid control and the room they take: what is stored in the slot, and what of the
-// window follows from that. Made for one message; works on a slot.
+// The cells of a grid control and their sizes: changes to the slot, and the updates of the window
+// that follow from them. Constructed per message; works on a slot.
 #pragma once
 
 #include <optional>
@@ -13,10 +13,10 @@ namespace quillgate {
 
 class GridCells {
  public:
-  // Notes the client area's size in the slot.
+  // Stores the client area's size in the slot.
   GridCells(GridSlot& slot, GridSystem& system);
 
-  // --- cells; false or nothing: the cell is past the limits, and the parent has been told ---
+  // --- cells; false or nullopt: the cell is past the limits, and the parent was notified ---
   bool SetProtect(GridCell cell, bool isProtected);
   bool SetCell(GridCell cell, std::wstring_view text);
   // Empty when nothing is stored.
@@ -28,13 +28,13 @@ class GridCells {
   void SetDefaultProtect(bool isProtected);
   void Clear();
 
-  // --- sizes, as the messages of the same name carry them ---
+  // --- sizes: parameters as in the messages of the same name ---
   void SetSize(std::uint32_t rows, std::int32_t cols);
   void SetColWidth(std::uint32_t col, std::int32_t width);
   void SetHeaderHeight(std::int32_t height);
   void SetRowHeight(std::int32_t height);
-  // Sends the size that the control last heard of again, twice: the parent's notion of its size is
-  // served, nothing is laid out.
+  // Sends WM_SIZE twice, with the last size that the control received, and does not compute the
+  // layout anew.
   void RefreshLayout();
 
  protected:
@@ -42,12 +42,12 @@ class GridCells {
   GridSystem& system_;
 
  private:
-  // False for a cell past the limits, of which the parent is told.
+  // Returns false for a cell past the limits and notifies the parent.
   bool Check(GridCell cell);
-  // As many rows as the last cell that is stored needs.
+  // Sets the number of rows to the last stored cell's row when that is larger.
   void IncludeLastRow();
-  // Makes the row high and the column wide enough for the text.
-  void MakeRoom(GridCell cell, std::wstring_view text);
+  // Enlarges the row height and the column width so that the text fits.
+  void EnlargeFor(GridCell cell, std::wstring_view text);
 };
 
 }  // namespace quillgate

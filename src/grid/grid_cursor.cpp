@@ -59,12 +59,12 @@ GridRect GridCursor::FrameRect() const {
 void GridCursor::InvalidateRow(std::int32_t row) {
   if (row < slot_.homeRow) return;
   const GridRect heading = CellRect(slot_, {row, 0});
-  // The line below the row is the one above the next.
+  // The line below the row is the top line of the next row.
   system_.Invalidate({heading.right, heading.top, slot_.clientWidth, heading.bottom + 1}, false);
 }
 
 void GridCursor::Notify(int code) {
-  // Read anew each time: the parent may have moved the cursor when it was told before.
+  // The cursor is read each time: the parent may have moved it during the previous notification.
   system_.Notify(code, PackedCell(slot_.Cursor()));
 }
 

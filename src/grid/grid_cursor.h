@@ -1,9 +1,9 @@
-// The cell cursor: its frame, its moves and what the parent hears of them. Made for one message;
+// The cell cursor: its frame, its moves and the parent's notifications. Constructed per message;
 // works on a slot.
 //
-// The frame is XORed onto the cells, so what stands on the screen is kept exactly: the slot's
-// cursorFrameRect is the frame that is there (an empty one: none), outside of what is waiting to be
-// painted. Whoever paints puts back what the painting covered of it.
+// The frame is XORed onto the cells, so the slot tracks exactly what is on the screen:
+// cursorFrameRect is the frame as drawn, empty when there is none. Invalid areas are excepted:
+// painting code draws the part of the frame again that it has painted over.
 #pragma once
 
 #include "grid/grid_slot.h"
@@ -15,23 +15,25 @@ class GridCursor {
  public:
   GridCursor(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // Afterwards the frame is where the cursor is, or nowhere when there are no rows or it
-  // stands before the first row or column shown. Nothing when it is there already.
+  // Draws the frame at the cursor and removes it elsewhere. There is no frame without rows, or
+  // while the cursor is before the first row or column shown. Does nothing when the frame is up to
+  // date.
   void ShowFrame();
-  // Nothing when there is no frame.
+  // Does nothing when there is no frame.
   void RemoveFrame();
-  // Removes the frame, moves, scrolls into view and draws the frame again. The parent is not told.
+  // Removes the frame, moves the cursor, scrolls it into view and draws the frame again. Does not
+  // notify the parent.
   void MoveTo(GridCell cell);
-  // Notes in the slot whether the cursor's cell is protected.
+  // Stores in the slot whether the cursor's cell is protected.
   void NoteProtection();
-  // GCN_ROWCHANGE or GCN_COLCHANGE, and GCN_SELCHANGE.
+  // Send GCN_ROWCHANGE or GCN_COLCHANGE, then GCN_SELCHANGE.
   void NotifyRow();
   void NotifyCol();
 
  private:
   // Empty when no frame is to be drawn.
   GridRect FrameRect() const;
-  // The background of the cursor's row is its own.
+  // Needed when the cursor's row is highlighted: its background differs.
   void InvalidateRow(std::int32_t row);
   void Notify(int code);
 

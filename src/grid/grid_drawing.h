@@ -1,6 +1,6 @@
-// Draws and measures a grid's parts on a device context. What it has selected and set last is kept
-// from call to call, since neighbouring cells look alike; its end puts back what the context had.
-// Made for one painting, or for one call outside of it.
+// Draws and measures a grid's parts on a device context. Selected objects and colours are kept from
+// call to call, since neighbouring cells look alike; the destructor restores the context.
+// Constructed for one WM_PAINT, or for one call outside of it.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +15,7 @@ namespace quillgate {
 
 class GridDrawing {
  public:
-  // The context is borrowed and outlives the object.
+  // The context is borrowed and must outlive the object.
   explicit GridDrawing(HDC context);
   ~GridDrawing();
   GridDrawing(const GridDrawing&) = delete;
@@ -31,7 +31,7 @@ class GridDrawing {
 
   std::int32_t TextWidth(std::wstring_view text, GridFont font);
   std::int32_t LineHeight(GridFont font);
-  // Of the font that the context came with.
+  // The ascent of the font that is selected in the context.
   std::int32_t Ascent();
 
  private:

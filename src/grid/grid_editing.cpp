@@ -12,9 +12,9 @@ namespace {
 
 constexpr GridColour kBlack = 0;
 constexpr GridColour kWhite = 0xFFFFFF;
-// The box stands inside of the cursor's frame.
+// Keeps the box inside of the cursor's frame.
 constexpr std::int32_t kBoxMargin = 2;
-// From the end of the text to the right edge of the box; the caret stands there.
+// Distance of the text's end and of the caret from the right edge of the box.
 constexpr std::int32_t kTextMargin = 5;
 constexpr std::int32_t kCaretMargin = 4;
 
@@ -60,9 +60,9 @@ void GridEditing::DrawEditBox() {
   MoveCaret({box.right - kCaretMargin, (box.top + box.bottom - slot_.caretHeight) / 2});
 }
 
-// The caret of a thread is one: without the focus it is another window's.
-void GridEditing::MoveCaret(GridPoint place) {
-  if (slot_.hasFocus) system_.SetCaretPosition(place);
+// A thread has one caret: without the focus, it belongs to another window.
+void GridEditing::MoveCaret(GridPoint position) {
+  if (slot_.hasFocus) system_.SetCaretPosition(position);
 }
 
 void GridEditing::ShowChange() {
@@ -70,7 +70,7 @@ void GridEditing::ShowChange() {
   if (!begins) system_.HideCaret();
   DrawEditBox();
   system_.ShowCaret();
-  // Last: the parent may do anything.
+  // Last: the parent may change anything or destroy the control.
   if (begins) system_.Notify(GCN_EDITBEGIN, PackedCell(slot_.Cursor()));
 }
 
@@ -80,7 +80,7 @@ void GridEditing::End() {
   system_.Notify(GCN_EDITEND, PackedCell(slot_.Cursor()));
 }
 
-// The end of the text, as much of it as fits: that is where the typing goes on.
+// The end of the text, as much as fits: typing appends there.
 std::wstring_view GridEditing::ShownText(std::int32_t width) {
   const std::wstring_view text = slot_.editText;
   std::size_t first = 0;

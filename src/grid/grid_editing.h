@@ -1,6 +1,6 @@
-// Typing into the cursor's cell: the text so far, the box that shows it, its caret, and what
-// becomes of it. An edit begins with the first character or backspace and ends by being committed
-// or cancelled. Made for one message; works on a slot.
+// Editing of the cursor's cell: the text so far, the edit box, its caret, and how the edit ends. An
+// edit begins with the first character or backspace and ends with Commit or Cancel. Constructed per
+// message; works on a slot.
 #pragma once
 
 #include <string_view>
@@ -16,19 +16,19 @@ class GridEditing {
  public:
   GridEditing(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // Beeps when the text is as long as it may be.
+  // Beeps when the text has its maximum length.
   void Type(wchar_t character);
-  // Removes the last character, if there is one.
+  // Removes the last character, if any.
   void Backspace();
-  // Stores the text in the cursor's cell. Nothing when no edit is under way.
+  // Stores the text in the cursor's cell. Does nothing without an edit.
   void Commit();
-  // Leaves the cell as it was. Nothing when no edit is under way.
+  // Leaves the cell unchanged. Does nothing without an edit.
   void Cancel();
-  // The box and the caret's place; nothing when no edit is under way.
+  // Draws the edit box and positions the caret. Does nothing without an edit.
   void DrawEditBox();
 
  private:
-  void MoveCaret(GridPoint place);
+  void MoveCaret(GridPoint position);
   void ShowChange();
   void End();
   std::wstring_view ShownText(std::int32_t width);

@@ -3,7 +3,7 @@
 namespace quillgate {
 namespace {
 
-FontHandle MakeFont(int height, int weight) {
+FontHandle CreateGridFont(int height, int weight) {
   return FontHandle(::CreateFontW(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, ANSI_CHARSET,
                                   OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, PROOF_QUALITY,
                                   VARIABLE_PITCH | FF_MODERN, nullptr));
@@ -16,9 +16,9 @@ GridFont Value(const FontHandle& font) {
 }  // namespace
 
 void GridFonts::Make() {
-  cell_ = MakeFont(16, FW_THIN);
-  heading_ = MakeFont(18, FW_HEAVY);
-  title_ = MakeFont(20, FW_HEAVY);
+  cell_ = CreateGridFont(16, FW_THIN);
+  heading_ = CreateGridFont(18, FW_HEAVY);
+  title_ = CreateGridFont(20, FW_HEAVY);
 }
 
 void GridFonts::Delete() {

@@ -1,5 +1,5 @@
-// The three fonts that all grids share: made for the first grid, deleted with the last. Used on the
-// thread of the grids' windows.
+// The three fonts that all grids share: created for the first grid, deleted with the last. Used on
+// the thread of the grids' windows.
 #pragma once
 
 #include "grid/grid_slot.h"
@@ -9,7 +9,7 @@ namespace quillgate {
 
 class GridFonts {
  public:
-  // New ones in place of those that are there.
+  // Creates the fonts and replaces existing ones.
   void Make();
   void Delete();
   void GiveTo(GridSlot& slot) const;

@@ -12,7 +12,7 @@
 namespace quillgate {
 namespace {
 
-// Arrows, characters, and to look like the default button (DLGC_*).
+// DLGC_WANTARROWS, DLGC_DEFPUSHBUTTON and DLGC_WANTCHARS.
 constexpr std::uint32_t kDialogCode = 0x91;
 
 }  // namespace
@@ -61,7 +61,7 @@ bool GridKeyboard::Navigate(int virtualKey) {
   }
 }
 
-// A commit tells the parent, so where the cursor stands is known only after it.
+// Commit notifies the parent, which may move the cursor, so the cursor is read after it.
 void GridKeyboard::MovePage(std::int32_t direction) {
   GridEditing(slot_, system_).Commit();
   const std::int32_t step = direction * std::max(RowsThatFit(slot_), 0);

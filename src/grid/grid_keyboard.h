@@ -1,4 +1,4 @@
-// What keys do in a grid. Made for one message; works on a slot.
+// Keyboard input of a grid. Constructed per message; works on a slot.
 #pragma once
 
 #include "grid/grid_slot.h"
@@ -10,14 +10,14 @@ class GridKeyboard {
  public:
   GridKeyboard(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // WM_KEYDOWN with this virtual key (grid_keys.h names those with a meaning of their own).
+  // WM_KEYDOWN with this virtual key (grid_keys.h lists those with a special function).
   void OnKey(int virtualKey);
-  // What WM_GETDLGCODE answers for this key, 0 for none. Enter and Escape do their work here: a
-  // dialog keeps them to itself.
+  // Returns the WM_GETDLGCODE reply for the key; 0 means no key. Enter and Escape are handled here:
+  // a dialog does not pass them on.
   std::uint32_t DialogCode(int virtualKey);
 
  private:
-  // True when the key moves the cursor, if it can.
+  // True for a navigation key, also when the cursor cannot move.
   bool Navigate(int virtualKey);
   void MovePage(std::int32_t direction);
   void MoveRow(std::int32_t step);

@@ -1,5 +1,5 @@
-// The virtual-key codes that the grid knows, as Win32 documents them, and characters that keys
-// give.
+// The virtual-key codes that the grid handles, as Win32 documents them, and characters that keys
+// produce.
 #pragma once
 
 namespace quillgate {
@@ -21,7 +21,8 @@ enum GridKey : int {
 
 inline constexpr wchar_t kCharBackspace = 8;
 inline constexpr wchar_t kCharEnter = 13;
-// What can be typed. The "~" that follows would make the cell a graphic.
+// The first and last character that can be typed. The "~" that follows would make the cell a
+// graphic.
 inline constexpr wchar_t kFirstTyped = L' ';
 inline constexpr wchar_t kLastTyped = L'}';
 

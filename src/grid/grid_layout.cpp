@@ -5,8 +5,8 @@
 namespace quillgate {
 namespace {
 
-// Farther out than any window reaches, with room left to move and widen a rectangle: sizes and
-// numbers of rows are the parent's and may be anything.
+// Beyond any window, with range left to move and enlarge a rectangle: sizes and row counts are set
+// by the parent and may have any value.
 constexpr std::int64_t kFarOut = 0x3FFFFFFF;
 
 std::int32_t Coordinate(std::int64_t value) {
@@ -29,7 +29,7 @@ std::int64_t WidthForCols(const GridSlot& slot) {
   return std::int64_t{slot.clientWidth} - slot.colWidth[0];
 }
 
-// homeCol, but not the heading column, to which a bar without positions leads.
+// homeCol, but never the heading column, to which a bar without positions scrolls.
 std::int32_t FirstDataCol(const GridSlot& slot) {
   return std::max(slot.homeCol, 1);
 }

@@ -1,6 +1,6 @@
-// The messages that a grid control understands and the notifications that it sends its parent.
-// docs/grid.md tells what each means. "Cell" is a pointer to a GridCell in wParam; a cell past the
-// limits is answered with -1 and GCN_BADCELL.
+// The messages of a grid control; docs/grid.md describes each. Its notifications are in
+// grid_notifications.h. "Cell" is a pointer to a GridCell in wParam; a cell past the limits makes
+// the message return -1 and send GCN_BADCELL.
 #pragma once
 
 #include <windows.h>
@@ -25,7 +25,7 @@ inline constexpr UINT GCM_SETCOLWIDTH = WM_USER + 11;      // column, width
 inline constexpr UINT GCM_SETHEADERHEIGHT = WM_USER + 12;  // height
 inline constexpr UINT GCM_GETCELLTYPE = WM_USER + 13;      // cell
 inline constexpr UINT GCM_GETPROTECT = WM_USER + 14;       // cell
-inline constexpr UINT GCM_DRAWCURSOR = WM_USER + 15;       // slot number; the control's own
+inline constexpr UINT GCM_DRAWCURSOR = WM_USER + 15;       // slot number; posted by the control
 inline constexpr UINT GCM_SETROWHEIGHT = WM_USER + 16;     // height
 inline constexpr UINT GCM_SETCURSORCOLOR = WM_USER + 17;   // colour
 inline constexpr UINT GCM_SETPROTECTCOLOR = WM_USER + 18;

@@ -13,7 +13,7 @@
 namespace quillgate {
 namespace {
 
-// A border is caught this many pixels to either side.
+// Distance in pixels, to either side, at which a border can be dragged.
 constexpr std::int32_t kBorderReach = 10;
 
 }  // namespace
@@ -28,7 +28,7 @@ void GridMouse::OnMove(GridPoint point) {
 }
 
 void GridMouse::OnButtonDown(GridPoint point) {
-  // What the user has seen under the pointer: taking the focus may scroll.
+  // The cell as the user sees it under the pointer: taking the focus may scroll.
   const GridCell cell = CellAt(slot_, point);
   if (slot_.hoverState == GridHover::kColumnBorder) StartDrag(point.x);
   if (slot_.editing) {
@@ -36,7 +36,7 @@ void GridMouse::OnButtonDown(GridPoint point) {
   } else {
     system_.TakeFocus();
   }
-  // The parent may have been told of both, and taken rows away.
+  // Either call may have notified the parent, which may have removed rows.
   const bool exists = cell.row <= slot_.rows && cell.col <= slot_.cols;
   if (cell.row >= 1 && cell.col >= 1 && exists) Click(cell);
 }
@@ -62,12 +62,12 @@ void GridMouse::Hover(GridPoint point) {
   system_.SetPointer(isOnBorder ? GridPointer::kSizeColumn : GridPointer::kArrow);
 }
 
-// The one left of the border.
+// The column left of the border.
 std::int32_t GridMouse::ColumnToDrag(std::int32_t x) const {
   const std::int32_t col = ColAt(slot_, x);
   if (col < 0) return slot_.cols;
   if (col != ColAt(slot_, x + kBorderReach)) return col;
-  // Scrolled columns are not left of anything: the heading column is.
+  // A column scrolled out of view is not left of the border; the heading column is.
   return col <= slot_.homeCol ? 0 : col - 1;
 }
 
@@ -81,12 +81,12 @@ void GridMouse::StartDrag(std::int32_t x) {
 }
 
 void GridMouse::Drag(std::int32_t x) {
-  // The parent may have set any width.
+  // 64 bits: the parent may have set any width.
   const std::int64_t wanted = std::int64_t{slot_.resizeStartWidth} + x - slot_.resizeStartX;
   const auto width = static_cast<std::int32_t>(
       std::clamp<std::int64_t>(wanted, 0, std::numeric_limits<std::int32_t>::max()));
   if (width == WidthOf(slot_, slot_.resizeCol)) return;
-  // Its cell moves along; it comes back when the cells have been painted.
+  // The cursor's cell moves with the border; the frame is drawn again after the repaint.
   GridCursor(slot_, system_).RemoveFrame();
   GridCells(slot_, system_).SetColWidth(static_cast<std::uint32_t>(slot_.resizeCol), width);
 }

@@ -1,6 +1,6 @@
-// What the mouse does in a grid: it tells the parent which cell it is over, places the cursor and
-// drags the borders of columns. Made for one message; works on a slot. Points may lie outside of
-// the client area.
+// Mouse input of a grid: notifies the parent of the cell under the pointer, moves the cursor and
+// drags column borders. Constructed per message; works on a slot. Points may be outside of the
+// client area.
 #pragma once
 
 #include "grid/grid_slot.h"

@@ -1,6 +1,6 @@
-// What a grid control tells its parent: WM_COMMAND with the code in the high word of wParam and the
-// control's identifier in the low word. Where nothing else is said, lParam holds the cursor's row
-// in its low and its column in its high word.
+// The notifications that a grid control sends its parent: WM_COMMAND with the code in the high word
+// of wParam and the control's identifier in the low word. Unless stated otherwise, lParam holds the
+// cursor's row in its low word and its column in its high word.
 #pragma once
 
 namespace quillgate {
@@ -19,7 +19,7 @@ inline constexpr int GCN_SETFOCUS = 23;   // lParam: 0
 inline constexpr int GCN_KILLFOCUS = 24;  // lParam: 0
 inline constexpr int GCN_CLICK = 25;
 
-// The identifier that goes with GCN_MOUSEMOVE, whatever the control's own.
+// The identifier sent with GCN_MOUSEMOVE instead of the control's own.
 inline constexpr unsigned kGridMouseMoveId = 500;
 
 }  // namespace quillgate

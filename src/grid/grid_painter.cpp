@@ -12,12 +12,12 @@ namespace quillgate {
 namespace {
 
 constexpr GridColour kBlack = 0;
-// The cursor's row while the keyboard is elsewhere.
+// The background of the cursor's row while another window has the focus.
 constexpr GridColour kIdleHighlight = 0xC8C8C8;
-// Between a cell's edges and what it shows. The cursor's frame never reaches so far, so what a
-// parent draws there does not hurt it.
+// Between a cell's edges and its content. The cursor's frame does not reach into the content, so a
+// parent's drawing does not damage it.
 constexpr std::int32_t kPadding = 2;
-// Higher room than this leaves a check box at its usual height, in the middle.
+// In a cell higher than this, a check box has a fixed height and is vertically centred.
 constexpr std::int32_t kHighestCheckBox = 24;
 constexpr std::int32_t kCheckBoxHeight = 16;
 
@@ -28,7 +28,7 @@ std::int32_t GraphicNumber(const std::wstring& text) {
       number, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
-// Not std::to_wstring: it goes by way of the locale, and takes as long as drawing the number.
+// Not std::to_wstring: it goes through the locale and takes as long as drawing the number.
 std::wstring RowNumber(std::int32_t row) {
   const std::string digits = std::to_string(row);
   return {digits.begin(), digits.end()};
@@ -56,7 +56,7 @@ void GridPainter::Paint() {
   slot_.lastVisibleCol = cols.last;
   const GridRect frameBefore = slot_.cursorFrameRect;
   PaintTitle();
-  // Before the cells, whose lines reach one pixel into it.
+  // Before the cells: their lines extend one pixel into the unused area.
   PaintUnused(rows, cols);
   PaintColumn(0, rows);
   for (std::int32_t col = cols.first; col <= cols.last; ++col)
@@ -105,7 +105,7 @@ void GridPainter::PaintColumnHeading(std::int32_t col) {
   const GridRect area = CellRect(slot_, {0, col});
   if (IsEmpty(area)) return;
   system_.DrawEdge(area);
-  // The corner stays blank.
+  // The corner cell is blank.
   if (col == 0) return;
   const auto paint = [&](std::wstring_view text) {
     PaintText(text, area, GridTextLook::kCentred, slot_.headingFont, slot_.headingTextColor);
@@ -145,7 +145,7 @@ void GridPainter::PaintContent(const CellRecord& record, const GridRect& area,
       return PaintCheckBox(Inner(area), record.type == CellType::kTrue);
     case CellType::kGraphic:
       slot_.graphicIndex = GraphicNumber(record.text);
-      // The record may be gone after this.
+      // The parent may delete the record during this call.
       return system_.NotifyDrawGraphic(Inner(area));
     case CellType::kNumber:
       return PaintText(record.text, area, GridTextLook::kRight, slot_.cellFont, textColour);
@@ -171,12 +171,13 @@ void GridPainter::PaintText(std::wstring_view text, const GridRect& area, GridTe
   if (!text.empty() && !IsEmpty(inner)) system_.PutText(text, inner, look, font, colour);
 }
 
-// What stood of the frame outside of the damage still stands, and what was inside has just been
-// covered; drawing is clipped to that, so the frame is whole again. GCM_DRAWCURSOR then takes it to
-// where the cursor is now.
+// The part of the frame outside of the invalid area is still on the screen; the part inside has
+// just been painted over. Drawing is clipped to the invalid area, so this completes the frame.
+// GCM_DRAWCURSOR then moves it to the cursor.
 void GridPainter::FinishFrame(const GridRect& frameBefore) {
   if (slot_.cursorFrameRect != frameBefore) {
-    // A parent that drew a graphic has moved the cursor, and its drawing was clipped too.
+    // The parent moved the cursor while drawing a graphic, and that change of the frame was clipped
+    // too.
     system_.InvalidateAll(false);
   } else if (!IsEmpty(frameBefore)) {
     system_.XorFrame(frameBefore, slot_.cursorColor);
@@ -195,7 +196,7 @@ GridColour GridPainter::TextColourOf(GridCell cell) const {
   return isHighlighted ? slot_.highlightTextColor : kBlack;
 }
 
-// Valid until the store next changes.
+// Valid until the store changes.
 std::wstring_view GridPainter::StoredText(GridCell cell) const {
   const CellRecord* record = std::as_const(slot_.cellStore).Find(cell);
   return record == nullptr ? std::wstring_view() : record->text;

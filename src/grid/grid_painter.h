@@ -1,6 +1,6 @@
-// Paints what a grid shows: the title band, the headings and the visible cells, the edit box, and
-// the frame of the cursor as far as it was there. Made for one WM_PAINT; works on a slot. The
-// window system clips to what needs painting.
+// Paints a grid: the title band, the headings and the visible cells, the edit box, and the cursor's
+// frame where it was drawn before. Constructed for one WM_PAINT; works on a slot. The window system
+// clips to the invalid area.
 #pragma once
 
 #include <string>
@@ -18,7 +18,8 @@ class GridPainter {
  public:
   GridPainter(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // Notes in the slot what is visible. The parent draws graphic cells, and may change anything.
+  // Stores the visible rows and columns in the slot. The parent draws graphic cells and may change
+  // anything while doing so.
   void Paint();
 
  private:

@@ -10,7 +10,7 @@
 namespace quillgate {
 namespace {
 
-// --- what parameters mean ---
+// --- decoding of parameters ---
 
 GridCell CellOf(const GridCall& call) {
   constexpr GridCell kNoCell = {kGridMaxRows + 1, kGridMaxCols + 1};
@@ -57,7 +57,7 @@ std::int32_t NumberOf(LPARAM value) {
   return static_cast<std::int32_t>(value);
 }
 
-// --- what is answered ---
+// --- return values ---
 
 constexpr LRESULT kPastLimits = -1;
 
@@ -201,7 +201,7 @@ LRESULT SetSpareFlag(const GridCall& call) {
 
 // --- the window's own messages ---
 
-// The system keeps the text too, for those who ask the window for it.
+// DefWindowProcW stores the text too, for WM_GETTEXT.
 LRESULT SetText(const GridCall& call) {
   call.grid.SetTitle(TextOf(call));
   return ::DefWindowProcW(call.window, WM_SETTEXT, call.wParam, call.lParam);
@@ -222,7 +222,7 @@ LRESULT Enable(const GridCall& call) {
   return 0;
 }
 
-// All of it is painted anyway.
+// WM_PAINT paints the whole client area.
 LRESULT EraseNothing(const GridCall&) {
   return 1;
 }
@@ -233,7 +233,7 @@ LRESULT Paint(const GridCall& call) {
   return 0;
 }
 
-// A key counts when it goes down: a dialog also asks about the character that comes of it.
+// Only WM_KEYDOWN counts: a dialog also sends WM_GETDLGCODE for the resulting WM_CHAR.
 LRESULT DialogCode(const GridCall& call) {
   const auto* message = reinterpret_cast<const MSG*>(call.lParam);
   const bool isKey = message == nullptr || message->message == WM_KEYDOWN;
@@ -312,7 +312,8 @@ constexpr Entry kEntries[] = {
     {GCM_SETHEADINGFONT, SetFont<&GridSlot::headingFont>},
 };
 
-// One place for every number up to the last: cells come and are asked for by the hundred thousand.
+// One entry for each message number up to the last: cells are set and queried by the hundred
+// thousand.
 using Table = std::array<GridRoute, GCM_SETHEADINGFONT + 1>;
 
 constexpr Table MakeTable() {

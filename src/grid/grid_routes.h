@@ -1,5 +1,5 @@
-// Which member of a grid answers which message of its window: the place where wParam and lParam
-// are decoded. On the window's thread.
+// Maps each message of the window to a member of a grid and decodes wParam and lParam. Used on the
+// window's thread.
 #pragma once
 
 #include <windows.h>
@@ -20,8 +20,8 @@ struct GridCall {
 
 using GridRoute = LRESULT (*)(const GridCall& call);
 
-// Null: the message is left to the system. WM_CREATE and WM_DESTROY have no route, as there is no
-// grid yet, or none any more.
+// Null: the message is passed to DefWindowProcW. WM_CREATE and WM_DESTROY have no route, since they
+// create and destroy the grid.
 GridRoute RouteOf(UINT message);
 
 }  // namespace quillgate

@@ -9,7 +9,7 @@
 namespace quillgate {
 namespace {
 
-// How far a request moves that is no place by itself.
+// How far a request scrolls; 0 for kThumb, which is an absolute position.
 std::int32_t StepOf(GridScroll request, std::int32_t page) {
   switch (request) {
     case GridScroll::kLineBack:
@@ -42,7 +42,7 @@ void GridScrolling::UpdateBars() {
   const GridSize size = system_.ClientSize();
   slot_.clientWidth = size.width;
   slot_.clientHeight = size.height;
-  // A range given to a hidden bar would show it.
+  // Setting the range of a hidden bar would show it.
   if (vertical) system_.SetBarRange(GridBar::kVertical, LastVerticalPosition(slot_));
   if (horizontal) system_.SetBarRange(GridBar::kHorizontal, LastHorizontalPosition(slot_));
   ShowFrom({vertical ? std::min(slot_.homeRow, LastHomeRow()) : 1,
@@ -56,22 +56,22 @@ void GridScrolling::BringCursorIntoView() {
   UpdateBarPositions();
 }
 
-void GridScrolling::OnVertical(GridScroll request, std::int32_t place) {
+void GridScrolling::OnVertical(GridScroll request, std::int32_t thumbPosition) {
   system_.TakeFocus();
   const std::int32_t page = std::max(RowsThatFit(slot_), 1);
   const std::int32_t last = LastHomeRow();
   const std::int32_t wanted =
-      request == GridScroll::kThumb ? place : slot_.homeRow + StepOf(request, page);
+      request == GridScroll::kThumb ? thumbPosition : slot_.homeRow + StepOf(request, page);
   const std::int32_t row = std::clamp(wanted, 1, last);
   ShowFrom({row, slot_.homeCol}, row == last);
   UpdateBarPositions();
 }
 
-void GridScrolling::OnHorizontal(GridScroll request, std::int32_t place) {
+void GridScrolling::OnHorizontal(GridScroll request, std::int32_t thumbPosition) {
   system_.TakeFocus();
   const std::int32_t last = std::max(LastHorizontalPosition(slot_), 1);
   const std::int32_t wanted = request == GridScroll::kThumb
-                                  ? place
+                                  ? thumbPosition
                                   : PositionOfCol(slot_, slot_.homeCol) + StepOf(request, 1);
   const std::int32_t position = std::clamp(wanted, 1, last);
   ShowFrom({slot_.homeRow, std::max(ColAtPosition(slot_, position), 1)}, position == last);
@@ -84,7 +84,7 @@ void GridScrolling::AssumeBars(bool horizontal, bool vertical) {
   slot_.clientHeight = size.height;
 }
 
-// Where not even one row fits, the bar ends past the last row.
+// When not even one row fits, the bar's range extends past the last row.
 std::int32_t GridScrolling::LastHomeRow() const {
   return std::max(std::min(LastVerticalPosition(slot_), slot_.rows), 1);
 }
@@ -98,13 +98,14 @@ std::int32_t GridScrolling::HomeRowForCursor() const {
 std::int32_t GridScrolling::HomeColForCursor() const {
   const std::int32_t col = std::max(std::min(slot_.cursorCol, slot_.cols), 1);
   if (col <= slot_.homeCol) return col;
-  std::int64_t room = std::int64_t{slot_.clientWidth} - WidthOf(slot_, 0) - WidthOf(slot_, col);
+  std::int64_t widthLeft =
+      std::int64_t{slot_.clientWidth} - WidthOf(slot_, 0) - WidthOf(slot_, col);
   std::int32_t home = col;
-  while (home > slot_.homeCol && WidthOf(slot_, home - 1) <= room) {
+  while (home > slot_.homeCol && WidthOf(slot_, home - 1) <= widthLeft) {
     --home;
-    room -= WidthOf(slot_, home);
+    widthLeft -= WidthOf(slot_, home);
   }
-  // Scrolled: from a column that is to be seen.
+  // After scrolling, the first column must have a width.
   while (home > slot_.homeCol && home < col && WidthOf(slot_, home) == 0)
     ++home;
   return home;
@@ -112,7 +113,7 @@ std::int32_t GridScrolling::HomeColForCursor() const {
 
 void GridScrolling::ShowFrom(GridCell home, bool erase) {
   if (home == GridCell{slot_.homeRow, slot_.homeCol}) return;
-  // It comes back when the cells have been painted.
+  // The frame is drawn again after the repaint.
   GridCursor(slot_, system_).RemoveFrame();
   slot_.homeRow = home.row;
   slot_.homeCol = home.col;

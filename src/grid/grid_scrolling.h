@@ -1,4 +1,4 @@
-// Scroll bars and the part of the grid that is shown. Made for one message; works on a slot.
+// Scroll bars and the part of the grid that is shown. Constructed per message; works on a slot.
 #pragma once
 
 #include "grid/grid_slot.h"
@@ -12,14 +12,15 @@ class GridScrolling {
  public:
   GridScrolling(GridSlot& slot, GridSystem& system) : slot_(slot), system_(system) {}
 
-  // Shows the bars that are needed, with their ranges and positions. What can no longer be scrolled
-  // to is not what is shown first afterwards.
+  // Shows the bars that are needed and sets their ranges and positions. When the first row or
+  // column shown is beyond the new range, scrolls back to the range.
   void UpdateBars();
-  // Scrolls until the cursor's cell is shown whole, or from its beginning when it is too large.
+  // Scrolls until the cursor's cell is fully visible, or at least its beginning when it is too
+  // large.
   void BringCursorIntoView();
-  // The place counts for kThumb only. Takes the focus first.
-  void OnVertical(GridScroll request, std::int32_t place);
-  void OnHorizontal(GridScroll request, std::int32_t place);
+  // `thumbPosition` is used for kThumb only. Both take the focus first.
+  void OnVertical(GridScroll request, std::int32_t thumbPosition);
+  void OnHorizontal(GridScroll request, std::int32_t thumbPosition);
 
  private:
   void AssumeBars(bool horizontal, bool vertical);

@@ -21,7 +21,7 @@ void ResetAfterDestruction(GridSlot& slot) {
   slot.protectColor = 0x808080;
   slot.unprotectColor = 0xFFFFFF;
   slot.colWidth[0] = kHeadingColWidth;
-  // The hidden last column stays as the control had it.
+  // Without the hidden last column. Deliberate, see docs/behaviour.md.
   std::fill(slot.colWidth.begin() + 1, slot.colWidth.end() - 1, kGridColWidth);
 }
 

@@ -1,6 +1,6 @@
-// All that one grid control knows: plain data, on which the control's parts work. Twenty slots
-// exist in the process (slot_table.h); a control finds its own by its identifier at each message.
-// The initial values are those of registering the window class.
+// The state of one grid control: plain data that the control's parts work on. The process has
+// twenty slots (slot_table.h); a control finds its slot by its identifier at each message. The
+// initial values are those after the window class was registered.
 #pragma once
 
 #include <array>
@@ -15,10 +15,10 @@ namespace quillgate {
 enum class GridHover : std::int32_t { kNone = 0, kOrdinary = 1, kColumnBorder = 2 };
 
 inline constexpr std::int32_t kGridColWidth = 50;
-// No screen is so large. Sums of a few lengths stay within their type.
+// Larger than any screen. Sums of a few lengths do not overflow.
 inline constexpr std::int32_t kGridLongest = 0x7FFFFFF;
 
-// Columns 0 to 256; the last one has no width and is hidden until it is given one.
+// Columns 0 to 256; the last one has no width and is hidden until its width is set.
 constexpr std::array<std::int32_t, kGridMaxCols + 1> InitialColWidths() {
   std::array<std::int32_t, kGridMaxCols + 1> widths{};
   for (std::int32_t col = 0; col < kGridMaxCols; ++col)
@@ -29,7 +29,7 @@ constexpr std::array<std::int32_t, kGridMaxCols + 1> InitialColWidths() {
 struct GridSlot {
   std::wstring title;
   std::wstring editText;          // typed during an edit
-  wchar_t defaultProtect = L'U';  // of cells that are stored: 'P' protected, 'U' not
+  wchar_t defaultProtect = L'U';  // of newly stored cells: 'P' protected, 'U' not
   std::uint32_t controlId = 0;    // 0: the slot is free
   CellStore cellStore;
   std::int32_t rows = 100;
@@ -46,7 +46,7 @@ struct GridSlot {
   std::int32_t lastVisibleCol = 0;
   std::int32_t cursorRow = 1;
   std::int32_t cursorCol = 1;
-  std::int32_t graphicIndex = 0;  // of the graphic cell that is drawn
+  std::int32_t graphicIndex = 0;  // of the graphic cell being drawn
   std::int32_t titleHeight = 0;
   std::int32_t caretHeight = 0;
   GridColour cursorColor = 0xFFFFFF;   // XORed: white inverts, black shows no cursor
@@ -56,11 +56,11 @@ struct GridSlot {
   GridColour highlightColor = 0x800000;  // background of the cursor's row
   GridColour gridLineColor = 0xDCDCDC;
   GridColour highlightTextColor = 0xFFFFFF;
-  bool rowHighlight = true;       // the whole row of the cursor
-  bool currentProtected = false;  // the cursor's cell, as of the last key
+  bool rowHighlight = true;       // highlight the whole row of the cursor
+  bool currentProtected = false;  // state of the cursor's cell, as of the last key
   bool hasFocus = false;
   bool autoRow = true;       // storing below the last row adds rows
-  GridRect cursorFrameRect;  // where the frame was last drawn
+  GridRect cursorFrameRect;  // bounds of the frame on the screen
   GridFont cellFont = 0;
   GridFont headingFont = 0;
   GridFont titleFont = 0;
@@ -69,10 +69,10 @@ struct GridSlot {
   bool editable = false;
   bool editing = false;
   bool extendLastCol = true;  // the last column reaches to the right edge
-  bool spareFlag = true;      // kept for the parent; put aside while a column is dragged
-  bool skipNextSize = false;  // the next WM_SIZE is not for the control
-  bool ellipsis = true;       // texts are one line that ends in dots when it is too long
-  bool autoWidth = false;     // what is stored makes its column wide enough
+  bool spareFlag = true;      // kept for the parent; false while a column is dragged
+  bool skipNextSize = false;  // the next WM_SIZE is ignored
+  bool ellipsis = true;       // texts are one line that ends in an ellipsis when too long
+  bool autoWidth = false;     // storing a text widens its column to fit
   bool resizing = false;      // a column's border is being dragged
   bool colResize = false;     // columns' borders may be dragged
   std::int32_t resizeCol = 0;
@@ -87,8 +87,9 @@ struct GridSlot {
   GridCell Cursor() const { return {cursorRow, cursorCol}; }
 };
 
-// After the control has ended. The values differ from the initial ones on purpose, and what is not
-// set here stays as the control had it until the class is registered again.
+// Resets the slot when its control is destroyed. Some values differ from the initial ones, and
+// members that are not set here keep their values until the class is registered again. Deliberate,
+// see docs/behaviour.md.
 void ResetAfterDestruction(GridSlot& slot);
 
 }  // namespace quillgate

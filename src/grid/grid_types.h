@@ -1,13 +1,13 @@
-// Values that the parts of the grid control share. Plain data; lengths are pixels of the window
-// system, places are relative to the client area.
+// Types that the parts of the grid control share. Plain data; lengths are in pixels, positions in
+// client coordinates.
 #pragma once
 
 #include <cstdint>
 
 namespace quillgate {
 
-// A cell by its row and column. Row 0 holds the headings of the columns, column 0 those of the
-// rows. Messages carry pointers to it, so its layout is part of the control's interface.
+// A cell by its row and column. Row 0 holds the column headings, column 0 the row headings.
+// Messages carry pointers to it, so its layout is part of the control's interface.
 struct GridCell {
   std::int32_t row = 0;
   std::int32_t col = 0;
@@ -17,7 +17,7 @@ struct GridCell {
 
 inline constexpr std::int32_t kGridMaxRows = 32'000;
 inline constexpr std::int32_t kGridMaxCols = 256;
-// Of a title, and of what is typed into a cell.
+// Maximum length of a title and of text typed into a cell, in characters.
 inline constexpr std::size_t kGridMaxText = 300;
 
 struct GridPoint {
@@ -34,7 +34,7 @@ struct GridSize {
   bool operator==(const GridSize&) const = default;
 };
 
-// Without its right column and bottom row of pixels.
+// Excludes its right column and bottom row of pixels, as RECT does.
 struct GridRect {
   std::int32_t left = 0;
   std::int32_t top = 0;
@@ -51,7 +51,7 @@ constexpr bool IsEmpty(const GridRect& rect) {
 // 0x00BBGGRR.
 using GridColour = std::uint32_t;
 
-// A font of the window system; 0: none.
+// An HFONT; 0: none.
 using GridFont = std::uintptr_t;
 
 }  // namespace quillgate

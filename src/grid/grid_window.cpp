@@ -10,17 +10,16 @@
 namespace quillgate {
 namespace {
 
-// What the grids of the process share.
+// State that the grids of the process share.
 struct GridProcess {
   SlotTable slots;
-  // The window that holds each slot. A second window of the same identifier gets messages too, on
-  // its way in and out, and must not reach the first one's slot.
+  // The window that holds each slot. A second window with the same identifier receives messages
+  // too, while it is created and destroyed, and must not reach the first one's slot.
   std::array<HWND, SlotTable::kSlots> windows{};
   GridFonts fonts;
 };
 
-// Lives as long as the process: what is left at its end goes with it, when the system that would
-// take fonts back may be gone already.
+// Never destroyed: at process exit, the system that deletes fonts may be gone already.
 GridProcess& Process() {
   static GridProcess& process = *new GridProcess;
   return process;
@@ -44,7 +43,7 @@ WindowGridSystem SystemOf(HWND window, const GridSlot& slot) {
   return {window, slot.controlId, slots.NumberOf(slot), slots.GenerationOf(slot)};
 }
 
-// False when the identifier is in use or there are too many grids.
+// False when the identifier is in use or all slots are taken.
 bool Create(HWND window, const CREATESTRUCTW& creation) {
   GridProcess& process = Process();
   GridSlot* slot = process.slots.Take(IdentifierOf(window));
@@ -66,8 +65,8 @@ void Destroy(GridSlot& slot) {
   if (process.slots.InUse() == 0) process.fonts.Delete();
 }
 
-LRESULT Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  // The system ends a window that is not to be created.
+LRESULT HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  // The system destroys the window when WM_CREATE returns -1.
   if (message == WM_CREATE)
     return Create(window, *reinterpret_cast<const CREATESTRUCTW*>(lParam)) ? 0 : -1;
   GridSlot* slot = SlotOf(window);
@@ -84,7 +83,7 @@ LRESULT Answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT CALLBACK GridProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
   try {
-    return Answer(window, message, wParam, lParam);
+    return HandleMessage(window, message, wParam, lParam);
   } catch (...) {
     return message == WM_CREATE ? -1 : 0;
   }

@@ -1,14 +1,14 @@
-// The window class of the grid control ("QGGrid", grid_messages.h). A grid is a child window with
-// an identifier of its own other than 0; docs/grid.md tells how it is used. Grids live on the
-// thread that registered the class: their state is the process's, without locks.
+// The window class of the grid control ("QGGrid", grid_messages.h). A grid is a child window with a
+// unique identifier other than 0; docs/grid.md describes its use. Grids live on the thread that
+// registered the class: their state is shared by the process, without locks.
 #pragma once
 
 #include <windows.h>
 
 namespace quillgate {
 
-// False, with the last error, when the class cannot be registered. Registering again is fine, and
-// puts the state of all grids back to its initial values: grids that exist are dead from then on.
+// False, with the last error set, when the class cannot be registered. May be called again, which
+// resets the state of all grids: existing grids stop working.
 bool RegisterGridClass(HINSTANCE instance);
 
 }  // namespace quillgate

@@ -13,18 +13,19 @@ class SlotTable {
  public:
   static constexpr std::size_t kSlots = 20;
 
-  // Puts every slot into its initial state, those in use too: their controls find none afterwards.
+  // Resets every slot to its initial state, also those in use: their controls find no slot
+  // afterwards.
   void Initialise();
 
-  // Null for an identifier that no slot holds, and for 0.
+  // Null when no slot has the identifier, and for 0.
   GridSlot* Find(std::uint32_t controlId);
   std::size_t NumberOf(const GridSlot& slot) const;
-  // Another one each time that the slot is taken, released or initialised.
+  // Changes each time the slot is taken, released or initialised.
   const std::uint32_t& GenerationOf(const GridSlot& slot) const;
-  // The free slot of the highest number, which holds the identifier from now on. Null when one
-  // holds it already, when none is free, and for 0.
+  // Assigns the identifier to the free slot with the highest number. Null when the identifier is in
+  // use, when no slot is free, and for 0.
   GridSlot* Take(std::uint32_t controlId);
-  // Empties the slot for the next control (ResetAfterDestruction).
+  // Frees the slot for the next control (ResetAfterDestruction).
   void Release(GridSlot& slot);
 
   std::size_t InUse() const;

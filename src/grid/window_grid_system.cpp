@@ -154,8 +154,8 @@ void WindowGridSystem::HideCaret() {
   ::HideCaret(window_);
 }
 
-void WindowGridSystem::SetCaretPosition(GridPoint place) {
-  ::SetCaretPos(place.x, place.y);
+void WindowGridSystem::SetCaretPosition(GridPoint position) {
+  ::SetCaretPos(position.x, position.y);
 }
 
 // --- measuring and drawing ---

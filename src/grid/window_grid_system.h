@@ -1,5 +1,5 @@
-// The window system of one grid window, as its control sees it (grid_system.h). Made for one
-// message, on the window's thread. When the window has ended meanwhile, its calls do nothing.
+// The window system of one grid window (grid_system.h). Constructed per message, on the window's
+// thread. Calls do nothing when the window has been destroyed meanwhile.
 #pragma once
 
 #include <windows.h>
@@ -9,17 +9,17 @@
 
 namespace quillgate {
 
-// Thrown out of whatever a message does when somebody else has been told of it and has ended the
-// grid meanwhile, or made another one: the slot is no longer the window's. The message is over.
+// Thrown when a notification or another call has led to the grid's destruction, also when a new
+// grid has taken the slot since. The slot is not the window's, so the message is abandoned.
 struct SlotLost {};
 
 class WindowGridSystem final : public GridSystem {
  public:
-  // The identifier is that of the notifications, the slot's number that of GCM_DRAWCURSOR. The
-  // generation is that of the slot, which lives as long as the process.
+  // `id` is sent in notifications, `slotNumber` in GCM_DRAWCURSOR. `generation` is that of the slot
+  // and lives as long as the process.
   WindowGridSystem(HWND window, UINT id, std::size_t slotNumber, const std::uint32_t& generation);
 
-  // Drawing goes there from now on; null: to what the window shows, call by call.
+  // Sets the target of all drawing; null: each call draws directly on the window.
   void DrawOn(GridDrawing* drawing) { drawing_ = drawing; }
 
   void Notify(int code, std::uint32_t value) override;
@@ -47,7 +47,7 @@ class WindowGridSystem final : public GridSystem {
   void DestroyCaret() override;
   void ShowCaret() override;
   void HideCaret() override;
-  void SetCaretPosition(GridPoint place) override;
+  void SetCaretPosition(GridPoint position) override;
 
   std::int32_t TextWidth(std::wstring_view text, GridFont font) override;
   std::int32_t LineHeight(GridFont font) override;
@@ -63,7 +63,8 @@ class WindowGridSystem final : public GridSystem {
 
  private:
   void SendCommand(UINT id, int code, LPARAM value);
-  // After everything by which others hear of the grid.
+  // Throws SlotLost when the slot was released or taken since construction. Called after every call
+  // that may run code outside of the grid.
   void RequireSlot() const;
   template <class Work>
   auto WithDrawing(const Work& work);
@@ -76,7 +77,7 @@ class WindowGridSystem final : public GridSystem {
   GridDrawing* drawing_ = nullptr;
 };
 
-// WM_PAINT: while the object lives, the system draws on the context of the painting.
+// WM_PAINT: during its lifetime, the system draws on the paint device context.
 class GridPainting {
  public:
   GridPainting(HWND window, WindowGridSystem& system);

@@ -1,4 +1,4 @@
-// One recursive lock of a process, and the scope that holds it.
+// A recursive lock within the process, and the scope objects that hold it.
 #pragma once
 
 #include <windows.h>
@@ -13,8 +13,8 @@ class CriticalSection {
   CriticalSection& operator=(const CriticalSection&) = delete;
 
   void Enter() { ::EnterCriticalSection(&section_); }
-  // Gives up after that long. Yields rather than sleeps: what is waited for takes microseconds or
-  // seconds.
+  // False when another thread still holds the lock after `milliseconds`. Yields between attempts
+  // instead of sleeping: the lock is held for either microseconds or seconds.
   bool TryEnter(DWORD milliseconds) {
     const DWORD start = ::GetTickCount();
     while (!::TryEnterCriticalSection(&section_)) {
@@ -29,7 +29,7 @@ class CriticalSection {
   CRITICAL_SECTION section_;
 };
 
-// Holds a critical section for as long as it lives.
+// Holds a critical section for the lifetime of the object.
 class CriticalSectionLock {
  public:
   explicit CriticalSectionLock(CriticalSection& section) : section_(section) { section_.Enter(); }
@@ -41,7 +41,8 @@ class CriticalSectionLock {
   CriticalSection& section_;
 };
 
-// The same for those who must not wait for whoever holds the section now.
+// As CriticalSectionLock, for callers that must not block: when another thread holds the section
+// for longer than `milliseconds`, IsHeld is false.
 class TimedCriticalSectionLock {
  public:
   TimedCriticalSectionLock(CriticalSection& section, DWORD milliseconds)

@@ -1,4 +1,4 @@
-// Owned handles of the drawing system, and the scope in which an object is selected.
+// Owned GDI handles, and the scope in which an object is selected into a device context.
 #pragma once
 
 #include "handles/handle.h"
@@ -16,7 +16,7 @@ using BrushHandle = UniqueHandle<GdiObjectTrait<HBRUSH>>;
 using PenHandle = UniqueHandle<GdiObjectTrait<HPEN>>;
 using BitmapHandle = UniqueHandle<GdiObjectTrait<HBITMAP>>;
 
-// Contexts made by CreateCompatibleDC.
+// Device contexts created with CreateCompatibleDC.
 struct MemoryDcTrait {
   using Type = HDC;
   static Type Invalid() { return nullptr; }
@@ -24,7 +24,8 @@ struct MemoryDcTrait {
 };
 using MemoryDcHandle = UniqueHandle<MemoryDcTrait>;
 
-// The context of what a window shows, for as long as it lives; null when the window is gone.
+// The device context of a window's client area, released in the destructor. Null when the window
+// does not exist.
 class WindowDc {
  public:
   explicit WindowDc(HWND window) : window_(window), context_(::GetDC(window)) {}
@@ -41,7 +42,7 @@ class WindowDc {
   HDC context_;
 };
 
-// Selects an object into a device context and, at its end, what was selected before.
+// Selects an object into a device context. The destructor selects the previous object again.
 class SelectedObject {
  public:
   SelectedObject(HDC context, HGDIOBJ object)

@@ -1,5 +1,6 @@
-// Ownership of system handles: one move-only type, told by a trait what a handle is, which value
-// means none, and how it is closed. A raw handle as a parameter is borrowed; one of these is owned.
+// Ownership of system handles: a move-only type whose trait defines the handle's type, the value
+// that means none, and how the handle is closed. A raw handle as a parameter is borrowed; a
+// UniqueHandle is owned.
 #pragma once
 
 #include <windows.h>
@@ -28,7 +29,7 @@ class UniqueHandle {
   bool IsValid() const { return handle_ != Trait::Invalid(); }
   Type Release() { return std::exchange(handle_, Trait::Invalid()); }
 
-  // Closes what is held and holds the new one. Keeps the last error as it was.
+  // Closes the current handle and takes ownership of the new one. The last error is preserved.
   void Reset(Type handle = Trait::Invalid()) noexcept {
     const Type old = std::exchange(handle_, handle);
     if (old == Trait::Invalid()) return;
@@ -49,7 +50,7 @@ struct FileHandleTrait {
 };
 using FileHandle = UniqueHandle<FileHandleTrait>;
 
-// Threads, mutexes and the like: none is null.
+// Threads, mutexes and other kernel objects: none is null.
 struct KernelHandleTrait {
   using Type = HANDLE;
   static Type Invalid() { return nullptr; }

@@ -7,7 +7,7 @@ constexpr std::uint32_t kSecondsPerMinute = 60;
 constexpr std::uint64_t kMillisecondsPerSecond = 1000;
 constexpr int kMegabyteBits = 20;
 
-// Both limits wrap at 32 bits: 4096 megabytes are none.
+// Both limits wrap at 32 bits. Deliberate, see docs/behaviour.md.
 std::uint32_t LimitSeconds(const User& user) {
   return static_cast<std::uint32_t>(user.TimeLimit().amount) * kSecondsPerMinute;
 }
@@ -20,7 +20,7 @@ std::uint64_t Left(std::uint64_t used, std::uint32_t limit) {
   return used > limit ? 0 : limit - used;
 }
 
-// Nothing for an unknown period.
+// nullopt for an unknown period.
 std::optional<DayRange> DaysOf(LimitPeriod period, const WeekCalendar& calendar) {
   switch (period) {
     case LimitPeriod::kDay:

@@ -1,8 +1,9 @@
-// Decides whether the user who is logged on may be online now, and how much is left. Judges by the
-// user's record alone; administrators are no exception. The session object gives that record, one
-// for each judgement, for the next one may be by another. The totals of the database are taken only
-// for a refresh: in between, the baselines stay as they were, also over midnight. Owned by the
-// session object and used under its lock, but for ReadTotals, which may wait for the database.
+// Decides whether the current user may be online now, and how much is left. Applies the user's
+// record alone, to administrators too. The session object passes that record to each check, since
+// the current user may change between checks. Totals are read from the database only by a refresh:
+// until the next one the baselines stay unchanged, also over midnight. Both are deliberate, see
+// docs/behaviour.md. Owned by the session object and used under its lock, except ReadTotals, which
+// may wait for the database.
 #pragma once
 
 #include <cstdint>
@@ -29,11 +30,11 @@ enum class AccessReason {
 // Empty for kAllowed and kNobodyLoggedOn.
 std::wstring ReasonText(AccessReason reason, const MessageCatalogue& catalogue);
 
-// What the log has of one user in the current periods of the user's limits.
+// The logged usage of one user in the current periods of the user's limits.
 struct LoggedUsage {
-  std::optional<std::uint64_t> seconds;  // nothing: of an unknown period
+  std::optional<std::uint64_t> seconds;  // nullopt: unknown period
   std::optional<std::uint64_t> bytes;
-  DayRange timeDays;  // of the time limit's period
+  DayRange timeDays;  // the time limit's period
 };
 
 class AccessRules {
@@ -41,24 +42,24 @@ class AccessRules {
   AccessRules(const SessionMeter& meter, const ConnectionLog& log, const SessionRests& rests,
               Database& database, const WeekCalendar& calendar);
 
-  // Hours come before time, time before download. A limit is used up when it is exceeded. Null:
-  // nobody is logged on.
+  // Checks hours, then time, then download. A limit is used up only when it is exceeded.
+  // Deliberate, see docs/behaviour.md. Null: no user is logged on.
   AccessReason CheckAccess(const User* user) const;
 
-  // A refresh in three steps, of which the second needs no lock and throws DBerror when the totals
-  // cannot be read; the baselines then stay as they were.
+  // A refresh has three steps. ReadTotals needs no lock and throws DBerror when the totals cannot
+  // be read; the baselines then stay unchanged.
   void BeginRefresh() { stale_ = true; }
   LoggedUsage ReadTotals(const User& user) const;
-  // Adds what is not in the log: sessions that are still to be written, and parts of seconds.
+  // Adds usage that is not in the log: unwritten sessions and fractions of seconds.
   void EndRefresh(const User& user, const LoggedUsage& logged);
 
-  // Whether the last refresh has not ended, so that the baselines may be those of another user or
+  // Whether the last refresh has not ended. The baselines may then be those of another user, or
   // miss the last session.
   bool IsStale() const { return stale_; }
-  // Whether the baselines are of other periods than the user's limits, which were replaced since.
+  // Whether the baselines belong to other periods than the user's limits, which were changed since.
   bool AreOfOtherPeriods(const User& user) const;
 
-  // Seconds and bytes before the user's limit is reached, whether or not that limit is enabled. 0
+  // Seconds and bytes until the user's limit is reached, whether or not that limit is enabled. 0
   // when it is exceeded.
   std::uint64_t TimeLeft(const User& user) const;
   std::uint64_t BytesLeft(const User& user) const;
@@ -73,9 +74,9 @@ class AccessRules {
   Database& database_;
   const WeekCalendar& calendar_;
   std::uint64_t baselineSeconds_ = 0;
-  std::uint64_t baselineMilliseconds_ = 0;  // on top of the seconds
+  std::uint64_t baselineMilliseconds_ = 0;  // in addition to the seconds
   std::uint64_t baselineBytes_ = 0;
-  // Of the limits at the last refresh; none before the first.
+  // The limits' periods at the last refresh; nullopt before the first.
   std::optional<LimitPeriod> timePeriod_;
   std::optional<LimitPeriod> downloadPeriod_;
   bool stale_ = false;

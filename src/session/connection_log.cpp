@@ -8,7 +8,7 @@ namespace {
 constexpr std::wstring_view kFinishedSessions = L"ConnLog";
 constexpr std::wstring_view kRunningSession = L"CrashLog";
 
-// Throws DBerror for a user name that cannot stand in a statement.
+// Throws DBerror for a user name that cannot be used in a statement.
 std::wstring InsertStatement(std::wstring_view table, const SessionRecord& session) {
   std::wstring sql = L"INSERT INTO ";
   sql += table;
@@ -24,7 +24,7 @@ std::wstring InsertStatement(std::wstring_view table, const SessionRecord& sessi
 }  // namespace
 
 void ConnectionLog::KeepCrashed() {
-  // With a finished session still unwritten, CrashLog holds an older state of that same session.
+  // While a finished session is unwritten, CrashLog holds an older snapshot of that session.
   if (unwritten_.empty()) recoveryDue_ = true;
 }
 
@@ -58,7 +58,7 @@ void ConnectionLog::Write(const Batch& batch) {
 }
 
 void ConnectionLog::Forget(const Batch& batch) {
-  // Sessions that have ended since stand behind those of the batch.
+  // Sessions that finished after the batch was built follow those of the batch.
   unwritten_.erase(unwritten_.begin(),
                    unwritten_.begin() + static_cast<std::ptrdiff_t>(batch.finished.size()));
   if (batch.recovers) recoveryDue_ = false;

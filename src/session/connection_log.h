@@ -1,8 +1,8 @@
-// The log of sessions: finished ones in the table ConnLog, the running one mirrored in CrashLog, so
-// that a crash costs no more than what happened since the last snapshot. A finished session that
-// the database would not take is kept and written with the next batch that succeeds. Owned by the
-// session object: everything but Write is used under its lock, and Write, which may wait for the
-// database, outside of it and by one thread at a time.
+// The log of sessions: finished ones in the table ConnLog, and the snapshot of the running one in
+// CrashLog, so that a crash loses only what happened since the last snapshot. A finished session
+// that could not be written is kept and written with the next batch that succeeds. Owned by the
+// session object and used under its lock, except Write, which may wait for the database: it is
+// called outside of the lock, by one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@
 
 namespace quillgate {
 
-// What finished sessions of one user add up to that are not in the database yet.
+// The total of one user's finished sessions that are not in the database yet.
 struct UnwrittenUsage {
   std::uint64_t seconds = 0;
   std::uint64_t bytesReceived = 0;
@@ -25,13 +25,13 @@ struct UnwrittenUsage {
 
 class ConnectionLog {
  public:
-  // The statements of one transaction, of one moment's state.
+  // The statements of one transaction, from the state of one moment.
   struct Batch {
     bool recovers = false;
     std::vector<std::wstring> finished;
-    std::wstring running;  // empty: CrashLog is emptied
-    // The DBerror of a session that can never be written: its user's name cannot stand in a
-    // statement. A finished one has been given up, or it would hold up the others for ever.
+    std::wstring running;  // empty: CrashLog is only cleared
+    // The DBerror of a session that can never be written, because its user's name cannot be used in
+    // a statement. A finished one is dropped; it would block the others for ever.
     FirstFailure refused{};
 
     bool IsToBeWritten() const { return !refused.HasFailed() || !finished.empty(); }
@@ -39,16 +39,16 @@ class ConnectionLog {
 
   explicit ConnectionLog(Database& database) : database_(database) {}
 
-  // The session is over and is to be written.
+  // Keeps a finished session until it is written.
   void Keep(const SessionRecord& session) { unwritten_.push_back(session); }
-  // What a crash left in CrashLog is to be moved to ConnLog.
+  // Schedules the recovery: the rows that a crash left in CrashLog are moved to ConnLog.
   void KeepCrashed();
 
-  // Everything that is to be written, and the session that CrashLog shall hold afterwards.
+  // Everything that is to be written, and the session that CrashLog holds afterwards.
   Batch Due(const std::optional<SessionRecord>& running);
-  // Writes all of the batch or nothing. Throws DBerror.
+  // Writes the whole batch or nothing. Throws DBerror.
   void Write(const Batch& batch);
-  // The batch was written.
+  // Removes a batch that was written.
   void Forget(const Batch& batch);
 
   bool HasUnwritten() const { return recoveryDue_ || !unwritten_.empty(); }

@@ -1,5 +1,5 @@
-// Runs several pieces of work whatever becomes of each, and passes on the first failure. Used by
-// one thread.
+// Runs several pieces of work, each regardless of the others' failures, and rethrows the first
+// failure. Used by one thread.
 #pragma once
 
 #include <exception>
@@ -16,13 +16,13 @@ class FirstFailure {
       Note();
     }
   }
-  // Of the exception that is being handled.
+  // Stores the exception that is being handled, if it is the first.
   void Note() {
     if (!failure_) failure_ = std::current_exception();
   }
 
   bool HasFailed() const { return failure_ != nullptr; }
-  // Throws the first failure; returns without one.
+  // Throws the first failure; returns when there is none.
   void Rethrow() const {
     if (failure_) std::rethrow_exception(failure_);
   }

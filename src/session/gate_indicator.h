@@ -1,6 +1,6 @@
-// What shows people the state of the gate: an icon with a tip, and balloons. The session object
-// speaks through it from whichever thread switched the gate, while it holds its own lock: an
-// implementation must not wait for another thread, nor call the session object back, nor throw.
+// Shows the state of the gate to the user: an icon with a tip, and balloons. The session object
+// calls it on the thread that switched the gate, while it holds its own lock: an implementation
+// must not wait for another thread, call the session object, or throw.
 #pragma once
 
 #include <windows.h>
@@ -9,14 +9,14 @@
 
 namespace quillgate {
 
-// The number of the icon's resource.
+// Identifiers of the icon resources.
 enum class GateIcon : WORD {
   kEnabled = 101,
   kDisabled = 102,
   kUndecided = 117,  // at start, before the gate is first switched
 };
 
-// The icon of a balloon, as the notification area numbers them.
+// The icon of a balloon, with the values of the notification area (NIIF_*).
 enum class BalloonIcon : DWORD { kInformation = 1, kWarning = 2, kError = 3 };
 
 class GateIndicator {
@@ -25,20 +25,20 @@ class GateIndicator {
 
   virtual void SetIcon(GateIcon icon) = 0;
   virtual void SetTip(const std::wstring& text) = 0;
-  // Makes the icon visible; it is hidden at first.
+  // Makes the icon visible; it is hidden initially.
   virtual void Show() = 0;
 
-  // A balloon. The kind tells one message from another and is 0 for all of this program's.
+  // Shows a balloon. `kind` distinguishes messages; this program always passes 0.
   virtual void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
                            int kind) = 0;
 
-  // While locked, clicks on the icon are ignored: around a modal dialog. One flag, not a count:
-  // Lock answers whether it was set already, and then it is somebody else's to clear.
+  // While locked, clicks on the icon are ignored: used around a modal dialog. A flag, not a count:
+  // Lock returns whether the flag was set already, and then the caller must not clear it.
   virtual bool Lock() = 0;
   virtual void Unlock() = 0;
 };
 
-// The indicator is locked for as long as this lives, or longer if it was before.
+// Locks the indicator during its lifetime. An indicator that was locked before stays locked.
 class IndicatorLock {
  public:
   explicit IndicatorLock(GateIndicator& indicator)

@@ -30,7 +30,7 @@ WarningThresholds LimitWarnings::ReadThresholds(const User& user) const {
     thresholds.seconds = minutes * kSecondsPerMinute;
   }
   if (user.DownloadLimit().enabled && isOn(SettingKey::kDownloadWarnings, kNo)) {
-    // Wraps at 32 bits: 4096 megabytes are none.
+    // Wraps at 32 bits: 4096 megabytes become 0.
     thresholds.bytes =
         SettingNumber(settings_.GetSetting(SettingKey::kDownloadWarningMegabytes, L"0")) *
         kBytesPerMegabyte;

@@ -1,5 +1,5 @@
-// Warns once in each session that time or download is about to run out. Owned by the session object
-// and used under its lock.
+// Warns once per session that time or download is about to run out. Owned by the session object and
+// used under its lock.
 #pragma once
 
 #include "accounts/user.h"
@@ -10,7 +10,7 @@
 
 namespace quillgate {
 
-// Below what is left a warning is due; 0: never.
+// A warning is due when less than this is left; 0: never.
 struct WarningThresholds {
   std::uint64_t seconds = 0;
   std::uint32_t bytes = 0;
@@ -21,16 +21,16 @@ class LimitWarnings {
   LimitWarnings(Settings& settings, const MessageCatalogue& catalogue, GateIndicator& indicator)
       : settings_(settings), catalogue_(catalogue), indicator_(indicator) {}
 
-  // Whether the user has limits of which no warning has been given since Clear.
+  // Whether the user has enabled limits whose warning has not been shown since Clear.
   bool MayBeDue(const User& user) const;
 
-  // Of the user's limits. Needs no lock, for it may wait for the database.
+  // The thresholds of the user's limits. Needs no lock, since it may wait for the database.
   WarningThresholds ReadThresholds(const User& user) const;
 
-  // Gives the warnings that are due to this user and have not been given since Clear.
+  // Shows the warnings that are due for this user and have not been shown since Clear.
   void WarnIfDue(const User& user, const WarningThresholds& thresholds, const AccessRules& rules);
 
-  // Both warnings may be given again.
+  // Allows both warnings to be shown again.
   void Clear();
 
  private:

@@ -24,16 +24,16 @@ SessionLog::~SessionLog() {
     meter_.SetAdapter(nullptr);
     Enable();
   } catch (...) {
-    // Only texts are made after the gate was opened; what fails with them is not worth the exit.
+    // After the gate was opened, only texts are built; their failure must not prevent the exit.
   }
   hook_.Stop();
 }
 
 void SessionLog::OpenForGood() {
-  // Whoever holds the lock for longer has stopped for good.
-  constexpr DWORD kPatienceMilliseconds = 1000;
-  // Never left, so that no cycle closes the gate again before the process ends.
-  [[maybe_unused]] const bool entered = lock_.TryEnter(kPatienceMilliseconds);
+  // A thread that holds the lock for longer hangs.
+  constexpr DWORD kLockTimeoutMilliseconds = 1000;
+  // The lock is never left, so that no cycle closes the gate again before the process exits.
+  [[maybe_unused]] const bool entered = lock_.TryEnter(kLockTimeoutMilliseconds);
   hook_.Pass();
   hook_.Stop();
 }
@@ -61,7 +61,7 @@ void SessionLog::CloseGate() {
   EndMeasuring();
 }
 
-// Nothing passes any more before the numbers are taken, which so are those of that moment.
+// Blocks before the counters are read, so that nothing passes after the reading.
 void SessionLog::EndMeasuredSession() {
   hook_.Block(localAllowed_);
   if (const auto user = logon_.CurrentUser()) {
@@ -146,7 +146,7 @@ void SessionLog::Write(const std::function<ConnectionLog::Batch()>& due) {
   const CriticalSectionLock turn(databaseTurn_);
   ConnectionLog::Batch batch;
   {
-    // What is finished and what still runs, of one moment: a session must not be both or neither.
+    // Finished and running sessions of one moment: a session must not be in both or in neither.
     const CriticalSectionLock hold(lock_);
     batch = due();
   }
@@ -232,15 +232,15 @@ void SessionLog::RunEnforcementCycle() {
   SnapshotSession();
 }
 
-// Others may have changed the machine's packet filter meanwhile.
+// Other programs may have changed the machine's packet filter meanwhile.
 void SessionLog::AssertClosedGate() {
   const CriticalSectionLock hold(lock_);
   if (!meter_.IsOnline()) hook_.Block(localAllowed_);
 }
 
-// A closed gate is not opened on totals that could not be read; an open one is judged by the last
-// that could. Limits of other periods than before are worth the wait for their totals: by those
-// known, a gate would close that may be open.
+// A closed gate is not opened by totals that could not be read; an open one is judged by the totals
+// last read. When the limits' periods have changed, the totals are worth the wait: the baselines of
+// other periods could close a gate that may be open.
 bool SessionLog::MustKnowTotals() const {
   const CriticalSectionLock hold(lock_);
   const auto user = logon_.CurrentUser();
@@ -271,7 +271,7 @@ bool SessionLog::SwitchGate() {
 void SessionLog::WriteClosedSession() {
   FirstFailure failure;
   failure.Run([this] { WriteFinished(); });
-  // The session that was just written now counts among the totals.
+  // The totals now include the session that was just written.
   failure.Run([this] { RefreshTotals(); });
   failure.Rethrow();
 }
@@ -294,7 +294,7 @@ void SessionLog::Reevaluate() {
   try {
     RefreshTotals();
   } catch (...) {
-    // The gate stays as it is; a cycle that can read the totals decides.
+    // The gate stays as it is until a cycle can read the totals.
     const CriticalSectionLock hold(lock_);
     sessionEnded_ = false;
     throw;

@@ -1,11 +1,11 @@
-// The session object: opens and closes the gate for the user who is logged on, measures and logs
-// the session, and enforces the rules. The process has one, made by service/ on the service main
+// The session object: opens and closes the gate for the current user, measures and logs the
+// session, and enforces the rules. The process has one, created by service/ on the service main
 // thread and destroyed at process exit. Every operation may be called on any thread; none waits for
-// a person.
+// input.
 //
-// What is decided, measured and shown is under one lock, which nobody holds while the database is
-// asked: a file that is in use takes seconds to answer, and closing does not wait for it. One
-// operation at a time asks the database. Order: the database's turn, then the lock.
+// All state is protected by lock_, which is not held during database access: a file that is in use
+// delays a statement for seconds, and closing the gate does not wait for it. Reading totals and
+// writing the log are serialised by databaseTurn_. Lock order: databaseTurn_, lock_.
 #pragma once
 
 #include <atomic>
@@ -22,7 +22,7 @@
 
 namespace quillgate {
 
-// What the session object works with; all of it outlives the session object.
+// The objects that the session object uses; all of them outlive it.
 struct SessionSurroundings {
   Database& database;
   Settings& settings;
@@ -32,7 +32,7 @@ struct SessionSurroundings {
   GateIndicator& indicator;
 };
 
-// The running session at one moment; nothing but zeros while there is none.
+// The running session at one moment; all values are 0 while there is none.
 struct SessionReading {
   bool online = false;
   std::uint64_t seconds = 0;
@@ -42,27 +42,27 @@ struct SessionReading {
 
 class SessionLog final : public SessionControl {
  public:
-  // Brings the drivers up and, when they came up, opens the gate; chooses the adapter to measure.
+  // Starts the drivers and, when they have started, opens the gate; chooses the adapter to measure.
   explicit SessionLog(const SessionSurroundings& surroundings);
-  // Opens the gate, for the computer is never left blocked by a service that ends in order, then
-  // brings the drivers down. Needs no database.
+  // Opens the gate, so that a service that stops in order never leaves the computer blocked, then
+  // stops the drivers. Does not use the database.
   ~SessionLog() override;
   SessionLog(const SessionLog&) = delete;
   SessionLog& operator=(const SessionLog&) = delete;
 
   // --- gate ---
-  // Opens the gate and starts a session, also when the gate is open. Without a driver only the
-  // program's own state and the icon change.
+  // Opens the gate and starts a session, also when the gate is open already. Without a driver, only
+  // the program's own state and the icon change.
   void Enable();
-  // Closes the gate and ends the measuring. Local traffic passes if the settings say exactly "YES";
-  // while the database does not answer, they say what they said last.
+  // Closes the gate and stops measuring. Local traffic passes if the setting is exactly "YES";
+  // while the database is not available, the value last read applies.
   void Disable();
   bool IsOnline() const;
   bool IsHookAvailable() const;
-  // Why the hook is not available; 0 when it is.
+  // The reason why the hook is not available; 0 when it is.
   DWORD HookError() const;
-  // For a process that ends though one of its threads does not: what the destructor does at the
-  // gate. Nothing can be decided afterwards.
+  // For a process that exits although one of its threads hangs: does to the gate what the
+  // destructor does. No operation may be called afterwards.
   void OpenForGood();
 
   // --- measuring; see SessionMeter ---
@@ -70,19 +70,19 @@ class SessionLog final : public SessionControl {
   std::uint64_t BytesReceived() const;
   std::uint64_t BytesSent() const;
   DATE StartDate() const;
-  // The gate and the session's counters, all of one moment.
+  // The gate and the session's counters at one moment.
   SessionReading Reading() const;
   void SetAdapter(std::wstring serviceName);
-  // The adapter that the settings name.
+  // Measures the adapter named in the settings.
   void ReloadAdapter();
 
   // --- log; each throws DBerror ---
   // Closes the gate, writes the session to ConnLog and empties CrashLog. The gate stays closed
   // until the next Reevaluate.
   void EndSession() override;
-  // Mirrors the session of the user who is logged on in CrashLog.
+  // Writes the snapshot of the current user's session to CrashLog.
   void SnapshotSession();
-  // Moves what a crash left in CrashLog to ConnLog.
+  // Moves the rows that a crash left in CrashLog to ConnLog.
   void RecoverSessions();
 
   // --- rules; see AccessRules ---
@@ -92,22 +92,23 @@ class SessionLog final : public SessionControl {
   std::uint64_t BytesLeft() const;
 
   // --- enforcement; both throw DBerror ---
-  // Switches the gate by the rules, gives the warnings, mirrors the session. A gate that must close
-  // is closed whatever the database does, and one that is closed is told so again.
+  // Switches the gate by the rules, shows the warnings, writes the snapshot. A gate that must close
+  // is closed even when the database fails. For a gate that is closed already, the block is sent
+  // again.
   void RunEnforcementCycle();
   // After a logon or a change of users: opens the gate, which starts a session, or closes it.
   void Reevaluate() override;
 
  private:
-  // With the lock held. Judge: the user who is logged on, as that user is now.
+  // Require the lock. Judge: the access of the current user, by the user's record as it is now.
   AccessReason Judge() const;
   void OpenGate();
   void CloseGate();
   void EndMeasuredSession();
   void EndMeasuring();
 
-  // The steps of a cycle. RefreshDueTotals: what it failed with, for the gate is judged before that
-  // is told. SwitchGate: whether the gate was closed and has left a session to be written.
+  // The steps of a cycle. A failure of RefreshDueTotals is reported only after SwitchGate.
+  // SwitchGate returns whether it closed the gate and left a session to be written.
   void AssertClosedGate();
   bool MustKnowTotals() const;
   void RefreshDueTotals();
@@ -136,9 +137,9 @@ class SessionLog final : public SessionControl {
   ConnectionLog log_;
   AccessRules rules_;
   LimitWarnings warnings_;
-  // Between a log-off and the next decision about a user, when the gate must not open by itself.
+  // Set from a log-off to the next decision about a user: the gate must not open by itself.
   bool sessionEnded_ = false;
-  // What the settings said last.
+  // The value last read from the settings.
   std::atomic<bool> localAllowed_{false};
 };
 

@@ -6,7 +6,7 @@ namespace quillgate {
 namespace {
 
 constexpr std::uint32_t kMillisecondsPerSecond = 1000;
-// The whole seconds of a tick count's full turn.
+// Whole seconds until the tick count wraps.
 constexpr std::uint32_t kSecondsPerTickTurn = 4294967;
 
 std::uint64_t CountedSince(std::uint32_t start, std::uint64_t counter) {

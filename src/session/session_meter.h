@@ -1,5 +1,5 @@
-// Measures the running session: since when the gate has been open, and what the chosen adapter has
-// carried since. Owned by the session object and used under its lock.
+// Measures the running session: the time since the gate was opened, and the bytes that the chosen
+// adapter has transferred since. Owned by the session object and used under its lock.
 #pragma once
 
 #include <windows.h>
@@ -14,14 +14,14 @@
 
 namespace quillgate {
 
-// A session as far as it has come; one row of the connection log.
+// A session up to one moment; one row of the connection log.
 struct SessionRecord {
   std::wstring user;
   std::uint64_t seconds = 0;
   std::uint64_t bytesSent = 0;
   std::uint64_t bytesReceived = 0;
   DATE startDate = kInvalidDate;
-  // By which it was longer than its seconds; no row has room for it.
+  // Milliseconds beyond the whole seconds; the row has no column for them.
   std::uint32_t restMilliseconds = 0;
 };
 
@@ -32,35 +32,35 @@ struct OnlineTime {
 
 class SessionMeter {
  public:
-  // Online from the start, though nothing has been noted yet.
+  // Online initially, although nothing has been stored yet.
   explicit SessionMeter(const LogonSession& logon) : logon_(logon) {}
 
-  // The machine's measured adapter; null when it has none, and no bytes are counted then.
+  // The adapter to measure; null when the machine has none: no bytes are counted then.
   void SetAdapter(std::unique_ptr<NetworkAdapter> adapter);
-  // Measures another card from now on. Without an adapter nothing happens.
+  // Switches to another card. Does nothing without an adapter.
   void SetAdapterName(std::wstring serviceName);
 
-  // The first half of a start: notes the adapter's counters. To be called before the gate opens, so
-  // that the session's first packets count.
+  // First step of a start: stores the adapter's counters. Called before the gate opens, so that the
+  // session's first packets are counted.
   void NoteCounters();
-  // The second half: online, from now on.
+  // Second step: stores the start time and sets the state to online.
   void NoteTime();
   void End();
 
   bool IsOnline() const { return online_; }
 
-  // All are 0 while nobody is logged on or the gate is closed. Seconds come from the tick
-  // count and are off by the start tick once that count has wrapped; bytes start from the low 32
+  // All are 0 while no user is logged on or the gate is closed. Seconds are computed from the tick
+  // count and are off by the start tick once that count has wrapped. Bytes start from the low 32
   // bits of the adapter's counter.
   OnlineTime TimeOnline() const;
   std::uint32_t SecondsOnline() const { return TimeOnline().seconds; }
   std::uint64_t BytesReceived() const;
   std::uint64_t BytesSent() const;
 
-  // When the gate was last opened, local time; kInvalidDate before the first time.
+  // The local time at which the gate was last opened; kInvalidDate before the first time.
   DATE StartDate() const { return startDate_; }
 
-  // The running session of that user.
+  // The running session, under this user's name.
   SessionRecord Record(const std::wstring& user) const;
 
  private:
@@ -68,7 +68,7 @@ class SessionMeter {
 
   const LogonSession& logon_;
   std::unique_ptr<NetworkAdapter> adapter_;
-  NetworkAdapter::Start start_;  // the counters
+  NetworkAdapter::Start start_;  // the counters at the start
   DATE startDate_ = kInvalidDate;
   DWORD startTick_ = 0;
   bool online_ = true;

@@ -5,7 +5,7 @@
 namespace quillgate {
 
 void SessionRests::Add(const SessionRecord& session) {
-  // Past every period.
+  // Longer than every period.
   constexpr DATE kDaysKept = 40;
   if (session.restMilliseconds == 0) return;
   RestsByDay& days = rests_[session.user];

@@ -1,7 +1,6 @@
-// What the rows of finished sessions leave out: the part of a second that each of them was longer
-// than its whole seconds. Sessions of less than a second would otherwise cost nothing, however many
-// there are. In memory alone: a new process begins without. Owned by the session object and used
-// under its lock.
+// The fractions of seconds that the rows of finished sessions lack. Without them, sessions shorter
+// than a second would cost nothing, however many there are. Kept in memory only: a new process
+// starts without them. Owned by the session object and used under its lock.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +17,7 @@ class SessionRests {
  public:
   void Add(const SessionRecord& session);
 
-  // Of the user's sessions that began on one of these days.
+  // The total of the user's sessions that began on one of these days.
   std::uint64_t Milliseconds(std::wstring_view user, const DayRange& days) const;
 
  private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::wstring_view kFileName = L"quillgate.dat";
 
-// Each is run at every open; those that exist already fail, which is no failure.
+// All are run at every open. The statement for a table that exists fails; that failure is ignored.
 constexpr const wchar_t* kTables[] = {
     L"CREATE TABLE Settings (Key, Value);",
     L"CREATE TABLE Users_Quillgate (Name, Password, TimeLimitEnabled, TimeLimit, TimeLimitPeriod, "
@@ -25,8 +25,9 @@ constexpr const wchar_t* kTables[] = {
     L"CREATE TABLE CrashLog (User, Seconds, BytesSent, BytesRecv, StartDate);",
 };
 
-// Totals and lists of the log read an index alone, one user's or everybody's. The others hold just
-// the column that is looked up, so that rows with equal keys still come in the order of insertion.
+// Totals and lists of the log read only an index, for one user or for all users. The other indexes
+// hold only the column that is looked up, so that rows with equal keys are returned in insertion
+// order.
 constexpr const wchar_t* kIndexes[] = {
     L"CREATE INDEX IF NOT EXISTS ConnLogByUser ON ConnLog "
     L"(User, StartDate, Seconds, BytesSent, BytesRecv);",
@@ -43,11 +44,11 @@ void RunIgnoringFailure(DbEngine& engine, const wchar_t* sql) {
   try {
     engine.Run(sql, none);
   } catch (const std::exception&) {
-    // What is missing afterwards makes its own statements fail.
+    // Statements that need a missing table fail themselves.
   }
 }
 
-// Also of a file that took the place of the one that was open: it may have been deleted.
+// Also called when a file is reopened: it may have been deleted and created anew.
 void MakeTables(DbEngine& engine) {
   for (const wchar_t* sql : kTables)
     RunIgnoringFailure(engine, sql);
@@ -58,7 +59,7 @@ void MakeTables(DbEngine& engine) {
 bool CannotBeQuoted(std::wstring_view value) {
   constexpr std::wstring_view kRefused(L"'\0", 2);
   if (value.find_first_of(kRefused) != std::wstring_view::npos) return true;
-  // Code pages of Windows turn look-alikes, such as U+02BC, into a plain apostrophe.
+  // Windows code pages map look-alikes, such as U+02BC, to a plain apostrophe.
   return Narrow(value).find('\'') != std::string::npos;
 }
 
@@ -120,9 +121,9 @@ bool Database::Run(const std::wstring& sql, DbRows& rows) {
 }
 
 bool Database::RunAtOnce(const std::wstring& sql, DbRows& rows) {
-  // Longer than any statement that does not wait for the file.
-  constexpr DWORD kPatienceMilliseconds = 100;
-  const TimedCriticalSectionLock lock(lock_, kPatienceMilliseconds);
+  // Longer than any statement takes that does not wait for the file.
+  constexpr DWORD kLockTimeoutMilliseconds = 100;
+  const TimedCriticalSectionLock lock(lock_, kLockTimeoutMilliseconds);
   const bool isFree = lock.IsHeld() && transaction_ == nullptr && engine_ != nullptr;
   return isFree && engine_->RunAtOnce(sql, rows);
 }

@@ -1,7 +1,7 @@
-// The one way to the database: statements as text, results as rows of text, one lock around every
-// statement. The process has one Database, made by service/; a test makes its own. DbQuery and
-// DbExecute may be called from any thread; DbOpen before any other thread uses the database,
-// DbClose after the last one has stopped.
+// All access to the database: statements are text, results are rows of text, and one lock
+// serialises the statements. The process has one Database, created by service/; tests create their
+// own. DbQuery and DbExecute may be called from any thread. DbOpen must be called before any other
+// thread uses the database, DbClose after the last one has stopped.
 #pragma once
 
 #include <memory>
@@ -20,11 +20,12 @@ class DbTransaction;
 // "quillgate.dat" in the folder of the executable.
 std::wstring DatabasePath();
 
-// The value between apostrophes, ready to stand in a statement. A value that cannot stand there
-// because it holds an apostrophe or a NUL throws DBerror(-1): it never reaches the engine.
+// Returns the value in apostrophes, for use in a statement. Nothing is escaped: a value with an
+// apostrophe or a NUL throws DBerror(-1). Deliberate, see docs/behaviour.md.
 std::wstring SqlText(std::wstring_view value);
 
-// Whether the statement is short enough for the engine, as it stands and in narrow text.
+// Whether the statement is within the engine's limit, both in characters and in bytes of its narrow
+// form.
 bool FitsStatement(std::wstring_view sql);
 
 class Database {
@@ -34,27 +35,28 @@ class Database {
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
-  // Loads the engine, opens the file and makes the tables that are missing. Throws DBerror; a later
-  // statement then tries again.
+  // Loads the engine, opens the file and creates missing tables. Throws DBerror; the next statement
+  // then tries again.
   void DbOpen();
 
-  // Closes the connection and releases the engine. Statements after it throw "No database open.".
-  // Closing what is not open does nothing.
+  // Closes the connection and releases the engine. Later statements throw "No database open.". Does
+  // nothing when the database is not open.
   void DbClose();
 
-  // Runs one statement of at most 1023 characters and puts its rows in place of what `rows` held.
-  // Opens the database first when it is not open. An engine that stays busy for 20 attempts (2 s)
-  // is no failure: the statement then yields no rows. Every other failure is a DBerror, and leaves
-  // `rows` empty or, when it was found before the engine was asked, as it was.
+  // Runs one statement of at most 1023 characters and replaces the contents of `rows` with its
+  // result. Opens the database first when it is not open. An engine that stays busy for 20 attempts
+  // (2 s) yields no rows and no error. Deliberate, see docs/behaviour.md. Every other failure
+  // throws DBerror; `rows` is then empty, or unchanged when the failure was detected before the
+  // engine was called.
   void DbQuery(std::wstring sql, DbRows& rows);
   void DbExecute(std::wstring sql);
 
-  // As DbQuery, for callers that must know: whether the engine carried the statement out; false
-  // when it stayed busy to the end.
+  // As DbQuery, for callers that must know whether the engine ran the statement: false when it
+  // stayed busy for all attempts.
   bool Run(const std::wstring& sql, DbRows& rows);
 
-  // For callers that must not wait: false when the database is not open, somebody else uses it, or
-  // the engine does not carry the statement out at the first attempt.
+  // For callers that must not wait: false when the database is not open, another thread or a
+  // transaction uses it, or the engine does not run the statement at the first attempt.
   bool RunAtOnce(const std::wstring& sql, DbRows& rows);
 
  private:
@@ -65,7 +67,7 @@ class Database {
   std::wstring path_;
   std::unique_ptr<DbEngine> engine_;
   CriticalSection lock_;
-  DbTransaction* transaction_ = nullptr;  // the one that holds the lock
+  DbTransaction* transaction_ = nullptr;  // holds lock_; null: none
   bool open_ = false;
 };
 

@@ -9,12 +9,12 @@
 namespace quillgate {
 namespace {
 
-// Result codes with a treatment of their own; all others end the statement.
+// Result codes that are handled separately; all others end the statement.
 constexpr int kOk = 0;
-constexpr int kBusy = 5;            // the file is in use by another user of it
-constexpr int kLocked = 6;          // a table is
-constexpr int kSchemaChanged = 17;  // under the statement
-constexpr int kMisuse = 21;         // only reopening mends the connection
+constexpr int kBusy = 5;            // the file is in use by another connection
+constexpr int kLocked = 6;          // a table is in use
+constexpr int kSchemaChanged = 17;  // the schema changed during the statement
+constexpr int kMisuse = 21;         // the connection must be reopened
 
 using StatementBuffer = std::array<char, DbEngine::kMaxStatement + 1>;
 
@@ -22,8 +22,8 @@ using StatementBuffer = std::array<char, DbEngine::kMaxStatement + 1>;
   throw DBerror(message, DBerror::kOwnFailure);
 }
 
-// A statement that would be cut, at its end or at a NUL inside of it, may still be a valid one that
-// does something else; so it is refused.
+// A statement that is truncated, at its end or at an embedded NUL, may still be valid and do
+// something else. It is therefore refused.
 StatementBuffer NarrowStatement(const std::wstring& sql) {
   if (sql.find(L'\0') != std::wstring::npos) Throw(L"The query holds an invalid character.");
   StatementBuffer narrow;
@@ -48,7 +48,8 @@ void DbEngine::Open(const std::wstring& path) {
 }
 
 void DbEngine::Prepare() {
-  // One of its own statements that has the connection reopened must not begin it all anew.
+  // A statement of the preparation may reopen the connection, which must not start the preparation
+  // again.
   if (preparing_) return;
   preparing_ = true;
   prepare_(*this);
@@ -68,7 +69,7 @@ void DbEngine::Reopen() {
 }
 
 bool DbEngine::Run(const std::wstring& sql, DbRows& rows) {
-  // A reopening that failed may succeed by now: the file was put back, the disk is there again.
+  // A reopening that failed may succeed now, for example when the disk is available again.
   if (connection_ == nullptr && !path_.empty()) Open(path_);
   return Run(sql, rows, true);
 }
@@ -112,6 +113,7 @@ bool DbEngine::Fetch(const char* sql, ResultTable& table, bool mayReopen) {
       throw DBerror(message, code);
     }
   }
+  // A busy engine is no error here. Deliberate, see docs/behaviour.md.
   return false;
 }
 

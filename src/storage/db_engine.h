@@ -1,5 +1,5 @@
 // One connection to the database file through the engine library. Owned by Database, which holds
-// its lock around every call.
+// its own lock around every call.
 #pragma once
 
 #include <functional>
@@ -12,14 +12,14 @@ namespace quillgate {
 
 class DbEngine {
  public:
-  // Characters of the longest statement, and bytes of its narrow form.
+  // Maximum length of a statement, in characters and in bytes of its narrow form.
   static constexpr std::size_t kMaxStatement = 1023;
-  // Characters of the longest value that a result may hold.
+  // Maximum length of a value in a result, in characters.
   static constexpr std::size_t kMaxValue = 511;
   static constexpr int kAttempts = 20;
   static constexpr DWORD kRetryMilliseconds = 100;
 
-  // Makes a file usable that may be new; called after every opening, and must not throw.
+  // Prepares the file, which may be new, after every opening. Must not throw.
   using Preparation = std::function<void(DbEngine&)>;
 
   // Loads the library; throws DBerror.
@@ -28,22 +28,22 @@ class DbEngine {
   DbEngine(const DbEngine&) = delete;
   DbEngine& operator=(const DbEngine&) = delete;
 
-  // Throws DBerror with the engine's text; a file that was open before is then opened again by the
-  // next statement.
+  // Throws DBerror with the engine's error text. The next statement then reopens the file that was
+  // open before.
   void Open(const std::wstring& path);
   void Close() noexcept;
 
-  // Runs one statement. False, with no rows, when the engine stayed busy for all attempts; every
-  // other failure throws DBerror. No row is left behind by a failure. A connection that only
-  // reopening mends is reopened.
+  // Runs one statement. False, with no rows, when the engine stayed busy for all attempts. Every
+  // other failure throws DBerror and returns no rows. A connection that the engine reports as
+  // unusable is reopened.
   bool Run(const std::wstring& sql, DbRows& rows);
 
-  // The same on the connection as it is, for the statements of a transaction: another connection
-  // would know nothing of it.
+  // As Run, but never reopens the connection. For the statements of a transaction, which a new
+  // connection would not know.
   bool RunInPlace(const std::wstring& sql, DbRows& rows);
 
-  // One attempt: whether the engine carried the statement out. Neither waits nor reopens. Throws
-  // DBerror for a statement that can never run, or rows it cannot take.
+  // Makes one attempt and returns whether the engine ran the statement. Neither waits nor reopens.
+  // Throws DBerror for a statement that can never run, or for rows that cannot be copied.
   bool RunAtOnce(const std::wstring& sql, DbRows& rows);
 
   // Throws DBerror; the next statement then tries again.
@@ -57,7 +57,7 @@ class DbEngine {
   const Preparation prepare_;
   EngineLibrary library_;
   EngineLibrary::Connection* connection_ = nullptr;
-  std::wstring path_;  // empty before the first opening that succeeded
+  std::wstring path_;  // empty until an Open has succeeded
   bool preparing_ = false;
 };
 

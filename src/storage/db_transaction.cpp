@@ -26,8 +26,8 @@ void DbTransaction::Run(const std::wstring& sql, DbRows& rows) {
   if (state_ != State::kOpen) {
     throw DBerror(L"The transaction has failed.", DBerror::kOwnFailure);
   }
-  // Until the statement has succeeded: a later one must not run outside of the transaction, and the
-  // commit must not make permanent what is only a part.
+  // Broken until the statement has succeeded: after a failure, no later statement may run outside
+  // of the transaction, and Commit must not make only a part permanent.
   state_ = State::kBroken;
   if (!database_.Engine().RunInPlace(sql, rows)) throw BusyError();
   state_ = State::kOpen;
@@ -39,12 +39,12 @@ void DbTransaction::RollBack() noexcept {
   try {
     if (database_.engine_->RunInPlace(L"ROLLBACK;", none)) return;
   } catch (const std::exception&) {
-    // Most likely the engine has undone everything already; reopening makes it certain.
+    // The engine has probably rolled back already; reopening makes sure.
   }
   try {
     database_.engine_->Reopen();
   } catch (const std::exception&) {
-    // Without a connection the statements to come say that no database is open.
+    // The next statement tries to open the file again.
   }
 }
 

@@ -1,6 +1,7 @@
-// Several statements that take effect together or not at all. Holds the database lock for as long
-// as it lives, so keep it short; not to be nested. Without Commit, everything is undone. Once one
-// of its statements has failed - here a busy engine is a failure too - the others and Commit fail.
+// Several statements that take effect together or not at all. The object holds the database lock
+// during its lifetime, so keep it short; transactions must not be nested. Without Commit, the
+// destructor rolls everything back. Once one of its statements has failed, all later ones and
+// Commit fail too; a busy engine counts as a failure here.
 #pragma once
 
 #include <string>
@@ -12,20 +13,20 @@ namespace quillgate {
 
 class DbTransaction {
  public:
-  // Throws DBerror when the transaction cannot begin, a busy engine included.
+  // Throws DBerror when the transaction cannot begin, also because the engine is busy.
   explicit DbTransaction(Database& database);
   ~DbTransaction();
   DbTransaction(const DbTransaction&) = delete;
   DbTransaction& operator=(const DbTransaction&) = delete;
 
-  // Throws DBerror, and everything is undone, when the changes cannot be made permanent.
+  // Throws DBerror when the changes cannot be made permanent; everything is then rolled back.
   void Commit();
 
  private:
   friend class Database;
   enum class State { kOpen, kBroken, kDone };
 
-  // One of its statements, wherever in the program that is run.
+  // Runs one statement of the transaction, on behalf of Database::Run.
   void Run(const std::wstring& sql, DbRows& rows);
   void RollBack() noexcept;
 

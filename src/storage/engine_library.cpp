@@ -31,7 +31,8 @@ EngineLibrary::EngineLibrary() : module_(::LoadLibraryW(kFileName)) {
   Bind();
 }
 
-// A library without the entry points that are only looked for is another library, or a damaged one.
+// Entry points that are never called are looked up too: a library that lacks them is a different
+// one or damaged.
 void EngineLibrary::Bind() {
   FetchInto(module_, "dbengproc1", open);
   FetchInto(module_, "dbengproc2", close);

@@ -9,7 +9,7 @@
 namespace quillgate {
 namespace {
 
-// Straight into the row: results are the bulk of what passes through this layer.
+// Builds the text directly in the row: results are most of the data that passes through this layer.
 void AppendValue(DbRow& row, const char* value, std::size_t maxValue) {
   if (value == nullptr) {
     row.emplace_back();
@@ -20,7 +20,7 @@ void AppendValue(DbRow& row, const char* value, std::size_t maxValue) {
     row.emplace_back(text.begin(), text.end());
     return;
   }
-  // A byte count above the limit may still be few enough characters.
+  // More bytes than the limit may still be few enough characters.
   std::wstring wide = Widen(text);
   if (wide.size() > maxValue) throw std::length_error("value");
   row.push_back(std::move(wide));

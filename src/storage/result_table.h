@@ -1,5 +1,5 @@
-// What the engine hands out for one statement, released when it goes: the table of texts and the
-// error text. Lives on the stack of one call.
+// What the engine returns for one statement: the table of texts and the error text. The destructors
+// release them. Used on the stack of one call.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace quillgate {
 // An error text of the engine.
 class EngineMessage {
  public:
-  // Longer texts are cut to this many characters.
+  // Longer texts are truncated to this length.
   static constexpr std::size_t kMaxCharacters = 256;
 
   explicit EngineMessage(const EngineLibrary& library) : library_(library) {}
@@ -21,7 +21,7 @@ class EngineMessage {
   EngineMessage& operator=(const EngineMessage&) = delete;
 
   char** Out() { return &text_; }
-  std::wstring Text() const;  // empty when the engine gave none
+  std::wstring Text() const;  // empty when there is none
 
  private:
   const EngineLibrary& library_;
@@ -35,12 +35,12 @@ class ResultTable {
   ResultTable(const ResultTable&) = delete;
   ResultTable& operator=(const ResultTable&) = delete;
 
-  // Releases what it holds and runs the statement; the engine's result code and, when that is not
-  // 0, its text.
+  // Releases the previous result and runs the statement. Returns the engine's result code; when
+  // that is not 0, `message` is set to the error text.
   int Get(EngineLibrary::Connection* connection, const char* sql, std::wstring& message);
 
   // Appends the rows. Throws DBerror when a value has more than `maxValue` characters or the rows
-  // cannot be built; the destination is then empty.
+  // cannot be built; `rows` is then empty.
   void CopyTo(DbRows& rows, std::size_t maxValue) const;
 
  private:

@@ -1,5 +1,5 @@
-// The numeric keys of the settings store, with meaning and default. Two readers of one key may have
-// different defaults on purpose; each passes its own.
+// The numeric keys of the settings store, with meaning and default. Each reader of a key passes its
+// own default, and the defaults may differ. Deliberate, see docs/behaviour.md.
 #pragma once
 
 #include <string>
@@ -17,12 +17,13 @@ enum class SettingKey : unsigned {
   kTimeWarnings = 14628,        // "YES" when on; default "YES"
   kLastLogonName = 24646,       // name last entered in the logon dialog; default empty
   kDownloadWarnings = 25549,    // "YES" when on; default "NO"
-  kDownloadWarningMegabytes = 29920,  // megabytes left at which to warn; "0" in the warning step
+  kDownloadWarningMegabytes = 29920,  // megabytes left at which to warn; "0" in LimitWarnings
   kFirstStart = 85298,                // "1" until the first start is over, then "0"; default "1"
   kLocalTrafficAllowed = 352936,      // "YES": local traffic passes a closed gate; default "NO"
 };
 
-// Followed by the user's name: "1" once the reminder to log off was shown to that user.
+// Prefix of a key that ends with the user's name. The value is "1" once that user was shown the
+// reminder to log off.
 inline constexpr std::wstring_view kReminderKeyPrefix = L"REMINDER_";
 
 inline constexpr std::wstring_view kYes = L"YES";

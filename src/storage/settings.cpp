@@ -22,7 +22,7 @@ std::wstring SelectValue(const std::wstring& quotedKey) {
 }  // namespace
 
 std::wstring Settings::GetSetting(std::wstring_view key, std::wstring_view defaultValue) {
-  // Every reader has a default that the program can live with.
+  // A failure reads as the default. Deliberate, see docs/behaviour.md.
   return GetSettingIfKnown(key, defaultValue).value_or(std::wstring(defaultValue));
 }
 
@@ -61,8 +61,8 @@ void Settings::SetSetting(std::wstring_view key, std::wstring_view value) {
     const std::wstring quotedKey = SqlText(UpperKey(key));
     const std::wstring quotedValue = SqlText(value);
     DbRows rows;
-    // While the engine stays busy it is not known whether the key is there; a second row for it
-    // would never be read.
+    // While the engine is busy, it is unknown whether the key exists. A second row with the same
+    // key would never be read.
     if (!database_.Run(SelectValue(quotedKey), rows)) return;
     if (rows.empty()) {
       database_.DbExecute(L"INSERT INTO Settings (Key, Value) VALUES (" + quotedKey + L", " +

@@ -1,6 +1,6 @@
-// The key/value store of the program's options, in the table Settings. Forgiving by design: nothing
-// throws, what cannot be read is the caller's default, what cannot be written is dropped. Any
-// thread.
+// The key/value store of the program's options, in the table Settings. No function throws: a value
+// that cannot be read is the caller's default, a value that cannot be written is dropped.
+// Deliberate, see docs/behaviour.md. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -17,14 +17,17 @@ class Settings {
  public:
   explicit Settings(Database& database) : database_(database) {}
 
-  // Keys are upper-cased (a to z only). Booleans are "YES" and "NO", numbers decimal text.
+  // Keys are converted to upper case (a to z only). Booleans are "YES" and "NO", numbers decimal
+  // text.
   std::wstring GetSetting(std::wstring_view key, std::wstring_view defaultValue);
   std::wstring GetSetting(SettingKey key, std::wstring_view defaultValue);
-  // For callers to whom a failure is not the same as a value that is missing: nothing then.
+  // As GetSetting, for callers that distinguish a failure from a missing value: nullopt on a
+  // failure.
   std::optional<std::wstring> GetSettingIfKnown(std::wstring_view key,
                                                 std::wstring_view defaultValue);
   std::optional<std::wstring> GetSettingIfKnown(SettingKey key, std::wstring_view defaultValue);
-  // As above, for callers that must not wait for the database: nothing when it does not answer.
+  // As GetSettingIfKnown, for callers that must not wait for the database: nullopt when it is not
+  // available at once.
   std::optional<std::wstring> GetSettingAtOnce(SettingKey key, std::wstring_view defaultValue);
   void SetSetting(std::wstring_view key, std::wstring_view value);
   void SetSetting(SettingKey key, std::wstring_view value);
@@ -37,8 +40,8 @@ class Settings {
   Database& database_;
 };
 
-// The number that the leading decimal digits of a stored text make; 0 for an empty or non-numeric
-// text. Values past 32 bits wrap.
+// The number formed by the leading decimal digits of a stored text; 0 when there are none.
+// Deliberate, see docs/behaviour.md. Values past 32 bits wrap.
 std::uint32_t SettingNumber(std::wstring_view text);
 
 }  // namespace quillgate

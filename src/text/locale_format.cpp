@@ -7,7 +7,7 @@ namespace quillgate {
 namespace {
 
 constexpr std::size_t kTextLimit = 64;
-// The decimal separator and two decimals, which every number of the system's default format has.
+// The decimal separator and two decimals, which the default number format adds to every number.
 constexpr std::size_t kDecimalsLength = 3;
 
 constexpr std::uint64_t kSecondsPerMinute = 60;
@@ -36,7 +36,7 @@ std::wstring FormatInteger(std::uint64_t value) {
 }
 
 std::wstring FormatDecimal(double value) {
-  // Room for the longest number of the type.
+  // Large enough for every double.
   std::array<char, 400> digits{};
   const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
                                           std::chars_format::fixed, 2);

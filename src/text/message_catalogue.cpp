@@ -14,7 +14,7 @@ LANGID WithDefaultSublanguage(DWORD id) {
   return static_cast<LANGID>(id | MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT));
 }
 
-// Some languages write their own name with a small initial; in a list it stands alone.
+// Some languages write their own name in lower case; a list entry starts with a capital.
 std::wstring Capitalised(std::wstring name) {
   bool first = true;
   for (wchar_t& each : name) {
@@ -39,7 +39,7 @@ BOOL CALLBACK AppendLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language,
   try {
     reinterpret_cast<LanguageList*>(parameter)->push_back({NativeLanguageName(language), language});
   } catch (const std::exception&) {
-    // One language fewer to choose from.
+    // The list lacks this language.
   }
   return TRUE;
 }

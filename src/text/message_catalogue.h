@@ -1,6 +1,6 @@
-// Every text that a person sees, by number, in the interface language. The texts are the message
-// table of the executable (English and Swedish, the same numbers in both). The process has one
-// catalogue, made by service/. Texts may be fetched on any thread.
+// Every text that the user sees, by number, in the interface language. The texts are the message
+// table of the executable (English and Swedish, with the same numbers). The process has one
+// catalogue, created by service/. Texts may be fetched on any thread.
 #pragma once
 
 #include <windows.h>
@@ -15,21 +15,21 @@ namespace quillgate {
 
 struct LanguageEntry {
   std::wstring nativeName;  // with a capital initial
-  LANGID id;                // as the catalogue carries it
+  LANGID id;                // as in the message table
 };
 using LanguageList = std::vector<LanguageEntry>;
 
 class MessageCatalogue {
  public:
-  // Starts in the system's interface language and builds the list of languages.
+  // Starts with the system's interface language and builds the list of languages.
   MessageCatalogue();
 
-  // The text of a message with its inserts, which follow in the order of their numbers as unsigned
-  // values. Empty when there is no such text; nothing is reported.
+  // The text of a message. Its inserts follow in the order of their numbers, as unsigned values.
+  // Empty when there is no such text; no error is reported.
   std::wstring GetMessageText(MessageId id, ...) const;
 
-  // Takes effect for texts fetched afterwards. The low 16 bits count, with the default sublanguage;
-  // 0 means the user's own language.
+  // Applies to texts fetched afterwards. The low 16 bits are used, with the default sublanguage; 0
+  // means the user's language.
   void SetInterfaceLanguage(DWORD id);
   LANGID InterfaceLanguageId() const { return languageId_; }
 

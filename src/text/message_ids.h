@@ -1,4 +1,4 @@
-// Numbers of the messages that the code names. The texts stand in resources/messages.mc.
+// Numbers of the messages that the code uses. The texts are in resources/messages.mc.
 #pragma once
 
 namespace quillgate {

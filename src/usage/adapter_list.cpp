@@ -21,7 +21,7 @@ RegistryKey OpenKey(HKEY parent, const wchar_t* path) {
   return RegistryKey(status == ERROR_SUCCESS ? key : nullptr);
 }
 
-// Nothing past the last card, or when the cards cannot be read.
+// nullopt past the last card, or when the cards cannot be read.
 std::optional<std::wstring> CardKeyName(DWORD index) {
   const RegistryKey cards = OpenKey(HKEY_LOCAL_MACHINE, kCardsPath);
   if (!cards.IsValid()) return std::nullopt;
@@ -40,12 +40,12 @@ std::wstring ReadText(const RegistryKey& key, const wchar_t* name) {
   const LSTATUS status = ::RegQueryValueExW(key.Get(), name, nullptr, &type,
                                             reinterpret_cast<LPBYTE>(text.data()), &bytes);
   if (status != ERROR_SUCCESS || type != REG_SZ) return kUnknown;
-  // The value need not end with a terminator.
+  // The value may lack a terminator.
   const auto end = text.begin() + static_cast<std::ptrdiff_t>(bytes / sizeof(wchar_t));
   return {text.begin(), std::find(text.begin(), end, L'\0')};
 }
 
-// Leaves the entry as it is when the card's key cannot be opened.
+// Leaves the entry unchanged when the card's key cannot be opened.
 void ReadCard(const std::wstring& keyName, AdapterEntry& entry) {
   const std::wstring path = std::wstring(kCardsPath) + L"\\" + keyName;
   const RegistryKey card = OpenKey(HKEY_LOCAL_MACHINE, path.c_str());
@@ -58,7 +58,7 @@ void ReadCard(const std::wstring& keyName, AdapterEntry& entry) {
 
 std::vector<AdapterEntry> ListInstalledAdapters() {
   std::vector<AdapterEntry> adapters;
-  // Outlives each card on purpose: one that cannot be opened stands in the list as the card before.
+  // Declared outside of the loop: deliberate, see docs/behaviour.md.
   AdapterEntry entry;
   for (DWORD index = 0;; ++index) {
     const auto keyName = CardKeyName(index);

@@ -1,4 +1,4 @@
-// The installed network cards, as the registry lists them.
+// The installed network cards, from the registry.
 #pragma once
 
 #include <memory>
@@ -16,14 +16,14 @@ struct AdapterEntry {
   std::wstring description;  // likewise
 };
 
-// In the order of the registry's keys; empty when they cannot be read.
+// In the order of the registry keys; empty when they cannot be read.
 std::vector<AdapterEntry> ListInstalledAdapters();
 
 // Empty when no card has this service name.
 std::wstring AdapterDescription(std::wstring_view serviceName);
 
-// The adapter that the settings name; else the first card, whose name is then stored in the
-// settings. Null when the machine has no card.
+// The adapter named in the settings; otherwise the first card, whose service name is then stored in
+// the settings. Null when the machine has no card.
 std::unique_ptr<NetworkAdapter> ChooseAdapter(Settings& settings);
 
 }  // namespace quillgate

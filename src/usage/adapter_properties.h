@@ -20,7 +20,7 @@ struct AdapterProperties {
   std::wstring primaryWins;
   std::wstring secondaryWins;
   std::wstring dhcpServer;
-  AdapterAddress current;  // "0.0.0.0" twice when the adapter has none
+  AdapterAddress current;  // both "0.0.0.0" when the adapter has none
   DWORD index = 0;
   DWORD type = 0;
   DWORD dhcpEnabled = 0;
@@ -32,11 +32,12 @@ struct AdapterProperties {
   std::vector<std::wstring> nameServers;
 };
 
-// What one record counts for in the capacity that a caller states, in bytes.
+// The size in bytes that each record counts for in `capacityBytes` and `requiredBytes`.
 inline constexpr DWORD kAdapterRecordBytes = 212;
 
-// Fills one record for each adapter in `properties`, which the caller sized for `capacityBytes`.
-// `requiredBytes` is always told. 0, or ERROR_INSUFFICIENT_BUFFER, which fills nothing.
+// Fills one record for each adapter in `properties`, whose size the caller states as
+// `capacityBytes`. `requiredBytes` is always set. Returns 0, or ERROR_INSUFFICIENT_BUFFER, which
+// fills nothing.
 DWORD EnumerateAdapterProperties(AdapterProperties* properties, DWORD capacityBytes,
                                  DWORD* requiredBytes);
 

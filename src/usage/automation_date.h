@@ -8,13 +8,13 @@
 
 namespace quillgate {
 
-// One day before the smallest valid date: marks an invalid one.
+// One day before the smallest valid date; marks an invalid date.
 inline constexpr DATE kInvalidDate = -657435.0;
 
-// Local time now, in whole seconds; kInvalidDate if it cannot be converted.
+// The current local time in whole seconds; kInvalidDate when it cannot be converted.
 DATE LocalNow();
 
-// A calendar day at 00:00:00; kInvalidDate if there is no such day (see SystemTimeToVariantTime).
+// A calendar day at 00:00:00; kInvalidDate when there is no such day (see SystemTimeToVariantTime).
 DATE DateOf(int year, int month, int day);
 
 // "2005-03-14 18:05:09" and "2005-03-14"; both empty for an invalid date.

@@ -3,7 +3,7 @@
 namespace quillgate {
 namespace {
 
-// One less than the range of the counter: totals have always been counted so.
+// One less than the counter's range. Deliberate, see docs/behaviour.md.
 constexpr std::uint64_t kWrap = 0xFFFFFFFFu;
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Makes a 64-bit count of a 32-bit counter that wraps. The process has one for each direction,
-// which all adapters share. Any thread.
+// Extends a 32-bit counter that wraps to a 64-bit count. The process has one extension for each
+// direction, shared by all adapters. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -12,8 +12,8 @@ namespace quillgate {
 
 class CounterExtension {
  public:
-  // The count for a counter that now reads `raw`. A reading below the one before is a wrap, and a
-  // wrap counts 2^32 - 1.
+  // Returns the count for the counter's current value `raw`. A value below the previous one is a
+  // wrap, and a wrap counts 2^32 - 1. Deliberate, see docs/behaviour.md.
   std::uint64_t Extend(DWORD raw);
 
  private:

@@ -30,7 +30,7 @@ DWORD Send(HANDLE device, Request request) {
   return ::GetLastError();
 }
 
-// The driver behind the handle is gone, though one of the same name may be there by now.
+// The driver behind the handle was unloaded; a driver of the same name may be loaded again.
 bool MeansDeadHandle(DWORD error) {
   constexpr DWORD kErrors[] = {ERROR_INVALID_HANDLE,       ERROR_FILE_NOT_FOUND,
                                ERROR_DEV_NOT_EXIST,        ERROR_OPERATION_ABORTED,

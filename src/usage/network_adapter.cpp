@@ -17,8 +17,8 @@ namespace {
 
 using NdisBuffer = std::array<BYTE, 16>;
 
-// The table may grow between the question for its size and the reading.
-constexpr std::size_t kTableRoomFactor = 864;
+// The table may grow between the query of its size and the reading.
+constexpr std::size_t kTableSizeFactor = 864;
 
 std::span<const MIB_IFROW> RowsOf(const MIB_IFTABLE& table) {
   return {table.table, table.dwNumEntries};
@@ -28,10 +28,10 @@ std::span<const MIB_IFROW> RowsOf(const MIB_IFTABLE& table) {
 HeapBlock ReadInterfaceTable() {
   ULONG bytes = 0;
   if (::GetIfTable(nullptr, &bytes, TRUE) != ERROR_INSUFFICIENT_BUFFER) return {};
-  const std::size_t room = std::min<std::size_t>(bytes * kTableRoomFactor, 0xFFFFFFFFu);
-  HeapBlock block(::HeapAlloc(::GetProcessHeap(), 0, room));
+  const std::size_t capacity = std::min<std::size_t>(bytes * kTableSizeFactor, 0xFFFFFFFFu);
+  HeapBlock block(::HeapAlloc(::GetProcessHeap(), 0, capacity));
   if (!block.IsValid()) return {};
-  bytes = static_cast<ULONG>(room);
+  bytes = static_cast<ULONG>(capacity);
   const DWORD error = ::GetIfTable(static_cast<PMIB_IFTABLE>(block.Get()), &bytes, TRUE);
   return error == NO_ERROR ? std::move(block) : HeapBlock();
 }
@@ -48,7 +48,7 @@ DWORD FindInterfaceIndex(std::span<const BYTE> macAddress) {
   return NetworkAdapter::kUnknownIndex;
 }
 
-// The bytes that the driver told; at most the buffer.
+// The bytes that the driver returned, at most the size of the buffer.
 std::span<const BYTE> QueryMacAddress(const std::wstring& serviceName, NdisBuffer& buffer) {
   DWORD returned = 0;
   QueryNdisObject(serviceName, OID_802_3_CURRENT_ADDRESS, buffer.data(), sizeof(buffer), &returned);
@@ -57,7 +57,7 @@ std::span<const BYTE> QueryMacAddress(const std::wstring& serviceName, NdisBuffe
 
 }  // namespace
 
-// Where a direction is counted: by the driver, and in the interface table.
+// The sources of a direction's count: the driver's object, and the field of the interface table.
 struct NetworkAdapter::Counter {
   DWORD objectId;
   DWORD MIB_IFROW::*field;
@@ -74,7 +74,7 @@ void NetworkAdapter::SetServiceName(std::wstring serviceName) {
   const CriticalSectionLock lock(lock_);
   serviceName_ = std::move(serviceName);
   interfaceIndex_ = index;
-  // What was counted up to here is another card's matter.
+  // The counts so far belong to another card.
   sentOrigin_ = 0;
   receivedOrigin_ = 0;
 }
@@ -116,7 +116,7 @@ NetworkAdapter::Start NetworkAdapter::MoveOrigin() {
   return {MoveOrigin(SentCounter(), sentOrigin_), MoveOrigin(ReceivedCounter(), receivedOrigin_)};
 }
 
-// By one reading: a counter that passed 2^32 between two of them would count that much too much.
+// One reading sets both: a counter that passed 2^32 between two readings would count 2^32 too much.
 std::uint32_t NetworkAdapter::MoveOrigin(const Counter& counter, std::uint64_t& origin) {
   constexpr std::uint64_t kLowBits = 0xFFFFFFFF;
   const std::uint64_t count = Read(counter);

@@ -1,7 +1,8 @@
-// The network adapter whose traffic is measured: two byte counters, read from the driver's own
-// statistics, or else from the interface table's 32-bit counters, extended over their wraps. Both
-// count from an origin that lies whole multiples of 2^32 above the adapter's own, so that the low
-// 32 bits that a session notes at its start are the whole count. Any thread.
+// The network adapter whose traffic is measured, with one byte counter for each direction. The
+// counters are read from the driver's own statistics, otherwise from the interface table's 32-bit
+// counters, extended over their wraps. Both count from an origin, a multiple of 2^32 of the
+// adapter's counter. The low 32 bits that a session stores at its start are therefore the whole
+// count. Any thread.
 #pragma once
 
 #include <windows.h>
@@ -17,10 +18,10 @@ class NetworkAdapter {
  public:
   static constexpr DWORD kUnknownIndex = static_cast<DWORD>(-1);
 
-  // Finds the interface index at once.
+  // Also looks up the interface index.
   explicit NetworkAdapter(std::wstring serviceName);
 
-  // Finds the interface index again.
+  // Looks up the interface index again.
   void SetServiceName(std::wstring serviceName);
   std::wstring ServiceName() const;
   DWORD InterfaceIndex() const;
@@ -30,19 +31,20 @@ class NetworkAdapter {
     std::uint32_t bytesSent = 0;
     std::uint32_t bytesReceived = 0;
   };
-  // Moves the origin of each counter as near below it as it can be, and answers what both read
-  // then; 0 for what cannot be read.
+  // Moves the origin of each counter to the highest multiple of 2^32 not above its value. Returns
+  // the counts from there; 0 for a counter that cannot be read.
   Start MoveOrigin();
 
-  // Bytes since the origin, at first the moment the adapter began to count; 0 when nothing can be
-  // read, or the counter has fallen below the origin.
+  // Bytes since the origin, which initially is the adapter's own zero. 0 when nothing can be read,
+  // or when the counter has fallen below the origin.
   std::uint64_t BytesSent() const;
   std::uint64_t BytesReceived() const;
 
-  // "00-0C-29-3A-5B-7C"; empty when the driver does not tell.
+  // "00-0C-29-3A-5B-7C"; empty when the driver does not report it.
   std::wstring MacAddressText() const;
 
-  // One NDIS object of the adapter's driver. 0 or the error; `returned` is 0 on failure.
+  // Queries one NDIS object of the adapter's driver. Returns 0 or the error; `returned` is 0 on
+  // failure.
   DWORD QueryNdis(DWORD objectId, void* buffer, DWORD bytes, DWORD* returned) const;
 
  private:

@@ -9,7 +9,7 @@
 namespace quillgate {
 namespace {
 
-// From the first moment of a week to the last second of its seventh day.
+// Days from the start of a week to the last second of its seventh day.
 constexpr double kWeekSpan = 6.999988425925926;
 
 SYSTEMTIME LocalTime() {

@@ -1,6 +1,6 @@
-// What the finished sessions of one user add up to in one measure: today, this week, this month or
-// between two days. Holds no numbers: every call asks the database and may throw DBerror. The
-// session in progress is not in it.
+// The total of the finished sessions of one user in one measure: today, this week, this month or
+// between two days. Nothing is cached: every call queries the database and may throw DBerror. The
+// running session is not included.
 #pragma once
 
 #include <windows.h>
@@ -19,14 +19,14 @@ enum class UsageMeasure { kSeconds, kBytesReceived, kBytesSent };
 // The column of ConnLog that holds the measure: "Seconds", "BytesRecv" or "BytesSent".
 std::wstring_view ColumnOf(UsageMeasure measure);
 
-// Whole days, both included; none when they are the wrong way round.
+// Whole days, both included; empty when `first` is after `last`.
 struct DayRange {
   DATE first = 0;
   DATE last = -1;
 };
 
-// The current periods, by the local time of the call. A period ends with its last day also when
-// that is yet to come. A week that the calendar refuses has no days.
+// The current periods, by the local time of the call. A period extends to its last day, also when
+// that is in the future. ThisWeek is empty when the calendar fails.
 DayRange Today();
 DayRange ThisWeek(const WeekCalendar& calendar);
 DayRange ThisMonth();
@@ -37,8 +37,8 @@ class UsageTotal {
   UsageTotal(UsageMeasure measure, std::wstring user, Database& database,
              const WeekCalendar& calendar);
 
-  // From the start of the first day to the end of the last; 0 if they are the wrong way round, and
-  // then the database is not asked. A database that stays busy is a DBerror: the total is unknown.
+  // From the start of the first day to the end of the last; 0 without a query when `from` is after
+  // `to`. Throws DBerror when the database stays busy, since the total is then unknown.
   std::uint64_t Sum(DATE from, DATE to) const;
   std::uint64_t Sum(const DayRange& days) const { return Sum(days.first, days.last); }
 

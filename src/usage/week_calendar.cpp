@@ -36,9 +36,10 @@ int WeeksInYear(int year) {
   return isLong ? kLongYear : kShortYear;
 }
 
-// Days of a year counted from its January 5th, as -4, up to and including `last`, belong to this
-// month; a leap year's extra day is added to the numbers marked so. Rows follow one another without
-// a gap. The last day of a row is the first of the next month, named as a day 29 to 32 of this one.
+// Maps a day's number in the year to its month and day. January 5th is 1, the December 31st before
+// is -4. A row covers the numbers after the previous row's `last` up to and including its own. In
+// leap years the flags move `last` up and the day down by one. In the rows of February to November
+// the last number is the first of the next month, named as a day 29 to 32 of this one.
 struct MonthRow {
   int last;
   bool lastMovesInLeapYears;
@@ -80,7 +81,7 @@ bool WeekCalendar::GetWeekOfDate(const CalendarDay& date, CalendarWeek* week) co
   const int rest = count % 7;
   int number = count / 7;
   if (number == 0) {
-    // The last week of the year before, though its year stays this one.
+    // The last week of the year before, with this year. Deliberate, see docs/behaviour.md.
     number = Leap(date.year - 1) + rest >= 6 ? kLongYear : kShortYear;
   } else if (number == kLongYear && rest > Leap(date.year)) {
     number = 1;

@@ -1,7 +1,7 @@
-// Weeks: which day they begin with and how they are numbered, in the manner of ISO 8601 with a
-// first day of choice. The process has one calendar, made by service/. First days count 0 = Sunday
-// ... 6 = Saturday; 7 is a Sunday taken from the locale, and GetFirstDateOfWeek then answers seven
-// days later than with 0. Any thread.
+// Weeks: the day that they begin with and their numbers, as in ISO 8601 but with a configurable
+// first day. The process has one calendar, created by service/. First days are 0 = Sunday ... 6 =
+// Saturday; 7 is a Sunday taken from the locale, for which GetFirstDateOfWeek returns a date seven
+// days later than for 0. Any thread.
 #pragma once
 
 #include <atomic>
@@ -11,7 +11,7 @@ namespace quillgate {
 struct CalendarDay {
   int year;
   int month;  // 1 to 12
-  int day;    // 1 to 31; GetFirstDateOfWeek may name the first of a month as day 29 to 32 before it
+  int day;    // 1 to 31; from GetFirstDateOfWeek also 29 to 32 for the first of the next month
 };
 
 struct CalendarWeek {
@@ -26,12 +26,12 @@ class WeekCalendar {
   virtual ~WeekCalendar() = default;
 
   virtual int GetFirstDayOfWeek() const { return firstDay_; }
-  virtual void SetFirstDayOfWeek(int day);  // ignores all but 0 to 6
+  virtual void SetFirstDayOfWeek(int day);  // other values than 0 to 6 are ignored
 
-  // False only for a missing output.
+  // False only when `week` is null.
   virtual bool GetWeekOfDate(const CalendarDay& date, CalendarWeek* week) const;
 
-  // False for a missing output, a year before 1900, or a week that the year does not have.
+  // False when `first` is null, for a year before 1900, or for a week that the year does not have.
   virtual bool GetFirstDateOfWeek(const CalendarWeek& week, CalendarDay* first) const;
 
  private:
