@@ -13,6 +13,7 @@
 #include "platform/controls/list_view_peer.h"
 #include "platform/controls/static_peer.h"
 #include "platform/controls/tab_peer.h"
+#include "platform/controls/tool_tip_peer.h"
 #include "platform/controls/up_down_peer.h"
 
 namespace platform {
@@ -47,6 +48,7 @@ class ControlPeers {
                                                  UpDownEvents& events) = 0;
   virtual std::unique_ptr<DatePickerPeer> MakeDatePicker(const PeerOrigin& origin,
                                                          DatePickerEvents& events) = 0;
+  virtual std::unique_ptr<ToolTipPeer> MakeToolTip(const PeerOrigin& origin) = 0;
 };
 
 // Implemented by the desktop module.

@@ -11,6 +11,7 @@
 #include "platform/controls/list_view.h"
 #include "platform/controls/static_control.h"
 #include "platform/controls/tab_control.h"
+#include "platform/controls/tool_tip.h"
 #include "platform/controls/up_down.h"
 #include "platform/dialog/dialog_control.h"
 #include "platform/user/control.h"
@@ -35,6 +36,7 @@ std::span<const SystemClass> SystemClasses() {
       SystemClass{WC_LISTVIEW, Make<ListView>},
       SystemClass{UPDOWN_CLASS, Make<UpDown>},
       SystemClass{DATETIMEPICK_CLASS, Make<DatePicker>},
+      SystemClass{TOOLTIPS_CLASSW, Make<ToolTip>},
       SystemClass{L"#32770", MakeDialogControl},
   };
   return kClasses;

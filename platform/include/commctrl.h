@@ -1,10 +1,12 @@
-// The common controls: tabs, list views (report view), up-downs and date pickers.
+// The common controls: tabs, list views (report view), up-downs, date pickers and tool tips.
 #pragma once
 
 #include <user/control.h>
 #include <user/message.h>
 #include <winbase.h>
 #include <windef.h>
+
+#include <cstddef>
 
 extern "C" {
 
@@ -29,6 +31,7 @@ BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);
 #define WC_LISTVIEW L"SysListView32"
 #define UPDOWN_CLASS L"msctls_updown32"
 #define DATETIMEPICK_CLASS L"SysDateTimePick32"
+#define TOOLTIPS_CLASSW L"tooltips_class32"
 
 #define SNDMSG ::SendMessageW
 
@@ -203,6 +206,28 @@ struct NMUPDOWN {
   int iPos;
   int iDelta;
 };
+
+// --- tool tips ---
+#define TTS_ALWAYSTIP 0x01u
+#define TTS_NOPREFIX 0x02u
+#define TTS_BALLOON 0x40u
+#define TTF_SUBCLASS 0x0010u
+struct TOOLINFOW {
+  UINT cbSize;
+  UINT uFlags;
+  HWND hwnd;
+  UINT_PTR uId;
+  RECT rect;
+  HINSTANCE hinst;
+  LPWSTR lpszText;
+  LPARAM lParam;
+  void* lpReserved;
+};
+// The structure as every version of the controls takes it.
+#define TTTOOLINFOW_V1_SIZE offsetof(TOOLINFOW, lParam)
+#define TTM_SETMAXTIPWIDTH (WM_USER + 24)
+#define TTM_ADDTOOLW (WM_USER + 50)
+#define TTM_DELTOOLW (WM_USER + 51)
 
 // --- date pickers ---
 #define DTS_SHORTDATEFORMAT 0x0000u

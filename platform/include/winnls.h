@@ -28,6 +28,7 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH wide, int wide
 
 #define LOCALE_SNATIVELANGNAME 0x00000004u
 #define LOCALE_IFIRSTDAYOFWEEK 0x0000100Cu
+LANGID WINAPI GetSystemDefaultLangID();
 LANGID WINAPI GetSystemDefaultUILanguage();
 int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters);
 

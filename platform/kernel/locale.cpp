@@ -169,6 +169,10 @@ void SetLocaleChoice(std::optional<LocaleChoice> newChoice) {
 
 extern "C" {
 
+LANGID WINAPI GetSystemDefaultLangID() try { return platform::CurrentLanguage(); } catch (...) {
+  return platform::FailedCall(LANGID{0});
+}
+
 LANGID WINAPI GetSystemDefaultUILanguage() try { return platform::CurrentLanguage(); } catch (...) {
   return platform::FailedCall(LANGID{0});
 }

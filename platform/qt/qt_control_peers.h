@@ -26,6 +26,7 @@ class QtControlPeers final : public ControlPeers {
   std::unique_ptr<UpDownPeer> MakeUpDown(const PeerOrigin& origin, UpDownEvents& events) override;
   std::unique_ptr<DatePickerPeer> MakeDatePicker(const PeerOrigin& origin,
                                                  DatePickerEvents& events) override;
+  std::unique_ptr<ToolTipPeer> MakeToolTip(const PeerOrigin& origin) override;
 };
 
 // How a control takes the focus: always by a click, with WS_TABSTOP also by Tab.

@@ -87,6 +87,17 @@ bool LogonSession::LogOnWithoutAsking(std::wstring_view name) {
   return true;
 }
 
+bool LogonSession::LogOnAs(std::wstring_view name) {
+  const CriticalSectionLock hold(decision_);
+  const auto users = Users();
+  auto user = users == nullptr ? nullptr : users->FindEntry(name);
+  if (user == nullptr) return false;
+  if (IsLoggedOn()) LogOff(1);
+  SetCurrent(std::move(user));
+  if (session_ != nullptr) session_->Reevaluate();
+  return true;
+}
+
 bool LogonSession::LogOn(std::wstring_view name) {
   LogonSystem system{};
   LogonPrompts* prompts = nullptr;

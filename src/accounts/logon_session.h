@@ -96,6 +96,10 @@ class LogonSession final : private LogonCandidates {
   // nothing is changed then.
   bool LogOnWithoutAsking(std::wstring_view name);
 
+  // Logs on the user of that name without any password, as nobody else may than an administrator
+  // who has just chosen the logon system. Whether there is such a user.
+  bool LogOnAs(std::wstring_view name);
+
   // Ends the connection session, then no user is logged on, also when the end of the session threw.
   // The flag has no effect.
   void LogOff(int flag);

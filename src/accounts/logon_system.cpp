@@ -8,6 +8,18 @@ LogonSystem LogonSystemOf(std::wstring_view word) {
   return LogonSystem::kNone;
 }
 
+std::wstring_view LogonSystemWord(LogonSystem system) {
+  switch (system) {
+    case LogonSystem::kQuillgate:
+      return L"QUILLGATE";
+    case LogonSystem::kWindows:
+      return L"WINDOWS";
+    case LogonSystem::kNone:
+      break;
+  }
+  return L"NONE";
+}
+
 std::wstring_view UserTableOf(LogonSystem system) {
   switch (system) {
     case LogonSystem::kQuillgate:

@@ -12,6 +12,8 @@ enum class LogonSystem { kNone, kQuillgate, kWindows };
 
 // Exactly "QUILLGATE" or "WINDOWS"; any other word is the NONE system.
 LogonSystem LogonSystemOf(std::wstring_view word);
+// As the settings store it.
+std::wstring_view LogonSystemWord(LogonSystem system);
 std::wstring_view UserTableOf(LogonSystem system);
 
 // The logon system in the settings. When they cannot be read, the first returns kNone, the second

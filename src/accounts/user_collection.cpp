@@ -125,6 +125,15 @@ bool UserCollection::Remove(std::wstring_view name) {
   return true;
 }
 
+bool UserCollection::RemoveStored(std::wstring_view name) {
+  const CriticalSectionLock change(changes_);
+  UserMap users = Snapshot();
+  const auto found = users.find(name);
+  if (found == users.end() || !HasOtherAdministrator(name)) return false;
+  users.erase(found);
+  return ReplaceTable(users) && Remove(name);
+}
+
 bool UserCollection::Rename(std::wstring_view oldName, std::wstring_view newName) {
   const CriticalSectionLock change(changes_);
   const CriticalSectionLock hold(lock_);

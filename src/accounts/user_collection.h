@@ -50,6 +50,9 @@ class UserCollection {
 
   // False when there is no such user, or when no other user is an administrator.
   bool Remove(std::wstring_view name);
+  // The same with the table replaced by the collection at once; false, and both unchanged, when
+  // that fails too.
+  bool RemoveStored(std::wstring_view name);
   // False when the old name does not exist or the new one does. The entry stays the same.
   bool Rename(std::wstring_view oldName, std::wstring_view newName);
   // False when there is no such user, or when the flag is removed and no other user is an

@@ -10,6 +10,15 @@ std::wstring Control::Text() const {
   return text;
 }
 
+RECT Control::BoundsIn(HWND window) const {
+  RECT bounds{};
+  ::GetWindowRect(window_, &bounds);
+  POINT corner{bounds.left, bounds.top};
+  ::ScreenToClient(window, &corner);
+  return {corner.x, corner.y, corner.x + bounds.right - bounds.left,
+          corner.y + bounds.bottom - bounds.top};
+}
+
 void Control::MoveBy(int x, int y) const {
   RECT bounds{};
   if (!::GetWindowRect(window_, &bounds)) return;

@@ -24,6 +24,8 @@ class Control {
 
   // Moves the control within the client area of its parent. In pixels.
   void MoveBy(int x, int y) const;
+  // In the client area of that window.
+  RECT BoundsIn(HWND window) const;
 
  protected:
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {

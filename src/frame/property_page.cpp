@@ -43,6 +43,10 @@ HPROPSHEETPAGE PropertyPage::CreateHandle() {
   return ::CreatePropertySheetPageW(&page);
 }
 
+void PropertyPage::MarkChanged() const {
+  PropSheet_Changed(::GetParent(Window()), Window());
+}
+
 void PropertyPage::Complete(PROPSHEETPAGEW&) {}
 
 INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM wParam,
@@ -58,6 +62,10 @@ bool PropertyPage::AnswerNotification(const NMHDR& header) {
   switch (header.code) {
     case PSN_APPLY:
       SetResult(Accepts(Window()) ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
+      return true;
+    case PSN_SETACTIVE:
+      OnActivated();
+      SetResult(0);
       return true;
     case PSN_QUERYCANCEL: {
       const bool closes = OnQueryCancel();

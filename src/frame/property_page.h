@@ -22,6 +22,12 @@ class PropertyPage : public DialogObject {
   PropertyPage(const UiSurroundings& ui, UINT templateNumber, MessageId title,
                std::wstring helpTopic);
 
+  // The page is shown: first, or instead of another one.
+  virtual void OnActivated() {}
+
+  // Enables the sheet's Apply button: the page holds something that has not been applied.
+  void MarkChanged() const;
+
   // Returns whether the sheet may be closed without applying. After true, CancelAll calls OnCancel.
   virtual bool OnQueryCancel();
 

@@ -19,6 +19,8 @@ DesktopObjects::DesktopObjects(ProcessObjects& objects)
       prompts_(ui_, objects.GetSettings(), gdiPlus_, objects.Indicator()),
       connection_(
           {ui_, objects.GetSettings(), objects.GetDatabase(), objects.Calendar(), objects.Logon()}),
+      settings_({ui_, objects.Catalogue(), objects.GetDatabase(), objects.GetSettings(),
+                 objects.Calendar(), objects.Logon(), objects.Identity(), objects}),
       tray_({objects.Catalogue(), objects.GetSettings(), objects.Logon(), objects.Logons(), help_,
              objects.Stop(), MakeOpeners()}) {
   help_.SetHelpFile(kHelpFileName);
@@ -36,6 +38,7 @@ DesktopObjects::~DesktopObjects() {
 TrayOpeners DesktopObjects::MakeOpeners() {
   TrayOpeners openers;
   openers.connection = [this] { connection_.Open(objects_.Session()); };
+  openers.settings = [this] { settings_.Open(objects_.Session()); };
   openers.about = [this] { AboutDialog(ui_).Run(); };
   openers.stopService = StopOwnService;
   return openers;

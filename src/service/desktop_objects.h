@@ -7,6 +7,7 @@
 #include "frame/gdi_plus.h"
 #include "frame/help_system.h"
 #include "frame/ui_surroundings.h"
+#include "settings/settings_sheet.h"
 #include "ui/connection_sheet.h"
 #include "ui/dialog_prompts.h"
 #include "ui/tray_controller.h"
@@ -35,6 +36,7 @@ class DesktopObjects {
   UiSurroundings ui_;
   DialogPrompts prompts_;
   ConnectionSheet connection_;
+  SettingsSheet settings_;
   TrayController tray_;
 };
 

@@ -80,6 +80,24 @@ void ProcessObjects::LoadUsers() {
   logon_.SetUsers(users_);
 }
 
+// Nobody else decides about a logon meanwhile. Who chose NONE goes on with the override; under
+// QUILLGATE people log on themselves.
+bool ProcessObjects::Switch(const std::function<bool()>& store) {
+  const CriticalSectionLock hold(logon_.DecisionLock());
+  if (!store()) return false;
+  logonRequests_.LogOff(1);
+  LoadUsers();
+  const LogonSystem system = CurrentLogonSystem(settings_);
+  if (system == LogonSystem::kQuillgate) return true;
+  try {
+    if (system == LogonSystem::kWindows || !logon_.LogOnAs(kOverrideUserName))
+      logon_.LogOnWithoutAsking({});
+  } catch (...) {
+    events_.LogCurrentException();
+  }
+  return true;
+}
+
 bool ProcessObjects::HasNoUsers() {
   try {
     DbRows rows;

@@ -16,16 +16,17 @@
 #include "service/relay_indicator.h"
 #include "service/windows_logon_name.h"
 #include "session/session_log.h"
+#include "settings/settings_surroundings.h"
 #include "text/message_catalogue.h"
 #include "usage/week_calendar.h"
 
 namespace quillgate {
 
-class ProcessObjects {
+class ProcessObjects final : public LogonSystemControl {
  public:
   ProcessObjects() = default;
   // Ends the monitor thread, then opens the gate and stops the drivers.
-  ~ProcessObjects();
+  ~ProcessObjects() override;
   ProcessObjects(const ProcessObjects&) = delete;
   ProcessObjects& operator=(const ProcessObjects&) = delete;
 
@@ -38,6 +39,7 @@ class ProcessObjects {
   LogonSession& Logon() { return logon_; }
   LogonRequests& Logons() { return logonRequests_; }
   StopRequest& Stop() { return stop_; }
+  WindowsIdentity& Identity() { return windowsLogonName_; }
 
   // Called on the service main thread, before and after its message loop. If there is no desktop,
   // or the tray cannot be created (which is logged), the event log shows the state of the gate and
@@ -67,6 +69,10 @@ class ProcessObjects {
   void StartMonitor();
   // Null before StartMonitor.
   MonitorThread* Monitor() { return monitor_.get(); }
+
+  // --- the logon system; on the service main thread ---
+  std::shared_ptr<UserCollection> Users() const override { return users_; }
+  bool Switch(const std::function<bool()>& store) override;
 
  private:
   LogonSystem AwaitLogonSystem();

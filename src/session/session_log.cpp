@@ -181,6 +181,11 @@ void SessionLog::RecoverSessions() {
   WriteFinished();
 }
 
+void SessionLog::ClearWarnings() {
+  const CriticalSectionLock hold(lock_);
+  warnings_.Clear();
+}
+
 void SessionLog::RefreshTotals() {
   const CriticalSectionLock turn(databaseTurn_);
   const std::shared_ptr<const User> user = logon_.CurrentUser();

@@ -85,6 +85,9 @@ class SessionLog final : public SessionControl {
   // Moves the rows that a crash left in CrashLog to ConnLog.
   void RecoverSessions();
 
+  // The warnings of the running session may be given again: a threshold or a limit has changed.
+  void ClearWarnings();
+
   // --- rules; see AccessRules ---
   AccessReason CheckAccess(bool refresh);
   std::wstring ReasonText(AccessReason reason) const;

@@ -20,10 +20,15 @@ void SessionMeter::SetAdapter(std::unique_ptr<NetworkAdapter> adapter) {
 }
 
 void SessionMeter::SetAdapterName(std::wstring serviceName) {
-  if (adapter_ != nullptr) adapter_->SetServiceName(std::move(serviceName));
+  if (adapter_ == nullptr || adapter_->ServiceName() == serviceName) return;
+  carriedSent_ = BytesSent();
+  carriedReceived_ = BytesReceived();
+  adapter_->SetServiceName(std::move(serviceName));
+  start_ = adapter_->MoveOrigin();
 }
 
 void SessionMeter::NoteCounters() {
+  carriedSent_ = carriedReceived_ = 0;
   start_ = adapter_ == nullptr ? NetworkAdapter::Start{} : adapter_->MoveOrigin();
 }
 
@@ -53,12 +58,12 @@ OnlineTime SessionMeter::TimeOnline() const {
 
 std::uint64_t SessionMeter::BytesReceived() const {
   if (adapter_ == nullptr || !IsMeasuring()) return 0;
-  return CountedSince(start_.bytesReceived, adapter_->BytesReceived());
+  return carriedReceived_ + CountedSince(start_.bytesReceived, adapter_->BytesReceived());
 }
 
 std::uint64_t SessionMeter::BytesSent() const {
   if (adapter_ == nullptr || !IsMeasuring()) return 0;
-  return CountedSince(start_.bytesSent, adapter_->BytesSent());
+  return carriedSent_ + CountedSince(start_.bytesSent, adapter_->BytesSent());
 }
 
 SessionRecord SessionMeter::Record(const std::wstring& user) const {

@@ -37,7 +37,8 @@ class SessionMeter {
 
   // The adapter to measure; null when the machine has none: no bytes are counted then.
   void SetAdapter(std::unique_ptr<NetworkAdapter> adapter);
-  // Switches to another card. Does nothing without an adapter.
+  // Switches to another card; what the running session has counted so far is kept. Does nothing
+  // without an adapter.
   void SetAdapterName(std::wstring serviceName);
 
   // First step of a start: stores the adapter's counters. Called before the gate opens, so that the
@@ -68,6 +69,9 @@ class SessionMeter {
 
   const LogonSession& logon_;
   std::unique_ptr<NetworkAdapter> adapter_;
+  // Of the adapters that the running session was measured on before.
+  std::uint64_t carriedSent_ = 0;
+  std::uint64_t carriedReceived_ = 0;
   NetworkAdapter::Start start_;  // the counters at the start
   DATE startDate_ = kInvalidDate;
   DWORD startTick_ = 0;

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -106,9 +107,11 @@ TEST(Dialogs, ControlsLieInsideTheirDialogWithoutOverlapping) {
   }
 }
 
-TEST(Dialogs, HelpNumbersTellTemplateAndControlOnTheConnectionPagesOnly) {
+TEST(Dialogs, HelpNumbersTellTemplateAndControlOnThePagesOnly) {
   for (const auto& [number, controls] : NumbersInHeader()) {
-    const bool helps = number == IDD_CONNECTION_GENERAL || number == IDD_CONNECTION_DETAILS;
+    constexpr DWORD kHelped[] = {IDD_SETTINGS_USERS, IDD_SETTINGS_GENERAL, IDD_SETTINGS_ADVANCED,
+                                 IDD_CONNECTION_GENERAL, IDD_CONNECTION_DETAILS};
+    const bool helps = std::ranges::count(kHelped, number) != 0;
     for (const DialogItem& item : Dialog(number).items) {
       const DWORD expected = helps ? 0x80000000 + number * 65536 + item.id : 0;
       EXPECT_EQ(item.helpId, expected) << Name(number, item);

@@ -1,0 +1,46 @@
+#include "accounts/windows_availability.h"
+
+#include <windows.h>
+#include <winreg.h>
+
+#include "handles/handle.h"
+
+namespace quillgate {
+namespace {
+
+constexpr wchar_t kPackageKey[] =
+    L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\Notify\\qgwlnp";
+constexpr wchar_t kPackageFile[] = L"qgwlnp.dll";
+
+// Without a package that has ever run there is no table to read from.
+std::wstring ReportedUser(WindowsIdentity& identity) {
+  try {
+    return identity.UserName();
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+bool IsPackageRegistered() {
+  HKEY key = nullptr;
+  const bool isOpen =
+      ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, kPackageKey, 0, KEY_READ, &key) == ERROR_SUCCESS;
+  const RegistryKey owned(isOpen ? key : nullptr);
+  return isOpen;
+}
+
+bool IsPackageInstalled() {
+  return ModuleHandle(::LoadLibraryW(kPackageFile)).IsValid();
+}
+
+}  // namespace
+
+// All tests are made; a later reason replaces an earlier one.
+MessageId WindowsLogonHint(WindowsIdentity& identity) {
+  MessageId hint = ReportedUser(identity).empty() ? kMsgRebootNeeded : 0;
+  if (!IsPackageRegistered()) hint = kMsgComponentMissing;
+  if (!IsPackageInstalled()) hint = kMsgComponentMissing;
+  return hint;
+}
+
+}  // namespace quillgate

@@ -1,0 +1,34 @@
+#include "settings/account_dialog.h"
+
+#include "frame/combo_box.h"
+#include "resources/resource.h"
+
+namespace quillgate {
+
+std::optional<std::wstring> AccountDialog::Run(HWND owner) {
+  if (RunModal(IDD_ACCOUNT, owner) != IDOK) return {};
+  return std::move(chosen_);
+}
+
+bool AccountDialog::OnInitDialog(HWND window) {
+  const ComboBox list(window, IDC_ACCOUNT);
+  for (const std::wstring& name : names_)
+    list.Add(name);
+  list.Select(0);
+  Control(window, IDOK).Enable(!names_.empty());
+  return true;
+}
+
+void AccountDialog::SetTexts(HWND) {
+  constexpr ControlText kTexts[] = {
+      {IDC_ACCOUNT_PROMPT, kMsgSelectUser}, {IDOK, kMsgOk}, {IDCANCEL, kMsgCancel}};
+  ShowCaption(kMsgAddNewUser);
+  ShowTexts(kTexts);
+}
+
+bool AccountDialog::OnCommand(int control, int) {
+  if (control == IDOK) chosen_ = ComboBox(Window(), IDC_ACCOUNT).SelectedText();
+  return EndBy(control);
+}
+
+}  // namespace quillgate

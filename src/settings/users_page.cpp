@@ -1,0 +1,341 @@
+#include "settings/users_page.h"
+
+#include <algorithm>
+
+#include "accounts/windows_users.h"
+#include "frame/check_box.h"
+#include "frame/help_topics.h"
+#include "frame/input_dialog.h"
+#include "frame/message_boxes.h"
+#include "frame/number_field.h"
+#include "resources/resource.h"
+#include "settings/account_dialog.h"
+#include "settings/hours_dialog.h"
+#include "settings/password_dialog.h"
+#include "settings/session_effects.h"
+
+namespace quillgate {
+namespace {
+
+constexpr UINT_PTR kOwnerTimer = 1;
+constexpr UINT kOwnerMilliseconds = 500;
+
+constexpr LimitControls kTimeControls{IDC_TIME_LIMIT, IDC_TIME_LIMIT_AMOUNT, IDC_TIME_LIMIT_PERIOD};
+constexpr LimitControls kDownloadControls{IDC_DOWNLOAD_LIMIT, IDC_DOWNLOAD_LIMIT_AMOUNT,
+                                          IDC_DOWNLOAD_LIMIT_PERIOD};
+
+// A name that can be seen and stored.
+bool IsAcceptableName(std::wstring_view name) {
+  constexpr std::wstring_view kBlanks = L" \u00A0\u3000";
+  const auto isControl = [](wchar_t each) {
+    return each < L' ' || (each >= L'\x7F' && each < L'\xA0');
+  };
+  return name.find_first_not_of(kBlanks) != std::wstring_view::npos &&
+         std::ranges::none_of(name, isControl) && IsStorableUserName(name);
+}
+
+// Whether a notification of a control means that the user has changed a rule.
+bool IsRuleChange(int control, int code) {
+  switch (control) {
+    case IDC_TIME_LIMIT_AMOUNT:
+    case IDC_DOWNLOAD_LIMIT_AMOUNT:
+      return code == EN_CHANGE;
+    case IDC_TIME_LIMIT_PERIOD:
+    case IDC_DOWNLOAD_LIMIT_PERIOD:
+      return code == CBN_SELCHANGE;
+    default:
+      return code == BN_CLICKED && (control == IDC_TIME_LIMIT || control == IDC_DOWNLOAD_LIMIT ||
+                                    control == IDC_ADMINISTRATOR);
+  }
+}
+
+}  // namespace
+
+UsersPage::UsersPage(const SettingsSurroundings& surroundings, SessionLog& session,
+                     SheetState& state)
+    : PropertyPage(surroundings.ui, IDD_SETTINGS_USERS, kMsgUsers, kTopicSettingsUsers),
+      surroundings_(surroundings),
+      session_(session),
+      state_(state) {}
+
+bool UsersPage::OnInitDialog(HWND window) {
+  for (const int field : {IDC_TIME_LIMIT_AMOUNT, IDC_DOWNLOAD_LIMIT_AMOUNT})
+    NumberField(window, field).LimitLength(NumberField::kMaximumLength);
+  ::SetTimer(window, kOwnerTimer, kOwnerMilliseconds, nullptr);
+  return true;
+}
+
+// The lists of periods are texts too; the first time the users are loaded as well.
+void UsersPage::SetTexts(HWND window) {
+  constexpr ControlText kTexts[] = {
+      {IDC_NEW_USER, kMsgNew},
+      {IDC_REMOVE_USER, kMsgRemove},
+      {IDC_PASSWORD_GROUP, kMsgPasswordLabel},
+      {IDC_CHANGE_PASSWORD, kMsgChange},
+      {IDC_HOURS_GROUP, kMsgConnectionHours},
+      {IDC_CHANGE_HOURS, kMsgChange},
+      {IDC_LIMITS_GROUP, kMsgLimits},
+      {IDC_TIME_LIMIT, kMsgEnableTimeLimit},
+      {IDC_TIME_LIMIT_LABEL, kMsgAllow},
+      {IDC_TIME_LIMIT_UNIT, kMsgMinutesPer},
+      {IDC_DOWNLOAD_LIMIT, kMsgEnableDownloadLimit},
+      {IDC_DOWNLOAD_LIMIT_LABEL, kMsgAllow},
+      {IDC_DOWNLOAD_LIMIT_UNIT, kMsgMegabytesPer},
+      {IDC_ADMINISTRATOR, kMsgIsAdministrator},
+  };
+  ShowTexts(kTexts);
+  for (const int list : {IDC_TIME_LIMIT_PERIOD, IDC_DOWNLOAD_LIMIT_PERIOD}) {
+    const ComboBox periods(window, list);
+    const int selected = periods.Selection();
+    periods.Clear();
+    for (const MessageId period : {kMsgDay, kMsgWeekPeriod, kMsgMonthPeriod})
+      periods.Add(Catalogue().GetMessageText(period));
+    periods.Select(selected);
+  }
+  if (users_ == nullptr) Reload();
+  EnableControls();
+}
+
+INT_PTR UsersPage::DialogProc(HWND, UINT message, WPARAM wParam, LPARAM) {
+  if (message != WM_TIMER || wParam != kOwnerTimer) return FALSE;
+  CheckOwner();
+  return TRUE;
+}
+
+// A dialog over the sheet is closed by the user first.
+void UsersPage::CheckOwner() const {
+  if (!state_.IsOwnerLoggedOn() && ::IsWindowEnabled(Sheet()))
+    PropSheet_PressButton(Sheet(), PSBTN_CANCEL);
+}
+
+void UsersPage::OnCancel(HWND window) {
+  ::KillTimer(window, kOwnerTimer);
+}
+
+ComboBox UsersPage::List() const {
+  return {Window(), IDC_USERS};
+}
+
+void UsersPage::Reload() {
+  system_ = CurrentLogonSystem(surroundings_.settings);
+  users_ = surroundings_.logonSystem.Users();
+  if (users_ == nullptr) users_ = std::make_shared<UserCollection>(system_, surroundings_.database);
+  edits_.emplace(users_);
+  const std::wstring loggedOn = state_.LoggedOnName();
+  std::vector<std::wstring> names = users_->SortedNames();
+  if (!state_.IsForAdministrator())
+    std::erase_if(names, [&](const std::wstring& each) { return each != loggedOn; });
+  List().Clear();
+  for (const std::wstring& name : names)
+    List().Add(name);
+  const auto own = std::ranges::find(names, loggedOn);
+  const auto first = own != names.end() ? own : names.begin();
+  List().Select(static_cast<int>(first - names.begin()));
+  ShowUser(names.empty() ? std::wstring() : *first);
+}
+
+void UsersPage::ShowUser(const std::wstring& name) {
+  const auto user = edits_->Find(name);
+  shownName_ = user ? name : std::wstring();
+  isShowing_ = true;
+  ShowLimit(kTimeControls, user ? user->TimeLimit() : User::Limit{});
+  ShowLimit(kDownloadControls, user ? user->DownloadLimit() : User::Limit{});
+  CheckBox(Window(), IDC_ADMINISTRATOR).Check(user && user->IsAdministrator());
+  isShowing_ = false;
+  EnableControls();
+}
+
+void UsersPage::ShowLimit(const LimitControls& controls, const User::Limit& limit) const {
+  const LimitEntry entry = EntryOf(limit);
+  CheckBox(Window(), controls.enabled).Check(entry.enabled);
+  NumberField(Window(), controls.amount).SetText(entry.amount);
+  ComboBox(Window(), controls.period).Select(entry.period);
+}
+
+LimitEntry UsersPage::Entry(const LimitControls& controls) const {
+  return {CheckBox(Window(), controls.enabled).IsChecked(),
+          NumberField(Window(), controls.amount).Text(),
+          ComboBox(Window(), controls.period).Selection()};
+}
+
+UserRights UsersPage::Rights() const {
+  ShownUser shown;
+  shown.system = system_;
+  shown.isForAdministrator = state_.IsForAdministrator();
+  shown.isOverride = shownName_ == kOverrideUserName;
+  shown.isAny = !shownName_.empty();
+  shown.isLastAdministrator = CheckBox(Window(), IDC_ADMINISTRATOR).IsChecked() &&
+                              !edits_->HasOtherAdministrator(shownName_);
+  return RightsOver(shown);
+}
+
+void UsersPage::EnableControls() const {
+  // As long as another logon system is only chosen, its users cannot be changed.
+  const bool isUsable = !state_.isSystemPending;
+  const UserRights rights = Rights();
+  const auto enable = [&](int control, bool enabled) {
+    Control(Window(), control).Enable(enabled && isUsable);
+  };
+  enable(IDC_USERS, true);
+  enable(IDC_NEW_USER, rights.mayAdd);
+  enable(IDC_REMOVE_USER, rights.mayRemove);
+  for (const int control : {IDC_PASSWORD_GROUP, IDC_PASSWORD_HINT})
+    enable(control, rights.hasPassword);
+  enable(IDC_CHANGE_PASSWORD, rights.mayChangePassword);
+  for (const int control : {IDC_CHANGE_HOURS, IDC_TIME_LIMIT, IDC_DOWNLOAD_LIMIT})
+    enable(control, rights.mayChangeRules);
+  for (const LimitControls& controls : {kTimeControls, kDownloadControls}) {
+    const bool isOn = CheckBox(Window(), controls.enabled).IsChecked();
+    enable(controls.amount, rights.mayChangeRules && isOn);
+    enable(controls.period, rights.mayChangeRules && isOn);
+  }
+  enable(IDC_ADMINISTRATOR, rights.mayChangeAdministrator);
+  const ControlText hints[] = {{IDC_PASSWORD_HINT, rights.passwordHint},
+                               {IDC_HOURS_HINT, rights.hoursHint}};
+  ShowTexts(hints);
+}
+
+void UsersPage::OnActivated() {
+  EnableControls();
+  if (state_.isSystemPending) ShowMessageBox(kMsgApplySystemFirst, MB_ICONINFORMATION);
+}
+
+bool UsersPage::OnCommand(int control, int code) {
+  if (isShowing_ || !edits_) return false;
+  if (IsRuleChange(control, code)) {
+    EnableControls();
+    MarkChanged();
+    return true;
+  }
+  if (control == IDC_USERS && code == CBN_SELCHANGE) {
+    OnUserSelected();
+  } else if (code != BN_CLICKED || !state_.IsOwnerLoggedOn()) {
+    return false;
+  } else if (control == IDC_NEW_USER) {
+    AddUser();
+  } else if (control == IDC_REMOVE_USER) {
+    RemoveUser();
+  } else if (control == IDC_CHANGE_PASSWORD) {
+    ChangePassword();
+  } else if (control == IDC_CHANGE_HOURS) {
+    ChangeHours();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void UsersPage::OnUserSelected() {
+  const std::wstring name = List().SelectedText();
+  if (name == shownName_) return;
+  if (KeepEntered()) return ShowUser(name);
+  for (int index = 0; index < List().Count() && List().SelectedText() != shownName_; ++index)
+    List().Select(index);
+}
+
+template <class Change>
+void UsersPage::ChangeShown(Change&& change) {
+  auto user = edits_->Find(shownName_);
+  if (!user) return;
+  change(*user);
+  edits_->Change(*std::move(user));
+}
+
+bool UsersPage::KeepEntered() {
+  if (!Rights().mayChangeRules) return true;
+  for (const LimitControls& controls : {kTimeControls, kDownloadControls}) {
+    if (!IsAccepted(Entry(controls)) && !ReadNumber(controls.amount, kLimitRange)) return false;
+  }
+  const auto before = edits_->Find(shownName_);
+  if (!before) return true;
+  const bool isAdministrator = CheckBox(Window(), IDC_ADMINISTRATOR).IsChecked();
+  const bool isSame = EntryOf(before->TimeLimit()) == Entry(kTimeControls) &&
+                      EntryOf(before->DownloadLimit()) == Entry(kDownloadControls) &&
+                      before->IsAdministrator() == isAdministrator;
+  if (isSame) return true;
+  ChangeShown([&](User& user) {
+    user.SetTimeLimit(LimitOf(Entry(kTimeControls), user.TimeLimit()));
+    user.SetDownloadLimit(LimitOf(Entry(kDownloadControls), user.DownloadLimit()));
+    user.AssignAdministrator(isAdministrator);
+  });
+  return true;
+}
+
+std::optional<std::wstring> UsersPage::AskNewName() {
+  if (system_ != LogonSystem::kWindows) {
+    return InputDialog(surroundings_.ui).Run(Sheet(), kMsgAddNewUser, kMsgEnterUserName);
+  }
+  std::vector<std::wstring> names;
+  if (!GetWindowsUserList(names)) {
+    ShowMessageBox(kMsgNoWindowsUsers, MB_ICONERROR);
+    return {};
+  }
+  std::erase_if(names, [this](const std::wstring& each) { return users_->Contains(each); });
+  std::ranges::sort(names);
+  return AccountDialog(surroundings_.ui, names).Run(Sheet());
+}
+
+void UsersPage::AddUser() {
+  if (!KeepEntered()) return;
+  const auto name = AskNewName();
+  if (!name) return;
+  if (!IsAcceptableName(*name)) return ShowMessageBox(kMsgInvalidUserName, MB_ICONEXCLAMATION);
+  User user(*name);
+  user.AssignAdministrator(StartsAsAdministrator(system_, edits_->HasOtherAdministrator(*name)));
+  if (!users_->AddStored(std::move(user))) {
+    return ShowMessageBox(kMsgUserNotAdded, MB_ICONEXCLAMATION);
+  }
+  List().Select(List().Add(*name));
+  ShowUser(*name);
+}
+
+void UsersPage::RemoveUser() {
+  if (shownName_ == state_.LoggedOnName()) return ShowMessageBox(kMsgUserIsLoggedOn, MB_ICONERROR);
+  if (!Ask(kMsgAskRemoveUser)) return;
+  if (!users_->RemoveStored(shownName_)) {
+    return ShowMessageBox(kMsgUserNotRemoved, MB_ICONEXCLAMATION);
+  }
+  edits_->Forget(shownName_);
+  const int index = List().Selection();
+  List().Remove(index);
+  List().Select(std::min(index, List().Count() - 1));
+  ShowUser(List().SelectedText());
+}
+
+void UsersPage::ChangePassword() {
+  const auto password = PasswordDialog(surroundings_.ui).Run(Sheet());
+  if (!password) return;
+  ChangeShown([&](User& user) { user.SetPassword(*password); });
+  MarkChanged();
+  ShowMessageBox(kMsgPasswordChanged, MB_ICONINFORMATION);
+}
+
+void UsersPage::ChangeHours() {
+  const auto user = edits_->Find(shownName_);
+  if (!user) return;
+  HoursDialog dialog(surroundings_.ui, surroundings_.settings, Sheet(), user->ConnectHours());
+  if (!dialog.Run() || dialog.Hours() == user->ConnectHours()) return;
+  ChangeShown([&](User& changed) { changed.SetConnectHours(dialog.Hours()); });
+  MarkChanged();
+}
+
+bool UsersPage::OnApply(HWND) {
+  if (!state_.IsOwnerLoggedOn()) return true;
+  // The General page has changed the logon system just before.
+  if (users_ != surroundings_.logonSystem.Users()) {
+    Reload();
+    return true;
+  }
+  if (!KeepEntered()) return false;
+  if (!edits_->HasChanges()) return true;
+  if (!edits_->Store()) {
+    ShowError(Sheet(), Catalogue(), Catalogue().GetMessageText(kMsgUnknownError));
+    return false;
+  }
+  session_.ClearWarnings();
+  JudgeNow(session_);
+  EnableControls();
+  return true;
+}
+
+}  // namespace quillgate

@@ -1,0 +1,358 @@
+// The settings sheet on the screen, by clicks and keys: who may do what, what is refused, and what
+// applied settings mean to the running service.
+#include "settings/settings_sheet.h"
+
+#include <prsht.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QRadioButton>
+
+#include "frame/desktop/frame_test.h"
+#include "program/with_session.h"
+
+namespace quillgate {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+const QString kTitle = "Settings";
+constexpr int kApply = 0x3021;
+
+// The users of a machine whose logon system can be changed, as the service does it.
+class TestControl final : public LogonSystemControl {
+ public:
+  explicit TestControl(std::function<bool(const std::function<bool()>&)> change)
+      : change_(std::move(change)) {}
+
+  std::shared_ptr<UserCollection> Users() const override { return users; }
+  bool Switch(const std::function<bool()>& store) override { return change_(store); }
+
+  std::shared_ptr<UserCollection> users;
+
+ private:
+  std::function<bool(const std::function<bool()>&)> change_;
+};
+
+// The user in the sheet.
+class SheetUser {
+ public:
+  SheetUser(DesktopScript& running, QWidget* window) : script(running), sheet(window) {}
+
+  void Turn(int pages) {
+    for (int i = 0; i < pages; ++i)
+      script.Key(Qt::Key_Tab, Qt::ControlModifier);
+  }
+  QWidget* Page() {
+    const HWND window = script.HandleOf(sheet);
+    QWidget* page = nullptr;
+    script.Do([&] {
+      const auto current = reinterpret_cast<UINT_PTR>(PropSheet_GetCurrentPageHwnd(window));
+      for (QWidget* each : sheet->findChildren<QWidget*>()) {
+        if (each->property("windowHandle").toULongLong() == current) page = each;
+      }
+    });
+    return page;
+  }
+  template <class Widget = QWidget>
+  Widget* Get(int id) {
+    return qobject_cast<Widget*>(script.Child(Page(), id));
+  }
+  bool IsEnabled(int id) {
+    bool isEnabled = false;
+    QWidget* widget = Get(id);
+    script.Do([&] { isEnabled = widget->isEnabled(); });
+    return isEnabled;
+  }
+  void Click(int id) { script.Click(Get(id)); }
+  void Enter(int id, const QString& text) {
+    auto* field = Get<QLineEdit>(id);
+    script.Do([&] {
+      field->setFocus();
+      field->selectAll();
+    });
+    script.Type(field, text);
+  }
+  void Choose(int id, int index) {
+    auto* list = Get<QComboBox>(id);
+    script.Do([&] {
+      list->setCurrentIndex(index);
+      emit list->activated(index);
+    });
+  }
+  void AwaitFocus(int id) {
+    auto* field = Get<QLineEdit>(id);
+    script.Await([&] { return field->hasFocus() && field->hasSelectedText(); }, "focus");
+  }
+  void AwaitChosen(int id, const QString& text) {
+    auto* list = Get<QComboBox>(id);
+    script.Await([&] { return list->currentText() == text; }, text);
+  }
+  QString Text(int id) { return script.TextOf(Get(id)); }
+  void Apply() { script.Click(sheet, kApply); }
+
+  DesktopScript& script;
+  QWidget* sheet;
+};
+
+class SettingsSheetTest : public WithSession<WithUsers<FrameTest>> {
+ protected:
+  SettingsSheetTest() { Use(L"QUILLGATE", {L"Bo", L"Cy"}, {L"Anna"}); }
+
+  void Use(std::wstring_view system, const std::vector<std::wstring>& names,
+           const std::vector<std::wstring>& administrators) {
+    UseSystem(system, names, administrators);
+    users_->SaveAll();
+    control_.users = users_;
+  }
+  void LogOn(const std::wstring& name) {
+    prompts_.name = identity_.name = name;
+    logon_.LogOn(system_ == LogonSystem::kNone ? std::wstring_view(name) : std::wstring_view());
+    EXPECT_EQ(LoggedOn(), name);
+  }
+  // The user presses OK or Cancel in the end, unless the sheet closes by itself.
+  void Open(int last, const std::function<void(SheetUser&)>& act) {
+    DesktopScript script([&](DesktopScript& running) {
+      SheetUser user(running, running.AwaitWindow(kTitle));
+      act(user);
+      if (last != 0) running.Click(user.sheet, last);
+      running.AwaitNoWindow(kTitle);
+    });
+    SettingsSheet({ui_, catalogue_, database_, settings_, calendar_, logon_, identity_, control_})
+        .Open(*session_);
+  }
+  bool Switch(const std::function<bool()>& store) {
+    if (!store()) return false;
+    logon_.LogOff(1);
+    system_ = CurrentLogonSystem(settings_);
+    users_ = std::make_shared<UserCollection>(system_, database_);
+    control_.users = users_;
+    logon_.SetUsers(users_);
+    if (system_ == LogonSystem::kNone) logon_.LogOnAs(kOverrideUserName);
+    return true;
+  }
+  std::wstring Setting(SettingKey key) { return settings_.GetSetting(key, L"(none)"); }
+
+  LogonSystem system_ = LogonSystem::kQuillgate;
+  TestControl control_{[this](const auto& store) { return Switch(store); }};
+};
+
+TEST_F(SettingsSheetTest, ARegularUserChangesHisPasswordAndNothingElse) {
+  LogOn(L"Bo");
+  Open(IDOK, [&](SheetUser& user) {
+    EXPECT_EQ(user.Get<QComboBox>(IDC_USERS)->count(), 1);
+    EXPECT_EQ(user.Text(IDC_PASSWORD_HINT), "Press the button to change your password.");
+    for (const int control : {IDC_NEW_USER, IDC_REMOVE_USER, IDC_CHANGE_HOURS, IDC_TIME_LIMIT,
+                              IDC_TIME_LIMIT_AMOUNT, IDC_DOWNLOAD_LIMIT, IDC_ADMINISTRATOR})
+      EXPECT_FALSE(user.IsEnabled(control)) << control;
+    user.Click(IDC_CHANGE_PASSWORD);
+    QWidget* dialog = user.script.AwaitWindow("Change password");
+    user.script.Type(dialog, IDC_PASSWORD, "lark");
+    user.script.Type(dialog, IDC_PASSWORD_AGAIN, "Lark");
+    user.script.Click(dialog, IDOK);
+    EXPECT_EQ(CloseBox(user.script), "The passwords you entered do not match.");
+    auto* first = qobject_cast<QLineEdit*>(user.script.Child(dialog, IDC_PASSWORD));
+    user.script.Await([&] { return first->hasFocus() && first->selectedText() == "lark"; },
+                      "focus");
+    user.script.Type(dialog, IDC_PASSWORD, "Lark");
+    user.script.Click(dialog, IDOK);
+    EXPECT_EQ(CloseBox(user.script), "The password was changed.");
+  });
+  EXPECT_TRUE(users_->Find(L"Bo")->CheckPassword(L"Lark"));
+  EXPECT_TRUE(
+      UserCollection(LogonSystem::kQuillgate, database_).Find(L"Bo")->CheckPassword(L"Lark"));
+}
+
+TEST_F(SettingsSheetTest, EditsOfSeveralUsersAreAppliedTogetherOrCancelled) {
+  LogOn(L"Anna");
+  const auto edit = [](SheetUser& user) {
+    user.Turn(1);
+    EXPECT_FALSE(user.IsEnabled(IDC_TIME_LIMIT_AMOUNT));
+    user.Choose(IDC_USERS, 1);
+    user.Click(IDC_TIME_LIMIT);
+    user.Enter(IDC_TIME_LIMIT_AMOUNT, "0");
+    user.Choose(IDC_USERS, 2);
+    EXPECT_EQ(CloseBox(user.script), "The value 0 is invalid. It must be in the range 1 - 999999.");
+    EXPECT_EQ(user.Get<QComboBox>(IDC_USERS)->currentIndex(), 1) << "the user stays";
+    user.AwaitFocus(IDC_TIME_LIMIT_AMOUNT);
+    user.Enter(IDC_TIME_LIMIT_AMOUNT, "999999");
+    user.Choose(IDC_TIME_LIMIT_PERIOD, 2);
+    user.Choose(IDC_USERS, 2);
+    EXPECT_FALSE(user.Get<QCheckBox>(IDC_TIME_LIMIT)->isChecked());
+    user.Click(IDC_ADMINISTRATOR);
+    user.Choose(IDC_USERS, 0);
+    EXPECT_TRUE(user.IsEnabled(IDC_ADMINISTRATOR)) << "Cy will be another one";
+    user.Choose(IDC_USERS, 1);
+    EXPECT_EQ(user.Text(IDC_TIME_LIMIT_AMOUNT), "999999");
+  };
+  Open(IDCANCEL, edit);
+  EXPECT_FALSE(users_->Find(L"Bo")->TimeLimit().enabled || users_->Find(L"Cy")->IsAdministrator());
+  Open(IDOK, edit);
+  EXPECT_EQ(users_->Find(L"Bo")->TimeLimit().amount, 999'999);
+  EXPECT_EQ(users_->Find(L"Bo")->TimeLimit().period, LimitPeriod::kMonth);
+  EXPECT_TRUE(users_->Find(L"Cy")->IsAdministrator());
+}
+
+TEST_F(SettingsSheetTest, NewAndRemoveTakeEffectAtOnceAndRefuseWhatCannotBe) {
+  LogOn(L"Anna");
+  Open(IDCANCEL, [&](SheetUser& user) {
+    user.Turn(1);
+    EXPECT_FALSE(user.IsEnabled(IDC_ADMINISTRATOR)) << "the last one";
+    const auto add = [&](const QString& name) {
+      user.Click(IDC_NEW_USER);
+      QWidget* dialog = user.script.AwaitWindow("Add new user");
+      user.script.Type(dialog, IDC_INPUT_EDIT, name);
+      user.script.Click(dialog, IDOK);
+    };
+    for (const QString name : {"O'Brien", "  ", ""}) {
+      add(name);
+      EXPECT_EQ(CloseBox(user.script), "Invalid user name.") << name.toStdString();
+    }
+    add("Bo");
+    EXPECT_TRUE(CloseBox(user.script).startsWith("An error occurred"));
+    add("Dan");
+    user.AwaitChosen(IDC_USERS, "Dan");
+    EXPECT_FALSE(user.Get<QCheckBox>(IDC_ADMINISTRATOR)->isChecked());
+    user.Choose(IDC_USERS, 0);
+    user.Click(IDC_REMOVE_USER);
+    EXPECT_TRUE(CloseBox(user.script).startsWith("You cannot remove"));
+    user.Choose(IDC_USERS, 1);
+    for (const int answer : {IDNO, IDYES}) {
+      user.Click(IDC_REMOVE_USER);
+      QWidget* box = user.script.AwaitWindow(kBoxTitle);
+      user.script.Click(box, answer);
+      user.script.AwaitNoWindow(kBoxTitle);
+    }
+    EXPECT_EQ(user.Get<QComboBox>(IDC_USERS)->currentText(), "Cy");
+  });
+  EXPECT_THAT(users_->SortedNames(), ElementsAre(L"Anna", L"Cy", L"Dan"));
+  EXPECT_EQ(Rows(L"Users_Quillgate").size(), 3u);
+}
+
+TEST_F(SettingsSheetTest, AppliedRulesHoldAtOnceAndASessionThatMayGoOnGoesOn) {
+  LogOn(L"Anna");
+  Pass(90s);
+  Open(IDOK, [&](SheetUser& user) {
+    user.Turn(1);
+    user.Click(IDC_TIME_LIMIT);
+    user.Enter(IDC_TIME_LIMIT_AMOUNT, "2");
+    user.Apply();
+    user.script.Await([&] { return users_->Find(L"Anna")->TimeLimit().enabled; }, "apply");
+    EXPECT_TRUE(session_->IsOnline());
+    EXPECT_EQ(session_->SecondsOnline(), 90u);
+    user.Enter(IDC_TIME_LIMIT_AMOUNT, "1");
+  });
+  EXPECT_FALSE(session_->IsOnline());
+  EXPECT_EQ(Query(L"SELECT Seconds FROM ConnLog;"), (DbRows{{L"90"}}));
+}
+
+TEST_F(SettingsSheetTest, AThresholdIsRefusedOutsideItsRangeAndLetsTheWarningComeAgain) {
+  User anna = *users_->Find(L"Anna");
+  anna.SetTimeLimit({true, 12, LimitPeriod::kDay});
+  users_->Replace(anna);
+  LogOn(L"Anna");
+  Pass(130s);
+  session_->RunEnforcementCycle();
+  const auto given = indicator_.balloons.size();
+  Open(IDOK, [&](SheetUser& user) {
+    for (const QString text : {"0", "1441"}) {
+      user.Enter(IDC_TIME_WARNING_AMOUNT, text);
+      user.Apply();
+      EXPECT_EQ(CloseBox(user.script),
+                "The value " + text + " is invalid. It must be in the range 1 - 1440.");
+      user.AwaitFocus(IDC_TIME_WARNING_AMOUNT);
+    }
+    user.Enter(IDC_TIME_WARNING_AMOUNT, "1440");
+  });
+  session_->RunEnforcementCycle();
+  EXPECT_EQ(indicator_.balloons.size(), given + 1);
+  EXPECT_EQ(Setting(SettingKey::kTimeWarningMinutes), L"1440");
+}
+
+TEST_F(SettingsSheetTest, AnotherLogonSystemIsAppliedBeforeItsUsersAreChanged) {
+  LogOn(L"Anna");
+  Pass(30s);
+  {
+    UserCollection none(LogonSystem::kNone, database_);
+    EnsureBuiltInUsers(none);
+  }
+  Open(IDOK, [&](SheetUser& user) {
+    EXPECT_FALSE(user.IsEnabled(IDC_SYSTEM_WINDOWS));
+    user.Click(IDC_SYSTEM_NONE);
+    user.Turn(1);
+    EXPECT_TRUE(CloseBox(user.script).startsWith("Because the logon system has changed"));
+    EXPECT_FALSE(user.IsEnabled(IDC_NEW_USER) || user.IsEnabled(IDC_CHANGE_PASSWORD));
+    user.Apply();
+    user.AwaitChosen(IDC_USERS, "Admin");
+    EXPECT_FALSE(user.IsEnabled(IDC_NEW_USER));
+    EXPECT_TRUE(user.IsEnabled(IDC_CHANGE_PASSWORD));
+    EXPECT_TRUE(user.Text(IDC_PASSWORD_HINT).contains("security override"));
+  });
+  EXPECT_EQ(Setting(SettingKey::kLogonSystem), L"NONE");
+  EXPECT_EQ(LoggedOn(), L"Admin");
+  EXPECT_TRUE(session_->IsOnline());
+  EXPECT_EQ(Query(L"SELECT User, Seconds FROM ConnLog;"), (DbRows{{L"Anna", L"30"}}));
+}
+
+TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {
+  machine_.Interfaces().Set(
+      {platform::SimulatedCard(2, L"eth0"), platform::SimulatedCard(3, L"eth1")});
+  LogOn(L"Anna");
+  Count(5'000, 100);
+  Open(IDOK, [&](SheetUser& user) {
+    user.Choose(IDC_LANGUAGE, 1);
+    user.Turn(2);
+    user.Choose(IDC_FIRST_DAY, 3);
+    user.Choose(IDC_ADAPTER, 1);
+    user.Click(IDC_LOCAL_TRAFFIC);
+    user.Click(IDC_STATISTICS_RESTRICTED);
+    user.Apply();
+    user.script.Await([&] { return user.sheet->windowTitle() == "Inst\u00e4llningar"; }, "Swedish");
+    EXPECT_EQ(user.Get<QComboBox>(IDC_FIRST_DAY)->currentText(), "Onsdag");
+  });
+  EXPECT_EQ(Setting(SettingKey::kLanguage), L"29");
+  EXPECT_EQ(calendar_.GetFirstDayOfWeek(), 3);
+  EXPECT_EQ(Setting(SettingKey::kAdapter), L"eth1");
+  EXPECT_EQ(Setting(SettingKey::kLocalTrafficAllowed), L"YES");
+  EXPECT_EQ(Setting(SettingKey::kStatisticsForAdmins), L"YES");
+  EXPECT_EQ(session_->BytesReceived(), 5'000u) << "no jump";
+  machine_.Interfaces().Count(L"eth1", 700, 0);
+  EXPECT_EQ(session_->BytesReceived(), 5'700u);
+}
+
+TEST_F(SettingsSheetTest, TheSheetClosesAndStoresNothingOnceItsUserIsLoggedOff) {
+  LogOn(L"Anna");
+  Open(0, [&](SheetUser& user) {
+    user.Turn(1);
+    user.Click(IDC_TIME_LIMIT);
+    user.script.Do([&] { logon_.LogOff(1); });
+    Pass(1s);
+  });
+  EXPECT_FALSE(users_->Find(L"Anna")->TimeLimit().enabled);
+}
+
+TEST_F(SettingsSheetTest, UnderWindowsAccountsOfTheMachineBecomeUsers) {
+  Use(L"WINDOWS", {}, {L"anna"});
+  system_ = LogonSystem::kWindows;
+  machine_.SetAccounts({{{L"anna", L"", 1}, {L"karl", L"", 2}, {L"bea", L"", 3}}});
+  LogOn(L"anna");
+  Open(IDCANCEL, [&](SheetUser& user) {
+    user.Turn(1);
+    for (const int control : {IDC_REMOVE_USER, IDC_CHANGE_PASSWORD, IDC_PASSWORD_HINT})
+      EXPECT_FALSE(user.IsEnabled(control)) << control;
+    user.Click(IDC_NEW_USER);
+    QWidget* dialog = user.script.AwaitWindow("Add new user");
+    auto* list = qobject_cast<QComboBox*>(user.script.Child(dialog, IDC_ACCOUNT));
+    user.script.Do([&] {
+      EXPECT_EQ(list->count(), 2);
+      EXPECT_EQ(list->itemText(0), "bea");
+    });
+    user.script.Click(dialog, IDOK);
+    user.AwaitChosen(IDC_USERS, "bea");
+  });
+  EXPECT_THAT(users_->SortedNames(), ElementsAre(L"anna", L"bea"));
+}
+
+}  // namespace
+}  // namespace quillgate
