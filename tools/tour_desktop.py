@@ -160,7 +160,9 @@ class Desktop:
         found = []
         pattern = f"^({'|'.join(map(re.escape, self.programs))})$"
         for window in output("xdotool", "search", "--onlyvisible", "--class", pattern).split():
-            properties = output("xprop", "-id", window, "_NET_WM_NAME", "_NET_WM_WINDOW_TYPE")
+            # In the locale of the tour, which need not be installed, letters would be escaped.
+            properties = output("env", "LC_ALL=C.UTF-8", "xprop", "-id", window, "_NET_WM_NAME",
+                                "_NET_WM_WINDOW_TYPE")
             title = re.search(r'_NET_WM_NAME\(UTF8_STRING\) = "(.*)"', properties)
             found.append((self.kind(window, properties), title.group(1) if title else ""))
         return found

@@ -6,6 +6,7 @@ import time
 
 from demo_network import probes
 from service_lab import Download, check, say
+from tour_settings import SettingsStops
 from tour_texts import interface_texts
 
 BYTES_PER_SECOND = 400_000
@@ -57,6 +58,7 @@ class Walk:
         self.album = album
         self.texts = interface_texts(language)
         self.hours = hours
+        self.settings = SettingsStops(desktop, album, service, network, self.texts)
 
     def everything(self):
         self.own_logon_system()
@@ -78,6 +80,10 @@ class Walk:
         self.choose(0)
         self.log_on_after_a_mistake()
         self.live_download()
+        self.open_menu()
+        self.choose(3)
+        self.settings.one_page("settings-user", "The settings of a user",
+                               "The own password, and nothing else.")
         self.open_menu()
         self.choose(0)
         time.sleep(1)
@@ -152,6 +158,9 @@ class Walk:
         self.album.add("about", "About the program", "Name and version.")
         self.desktop.keys("Return")
         self.desktop.await_closed(self.texts[1106])
+        self.open_menu()
+        self.choose(3)
+        self.settings.administrator(self.check_gate)
 
     # Nobody logs on: one set of restrictions, and a password that lifts them.
 
@@ -170,6 +179,10 @@ class Walk:
         time.sleep(0.5)
         self.menu("menu-override", "The menu while the override is active",
                   "Everything is open to who knows the password, until it is taken back.")
+        self.choose(1)
+        self.settings.one_page("settings-shared", "The settings of the override",
+                               "The common restrictions, and the password that lifts them.")
+        self.open_menu()
         self.choose(2)
         time.sleep(0.5)
         self.menu("menu-restored", "The override is taken back", "As before.")
@@ -184,7 +197,9 @@ class Walk:
         self.check_gate(opened=True)
         self.menu("menu-session-user", "The menu of the session's user",
                   "Who is logged on to the computer needs no second logon.")
-        self.dismiss_menu()
+        self.choose(2)
+        self.settings.one_page("settings-session-user", "The settings where Windows knows the user",
+                               "No passwords here, and accounts are not removed.")
 
     # The user's screen ends under the service, which goes on without.
 

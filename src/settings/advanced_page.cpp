@@ -52,7 +52,7 @@ void AdvancedPage::SetTexts(HWND window) {
   };
   ShowTexts(kTexts);
   const ComboBox days(window, IDC_FIRST_DAY);
-  const int selected = isFilled_ ? days.Selection() : static_cast<int>(stored_.firstDay);
+  const int selected = isFilled_ ? days.Selection() : ShownDay();
   days.Clear();
   for (unsigned day = 0; day < kDays; ++day)
     days.Add(Catalogue().GetMessageText(kMsgSunday + day));
@@ -68,10 +68,16 @@ bool AdvancedPage::OnCommand(int control, int code) {
   return true;
 }
 
+// A Sunday that was taken from the locale is stored as 7, and stays that unless another day is
+// chosen.
+int AdvancedPage::ShownDay() const {
+  return static_cast<int>(stored_.firstDay % kDays);
+}
+
 AdvancedSettings AdvancedPage::Entered() const {
   AdvancedSettings values = stored_;
   const int day = ComboBox(Window(), IDC_FIRST_DAY).Selection();
-  if (day >= 0) values.firstDay = static_cast<std::uint32_t>(day);
+  if (day >= 0 && day != ShownDay()) values.firstDay = static_cast<std::uint32_t>(day);
   const int adapter = ComboBox(Window(), IDC_ADAPTER).Selection();
   if (adapter >= 0) values.adapter = adapters_[static_cast<std::size_t>(adapter)].serviceName;
   values.localTrafficAllowed = CheckBox(Window(), IDC_LOCAL_TRAFFIC).IsChecked();

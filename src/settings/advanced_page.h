@@ -24,6 +24,8 @@ class AdvancedPage final : public PropertyPage {
 
   void ListAdapters(std::wstring_view chosen);
   AdvancedSettings Entered() const;
+  // The index in the list of days that stands for the stored number.
+  int ShownDay() const;
   // Makes the running service follow what has been stored.
   void TakeEffect(const AdvancedSettings& before, const AdvancedSettings& values);
 

@@ -298,8 +298,14 @@ TEST_F(SettingsSheetTest, AnotherLogonSystemIsAppliedBeforeItsUsersAreChanged) {
 TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {
   machine_.Interfaces().Set(
       {platform::SimulatedCard(2, L"eth0"), platform::SimulatedCard(3, L"eth1")});
+  settings_.SetSetting(SettingKey::kFirstDayOfWeek, L"7");
   LogOn(L"Anna");
   Count(5'000, 100);
+  Open(IDOK, [](SheetUser& user) {
+    user.Turn(2);
+    EXPECT_EQ(user.Get<QComboBox>(IDC_FIRST_DAY)->currentText(), "Sunday");
+  });
+  EXPECT_EQ(Setting(SettingKey::kFirstDayOfWeek), L"7");
   Open(IDOK, [&](SheetUser& user) {
     user.Choose(IDC_LANGUAGE, 1);
     user.Turn(2);
