@@ -43,6 +43,10 @@ HPROPSHEETPAGE PropertyPage::CreateHandle() {
   return ::CreatePropertySheetPageW(&page);
 }
 
+void PropertyPage::Activate() const {
+  if (sheet_ != nullptr) sheet_->Activate(*this, ::GetParent(Window()));
+}
+
 void PropertyPage::MarkChanged() const {
   PropSheet_Changed(::GetParent(Window()), Window());
 }

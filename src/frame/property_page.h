@@ -25,6 +25,9 @@ class PropertyPage : public DialogObject {
   // The page is shown: first, or instead of another one.
   virtual void OnActivated() {}
 
+  // Shows this page instead of the current one: it refuses to be applied.
+  void Activate() const;
+
   // Enables the sheet's Apply button: the page holds something that has not been applied.
   void MarkChanged() const;
 

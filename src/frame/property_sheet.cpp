@@ -58,4 +58,9 @@ void PropertySheet::RefreshTexts(HWND sheet) const {
   }
 }
 
+void PropertySheet::Activate(const PropertyPage& page, HWND sheet) const {
+  const auto found = std::ranges::find(pages_, &page);
+  PropSheet_SetCurSel(sheet, nullptr, found - pages_.begin());
+}
+
 }  // namespace quillgate

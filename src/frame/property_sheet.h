@@ -40,6 +40,7 @@ class PropertySheet {
   void MakeWizard(PROPSHEETHEADERW& header) const;
   // Sets the caption of the sheet and the titles of its tabs.
   void RefreshTexts(HWND sheet) const;
+  void Activate(const PropertyPage& page, HWND sheet) const;
 
   const MessageCatalogue& catalogue_;
   MessageId caption_;

@@ -151,6 +151,12 @@ GeneralSettings GeneralPage::Entered() const {
 
 bool GeneralPage::AreThresholdsValid() const {
   const GeneralSettings values = Entered();
+  const auto isRefused = [](const WarningSetting& warning, const NumberRange& range) {
+    return warning.enabled && !range.Contains(ParseNumber(warning.threshold));
+  };
+  if (isRefused(values.time, kWarningMinutes) || isRefused(values.download, kWarningMegabytes)) {
+    Activate();
+  }
   if (values.time.enabled && !ReadNumber(IDC_TIME_WARNING_AMOUNT, kWarningMinutes)) return false;
   return !values.download.enabled ||
          ReadNumber(IDC_DOWNLOAD_WARNING_AMOUNT, kWarningMegabytes).has_value();

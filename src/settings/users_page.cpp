@@ -244,7 +244,9 @@ void UsersPage::ChangeShown(Change&& change) {
 bool UsersPage::KeepEntered() {
   if (!Rights().mayChangeRules) return true;
   for (const LimitControls& controls : {kTimeControls, kDownloadControls}) {
-    if (!IsAccepted(Entry(controls)) && !ReadNumber(controls.amount, kLimitRange)) return false;
+    if (IsAccepted(Entry(controls))) continue;
+    Activate();
+    if (!ReadNumber(controls.amount, kLimitRange)) return false;
   }
   const auto before = edits_->Find(shownName_);
   if (!before) return true;

@@ -122,6 +122,7 @@ TEST_F(KeyboardOnDesktop, KeysHaveTheirNumbersPlacesAndCharacters) {
       {Qt::Key_Enter, Qt::KeypadModifier, "\r", VK_RETURN, Scan(0x1C) | kExtended, "\r"},
       {Qt::Key_Escape, {}, "\x1b", VK_ESCAPE, Scan(0x01), "\x1b"},
       {Qt::Key_Backspace, {}, "\b", VK_BACK, Scan(0x0E), "\b"},
+      {Qt::Key_Z, {}, "z", 'Z', Scan(0x2C), "z"},
       {Qt::Key_Tab, {}, "\t", VK_TAB, Scan(0x0F), "\t"},
       {Qt::Key_Delete, {}, "\x7f", VK_DELETE, Scan(0x53) | kExtended, ""},
       {Qt::Key_Insert, {}, "", VK_INSERT, Scan(0x52) | kExtended, ""},

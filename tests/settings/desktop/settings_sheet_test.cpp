@@ -258,6 +258,7 @@ TEST_F(SettingsSheetTest, AThresholdIsRefusedOutsideItsRangeAndLetsTheWarningCom
   Open(IDOK, [&](SheetUser& user) {
     for (const QString text : {"0", "1441"}) {
       user.Enter(IDC_TIME_WARNING_AMOUNT, text);
+      user.Turn(text == "0" ? 1 : 0);
       user.Apply();
       EXPECT_EQ(CloseBox(user.script),
                 "The value " + text + " is invalid. It must be in the range 1 - 1440.");
