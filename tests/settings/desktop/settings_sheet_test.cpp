@@ -328,15 +328,24 @@ TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {
   EXPECT_EQ(session_->BytesReceived(), 5'700u);
 }
 
-TEST_F(SettingsSheetTest, TheSheetClosesAndStoresNothingOnceItsUserIsLoggedOff) {
-  LogOn(L"Anna");
-  Open(0, [&](SheetUser& user) {
-    user.Turn(1);
-    user.Click(IDC_TIME_LIMIT);
-    user.script.Do([&] { logon_.LogOff(1); });
-    Pass(1s);
-  });
-  EXPECT_FALSE(users_->Find(L"Anna")->TimeLimit().enabled);
+TEST_F(SettingsSheetTest, TheSheetClosesAndStoresNothingOnceItsUserIsLoggedOffOrTheServiceStops) {
+  const std::function<void()> ends[] = {[this] {
+                                          logon_.LogOff(1);
+                                          Pass(1s);
+                                        },
+                                        [this] {
+                                          stop_.Raise();
+                                          ::PostQuitMessage(0);
+                                        }};
+  for (const auto& end : ends) {
+    LogOn(L"Anna");
+    Open(0, [&](SheetUser& user) {
+      user.Turn(1);
+      user.Click(IDC_TIME_LIMIT);
+      user.script.Do(end);
+    });
+    EXPECT_FALSE(users_->Find(L"Anna")->TimeLimit().enabled);
+  }
 }
 
 TEST_F(SettingsSheetTest, UnderWindowsAccountsOfTheMachineBecomeUsers) {
