@@ -1,6 +1,8 @@
 #include <windows.h>
 
+#include <cstdlib>
 #include <mutex>
+#include <new>
 
 namespace {
 
@@ -10,7 +12,11 @@ std::recursive_mutex& MutexOf(LPCRITICAL_SECTION section) {
 
 // Win32 documents no failure, so a process that is out of memory terminates here.
 std::recursive_mutex* NewMutex() noexcept {
-  return new std::recursive_mutex;
+  try {
+    return new std::recursive_mutex;
+  } catch (const std::bad_alloc&) {
+    std::abort();
+  }
 }
 
 }  // namespace
