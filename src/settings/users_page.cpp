@@ -209,20 +209,25 @@ bool UsersPage::OnCommand(int control, int code) {
   }
   if (control == IDC_USERS && code == CBN_SELCHANGE) {
     OnUserSelected();
-  } else if (code != BN_CLICKED || !state_.IsOwnerLoggedOn()) {
-    return false;
-  } else if (control == IDC_NEW_USER) {
-    AddUser();
-  } else if (control == IDC_REMOVE_USER) {
-    RemoveUser();
-  } else if (control == IDC_CHANGE_PASSWORD) {
-    ChangePassword();
-  } else if (control == IDC_CHANGE_HOURS) {
-    ChangeHours();
-  } else {
-    return false;
+    return true;
   }
-  return true;
+  if (code != BN_CLICKED || !state_.IsOwnerLoggedOn()) return false;
+  switch (control) {
+    case IDC_NEW_USER:
+      AddUser();
+      return true;
+    case IDC_REMOVE_USER:
+      RemoveUser();
+      return true;
+    case IDC_CHANGE_PASSWORD:
+      ChangePassword();
+      return true;
+    case IDC_CHANGE_HOURS:
+      ChangeHours();
+      return true;
+    default:
+      return false;
+  }
 }
 
 void UsersPage::OnUserSelected() {
