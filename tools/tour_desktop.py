@@ -196,11 +196,11 @@ class Desktop:
         """Where it covers nothing."""
         output("xdotool", "mousemove", "40", "400")
 
-    @staticmethod
-    def move_in(title, x, y):
-        """To a place in a window, slowly enough to be noticed on the way."""
-        name = f"^{re.escape(title)}$"
-        window = output("xdotool", "search", "--onlyvisible", "--name", name).split()[0]
+    def move_in(self, title, x, y):
+        """To a position in a window, slowly enough to be noticed on the way."""
+        search = ("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
+        # The search finds nothing when another window, such as a tip, goes meanwhile.
+        window = self.wait(f"the window '{title}'", lambda: output(*search).split())[0]
         output("xdotool", "mousemove", "--window", window, str(x), str(y))
         time.sleep(0.15)
 
