@@ -4,6 +4,7 @@ password, and the hours of a user that shut the gate when they are applied.
 import time
 
 from service_lab import Download, check
+from tour_hours import HOURS, middle
 
 CAPTION = 1052
 BOX = 100
@@ -94,26 +95,23 @@ class SettingsStops:
         self.desktop.keys("alt+a" if self.texts[CAPTION] == "Settings" else "alt+v")
 
     def hours(self):
-        """The administrator's own, of today: every hour is blocked."""
+        """The administrator's own: this hour and the next are blocked, on every day."""
         self.click_at(HOURS_BUTTON)
         title = self.texts[HOURS_CAPTION]
         self.desktop.await_window(title)
+        hour = time.localtime().tm_hour
         for row in range(1, 8):
-            self.drag_row(title, row)
-        self.album.add("settings-hours", "The hours of a user", "All are blocked now.")
+            self.desktop.move_in(title, *middle(row, hour + 1))
+            self.desktop.hold()
+            if hour + 1 < HOURS:
+                self.desktop.move_in(title, *middle(row, hour + 2))
+            self.desktop.let_go()
+        self.album.add("settings-hours", "The hours of a user", "Two are blocked now, every day.")
         self.desktop.keys("Tab", "Return")
         self.desktop.await_closed(title)
         self.apply()
         self.desktop.await_balloon()
         self.album.add("settings-applied", "Applied", "The gate is shut at once, and says why.")
-
-    def drag_row(self, title, row):
-        y = 7 + 21 + (row - 1) * 19 + 9
-        self.desktop.move_in(title, 7 + 60 + 9, y)
-        self.desktop.hold()
-        for col in range(1, 24):
-            self.desktop.move_in(title, 7 + 60 + col * 19 + 9, y)
-        self.desktop.let_go()
 
     def one_page(self, name, title, line):
         self.desktop.await_window(self.title)
