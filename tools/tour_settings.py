@@ -113,9 +113,12 @@ class SettingsStops:
         self.desktop.await_balloon()
         self.album.add("settings-applied", "Applied", "The gate is shut at once, and says why.")
 
-    def one_page(self, name, title, line):
+    def look(self, name, title, line, pages=("",)):
+        """The pages from the first on, by what comes behind the picture's name."""
         self.desktop.await_window(self.title)
-        self.album.add(name, title, line)
+        for page in pages:
+            self.album.add(name + page, title, line)
+            self.desktop.keys("ctrl+Tab")
         self.desktop.keys("Escape")
         self.desktop.await_closed(self.title)
 

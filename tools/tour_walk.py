@@ -82,8 +82,8 @@ class Walk:
         self.live_download()
         self.open_menu()
         self.choose(3)
-        self.settings.one_page("settings-user", "The settings of a user",
-                               "The own password, and nothing else.")
+        self.settings.look("settings-user", "The settings of a user",
+                           "The own password, and nothing else.")
         self.open_menu()
         self.choose(0)
         time.sleep(1)
@@ -180,8 +180,9 @@ class Walk:
         self.menu("menu-override", "The menu while the override is active",
                   "Everything is open to who knows the password, until it is taken back.")
         self.choose(1)
-        self.settings.one_page("settings-shared", "The settings of the override",
-                               "The common restrictions, and the password that lifts them.")
+        self.settings.look("settings-shared", "The settings of the override",
+                           "The common restrictions, and the password that lifts them.",
+                           pages=("", "-users"))
         self.open_menu()
         self.choose(2)
         time.sleep(0.5)
@@ -198,8 +199,9 @@ class Walk:
         self.menu("menu-session-user", "The menu of the session's user",
                   "Who is logged on to the computer needs no second logon.")
         self.choose(2)
-        self.settings.one_page("settings-session-user", "The settings where Windows knows the user",
-                               "No passwords here, and accounts are not removed.")
+        self.settings.look("settings-session-user", "The settings where Windows knows the user",
+                           "No passwords here, and accounts are not removed.",
+                           pages=("", "-users"))
 
     # The user's screen ends under the service, which goes on without.
 
