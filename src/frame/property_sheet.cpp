@@ -59,8 +59,8 @@ void PropertySheet::RefreshTexts(HWND sheet) const {
 }
 
 void PropertySheet::Activate(const PropertyPage& page, HWND sheet) const {
-  const auto found = std::ranges::find(pages_, &page);
-  PropSheet_SetCurSel(sheet, nullptr, found - pages_.begin());
+  const auto index = std::ranges::find(pages_, &page) - pages_.begin();
+  PropSheet_SetCurSel(sheet, nullptr, index);
 }
 
 }  // namespace quillgate
