@@ -351,12 +351,17 @@ TEST_F(SettingsSheetTest, TheSheetClosesAndStoresNothingOnceItsUserIsLoggedOffOr
 TEST_F(SettingsSheetTest, UnderWindowsAccountsOfTheMachineBecomeUsers) {
   Use(L"WINDOWS", {}, {L"anna"});
   system_ = LogonSystem::kWindows;
-  machine_.SetAccounts({{{L"anna", L"", 1}, {L"karl", L"", 2}, {L"bea", L"", 3}}});
+  machine_.SetAccounts(std::nullopt);
   LogOn(L"anna");
   Open(IDCANCEL, [&](SheetUser& user) {
     user.Turn(1);
     for (const int control : {IDC_REMOVE_USER, IDC_CHANGE_PASSWORD, IDC_PASSWORD_HINT})
       EXPECT_FALSE(user.IsEnabled(control)) << control;
+    const auto accounts =
+        std::vector<platform::LocalAccount>{{L"anna", L"", 1}, {L"karl", L"", 2}, {L"bea", L"", 3}};
+    user.Click(IDC_NEW_USER);
+    EXPECT_EQ(CloseBox(user.script), "Could not retrieve Windows user list.");
+    machine_.SetAccounts(accounts);
     user.Click(IDC_NEW_USER);
     QWidget* dialog = user.script.AwaitWindow("Add new user");
     auto* list = qobject_cast<QComboBox*>(user.script.Child(dialog, IDC_ACCOUNT));
