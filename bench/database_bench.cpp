@@ -3,8 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -13,6 +11,7 @@
 #include "platform/testing/simulated_machine.h"
 #include "storage/database.h"
 #include "storage/settings.h"
+#include "timing.h"
 #include "usage/automation_date.h"
 #include "usage/usage_total.h"
 #include "usage/week_calendar.h"
@@ -76,21 +75,6 @@ Setting& TheSetting() {
   return setting;
 }
 
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double Seconds(Work& work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
-}
-
 // Runs both alternately, each equally often first and second.
 template <class Bare, class Layer>
 void Compare(benchmark::State& state, Bare bare, Layer layer) {
@@ -100,17 +84,17 @@ void Compare(benchmark::State& state, Bare bare, Layer layer) {
   layer();
   for (auto _ : state) {
     if (bareTimes.size() % 2 == 0) {
-      bareTimes.push_back(Seconds(bare));
-      layerTimes.push_back(Seconds(layer));
+      bareTimes.push_back(bench::SecondsOf(bare));
+      layerTimes.push_back(bench::SecondsOf(layer));
     } else {
-      layerTimes.push_back(Seconds(layer));
-      bareTimes.push_back(Seconds(bare));
+      layerTimes.push_back(bench::SecondsOf(layer));
+      bareTimes.push_back(bench::SecondsOf(bare));
     }
     state.SetIterationTime(layerTimes.back());
   }
-  state.counters["bare_us"] = Median(bareTimes) * 1e6;
-  state.counters["layer_us"] = Median(layerTimes) * 1e6;
-  state.counters["ratio"] = Median(layerTimes) / Median(bareTimes);
+  state.counters["bare_us"] = bench::Median(bareTimes) * 1e6;
+  state.counters["layer_us"] = bench::Median(layerTimes) * 1e6;
+  state.counters["ratio"] = bench::Median(layerTimes) / bench::Median(bareTimes);
 }
 
 void CompareQueries(benchmark::State& state, const std::string& sql) {

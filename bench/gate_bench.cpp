@@ -3,24 +3,19 @@
 // network namespaces of its own.
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
 #include <vector>
 
 #include "download_source.h"
 #include "lab/hook_driver.h"
 #include "lab/network_lab.h"
+#include "timing.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using Seconds = std::chrono::duration<double>;
-
-double Median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values.empty() ? 0 : values[values.size() / 2];
-}
+using bench::Clock;
+using bench::Median;
+using bench::Seconds;
 
 // One closing (two codes, as the program sends them) and one opening, each read back.
 void GateChange(benchmark::State& state) {

@@ -6,8 +6,11 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "platform/kit/hidden_window.h"
 
 namespace {
 
@@ -22,12 +25,7 @@ class Screen {
  public:
   Screen() {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = ::DefWindowProcW;
-    windowClass.lpszClassName = L"Hidden";
-    ::RegisterClassW(&windowClass);
-    window_ =
-        ::CreateWindowExW(0, L"Hidden", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    window_.emplace();
     context_ = ::CreateCompatibleDC(nullptr);
     const HDC screen = ::GetDC(nullptr);
     bitmap_ = ::CreateCompatibleBitmap(screen, kColumns * kCellWidth + 1, kRows * kCellHeight + 1);
@@ -39,7 +37,6 @@ class Screen {
     ::SelectObject(context_, previous_);
     ::DeleteDC(context_);
     ::DeleteObject(bitmap_);
-    ::DestroyWindow(window_);
   }
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
@@ -47,7 +44,7 @@ class Screen {
   HDC Context() const { return context_; }
 
  private:
-  HWND window_;
+  std::optional<HiddenWindow> window_;
   HDC context_;
   HBITMAP bitmap_;
   HGDIOBJ previous_;
@@ -91,7 +88,13 @@ void DrawCell(HDC context, const Tools& tools, int index, std::wstring& text) {
   ::SelectObject(context, pen);
 }
 
-void Count(benchmark::State& state) {
+// Draws every cell once an iteration, by its index.
+template <class Draw>
+void DrawCells(benchmark::State& state, const Draw& draw) {
+  for (auto _ : state) {
+    for (int i = 0; i < kCells; ++i)
+      draw(i);
+  }
   state.counters["per_cell"] = benchmark::Counter(
       static_cast<double>(kCells),
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
@@ -103,11 +106,9 @@ void PaintCells(benchmark::State& state, const std::wstring& format) {
   std::vector<std::wstring> texts;
   for (int i = 0; i < kCells; ++i)
     texts.push_back(format + std::to_wstring(10'000 + 7 * i));
-  for (auto _ : state) {
-    for (int i = 0; i < kCells; ++i)
-      DrawCell(screen.Context(), tools, i, texts[static_cast<std::size_t>(i)]);
-  }
-  Count(state);
+  DrawCells(state, [&](int i) {
+    DrawCell(screen.Context(), tools, i, texts[static_cast<std::size_t>(i)]);
+  });
 }
 BENCHMARK_CAPTURE(PaintCells, Numbers, L"")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PaintCells, EndInDots, L"Too long ")->Unit(benchmark::kMillisecond);
@@ -117,51 +118,39 @@ void PaintNewTexts(benchmark::State& state) {
   const Screen screen;
   const Tools tools;
   int number = 10'000;
-  for (auto _ : state) {
-    for (int i = 0; i < kCells; ++i) {
-      std::wstring text = std::to_wstring(number++);
-      DrawCell(screen.Context(), tools, i, text);
-    }
-  }
-  Count(state);
+  DrawCells(state, [&](int i) {
+    std::wstring text = std::to_wstring(number++);
+    DrawCell(screen.Context(), tools, i, text);
+  });
 }
 BENCHMARK(PaintNewTexts)->Unit(benchmark::kMillisecond);
 
 void FillCells(benchmark::State& state) {
   const Screen screen;
   const Tools tools;
-  for (auto _ : state) {
-    for (int i = 0; i < kCells; ++i) {
-      const RECT cell = CellAt(i);
-      ::FillRect(screen.Context(), &cell, tools.brush);
-    }
-  }
-  Count(state);
+  DrawCells(state, [&](int i) {
+    const RECT cell = CellAt(i);
+    ::FillRect(screen.Context(), &cell, tools.brush);
+  });
 }
 BENCHMARK(FillCells)->Unit(benchmark::kMillisecond);
 
 void PaintCheckBoxes(benchmark::State& state) {
   const Screen screen;
-  for (auto _ : state) {
-    for (int i = 0; i < kCells; ++i) {
-      RECT cell = CellAt(i);
-      ::DrawFrameControl(screen.Context(), &cell, DFC_BUTTON,
-                         DFCS_BUTTONCHECK | (i % 2 != 0 ? DFCS_CHECKED : 0u));
-    }
-  }
-  Count(state);
+  DrawCells(state, [&](int i) {
+    RECT cell = CellAt(i);
+    ::DrawFrameControl(screen.Context(), &cell, DFC_BUTTON,
+                       DFCS_BUTTONCHECK | (i % 2 != 0 ? DFCS_CHECKED : 0u));
+  });
 }
 BENCHMARK(PaintCheckBoxes)->Unit(benchmark::kMillisecond);
 
 void PaintHeadings(benchmark::State& state) {
   const Screen screen;
-  for (auto _ : state) {
-    for (int i = 0; i < kCells; ++i) {
-      RECT cell = CellAt(i);
-      ::DrawEdge(screen.Context(), &cell, EDGE_ETCHED, BF_RECT | BF_MIDDLE | BF_ADJUST);
-    }
-  }
-  Count(state);
+  DrawCells(state, [&](int i) {
+    RECT cell = CellAt(i);
+    ::DrawEdge(screen.Context(), &cell, EDGE_ETCHED, BF_RECT | BF_MIDDLE | BF_ADJUST);
+  });
 }
 BENCHMARK(PaintHeadings)->Unit(benchmark::kMillisecond);
 

@@ -6,7 +6,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <memory>
 #include <random>
@@ -17,12 +16,12 @@
 #include "grid/grid_types.h"
 #include "grid/grid_window.h"
 #include "platform/testing/simulated_machine.h"
+#include "timing.h"
 
 namespace quillgate {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using Seconds = std::chrono::duration<double>;
+using bench::SecondsOf;
 
 constexpr std::int32_t kRows = kGridMaxRows;
 constexpr std::int32_t kCols = 24;
@@ -53,13 +52,6 @@ std::vector<std::wstring> Texts() {
     texts.push_back(number % 2 == 0 ? std::to_wstring(number) + L".5"
                                     : L"Text " + std::to_wstring(number));
   return texts;
-}
-
-template <class Work>
-double SecondsOf(const Work& work) {
-  const auto start = Clock::now();
-  work();
-  return Seconds(Clock::now() - start).count();
 }
 
 void PumpMessages() {
