@@ -1,35 +1,40 @@
 #include "accounts/logon_system.h"
 
+#include <algorithm>
+
 namespace quillgate {
+namespace {
+
+struct SystemNames {
+  LogonSystem system;
+  std::wstring_view word;
+  std::wstring_view userTable;
+};
+constexpr SystemNames kNone{LogonSystem::kNone, L"NONE", L"Users_None"};
+constexpr SystemNames kSystems[] = {
+    {LogonSystem::kQuillgate, L"QUILLGATE", L"Users_Quillgate"},
+    {LogonSystem::kWindows, L"WINDOWS", L"Users_Windows"},
+    kNone,
+};
+
+template <class Value>
+const SystemNames& FindSystem(Value SystemNames::*member, const Value& value) {
+  const auto found = std::ranges::find(kSystems, value, member);
+  return found != std::end(kSystems) ? *found : kNone;
+}
+
+}  // namespace
 
 LogonSystem LogonSystemOf(std::wstring_view word) {
-  if (word == L"QUILLGATE") return LogonSystem::kQuillgate;
-  if (word == L"WINDOWS") return LogonSystem::kWindows;
-  return LogonSystem::kNone;
+  return FindSystem(&SystemNames::word, word).system;
 }
 
 std::wstring_view LogonSystemWord(LogonSystem system) {
-  switch (system) {
-    case LogonSystem::kQuillgate:
-      return L"QUILLGATE";
-    case LogonSystem::kWindows:
-      return L"WINDOWS";
-    case LogonSystem::kNone:
-      break;
-  }
-  return L"NONE";
+  return FindSystem(&SystemNames::system, system).word;
 }
 
 std::wstring_view UserTableOf(LogonSystem system) {
-  switch (system) {
-    case LogonSystem::kQuillgate:
-      return L"Users_Quillgate";
-    case LogonSystem::kWindows:
-      return L"Users_Windows";
-    case LogonSystem::kNone:
-      break;
-  }
-  return L"Users_None";
+  return FindSystem(&SystemNames::system, system).userTable;
 }
 
 LogonSystem CurrentLogonSystem(Settings& settings) {

@@ -20,11 +20,9 @@ RECT Control::BoundsIn(HWND window) const {
 }
 
 void Control::MoveBy(int x, int y) const {
-  RECT bounds{};
-  if (!::GetWindowRect(window_, &bounds)) return;
-  POINT corner{bounds.left, bounds.top};
-  ::ScreenToClient(::GetParent(window_), &corner);
-  ::SetWindowPos(window_, nullptr, corner.x + x, corner.y + y, 0, 0,
+  if (!::IsWindow(window_)) return;
+  const RECT bounds = BoundsIn(::GetParent(window_));
+  ::SetWindowPos(window_, nullptr, bounds.left + x, bounds.top + y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

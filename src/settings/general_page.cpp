@@ -1,5 +1,7 @@
 #include "settings/general_page.h"
 
+#include <algorithm>
+
 #include "accounts/windows_availability.h"
 #include "frame/check_box.h"
 #include "frame/combo_box.h"
@@ -28,8 +30,7 @@ int ButtonOf(LogonSystem system) {
 }
 
 bool IsSystemButton(int control) {
-  return control == IDC_SYSTEM_QUILLGATE || control == IDC_SYSTEM_WINDOWS ||
-         control == IDC_SYSTEM_NONE;
+  return std::ranges::find(kSystemButtons, control) != std::end(kSystemButtons);
 }
 
 // Whether a notification of a control means that the user has changed what it holds.
@@ -151,15 +152,15 @@ GeneralSettings GeneralPage::Entered() const {
 
 bool GeneralPage::AreThresholdsValid() const {
   const GeneralSettings values = Entered();
-  const auto isRefused = [](const WarningSetting& warning, const NumberRange& range) {
-    return warning.enabled && !range.Contains(ParseNumber(warning.threshold));
-  };
-  if (isRefused(values.time, kWarningMinutes) || isRefused(values.download, kWarningMegabytes)) {
-    Activate();
-  }
-  if (values.time.enabled && !ReadNumber(IDC_TIME_WARNING_AMOUNT, kWarningMinutes)) return false;
-  return !values.download.enabled ||
-         ReadNumber(IDC_DOWNLOAD_WARNING_AMOUNT, kWarningMegabytes).has_value();
+  return IsThresholdValid(values.time, IDC_TIME_WARNING_AMOUNT, kWarningMinutes) &&
+         IsThresholdValid(values.download, IDC_DOWNLOAD_WARNING_AMOUNT, kWarningMegabytes);
+}
+
+bool GeneralPage::IsThresholdValid(const WarningSetting& warning, int field,
+                                   const NumberRange& range) const {
+  if (!warning.enabled || range.Contains(ParseNumber(warning.threshold))) return true;
+  Activate();
+  return ReadNumber(field, range).has_value();
 }
 
 bool GeneralPage::OnApply(HWND) {

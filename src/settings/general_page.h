@@ -25,8 +25,9 @@ class GeneralPage final : public PropertyPage {
   void EnableThresholds() const;
   LogonSystem ChosenSystem() const;
   GeneralSettings Entered() const;
-  // Both thresholds, as far as their warnings are on.
+  // Both thresholds, as far as their warnings are on; one that is refused brings the page up.
   bool AreThresholdsValid() const;
+  bool IsThresholdValid(const WarningSetting& warning, int field, const NumberRange& range) const;
   // False when nothing could be stored.
   bool Store(const GeneralSettings& values);
   void ApplyLanguage();
