@@ -12,9 +12,8 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return isLast ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 void* operator new(std::size_t size) {
-  void* memory = operator new(size, std::nothrow);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  if (void* memory = operator new(size, std::nothrow)) return memory;
+  throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {

@@ -16,6 +16,10 @@ class GridCellsTest : public GridFixture {
     system_.fonts = {{1, {10, 16}}, {2, {12, 18}}};
     PutCursor({3, 2});
   }
+
+  auto Stored() {
+    return std::tuple(grid_.IsProtected(kCell), grid_.TypeNumber(kCell), grid_.CellText(kCell));
+  }
 };
 
 TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
@@ -25,9 +29,7 @@ TEST_F(GridCellsTest, WhatIsStoredIsFoundWithTypeTextAndTheDefaultsProtection) {
     grid_.SetDefaultProtect(type == 2);
     EXPECT_TRUE(grid_.SetCell(kCell, text));
     EXPECT_EQ(Take(), "Invalidate 50,21,100,42") << type;
-    EXPECT_EQ(grid_.CellText(kCell), text);
-    EXPECT_EQ(grid_.TypeNumber(kCell), type) << type;
-    EXPECT_EQ(grid_.IsProtected(kCell), type == 2) << type;
+    EXPECT_EQ(Stored(), std::tuple(type == 2, type, text)) << type;
   }
   EXPECT_EQ(slot_.cellStore.Size(), 1u);
 }
@@ -38,16 +40,12 @@ TEST_F(GridCellsTest, ProtectingAndDeletingRepaintTheCellAndDeletingIsNotifiedEv
   const auto erase = [&] { EXPECT_TRUE(grid_.DeleteCell(kCell)); };
   grid_.SetCell(kCell, L"12");
   ExpectAsked({""}, {{"protect", protect, repaint}});
-  EXPECT_EQ(grid_.IsProtected(kCell), true);
-  EXPECT_EQ(grid_.CellText(kCell), L"12");
-  EXPECT_EQ(grid_.TypeNumber(kCell), 2);
+  EXPECT_EQ(Stored(), std::tuple(true, 2, L"12"));
   ExpectAsked({""}, {{"delete", erase, repaint + "; Notify 10 3,2"},
                      {"delete what is not there", erase, repaint + "; Notify 10 3,2"}});
-  EXPECT_EQ(grid_.IsProtected(kCell), false);
-  EXPECT_EQ(grid_.CellText(kCell), L"");
-  EXPECT_EQ(grid_.TypeNumber(kCell), 0);
+  EXPECT_EQ(Stored(), std::tuple(false, 0, L""));
   ExpectAsked({""}, {{"protect what is not there", protect, repaint}});
-  EXPECT_EQ(grid_.TypeNumber(kCell), 1) << "an empty text";
+  EXPECT_EQ(Stored(), std::tuple(true, 1, L"")) << "an empty text";
 }
 
 TEST_F(GridCellsTest, ACellBelowTheLastRowAddsRowsIfThatIsOn) {
@@ -113,14 +111,10 @@ TEST_F(GridCellsTest, WithoutMemoryTheControlBeepsAndKeepsWhatWasStored) {
   const std::wstring text(60, L'x');
   grid_.SetCell(kCell, L"12");
   Take();
-  const std::function<bool()> acts[] = {[&] { return grid_.SetCell(kCell, text); },
-                                        [&] {
-                                          return grid_.SetProtect({2, 1}, true);
-                                        }};
-  for (const auto& act : acts) {
-    grantedAllocations = 0;
-    EXPECT_TRUE(act());
-  }
+  grantedAllocations = 0;
+  EXPECT_TRUE(grid_.SetCell(kCell, text));
+  grantedAllocations = 0;
+  EXPECT_TRUE(grid_.SetProtect({2, 1}, true));
   EXPECT_EQ(Take({"Beep"}), "Beep; Beep");
   EXPECT_EQ(grid_.CellText(kCell), L"12");
   EXPECT_EQ(slot_.cellStore.Size(), 1u);

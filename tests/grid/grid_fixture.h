@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "grid/grid.h"
@@ -25,8 +26,7 @@ class GridFixture : public testing::Test {
   std::string Take(std::initializer_list<const char*> beginnings = {""}) {
     std::string found;
     for (const std::string& call : std::exchange(system_.calls, {})) {
-      if (std::any_of(beginnings.begin(), beginnings.end(),
-                      [&](const char* beginning) { return call.starts_with(beginning); }))
+      if (std::ranges::any_of(beginnings, [&](auto* each) { return call.starts_with(each); }))
         found += (found.empty() ? "" : "; ") + call;
     }
     return found;

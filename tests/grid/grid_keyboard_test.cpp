@@ -1,5 +1,3 @@
-#include "grid/grid_keyboard.h"
-
 #include "grid/grid_keys.h"
 #include "grid_fixture.h"
 
@@ -17,71 +15,62 @@ class GridKeyboardTest : public GridFixture {
   }
 };
 
-enum Change { kNone = 0, kRow = 6, kCol = 7 };
-
-std::string Place(GridCell cell) {
-  return " " + std::to_string(cell.row) + "," + std::to_string(cell.col);
+std::string Notified(int code, GridCell cell) {
+  return "Notify " + std::to_string(code) + " " + testing::PrintToString(cell);
 }
 
 // What the parent hears of the end of an edit and of the move that follows.
-std::string Notified(bool hasEdited, GridCell before, Change change, GridCell after) {
-  std::string told = hasEdited ? "Notify 10" + Place(before) : "";
-  if (change == kNone) return told;
-  told += hasEdited ? "; " : "";
-  return told + "Notify " + std::to_string(change) + Place(after) + "; Notify 5" + Place(after);
+std::string NotifiedOf(bool edit, GridCell before, GridCell after) {
+  const std::string ended = edit ? Notified(10, before) : "";
+  if (after == before) return ended;
+  const int moved = after.row != before.row ? 6 : 7;
+  return ended + (edit ? "; " : "") + Notified(moved, after) + "; " + Notified(5, after);
 }
 
 // Thirteen rows fit.
 TEST_F(GridKeyboardTest, KeysCommitWhatWasTypedMoveTheCursorAndTellOfBoth) {
-  const struct {
-    const char* what;
-    int key;
-    std::int32_t rows;
-    GridCell before, after;
-    Change change;
-  } cases[] = {
-      {"down", kKeyDown, 100, {1, 1}, {2, 1}, kRow},
-      {"down at the end", kKeyDown, 100, {100, 1}, {100, 1}, kNone},
-      {"up", kKeyUp, 100, {5, 3}, {4, 3}, kRow},
-      {"up at the top", kKeyUp, 100, {1, 1}, {1, 1}, kNone},
-      {"page down", kKeyPageDown, 100, {2, 1}, {15, 1}, kRow},
-      {"page down, less left", kKeyPageDown, 20, {12, 1}, {20, 1}, kRow},
-      {"page down at the end", kKeyPageDown, 20, {20, 1}, {20, 1}, kNone},
-      {"page up", kKeyPageUp, 100, {20, 1}, {7, 1}, kRow},
-      {"page up, less left", kKeyPageUp, 100, {9, 1}, {1, 1}, kRow},
-      {"page up at the top", kKeyPageUp, 100, {1, 1}, {1, 1}, kNone},
-      {"right", kKeyRight, 100, {1, 1}, {1, 2}, kCol},
-      {"right past a hidden column", kKeyRight, 100, {1, 4}, {1, 6}, kCol},
-      {"right from before the columns", kKeyRight, 100, {1, 0}, {1, 1}, kCol},
-      {"right at the end", kKeyRight, 100, {1, 10}, {1, 10}, kNone},
-      {"left past a hidden column", kKeyLeft, 100, {1, 6}, {1, 4}, kCol},
-      {"right from beyond the columns", kKeyRight, 100, {1, 90}, {1, 90}, kNone},
-      {"left from beyond the columns", kKeyLeft, 100, {1, 90}, {1, 10}, kCol},
-      {"left at the beginning", kKeyLeft, 100, {1, 1}, {1, 1}, kNone},
-      {"enter", kKeyEnter, 100, {3, 2}, {4, 2}, kRow},
-      {"enter at the end", kKeyEnter, 100, {100, 2}, {100, 2}, kNone},
-      {"down without rows", kKeyDown, 0, {1, 1}, {1, 1}, kNone},
-      {"up without rows, from where they were", kKeyUp, 0, {5, 1}, {5, 1}, kNone},
-      {"page down without rows", kKeyPageDown, 0, {1, 1}, {1, 1}, kNone},
-      {"enter without rows", kKeyEnter, 0, {1, 1}, {1, 1}, kNone},
-      {"up from below the rows that were taken away", kKeyUp, 3, {50, 1}, {3, 1}, kRow},
+  const std::tuple<const char*, int, std::int32_t, GridCell, GridCell> cases[] = {
+      {"down", kKeyDown, 100, {1, 1}, {2, 1}},
+      {"down at the end", kKeyDown, 100, {100, 1}, {100, 1}},
+      {"up", kKeyUp, 100, {5, 3}, {4, 3}},
+      {"up at the top", kKeyUp, 100, {1, 1}, {1, 1}},
+      {"page down", kKeyPageDown, 100, {2, 1}, {15, 1}},
+      {"page down, less left", kKeyPageDown, 20, {12, 1}, {20, 1}},
+      {"page down at the end", kKeyPageDown, 20, {20, 1}, {20, 1}},
+      {"page up", kKeyPageUp, 100, {20, 1}, {7, 1}},
+      {"page up, less left", kKeyPageUp, 100, {9, 1}, {1, 1}},
+      {"page up at the top", kKeyPageUp, 100, {1, 1}, {1, 1}},
+      {"right", kKeyRight, 100, {1, 1}, {1, 2}},
+      {"right past a hidden column", kKeyRight, 100, {1, 4}, {1, 6}},
+      {"right from before the columns", kKeyRight, 100, {1, 0}, {1, 1}},
+      {"right at the end", kKeyRight, 100, {1, 10}, {1, 10}},
+      {"left past a hidden column", kKeyLeft, 100, {1, 6}, {1, 4}},
+      {"right from beyond the columns", kKeyRight, 100, {1, 90}, {1, 90}},
+      {"left from beyond the columns", kKeyLeft, 100, {1, 90}, {1, 10}},
+      {"left at the beginning", kKeyLeft, 100, {1, 1}, {1, 1}},
+      {"enter", kKeyEnter, 100, {3, 2}, {4, 2}},
+      {"enter at the end", kKeyEnter, 100, {100, 2}, {100, 2}},
+      {"down without rows", kKeyDown, 0, {1, 1}, {1, 1}},
+      {"up without rows, from where they were", kKeyUp, 0, {5, 1}, {5, 1}},
+      {"page down without rows", kKeyPageDown, 0, {1, 1}, {1, 1}},
+      {"enter without rows", kKeyEnter, 0, {1, 1}, {1, 1}},
+      {"up from below the rows that were taken away", kKeyUp, 3, {50, 1}, {3, 1}},
   };
   slot_.colWidth[5] = 0;
   for (const bool isTyped : {false, true}) {
     slot_.editable = isTyped;
-    for (const auto& each : cases) {
-      slot_.rows = each.rows;
+    for (const auto& [what, key, rows, before, after] : cases) {
+      slot_.rows = rows;
       slot_.cellStore.Clear();
-      PutCursor(each.before);
+      PutCursor(before);
       for (const int character : {int{'4'}, int{'x'}, int{kCharBackspace}, int{'2'}})
         Type(character);
-      const bool edits = isTyped && each.rows > 0;
-      EXPECT_EQ(Take({"Notify"}), edits ? "Notify 8" + Place(each.before) : "") << each.what;
-      grid_.OnKey(each.key);
-      EXPECT_EQ(Take({"Notify"}), Notified(edits, each.before, each.change, each.after))
-          << each.what;
-      EXPECT_EQ(grid_.CellText(each.before), edits ? L"42" : L"") << each.what;
-      EXPECT_EQ(slot_.Cursor(), each.after) << each.what;
+      const bool edits = isTyped && rows > 0;
+      EXPECT_EQ(Take({"Notify"}), edits ? Notified(8, before) : "") << what;
+      grid_.OnKey(key);
+      EXPECT_EQ(Take({"Notify"}), NotifiedOf(edits, before, after)) << what;
+      EXPECT_EQ(grid_.CellText(before), edits ? L"42" : L"") << what;
+      EXPECT_EQ(slot_.Cursor(), after) << what;
     }
   }
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "recording_grid_system.h"
 
 namespace quillgate {
@@ -32,11 +34,7 @@ TEST(GridLayout, OnlyCellsPastTheUpperLimitsAreInvalid) {
 }
 
 TEST(GridLayout, EachCellStandsBelowTheBandsAndAfterTheShownColumnsBeforeIt) {
-  const struct {
-    std::int32_t homeRow, homeCol;
-    GridCell cell;
-    GridRect rect;
-  } cases[] = {
+  const std::tuple<std::int32_t, std::int32_t, GridCell, GridRect> cases[] = {
       {1, 1, {0, 0}, {0, 10, 30, 30}},   {1, 1, {0, 1}, {30, 10, 70, 30}},
       {1, 1, {1, 0}, {0, 30, 30, 45}},   {1, 1, {1, 1}, {30, 30, 70, 45}},
       {1, 1, {2, 2}, {70, 45, 70, 60}},  {1, 1, {1, 3}, {70, 30, 95, 45}},
@@ -45,8 +43,8 @@ TEST(GridLayout, EachCellStandsBelowTheBandsAndAfterTheShownColumnsBeforeIt) {
       {4, 3, {4, 0}, {0, 30, 30, 45}},    // nor the heading column with the columns
       {4, 3, {3, 3}, {30, 15, 55, 30}},   // above the first row shown
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(CellRect(SlotAt(each.homeRow, each.homeCol), each.cell), each.rect) << each.cell;
+  for (const auto& [homeRow, homeCol, cell, rect] : cases)
+    EXPECT_EQ(CellRect(SlotAt(homeRow, homeCol), cell), rect) << cell;
 }
 
 TEST(GridLayout, OnlyTheLastShownColumnReachesToTheRightEdge) {

@@ -76,15 +76,13 @@ TEST_F(GridLooksTest, ClearingForgetsCellsAndRowsButNotTheCursorsColumn) {
 
 TEST_F(GridLooksTest, SizesAreBroughtIntoTheirLimitsAndTheCursorStays) {
   PutCursor({90, 200});
-  const struct {
-    std::uint32_t rows;
-    std::int32_t cols, keptRows, keptCols;
-  } cases[] = {{40000, 0, 32000, 1}, {32001, 257, 32000, 256},        {32000, 256, 32000, 256},
-               {0, -1, 0, 1},        {0xFFFFFFFF, kMost, 32000, 256}, {7, 24, 7, 24}};
-  for (const auto& each : cases) {
-    grid_.SetSize(each.rows, each.cols);
-    EXPECT_EQ(slot_.rows, each.keptRows) << each.rows;
-    EXPECT_EQ(slot_.cols, each.keptCols) << each.cols;
+  const std::tuple<std::uint32_t, std::int32_t, std::int32_t, std::int32_t> cases[] = {
+      {40000, 0, 32000, 1}, {32001, 257, 32000, 256},        {32000, 256, 32000, 256},
+      {0, -1, 0, 1},        {0xFFFFFFFF, kMost, 32000, 256}, {7, 24, 7, 24}};
+  for (const auto& [rows, cols, keptRows, keptCols] : cases) {
+    grid_.SetSize(rows, cols);
+    EXPECT_EQ(slot_.rows, keptRows) << rows;
+    EXPECT_EQ(slot_.cols, keptCols) << cols;
   }
   for (const std::int32_t height : {0, -1}) {
     grid_.SetRowHeight(height);
@@ -155,43 +153,35 @@ TEST_F(GridLooksTest, ATitleMakesRoomForItsLinesAndAFifthMore) {
   slot_.titleFont = 3;
   system_.fonts[3].height = 19;  // 22.8 a line
   const std::wstring full(300, L'x');
-  const struct {
-    std::wstring title, kept;
-    std::int32_t height;
-  } cases[] = {{L"", L"", 0},
-               {L"Hours", L"Hours", 22},
-               {L"Hours\n", L"Hours\n", 45},
-               {L"1\n2\n3", L"1\n2\n3", 68},
-               {full, full, 22},
-               {full + L"x", L"Title too long (300 chars max)", 22}};
-  for (const auto& each : cases) {
-    grid_.SetTitle(each.title);
-    EXPECT_EQ(slot_.title, each.kept);
-    EXPECT_EQ(slot_.titleHeight, each.height) << each.kept;
+  const std::tuple<std::wstring, std::wstring, std::int32_t> cases[] = {
+      {L"", L"", 0},
+      {L"Hours", L"Hours", 22},
+      {L"Hours\n", L"Hours\n", 45},
+      {L"1\n2\n3", L"1\n2\n3", 68},
+      {full, full, 22},
+      {full + L"x", L"Title too long (300 chars max)", 22}};
+  for (const auto& [title, kept, height] : cases) {
+    grid_.SetTitle(title);
+    EXPECT_EQ(slot_.title, kept);
+    EXPECT_EQ(slot_.titleHeight, height) << kept;
   }
 }
 
 TEST_F(GridLooksTest, AFontIsForHeadingsAndTitleUntilTheyHaveTheirs) {
+  const auto fonts = [&] { return std::tuple(slot_.cellFont, slot_.headingFont, slot_.titleFont); };
   grid_.SetFont(5);
-  EXPECT_EQ(slot_.headingFont, 5u);
-  EXPECT_EQ(slot_.titleFont, 5u);
+  EXPECT_EQ(fonts(), std::tuple(5u, 5u, 5u));
   grid_.SetFontOf(&GridSlot::titleFont, 6);
   grid_.SetFont(7);
-  EXPECT_EQ(slot_.cellFont, 7u);
-  EXPECT_EQ(slot_.headingFont, 5u);
-  EXPECT_EQ(slot_.titleFont, 6u);
+  EXPECT_EQ(fonts(), std::tuple(7u, 5u, 6u));
 }
 
 TEST_F(GridLooksTest, ASizeIsNotedUnlessItIsTheOneToSkip) {
-  const auto hear = [&](bool isToSkip, GridSize size) {
-    return [=, this] {
-      slot_.skipNextSize = isToSkip;
-      grid_.OnSize(size);
-      grid_.RefreshLayout();
-    };
-  };
-  ExpectAsked({""}, {{"noted", hear(false, {500, 200}), "SendSize 500,200; SendSize 500,200"},
-                     {"skipped", hear(true, {7, 7}), "SendSize 500,200; SendSize 500,200"}});
+  grid_.OnSize({500, 200});
+  slot_.skipNextSize = true;
+  grid_.OnSize({7, 7});
+  grid_.RefreshLayout();
+  EXPECT_EQ(Take(), "SendSize 500,200; SendSize 500,200");
   EXPECT_FALSE(slot_.skipNextSize);
 }
 

@@ -115,10 +115,7 @@ TEST_F(GridPainterTest, AGraphicsNumberIsThereWhenItsParentIsAsked) {
 }
 
 TEST_F(GridPainterTest, TheCursorsRowIsHighlightedAsTheFocusSays) {
-  const struct {
-    bool rowHighlight, hasFocus;
-    std::string background, text;
-  } cases[] = {
+  const std::tuple<bool, bool, std::string, std::string> cases[] = {
       {false, true, "ee", "0"}, {true, true, "800000", "ffffff"}, {true, false, "c8c8c8", "0"}};
   slot_.rows = 2;
   slot_.cols = 1;
@@ -126,12 +123,12 @@ TEST_F(GridPainterTest, TheCursorsRowIsHighlightedAsTheFocusSays) {
   slot_.unprotectColor = 0xDD;
   Store({1, 1}, L"a", true);
   Store({2, 1}, L"b");
-  for (const auto& each : cases) {
-    slot_.rowHighlight = each.rowHighlight;
-    slot_.hasFocus = each.hasFocus;
+  for (const auto& [rowHighlight, hasFocus, background, text] : cases) {
+    slot_.rowHighlight = rowHighlight;
+    slot_.hasFocus = hasFocus;
     EXPECT_EQ(PaintAndTake({"DrawBox", "PutText 52,21", "PutText 52,42", "PutText 2,21"}),
               "PutText 2,21,48,42 right font 2 colour 0 |1|; DrawBox 50,21,401,43 dcdcdc " +
-                  each.background + "; PutText 52,21,398,42 left font 1 colour " + each.text +
+                  background + "; PutText 52,21,398,42 left font 1 colour " + text +
                   " |a|; DrawBox 50,42,401,64 dcdcdc dd; "
                   "PutText 52,42,398,63 left font 1 colour 0 |b|");
   }
@@ -142,13 +139,12 @@ TEST_F(GridPainterTest, OnlyWhatIsVisibleIsPainted) {
   slot_.cols = 256;
   PutHome({31'000, 100});
   slot_.colWidth[101] = 0;
-  const auto count = [&](std::initializer_list<const char*> beginnings) {
-    const std::string calls = PaintAndTake(beginnings);
-    return 1 + std::count(calls.begin(), calls.end(), ';');
+  const auto count = [&](const char* call) {
+    return 1 + std::ranges::count(PaintAndTake({call}), ';');
   };
   // Fourteen rows, the last of them cut, of seven columns, and their headings.
-  EXPECT_EQ(count({"DrawBox"}), 14 * 7);
-  EXPECT_EQ(count({"DrawEdge"}), 1 + 14 + 7);
+  EXPECT_EQ(count("DrawBox"), 14 * 7);
+  EXPECT_EQ(count("DrawEdge"), 1 + 14 + 7);
   EXPECT_EQ(slot_.firstVisibleRow, 31'000);
   EXPECT_EQ(slot_.lastVisibleRow, 31'013);
   EXPECT_EQ(slot_.firstVisibleCol, 100);

@@ -1,6 +1,5 @@
 #include "grid/grid_scrolling.h"
 
-#include "grid/grid_cursor.h"
 #include "grid_fixture.h"
 
 namespace quillgate {
@@ -151,15 +150,9 @@ TEST_F(GridScrollingTest, TheCursorIsBroughtIntoViewByTheLeastThatShowsItWhole) 
        {"wider than the window", bring({1, 1}, {1, 8}, {1, 8}), scrolled + "1"},
        {"behind the wide one and a hidden one", bring({1, 1}, {1, 10}, {1, 10}), scrolled + "1"},
        {"past the last", bring({1, 1}, {101, 11}, {88, 10}), scrolled + "88"}});
-}
-
-TEST_F(GridScrollingTest, AColumnThatIsCutTakesTheRoomOfThoseBefore) {
-  slot_.cursorCol = 7;
-  for (const auto& [width, home] : {std::pair(400, 1), {399, 2}}) {
-    slot_.clientWidth = width;
-    scrolling_.BringCursorIntoView();
-    EXPECT_EQ(slot_.homeCol, home);
-  }
+  slot_.clientWidth = 399;
+  ExpectAsked({"InvalidateAll", "SetBarPosition vertical"},
+              {{"column that is cut", bring({1, 1}, {1, 7}, {1, 2}), scrolled + "1"}});
 }
 
 TEST_F(GridScrollingTest, ARowHigherThanTheWindowIsShownFromItsTop) {

@@ -134,10 +134,7 @@ class RecordingGridSystem : public GridSystem {
     // A copy: what it does may ask for more.
     if (onCall) onCall(std::string(calls.back()));
   }
-  GridSize SizeOf(GridFont font) const {
-    const auto found = fonts.find(font);
-    return found == fonts.end() ? GridSize{8, 16} : found->second;
-  }
+  GridSize SizeOf(GridFont font) { return fonts.try_emplace(font, GridSize{8, 16}).first->second; }
 };
 
 }  // namespace quillgate

@@ -1,11 +1,10 @@
-// A window with grids in it, on a desktop that nobody sees, and the user who clicks and types in
-// them. The window writes down what its grids tell it. For tests whose own thread is that of the
+// A window with a grid in it, on a desktop that nobody sees, and the user who clicks and types in
+// it. The window writes down what its grids tell it. For tests whose own thread is that of the
 // windows.
 #pragma once
 
 #include <windows.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -13,6 +12,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -40,13 +40,12 @@ class GridHostTest : public testing::Test {
     host_ = ::CreateWindowExW(0, windowClass.lpszClassName, L"Host", WS_VISIBLE, 0, 0, 600, 500,
                               nullptr, nullptr, nullptr, nullptr);
     EXPECT_NE(host_, nullptr);
-    Flow();
+    grid_ = MakeGrid();
   }
   ~GridHostTest() override {
-    onNotified = nullptr;
+    current_ = nullptr;
     ::DestroyWindow(host_);
     Flow();
-    current_ = nullptr;
   }
 
   // At the host's upper left corner, 320 x 200, shown; null when it refuses to live. The class is
@@ -83,7 +82,7 @@ class GridHostTest : public testing::Test {
   std::string TakeNotified() { return std::exchange(notified_, {}); }
   std::string TakeMoves() { return std::exchange(moves_, {}); }
   // Called with each notification as well.
-  std::function<void(HWND grid, int code, LPARAM value)> onNotified;
+  std::function<void(int code, LPARAM value)> onNotified;
 
   // --- the user ---
   static void Press(HWND grid, QPoint place) { Act(QTest::MousePress, grid, place); }
@@ -121,6 +120,7 @@ class GridHostTest : public testing::Test {
   }
 
   HWND host_ = nullptr;
+  HWND grid_ = nullptr;
 
  private:
   static void Act(QTest::MouseAction action, HWND grid, QPoint place) {
@@ -141,7 +141,7 @@ class GridHostTest : public testing::Test {
         isMove ? *reinterpret_cast<const GridCell*>(value) : GridCell{LOWORD(value), HIWORD(value)};
     const QString note = QString("%1 %2 %3,%4; ").arg(id).arg(code).arg(cell.row).arg(cell.col);
     (isMove ? moves_ : notified_) += note.toStdString();
-    if (onNotified) onNotified(::GetDlgItem(host_, id), code, value);
+    if (onNotified) onNotified(code, value);
   }
 
   static inline GridHostTest* current_ = nullptr;

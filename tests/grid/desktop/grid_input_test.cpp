@@ -11,9 +11,7 @@ QPoint MiddleOf(std::int32_t row, std::int32_t col) {
 
 class GridInputTest : public GridHostTest {
  protected:
-  GridInputTest() : grid_(MakeGrid()) { Send(grid_, GCM_SETEDITABLE, 1); }
-
-  HWND grid_;
+  GridInputTest() { Send(grid_, GCM_SETEDITABLE, 1); }
 };
 
 // A bar at the bottom leaves room for seven whole rows below the headings.
@@ -70,20 +68,17 @@ TEST_F(GridInputTest, AColumnsBorderIsDragged) {
 }
 
 TEST_F(GridInputTest, EveryRequestOfABarTakesTheFocusAndScrollsInItsDirection) {
-  const struct {
-    UINT message;
-    int request, place, position;
-  } cases[] = {
+  const std::tuple<UINT, int, int, int> cases[] = {
       // 100 rows, seven of which are shown whole.
       {WM_VSCROLL, SB_PAGEDOWN, 0, 8},       {WM_VSCROLL, SB_PAGEUP, 0, 1},
       {WM_VSCROLL, SB_LINEDOWN, 0, 2},       {WM_VSCROLL, SB_LINEUP, 0, 1},
       {WM_VSCROLL, SB_THUMBTRACK, 4000, 94}, {WM_VSCROLL, SB_ENDSCROLL, 0, 94},
       {WM_HSCROLL, SB_PAGERIGHT, 0, 2},      {WM_HSCROLL, SB_THUMBTRACK, 255, 255},
   };
-  for (const auto& each : cases) {
-    Send(grid_, each.message, MAKEWPARAM(each.request, each.place));
-    EXPECT_EQ(::GetScrollPos(grid_, each.message == WM_VSCROLL ? SB_VERT : SB_HORZ), each.position)
-        << each.request;
+  for (const auto& [message, request, place, position] : cases) {
+    Send(grid_, message, MAKEWPARAM(request, place));
+    EXPECT_EQ(::GetScrollPos(grid_, message == WM_VSCROLL ? SB_VERT : SB_HORZ), position)
+        << request;
   }
   EXPECT_EQ(::GetFocus(), grid_);
   MoveTo(grid_, MiddleOf(1, 1));

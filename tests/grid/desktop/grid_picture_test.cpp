@@ -12,7 +12,7 @@ constexpr COLORREF kPink = 0xC080FF;
 
 class GridPictureTest : public GridHostTest {
  protected:
-  GridPictureTest() : grid_(MakeGrid()) { Show(GCM_SETROWHIGHLIGHT, 0); }
+  GridPictureTest() { Show(GCM_SETROWHIGHLIGHT, 0); }
 
   // Sends the message, and paints.
   void Show(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -44,8 +44,6 @@ class GridPictureTest : public GridHostTest {
     const auto pixels = Pixels(area);
     return std::ranges::any_of(pixels, [=](COLORREF each) { return each != background; });
   }
-
-  HWND grid_;
 };
 
 TEST_F(GridPictureTest, EachLookIsSeen) {
@@ -55,12 +53,7 @@ TEST_F(GridPictureTest, EachLookIsSeen) {
   const auto set = [&](UINT message, WPARAM value) {
     return [=, this] { Send(grid_, message, value); };
   };
-  const struct {
-    const char* what;
-    std::function<void()> act;
-    QPoint place;
-    COLORREF colour;
-  } cases[] = {
+  const std::tuple<const char*, std::function<void()>, QPoint, COLORREF> cases[] = {
       {"protected", set(GCM_SETPROTECTCOLOR, kGrey), {125, 52}, kGrey},
       {"unprotected", set(GCM_SETUNPROTECTCOLOR, kPink), {175, 52}, kPink},
       {"line", set(GCM_SETGRIDLINECOLOR, 0x0000FF), {150, 52}, 0x0000FF},
@@ -75,10 +68,10 @@ TEST_F(GridPictureTest, EachLookIsSeen) {
       {"below the rows", set(GCM_REFRESH, 0), {25, 150}, kGrey},
       {"title", set(GCM_SETTITLEHEIGHT, 30), {95, 45}, ::GetSysColor(COLOR_BTNFACE)},
   };
-  for (const auto& each : cases) {
-    each.act();
+  for (const auto& [what, act, place, colour] : cases) {
+    act();
     Flow();
-    EXPECT_EQ(PixelAt(each.place.x(), each.place.y()), each.colour) << each.what;
+    EXPECT_EQ(PixelAt(place.x(), place.y()), colour) << what;
   }
 }
 
@@ -103,21 +96,20 @@ TEST_F(GridPictureTest, TextsNumbersCheckBoxesAndHeadingsLeaveInk) {
 
 TEST_F(GridPictureTest, TheParentDrawsGraphicCells) {
   std::vector<LRESULT> indexes;
-  onNotified = [&](HWND grid, int code, LPARAM value) {
+  const auto grey = static_cast<HBRUSH>(::GetStockObject(GRAY_BRUSH));
+  onNotified = [&](int code, LPARAM value) {
     if (code != GCN_DRAWGRAPHIC) return;
-    indexes.push_back(Send(grid, GCM_GETGRAPHICINDEX));
-    const HDC context = ::GetDC(grid);
-    const HBRUSH brush = ::CreateSolidBrush(kPink);
-    ::FillRect(context, reinterpret_cast<const RECT*>(value), brush);
-    ::DeleteObject(brush);
-    ::ReleaseDC(grid, context);
+    indexes.push_back(Send(grid_, GCM_GETGRAPHICINDEX));
+    const HDC context = ::GetDC(grid_);
+    ::FillRect(context, reinterpret_cast<const RECT*>(value), grey);
+    ::ReleaseDC(grid_, context);
   };
   Store(grid_, {2, 2}, L"~17");
   Flow();
   EXPECT_EQ(indexes, std::vector<LRESULT>{17});
-  EXPECT_EQ(PixelAt(102, 44), kPink);
+  EXPECT_EQ(PixelAt(102, 44), kGrey);
   EXPECT_EQ(PixelAt(101, 44), kWhite);
-  EXPECT_EQ(PixelAt(147, 60), kPink);
+  EXPECT_EQ(PixelAt(147, 60), kGrey);
   EXPECT_EQ(PixelAt(148, 60), kWhite);
 }
 

@@ -15,16 +15,15 @@ TEST_F(GridHostTest, RegisteringTheClassAgainSucceeds) {
 }
 
 TEST_F(GridHostTest, AGridWithATakenIdentifierOrNoneIsNotCreatedAndTheFirstGoesOn) {
-  const HWND first = MakeGrid();
-  Store(first, {1, 1}, L"kept");
+  Store(grid_, {1, 1}, L"kept");
   for (const int id : {kGridId, 0})
     EXPECT_EQ(MakeGrid(id), nullptr) << id;
-  EXPECT_EQ(TextOf(first, {1, 1}), L"kept");
-  EXPECT_EQ(Send(first, GCM_GETROWS), 100);
+  EXPECT_EQ(TextOf(grid_, {1, 1}), L"kept");
+  EXPECT_EQ(Send(grid_, GCM_GETROWS), 100);
 }
 
 TEST_F(GridHostTest, RegisteringTheClassAgainResetsTheValuesAndLeavesALivingGridDead) {
-  ::DestroyWindow(MakeGrid());
+  ::DestroyWindow(grid_);
   const HWND dead = MakeGrid();
   EXPECT_EQ(Send(dead, GCM_GETROWHEIGHT), 20) << "as after one that ended";
   RegisterGridClass(::GetModuleHandleW(nullptr));
@@ -37,37 +36,28 @@ TEST_F(GridHostTest, RegisteringTheClassAgainResetsTheValuesAndLeavesALivingGrid
 }
 
 TEST_F(GridHostTest, ACellPastTheLimitsIsRefusedOnceByEachMessage) {
-  const HWND grid = MakeGrid();
   TakeNotified();
   wchar_t buffer[8] = L"old";
   const auto text = reinterpret_cast<LPARAM>(buffer);
   for (const UINT message : {GCM_SETPROTECT, GCM_SETCELL, GCM_GETCELL, GCM_DELETECELL,
                              GCM_GETCELLTYPE, GCM_GETPROTECT}) {
-    EXPECT_EQ(SendCell(grid, message, {32001, 1}, text), -1) << message;
-    EXPECT_EQ(Send(grid, message, 0, text), -1) << message;
+    EXPECT_EQ(SendCell(grid_, message, {32001, 1}, text), -1) << message;
+    EXPECT_EQ(Send(grid_, message, 0, text), -1) << message;
     EXPECT_EQ(TakeNotified(), "500 3 0,0; 500 3 0,0; ") << message;
   }
   EXPECT_STREQ(buffer, L"old");
-  EXPECT_EQ(Store(grid, {-5, 1}, L"low"), 0);
-  EXPECT_EQ(TextOf(grid, {-5, 1}), L"low");
+  EXPECT_EQ(Store(grid_, {-5, 1}, L"low"), 0);
+  EXPECT_EQ(TextOf(grid_, {-5, 1}), L"low");
   EXPECT_EQ(TakeNotified(), "");
 }
 
 TEST_F(GridHostTest, EachMessageSetsWhatTheOneOfItsNameTells) {
-  const HWND grid = MakeGrid();
   TakeNotified();
   const GridCell cells[] = {{150, 3}, {160, 3}};
   const auto cell = reinterpret_cast<WPARAM>(&cells[0]);
   const auto below = reinterpret_cast<WPARAM>(&cells[1]);
   const auto number = reinterpret_cast<LPARAM>(L"12.5");
-  const struct {
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-    UINT question;
-    WPARAM of;
-    LRESULT answer;
-  } cases[] = {
+  const std::tuple<UINT, WPARAM, LPARAM, UINT, WPARAM, LRESULT> cases[] = {
       {GCM_SETDEFAULTPROTECT, 2, 0, GCM_GETPROTECT, cell, 0},
       {GCM_SETCELL, cell, number, GCM_GETCELLTYPE, cell, 2},
       {GCM_SETAUTOROW, 0, 0, GCM_GETPROTECT, cell, 1},
@@ -84,32 +74,31 @@ TEST_F(GridHostTest, EachMessageSetsWhatTheOneOfItsNameTells) {
       {GCM_SETCOLWIDTH, 2, -9, GCM_GETCOLWIDTH, 2, 50},
       {GCM_SETHEADERHEIGHT, 33, 0, GCM_GETHEADERHEIGHT, 0, 33},
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(Send(grid, each.message, each.wParam, each.lParam), 0) << each.message;
-    EXPECT_EQ(Send(grid, each.question, each.of), each.answer) << each.message;
+  for (const auto& [message, wParam, lParam, question, of, answer] : cases) {
+    EXPECT_EQ(Send(grid_, message, wParam, lParam), 0) << message;
+    EXPECT_EQ(Send(grid_, question, of), answer) << message;
   }
-  EXPECT_EQ(Send(grid, GCM_GETCOLS), 256);
+  EXPECT_EQ(Send(grid_, GCM_GETCOLS), 256);
   EXPECT_EQ(TakeNotified(), "500 10 1,1; ") << "only of the deletion";
-  Send(grid, GCM_NOTIFYROW);
-  Send(grid, GCM_NOTIFYCOL);
+  Send(grid_, GCM_NOTIFYROW);
+  Send(grid_, GCM_NOTIFYCOL);
   EXPECT_EQ(TakeNotified(), "500 6 5,6; 500 5 5,6; 500 7 5,6; 500 5 5,6; ");
 }
 
 TEST_F(GridHostTest, ADialogHearsThatTheGridWantsArrowsAndCharacters) {
-  const HWND grid = MakeGrid();
-  EXPECT_EQ(Send(grid, WM_GETDLGCODE), 0x91);
-  EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_ESCAPE), 0);
-  MSG message{grid, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+  EXPECT_EQ(Send(grid_, WM_GETDLGCODE), 0x91);
+  EXPECT_EQ(Send(grid_, WM_GETDLGCODE, VK_ESCAPE), 0);
+  MSG message{grid_, WM_KEYDOWN, VK_RETURN, 0, 0, {}};
   // The character of the same key is asked about too.
   for (const UINT asked : {WM_KEYDOWN, WM_CHAR}) {
     message.message = asked;
-    EXPECT_EQ(Send(grid, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&message)), 0x91);
-    EXPECT_EQ(CursorOf(grid), (GridCell{2, 1})) << asked;
+    EXPECT_EQ(Send(grid_, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&message)), 0x91);
+    EXPECT_EQ(CursorOf(grid_), (GridCell{2, 1})) << asked;
   }
 }
 
 TEST_F(GridHostTest, ATitleTakesTheRoomOfItsLinesAndIsTheWindowsText) {
-  const HWND grid = MakeGrid(kGridId, L"Two\nlines");
+  const HWND grid = MakeGrid(77, L"Two\nlines");
   MoveTo(grid, {80, 25});
   EXPECT_EQ(TakeMoves(), "500 2 -1,1; ");
   ::SetWindowTextW(grid, L"");
@@ -123,30 +112,22 @@ TEST_F(GridHostTest, ATitleTakesTheRoomOfItsLinesAndIsTheWindowsText) {
 
 // And make another one in its slot, to which nothing of that must happen.
 TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsNotified) {
-  HWND grid = nullptr;
+  const GridCell graphic{1, 2};
+  const GridCell pastLimits{32001, 1};
   HWND heir = nullptr;
+  ::DestroyWindow(grid_);
   const std::function<void()> acts[] = {
-      [&] {
-        SendCell(grid, GCM_GETCELL, GridCell{32001, 1});
-      },
-      [&] {
-        Store(grid, GridCell{1, 2}, L"~1");
-      },
-      [&] {
-        MoveTo(grid, {120, 60});
-      },
-      [&] {
-        MoveTo(grid, {120, 70});
-      },
-      [&] {
-        Click(grid, {120, 70});
-      },
-      [&] { Type(grid, "1"); },
-      [&] { Type(grid, Qt::Key_Down); },
-      [&] { Type(grid, Qt::Key_Delete); },
-      [&] { Type(grid, Qt::Key_F1); },
-      [&] { Send(grid, GCM_REFRESH); },
-      [&] { Type(grid, Qt::Key_Tab); },
+      [&] { SendCell(grid_, GCM_GETCELL, pastLimits); },
+      [&] { Store(grid_, graphic, L"~1"); },
+      [&] { MoveTo(grid_, QPoint(120, 60)); },
+      [&] { MoveTo(grid_, QPoint(120, 70)); },
+      [&] { Click(grid_, QPoint(120, 70)); },
+      [&] { Type(grid_, "1"); },
+      [&] { Type(grid_, Qt::Key_Down); },
+      [&] { Type(grid_, Qt::Key_Delete); },
+      [&] { Type(grid_, Qt::Key_F1); },
+      [&] { Send(grid_, GCM_REFRESH); },
+      [&] { Type(grid_, Qt::Key_Tab); },
   };
   for (const int mortal : {GCN_MOUSEMOVE, GCN_BADCELL, GCN_DRAWGRAPHIC, GCN_SELCHANGE,
                            GCN_ROWCHANGE, GCN_COLCHANGE, GCN_EDITBEGIN, GCN_DELETEKEY, GCN_EDITEND,
@@ -154,20 +135,20 @@ TEST_F(GridHostTest, TheParentMayEndTheGridWhateverItIsNotified) {
     // What was under way when the last one ended would go on in the next.
     RegisterGridClass(::GetModuleHandleW(nullptr));
     const HWND other = MakeGrid(kGridId + 1);
-    grid = MakeGrid();
-    Send(grid, GCM_SETEDITABLE, 1);
-    onNotified = [&](HWND, int code, LPARAM) {
-      if (code != mortal || !::IsWindow(grid)) return;
-      ::DestroyWindow(grid);
+    grid_ = MakeGrid();
+    Send(grid_, GCM_SETEDITABLE, 1);
+    onNotified = [&](int code, LPARAM) {
+      if (code != mortal || !::IsWindow(grid_)) return;
+      ::DestroyWindow(grid_);
       if (code == GCN_DRAWGRAPHIC) return;  // no place to make windows
       heir = MakeGrid();
       Store(heir, {1, 1}, L"heir");
     };
     for (const auto& act : acts) {
-      if (::IsWindow(grid)) act();
+      if (::IsWindow(grid_)) act();
     }
     onNotified = nullptr;
-    EXPECT_FALSE(::IsWindow(grid)) << mortal;
+    EXPECT_FALSE(::IsWindow(grid_)) << mortal;
     if (mortal != GCN_DRAWGRAPHIC) {
       EXPECT_EQ(CursorOf(heir), (GridCell{1, 1})) << mortal;
       EXPECT_EQ(TextOf(heir, {1, 1}), L"heir") << mortal;
