@@ -1,16 +1,17 @@
 #include "accounts/logon_session.h"
 
-#include "accounts_test.h"
+#include <future>
+
+#include "program/program_test.h"
 
 namespace quillgate {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::_;
 using testing::ElementsAre;
-using testing::InSequence;
 using testing::IsEmpty;
 using testing::Return;
-using testing::StrictMock;
 
 class MockPrompts : public LogonPrompts {
  public:
@@ -20,11 +21,20 @@ class MockPrompts : public LogonPrompts {
   MOCK_METHOD(void, NotifyFirstUserMade, (), (override));
 };
 
-class LogonSessionTest : public LogonTest {
+// Writes down whose session begins (+) and whose ends (-).
+class LogonSessionTest : public ProgramTest, protected SessionControl {
  protected:
-  LogonSessionTest() { logon_.SetPrompts(&mock_); }
+  LogonSessionTest() {
+    logon_.SetSessionControl(this);
+    logon_.SetPrompts(&mock_);
+  }
 
-  StrictMock<MockPrompts> mock_;
+  void Reevaluate() override { log_.push_back(L"+" + LoggedOn()); }
+  void EndSession() override { log_.push_back(L"-" + LoggedOn()); }
+  std::vector<std::wstring> TakeLog() { return std::exchange(log_, {}); }
+
+  testing::StrictMock<MockPrompts> mock_;
+  std::vector<std::wstring> log_;
 };
 
 TEST_F(LogonSessionTest, UnderNoneOnlyTheOverrideAsksAndItFallsBackToTheCommonUser) {
@@ -38,12 +48,12 @@ TEST_F(LogonSessionTest, UnderNoneOnlyTheOverrideAsksAndItFallsBackToTheCommonUs
   EXPECT_EQ(LoggedOn(), L"User");
   EXPECT_TRUE(logon_.LogOn(L"Admin"));
   EXPECT_EQ(LoggedOn(), L"Admin");
-  EXPECT_THAT(control_.TakeLog(), ElementsAre(L"+User", L"-User", L"+User", L"-User", L"+Admin"));
+  EXPECT_THAT(TakeLog(), ElementsAre(L"+User", L"-User", L"+User", L"-User", L"+Admin"));
 }
 
 TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdministrator) {
   UseSystem(L"QUILLGATE", {});
-  const InSequence order;
+  const testing::InSequence order;
   EXPECT_CALL(mock_, AskFirstUserName())
       .WillOnce(Return(L""))
       .WillOnce(Return(L""))
@@ -58,7 +68,7 @@ TEST_F(LogonSessionTest, TheFirstUserIsAskedForUntilItHasANameAndIsAStoredAdmini
         return L"Anna";
       });
   EXPECT_TRUE(logon_.LogOn(L""));
-  EXPECT_THAT(control_.TakeLog(), ElementsAre(L"+Anna"));
+  EXPECT_THAT(TakeLog(), ElementsAre(L"+Anna"));
   EXPECT_EQ(Query(L"SELECT Name, Privileges FROM Users_Quillgate;"), (DbRows{{L"Anna", L"1"}}));
 }
 
@@ -80,7 +90,7 @@ TEST_F(LogonSessionTest, UnderQuillgateOnlyAnAcceptedUserOfTheListIsLoggedOn) {
   EXPECT_FALSE(logon_.LogOn(L""));
   EXPECT_FALSE(logon_.LogOn(L""));
   EXPECT_TRUE(logon_.LogOn(L""));
-  EXPECT_THAT(control_.TakeLog(), ElementsAre(L"+Anna"));
+  EXPECT_THAT(TakeLog(), ElementsAre(L"+Anna"));
 }
 
 TEST_F(LogonSessionTest, UnderWindowsTheIdentityDecidesAloneAndEachLogonEndsTheSessionBefore) {
@@ -93,7 +103,7 @@ TEST_F(LogonSessionTest, UnderWindowsTheIdentityDecidesAloneAndEachLogonEndsTheS
     EXPECT_EQ(LoggedOn(), current);
     EXPECT_EQ(isLoggedOn, logon_.IsLoggedOn());
   }
-  EXPECT_THAT(control_.TakeLog(), ElementsAre(L"+Anna", L"-Anna", L"+Bo", L"-Bo"));
+  EXPECT_THAT(TakeLog(), ElementsAre(L"+Anna", L"-Anna", L"+Bo", L"-Bo"));
 }
 
 TEST_F(LogonSessionTest, RefreshingFollowsTheNameIntoTheReloadedList) {
@@ -124,7 +134,122 @@ TEST_F(LogonSessionTest, WithoutTheUserLookedForNobodyIsAskedOrLoggedOn) {
   UseSystem(L"NONE", {L"Admin"});
   EXPECT_FALSE(logon_.LogOn(L"User"));
   EXPECT_EQ(LoggedOn(), L"(nobody)");
-  EXPECT_THAT(control_.TakeLog(), IsEmpty());
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+// A person before a dialog, who answers after what happens meanwhile on another thread.
+class SlowPerson final : public LogonPrompts {
+ public:
+  using Answer = std::optional<std::wstring>;
+
+  Answer AskLogon(LogonSystem, const LogonCandidates& candidates) override {
+    const Answer name = Reply();
+    // A dialog accepts whom it knows.
+    return name && candidates.Accepts(*name, L"") ? name : std::nullopt;
+  }
+  Answer AskFirstUserName() override { return Reply(); }
+  void NotifyFirstUserMade() override { ++usersNotified; }
+
+  // Under the next dialog.
+  std::function<void()> meanwhile;
+  Answer answer;
+  int usersNotified = 0;
+
+ private:
+  Answer Reply() {
+    if (const auto work = std::exchange(meanwhile, {})) {
+      done_ = std::async(std::launch::async, work);
+      EXPECT_EQ(done_.wait_for(10s), std::future_status::ready) << "waits for the dialog";
+    }
+    return answer;
+  }
+
+  std::future<void> done_;
+};
+
+class OpenQuestionTest : public LogonSessionTest {
+ protected:
+  OpenQuestionTest() {
+    logon_.SetPrompts(&person_);
+    identity_.name = L"Anna";
+  }
+
+  // A logon whose question gets the answer after what happens meanwhile.
+  bool LogOn(std::wstring_view name, std::function<void()> meanwhile, SlowPerson::Answer answer) {
+    person_.meanwhile = std::move(meanwhile);
+    person_.answer = std::move(answer);
+    return logon_.LogOn(name);
+  }
+
+  SlowPerson person_;
+};
+
+TEST_F(OpenQuestionTest, OnlyAnAcceptedAnswerEndsTheSessionThatBeganMeanwhile) {
+  const struct {
+    bool logsOff;
+    SlowPerson::Answer answer;
+    const wchar_t* current;
+    std::vector<std::wstring> log;
+  } cases[] = {{true, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
+               {false, L"Admin", L"Admin", {L"+User", L"-User", L"+Admin"}},
+               {false, {}, L"User", {L"+User"}}};
+  UseSystem(L"NONE", {L"Admin", L"User"});
+  for (const auto& each : cases) {
+    const auto meanwhile = [&] {
+      EXPECT_TRUE(logon_.LogOn(L"")) << "asks nothing, so waits for nobody";
+      EXPECT_EQ(LoggedOn(), L"User");
+      if (each.logsOff) logon_.LogOff(1);
+      EXPECT_EQ(logon_.IsLoggedOn(), !each.logsOff);
+    };
+    EXPECT_TRUE(LogOn(L"Admin", meanwhile, each.answer));
+    EXPECT_EQ(LoggedOn(), each.current);
+    EXPECT_EQ(TakeLog(), each.log);
+    logon_.LogOff(1);
+    TakeLog();
+  }
+}
+
+TEST_F(OpenQuestionTest, ASecondLogonThatWouldAskCountsAsCancelledUntilTheFirstHasItsAnswer) {
+  UseSystem(L"QUILLGATE", {L"Anna"});
+  const auto another = [this] { EXPECT_FALSE(logon_.LogOn(L"")); };
+  EXPECT_FALSE(LogOn(L"", another, {}));
+  EXPECT_TRUE(LogOn(L"", another, L"Anna"));
+}
+
+TEST_F(OpenQuestionTest, TheNameIsLookedUpAmongTheUsersOfTheAnswersTime) {
+  const std::function<void()> changes[] = {[this] { UseSystem(L"QUILLGATE", {L"Bo"}); },
+                                           [this] { UseSystem(L"WINDOWS", {L"Anna"}); },
+                                           [this] { logon_.SetUsers(nullptr); }};
+  for (const auto& change : changes) {
+    UseSystem(L"QUILLGATE", {L"Anna"});
+    EXPECT_FALSE(LogOn(L"", change, L"Anna"));
+    EXPECT_THAT(TakeLog(), IsEmpty());
+  }
+  UseSystem(L"QUILLGATE", {L"Anna"});
+  EXPECT_TRUE(LogOn(L"", changes[0], L"Bo"));
+}
+
+TEST_F(OpenQuestionTest, UsersThatCameMeanwhileArePreferredToAFirstOne) {
+  UseSystem(L"QUILLGATE", {});
+  EXPECT_FALSE(LogOn(
+      L"", [this] { UseSystem(L"QUILLGATE", {L"Anna"}); }, L"Intruder"));
+  EXPECT_THAT(users_->SortedNames(), ElementsAre(L"Anna"));
+  EXPECT_EQ(person_.usersNotified, 0);
+}
+
+TEST_F(OpenQuestionTest, WhoMustBeAskedIsKnownBeforehandAndAnswersNothingWhereNobodyCan) {
+  const std::tuple<const wchar_t*, const wchar_t*, bool> cases[] = {
+      {L"NONE", L"", false},        {L"NONE", L"User", false},     {L"NONE", L"Admin", true},
+      {L"WINDOWS", L"", false},     {L"WINDOWS", L"Admin", false}, {L"QUILLGATE", L"", true},
+      {L"QUILLGATE", L"User", true}};
+  for (const auto& [system, name, asks] : cases) {
+    settings_.SetSetting(SettingKey::kLogonSystem, system);
+    EXPECT_EQ(logon_.LogOnWithoutAsking(name), !asks) << system << name;
+  }
+  logon_.SetPrompts(nullptr);
+  UseSystem(L"NONE", {L"Admin", L"User"});
+  EXPECT_TRUE(logon_.LogOn(L"Admin"));
+  EXPECT_EQ(LoggedOn(), L"User");
 }
 
 TEST(LogonSystem, EveryWordButTwoIsTheNoneSystem) {

@@ -14,11 +14,7 @@ const std::wstring kA255(255, L'a');
 const std::wstring kA256(256, L'a');
 
 TEST(PasswordDigest, IsThatOfTheBytesUpToTheLimit) {
-  const struct {
-    std::wstring text;
-    std::size_t limit;
-    const wchar_t* digest;
-  } cases[] = {
+  const std::tuple<std::wstring, std::size_t, const wchar_t*> cases[] = {
       {L"", 255, L"D41D8CD98F00B204E9800998ECF8427E"},
       {L"12345678901234567890123456789012345678901234567890123456789012345678901234567890", 255,
        L"57EDF4A22BE3C955AC49DA2E2107B67A"},
@@ -30,23 +26,20 @@ TEST(PasswordDigest, IsThatOfTheBytesUpToTheLimit) {
       // Half a character is none.
       {kA254 + L"\u00e5", 255, L"DFDE09457E2017E31D4ECFAEA010DB8F"},
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(PasswordDigest(each.text, each.limit), each.digest) << each.text << each.limit;
+  for (const auto& [text, limit, digest] : cases)
+    EXPECT_EQ(PasswordDigest(text, limit), digest) << text << limit;
 }
 
 TEST(PasswordDigest, APasswordOfUpTo255BytesIsAcceptedOnlyAsItWasSet) {
-  const struct {
-    std::wstring set, tried;
-    bool accepted;
-  } cases[] = {
+  const std::tuple<std::wstring, std::wstring, bool> cases[] = {
       {L"", L"", true},        {L"secret", L"secret", true}, {L"secret", L"Secret", false},
       {L"secret", L"", false}, {kA255, kA255, true},         {kA256, kA256, false},
       {kA256, L"", false},
   };
-  for (const auto& each : cases) {
+  for (const auto& [set, tried, accepted] : cases) {
     User user(L"Anna");
-    user.SetPassword(each.set);
-    EXPECT_EQ(user.CheckPassword(each.tried), each.accepted) << each.set << " " << each.tried;
+    user.SetPassword(set);
+    EXPECT_EQ(user.CheckPassword(tried), accepted) << set << " " << tried;
   }
   EXPECT_FALSE(User().CheckPassword(L"")) << "a user made for loading";
 }

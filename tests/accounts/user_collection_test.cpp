@@ -27,29 +27,25 @@ class UserCollectionTest : public ProgramTest {
 };
 
 TEST_F(UserCollectionTest, AnAdministratorRemainsWhoeverIsRemovedOrDemoted) {
-  const struct {
-    bool annaRules, boRules;
-    const wchar_t* name;
-    bool allowed;
-  } cases[] = {
+  const std::tuple<bool, bool, const wchar_t*, bool> cases[] = {
       {true, false, L"Bo", true},     {true, false, L"Anna", false}, {true, true, L"Anna", true},
       {true, true, L"Bo", true},      {false, false, L"Bo", false},  {false, true, L"Anna", true},
       {true, true, L"Nobody", false},
   };
-  for (const auto& each : cases) {
+  for (const auto& [annaRules, boRules, name, allowed] : cases) {
     UserCollection users(LogonSystem::kQuillgate, database_);
-    users.Add(each.annaRules ? Administrator(L"Anna") : User(L"Anna"));
-    users.Add(each.boRules ? Administrator(L"Bo") : User(L"Bo"));
-    if (const auto user = users.Find(each.name)) {
-      const bool isLast = user->IsAdministrator() && !each.allowed;
-      EXPECT_EQ(users.SetAdministrator(each.name, false), each.allowed) << each.name;
-      EXPECT_EQ(users.Find(each.name)->IsAdministrator(), isLast);
+    users.Add(annaRules ? Administrator(L"Anna") : User(L"Anna"));
+    users.Add(boRules ? Administrator(L"Bo") : User(L"Bo"));
+    if (const auto user = users.Find(name)) {
+      const bool isLast = user->IsAdministrator() && !allowed;
+      EXPECT_EQ(users.SetAdministrator(name, false), allowed) << name;
+      EXPECT_EQ(users.Find(name)->IsAdministrator(), isLast);
       EXPECT_TRUE(users.Replace(*user));
-      EXPECT_EQ(users.Replace(User(each.name)), !isLast) << each.name;
+      EXPECT_EQ(users.Replace(User(name)), !isLast) << name;
       EXPECT_TRUE(users.Replace(*user));
     }
-    EXPECT_EQ(users.Remove(each.name), each.allowed) << each.name;
-    EXPECT_EQ(users.Count(), each.allowed ? 1u : 2u);
+    EXPECT_EQ(users.Remove(name), allowed) << name;
+    EXPECT_EQ(users.Count(), allowed ? 1u : 2u);
   }
 }
 
@@ -143,10 +139,9 @@ TEST_F(UserCollectionTest, TheUsersOfTheNoneSystemAreMadeOnceAndNeverForAnUnread
   EnsureBuiltInUsers(users);
   EXPECT_EQ(Query(L"SELECT Name, Privileges FROM Users_None;"),
             (DbRows{{L"Admin", L"1"}, {L"User", L"0"}}));
-  User admin = *users.Find(L"Admin");
+  User admin = Administrator(L"Admin");
   admin.SetPassword(L"secret");
-  users.Replace(std::move(admin));
-  ASSERT_TRUE(users.SaveAll());
+  ASSERT_TRUE(admin.Save(L"Users_None", database_));
   UserCollection again(LogonSystem::kNone, database_);
   EnsureBuiltInUsers(again);
   EXPECT_TRUE(again.Find(L"Admin")->CheckPassword(L"secret"));

@@ -22,10 +22,6 @@ namespace {
 
 using lab::DatabaseFolder;
 
-constexpr int kBusy = 5;
-constexpr int kFull = 13;
-constexpr int kMisuse = 21;
-
 unsigned ModeOf(const std::filesystem::path& file) {
   struct stat status {};
   EXPECT_EQ(::stat(file.c_str(), &status), 0) << file;

@@ -9,6 +9,12 @@
 
 namespace quillgate {
 
+// Result codes of the engine.
+inline constexpr int kError = 1;
+inline constexpr int kBusy = 5;
+inline constexpr int kFull = 13;
+inline constexpr int kMisuse = 21;
+
 // What one statement answered; texts are copies.
 struct EngineResult {
   int code = -1;

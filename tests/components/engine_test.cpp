@@ -10,10 +10,6 @@ namespace quillgate {
 
 namespace {
 
-constexpr int kError = 1;
-constexpr int kBusy = 5;
-constexpr int kMisuse = 21;
-
 class EngineStatements : public testing::Test {
  protected:
   void SetUp() override {

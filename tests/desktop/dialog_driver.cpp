@@ -2,18 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
+#include <QVariant>
 #include <atomic>
 #include <chrono>
-#include <future>
 #include <memory>
+#include <stdexcept>
 
 #include "platform/user/desktop.h"
 
@@ -34,29 +31,22 @@ class Errand {
   explicit Errand(std::function<void()> work) : work_(std::move(work)) {}
 
   void Run() {
-    if (taken_.test_and_set()) return;
-    work_();
-    done_.set_value();
+    if (!taken_.test_and_set()) work_();
   }
-  // False when it has not been begun in time. Work under way is waited for without limit.
+  // False when it has not been begun in time. Work under way is waited for without limit, and what
+  // it throws is thrown here.
   bool Await() {
-    const auto done = done_.get_future();
-    if (done.wait_for(kStepLimit) == std::future_status::ready) return true;
-    if (!taken_.test_and_set()) return false;
-    done.wait();
+    auto done = work_.get_future();
+    const bool isDone = done.wait_for(kStepLimit) == std::future_status::ready;
+    if (!isDone && !taken_.test_and_set()) return false;
+    done.get();
     return true;
   }
 
  private:
-  std::function<void()> work_;
+  std::packaged_task<void()> work_;
   std::atomic_flag taken_;
-  std::promise<void> done_;
 };
-
-void Send(const std::shared_ptr<Errand>& errand) {
-  QMetaObject::invokeMethod(
-      qApp, [errand] { errand->Run(); }, Qt::QueuedConnection);
-}
 
 QWidget* FindWindow(const QString& title) {
   for (QWidget* each : QApplication::topLevelWidgets()) {
@@ -87,10 +77,10 @@ QWidget* KeyboardWidget() {
 }
 
 QString Text(const QWidget* widget) {
-  if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) return button->text();
-  if (const auto* label = qobject_cast<const QLabel*>(widget)) return label->text();
-  if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) return edit->text();
-  if (const auto* combo = qobject_cast<const QComboBox*>(widget)) return combo->currentText();
+  for (const char* name : {"text", "currentText", "title"}) {
+    const QVariant text = widget->property(name);
+    if (text.isValid()) return text.toString();
+  }
   return widget->windowTitle();
 }
 
@@ -100,24 +90,27 @@ DesktopScript::DesktopScript(std::function<void(DesktopScript&)> body)
     : thread_([this, body = std::move(body)] { Run(body); }) {}
 
 DesktopScript::~DesktopScript() {
-  {
-    const std::lock_guard lock(mutex_);
-    leaving_ = true;
-    changed_.notify_all();
-  }
+  left_.set_value();
   DriveUntilEnded();
   thread_.join();
-  DropQuit();
 }
 
+// A script that failed, or has waited in vain for the test to come out of the loops, ends them.
 void DesktopScript::Run(const std::function<void(DesktopScript&)>& body) {
+  const auto left = left_.get_future();
+  const auto hasLeftWithin = [&](std::chrono::milliseconds limit) {
+    return left.wait_for(limit) == std::future_status::ready;
+  };
   try {
     AwaitDesktop();
     body(*this);
+    if (!hasLeftWithin(kLeaveLimit)) Fail("the test is still in a loop");
   } catch (const std::exception& failure) {
-    Report(failure.what());
+    ADD_FAILURE() << "script: " << failure.what();
   }
-  EndLoopsUntilLeft();
+  while (!hasLeftWithin(kQuitInterval)) {
+    if (const auto windowThread = platform::WindowThread()) windowThread->PostQuit(1);
+  }
   ended_ = true;
 }
 
@@ -130,36 +123,14 @@ void DesktopScript::AwaitDesktop() {
 }
 
 void DesktopScript::Fail(const QString& text) {
-  throw Stopped(text.toStdString());
+  throw std::runtime_error(text.toStdString());
 }
 
-void DesktopScript::Report(const std::string& text) {
-  ADD_FAILURE() << "script: " << text;
-  failed_ = true;
-}
-
-// A script that failed ends the loops at once, another only after it has waited in vain for the
-// test to come out of them.
-void DesktopScript::EndLoopsUntilLeft() {
-  const auto hasLeftWithin = [this](std::chrono::milliseconds limit) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, limit, [this] { return leaving_; });
-  };
-  if (!HasFailed()) {
-    if (hasLeftWithin(kLeaveLimit)) return;
-    Report("the test is still in a loop");
-  }
-  do {
-    const auto windowThread = platform::WindowThread();
-    if (windowThread == nullptr) continue;
-    windowThread->PostQuit(1);
-    posted_ = true;
-  } while (!hasLeftWithin(kQuitInterval));
-}
-
+// Once more after its end: what ended the loops of this test shall not end those of the next.
 void DesktopScript::DriveUntilEnded() {
   if (!platform::IsWindowThread()) return;
-  while (!ended_) {
+  for (bool hasEnded = false; !hasEnded;) {
+    hasEnded = ended_;
     MSG message;
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
       ::TranslateMessage(&message);
@@ -169,37 +140,27 @@ void DesktopScript::DriveUntilEnded() {
   }
 }
 
-// What ended the loops of this test shall not end those of the next.
-void DesktopScript::DropQuit() {
-  if (!posted_ || !platform::IsWindowThread()) return;
-  MSG message;
-  while (::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-  }
-}
-
 void DesktopScript::Do(std::function<void()> work) {
   const auto errand = std::make_shared<Errand>(std::move(work));
-  Send(errand);
+  Post([errand] { errand->Run(); });
   if (!errand->Await()) Fail("the window thread does not look at its events");
 }
 
 void DesktopScript::Post(std::function<void()> work) {
-  Send(std::make_shared<Errand>(std::move(work)));
+  QMetaObject::invokeMethod(
+      qApp, [work = std::move(work)] { work(); }, Qt::QueuedConnection);
 }
 
 void DesktopScript::Await(const std::function<bool()>& condition, const QString& what) {
   const auto limit = std::chrono::steady_clock::now() + kStepLimit;
   for (;;) {
     bool holds = false;
-    QString titles;
     Do([&] {
       holds = condition();
-      titles = VisibleTitles();
+      if (holds || std::chrono::steady_clock::now() <= limit) return;
+      Fail(QString("there is no %1; windows: %2").arg(what, VisibleTitles()));
     });
     if (holds) return;
-    if (std::chrono::steady_clock::now() > limit) {
-      Fail(QString("there is no %1; windows: %2").arg(what, titles));
-    }
     std::this_thread::sleep_for(kPollInterval);
   }
 }
@@ -222,31 +183,21 @@ QWidget* DesktopScript::Child(QWidget* window, int id) {
 }
 
 void DesktopScript::Click(QWidget* widget) {
-  QString problem;
   Do([&] {
+    const char* problem = widget->isVisible() ? "disabled" : "hidden";
     if (!widget->isVisible() || !widget->isEnabled()) {
-      problem = QString("control %1 is %2")
-                    .arg(widget->objectName(), widget->isVisible() ? "disabled" : "hidden");
-      return;
+      Fail(QString("control %1 is %2").arg(widget->objectName(), problem));
     }
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPosition(widget));
   });
-  if (!problem.isEmpty()) Fail(problem);
-}
-
-void DesktopScript::DoubleClick(QWidget* widget) {
-  Click(widget);
-  Do([&] { QTest::mouseDClick(widget, Qt::LeftButton, Qt::NoModifier, ClickPosition(widget)); });
 }
 
 void DesktopScript::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  bool sent = false;
   Do([&] {
     QWidget* widget = KeyboardWidget();
-    sent = widget != nullptr;
-    if (sent) QTest::keyClick(widget, key, modifiers);
+    if (widget == nullptr) Fail("no window has the keyboard");
+    QTest::keyClick(widget, key, modifiers);
   });
-  if (!sent) Fail("no window has the keyboard");
 }
 
 void DesktopScript::Type(QWidget* widget, const QString& text) {

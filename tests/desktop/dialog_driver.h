@@ -11,10 +11,8 @@
 #include <QString>
 #include <QWidget>
 #include <atomic>
-#include <condition_variable>
 #include <functional>
-#include <mutex>
-#include <stdexcept>
+#include <future>
 #include <thread>
 
 class DesktopScript {
@@ -45,38 +43,24 @@ class DesktopScript {
   // button.
   void Click(QWidget* widget);
   void Click(QWidget* window, int id) { Click(Child(window, id)); }
-  void DoubleClick(QWidget* widget);
   // To the widget with the keyboard, or in lack of one to the active window.
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   // Gives the widget the keyboard first.
   void Type(QWidget* widget, const QString& text);
   void Type(QWidget* window, int id, const QString& text) { Type(Child(window, id), text); }
 
-  // What a widget shows: a window's title, a label's, button's or field's text.
+  // What a widget shows: the text of a label, button, field or message box, else its title.
   QString TextOf(QWidget* widget);
+  QString TextOf(QWidget* window, int id) { return TextOf(Child(window, id)); }
   HWND HandleOf(QWidget* widget);
 
-  // --- for the test ---
-  bool HasFailed() const { return failed_; }
-
  private:
-  class Stopped : public std::runtime_error {
-   public:
-    using runtime_error::runtime_error;
-  };
   void Run(const std::function<void(DesktopScript&)>& body);
   void AwaitDesktop();
   [[noreturn]] static void Fail(const QString& text);
-  void Report(const std::string& text);
-  void EndLoopsUntilLeft();
   void DriveUntilEnded();
-  void DropQuit();
 
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  bool leaving_ = false;
+  std::promise<void> left_;  // the test, its loops
   std::atomic<bool> ended_ = false;
-  std::atomic<bool> failed_ = false;
-  std::atomic<bool> posted_ = false;
   std::thread thread_;
 };

@@ -2,7 +2,6 @@
 #include "frame/callback_window.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <vector>
@@ -38,11 +37,15 @@ class CallbackWindowTest : public testing::Test {
 TEST_F(CallbackWindowTest, EachObjectAnswersItsOwnWindowFromItsCreationOnAndThrowsNothing) {
   RecordingWindow first;
   RecordingWindow second;
+  RecordingWindow refusing;
   // Of the creation too, which goes on unless it is minus one.
   first.answer = 11;
   second.answer = 22;
+  refusing.answer = -1;
   ASSERT_TRUE(first.Create());
   ASSERT_TRUE(second.Create());
+  EXPECT_FALSE(refusing.Create());
+  EXPECT_EQ(refusing.Window(), nullptr);
   ASSERT_FALSE(first.messages.empty());
   EXPECT_EQ(first.messages.front(), WM_CREATE);
   EXPECT_THAT(first.messages, Not(Contains(WM_NCCREATE)));
@@ -50,13 +53,6 @@ TEST_F(CallbackWindowTest, EachObjectAnswersItsOwnWindowFromItsCreationOnAndThro
   EXPECT_EQ(::SendMessageW(second.Window(), kAnswer, 0, 0), 22);
   EXPECT_EQ(::SendMessageW(second.Window(), kThrow, 0, 0), 0);
   EXPECT_THAT(second.messages, Contains(kThrow));
-}
-
-TEST_F(CallbackWindowTest, ARefusedCreationLeavesNoWindow) {
-  RecordingWindow window;
-  window.answer = -1;
-  EXPECT_FALSE(window.Create());
-  EXPECT_EQ(window.Window(), nullptr);
 }
 
 TEST_F(CallbackWindowTest, TheWindowEndsWithItsObjectWhichMayOutliveIt) {

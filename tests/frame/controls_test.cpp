@@ -1,6 +1,5 @@
 // The typed controls on the system's own, without a screen, and the numbers of number fields.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 

@@ -2,7 +2,6 @@
 #include "frame/help_system.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "frame/help_topics.h"
 #include "platform/testing/simulated_machine.h"

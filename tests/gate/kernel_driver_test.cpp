@@ -1,7 +1,5 @@
 #include "gate/kernel_driver.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 
@@ -16,20 +14,12 @@ constexpr wchar_t kOldFile[] = L"C:\\Old\\QGIpHook.sys";
 
 class KernelDriverTest : public testing::Test {
  protected:
-  static DWORD Open(KernelDriver& driver) {
-    return driver.Open(L"QGIpHook", FILE_ATTRIBUTE_NORMAL, nullptr, nullptr);
-  }
-  // Answers for every name that no registered device has, and notes it.
-  void AcceptEveryDevice() {
-    platform::SetDeviceResolver([this](std::wstring_view name) {
-      deviceName_ = name;
-      return std::make_shared<platform::RecordingDevice>();
-    });
+  static DWORD Open(KernelDriver& driver, const wchar_t* name = L"QGIpHook") {
+    return driver.Open(name, FILE_ATTRIBUTE_NORMAL, nullptr, nullptr);
   }
 
   platform::SimulatedMachine machine_;
   std::shared_ptr<platform::RecordingDevice> device_ = machine_.AddDriver(L"QGIpHook", L"QGIpHook");
-  std::wstring deviceName_;
 };
 
 TEST_F(KernelDriverTest, OnlyWhatItMayChangeOfAServiceChangesAndOnlyWhatItStartedIsStopped) {
@@ -38,8 +28,7 @@ TEST_F(KernelDriverTest, OnlyWhatItMayChangeOfAServiceChangesAndOnlyWhatItStarte
     Before before;
     bool reconfigure;
     DWORD startType;
-    const wchar_t* file;
-    const wchar_t* displayName;
+    const wchar_t *file, *displayName;
     DWORD stateAfterClose;
   } cases[] = {
       {kNone, false, SERVICE_SYSTEM_START, kInstalledFile, L"QGIpHook", SERVICE_STOPPED},
@@ -88,8 +77,7 @@ TEST_F(KernelDriverTest, ADriverFileInTheCurrentFolderIsPreferred) {
 
 TEST_F(KernelDriverTest, WithoutItsDeviceADriverIsAnErrorAndHoldsNoHandle) {
   KernelDriver missing;
-  EXPECT_EQ(missing.Open(L"Missing", FILE_ATTRIBUTE_NORMAL, nullptr, nullptr),
-            ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(Open(missing, L"Missing"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(missing.Device(), INVALID_HANDLE_VALUE);
   EXPECT_EQ(missing.Error(), ERROR_FILE_NOT_FOUND);
 
@@ -106,9 +94,7 @@ TEST_F(KernelDriverTest, WithoutItsDeviceADriverIsAnErrorAndHoldsNoHandle) {
 
 TEST_F(KernelDriverTest, ADevicePathGetsItsPrefixUnlessItEndsWithABackslashAndLongTextsAreCut) {
   const struct {
-    std::wstring name;
-    std::wstring path;  // empty: none
-    std::wstring device;
+    std::wstring name, path, device;  // path empty: none
   } cases[] = {
       {L"Test", L"Card", L"Card"},
       {L"Test", L"\\\\.\\Card\\", L"Card\\"},
@@ -117,13 +103,18 @@ TEST_F(KernelDriverTest, ADevicePathGetsItsPrefixUnlessItEndsWithABackslashAndLo
       // Cut to 255 characters first, so the backslash at the end is not seen.
       {L"Test", std::wstring(255, L'e') + L"\\", std::wstring(251, L'e')},
   };
-  AcceptEveryDevice();
+  // Every name that no registered device has is answered, and noted.
+  std::wstring opened;
+  platform::SetDeviceResolver([&opened](std::wstring_view name) {
+    opened = name;
+    return std::make_shared<platform::RecordingDevice>();
+  });
   for (const auto& [name, path, device] : cases) {
     KernelDriver driver;
     EXPECT_EQ(driver.Open(name.c_str(), FILE_ATTRIBUTE_NORMAL, std::wstring(300, L'f').c_str(),
                           path.empty() ? nullptr : path.c_str()),
               NO_ERROR);
-    EXPECT_EQ(deviceName_, device);
+    EXPECT_EQ(opened, device);
     driver.Close();
   }
   EXPECT_EQ(Record(L"Test")->file, std::wstring(260, L'f'));

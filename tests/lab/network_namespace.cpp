@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -24,14 +23,6 @@ ino_t NumberOf(const char* file) {
 
 void RunOnThread(const std::function<void()>& work) {
   std::async(std::launch::async, work).get();
-}
-
-// The interfaces under /sys are those of the namespace that mounted it.
-void ShowOwnInterfaces() {
-  if (::unshare(CLONE_NEWNS) != 0) ThrowError("unshare");
-  if (::mount("none", "/", nullptr, MS_REC | MS_SLAVE, nullptr) != 0) ThrowError("mount /");
-  ::umount2("/sys", MNT_DETACH);
-  if (::mount("sysfs", "/sys", "sysfs", 0, nullptr) != 0) ThrowError("mount /sys");
 }
 
 }  // namespace
@@ -97,7 +88,6 @@ pid_t NetworkNamespace::Start(const std::function<int()>& work) const {
   int status = 1;
   try {
     Enter();
-    ShowOwnInterfaces();
     status = work();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());

@@ -30,8 +30,7 @@ class NetworkNamespace {
   // What the shell command printed, run inside; throws std::runtime_error with it on failure.
   std::string Shell(const std::string& command) const;
 
-  // A child process inside, with a /sys of its own that shows the namespace's interfaces. It ends
-  // with the status that `work` returns.
+  // A child process inside. It ends with the status that `work` returns.
   pid_t Start(const std::function<int()>& work) const;
 
   // A path that the ip command takes as a namespace, from this process's children.

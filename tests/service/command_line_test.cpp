@@ -7,11 +7,7 @@ namespace quillgate {
 namespace {
 
 TEST(CommandLine, TheFirstArgumentsFirstWordDecides) {
-  struct Case {
-    std::vector<std::wstring> arguments;
-    CommandWord expected;
-  };
-  const Case kCases[] = {
+  const std::pair<std::vector<std::wstring>, CommandWord> cases[] = {
       {{}, CommandWord::kRunService},
       {{L""}, CommandWord::kRunService},
       {{L"-"}, CommandWord::kRunService},
@@ -30,10 +26,10 @@ TEST(CommandLine, TheFirstArgumentsFirstWordDecides) {
       {{L" Install"}, CommandWord::kUnknown},
       {{L"\u0130nstall"}, CommandWord::kUnknown},  // a dotted capital I
   };
-  for (const Case& each : kCases) {
+  for (const auto& [arguments, expected] : cases) {
     std::vector<std::wstring> words = {L"qgserv"};
-    words.insert(words.end(), each.arguments.begin(), each.arguments.end());
-    EXPECT_EQ(CommandOf(words), each.expected) << testing::PrintToString(each.arguments);
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    EXPECT_EQ(CommandOf(words), expected) << testing::PrintToString(arguments);
   }
   EXPECT_EQ(CommandOf({}), CommandWord::kRunService);
 }

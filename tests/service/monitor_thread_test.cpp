@@ -1,7 +1,6 @@
 // When the monitor runs its cycles, and that nothing stops it but a stop.
 #include "service/monitor_thread.h"
 
-#include <atomic>
 #include <thread>
 
 #include "service_test.h"
@@ -13,18 +12,21 @@ using namespace std::chrono_literals;
 
 class MonitorThreadTest : public ServiceTest {
  protected:
+  // The monitor has run its first cycle and sleeps.
   MonitorThreadTest() {
     AddUser(LogonSystem::kNone, L"User");
     objects_.LoadUsers();
     objects_.Session();
     objects_.Logons().LogOn();
     machine_.Time().HoldSleepers();
+    objects_.StartMonitor();
+    EXPECT_TRUE(AwaitSleep(1000ms));
   }
 
-  // Waits until the monitor has woken that often in all and sleeps again.
-  bool AwaitWakes(int wakes) {
+  // Waits until the monitor sleeps, for that long in all.
+  bool AwaitSleep(std::chrono::milliseconds total) {
     for (int attempt = 0; attempt < 10'000; ++attempt) {
-      if (machine_.Time().TotalSlept() == wakes * 1000ms) return machine_.Time().AwaitSleepers(1);
+      if (machine_.Time().TotalSlept() == total) return machine_.Time().AwaitSleepers(1);
       std::this_thread::sleep_for(1ms);
     }
     return false;
@@ -32,13 +34,10 @@ class MonitorThreadTest : public ServiceTest {
   // Lets the monitor wake that often.
   void Wake(int times) {
     for (int i = 0; i < times; ++i) {
+      const auto slept = machine_.Time().TotalSlept();
       machine_.Time().Advance(1000ms);
-      ASSERT_TRUE(AwaitWakes(++wakes_));
+      ASSERT_TRUE(AwaitSleep(slept + 1000ms));
     }
-  }
-  void StartMonitor() {
-    objects_.StartMonitor();
-    ASSERT_TRUE(AwaitWakes(wakes_));
   }
 
   // Whether a cycle has run since this was last asked: each one renews the mirrored session.
@@ -47,12 +46,9 @@ class MonitorThreadTest : public ServiceTest {
     Execute(L"DELETE FROM CrashLog;");
     return cycled;
   }
-
-  int wakes_ = 1;
 };
 
 TEST_F(MonitorThreadTest, TheFirstCycleComesAtOnceAndTheNextAtTheTwentiethWake) {
-  StartMonitor();
   EXPECT_TRUE(HasCycled());
   for (int turn = 0; turn < 2; ++turn) {
     Wake(19);
@@ -63,7 +59,6 @@ TEST_F(MonitorThreadTest, TheFirstCycleComesAtOnceAndTheNextAtTheTwentiethWake) 
 }
 
 TEST_F(MonitorThreadTest, AFailingDatabaseIsLoggedOnceAndDoesNotEndTheCycles) {
-  StartMonitor();
   const std::size_t before = machine_.Events().size();
   Execute(L"ALTER TABLE CrashLog RENAME TO Gone;");
   Wake(40);
@@ -79,7 +74,6 @@ TEST_F(MonitorThreadTest, AFailingDatabaseIsLoggedOnceAndDoesNotEndTheCycles) {
 }
 
 TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
-  StartMonitor();
   Wake(18);
   HasCycled();
   // The mutex is this thread's own, so that the wait is no wait.
@@ -91,7 +85,8 @@ TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
 }
 
 TEST_F(MonitorThreadTest, AMonitorThatWasNeverStartedEndsWithoutACycle) {
-  { MonitorThread monitor(objects_.Session(), objects_.Events()); }
+  HasCycled();
+  { MonitorThread another(objects_.Session(), objects_.Events()); }
   EXPECT_FALSE(HasCycled());
 }
 

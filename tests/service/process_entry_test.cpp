@@ -11,7 +11,6 @@ namespace quillgate {
 namespace {
 
 using testing::IsEmpty;
-using testing::SizeIs;
 
 class ProcessEntryTest : public testing::Test {
  protected:
@@ -49,10 +48,7 @@ class ProcessEntryTest : public testing::Test {
 };
 
 TEST_F(ProcessEntryTest, EveryRoleRecordsTheFolderWithItsTerminatorAndSaysWhatItMust) {
-  const struct {
-    std::vector<std::wstring> arguments;
-    const char* output;
-  } roles[] = {
+  const std::pair<std::vector<std::wstring>, const char*> roles[] = {
       {{L"Setup"}, ""},
       {{L"Uninstall"}, ""},
       {{L"/SetupWizard"}, "The setup wizard is not available in this version.\n"},
@@ -95,7 +91,7 @@ TEST_F(ProcessEntryTest, ADatabaseThatCannotBeOpenedIsShownAndTheServiceAskedToS
   std::filesystem::create_directory(machine_.ProgramFolder() / "quillgate.dat");
   EXPECT_EQ(Run({L"Install"}), 1);
   const auto boxes = machine_.MessageBoxes();
-  ASSERT_THAT(boxes, SizeIs(2));
+  ASSERT_EQ(boxes.size(), 2u);
   EXPECT_EQ(boxes[0].caption, L"Quillgate");
   EXPECT_EQ(boxes[0].type, MB_ICONERROR);
   EXPECT_NE(boxes[0].text, L"");

@@ -38,11 +38,11 @@ class ServiceMainThreadTest : public ServiceTest {
 
 TEST_F(ServiceMainThreadTest, TheNoneSystemBeginsWithItsTwoUsersAndAnOpenGate) {
   Start();
-  EXPECT_THAT(Query(L"SELECT Name, Privileges FROM Users_None ORDER BY Name;"),
-              ElementsAre(DbRow{L"Admin", L"1"}, DbRow{L"User", L"0"}));
+  EXPECT_EQ(Query(L"SELECT Name, Privileges FROM Users_None ORDER BY Name;"),
+            (DbRows{{L"Admin", L"1"}, {L"User", L"0"}}));
   EXPECT_EQ(LoggedOn(), L"User");
   EXPECT_TRUE(objects_.Session().IsOnline());
-  EXPECT_THAT(Query(L"SELECT User FROM CrashLog;"), ElementsAre(DbRow{L"User"}))
+  EXPECT_EQ(Query(L"SELECT User FROM CrashLog;"), DbRows{{L"User"}})
       << "the first cycle runs at once";
   EXPECT_EQ(Setting(SettingKey::kFirstDayOfWeek), L"1") << "the locale's";
 }
@@ -99,24 +99,12 @@ TEST_F(ServiceMainThreadTest, AfterTheStopNothingUsesUsersOrDatabase) {
   Start();
   Stop();
   EXPECT_EQ(machine_.Time().TotalSlept(), 1500ms) << "the monitor's wake and the pause";
-  EXPECT_EQ(Failure(L"DELETE FROM CrashLog;"), L"No database open.");
+  EXPECT_THAT([this] { Execute(L"DELETE FROM CrashLog;"); },
+              testing::Throws<DBerror>(testing::Property(&DBerror::Message, L"No database open.")));
   module_.HandleControl(kControlWindowsLogoff);
   EXPECT_EQ(LoggedOn(), L"");
   module_.HandleControl(kControlWindowsLogon);
   EXPECT_EQ(LoggedOn(), L"") << "there are no users";
-}
-
-TEST_F(ServiceMainThreadTest, ProcessExitOpensTheGateAndStopsTheDrivers) {
-  AddUser(LogonSystem::kNone, L"Admin");
-  auto objects = std::make_unique<ProcessObjects>();
-  objects->GetDatabase().DbOpen();
-  objects->BeginSession();
-  EXPECT_FALSE(objects->Session().IsOnline()) << "User is missing";
-  hook_->ClearCodes();
-  objects.reset();
-  EXPECT_THAT(hook_->Codes(), ElementsAre(kHookPass));
-  EXPECT_EQ(::CreateFileW(L"\\\\.\\QGIpHook", 0, 0, nullptr, OPEN_EXISTING, 0, nullptr),
-            INVALID_HANDLE_VALUE);
 }
 
 }  // namespace

@@ -9,14 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ServiceModuleTest : public ServiceTest {
- protected:
-  static bool TakeQuit() {
-    MSG message{};
-    return ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE &&
-           message.message == WM_QUIT;
-  }
-};
+using ServiceModuleTest = ServiceTest;
 
 TEST_F(ServiceModuleTest, ControlsThatMeanNothingDoNothingAndUnknownOnesAreLogged) {
   for (const DWORD control : {2u, 3u, 4u, 5u})
@@ -28,13 +21,17 @@ TEST_F(ServiceModuleTest, ControlsThatMeanNothingDoNothingAndUnknownOnesAreLogge
 }
 
 TEST_F(ServiceModuleTest, AStopEndsTheMainThreadsLoopAlsoOneThatComesBeforeTheThreadIsKnown) {
+  const auto takeQuit = [] {
+    MSG message{};
+    return ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message == WM_QUIT;
+  };
   module_.HandleControl(SERVICE_CONTROL_STOP);
-  EXPECT_FALSE(TakeQuit());
+  EXPECT_FALSE(takeQuit());
   module_.SetMainThread();
-  EXPECT_TRUE(TakeQuit());
-  EXPECT_FALSE(TakeQuit());
+  EXPECT_TRUE(takeQuit());
+  EXPECT_FALSE(takeQuit());
   module_.HandleControl(SERVICE_CONTROL_STOP);
-  EXPECT_TRUE(TakeQuit());
+  EXPECT_TRUE(takeQuit());
   EXPECT_THAT(machine_.EventTexts(), ElementsAre(L"Request to stop...", L"Request to stop..."));
 }
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -34,19 +33,11 @@ class ServiceTest : public testing::Test {
     return rows;
   }
 
-  // What the statement fails with; empty when it does not.
-  std::wstring Failure(const std::wstring& sql) {
-    try {
-      Execute(sql);
-      return {};
-    } catch (const DBerror& error) {
-      return error.Message();
-    }
-  }
-
   // A user of the table, with the defaults of a new one.
-  void AddUser(LogonSystem system, const std::wstring& name) {
-    EXPECT_TRUE(User(name).Save(UserTableOf(system), objects_.GetDatabase()));
+  void AddUser(LogonSystem system, const std::wstring& name, const wchar_t* password = L"") {
+    User user(name);
+    user.SetPassword(password);
+    EXPECT_TRUE(user.Save(UserTableOf(system), objects_.GetDatabase()));
   }
   // Anna is the one who is logged on to Windows, and a user of that system.
   void AddWindowsUser() {

@@ -9,7 +9,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr wchar_t kWelcome[] =
     L"Welcome to Quillgate!: Right-click this icon to display the Quillgate menu from which you "
@@ -17,16 +16,15 @@ constexpr wchar_t kWelcome[] =
 
 class ServiceWindowTest : public ServiceTest {
  protected:
-  ServiceWindowTest() { objects_.Indicator().RelayWithoutTray(); }
-
-  // One user for each system, who is logged on to Windows as well.
-  void Prepare(const wchar_t* system, const wchar_t* firstStart = L"0") {
-    Set(SettingKey::kLogonSystem, system);
-    if (firstStart != nullptr) Set(SettingKey::kFirstStart, firstStart);
+  // One user for each system, who is logged on to Windows as well. The system is NONE.
+  ServiceWindowTest() {
+    objects_.Indicator().RelayWithoutTray();
+    Set(SettingKey::kFirstStart, L"0");
     AddUser(LogonSystem::kNone, L"User");
     AddUser(LogonSystem::kQuillgate, L"Bo");
     AddWindowsUser();
   }
+
   void Start() {
     objects_.BeginSession();
     ASSERT_TRUE(window_.Create());
@@ -42,18 +40,19 @@ class ServiceWindowTest : public ServiceTest {
 };
 
 struct Start {
-  const wchar_t* system;
-  const wchar_t* firstStart;  // null: not set yet
-  const wchar_t* loggedOn;
+  const wchar_t *system, *firstStart, *loggedOn;  // firstStart null: not set yet
 };
 
 class ServiceStartTest : public ServiceWindowTest, public testing::WithParamInterface<Start> {};
 
 TEST_P(ServiceStartTest, OnlyTheSystemsWithoutALogonLogOnByThemselves) {
-  Prepare(GetParam().system, GetParam().firstStart);
+  const auto& [system, firstStart, loggedOn] = GetParam();
+  Execute(L"DELETE FROM Settings;");
+  Set(SettingKey::kLogonSystem, system);
+  if (firstStart != nullptr) Set(SettingKey::kFirstStart, firstStart);
   const bool first = Setting(SettingKey::kFirstStart) != L"0";
   Start();
-  EXPECT_EQ(LoggedOn(), GetParam().loggedOn);
+  EXPECT_EQ(LoggedOn(), loggedOn);
   EXPECT_EQ(objects_.Session().IsOnline(), !LoggedOn().empty());
   EXPECT_EQ(Setting(SettingKey::kFirstStart), L"0");
   EXPECT_EQ(std::ranges::count(machine_.EventTexts(), kWelcome), first ? 1 : 0);
@@ -67,15 +66,13 @@ constexpr struct Start kStarts[] = {
 INSTANTIATE_TEST_SUITE_P(Systems, ServiceStartTest, testing::ValuesIn(kStarts));
 
 TEST_F(ServiceWindowTest, ASessionThatACrashLeftIsRecoveredBeforeAnyoneLogsOn) {
-  Prepare(L"NONE");
   MirrorSession();
   Start();
   EXPECT_THAT(Query(L"SELECT User, Seconds FROM ConnLog;"), ElementsAre(DbRow{L"Anna", L"20"}));
-  EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), IsEmpty());
+  EXPECT_THAT(Query(L"SELECT * FROM CrashLog;"), testing::IsEmpty());
 }
 
 TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
-  Prepare(L"NONE");
   Execute(L"DROP TABLE ConnLog;");
   Execute(L"DROP TABLE CrashLog;");
   Start();
@@ -84,7 +81,6 @@ TEST_F(ServiceWindowTest, ADatabaseThatFailsAtTheStartLeavesTheGateClosed) {
 }
 
 TEST_F(ServiceWindowTest, AMissingHookIsNotifiedWithItsError) {
-  Prepare(L"NONE");
   hook_->FailOpenWith(ERROR_ACCESS_DENIED);
   Start();
   EXPECT_THAT(machine_.EventTexts(),
@@ -93,7 +89,6 @@ TEST_F(ServiceWindowTest, AMissingHookIsNotifiedWithItsError) {
 }
 
 TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSessionAndOtherPowerEventsAreTheSystems) {
-  Prepare(L"NONE");
   Start();
   for (const WPARAM event : {1, 2, 3, 5, 8, 18}) {
     EXPECT_EQ(Send(WM_POWERBROADCAST, event),
@@ -110,18 +105,15 @@ TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSessionAndOtherPowerEven
 }
 
 TEST_F(ServiceWindowTest, ACriticalResumeRecoversTheMirroredSessionFirst) {
-  Prepare(L"NONE");
   Start();
   MirrorSession();
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMECRITICAL), TRUE);
-  EXPECT_THAT(Query(L"SELECT User FROM ConnLog ORDER BY rowid;"),
-              ElementsAre(DbRow{L"Anna"}, DbRow{L"User"}));
+  EXPECT_EQ(Query(L"SELECT User FROM ConnLog ORDER BY rowid;"), (DbRows{{L"Anna"}, {L"User"}}));
   EXPECT_EQ(LoggedOn(), L"User");
   EXPECT_TRUE(objects_.Session().IsOnline());
 }
 
 TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
-  Prepare(L"NONE");
   Start();
   for (const WPARAM reason : {1, 3, 4, 5, 6, 7, 8})
     Send(WM_WTSSESSION_CHANGE, reason);
@@ -134,25 +126,18 @@ TEST_F(ServiceWindowTest, ADisconnectedConsoleLogsOffButForTheWindowsSystem) {
   EXPECT_EQ(LoggedOn(), L"");
 }
 
-// Where the session notifications go, and until when.
-struct {
-  HWND window;
-  DWORD flags;
-  HWND left;
-} notified;
+// Where the session notifications go, with which flags; at the end again, with none.
+std::vector<std::pair<HWND, DWORD>> notified;
 
 BOOL WINAPI Register(HWND window, DWORD flags) {
-  notified.window = window;
-  notified.flags = flags;
+  notified.emplace_back(window, flags);
   return TRUE;
 }
 BOOL WINAPI Unregister(HWND window) {
-  notified.left = window;
-  return TRUE;
+  return Register(window, 0);
 }
 
 TEST_F(ServiceWindowTest, SessionNotificationsLastAsLongAsTheWindow) {
-  Prepare(L"QUILLGATE");
   for (const bool complete : {false, true}) {
     platform::ExportTable exports = {
         {"WTSRegisterSessionNotification", reinterpret_cast<FARPROC>(Register)}};
@@ -160,15 +145,16 @@ TEST_F(ServiceWindowTest, SessionNotificationsLastAsLongAsTheWindow) {
       exports["WTSUnRegisterSessionNotification"] = reinterpret_cast<FARPROC>(Unregister);
     }
     platform::RegisterBuiltInModule(L"wtsapi32.dll", exports);
-    notified = {};
+    notified.clear();
     std::optional<ServiceWindow> window(objects_);
     ASSERT_TRUE(window->Create());
-    const HWND expected = complete ? window->Window() : nullptr;
-    EXPECT_EQ(notified.window, expected);
-    EXPECT_EQ(notified.flags, complete ? 1u : 0u);
-    EXPECT_EQ(notified.left, nullptr);
+    const HWND handle = window->Window();
+    decltype(notified) expected;
+    if (complete) expected = {{handle, 1}};
+    EXPECT_EQ(notified, expected);
     window.reset();
-    EXPECT_EQ(notified.left, expected);
+    if (complete) expected = {{handle, 1}, {handle, 0}};
+    EXPECT_EQ(notified, expected);
     platform::UnregisterBuiltInModule(L"wtsapi32.dll");
   }
 }

@@ -8,10 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class AccessRulesTest : public SessionTest {
- protected:
-  AccessReason Check() { return session_->CheckAccess(false); }
-};
+using AccessRulesTest = SessionTest;
 
 TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
   const struct {
@@ -37,8 +34,8 @@ TEST_F(AccessRulesTest, HoursComeBeforeTimeAndTimeBeforeDownload) {
       BlockHour(kThisHour, each.hourBlocked);
       LimitTime(each.timeUsed, 1);
       LimitDownload(each.downloadUsed, 1);
-      EXPECT_EQ(Check(), each.expected) << each.text << administrator;
-      EXPECT_EQ(session_->ReasonText(Check()), each.text);
+      EXPECT_EQ(session_->CheckAccess(false), each.expected) << each.text << administrator;
+      EXPECT_EQ(session_->ReasonText(session_->CheckAccess(false)), each.text);
     }
   }
 }
@@ -51,20 +48,20 @@ TEST_F(AccessRulesTest, ALimitOfOnesOwnTimeAndDownloadsMustBeExceeded) {
   LogOn();
   Pass(600s);
   Count(10'000'000, 99'999'999);
-  EXPECT_EQ(Check(), AccessReason::kAllowed);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kAllowed);
   EXPECT_EQ(session_->TimeLeft(), 0u);
   Count(1, 0);
-  EXPECT_EQ(Check(), AccessReason::kDownloadUsedUp);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kDownloadUsedUp);
   Pass(1s);
-  EXPECT_EQ(Check(), AccessReason::kTimeUsedUp);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kTimeUsedUp);
 }
 
 TEST_F(AccessRulesTest, ALimitOf4096MegabytesIsNoneAndUsagePast32BitsIsNotCut) {
   LimitDownload(true, 4096);
   LogOn();
-  EXPECT_EQ(Check(), AccessReason::kAllowed);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kAllowed);
   Count(1, 0);
-  EXPECT_EQ(Check(), AccessReason::kDownloadUsedUp);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kDownloadUsedUp);
   LimitDownload(true, 10);
   Count(0x1'0000'0000, 0);
   EXPECT_EQ(session_->BytesLeft(), 0u);
@@ -82,15 +79,15 @@ TEST_F(AccessRulesTest, WhatIsLeftIsNotifiedAlsoForALimitThatIsOff) {
   Count(kMegabyte, 0);
   EXPECT_EQ(session_->TimeLeft(), 0u);
   EXPECT_EQ(session_->BytesLeft(), 0u);
-  EXPECT_EQ(Check(), AccessReason::kAllowed);
+  EXPECT_EQ(session_->CheckAccess(false), AccessReason::kAllowed);
 }
 
 TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
   // The week begins on Monday the 14th.
-  InsertSession(L"1", L"10", L"2005-03-15 00:00:00");
-  InsertSession(L"2", L"20", L"2005-03-14 23:59:59");
-  InsertSession(L"4", L"40", L"2005-03-01 00:00:00");
-  InsertSession(L"8", L"80", L"2005-02-28 23:59:59");
+  Insert(L"ConnLog", {L"Anna", L"1", L"0", L"10", L"2005-03-15 00:00:00"});
+  Insert(L"ConnLog", {L"Anna", L"2", L"0", L"20", L"2005-03-14 23:59:59"});
+  Insert(L"ConnLog", {L"Anna", L"4", L"0", L"40", L"2005-03-01 00:00:00"});
+  Insert(L"ConnLog", {L"Anna", L"8", L"0", L"80", L"2005-02-28 23:59:59"});
   machine_.Time().SetLocalTime(2005, 3, 15, 12, 0, 0);
   constexpr std::pair<LimitPeriod, std::uint64_t> kSeconds[] = {
       {LimitPeriod::kDay, 1},
@@ -110,7 +107,7 @@ TEST_F(AccessRulesTest, EachPeriodCountsItsOwnDays) {
 
 TEST_F(AccessRulesTest, ThePeriodThatEndedIsLeftAtARefreshThatSucceedsWhole) {
   LimitTime(true, 10);
-  InsertSession(L"300", L"0", L"2005-03-14 08:00:00");
+  Insert(L"ConnLog", {L"Anna", L"300", L"0", L"0", L"2005-03-14 08:00:00"});
   machine_.Time().SetLocalTime(2005, 3, 14, 23, 59, 50);
   LogOn();
   Pass(20s);

@@ -15,9 +15,6 @@ class ConnectionLogTest : public SessionTest {
     // 2005-03-14 18:05:09.
     return {user, seconds, 1000, 65536, 38425.0 + (18 * 3600 + 5 * 60 + 9) / 86400.0};
   }
-  static DbRow Row(const std::wstring& user, const std::wstring& seconds) {
-    return {user, seconds, L"1000", L"65536", L"2005-03-14 18:05:09"};
-  }
 
   static void Write(ConnectionLog& log, const std::optional<SessionRecord>& running) {
     const ConnectionLog::Batch batch = log.Due(running);

@@ -7,25 +7,25 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-class GateStateTest : public SessionTest {};
+using GateStateTest = SessionTest;
 
 TEST_F(GateStateTest, TheGateIsOpenFromTheStartAndClosedForAllButAllowedLocalTraffic) {
   EXPECT_TRUE(session_->IsHookAvailable());
   EXPECT_TRUE(session_->IsOnline());
-  EXPECT_THAT(hook_->Codes(), ElementsAre(kEnableCode));
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kHookPass));
   EXPECT_TRUE(indicator_.shown);
   EXPECT_EQ(indicator_.tip, L"Quillgate - Internet connection enabled");
   const std::pair<const wchar_t*, DWORD> cases[] = {
-      {nullptr, kBlockLocalCode},
-      {L"yes", kBlockLocalCode},
-      {L"YES", kAllowLocalCode},
-      {L"NO", kBlockLocalCode},
+      {nullptr, kHookBlockLocal},
+      {L"yes", kHookBlockLocal},
+      {L"YES", kHookAllowLocal},
+      {L"NO", kHookBlockLocal},
   };
   for (const auto& [setting, code] : cases) {
     if (setting != nullptr) settings_.SetSetting(SettingKey::kLocalTrafficAllowed, setting);
     hook_->ClearCodes();
     session_->Disable();
-    EXPECT_THAT(hook_->Codes(), ElementsAre(code, kDisableCode));
+    EXPECT_THAT(hook_->Codes(), ElementsAre(code, kHookBlock));
   }
   EXPECT_FALSE(session_->IsOnline());
   indicator_.icons.resize(3);  // the first change of each kind
@@ -53,13 +53,15 @@ TEST_F(GateStateTest, WithoutHookAndCardTheTimeIsStillCounted) {
   EXPECT_EQ(Rows(L"ConnLog").size(), 1u);
 }
 
-TEST_F(GateStateTest, TheEndOfTheProcessOpensTheGateWithoutADatabase) {
+TEST_F(GateStateTest, TheEndOfTheProcessOpensTheGateWithoutADatabaseAndStopsTheDrivers) {
   session_->Disable();
   hook_->ClearCodes();
   database_.DbClose();
   logon_.SetSessionControl(nullptr);
   session_.reset();
-  EXPECT_THAT(hook_->Codes(), ElementsAre(kEnableCode));
+  EXPECT_THAT(hook_->Codes(), ElementsAre(kHookPass));
+  EXPECT_EQ(::CreateFileW(L"\\\\.\\QGIpHook", 0, 0, nullptr, OPEN_EXISTING, 0, nullptr),
+            INVALID_HANDLE_VALUE);
 }
 
 TEST_F(GateStateTest, ASessionIsMeasuredBetweenItsOwnStartAndEnd) {
@@ -81,19 +83,17 @@ TEST_F(GateStateTest, ASessionIsMeasuredBetweenItsOwnStartAndEnd) {
 }
 
 TEST_F(GateStateTest, ACounterThatFallsCountsNothingAndOnePast32BitsIsMeasuredWhole) {
-  const struct {
-    std::uint64_t atStart, later, received;
-  } cases[] = {
+  const std::tuple<std::uint64_t, std::uint64_t, std::uint64_t> cases[] = {
       {5000, 4999, 0},
       {0xFFFF'FFFF, 0x2'0000'0000, 0x1'0000'0001},
       {0x5'0000'0000, 0x6'8000'0000, 0x1'8000'0000},
   };
-  for (const auto& each : cases) {
-    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = each.atStart});
+  for (const auto& [atStart, later, received] : cases) {
+    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = atStart});
     LogOn();
     EXPECT_EQ(session_->BytesReceived(), 0u);
-    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = each.later});
-    EXPECT_EQ(session_->BytesReceived(), each.received) << each.atStart;
+    machine_.Interfaces().SetCounters(L"eth0", {.bytesReceived = later});
+    EXPECT_EQ(session_->BytesReceived(), received) << atStart;
   }
 }
 

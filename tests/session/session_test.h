@@ -2,9 +2,6 @@
 // with Anna as its user and her rules to edit.
 #pragma once
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <functional>
 
 #include "program/with_session.h"
@@ -15,10 +12,6 @@ constexpr std::uint64_t kMegabyte = 1'048'576;
 
 class SessionTest : public WithSession<ProgramTest> {
  protected:
-  static constexpr DWORD kEnableCode = 0x939C2098;
-  static constexpr DWORD kDisableCode = 0x939C2094;
-  static constexpr DWORD kAllowLocalCode = 0x939C209C;
-  static constexpr DWORD kBlockLocalCode = 0x939C20A0;
   // Of the week, when the machine's time begins.
   static constexpr std::size_t kThisHour = 1 * 24 + 18;
 
@@ -53,10 +46,10 @@ class SessionTest : public WithSession<ProgramTest> {
     LogOn();
   }
 
-  // A session of Anna's in the log.
-  void InsertSession(const std::wstring& seconds, const std::wstring& received,
-                     const std::wstring& start) {
-    Insert(L"ConnLog", {L"Anna", seconds, L"0", received, start});
+  // The row of a session that began when the machine's time did.
+  static DbRow Row(const std::wstring& user, const std::wstring& seconds,
+                   const std::wstring& sent = L"1000", const std::wstring& received = L"65536") {
+    return {user, seconds, sent, received, L"2005-03-14 18:05:09"};
   }
 
   // From now on, until Mend, no row can be added to the table.
@@ -69,22 +62,6 @@ class SessionTest : public WithSession<ProgramTest> {
   // From now on, until Mend, the finished sessions can be neither read nor written.
   void BreakLog() { database_.DbExecute(L"ALTER TABLE ConnLog RENAME TO Gone;"); }
   void MendLog() { database_.DbExecute(L"ALTER TABLE Gone RENAME TO ConnLog;"); }
-
-  // From now on, until Unlock, the file is in use whenever it is asked, as by another process: the
-  // lock is on every lock byte of the write-ahead log's index.
-  void LockDatabase() {
-    const std::string index = (machine_.ProgramFolder() / "quillgate.dat-shm").native();
-    otherProcess_ = ::open(index.c_str(), O_RDWR | O_CLOEXEC);
-    struct flock range {};
-    range.l_type = F_WRLCK;
-    range.l_start = 120;
-    range.l_len = 8;
-    ASSERT_EQ(::fcntl(otherProcess_, F_OFD_SETLK, &range), 0);
-  }
-  void UnlockDatabase() { ::close(otherProcess_); }
-
- private:
-  int otherProcess_ = -1;
 };
 
 }  // namespace quillgate

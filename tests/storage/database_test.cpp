@@ -2,7 +2,6 @@
 #include "storage/database.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/kernel/path.h"
 #include "platform/testing/simulated_machine.h"
@@ -12,7 +11,6 @@ namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class RealDatabase : public testing::Test {
@@ -99,7 +97,7 @@ TEST_F(RealDatabase, AnotherConnectionsLockMakesAWriteStayBusy) {
   const DbTransaction transaction(holder);
   DbRows rows;
   EXPECT_FALSE(database_.Run(L"INSERT INTO ConnHours VALUES ('x', '1', '2');", rows));
-  EXPECT_THAT(Query(L"SELECT * FROM ConnHours;"), IsEmpty());
+  EXPECT_THAT(Query(L"SELECT * FROM ConnHours;"), testing::IsEmpty());
   EXPECT_THROW(DbTransaction{database_}, DBerror);
 }
 

@@ -1,6 +1,5 @@
 // The query layer over an engine whose answers are scripted.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <future>
@@ -67,9 +66,8 @@ TEST_F(QueryLayer, AStatementOf1023BytesRunsAndOneThatWouldBeCutNeverReachesTheE
       {L"--" + std::wstring(600, L'\u00E5'), L"Query too long."},
       {std::wstring(L"DELETE FROM t\0 WHERE a = 1", 26), L"The query holds an invalid character."},
   };
-  for (const auto& [sql, message] : cases) {
+  for (const auto& [sql, message] : cases)
     EXPECT_EQ(FaultOf(sql), Fault(message, -1));
-  }
   EXPECT_THAT(engine_.Statements(), ElementsAre("--" + std::string(1021, 'x')));
 }
 

@@ -26,32 +26,24 @@ class ScriptedEngine {
   // Lacks the entry point of that name.
   explicit ScriptedEngine(const std::string& missingEntry = "") {
     current = this;
+    const auto entry = [](auto* function) { return reinterpret_cast<FARPROC>(function); };
     platform::ExportTable exports;
-    const auto add = [&exports](const char* name, auto* entry) {
-      exports.emplace(name, reinterpret_cast<FARPROC>(entry));
-    };
-    add(
-        "dbengproc1",
-        +[](const char* path, int, char** message) { return current->Open(path, message); });
-    add(
-        "dbengproc2", +[](void* connection) { current->connections_ -= connection == current; });
-    add(
-        "dbengproc10", +[](void* connection, const char* sql, char*** table, int* rows,
-                           int* columns, char** message) {
-          if (connection != current) std::abort();
-          return current->GetTable(sql, table, rows, columns, message);
-        });
-    for (const char* release : {"dbengproc11", "dbengproc18"})
-      add(
-          release, +[](void* handedOut) {
-            --current->unreleased_;
-            std::free(handedOut);
-          });
+    exports["dbengproc1"] =
+        entry(+[](const char* path, int, char** message) { return current->Open(path, message); });
+    exports["dbengproc2"] =
+        entry(+[](void* connection) { current->connections_ -= connection == current; });
+    exports["dbengproc10"] = entry(+[](void* connection, const char* sql, char*** table, int* rows,
+                                       int* columns, char** message) {
+      if (connection != current) std::abort();
+      return current->GetTable(sql, table, rows, columns, message);
+    });
+    exports["dbengproc11"] = exports["dbengproc18"] = entry(+[](void* handedOut) {
+      --current->unreleased_;
+      std::free(handedOut);
+    });
     // Looked for, never called.
-    for (const char* other :
-         {"dbengproc3", "dbengproc4", "dbengproc5", "dbengproc6", "dbengproc19"})
-      add(
-          other, +[] { std::abort(); });
+    for (const char* name : {"dbengproc3", "dbengproc4", "dbengproc5", "dbengproc6", "dbengproc19"})
+      exports[name] = entry(+[] { std::abort(); });
     exports.erase(missingEntry);
     platform::RegisterBuiltInModule(kModule, std::move(exports));
   }

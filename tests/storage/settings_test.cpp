@@ -1,7 +1,6 @@
 #include "storage/settings.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/testing/simulated_machine.h"
 #include "storage/scripted_engine.h"
@@ -10,7 +9,6 @@ namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class SettingsTest : public testing::Test {
  protected:
@@ -27,7 +25,7 @@ class SettingsTest : public testing::Test {
 
 TEST_F(SettingsTest, OnlyWritingMakesTheOneRowOfAKeyAndItMayBeEmpty) {
   EXPECT_EQ(settings_.GetSetting(SettingKey::kLogonSystem, L"NONE"), L"NONE");
-  EXPECT_THAT(StoredRows(), IsEmpty());
+  EXPECT_THAT(StoredRows(), testing::IsEmpty());
   for (const wchar_t* value : {L"WINDOWS", L""}) {
     settings_.SetSetting(SettingKey::kLogonSystem, value);
     EXPECT_THAT(StoredRows(), ElementsAre(ElementsAre(L"845", value)));

@@ -27,57 +27,52 @@ struct LinkMessage {
 std::vector<LinkMessage> LinkMessages() {
   using lab::Icmp6Packet;
   using lab::UdpPacket;
-  constexpr Way kOut = Way::kOut;
-  constexpr Way kIn = Way::kIn;
-  constexpr const char* kHost4 = "198.51.100.2";
-  constexpr const char* kRouter4 = "198.51.100.1";
-  constexpr const char* kServer4 = "203.0.113.10";
+  using enum Way;
+  const auto& [client4, inside4, host4, router4, server4] = lab::kIp4;
+  const auto& [client6, inside6, global, globalRouter, server6] = kIp6;
   constexpr const char* kAll4 = "255.255.255.255";
   constexpr const char* kHost = "fe80::2";
   constexpr const char* kRouter = "fe80::1";
-  constexpr const char* kGlobal = "2001:db8:1::2";
-  constexpr const char* kGlobalRouter = "2001:db8:1::1";
   constexpr const char* kServers = "ff02::1:2";
   constexpr const char* kNode = "ff02::1:ff00:1";
   constexpr std::uint8_t kRs = ND_ROUTER_SOLICIT;
   constexpr std::uint8_t kRa = ND_ROUTER_ADVERT;
   constexpr std::uint8_t kNs = ND_NEIGHBOR_SOLICIT;
   constexpr std::uint8_t kNa = ND_NEIGHBOR_ADVERT;
-  RawPacket fragment = UdpPacket(kHost4, kAll4, 68, 67);
+  RawPacket fragment = UdpPacket(host4, kAll4, 68, 67);
   fragment.isFirstOfMore = true;
   return {
-      {"DHCP request", kOut, true, UdpPacket(kHost4, kAll4, 68, 67)},
-      {"DHCP renewal", kOut, true, UdpPacket(kHost4, kRouter4, 68, 67)},
-      {"DHCP through a gateway", kOut, false, UdpPacket(kHost4, kServer4, 68, 67)},
-      {"DHCP for another link", kOut, false, UdpPacket(kHost4, "192.168.50.2", 68, 67)},
+      {"DHCP request", kOut, true, UdpPacket(host4, kAll4, 68, 67)},
+      {"DHCP renewal", kOut, true, UdpPacket(host4, router4, 68, 67)},
+      {"DHCP through a gateway", kOut, false, UdpPacket(host4, server4, 68, 67)},
+      {"DHCP for another link", kOut, false, UdpPacket(host4, client4, 68, 67)},
       {"DHCP in fragments", kOut, false, fragment},
-      {"from 68 to elsewhere", kOut, false, UdpPacket(kHost4, kRouter4, 68, 53)},
-      {"to 67 from elsewhere", kOut, false, UdpPacket(kHost4, kRouter4, 5, 67)},
-      {"DHCP answer", kIn, true, UdpPacket(kRouter4, kHost4, 67, 68)},
-      {"DHCP answer to all", kIn, true, UdpPacket(kServer4, kAll4, 67, 68)},
-      {"DHCP answer from afar", kIn, false, UdpPacket(kServer4, kHost4, 67, 68)},
-      {"to 68 from elsewhere", kIn, false, UdpPacket(kRouter4, kHost4, 53, 68)},
+      {"from 68 to elsewhere", kOut, false, UdpPacket(host4, router4, 68, 53)},
+      {"to 67 from elsewhere", kOut, false, UdpPacket(host4, router4, 5, 67)},
+      {"DHCP answer", kIn, true, UdpPacket(router4, host4, 67, 68)},
+      {"DHCP answer to all", kIn, true, UdpPacket(server4, kAll4, 67, 68)},
+      {"DHCP answer from afar", kIn, false, UdpPacket(server4, host4, 67, 68)},
+      {"to 68 from elsewhere", kIn, false, UdpPacket(router4, host4, 53, 68)},
       {"DHCPv6 request", kOut, true, UdpPacket(kHost, kServers, 546, 547)},
       {"DHCPv6 to one server", kOut, true, UdpPacket(kHost, kRouter, 546, 547)},
-      {"DHCPv6 from a global address", kOut, false, UdpPacket(kGlobal, kServers, 546, 547)},
-      {"DHCPv6 to a global address", kOut, false, UdpPacket(kHost, kGlobalRouter, 546, 547)},
+      {"DHCPv6 from a global address", kOut, false, UdpPacket(global, kServers, 546, 547)},
+      {"DHCPv6 to a global address", kOut, false, UdpPacket(kHost, globalRouter, 546, 547)},
       {"DHCPv6 answer", kIn, true, UdpPacket(kRouter, kHost, 547, 546)},
-      {"DHCPv6 answer from afar", kIn, false, UdpPacket(kGlobalRouter, kGlobal, 547, 546)},
+      {"DHCPv6 answer from afar", kIn, false, UdpPacket(globalRouter, global, 547, 546)},
       {"router solicitation", kOut, true, Icmp6Packet(kHost, "ff02::2", kRs)},
       {"router solicitation to one", kOut, false, Icmp6Packet(kHost, kRouter, kRs)},
       {"forged hop limit", kOut, false, Icmp6Packet(kHost, "ff02::2", kRs, 254)},
       {"neighbour solicitation", kOut, true, Icmp6Packet(kHost, kNode, kNs)},
-      {"neighbour solicitation to afar", kOut, false, Icmp6Packet(kGlobal, kIp6.server, kNs)},
-      {"neighbour solicitation from afar", kIn, false, Icmp6Packet(kIp6.server, kGlobal, kNs)},
-      {"neighbour advertisement in the subnet", kOut, true,
-       Icmp6Packet(kGlobal, kGlobalRouter, kNa)},
+      {"neighbour solicitation to afar", kOut, false, Icmp6Packet(global, server6, kNs)},
+      {"neighbour solicitation from afar", kIn, false, Icmp6Packet(server6, global, kNs)},
+      {"neighbour advertisement in the subnet", kOut, true, Icmp6Packet(global, globalRouter, kNa)},
       {"neighbour solicitation with a code", kOut, false, Icmp6Packet(kHost, kNode, kNs, 255, 1)},
       {"neighbour advertisement", kOut, true, Icmp6Packet(kHost, kRouter, kNa)},
       {"router advertisement, out", kOut, false, Icmp6Packet(kHost, "ff02::1", kRa)},
       {"redirect, out", kOut, false, Icmp6Packet(kHost, kRouter, ND_REDIRECT)},
       {"echo with hop limit 255", kOut, false, Icmp6Packet(kHost, kRouter, ICMP6_ECHO_REQUEST)},
       {"router advertisement", kIn, true, Icmp6Packet(kRouter, kHost, kRa)},
-      {"router advertisement from afar", kIn, false, Icmp6Packet(kGlobalRouter, kHost, kRa)},
+      {"router advertisement from afar", kIn, false, Icmp6Packet(globalRouter, kHost, kRa)},
       {"router advertisement, forged", kIn, false, Icmp6Packet(kRouter, kHost, kRa, 64)},
       {"neighbour solicitation, in", kIn, true, Icmp6Packet(kRouter, kHost, kNs)},
       {"redirect, in", kIn, false, Icmp6Packet(kRouter, kHost, ND_REDIRECT)},

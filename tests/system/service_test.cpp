@@ -2,61 +2,152 @@
 // what it does with a database that it cannot use.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
+#include "lab/database_folder.h"
 #include "lab/network_lab.h"
 #include "system/crossings.h"
-#include "system/installed_service.h"
 
 namespace {
 
+using namespace std::chrono_literals;
 using leaks::Crossings;
-using leaks::kAllCross;
-using leaks::kNoneCross;
-using service::InstalledService;
 using testing::HasSubstr;
 using testing::Not;
+using testing::Pair;
 
 constexpr char kHourBlocked[] = "You are not allowed to connect at this hour.";
 constexpr char kEnabled[] = "Internet connection enabled";
 
+std::vector<pid_t> ProcessesOf(const std::filesystem::path& executable) {
+  std::vector<pid_t> found;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    const pid_t process = std::atoi(entry.path().filename().c_str());
+    std::error_code error;
+    const auto runs = std::filesystem::read_symlink(entry.path() / "exe", error);
+    if (process != 0 && !error && runs == executable) found.push_back(process);
+  }
+  return found;
+}
+
+// The service in a program folder and a root folder of its own, worked through its command line and
+// winsc inside the lab's host, as an administrator would on a machine.
 class RealService : public testing::Test {
  protected:
   void SetUp() override {
     const std::string whyNot = lab::NetworkNamespace::WhyNot();
     if (!whyNot.empty()) GTEST_SKIP() << whyNot;
     lab_ = std::make_unique<lab::NetworkLab>();
-    service_ = std::make_unique<InstalledService>(lab_->Host());
+    for (const char* file : {"qgserv", "winsc", "qgdbeng.so", "QGIpHook.so"})
+      CopyFromBuild(file);
+    Must("./qgserv Install");
+    Sql("INSERT INTO Settings VALUES ('845', 'WINDOWS'); CREATE TABLE WlNpData (Key, Value);"
+        "INSERT INTO WlNpData VALUES ('UserName', 'anna');");
+  }
+  void TearDown() override { KillProcesses(); }
+
+  void CopyFromBuild(const std::string& file) const {
+    const auto build = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    std::filesystem::copy(build / file, folder_.Path() / file);
+  }
+
+  // The exit status and the output of a command in that folder, with the service's root.
+  std::pair<int, std::string> Run(const std::string& command) const {
+    const std::string printed = lab_->Host().Shell(
+        "unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM; cd " + folder_.Path().string() +
+        "; export WIN_ROOT=$PWD/root; { " + command + "; } 2>&1; echo status=$?");
+    const std::size_t at = printed.rfind("status=");
+    return {std::atoi(printed.c_str() + at + 7), printed.substr(0, at)};
+  }
+  void Must(const std::string& command) const {
+    const auto [status, output] = Run(command);
+    if (status != 0) throw std::runtime_error(command + ": " + output);
+  }
+  // What the stock sqlite3 answers.
+  std::string Sql(const std::string& statements) const {
+    return folder_.StockSqlite(".timeout 5000\n" + statements);
+  }
+  // Everything the service has logged.
+  std::string Log() const { return lab::ReadFile(folder_.Path() / "root/services/qgserv.log"); }
+
+  // From now on the user anna is logged on to the system, who may connect at any hour or at none.
+  void LogOnToSystem(bool mayConnect) const {
+    const std::string hours(168, mayConnect ? '0' : '1');
+    Sql("DELETE FROM Users_Windows; INSERT INTO Users_Windows VALUES"
+        " ('anna', '', 'NO', '1', '0', 'NO', '1', '0', '" +
+        hours + "', '0');");
+  }
+  // Starts the service and waits until the log holds the text, for 20 s.
+  void Start(const std::string& awaitedText) const {
+    const std::size_t before = Log().size();
+    Must("./winsc start qgserv");
+    for (int i = 0; Log().find(awaitedText, before) == std::string::npos; ++i) {
+      if (i == 400) throw std::runtime_error("not logged: " + awaitedText + "\n" + Log());
+      std::this_thread::sleep_for(50ms);
+    }
+  }
+  void StartBlocked() const {
+    LogOnToSystem(false);
+    Start(kHourBlocked);
+  }
+  void StartOpen() const {
+    LogOnToSystem(true);
+    Start(kEnabled);
+  }
+  void Stop() const { Must("./winsc stop qgserv"); }
+
+  // SIGKILL; returns when it counts as stopped.
+  void Kill() const {
+    if (KillProcesses() == 0) throw std::runtime_error("the service has no process: " + Log());
+    // A killed process and a start that has not noticed hold the service's lock a little longer.
+    for (int i = 0; Run("./winsc query qgserv | grep stopped").first != 0; ++i) {
+      if (i == 1000) throw std::runtime_error("the killed service does not count as stopped");
+      std::this_thread::sleep_for(1ms);
+    }
+  }
+  // Starts it and kills it so long after its process has come to be.
+  void KillWhileStarting(std::chrono::microseconds after) const {
+    Must("(./winsc start qgserv >/dev/null 2>&1 &)");
+    for (int i = 0; i < 20'000 && ProcessesOf(folder_.Path() / "qgserv").empty(); ++i)
+      std::this_thread::sleep_for(500us);
+    std::this_thread::sleep_for(after);
+    Kill();
+  }
+  int KillProcesses() const {
+    int killed = 0;
+    std::vector<pid_t> found;
+    while (!(found = ProcessesOf(folder_.Path() / "qgserv")).empty()) {
+      for (const pid_t process : found)
+        killed += ::kill(process, SIGKILL) == 0 ? 1 : 0;
+      std::this_thread::sleep_for(50ms);
+    }
+    return killed;
   }
 
   // Every kind of conversation begins anew: ones that stood still behind a closed gate have backed
   // off too far to be of use.
   void ExpectOpen(const char* when) {
     crossings_ = std::make_unique<Crossings>(*lab_);
-    EXPECT_THAT(crossings_->Try(), kAllCross) << when;
+    EXPECT_THAT(crossings_->Try(), leaks::kAllCross) << when;
   }
-  void ExpectClosed(const char* when) { EXPECT_THAT(crossings_->Try(), kNoneCross) << when; }
+  void ExpectClosed(const char* when) { EXPECT_THAT(crossings_->Try(), leaks::kNoneCross) << when; }
 
-  void StartBlocked() {
-    service_->LogOnToSystem(false);
-    ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
-  }
-  void StartOpen() {
-    service_->LogOnToSystem(true);
-    ASSERT_TRUE(service_->Start(kEnabled)) << service_->Log();
-  }
-
+  lab::DatabaseFolder folder_;
   std::unique_ptr<lab::NetworkLab> lab_;
-  std::unique_ptr<InstalledService> service_;
   std::unique_ptr<Crossings> crossings_;
 };
 
@@ -64,34 +155,31 @@ TEST_F(RealService, TheGateFollowsTheUserThroughKillRestartAndStop) {
   ExpectOpen("before the first start");
   StartBlocked();
   ExpectClosed("for a user whose hours are blocked");
-  service_->Kill();
+  Kill();
   ExpectClosed("after a kill");
-  std::string state;
-  service_->Run("./winsc query qgserv", &state);
-  EXPECT_THAT(state, HasSubstr("stopped"));
-  ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+  Start(kHourBlocked);
   ExpectClosed("after the restart");
-  service_->Stop();
+  Stop();
   ExpectOpen("after an orderly stop");
 }
 
 TEST_F(RealService, ALogonOfAnotherSystemUserSwitchesTheGateAtOnce) {
   StartOpen();
   ExpectOpen("for a user who may connect");
-  service_->Must("./winsc control qgserv 129");
+  Must("./winsc control qgserv 129");
   ExpectClosed("after the log-off");
-  service_->Must("./winsc control qgserv 128");
+  Must("./winsc control qgserv 128");
   ExpectOpen("after the logon");
-  EXPECT_EQ(service_->Sql("SELECT COUNT(*) FROM ConnLog WHERE User = 'anna';"), "1");
-  service_->Stop();
+  EXPECT_EQ(Sql("SELECT COUNT(*) FROM ConnLog WHERE User = 'anna';"), "1");
+  Stop();
 }
 
 TEST_F(RealService, RemovingItAfterAKillOpensTheGateThatNobodyElseWould) {
   StartBlocked();
-  service_->Kill();
-  service_->Must("./qgserv Uninstall");
+  Kill();
+  Must("./qgserv Uninstall");
   ExpectOpen("after the removal");
-  EXPECT_NE(service_->Run("./winsc query qgserv"), 0);
+  EXPECT_NE(Run("./winsc query qgserv").first, 0);
 }
 
 // Before the service knows the user it lets everything pass, at every one of its starts.
@@ -99,21 +187,21 @@ TEST_F(RealService, KillsWhileItStartsLetNothingThroughAGateThatWasClosed) {
   leaks::Flood flood(*lab_);
   StartBlocked();
   lab_->Forget();
-  flood.Begin(std::chrono::microseconds(50));
+  flood.Begin(50us);
   std::mt19937 random{std::random_device()()};
   std::uniform_int_distribution<int> microseconds(0, 200'000);
   for (int start = 0; start < 10; ++start) {
-    service_->Kill();
+    Kill();
     for (int kill = 0; kill < 2; ++kill)
-      service_->KillWhileStarting(std::chrono::microseconds(microseconds(random)));
-    ASSERT_TRUE(service_->Start(kHourBlocked)) << service_->Log();
+      KillWhileStarting(std::chrono::microseconds(microseconds(random)));
+    Start(kHourBlocked);
   }
   EXPECT_GT(flood.Sent(), 1000);
   EXPECT_EQ(flood.Arrived(), 0u);
-  service_->Kill();
+  Kill();
   StartOpen();
   for (int i = 0; i < 1000 && flood.Arrived() == 0; ++i)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    std::this_thread::sleep_for(1ms);
   EXPECT_GT(flood.Arrived(), 0u) << "the decision opens it";
 }
 
@@ -137,38 +225,35 @@ struct SilentDisplay {
 };
 
 TEST_F(RealService, ADisplayThatNeverAnswersKeepsNobodyOnLineAndTheServiceStops) {
-  service_->LogOnToSystem(false);
+  LogOnToSystem(false);
   const SilentDisplay display;
   for (const char* file : {"windesktop.so", "windesktop_probe"})
-    service_->Copy(file);
-  service_->Must("export DISPLAY=:" + display.number + "; ./winsc start qgserv");
+    CopyFromBuild(file);
+  Must("export DISPLAY=:" + display.number + "; ./winsc start qgserv");
   // The first cycle has mirrored the session before the display is given up.
-  while (service_->Sql("SELECT COUNT(*) FROM CrashLog WHERE User = 'anna';") != "1") {
-    ASSERT_THAT(service_->Log(), Not(HasSubstr("desktop cannot be reached")));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  while (Sql("SELECT COUNT(*) FROM CrashLog WHERE User = 'anna';") != "1") {
+    ASSERT_THAT(Log(), Not(HasSubstr("desktop cannot be reached")));
+    std::this_thread::sleep_for(50ms);
   }
   const auto begin = std::chrono::steady_clock::now();
-  service_->Stop();
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+  Stop();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, 20s);
   ExpectOpen("after the stop");
 }
 
 TEST_F(RealService, ADatabaseThatCannotBeUsedIsNamedAndLeftAlone) {
-  const std::filesystem::path file = service_->Folder() / "quillgate.dat";
+  const std::filesystem::path file = folder_.File();
   for (const char* suffix : {"", "-wal", "-shm"})
     std::filesystem::remove(file.string() + suffix);
   const std::string text = "This was a letter to my aunt, not a database of any kind.\n";
   lab::WriteFile(file, text);
-  std::string output;
-  EXPECT_EQ(service_->Run("./qgserv", &output), 1);
-  EXPECT_THAT(output, HasSubstr("not a database"));
+  EXPECT_THAT(Run("./qgserv"), Pair(1, HasSubstr("not a database")));
   EXPECT_EQ(lab::ReadFile(file), text);
 
   std::filesystem::remove(file);
   std::filesystem::create_directory(file);
-  EXPECT_EQ(service_->Run("./qgserv", &output), 1);
-  EXPECT_THAT(output, HasSubstr("folder"));
-  EXPECT_NE(service_->Run("./winsc start qgserv", &output), 0) << "it cannot run";
+  EXPECT_THAT(Run("./qgserv"), Pair(1, HasSubstr("folder")));
+  EXPECT_NE(Run("./winsc start qgserv").first, 0) << "it cannot run";
 }
 
 }  // namespace

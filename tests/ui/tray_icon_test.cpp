@@ -2,7 +2,6 @@
 #include "ui/tray_icon.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cstddef>
 #include <stdexcept>

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <winreg.h>
 
@@ -14,8 +13,8 @@
 namespace quillgate {
 namespace {
 
+using platform::SimulatedCard;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 std::vector<std::wstring> ServiceNames() {
   std::vector<std::wstring> names;
@@ -48,9 +47,8 @@ class AdapterListTest : public testing::Test {
 };
 
 TEST_F(AdapterListTest, CardsAreListedInTheirOrder) {
-  EXPECT_THAT(ServiceNames(), IsEmpty());
-  machine_.Interfaces().Set(
-      {platform::SimulatedCard(5, L"second"), platform::SimulatedCard(2, L"first")});
+  EXPECT_THAT(ServiceNames(), testing::IsEmpty());
+  machine_.Interfaces().Set({SimulatedCard(5, L"second"), SimulatedCard(2, L"first")});
   EXPECT_THAT(ServiceNames(), ElementsAre(L"second", L"first"));
   EXPECT_EQ(AdapterDescription(L"first"), L"Simulated card 2");
   EXPECT_EQ(AdapterDescription(L"FIRST"), L"");
@@ -78,13 +76,11 @@ TEST_F(AdapterListTest, ATextOfAnotherTypeOrTooLongIsUnknownAndAKeyNameTooLongEn
 TEST_F(AdapterListTest, ACardThatCannotBeOpenedStandsAsTheOneBefore) {
   int looks = 0;
   platform::SetKeyProvider(platform::kNetworkCardsPath, [&looks] {
-    const auto texts = [](const std::wstring& name) {
-      return std::vector<std::pair<std::wstring, std::wstring>>{{L"ServiceName", name},
-                                                                {L"Description", name}};
+    const auto card = [](const std::wstring& key, const std::wstring& name) {
+      return platform::ProvidedKey{key, {{L"ServiceName", name}, {L"Description", name}}};
     };
-    return std::vector<platform::ProvidedKey>{{L"1", texts(L"first")},
-                                              {L"2x" + std::to_wstring(++looks), texts(L"never")},
-                                              {L"3", texts(L"third")}};
+    return std::vector{card(L"1", L"first"), card(L"2x" + std::to_wstring(++looks), L"never"),
+                       card(L"3", L"third")};
   });
   EXPECT_THAT(ServiceNames(), ElementsAre(L"first", L"first", L"third"));
 }
@@ -93,8 +89,7 @@ TEST_F(AdapterListTest, TheStoredCardIsChosenByItsExactNameElseTheFirstWhichIsSt
   Database database;
   Settings settings(database);
   const auto stored = [&] { return settings.GetSetting(SettingKey::kAdapter, L"absent"); };
-  machine_.Interfaces().Set(
-      {platform::SimulatedCard(3, L"card3"), platform::SimulatedCard(4, L"card4")});
+  machine_.Interfaces().Set({SimulatedCard(3, L"card3"), SimulatedCard(4, L"card4")});
   EXPECT_EQ(ChooseAdapter(settings)->ServiceName(), L"card3");
   EXPECT_EQ(stored(), L"card3");
   settings.SetSetting(SettingKey::kAdapter, L"card4");

@@ -1,7 +1,6 @@
 #include "usage/adapter_properties.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -12,34 +11,28 @@ namespace {
 
 using testing::ElementsAre;
 
-class AdapterPropertiesTest : public testing::Test {
- protected:
-  static platform::NetworkInterface CardWithAddresses() {
-    platform::NetworkInterface card = platform::SimulatedCard(3, L"card3");
-    card.description = L"K\u00F6rt";
-    card.dhcp = true;
-    card.addresses = {{"192.0.2.7", "255.255.255.0"}, {"198.51.100.1", "255.255.0.0"}};
-    card.gateways = {"192.0.2.1", "192.0.2.2"};
-    card.nameServers = {"192.0.2.53", "192.0.2.54"};
-    return card;
-  }
-
-  platform::SimulatedMachine machine_;
-};
-
-TEST_F(AdapterPropertiesTest, TooLittleRoomFillsNothingAndWithoutAdaptersNoneIsNeeded) {
+TEST(AdapterProperties, TooLittleRoomFillsNothingAndWithoutAdaptersNoneIsNeeded) {
+  platform::SimulatedMachine machine;
   DWORD required = 99;
   EXPECT_EQ(EnumerateAdapterProperties(nullptr, 0, &required), NO_ERROR);
   EXPECT_EQ(required, 0u);
-  machine_.Interfaces().Set({CardWithAddresses(), platform::SimulatedCard(4, L"card4")});
+  machine.Interfaces().Set(
+      {platform::SimulatedCard(3, L"card3"), platform::SimulatedCard(4, L"card4")});
   AdapterProperties adapters[2];
   EXPECT_EQ(EnumerateAdapterProperties(adapters, 423, &required), ERROR_INSUFFICIENT_BUFFER);
   EXPECT_EQ(required, 424u);
   EXPECT_EQ(adapters[0].name, L"");
 }
 
-TEST_F(AdapterPropertiesTest, EveryListIsReadToItsEndAndAMissingAddressIsZeros) {
-  machine_.Interfaces().Set({CardWithAddresses(), platform::SimulatedCard(4, L"card4")});
+TEST(AdapterProperties, EveryListIsReadToItsEndAndAMissingAddressIsZeros) {
+  platform::NetworkInterface given = platform::SimulatedCard(3, L"card3");
+  given.description = L"K\u00F6rt";
+  given.dhcp = true;
+  given.addresses = {{"192.0.2.7", "255.255.255.0"}, {"198.51.100.1", "255.255.0.0"}};
+  given.gateways = {"192.0.2.1", "192.0.2.2"};
+  given.nameServers = {"192.0.2.53", "192.0.2.54"};
+  platform::SimulatedMachine machine;
+  machine.Interfaces().Set({given, platform::SimulatedCard(4, L"card4")});
   DWORD required = 424;
   std::vector<AdapterProperties> adapters(2);
   ASSERT_EQ(EnumerateAdapterProperties(adapters.data(), required, &required), NO_ERROR);

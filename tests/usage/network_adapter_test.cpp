@@ -62,10 +62,6 @@ class NetworkAdapterTest : public testing::Test {
     return driver;
   }
 
-  void SetTableCounters(std::uint64_t received, std::uint64_t sent) {
-    machine_.Interfaces().SetCounters(name_, {received, sent, 0, 0});
-  }
-
   platform::SimulatedMachine machine_;
   std::wstring name_;
   platform::NetworkInterface card_;
@@ -98,7 +94,7 @@ TEST_F(NetworkAdapterTest, AMacAddressThatIsInNoRowOrTooLongFindsNothing) {
 TEST_F(NetworkAdapterTest, TheDriversCounterIsTakenAsItStands) {
   const auto driver = ReplaceDriver();
   const NetworkAdapter adapter(name_);
-  SetTableCounters(1, 1);
+  machine_.Interfaces().SetCounters(name_, {.bytesReceived = 1, .bytesSent = 1});
   driver->objects[OID_GEN_DIRECTED_BYTES_XMIT] = {0xFE, 0xFF, 0xFF, 0xFF, 0x01, 0, 0, 0x80};
   driver->objects[OID_GEN_DIRECTED_BYTES_RCV] = {0x01, 0x02, 0x03, 0xF4};
   EXPECT_EQ(adapter.BytesSent(), 0x80000001FFFFFFFEu);
@@ -111,10 +107,10 @@ TEST_F(NetworkAdapterTest, ACounterOfAnotherSizeComesFromTheInterfaceTableWithIt
   const auto driver = ReplaceDriver();
   driver->objects[OID_GEN_DIRECTED_BYTES_RCV] = std::vector<BYTE>(16, 0xFF);
   const NetworkAdapter adapter(name_);
-  SetTableCounters(500, 4294967000u);
+  machine_.Interfaces().SetCounters(name_, {.bytesReceived = 500, .bytesSent = 4294967000u});
   const std::uint64_t sent = adapter.BytesSent();
   const std::uint64_t received = adapter.BytesReceived();
-  SetTableCounters(600, 100);
+  machine_.Interfaces().SetCounters(name_, {.bytesReceived = 600, .bytesSent = 100});
   EXPECT_EQ(adapter.BytesSent() - sent, 100 + 4294967295u - 4294967000u);
   EXPECT_EQ(adapter.BytesReceived() - received, 100u);
   machine_.Interfaces().Set({});

@@ -44,10 +44,7 @@ TEST_F(UsageTotalTest, APeriodIsFromTheBeginningOfItsFirstDayToTheLastSecondOfIt
   const struct {
     Period total;
     int year, month, day;
-    const wchar_t* before;
-    const wchar_t* first;
-    const wchar_t* last;
-    const wchar_t* after;
+    const wchar_t *before, *first, *last, *after;
   } cases[] = {
       {kDay, 2005, 3, 14, L"2005-03-13", L"2005-03-14", L"2005-03-14", L"2005-03-15"},
       {kWeek, 2004, 8, 25, L"2004-08-22", L"2004-08-23", L"2004-08-29", L"2004-08-30"},

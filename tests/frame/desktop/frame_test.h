@@ -3,11 +3,8 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
 #include <optional>
 
 #include "desktop/dialog_driver.h"
@@ -21,6 +18,7 @@
 namespace quillgate {
 
 inline const QString kBoxTitle = "Quillgate";
+constexpr int kApply = 0x3021;  // the button of a sheet
 
 class FrameTest : public testing::Test {
  protected:
@@ -31,13 +29,23 @@ class FrameTest : public testing::Test {
     window_.emplace();
   }
 
-  // The text of the message box that is open, which the OK button closes.
-  static QString CloseBox(DesktopScript& script) {
-    auto* box = qobject_cast<QMessageBox*>(script.AwaitWindow(kBoxTitle));
-    if (box == nullptr) return "(not a message box)";
-    QString text;
-    script.Do([&] { text = box->text(); });
-    script.Click(box, IDOK);
+  using Act = std::function<void(DesktopScript&, QWidget*)>;
+  // The script of a user who acts before the window of that title and presses a button in the end,
+  // unless its number is 0: the window closes by itself then.
+  static std::function<void(DesktopScript&)> UserOf(const QString& title, int last,
+                                                    const Act& act) {
+    return [=](DesktopScript& script) {
+      QWidget* window = script.AwaitWindow(title);
+      act(script, window);
+      if (last != 0) script.Click(window, last);
+      script.AwaitNoWindow(title);
+    };
+  }
+  // The text of the message box that is open, which the button closes.
+  static QString CloseBox(DesktopScript& script, int button = IDOK) {
+    QWidget* box = script.AwaitWindow(kBoxTitle);
+    const QString text = script.TextOf(box);
+    script.Click(box, button);
     script.AwaitNoWindow(kBoxTitle);
     return text;
   }

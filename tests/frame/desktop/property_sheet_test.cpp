@@ -16,7 +16,6 @@ using testing::ElementsAre;
 constexpr UINT kThrow = WM_APP;
 constexpr UINT kAsk = WM_APP + 1;
 constexpr int kNumber = 2000;
-constexpr int kApply = 0x3021;
 
 class RecordingPage final : public PropertyPage {
  public:
@@ -60,15 +59,13 @@ class RecordingPage final : public PropertyPage {
 
 class PropertySheetTest : public FrameTest {
  protected:
-  static constexpr auto kTitle = "Connection information";
-
-  // The sheet of both pages, while the script plays the user.
-  bool Run(const std::function<void(DesktopScript&, QWidget*)>& user,
+  // The sheet of both pages, while the script plays the user, who presses OK or Cancel in the end.
+  bool Run(int last, const Act& user,
            PropertySheet::Apply apply = PropertySheet::Apply::kWithButton) {
     PropertySheet sheet(catalogue_, kMsgConnectionInformation, apply);
     sheet.Add(first_);
     sheet.Add(second_);
-    DesktopScript script([&](DesktopScript& steps) { user(steps, steps.AwaitWindow(kTitle)); });
+    DesktopScript script(UserOf("Connection information", last, user));
     return sheet.Run();
   }
 
@@ -80,25 +77,14 @@ TEST_F(PropertySheetTest, ASheetWithoutPagesIsNotShown) {
   EXPECT_FALSE(PropertySheet(catalogue_, kMsgGeneral, PropertySheet::Apply::kWithButton).Run());
 }
 
-TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceAndForgottenAfterwards) {
-  EXPECT_TRUE(Run([&](DesktopScript& script, QWidget* sheet) {
+TEST_F(PropertySheetTest, BothPagesAreMadeAtOnceFollowTheLanguageAndAreForgottenAfterwards) {
+  EXPECT_TRUE(Run(IDOK, [&](DesktopScript& script, QWidget* sheet) {
     EXPECT_NE(first_.Window(), nullptr);
     EXPECT_NE(second_.Window(), nullptr);
     script.Do([&] {
       const QPoint middle = sheet->screen()->availableGeometry().center();
       EXPECT_LE((sheet->geometry().center() - middle).manhattanLength(), 2);
-    });
-    script.Click(sheet, IDOK);
-  }));
-  EXPECT_EQ(first_.Window(), nullptr);
-  EXPECT_EQ(second_.Window(), nullptr);
-  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "apply"));
-  EXPECT_THAT(second_.log, ElementsAre("init", "texts", "apply"));
-}
 
-TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
-  Run([&](DesktopScript& script, QWidget* sheet) {
-    script.Do([&] {
       catalogue_.SetInterfaceLanguage(1053);
       DialogObject::RefreshAllTexts();
       EXPECT_EQ(sheet->windowTitle(), "Anslutningsinformation");
@@ -106,22 +92,22 @@ TEST_F(PropertySheetTest, AnotherLanguageReachesEveryPageTheTabsAndTheCaption) {
       EXPECT_EQ(tabs->tabText(0), QString::fromWCharArray(L"Allm\u00e4nt"));
       EXPECT_EQ(tabs->tabText(1), "Detaljer");
     });
-    script.Click(sheet, IDCANCEL);
-  });
-  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "texts", "cancel"));
-  EXPECT_THAT(second_.log, ElementsAre("init", "texts", "texts", "cancel"));
+  }));
+  EXPECT_EQ(first_.Window(), nullptr);
+  EXPECT_EQ(second_.Window(), nullptr);
+  EXPECT_THAT(first_.log, ElementsAre("init", "texts", "texts", "apply"));
+  EXPECT_THAT(second_.log, ElementsAre("init", "texts", "texts", "apply"));
 }
 
 TEST_F(PropertySheetTest, AValueOutOfRangeIsNotifiedWithItsFieldSelectedAndFocused) {
   first_.highest = 1440;
-  Run([&](DesktopScript& script, QWidget* sheet) {
+  Run(IDOK, [&](DesktopScript& script, QWidget* sheet) {
     script.Click(sheet, IDOK);
     EXPECT_EQ(CloseBox(script), "The value 1441 is invalid. It must be in the range 1 - 1440.");
     auto* field = qobject_cast<QLineEdit*>(script.Child(sheet, kNumber));
     script.Await([&] { return field->hasFocus(); }, "focus in the field");
     script.Do([&] { EXPECT_EQ(field->selectedText(), "1441"); });
     script.Type(field, "1440");
-    script.Click(sheet, IDOK);
   });
   EXPECT_EQ(first_.number, 1440u);
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "apply", "apply"));
@@ -138,16 +124,15 @@ TEST_F(PropertySheetTest, CancelReachesEveryPageUnlessTheShownOneRefuses) {
       EXPECT_THAT(first_.log, ElementsAre("init", "texts"));
       first_.closes = true;
     });
-    script.Click(sheet, IDCANCEL);
   };
-  Run(user, PropertySheet::Apply::kWithoutButton);
+  Run(IDCANCEL, user, PropertySheet::Apply::kWithoutButton);
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "cancel"));
   EXPECT_THAT(second_.log, ElementsAre("init", "texts", "cancel"));
 }
 
 TEST_F(PropertySheetTest, ExceptionsAreShownOneAtATimeAndKeepTheSheetOpen) {
   first_.throwInApply = true;
-  Run([&](DesktopScript& script, QWidget* sheet) {
+  Run(IDCANCEL, [&](DesktopScript& script, QWidget* sheet) {
     script.Click(sheet, IDOK);
     EXPECT_EQ(CloseBox(script), "An unknown error has occurred. Please notify the author.");
     script.Do([&] {
@@ -156,18 +141,15 @@ TEST_F(PropertySheetTest, ExceptionsAreShownOneAtATimeAndKeepTheSheetOpen) {
       ::PostMessageW(first_.Window(), kThrow, 0, 0);
     });
     EXPECT_EQ(CloseBox(script), "A database error was detected:\n\ndisk full");
-    script.Click(sheet, IDCANCEL);
   });
 }
 
 TEST_F(PropertySheetTest, OnlyYesIsAYes) {
-  Run([&](DesktopScript& script, QWidget* sheet) {
+  Run(IDCANCEL, [&](DesktopScript& script, QWidget*) {
     for (const int button : {IDYES, IDNO}) {
       script.Do([&] { ::PostMessageW(first_.Window(), kAsk, 0, 0); });
-      script.Click(script.AwaitWindow(kBoxTitle), button);
-      script.AwaitNoWindow(kBoxTitle);
+      CloseBox(script, button);
     }
-    script.Click(sheet, IDCANCEL);
   });
   EXPECT_THAT(first_.log, ElementsAre("init", "texts", "yes", "no", "cancel"));
 }
@@ -175,16 +157,12 @@ TEST_F(PropertySheetTest, OnlyYesIsAYes) {
 TEST_F(PropertySheetTest, HelpIsTheControlsOwnTextElseThePagesTopic) {
   const RecordedHelp viewer;
   help_.SetHelpFile(L"help.chm");
-  Run([&](DesktopScript& script, QWidget* sheet) {
+  Run(IDCANCEL, [&](DesktopScript& script, QWidget*) {
     for (const DWORD_PTR context : {DWORD_PTR{0x807C0435}, DWORD_PTR{0}}) {
-      HELPINFO info{};
-      info.cbSize = sizeof(info);
-      info.iContextType = HELPINFO_WINDOW;
-      info.dwContextId = context;
+      HELPINFO info{sizeof(info), HELPINFO_WINDOW, 0, nullptr, context, {}};
       script.Do(
           [&] { ::SendMessageW(first_.Window(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info)); });
     }
-    script.Click(sheet, IDCANCEL);
   });
   EXPECT_THAT(
       RecordedHelp::TakeLog(),

@@ -59,21 +59,17 @@ TEST_F(FrameTest, AWizardGoesWhereItsPagesSayAndStaysWhereTheyRefuse) {
                        PropertySheet::WizardBitmaps{IDB_LOGON_BANNER, IDB_LOGON_BANNER});
   wizard.Add(first);
   wizard.Add(last);
-  DesktopScript script([&](DesktopScript& steps) {
-    QWidget* window = steps.AwaitWindow("Connection information");
+  const auto turn = [&](DesktopScript& steps, QWidget* window) {
     steps.Do([&] { EXPECT_EQ(last.Window(), nullptr); });
     EXPECT_FALSE(steps.Child(window, kBack)->isEnabled());
     steps.Click(window, kNext);
     EXPECT_EQ(CloseBox(steps), "An unknown error has occurred. Please notify the author.");
     steps.Do([&] { first.throws = false; });
-    steps.Click(window, kNext);
-    steps.Click(window, kBack);
-    steps.Click(window, kNext);
-    steps.Click(window, IDCANCEL);
-    steps.Click(window, kFinish);
+    for (const int button : {kNext, kBack, kNext, IDCANCEL, kFinish})
+      steps.Click(window, button);
     steps.Do([&] { last.yields = true; });
-    steps.Click(window, kFinish);
-  });
+  };
+  DesktopScript script(UserOf("Connection information", kFinish, turn));
   EXPECT_TRUE(wizard.Run());
   EXPECT_THAT(log, ElementsAre("first", "next", "next", "last", "first", "next", "last", "finish",
                                "finish"));

@@ -5,6 +5,7 @@
 #include <lm.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "own_namespaces.h"
@@ -13,13 +14,12 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
+
+using Account = std::tuple<std::wstring, std::wstring, DWORD>;  // name, full name, identifier
 
 struct Batch {
   NET_API_STATUS status = 0;
-  std::vector<std::wstring> names;
-  std::vector<std::wstring> fullNames;
-  std::vector<DWORD> ids;
+  std::vector<Account> accounts;
   DWORD next = 0;
 };
 
@@ -32,9 +32,8 @@ Batch Query(DWORD index, DWORD entries, DWORD bytes = MAX_PREFERRED_LENGTH, DWOR
       ::NetQueryDisplayInformation(server, level, index, entries, bytes, &count, &buffer);
   const auto* const users = static_cast<const NET_DISPLAY_USER*>(buffer);
   for (DWORD i = 0; i < count; ++i) {
-    batch.names.emplace_back(users[i].usri1_name);
-    batch.fullNames.emplace_back(users[i].usri1_full_name);
-    batch.ids.push_back(users[i].usri1_user_id);
+    batch.accounts.emplace_back(users[i].usri1_name, users[i].usri1_full_name,
+                                users[i].usri1_user_id);
     batch.next = users[i].usri1_next_index;
   }
   EXPECT_EQ(buffer == nullptr, count == 0);
@@ -46,9 +45,8 @@ class DisplayInformation : public testing::Test {
  protected:
   void MakeAccounts(unsigned count) {
     std::vector<platform::LocalAccount> accounts;
-    for (unsigned i = 0; i < count; ++i) {
+    for (unsigned i = 0; i < count; ++i)
       accounts.push_back({L"user" + std::to_wstring(i), L"Name \u00e5", 1000 + i});
-    }
     machine_.SetAccounts(std::move(accounts));
   }
 
@@ -57,46 +55,41 @@ class DisplayInformation : public testing::Test {
 
 TEST_F(DisplayInformation, ResumingAtTheLastEntrysIndexSkipsAndRepeatsNobody) {
   MakeAccounts(250);
-  std::vector<std::wstring> names;
+  std::vector<Account> found;
   std::vector<std::size_t> sizes;
   DWORD index = 0;
   NET_API_STATUS status = ERROR_MORE_DATA;
   while (status == ERROR_MORE_DATA && sizes.size() < 10) {
     const Batch batch = Query(index, 100);
     status = batch.status;
-    sizes.push_back(batch.names.size());
-    names.insert(names.end(), batch.names.begin(), batch.names.end());
+    sizes.push_back(batch.accounts.size());
+    found.insert(found.end(), batch.accounts.begin(), batch.accounts.end());
     index = batch.next;
   }
   EXPECT_EQ(status, ERROR_SUCCESS);
   EXPECT_THAT(sizes, ElementsAre(100, 100, 50));
-  ASSERT_EQ(names.size(), 250u);
+  ASSERT_EQ(found.size(), 250u);
   for (unsigned i = 0; i < 250; ++i)
-    EXPECT_EQ(names[i], L"user" + std::to_wstring(i));
-}
-
-TEST_F(DisplayInformation, AFullLastBatchIsNotFollowedByAnEmptyOne) {
-  MakeAccounts(100);
-  EXPECT_EQ(Query(0, 100).status, ERROR_SUCCESS);
+    EXPECT_EQ(found[i], Account(L"user" + std::to_wstring(i), L"Name \u00e5", 1000 + i));
 }
 
 TEST_F(DisplayInformation, ABufferLimitMakesBatchesSmallerButNeverEmpty) {
   MakeAccounts(3);
   const Batch batch = Query(1, 100, 1);
   EXPECT_EQ(batch.status, ERROR_MORE_DATA);
-  EXPECT_THAT(batch.names, ElementsAre(L"user1"));
-  EXPECT_THAT(batch.fullNames, ElementsAre(L"Name \u00e5"));
-  EXPECT_THAT(batch.ids, ElementsAre(1001));
+  EXPECT_THAT(batch.accounts, ElementsAre(Account(L"user1", L"Name \u00e5", 1001)));
   EXPECT_EQ(batch.next, 2u);
 }
 
-TEST_F(DisplayInformation, NoAccountsAndAnIndexPastTheEndSucceedWithNothing) {
+TEST_F(DisplayInformation, AFullLastBatchNoAccountsAndAnIndexPastTheEndAreTheEnd) {
+  MakeAccounts(100);
+  EXPECT_EQ(Query(0, 100).status, ERROR_SUCCESS);
   MakeAccounts(0);
   EXPECT_EQ(Query(0, 100).status, ERROR_SUCCESS);
   MakeAccounts(2);
   const Batch batch = Query(7, 100);
   EXPECT_EQ(batch.status, ERROR_SUCCESS);
-  EXPECT_THAT(batch.names, IsEmpty());
+  EXPECT_THAT(batch.accounts, testing::IsEmpty());
 }
 
 TEST_F(DisplayInformation, OtherLevelsOtherServersAndUnreadableAccountsFail) {
@@ -123,9 +116,8 @@ TEST(PasswordDatabase, OnlyPeopleWhoCanLogOnAreListed) {
       own_namespaces::CoverFile("/etc/login.defs", "# UID_MAX 7\nUID_MIN\t\t 500\nUID_MAX 600\n"));
   const Batch batch = Query(0, 100);
   EXPECT_EQ(batch.status, ERROR_SUCCESS);
-  EXPECT_THAT(batch.names, ElementsAre(L"anna", L"bo"));
-  EXPECT_THAT(batch.fullNames, ElementsAre(L"Anna \u00c5str\u00f6m", L"Bo bo"));
-  EXPECT_THAT(batch.ids, ElementsAre(500, 600));
+  EXPECT_THAT(batch.accounts, ElementsAre(Account(L"anna", L"Anna \u00c5str\u00f6m", 500),
+                                          Account(L"bo", L"Bo bo", 600)));
 }
 
 }  // namespace

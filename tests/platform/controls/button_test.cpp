@@ -23,25 +23,23 @@ class ButtonTest : public ControlTest {
   }
 };
 
-struct Kind {
-  const char* name;
-  DWORD style;
-  bool checksItself;
-  bool unchecksItself;
-  LRESULT dialogCode;
-};
-constexpr Kind kKinds[] = {
-    {"push button", BS_PUSHBUTTON, false, false, DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON},
-    {"default button", BS_DEFPUSHBUTTON, false, false, DLGC_BUTTON | DLGC_DEFPUSHBUTTON},
-    {"check box", BS_CHECKBOX, false, false, DLGC_BUTTON},
-    {"automatic check box", BS_AUTOCHECKBOX, true, true, DLGC_BUTTON},
-    {"radio button", BS_RADIOBUTTON, false, false, DLGC_BUTTON | DLGC_RADIOBUTTON},
-    {"automatic radio button", BS_AUTORADIOBUTTON, true, false, DLGC_BUTTON | DLGC_RADIOBUTTON},
-};
-
 TEST_F(ButtonTest, AClickIsNotifiedOnceAndChangesAutomaticKindsOnly) {
+  const struct {
+    const char* name;
+    DWORD style;
+    bool checksItself;
+    bool unchecksItself;
+    LRESULT dialogCode;
+  } kinds[] = {
+      {"push button", BS_PUSHBUTTON, false, false, DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON},
+      {"default button", BS_DEFPUSHBUTTON, false, false, DLGC_BUTTON | DLGC_DEFPUSHBUTTON},
+      {"check box", BS_CHECKBOX, false, false, DLGC_BUTTON},
+      {"automatic check box", BS_AUTOCHECKBOX, true, true, DLGC_BUTTON},
+      {"radio button", BS_RADIOBUTTON, false, false, DLGC_BUTTON | DLGC_RADIOBUTTON},
+      {"automatic radio button", BS_AUTORADIOBUTTON, true, false, DLGC_BUTTON | DLGC_RADIOBUTTON},
+  };
   int number = 0;
-  for (const Kind& kind : kKinds) {
+  for (const auto& kind : kinds) {
     SCOPED_TRACE(kind.name);
     HWND button = Button(kind.style | WS_GROUP);
     EXPECT_EQ(Send(button, WM_GETDLGCODE), kind.dialogCode);
@@ -111,10 +109,14 @@ TEST_F(ButtonTest, AGroupBoxLiesBehindWhatItEncloses) {
 
 TEST_F(ButtonTest, AButtonMayEndInItsOwnClickAndTellsNothingAfterItsEnd) {
   HWND button = Button(BS_PUSHBUTTON);
-  onCommand = [button](int, int) { ::DestroyWindow(button); };
-  Click(button);
-  Click(button);
-  EXPECT_THAT(Notified(), ElementsAre("command 1 0"));
+  Hear(WM_COMMAND, [button](HWND, WPARAM command, LPARAM) {
+    EXPECT_EQ(command, MAKEWPARAM(1, BN_CLICKED));
+    ::DestroyWindow(button);
+  });
+  Click(WidgetOf(button));
+  Click(WidgetOf(button));
+  PumpAll();
+  EXPECT_EQ(CountOf(WM_COMMAND), 1);
   EXPECT_EQ(WidgetOf(button), nullptr);
 }
 

@@ -41,30 +41,30 @@ class ComboBoxTest : public ControlTest {
     EXPECT_EQ(WidgetOf<QComboBox>(combo)->currentIndex(), chosen);
     return chosen;
   }
+
+  HWND combo_ = Combo();
 };
 
 TEST_F(ComboBoxTest, NothingIsChosenUntilSomebodyChoosesAndMessagesNotifyNobody) {
-  HWND combo = Combo();
-  EXPECT_THAT(Items(combo), ElementsAre(L"day", L"week", L"month"));
-  EXPECT_EQ(Chosen(combo), -1);
-  EXPECT_EQ(TextOf(combo), L"");
-  EXPECT_EQ(Send(combo, CB_SETCURSEL, 1), 1);
-  EXPECT_EQ(Chosen(combo), 1);
-  EXPECT_EQ(TextOf(combo), L"week");
-  EXPECT_EQ(Send(combo, CB_SETCURSEL, static_cast<WPARAM>(-1)), CB_ERR);
-  EXPECT_EQ(Chosen(combo), -1);
-  EXPECT_EQ(Send(combo, CB_SETCURSEL, 7), CB_ERR);
+  EXPECT_THAT(Items(combo_), ElementsAre(L"day", L"week", L"month"));
+  EXPECT_EQ(Chosen(combo_), -1);
+  EXPECT_EQ(TextOf(combo_), L"");
+  EXPECT_EQ(Send(combo_, CB_SETCURSEL, 1), 1);
+  EXPECT_EQ(Chosen(combo_), 1);
+  EXPECT_EQ(TextOf(combo_), L"week");
+  EXPECT_EQ(Send(combo_, CB_SETCURSEL, static_cast<WPARAM>(-1)), CB_ERR);
+  EXPECT_EQ(Chosen(combo_), -1);
+  EXPECT_EQ(Send(combo_, CB_SETCURSEL, 7), CB_ERR);
   EXPECT_THAT(Notified(), IsEmpty());
 }
 
 TEST_F(ComboBoxTest, TheUsersChoiceIsNotifiedByKeysAndClicks) {
-  HWND combo = Combo();
-  Send(combo, CB_SETCURSEL, 0);
-  Press(combo, Qt::Key_Down);
+  Send(combo_, CB_SETCURSEL, 0);
+  Press(combo_, Qt::Key_Down);
   EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
   EXPECT_THAT(Notified(), ElementsAre("command 1 1"));
-  EXPECT_EQ(Chosen(combo), 1);
-  auto* box = WidgetOf<QComboBox>(combo);
+  EXPECT_EQ(Chosen(combo_), 1);
+  auto* box = WidgetOf<QComboBox>(combo_);
   box->showPopup();
   QAbstractItemView* list = box->view();
   const QRect place = list->visualRect(box->model()->index(2, 0));
@@ -72,45 +72,41 @@ TEST_F(ComboBoxTest, TheUsersChoiceIsNotifiedByKeysAndClicks) {
   QTest::qWait(QApplication::doubleClickInterval() + 50);
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
   EXPECT_THAT(Notified(), ElementsAre("command 1 1"));
-  EXPECT_EQ(TextOf(combo), L"month");
+  EXPECT_EQ(TextOf(combo_), L"month");
 }
 
 TEST_F(ComboBoxTest, ItemsComeAndGoWithTheirDataAndTheChoice) {
-  HWND combo = Combo();
-  Send(combo, CB_SETITEMDATA, 1, 77);
-  Send(combo, CB_SETCURSEL, 1);
-  EXPECT_EQ(Send(combo, CB_INSERTSTRING, 0, L"hour"), 0);
-  EXPECT_EQ(Chosen(combo), 2);
-  EXPECT_EQ(Send(combo, CB_GETITEMDATA, 2), 77);
-  EXPECT_EQ(Send(combo, CB_INSERTSTRING, static_cast<WPARAM>(-1), L"year"), 4);
-  EXPECT_EQ(Send(combo, CB_INSERTSTRING, 9, L"never"), CB_ERR);
-  EXPECT_THAT(Items(combo), ElementsAre(L"hour", L"day", L"week", L"month", L"year"));
-  EXPECT_EQ(Send(combo, CB_DELETESTRING, 0), 4);
-  EXPECT_EQ(TextOf(combo), L"week");
-  EXPECT_EQ(Send(combo, CB_DELETESTRING, 1), 3);
-  EXPECT_EQ(Chosen(combo), -1) << "the chosen item was deleted";
-  EXPECT_EQ(Send(combo, CB_DELETESTRING, 3), CB_ERR);
-  Send(combo, CB_RESETCONTENT);
-  EXPECT_THAT(Items(combo), IsEmpty());
-  EXPECT_EQ(Send(combo, CB_GETITEMDATA, 0), CB_ERR);
-  EXPECT_EQ(Send(combo, CB_GETLBTEXTLEN, 0), CB_ERR);
+  Send(combo_, CB_SETITEMDATA, 1, 77);
+  Send(combo_, CB_SETCURSEL, 1);
+  EXPECT_EQ(Send(combo_, CB_INSERTSTRING, 0, L"hour"), 0);
+  EXPECT_EQ(Chosen(combo_), 2);
+  EXPECT_EQ(Send(combo_, CB_GETITEMDATA, 2), 77);
+  EXPECT_EQ(Send(combo_, CB_INSERTSTRING, static_cast<WPARAM>(-1), L"year"), 4);
+  EXPECT_EQ(Send(combo_, CB_INSERTSTRING, 9, L"never"), CB_ERR);
+  EXPECT_THAT(Items(combo_), ElementsAre(L"hour", L"day", L"week", L"month", L"year"));
+  EXPECT_EQ(Send(combo_, CB_DELETESTRING, 0), 4);
+  EXPECT_EQ(TextOf(combo_), L"week");
+  EXPECT_EQ(Send(combo_, CB_DELETESTRING, 1), 3);
+  EXPECT_EQ(Chosen(combo_), -1) << "the chosen item was deleted";
+  EXPECT_EQ(Send(combo_, CB_DELETESTRING, 3), CB_ERR);
+  Send(combo_, CB_RESETCONTENT);
+  EXPECT_THAT(Items(combo_), IsEmpty());
+  EXPECT_EQ(Send(combo_, CB_GETITEMDATA, 0), CB_ERR);
+  EXPECT_EQ(Send(combo_, CB_GETLBTEXTLEN, 0), CB_ERR);
 }
 
-TEST_F(ComboBoxTest, SortedItemsFindTheirPlaces) {
+TEST_F(ComboBoxTest, SortedItemsFindTheirPlacesInTheOrderOfTheUsersLanguage) {
   HWND combo = Combo(CBS_SORT);
   EXPECT_EQ(Add(combo, L"beta"), 0);
   EXPECT_EQ(Add(combo, L"Alpha"), 0);
   EXPECT_EQ(Add(combo, L"gamma"), 2);
   EXPECT_EQ(Send(combo, CB_INSERTSTRING, 0, L"zeta"), 0) << "inserted items are not sorted";
   EXPECT_THAT(Items(combo), ElementsAre(L"zeta", L"Alpha", L"beta", L"gamma"));
-}
-
-TEST_F(ComboBoxTest, SortedItemsStandInTheOrderOfTheUsersLanguage) {
   for (const auto& [language, expected] :
        {std::pair{LANGID{0x41D}, std::vector{L"adam", L"Zoe", L"\u00c5sa", L"\u00d6sten"}},
         {LANGID{0x409}, {L"adam", L"\u00c5sa", L"\u00d6sten", L"Zoe"}}}) {
     platform::SetLocaleChoice(platform::LocaleChoice{language, 0});
-    HWND combo = Combo(CBS_SORT);
+    combo = Combo(CBS_SORT);
     for (const wchar_t* name : {L"\u00d6sten", L"Zoe", L"adam", L"\u00c5sa"})
       Add(combo, name);
     EXPECT_THAT(Items(combo), ElementsAreArray(expected)) << language;
@@ -120,7 +116,6 @@ TEST_F(ComboBoxTest, SortedItemsStandInTheOrderOfTheUsersLanguage) {
 }
 
 TEST_F(ComboBoxTest, SearchesIgnoreCaseAndGoRound) {
-  HWND combo = Combo();
   for (const auto& [message, after, text, expected] :
        {std::tuple{CB_FINDSTRINGEXACT, -1, L"WEEK", 1},
         {CB_FINDSTRINGEXACT, -1, L"wee", CB_ERR},
@@ -130,22 +125,20 @@ TEST_F(ComboBoxTest, SearchesIgnoreCaseAndGoRound) {
         {CB_FINDSTRING, -1, L"year", CB_ERR},
         {CB_SELECTSTRING, -1, L"mon", 2},
         {CB_SELECTSTRING, -1, L"x", CB_ERR}}) {
-    EXPECT_EQ(Send(combo, message, static_cast<WPARAM>(after), text), expected)
+    EXPECT_EQ(Send(combo_, message, static_cast<WPARAM>(after), text), expected)
         << ::testing::PrintToString(std::wstring(text));
   }
-  EXPECT_EQ(Chosen(combo), 2) << "a search that fails keeps the choice";
+  EXPECT_EQ(Chosen(combo_), 2) << "a search that fails keeps the choice";
 }
 
 TEST_F(ComboBoxTest, TheHeightItIsGivenIsThatOfItsList) {
-  HWND combo = Combo();
-  RECT place{};
-  ::GetWindowRect(combo, &place);
+  const RECT place = PlaceOf(combo_);
   const int height = static_cast<int>(place.bottom - place.top);
   EXPECT_GE(height, 20);
   EXPECT_LE(height, 30);
-  EXPECT_EQ(WidgetOf(combo)->height(), height);
-  ::SetWindowPos(combo, nullptr, 0, 0, 150, 300, SWP_NOMOVE | SWP_NOZORDER);
-  EXPECT_EQ(WidgetOf(combo)->size(), QSize(150, height));
+  EXPECT_EQ(WidgetOf(combo_)->height(), height);
+  ::SetWindowPos(combo_, nullptr, 0, 0, 150, 300, SWP_NOMOVE | SWP_NOZORDER);
+  EXPECT_EQ(WidgetOf(combo_)->size(), QSize(150, height));
 }
 
 }  // namespace

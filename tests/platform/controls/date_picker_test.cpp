@@ -37,29 +37,25 @@ class DatePickerTest : public ControlTest {
   HWND picker_ = Make(DATETIMEPICK_CLASS, DTS_RIGHTALIGN, L"", 120);
 };
 
-TEST_F(DatePickerTest, ADateIsSetWithItsTimeAndTellsNobody) {
+TEST_F(DatePickerTest, ADateThatExistsIsSetWithItsTimeAndTellsNobody) {
   EXPECT_TRUE(Set(Date(2024, 2, 29, 13)));
   const SYSTEMTIME got = Get();
   EXPECT_EQ(got.wDay, 29);
   EXPECT_EQ(got.wHour, 13);
   EXPECT_EQ(got.wDayOfWeek, 4) << "a Thursday";
   EXPECT_TRUE(Edit()->displayFormat().contains("yyyy")) << Edit()->displayFormat().toStdString();
-  EXPECT_THAT(Notified(), IsEmpty());
-}
-
-TEST_F(DatePickerTest, DatesThatDoNotExistAreNotSet) {
   for (const SYSTEMTIME& time : {Date(2023, 2, 29), Date(1600, 12, 31), Date(2024, 13, 1)})
     EXPECT_FALSE(Set(time)) << time.wYear;
   const SYSTEMTIME time = Date(2024, 6, 1);
   EXPECT_FALSE(Send(picker_, DTM_SETSYSTEMTIME, GDT_NONE, &time));
-  EXPECT_EQ(Shown(), QDate(2024, 5, 15));
+  EXPECT_EQ(Shown(), QDate(2024, 2, 29));
+  EXPECT_THAT(Notified(), IsEmpty());
 }
 
 TEST_F(DatePickerTest, ADateThatTheUserPicksIsNotifiedLater) {
   SYSTEMTIME heard{};
-  onNotify = [&](const NMHDR& header) -> LRESULT {
+  onNotify = [&](const NMHDR& header) {
     heard = reinterpret_cast<const NMDATETIMECHANGE&>(header).st;
-    return 0;
   };
   PressUpOnDay();
   EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
@@ -85,10 +81,9 @@ TEST_F(DatePickerTest, TheRangeBoundsWhatIsSetAndPicked) {
 }
 
 TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersWhenItDrops) {
-  onNotify = [&](const NMHDR& header) -> LRESULT {
+  onNotify = [&](const NMHDR& header) {
     constexpr LPARAM kStyle = MCS_WEEKNUMBERS | MCS_NOTODAY | MCS_NOTODAYCIRCLE;
     if (header.code == DTN_DROPDOWN) Send(picker_, DTM_SETMCSTYLE, 0, kStyle);
-    return 0;
   };
   const QPoint arrow(Edit()->width() - 6, Edit()->height() / 2);
   QTest::mouseClick(Edit(), Qt::LeftButton, {}, arrow);

@@ -26,7 +26,7 @@ class EditTest : public ControlTest {
   }
   // What the user types, and what the text is then.
   static std::wstring Typed(HWND edit, const QString& text) {
-    Type(edit, text);
+    QTest::keyClicks(WidgetOf(edit), text);
     return TextOf(edit);
   }
 };

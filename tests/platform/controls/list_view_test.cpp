@@ -17,19 +17,17 @@ class ListViewTest : public ControlTest {
  protected:
   ListViewTest() {
     List(LVS_SINGLESEL);
-    onNotify = [this](const NMHDR& header) -> LRESULT {
+    onNotify = [this](const NMHDR& header) {
       const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
       if (header.code == LVN_ITEMCHANGED) changes_.push_back(change);
       if (header.code == LVN_COLUMNCLICK) clickedColumn_ = change.iSubItem;
-      return 0;
     };
   }
 
   // Another list in place of the first one, with three rows that nobody was told of.
-  void List(DWORD style, DWORD extended = 0) {
+  void List(DWORD style) {
     if (list_ != nullptr) ::DestroyWindow(list_);
     list_ = Make(WC_LISTVIEW, LVS_REPORT | LVS_SHOWSELALWAYS | style, L"", 300, 150);
-    ListView_SetExtendedListViewStyleEx(list_, extended, extended);
     AddColumn(L"User", 120);
     AddColumn(L"Bytes", 80);
     AddRow(L"anna", L"10", 10);
@@ -46,11 +44,15 @@ class ListViewTest : public ControlTest {
     column.fmt = LVCFMT_RIGHT;
     ListView_InsertColumn(list_, 99, &column);
   }
-  void AddRow(std::wstring user, std::wstring bytes, LPARAM data, int place = 99) {
+  static LVITEMW Item(UINT mask, int row, wchar_t* text) {
     LVITEMW item{};
-    item.mask = LVIF_TEXT | LVIF_PARAM;
-    item.iItem = place;
-    item.pszText = user.data();
+    item.mask = mask;
+    item.iItem = row;
+    item.pszText = text;
+    return item;
+  }
+  void AddRow(std::wstring user, std::wstring bytes, LPARAM data, int place = 99) {
+    LVITEMW item = Item(LVIF_TEXT | LVIF_PARAM, place, user.data());
     item.lParam = data;
     const int row = ListView_InsertItem(list_, &item);
     ListView_SetItemText(list_, row, 1, bytes.data());
@@ -114,9 +116,8 @@ TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsNotified) 
   EXPECT_TRUE(Send(list_, LVM_DELETEITEM, 1));
   EXPECT_THAT(NotifiedAtOnce(), ElementsAre("notify 1 -103"));
   EXPECT_FALSE(Send(list_, LVM_DELETEITEM, 7));
-  LVITEMW asked{};  // its text is asked for when it is shown, which the layer does not do
-  asked.mask = LVIF_TEXT;
-  asked.pszText = reinterpret_cast<LPWSTR>(LONG_PTR{-1});
+  // Its text is asked for when it is shown, which the layer does not do.
+  const LVITEMW asked = Item(LVIF_TEXT, 0, reinterpret_cast<LPWSTR>(LONG_PTR{-1}));
   EXPECT_EQ(ListView_InsertItem(list_, &asked), -1);
   EXPECT_THAT(Users(), ElementsAre(L"zoe", L"bert", L"carl"));
   EXPECT_TRUE(ListView_DeleteAllItems(list_));
@@ -127,20 +128,15 @@ TEST_F(ListViewTest, RowsAreKeptInPlaceWithTheirCellsAndDeletingThemIsNotified) 
 
 TEST_F(ListViewTest, AnItemIsReadAsFarAsItIsAskedFor) {
   wchar_t text[4];
-  LVITEMW item{};
-  item.mask = LVIF_TEXT | LVIF_PARAM;
-  item.iItem = 2;
-  item.pszText = text;
+  LVITEMW item = Item(LVIF_TEXT | LVIF_PARAM, 2, text);
   item.cchTextMax = 4;
   ASSERT_TRUE(Send(list_, LVM_GETITEMW, 0, &item));
   EXPECT_STREQ(text, L"car");
   EXPECT_EQ(item.lParam, 200);
   item.iItem = 3;
   EXPECT_FALSE(Send(list_, LVM_GETITEMW, 0, &item));
-  item = {};
-  item.mask = LVIF_TEXT;
+  item = Item(LVIF_TEXT, 0, text);
   item.iSubItem = 2;
-  item.pszText = text;
   EXPECT_FALSE(Send(list_, LVM_SETITEMW, 0, &item)) << "there is no third column";
 }
 
@@ -229,9 +225,17 @@ TEST_F(ListViewTest, AClickOnAHeadingIsNotifiedUnlessTheyDoNotSort) {
   EXPECT_THAT(Notified(), IsEmpty());
 }
 
-TEST_F(ListViewTest, CheckBoxesAreClickedAndNotified) {
+TEST_F(ListViewTest, CheckBoxesComeToAllRowsAndAreClickedAndNotified) {
   constexpr int kCheckBox = 10;
-  List(LVS_SINGLESEL, LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT);
+  constexpr DWORD kStyle = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT;
+  ListView_SetExtendedListViewStyleEx(list_, kStyle, kStyle);
+  EXPECT_EQ(Send(list_, LVM_GETEXTENDEDLISTVIEWSTYLE), LRESULT{kStyle});
+  EXPECT_EQ(changes_.size(), 3u);
+  AddRow(L"dora", L"1", 1);
+  for (const int row : {0, 3})
+    EXPECT_EQ(ListView_GetItemState(list_, row, LVIS_STATEIMAGEMASK), 0x1000u) << row;
+
+  changes_.clear();
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 0u);
   ListView_SetCheckState(list_, 1, TRUE);
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 1u);
@@ -241,13 +245,6 @@ TEST_F(ListViewTest, CheckBoxesAreClickedAndNotified) {
   Notified();
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 0u);
   EXPECT_THAT(changes_, ::testing::Contains(Change(1, 0x2000, 0x1000)));
-}
-
-TEST_F(ListViewTest, CheckBoxesComeToRowsThatAreThere) {
-  ListView_SetExtendedListViewStyleEx(list_, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
-  EXPECT_EQ(changes_.size(), 3u);
-  EXPECT_EQ(ListView_GetItemState(list_, 0, LVIS_STATEIMAGEMASK), 0x1000u);
-  EXPECT_EQ(Send(list_, LVM_GETEXTENDEDLISTVIEWSTYLE), LRESULT{LVS_EX_CHECKBOXES});
 }
 
 }  // namespace

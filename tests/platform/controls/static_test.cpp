@@ -6,12 +6,7 @@
 
 namespace {
 
-class StaticTest : public ControlTest {
- protected:
-  static QPixmap Picture(HWND window) {
-    return WidgetOf<QLabel>(window)->pixmap(Qt::ReturnByValue);
-  }
-};
+using StaticTest = ControlTest;
 
 TEST_F(StaticTest, ATextIsNeverTakenForMarkup) {
   HWND label = Make(L"STATIC", SS_LEFT, L"<b>x</b>");
@@ -54,15 +49,15 @@ TEST_F(StaticTest, ImagesAreShownInTheirSize) {
   const HICON icon = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kIconPng));
   ASSERT_NE(icon, nullptr);
   HWND shown = Make(L"STATIC", SS_ICON);
+  const auto* label = WidgetOf<QLabel>(shown);
   EXPECT_EQ(Send(shown, STM_SETICON, reinterpret_cast<WPARAM>(icon)), 0);
   EXPECT_EQ(reinterpret_cast<HICON>(Send(shown, STM_GETICON)), icon);
-  EXPECT_FALSE(Picture(shown).isNull());
-  RECT place{};
-  ::GetWindowRect(shown, &place);
-  EXPECT_EQ(place.right - place.left, WidgetOf(shown)->width());
-  EXPECT_LT(WidgetOf(shown)->width(), 100);
+  EXPECT_FALSE(label->pixmap(Qt::ReturnByValue).isNull());
+  const RECT place = PlaceOf(shown);
+  EXPECT_EQ(place.right - place.left, label->width());
+  EXPECT_LT(label->width(), 100);
   EXPECT_EQ(reinterpret_cast<HICON>(Send(shown, STM_SETICON, 0)), icon);
-  EXPECT_TRUE(Picture(shown).isNull());
+  EXPECT_TRUE(label->pixmap(Qt::ReturnByValue).isNull());
 }
 
 TEST_F(StaticTest, AnImageIsLoadedByTheNumberInItsName) {
@@ -70,8 +65,9 @@ TEST_F(StaticTest, AnImageIsLoadedByTheNumberInItsName) {
   const wchar_t name[] = {0xFFFF, kBitmap24, 0};
   for (const DWORD sizing : {0u, SS_REALSIZECONTROL}) {
     HWND shown = Make(L"STATIC", SS_BITMAP | sizing, name);
-    EXPECT_EQ(Picture(shown).size(), QSize(2, 2));
-    EXPECT_EQ(Picture(shown).toImage().pixelColor(0, 0), QColor(Qt::red));
+    const QPixmap picture = WidgetOf<QLabel>(shown)->pixmap(Qt::ReturnByValue);
+    EXPECT_EQ(picture.size(), QSize(2, 2));
+    EXPECT_EQ(picture.toImage().pixelColor(0, 0), QColor(Qt::red));
     EXPECT_EQ(WidgetOf(shown)->width(), sizing == 0 ? 2 : 200);
     EXPECT_EQ(TextOf(shown), L"");
     EXPECT_NE(Send(shown, STM_GETIMAGE, IMAGE_BITMAP), 0);

@@ -47,11 +47,9 @@ TEST_F(TabTest, TheFirstTabIsChosenAndNobodyIsNotified) {
 }
 
 TEST_F(TabTest, AClickAsksAndThenTellsUnlessItIsRefused) {
-  LRESULT refuses = FALSE;
   int chosenWhenAsked = -1;
-  onNotify = [&](const NMHDR& header) -> LRESULT {
+  onNotify = [&](const NMHDR& header) {
     if (header.code == TCN_SELCHANGING) chosenWhenAsked = Chosen();
-    return refuses;
   };
   ClickTab(1);
   EXPECT_THAT(NotifiedAtOnce(), IsEmpty()) << "told inside the desktop's event";
@@ -60,7 +58,7 @@ TEST_F(TabTest, AClickAsksAndThenTellsUnlessItIsRefused) {
   EXPECT_EQ(Chosen(), 1);
   ClickTab(1);
   EXPECT_THAT(Notified(), IsEmpty()) << "the chosen tab is no change";
-  refuses = TRUE;
+  answer = TRUE;
   ClickTab(2);
   EXPECT_THAT(Notified(), ElementsAre(kChanging));
   EXPECT_EQ(Chosen(), 1);
@@ -96,8 +94,7 @@ TEST_F(TabTest, TheAreaAndTheWindowAreConvertedBothWays) {
   EXPECT_LT(area.bottom, 200);
   EXPECT_GE(area.top, Bar()->geometry().bottom());
   Send(tabs_, TCM_ADJUSTRECT, TRUE, &area);
-  EXPECT_THAT((std::vector{area.left, area.top, area.right, area.bottom}),
-              ElementsAre(0, 0, 300, 200));
+  EXPECT_THAT(EdgesOf(area), ElementsAre(0, 0, 300, 200));
 }
 
 }  // namespace

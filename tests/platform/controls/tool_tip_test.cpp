@@ -8,14 +8,14 @@ namespace {
 
 class ToolTipTest : public ControlTest {
  protected:
-  static TOOLINFOW Tool(HWND window, std::wstring& text) {
+  TOOLINFOW Tool() {
     TOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
     tool.uFlags = TTF_SUBCLASS;
-    tool.hwnd = window;
+    tool.hwnd = Parent();
     tool.uId = 1;
     tool.rect = {10, 10, 60, 40};
-    tool.lpszText = text.data();
+    tool.lpszText = text_.data();
     return tool;
   }
   // What appears where the pointer rests over a widget.
@@ -37,7 +37,7 @@ class ToolTipTest : public ControlTest {
 };
 
 TEST_F(ToolTipTest, ATextAppearsOverItsAreaAndADisabledControlInIt) {
-  TOOLINFOW tool = Tool(Parent(), text_);
+  const TOOLINFOW tool = Tool();
   EXPECT_TRUE(Send(TTM_ADDTOOLW, tool));
   EXPECT_EQ(TipAt(WidgetOf(Parent()), {30, 30}), "<p>a &lt; b<br><br>c</p>");
   EXPECT_TRUE(TipAt(WidgetOf(Parent()), {5, 30}).isEmpty());
@@ -55,13 +55,10 @@ TEST_F(ToolTipTest, WhatIsNotSupportedIsRefused) {
       [](TOOLINFOW& tool) { tool.lpszText = nullptr; },
       [](TOOLINFOW& tool) { tool.hwnd = nullptr; }};
   for (const auto& change : changes) {
-    TOOLINFOW tool = Tool(Parent(), text_);
+    TOOLINFOW tool = Tool();
     change(tool);
     EXPECT_FALSE(Send(TTM_ADDTOOLW, tool));
   }
-  EXPECT_EQ(::CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | 0x1000u, 0, 0, 0, 0, nullptr,
-                              nullptr, nullptr, nullptr),
-            nullptr);
 }
 
 }  // namespace

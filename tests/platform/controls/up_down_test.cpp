@@ -14,9 +14,15 @@ class UpDownTest : public ControlTest {
     for (QToolButton* button : WidgetOf(upDown)->findChildren<QToolButton*>()) {
       if (button->arrowType() == arrow) Click(button);
     }
-    Settle();
+    PumpAll();
   }
   static int Position(HWND upDown) { return static_cast<int>(Send(upDown, UDM_GETPOS32)); }
+  // What stands in the field after that key.
+  static std::wstring TextAfter(HWND edit, Qt::Key key) {
+    Press(edit, key);
+    PumpAll();
+    return TextOf(edit);
+  }
 };
 
 TEST_F(UpDownTest, StepsAreNotifiedAndMayBeRefusedOrChanged) {
@@ -24,12 +30,10 @@ TEST_F(UpDownTest, StepsAreNotifiedAndMayBeRefusedOrChanged) {
   Send(upDown, UDM_SETRANGE32, 0, 10);
   EXPECT_EQ(Send(upDown, UDM_SETPOS32, 0, 5), 0);
   NMUPDOWN heard{};
-  LRESULT answer = 0;
   int step = 0;
   onNotify = [&](const NMHDR& header) {
     heard = reinterpret_cast<const NMUPDOWN&>(header);
     if (step != 0) const_cast<NMUPDOWN&>(reinterpret_cast<const NMUPDOWN&>(header)).iDelta = step;
-    return answer;
   };
   ClickArrow(upDown, Qt::UpArrow);
   EXPECT_THAT(Notified(), ElementsAre("notify 1 -722"));
@@ -56,10 +60,7 @@ TEST_F(UpDownTest, UntilARangeIsSetTheUpperArrowDecreases) {
   EXPECT_EQ(low, 100);
   EXPECT_EQ(high, 0);
   int delta = 0;
-  onNotify = [&](const NMHDR& header) -> LRESULT {
-    delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
-    return 0;
-  };
+  onNotify = [&](const NMHDR& header) { delta = reinterpret_cast<const NMUPDOWN&>(header).iDelta; };
   ClickArrow(upDown, Qt::RightArrow);
   EXPECT_EQ(delta, -1);
   ClickArrow(upDown, Qt::LeftArrow);
@@ -81,13 +82,9 @@ TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
   Send(upDown, UDM_SETRANGE32, 1, 5000);
   Send(upDown, UDM_SETPOS32, 0, 1234);
   EXPECT_EQ(TextOf(edit), L"1234");
-  Press(edit, Qt::Key_Up);
-  Settle();
-  EXPECT_EQ(TextOf(edit), L"1235");
+  EXPECT_EQ(TextAfter(edit, Qt::Key_Up), L"1235");
   ::SetWindowTextW(edit, L"20");
-  Press(edit, Qt::Key_Down);
-  Settle();
-  EXPECT_EQ(TextOf(edit), L"19") << "the number that was typed counts";
+  EXPECT_EQ(TextAfter(edit, Qt::Key_Down), L"19") << "the number that was typed counts";
   BOOL failed = TRUE;
   EXPECT_EQ(Send(upDown, UDM_GETPOS32, 0, &failed), 19);
   EXPECT_FALSE(failed);
@@ -105,9 +102,7 @@ TEST_F(UpDownTest, TheFieldBesideItIsReadAndWritten) {
 TEST_F(UpDownTest, AFieldKeepsItsArrowKeysUnlessTheStyleTakesThem) {
   HWND edit = Make(L"EDIT", ES_NUMBER, L"5", 100);
   UpDown(UDS_AUTOBUDDY | UDS_SETBUDDYINT);
-  Press(edit, Qt::Key_Up);
-  Settle();
-  EXPECT_EQ(TextOf(edit), L"5");
+  EXPECT_EQ(TextAfter(edit, Qt::Key_Up), L"5");
 }
 
 }  // namespace

@@ -2,18 +2,17 @@
 // it. In a process of its own: there is no desktop afterwards.
 #include <windows.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <thread>
 
+#include "platform/kit/recording_window.h"
 #include "platform/shell/tray_desktop.h"
 
 namespace {
 
 constexpr UINT kMilliseconds = 200;
-constexpr wchar_t kClass[] = L"Survivor";
 
 std::unique_ptr<TrayDesktop> desktop;
 
@@ -27,25 +26,14 @@ void CALLBACK EndScreen(HWND, UINT, UINT_PTR timer, DWORD) {
 }
 
 HWND ShownWindow() {
-  WNDCLASSW windowClass{};
-  windowClass.lpfnWndProc = ::DefWindowProcW;
-  windowClass.hInstance = ::GetModuleHandleW(nullptr);
-  windowClass.lpszClassName = kClass;
-  ::RegisterClassW(&windowClass);
-  return ::CreateWindowExW(0, kClass, L"before", WS_POPUP | WS_VISIBLE, 20, 20, 200, 100, nullptr,
-                           nullptr, windowClass.hInstance, nullptr);
-}
-
-std::wstring TextOf(HWND window) {
-  WCHAR text[20] = L"";
-  ::GetWindowTextW(window, text, 20);
-  return text;
+  return Recording::Create(L"before", nullptr, WS_POPUP | WS_VISIBLE, {20, 20, 220, 120});
 }
 
 TEST(DesktopLoss, WhatWaitsForAnAnswerReturnsAndTheThreadGoesOn) {
   if (!TrayDesktop::IsInstalled()) GTEST_SKIP() << "needs Xvfb, openbox and tint2";
   desktop = std::make_unique<TrayDesktop>();
   ASSERT_TRUE(desktop->IsRunning());
+  Recording recording;
   std::thread([] {
     const HWND window = ShownWindow();
     ASSERT_NE(window, nullptr);
@@ -64,7 +52,9 @@ TEST(DesktopLoss, WhatWaitsForAnAnswerReturnsAndTheThreadGoesOn) {
     EXPECT_TRUE(::GetMessageW(&message, window, WM_TIMER, WM_TIMER));
     EXPECT_EQ(message.wParam, timer);
     EXPECT_TRUE(::SetWindowTextW(window, L"after"));
-    EXPECT_EQ(TextOf(window), L"after");
+    WCHAR text[20] = L"";
+    ::GetWindowTextW(window, text, 20);
+    EXPECT_STREQ(text, L"after");
     ::ShowWindow(window, SW_HIDE);
     EXPECT_TRUE(::DestroyWindow(window));
     EXPECT_NE(ShownWindow(), nullptr);

@@ -9,9 +9,7 @@
 
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class DialogKeyboard : public ::testing::Test {
  protected:
@@ -20,7 +18,7 @@ class DialogKeyboard : public ::testing::Test {
       if (HIWORD(wParam) == BN_CLICKED) commands_.push_back(LOWORD(wParam));
       return TRUE;
     });
-    ::ShowWindow(dialog_.Create(), SW_SHOW);
+    dialog_.Show();
     DispatchAll();
     ::SendMessageW(Item(kFirstKind), BM_SETCHECK, BST_CHECKED, 0);
     Focus(kName);
@@ -84,23 +82,19 @@ TEST_F(DialogKeyboard, ArrowsChooseInsideTheGroupOnly) {
                                 {VK_UP, kThirdKind},
                                 {VK_LEFT, kSecondKind}}) {
     EXPECT_EQ(Press(static_cast<WPARAM>(key)), id);
-    for (const int each : {kFirstKind, kSecondKind, kThirdKind}) {
+    for (const int each : {kFirstKind, kSecondKind, kThirdKind})
       EXPECT_EQ(::SendMessageW(Item(each), BM_GETCHECK, 0, 0), each == id ? 1 : 0) << each;
-    }
   }
 }
 
 TEST_F(DialogKeyboard, EnterAndEscapePressButtons) {
-  struct Case {
-    int focused;
-    int disabled;
-    WPARAM key;
-    int pressed;
-  };
   for (const auto& [focused, disabled, key, pressed] :
-       {Case{kName, 0, VK_RETURN, IDOK}, Case{kCheck, 0, VK_RETURN, IDOK},
-        Case{kOther, 0, VK_RETURN, kOther}, Case{kName, 0, VK_ESCAPE, IDCANCEL},
-        Case{kName, IDOK, VK_RETURN, 0}, Case{kName, IDCANCEL, VK_ESCAPE, 0}}) {
+       {std::tuple{kName, 0, WPARAM{VK_RETURN}, IDOK},
+        {kCheck, 0, VK_RETURN, IDOK},
+        {kOther, 0, VK_RETURN, kOther},
+        {kName, 0, VK_ESCAPE, IDCANCEL},
+        {kName, IDOK, VK_RETURN, 0},
+        {kName, IDCANCEL, VK_ESCAPE, 0}}) {
     commands_ = {0};
     ::SendMessageW(dialog_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(focused)), TRUE);
     ::EnableWindow(Item(disabled), FALSE);
@@ -113,10 +107,7 @@ TEST_F(DialogKeyboard, EnterAndEscapePressButtons) {
 constexpr LRESULT kLikeAGrid = DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_DEFPUSHBUTTON;
 
 TEST_F(DialogKeyboard, AControlGetsTheKeysThatItsCodeWants) {
-  struct Case {
-    LRESULT code;
-    std::vector<WPARAM> kept;
-  };
+  using Case = std::pair<LRESULT, std::vector<WPARAM>>;
   for (const auto& [code, kept] : {Case{kLikeAGrid, {VK_DOWN}},
                                    Case{DLGC_WANTALLKEYS, {VK_TAB, VK_RETURN, VK_ESCAPE, VK_DOWN}},
                                    Case{DLGC_WANTTAB, {VK_TAB}}, Case{0, {}}}) {
@@ -130,18 +121,15 @@ TEST_F(DialogKeyboard, AControlGetsTheKeysThatItsCodeWants) {
   }
 }
 
-TEST_F(DialogKeyboard, EnterIsACommandOfAControlThatIsADefaultButton) {
-  const OwnControl button(kLikeAGrid, dialog_.Window());
-  ::SetFocus(button.Window());
-  Press(VK_RETURN);
-  EXPECT_THAT(commands_, ElementsAre(OwnControl::kId));
-}
-
-TEST_F(DialogKeyboard, EnterPressesTheDefaultButtonForAnyOtherControl) {
-  const OwnControl control(DLGC_WANTCHARS, dialog_.Window());
-  ::SetFocus(control.Window());
-  Press(VK_RETURN);
-  EXPECT_THAT(commands_, ElementsAre(IDOK));
+TEST_F(DialogKeyboard, EnterIsACommandOfAControlThatIsADefaultButtonElseOfTheDialogsOne) {
+  for (const auto& [code, pressed] :
+       {std::pair{kLikeAGrid, OwnControl::kId}, {DLGC_WANTCHARS, IDOK}}) {
+    const OwnControl control(code, dialog_.Window());
+    ::SetFocus(control.Window());
+    commands_.clear();
+    Press(VK_RETURN);
+    EXPECT_THAT(commands_, ElementsAre(pressed)) << code;
+  }
 }
 
 TEST_F(DialogKeyboard, MessagesOfOtherWindowsAreNotTheDialogs) {

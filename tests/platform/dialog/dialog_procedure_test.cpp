@@ -15,12 +15,6 @@ using ::testing::Not;
 
 class DialogProcedure : public ::testing::Test {
  protected:
-  HWND Shown() {
-    const HWND window = dialog_.Create();
-    ::ShowWindow(window, SW_SHOW);
-    return window;
-  }
-
   ScriptedDialog dialog_;
 };
 
@@ -44,19 +38,14 @@ TEST_F(DialogProcedure, WmInitDialogComesAfterTheFontWithTheFirstControlAndThePa
 }
 
 TEST_F(DialogProcedure, TheFirstControlThatTakesInputHasTheFocusUnlessTheAnswerIsFalse) {
-  struct Case {
-    INT_PTR answer;
-    int hidden;
-    int focused;
-  };
   for (const auto& [answer, hidden, focused] :
-       {Case{TRUE, 0, kName}, Case{FALSE, 0, kCheck}, Case{TRUE, kName, kFirstKind}}) {
+       {std::tuple{TRUE, 0, kName}, {FALSE, 0, kCheck}, {TRUE, kName, kFirstKind}}) {
     dialog_.On(WM_INITDIALOG, [&](HWND window, WPARAM, LPARAM) -> INT_PTR {
       ::SetFocus(::GetDlgItem(window, kCheck));
       ::ShowWindow(::GetDlgItem(window, hidden), SW_HIDE);
       return answer;
     });
-    const HWND window = Shown();
+    const HWND window = dialog_.Show();
     EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), focused);
     ::DestroyWindow(window);
   }
@@ -97,7 +86,7 @@ TEST_F(DialogProcedure, TheDefaultButtonCanBeAskedForAndChanged) {
 
 TEST_F(DialogProcedure, WmNextDlgCtlMovesTheFocus) {
   dialog_.On(WM_INITDIALOG, [](HWND, WPARAM, LPARAM) -> INT_PTR { return TRUE; });
-  const HWND window = Shown();
+  const HWND window = dialog_.Show();
   const auto cancel = reinterpret_cast<WPARAM>(::GetDlgItem(window, IDCANCEL));
   for (const auto& [next, isHandle, focused] : {std::tuple{WPARAM{FALSE}, FALSE, kFirstKind},
                                                 {WPARAM{TRUE}, FALSE, kName},

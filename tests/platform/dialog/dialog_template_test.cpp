@@ -10,34 +10,19 @@
 
 namespace {
 
-class DialogTemplate : public ::testing::Test {
- protected:
-  ScriptedDialog dialog_;
-};
-
-std::wstring TextOf(HWND window) {
-  wchar_t text[100] = L"";
-  ::GetWindowTextW(window, text, 100);
-  return text;
-}
-
-TEST_F(DialogTemplate, ADialogHasTheTextsNumbersAndPlacesOfItsTemplate) {
+TEST(DialogTemplate, ADialogHasItsTextsAndNumbersAndItsPlacesInUnitsOfTheFont) {
   TemplateBytes bytes(kDialogStyle & ~DWORD{DS_CENTER}, {10, 20, 100, 50}, u"Größe \U0001D11E");
   bytes.Item(u"Static", 1001, kItem, {4, 8, 40, 16}, u"&Name:", 0x80690001);
   bytes.Item(kButton, IDOK, kItem | BS_DEFPUSHBUTTON, {50, 30, 45, 14}, u"OK");
-  const HWND window = dialog_.Create(AddTemplate(bytes));
+  ScriptedDialog dialog;
+  const HWND window = dialog.Create(AddTemplate(bytes));
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(TextOf(window), L"Größe \U0001D11E");
   const HWND label = ::GetDlgItem(window, 1001);
   EXPECT_EQ(TextOf(label), L"&Name:");
   EXPECT_EQ(::GetDlgCtrlID(::GetDlgItem(window, IDOK)), IDOK);
   EXPECT_EQ(::GetParent(label), window);
-}
 
-TEST_F(DialogTemplate, UnitsFollowTheDialogsFont) {
-  TemplateBytes bytes(kDialogStyle, {0, 0, 100, 50}, u"Units");
-  bytes.Item(u"Static", 1001, kItem, {4, 8, 40, 16}, u"");
-  const HWND window = dialog_.Create(AddTemplate(bytes));
   const HDC context = ::GetDC(window);
   const HGDIOBJ before =
       ::SelectObject(context, reinterpret_cast<HFONT>(::SendMessageW(window, WM_GETFONT, 0, 0)));
@@ -48,7 +33,7 @@ TEST_F(DialogTemplate, UnitsFollowTheDialogsFont) {
   ::ReleaseDC(window, context);
   const LONG averageWidth = (extent.cx / 26 + 1) / 2;
   RECT place{};
-  ::GetWindowRect(::GetDlgItem(window, 1001), &place);
+  ::GetWindowRect(label, &place);
   POINT corner = {place.left, place.top};
   ::ScreenToClient(window, &corner);
   EXPECT_EQ(corner.x, ::MulDiv(4, averageWidth, 4));
@@ -57,13 +42,14 @@ TEST_F(DialogTemplate, UnitsFollowTheDialogsFont) {
   EXPECT_EQ(place.bottom - place.top, ::MulDiv(16, extent.cy, 8));
 }
 
-TEST_F(DialogTemplate, BytesThatEndTooEarlyMakeNoDialog) {
+TEST(DialogTemplate, BytesThatEndTooEarlyMakeNoDialog) {
   TemplateBytes bytes(kDialogStyle, {0, 0, 100, 50}, u"Cut");
   bytes.Item(u"Button", IDOK, kItem, {0, 0, 50, 14}, u"OK");
   const ResourceBytes whole = bytes.Bytes();
+  ScriptedDialog dialog;
   for (ResourceBytes cut; cut.size() < whole.size(); cut.push_back(whole[cut.size()]))
-    EXPECT_EQ(dialog_.Create(AddTemplate(cut)), nullptr) << cut.size() << " bytes";
-  EXPECT_NE(dialog_.Create(AddTemplate(whole)), nullptr);
+    EXPECT_EQ(dialog.Create(AddTemplate(cut)), nullptr) << cut.size() << " bytes";
+  EXPECT_NE(dialog.Create(AddTemplate(whole)), nullptr);
 }
 
 }  // namespace

@@ -11,15 +11,13 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr int kApply = 0x3021;
-
 class SheetTest : public ::testing::Test {
  protected:
   void AddPages(DWORD flags) {
     sheet_.AddPage("a", flags, {0, 0, 100, 60});
     sheet_.AddPage("b", flags, {0, 0, 180, 140});
   }
-  RecordedSheet::Step Answering(UINT code, LRESULT answer) {
+  SheetStep Answering(UINT code, LRESULT answer) {
     return [=, this](HWND) { sheet_.Answer(code, answer); };
   }
 
@@ -87,21 +85,17 @@ TEST_F(SheetTest, APageMayRefuseToBeCancelled) {
 TEST_F(SheetTest, ApplyIsEnabledAsLongAsAPageIsChanged) {
   AddPages(PSP_PREMATURE);
   std::vector<BOOL> enabled;
-  const RecordedSheet::Step look = [&](HWND sheet) {
+  const SheetStep look = [&](HWND sheet) {
     enabled.push_back(::IsWindowEnabled(::GetDlgItem(sheet, kApply)));
   };
-  const RecordedSheet::Step changeFirst = [&](HWND sheet) {
-    PropSheet_Changed(sheet, sheet_.PageWindow("a"));
+  const auto change = [&](const char* page) -> SheetStep {
+    return [this, page](HWND sheet) { PropSheet_Changed(sheet, sheet_.PageWindow(page)); };
   };
-  const RecordedSheet::Step changeOther = [&](HWND sheet) {
-    PropSheet_Changed(sheet, sheet_.PageWindow("b"));
-    PropSheet_UnChanged(sheet, sheet_.PageWindow("a"));
+  const auto takeBack = [&](const char* page) -> SheetStep {
+    return [this, page](HWND sheet) { PropSheet_UnChanged(sheet, sheet_.PageWindow(page)); };
   };
-  const RecordedSheet::Step takeBackFirst = [&](HWND sheet) {
-    PropSheet_UnChanged(sheet, sheet_.PageWindow("a"));
-  };
-  EXPECT_GT(sheet_.Run({look, changeFirst, look, changeOther, look, Press(PSBTN_APPLYNOW), look,
-                        changeFirst, takeBackFirst, look}),
+  EXPECT_GT(sheet_.Run({look, change("a"), look, change("b"), takeBack("a"), look,
+                        Press(PSBTN_APPLYNOW), look, change("a"), takeBack("a"), look}),
             0)
       << "what was applied is saved, whatever follows";
   EXPECT_THAT(enabled, ElementsAre(FALSE, TRUE, TRUE, FALSE, FALSE));
@@ -109,21 +103,18 @@ TEST_F(SheetTest, ApplyIsEnabledAsLongAsAPageIsChanged) {
 
 TEST_F(SheetTest, TheLargestPageFitsBetweenTabsAndButtons) {
   AddPages(PSP_PREMATURE);
-  RECT page{};
-  RECT ok{};
-  RECT tabs{};
-  sheet_.Run({[&](HWND sheet) {
-    ::GetWindowRect(sheet_.PageWindow("b"), &page);
-    ::GetWindowRect(::GetDlgItem(sheet, IDOK), &ok);
-    ::GetWindowRect(PropSheet_GetTabControl(sheet), &tabs);
-  }});
-  EXPECT_LT(page.left, page.right);
-  EXPECT_LT(page.top, page.bottom);
-  EXPECT_LE(tabs.left, page.left);
-  EXPECT_LE(tabs.top, page.top);
-  EXPECT_LE(page.right, tabs.right);
-  EXPECT_LE(page.bottom, tabs.bottom);
-  EXPECT_LE(tabs.bottom, ok.top);
+  const SheetStep look = [&](HWND sheet) {
+    const RECT page = PlaceOf(sheet_.PageWindow("b"));
+    const RECT tabs = PlaceOf(PropSheet_GetTabControl(sheet));
+    EXPECT_LT(page.left, page.right);
+    EXPECT_LT(page.top, page.bottom);
+    EXPECT_LE(tabs.left, page.left);
+    EXPECT_LE(tabs.top, page.top);
+    EXPECT_LE(page.right, tabs.right);
+    EXPECT_LE(page.bottom, tabs.bottom);
+    EXPECT_LE(tabs.bottom, PlaceOf(::GetDlgItem(sheet, IDOK)).top);
+  };
+  EXPECT_EQ(sheet_.Run({look}), 0);
 }
 
 TEST_F(SheetTest, ASheetThatAPageDestroysAnswersZero) {
@@ -169,16 +160,13 @@ TEST_F(Wizard, FinishEndsItUnlessThePageKeepsIt) {
   sheet_.Answer(PSN_SETACTIVE, -1, "c");
   EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH), Press(PSBTN_BACK)}), 0);
   EXPECT_EQ(sheet_.Shown(), "b") << "a page that is skipped is skipped on the way back too";
-  HWND named = nullptr;
-  const RecordedSheet::Step nameCancel = [&](HWND sheet) {
-    named = ::GetDlgItem(sheet, IDCANCEL);
-    sheet_.Answer(PSN_WIZFINISH, reinterpret_cast<LRESULT>(named));
+  const SheetStep nameCancel = [&](HWND sheet) {
+    sheet_.Answer(PSN_WIZFINISH, reinterpret_cast<LRESULT>(::GetDlgItem(sheet, IDCANCEL)));
   };
-  HWND focused = nullptr;
-  EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), nameCancel, Press(PSBTN_FINISH),
-                        [&](HWND) { focused = ::GetFocus(); }}),
-            0);
-  EXPECT_EQ(focused, named) << "the control that the page names gets the focus";
+  const SheetStep look = [](HWND) {
+    EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), IDCANCEL) << "the page names what gets the focus";
+  };
+  EXPECT_EQ(sheet_.Run({Press(PSBTN_NEXT), nameCancel, Press(PSBTN_FINISH), look}), 0);
 }
 
 TEST_F(Wizard, AnswersChooseThePage) {

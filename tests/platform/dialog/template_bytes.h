@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -16,33 +17,67 @@ inline constexpr DWORD kStop = kItem | WS_TABSTOP;
 inline constexpr std::u16string_view kButton = u"\xFFFF\x0080";
 
 struct TemplateBounds {
-  int x = 0;
-  int y = 0;
-  int width = 0;
-  int height = 0;
+  int x, y, width, height;
 };
+
+using ResourceBytes = std::vector<std::byte>;
 
 class TemplateBytes {
  public:
-  // Font 8 "MS Shell Dlg"; without DS_SETFONT in the style there is none.
-  TemplateBytes(DWORD style, TemplateBounds place, std::u16string_view title, DWORD helpId = 0);
+  // With DS_SETFONT in the style; the font is 8 "MS Shell Dlg".
+  TemplateBytes(DWORD style, const TemplateBounds& place, std::u16string_view title) {
+    words_ = {1, 0xFFFF};
+    Put(0);  // number of the help text
+    Put(0);  // extended style
+    Put(style);
+    words_.push_back(0);  // items
+    PutPlace(place);
+    PutText(u"");  // menu
+    PutText(u"");  // class
+    PutText(title);
+    words_.insert(words_.end(), {8, 400, 0x100});  // points, weight, any set of characters
+    PutText(u"MS Shell Dlg");
+  }
 
-  TemplateBytes& Item(std::u16string_view className, int id, DWORD style, TemplateBounds place,
-                      std::u16string_view text, DWORD helpId = 0);
+  TemplateBytes& Item(std::u16string_view className, int id, DWORD style,
+                      const TemplateBounds& place, std::u16string_view text, DWORD helpId = 0) {
+    words_.resize(words_.size() + words_.size() % 2);
+    Put(helpId);
+    Put(0);
+    Put(style);
+    PutPlace(place);
+    Put(static_cast<DWORD>(id));
+    PutText(className);
+    PutText(text);
+    words_.push_back(0);  // creation data
+    ++words_[kItemCountAt];
+    return *this;
+  }
 
-  std::vector<std::byte> Bytes() const;
+  ResourceBytes Bytes() const {
+    const auto bytes = std::as_bytes(std::span(words_));
+    return {bytes.begin(), bytes.end()};
+  }
 
  private:
-  void Put(DWORD value);
-  void PutPlace(const TemplateBounds& place);
-  void PutText(std::u16string_view text);
+  static constexpr std::size_t kItemCountAt = 8;
+
+  void Put(DWORD value) { words_.insert(words_.end(), {LOWORD(value), HIWORD(value)}); }
+  void PutPlace(const TemplateBounds& place) {
+    for (const int each : {place.x, place.y, place.width, place.height})
+      words_.push_back(static_cast<WORD>(each));
+  }
+  // Or a number, which follows 0xFFFF.
+  void PutText(std::u16string_view text) {
+    words_.insert(words_.end(), text.begin(), text.end());
+    if (text.empty() || text.front() != 0xFFFF) words_.push_back(0);
+  }
 
   std::vector<WORD> words_;
 };
 
 // Adds templates to the program's resources, one for each language, under a new number, and
 // returns that.
-using ResourceBytes = std::vector<std::byte>;
 LPCWSTR AddTemplates(const std::vector<std::pair<LANGID, ResourceBytes>>& templates);
 inline LPCWSTR AddTemplate(const ResourceBytes& bytes) {
   return AddTemplates({{LANGID{0}, bytes}});

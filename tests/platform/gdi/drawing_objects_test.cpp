@@ -12,16 +12,6 @@ namespace {
 
 using DrawingObjects = DrawingTest;
 
-// Of an object that must have a description of that type.
-template <class Description>
-Description DescriptionOf(HGDIOBJ object) {
-  Description description{};
-  constexpr int kSize = sizeof description;
-  EXPECT_EQ(::GetObjectW(object, 0, nullptr), kSize);
-  EXPECT_EQ(::GetObjectW(object, kSize, &description), kSize);
-  return description;
-}
-
 TEST_F(DrawingObjects, ObjectsAreDescribedAsTheyWereMade) {
   const HFONT font = NewFont(L"Tahoma", -37, FW_BOLD);
   const auto face = DescriptionOf<LOGFONTW>(font);
@@ -85,10 +75,9 @@ TEST_F(DrawingObjects, NumbersBeyondTheColoursOfTheSystemHaveNone) {
 }
 
 TEST_F(DrawingObjects, ABitmapIsSelectedInOneContextAtATime) {
-  const DrawingSurface surface(10, 10);
-  const HDC other = ::CreateCompatibleDC(surface.Get());
-  EXPECT_EQ(::SelectObject(other, surface.Bitmap()), nullptr);
-  EXPECT_FALSE(::DeleteObject(surface.Bitmap()));
+  const HDC other = ::CreateCompatibleDC(page_);
+  EXPECT_EQ(::SelectObject(other, surface_.Bitmap()), nullptr);
+  EXPECT_FALSE(::DeleteObject(surface_.Bitmap()));
   EXPECT_TRUE(::DeleteDC(other));
 }
 

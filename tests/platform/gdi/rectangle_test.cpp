@@ -1,4 +1,4 @@
-// Rectangles of pens, brushes and raster operations, looked at pixel by pixel.
+// Rectangles, and the edges and check boxes that a window paints itself, looked at pixel by pixel.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -19,10 +19,6 @@ HPEN RedPen(int width) {
 
 HBRUSH BlueBrush() {
   return ::CreateSolidBrush(kBlue);
-}
-
-HBRUSH NoBrush() {
-  return static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
 }
 
 // White, cyan, red, yellow, blue and black.
@@ -59,7 +55,8 @@ TEST_F(Rectangles, AWidePenLiesOnBothSidesOfItsLine) {
   EXPECT_EQ(Drawn({1, 1, 7, 7}, RedPen(3), BlueBrush()),
             (Rows{"rrrrrrrr", "rrrrrrrr", "rrrrrrrr", "rrrbbrrr", "rrrbbrrr", "rrrrrrrr",
                   "rrrrrrrr", "rrrrrrrr"}));
-  EXPECT_EQ(Drawn({2, 2, 7, 7}, RedPen(2), NoBrush()),
+  const auto none = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
+  EXPECT_EQ(Drawn({2, 2, 7, 7}, RedPen(2), none),
             (Rows{"........", ".rrrrrr.", ".rrrrrr.", ".rr..rr.", ".rr..rr.", ".rrrrrr.",
                   ".rrrrrr.", "........"}));
 }
@@ -82,10 +79,7 @@ TEST_F(Rectangles, ARectangleWithoutAnInsideIsAllPen) {
 TEST_F(Rectangles, TwiceTheExclusiveOrIsNothing) {
   for (const int operation : {R2_XORPEN, R2_NOTXORPEN, R2_NOT}) {
     const DrawingSurface surface(20, 20);
-    const HBRUSH blue = BlueBrush();
-    const RECT half{0, 0, 10, 20};
-    ::FillRect(surface.Get(), &half, blue);
-    ::DeleteObject(blue);
+    surface.Fill({0, 0, 10, 20}, BlueBrush());
     const std::vector<COLORREF> before = surface.Pixels();
     const Selected brush(surface.Get(), ::CreateSolidBrush(RGB(10, 200, 30)));
     const Selected pen(surface.Get(), ::CreatePen(PS_SOLID, 3, RGB(200, 100, 50)));
@@ -102,6 +96,85 @@ TEST_F(Rectangles, AnExclusiveOrHitsEachPixelOnce) {
   EXPECT_EQ(Drawn({2, 2, 7, 7}, RedPen(2), BlueBrush(), R2_XORPEN),
             (Rows{"........", ".cccccc.", ".cccccc.", ".ccyycc.", ".ccyycc.", ".cccccc.",
                   ".cccccc.", "........"}));
+}
+
+struct EdgeCase {
+  UINT edge;
+  // System colours, from the outside to the inside.
+  int leftAndTop[2];
+  int rightAndBottom[2];
+};
+constexpr EdgeCase kEdges[] = {
+    {EDGE_RAISED, {COLOR_3DLIGHT, COLOR_BTNHIGHLIGHT}, {COLOR_3DDKSHADOW, COLOR_BTNSHADOW}},
+    {EDGE_SUNKEN, {COLOR_BTNSHADOW, COLOR_3DDKSHADOW}, {COLOR_BTNHIGHLIGHT, COLOR_3DLIGHT}},
+    {EDGE_ETCHED, {COLOR_BTNSHADOW, COLOR_BTNHIGHLIGHT}, {COLOR_BTNHIGHLIGHT, COLOR_BTNSHADOW}},
+    {EDGE_BUMP, {COLOR_3DLIGHT, COLOR_3DDKSHADOW}, {COLOR_3DDKSHADOW, COLOR_3DLIGHT}},
+};
+
+using Edge = DrawingTest;
+
+TEST_F(Edge, LinesHaveTheColoursOfTheirSides) {
+  for (const EdgeCase& each : kEdges) {
+    SCOPED_TRACE(each.edge);
+    surface_.Clear();
+    RECT area{2, 3, 18, 17};
+    ASSERT_TRUE(::DrawEdge(page_, &area, each.edge, BF_RECT | BF_MIDDLE));
+    EXPECT_EQ(area, (RECT{2, 3, 18, 17})) << "not asked to be adjusted";
+    for (int ring = 0; ring < 2; ++ring) {
+      const COLORREF lit = ::GetSysColor(each.leftAndTop[ring]);
+      const COLORREF shaded = ::GetSysColor(each.rightAndBottom[ring]);
+      EXPECT_EQ(surface_.At(2 + ring, 3 + ring), lit);
+      EXPECT_EQ(surface_.At(2 + ring, 10), lit);
+      EXPECT_EQ(surface_.At(10, 3 + ring), lit);
+      EXPECT_EQ(surface_.At(17 - ring, 10), shaded);
+      EXPECT_EQ(surface_.At(10, 16 - ring), shaded);
+      EXPECT_EQ(surface_.At(17 - ring, 3 + ring), shaded) << "upper right corner";
+      EXPECT_EQ(surface_.At(2 + ring, 16 - ring), shaded) << "lower left corner";
+    }
+    EXPECT_EQ(surface_.At(4, 5), ::GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(surface_.At(15, 14), ::GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(surface_.At(1, 10), kWhite);
+    EXPECT_EQ(surface_.At(18, 10), kWhite);
+  }
+}
+
+TEST_F(Edge, OnlyTheSidesAskedForAreDrawnAndTakenOff) {
+  RECT area{2, 3, 18, 17};
+  ASSERT_TRUE(::DrawEdge(page_, &area, EDGE_ETCHED, BF_TOP | BF_RIGHT | BF_ADJUST));
+  EXPECT_EQ(area, (RECT{2, 5, 16, 17}));
+  EXPECT_EQ(surface_.At(2, 10), kWhite) << "left";
+  EXPECT_EQ(surface_.At(10, 16), kWhite) << "bottom";
+  EXPECT_EQ(surface_.At(10, 10), kWhite) << "middle";
+  EXPECT_EQ(surface_.At(10, 3), ::GetSysColor(COLOR_BTNSHADOW));
+}
+
+TEST_F(Edge, AnAreaSmallerThanItsLinesIsNotLeft) {
+  RECT area{5, 5, 7, 15};
+  ASSERT_TRUE(::DrawEdge(page_, &area, EDGE_ETCHED, BF_RECT | BF_MIDDLE));
+  EXPECT_PRED2(IsWithin, surface_.Ink(), (RECT{5, 5, 7, 15}));
+}
+
+using CheckBox = DrawingTest;
+
+TEST_F(CheckBox, TheBoxIsTheLargestSquareInTheMiddle) {
+  RECT area{5, 10, 55, 26};
+  EXPECT_TRUE(::DrawFrameControl(page_, &area, DFC_BUTTON, DFCS_BUTTONCHECK));
+  const RECT ink = surface_.Ink();
+  EXPECT_PRED2(IsWithin, ink, (RECT{22, 10, 38, 26}));
+  EXPECT_GE(ink.right - ink.left, 13);
+  EXPECT_GE(ink.bottom - ink.top, 13);
+}
+
+TEST_F(CheckBox, StatesLookDifferent) {
+  const auto drawn = [this](UINT state) {
+    surface_.Clear();
+    RECT area{10, 10, 26, 26};
+    EXPECT_TRUE(::DrawFrameControl(page_, &area, DFC_BUTTON, DFCS_BUTTONCHECK | state));
+    return surface_.Pixels();
+  };
+  const auto checked = drawn(DFCS_CHECKED);
+  EXPECT_NE(checked, drawn(0));
+  EXPECT_NE(checked, drawn(DFCS_CHECKED | DFCS_INACTIVE));
 }
 
 }  // namespace

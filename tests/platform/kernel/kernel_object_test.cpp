@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <thread>
 
 #include "platform/kit/failing_call.h"
@@ -34,30 +35,15 @@ TEST(Handle, AnInvalidOneFailsEveryCallWithInvalidHandle) {
   }
 }
 
-// What another thread gets that waits for the mutex without patience.
-DWORD WaitElsewhere(HANDLE mutex) {
-  DWORD result = WAIT_FAILED;
-  std::thread([&] {
-    result = ::WaitForSingleObject(mutex, 0);
-    if (result == WAIT_OBJECT_0) ::ReleaseMutex(mutex);
-  }).join();
-  return result;
-}
-
-TEST(Mutex, IsFreeAfterAsManyReleasesOfItsOwnerAsWaits) {
+TEST(Mutex, AWaiterGetsItAfterAsManyReleasesOfItsOwnerAsWaits) {
   const HANDLE mutex = ::CreateMutexW(nullptr, TRUE, nullptr);
   EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_OBJECT_0);
   EXPECT_TRUE(::ReleaseMutex(mutex));
-  std::thread([&] { EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER); }).join();
-  EXPECT_EQ(WaitElsewhere(mutex), WAIT_TIMEOUT);
-  EXPECT_TRUE(::ReleaseMutex(mutex));
-  EXPECT_EQ(WaitElsewhere(mutex), WAIT_OBJECT_0);
-  EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER);
-  EXPECT_TRUE(::CloseHandle(mutex));
-}
+  std::thread([&] {
+    EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER);
+    EXPECT_EQ(::WaitForSingleObject(mutex, 0), WAIT_TIMEOUT);
+  }).join();
 
-TEST(Mutex, AWaiterGetsItWhenItIsReleased) {
-  const HANDLE mutex = ::CreateMutexW(nullptr, TRUE, nullptr);
   std::jthread waiter([&] {
     EXPECT_EQ(::WaitForSingleObject(mutex, INFINITE), WAIT_OBJECT_0);
     EXPECT_TRUE(::ReleaseMutex(mutex));
@@ -65,6 +51,7 @@ TEST(Mutex, AWaiterGetsItWhenItIsReleased) {
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   EXPECT_TRUE(::ReleaseMutex(mutex));
   waiter.join();
+  EXPECT_EQ(ErrorOf(::ReleaseMutex(mutex)), ERROR_NOT_OWNER);
   EXPECT_TRUE(::CloseHandle(mutex));
 }
 
@@ -110,16 +97,11 @@ TEST(Thread, InvalidArgumentsStartNone) {
   EXPECT_EQ(seen, 0u);
 }
 
-struct LateWriter {
-  std::atomic<bool>* done;
-  ~LateWriter() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    *done = true;
-  }
-};
-
 unsigned WINAPI LeaveThreadLocal(void* done) {
-  static thread_local const LateWriter writer{static_cast<std::atomic<bool>*>(done)};
+  static thread_local const std::shared_ptr<void> lateWriter(done, [](void* flag) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    *static_cast<std::atomic<bool>*>(flag) = true;
+  });
   return 0;
 }
 

@@ -7,11 +7,10 @@
 class HiddenWindow {
  public:
   explicit HiddenWindow(WNDPROC procedure = ::DefWindowProcW) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = procedure;
     windowClass.lpszClassName = L"HiddenWindow";
-    ::RegisterClassExW(&windowClass);
+    ::RegisterClassW(&windowClass);
     window_ = ::CreateWindowExW(0, L"HiddenWindow", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr,
                                 nullptr);
   }

@@ -18,12 +18,11 @@ class Recording {
  public:
   // Registers the class "Recording".
   Recording() {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = ::GetModuleHandleW(nullptr);
     windowClass.lpszClassName = kClass;
-    ::RegisterClassExW(&windowClass);
+    ::RegisterClassW(&windowClass);
     current_ = this;
   }
   // Destroys what is left of the calling thread's windows.
@@ -79,29 +78,19 @@ class Recording {
   }
 
   static std::string NameOf(UINT message, WPARAM wParam, LPARAM lParam) {
-    static const std::map<UINT, std::string> kNames = {{WM_NCCREATE, "NCCREATE"},
-                                                       {WM_CREATE, "CREATE"},
-                                                       {WM_DESTROY, "DESTROY"},
-                                                       {WM_NCDESTROY, "NCDESTROY"},
-                                                       {WM_CLOSE, "CLOSE"},
-                                                       {WM_PAINT, "PAINT"},
-                                                       {WM_ERASEBKGND, "ERASEBKGND"},
-                                                       {WM_CANCELMODE, "CANCELMODE"},
-                                                       {WM_SETFOCUS, "SETFOCUS"},
-                                                       {WM_KILLFOCUS, "KILLFOCUS"},
-                                                       {WM_MOVE, "MOVE "},
-                                                       {WM_SIZE, "SIZE "},
-                                                       {WM_SHOWWINDOW, "SHOWWINDOW "},
-                                                       {WM_ENABLE, "ENABLE "},
-                                                       {WM_ACTIVATE, "ACTIVATE "},
-                                                       {WM_TIMER, "TIMER "}};
-    const auto found = kNames.find(message);
-    if (found == kNames.end()) return std::to_string(message);
-    if (found->second.back() != ' ') return found->second;
-    if (message != WM_MOVE && message != WM_SIZE) {
-      return found->second + std::to_string(LOWORD(wParam));
-    }
-    return found->second + std::to_string(static_cast<SHORT>(LOWORD(lParam))) + "," +
+    static const std::map<UINT, std::string> kNames = {
+        {WM_NCCREATE, "NCCREATE"},   {WM_CREATE, "CREATE"},         {WM_DESTROY, "DESTROY"},
+        {WM_NCDESTROY, "NCDESTROY"}, {WM_CANCELMODE, "CANCELMODE"}, {WM_SETFOCUS, "SETFOCUS"},
+        {WM_KILLFOCUS, "KILLFOCUS"}};
+    static const std::map<UINT, std::string> kNumbered = {{WM_SHOWWINDOW, "SHOWWINDOW "},
+                                                          {WM_ENABLE, "ENABLE "},
+                                                          {WM_ACTIVATE, "ACTIVATE "},
+                                                          {WM_TIMER, "TIMER "}};
+    static const std::map<UINT, std::string> kPlaced = {{WM_MOVE, "MOVE "}, {WM_SIZE, "SIZE "}};
+    if (kNames.contains(message)) return kNames.at(message);
+    if (kNumbered.contains(message)) return kNumbered.at(message) + std::to_string(LOWORD(wParam));
+    if (!kPlaced.contains(message)) return std::to_string(message);
+    return kPlaced.at(message) + std::to_string(static_cast<SHORT>(LOWORD(lParam))) + "," +
            std::to_string(static_cast<SHORT>(HIWORD(lParam)));
   }
 

@@ -12,16 +12,14 @@ class WindowThread {
  public:
   WindowThread() {
     std::promise<HWND> created;
-    std::future<HWND> result = created.get_future();
     thread_ = std::thread([&created, this] {
       id_ = ::GetCurrentThreadId();
       created.set_value(Recording::Create());
       MSG message;
       while (::GetMessageW(&message, nullptr, 0, 0) > 0)
         ::DispatchMessageW(&message);
-      exitCode_ = message.wParam;
     });
-    window_ = result.get();
+    window_ = created.get_future().get();
   }
   ~WindowThread() {
     if (thread_.joinable()) Stop(0);
@@ -29,11 +27,10 @@ class WindowThread {
   WindowThread(const WindowThread&) = delete;
   WindowThread& operator=(const WindowThread&) = delete;
 
-  // Ends the loop, and with it the thread; what the loop ended with.
-  WPARAM Stop(WPARAM exitCode) {
+  // Ends the loop, and with it the thread.
+  void Stop(WPARAM exitCode) {
     ::PostThreadMessageW(id_, WM_QUIT, exitCode, 0);
     thread_.join();
-    return exitCode_;
   }
 
   HWND Window() const { return window_; }
@@ -43,5 +40,4 @@ class WindowThread {
   std::thread thread_;
   HWND window_ = nullptr;
   DWORD id_ = 0;
-  WPARAM exitCode_ = 0;
 };

@@ -14,15 +14,6 @@ using ::testing::ElementsAre;
 
 class MenuTest : public ::testing::Test {
  protected:
-  std::vector<UINT> Commands() const {
-    std::vector<UINT> commands;
-    for (int position = 0; position < ::GetMenuItemCount(menu_.Get()); ++position) {
-      MENUITEMINFOW item = AskFor(MIIM_ID);
-      EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), static_cast<UINT>(position), TRUE, &item));
-      commands.push_back(item.wID);
-    }
-    return commands;
-  }
   UINT StateOf(UINT command) const {
     MENUITEMINFOW item = AskFor(MIIM_STATE);
     EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), command, FALSE, &item));
@@ -35,16 +26,19 @@ class MenuTest : public ::testing::Test {
 TEST_F(MenuTest, ItemsGoBeforeTheOneThatIsNamedElseToTheEnd) {
   InsertItem(menu_.Get(), 1, L"One");
   InsertItem(menu_.Get(), 2, L"Two");
-  const struct {
-    UINT command, before;
-    BOOL byPosition;
-  } cases[] = {{3, 0, TRUE}, {4, 2, FALSE}, {5, 77, FALSE}};
-  for (const auto& each : cases) {
+  for (const auto& [command, before, byPosition] :
+       {std::tuple{3u, 0u, TRUE}, {4u, 2u, FALSE}, {5u, 77u, FALSE}}) {
     MENUITEMINFOW item = AskFor(MIIM_ID);
-    item.wID = each.command;
-    EXPECT_TRUE(::InsertMenuItemW(menu_.Get(), each.before, each.byPosition, &item));
+    item.wID = command;
+    EXPECT_TRUE(::InsertMenuItemW(menu_.Get(), before, byPosition, &item));
   }
-  EXPECT_THAT(Commands(), ElementsAre(3, 1, 4, 2, 5));
+  std::vector<UINT> commands;
+  for (int position = 0; position < ::GetMenuItemCount(menu_.Get()); ++position) {
+    MENUITEMINFOW item = AskFor(MIIM_ID);
+    EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), static_cast<UINT>(position), TRUE, &item));
+    commands.push_back(item.wID);
+  }
+  EXPECT_THAT(commands, ElementsAre(3, 1, 4, 2, 5));
 }
 
 TEST_F(MenuTest, AnItemGivesBackWhatItWasGivenAndItsTextCutToTheRoom) {
@@ -81,8 +75,7 @@ TEST_F(MenuTest, CommandsAreFoundInSubmenusTooAndOneItemIsTheDefaultOrNone) {
   EXPECT_EQ(StateOf(1), MFS_ENABLED);
   EXPECT_EQ(StateOf(2), MFS_DEFAULT);
   EXPECT_EQ(StateOf(11), MFS_ENABLED);
-  EXPECT_FALSE(::SetMenuDefaultItem(menu_.Get(), 5, FALSE));
-  EXPECT_EQ(::GetLastError(), DWORD{ERROR_MENU_ITEM_NOT_FOUND});
+  EXPECT_EQ(ErrorOf(::SetMenuDefaultItem(menu_.Get(), 5, FALSE)), DWORD{ERROR_MENU_ITEM_NOT_FOUND});
   EXPECT_EQ(StateOf(2), MFS_ENABLED);
 }
 

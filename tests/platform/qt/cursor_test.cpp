@@ -1,16 +1,9 @@
 // The shape of the pointer.
-#include <windows.h>
-
-#include <gmock/gmock.h>
-
-#include <QTest>
-
 #include "platform/qt/window_fixture.h"
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class PointerOnDesktop : public WindowOnDesktop {
  protected:
@@ -32,14 +25,11 @@ TEST_F(PointerOnDesktop, AWindowIsAskedForTheShapeBeforeEachMessageOfTheMouse) {
       EXPECT_EQ(LOWORD(lParam), HTCLIENT);
       return TRUE;
     });
-    On(WM_LBUTTONDOWN, [&](HWND, WPARAM, LPARAM) -> LRESULT {
-      messages.push_back(WM_LBUTTONDOWN);
-      return 0;
-    });
+    Hear(WM_LBUTTONDOWN, [&](HWND, WPARAM, LPARAM) { messages.push_back(WM_LBUTTONDOWN); });
     QTest::mousePress(WidgetOf(window_), Qt::LeftButton, {}, {5, 6});
     MSG message{};
     EXPECT_TRUE(::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE));
-    EXPECT_THAT(messages, IsEmpty()) << "asked before the message was taken";
+    EXPECT_TRUE(messages.empty()) << "asked before the message was taken";
     PumpAll();
     QTest::mouseRelease(WidgetOf(window_), Qt::LeftButton, {}, {5, 6});
     EXPECT_THAT(messages, ElementsAre(WM_SETCURSOR, WM_LBUTTONDOWN, WM_LBUTTONDOWN));
@@ -64,14 +54,11 @@ TEST_F(PointerOnDesktop, TheShapeIsThatOfTheClassUnlessTheParentSaysOtherwise) {
 TEST_F(PointerOnDesktop, WhatAWindowSetsWhenTheMouseMovesIsShown) {
   WithWindow([this] {
     const HWND button = CreateButton(window_);
-    LPCWSTR wanted = IDC_SIZEWE;
-    On(WM_MOUSEMOVE, [&](HWND, WPARAM, LPARAM) -> LRESULT {
-      ::SetCursor(wanted != nullptr ? ::LoadCursorW(nullptr, wanted) : nullptr);
-      return 0;
-    });
+    HCURSOR wanted = ::LoadCursorW(nullptr, IDC_SIZEWE);
+    Hear(WM_MOUSEMOVE, [&](HWND, WPARAM, LPARAM) { ::SetCursor(wanted); });
     EXPECT_EQ(ShapeOver(window_), Qt::SizeHorCursor);
     EXPECT_EQ(ShapeOf(button), Qt::ArrowCursor) << "controls have their own";
-    wanted = IDC_SIZENS;
+    wanted = ::LoadCursorW(nullptr, IDC_SIZENS);
     EXPECT_EQ(ShapeOver(window_, {5, 5}), Qt::SizeVerCursor);
     wanted = nullptr;
     EXPECT_EQ(ShapeOver(window_), Qt::BlankCursor);

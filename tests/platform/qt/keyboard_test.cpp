@@ -1,10 +1,4 @@
 // Keys as messages, and what is known of the keyboard from them.
-#include <windows.h>
-
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QTest>
 #include <array>
 
 #include "platform/qt/window_fixture.h"
@@ -27,23 +21,18 @@ constexpr LPARAM Scan(int code) {
 // The message, its key and its other parameter.
 using Notified = std::tuple<UINT, WPARAM, LPARAM>;
 
-class KeyboardOnDesktop : public WindowOnDesktop {
+class KeyboardOnDesktop : public NotingWindow<Notified> {
  protected:
   KeyboardOnDesktop() {
     for (const UINT message :
          {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_SYSKEYDOWN, WM_SYSKEYUP, WM_SYSCHAR}) {
-      On(message, [this, message](HWND, WPARAM wParam, LPARAM lParam) -> LRESULT {
+      Hear(message, [this, message](HWND, WPARAM wParam, LPARAM lParam) {
         notified_.emplace_back(message, wParam, lParam);
         if (message == WM_KEYDOWN) NoteState(static_cast<UINT>(wParam));
-        return 0;
       });
     }
   }
 
-  std::vector<Notified> Take() {
-    PumpAll();
-    return std::exchange(notified_, {});
-  }
   // As if the user's layout made that of the key.
   void Type(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers = {}) const {
     QTest::sendKeyEvent(QTest::Click, WidgetOf(window_), key, text, modifiers);
@@ -55,7 +44,6 @@ class KeyboardOnDesktop : public WindowOnDesktop {
     return {reinterpret_cast<const char*>(&characters), static_cast<std::size_t>(count)};
   }
 
-  std::vector<Notified> notified_;
   // Of the last key that went down: what it typed, and which keys were down then.
   std::string typed_;
   std::vector<std::size_t> down_;
@@ -192,10 +180,7 @@ TEST_F(KeyboardOnDesktop, KeysAreForTheWindowWithTheFocusAlone) {
     const HWND child = CreateChild(window_);
     const HWND button = CreateButton(window_);
     std::vector<HWND> got;
-    On(WM_KEYDOWN, [&](HWND who, WPARAM, LPARAM) -> LRESULT {
-      got.push_back(who);
-      return 0;
-    });
+    Hear(WM_KEYDOWN, [&](HWND who, WPARAM, LPARAM) { got.push_back(who); });
     ::SetFocus(child);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_A);
     Take();
@@ -211,17 +196,15 @@ TEST_F(KeyboardOnDesktop, F1AsksForHelpUnlessTheWindowTakesItForItself) {
   WithWindow([this] {
     const HWND child = CreateChild(window_, kChildBounds, {.id = 33});
     ::SetFocus(child);
-    bool takesIt = false;
-    On(WM_KEYDOWN, [&](HWND who, WPARAM wParam, LPARAM lParam) -> LRESULT {
-      return takesIt ? 0 : ::DefWindowProcW(who, WM_KEYDOWN, wParam, lParam);
-    });
     On(WM_HELP, [&](HWND, WPARAM, LPARAM lParam) -> LRESULT {
       EXPECT_EQ(reinterpret_cast<const HELPINFO*>(lParam)->hItemHandle, child);
       EXPECT_EQ(reinterpret_cast<const HELPINFO*>(lParam)->iCtrlId, 33);
       return TRUE;
     });
-    for (const bool each : {false, true}) {
-      takesIt = each;
+    for (const bool takesIt : {false, true}) {
+      On(WM_KEYDOWN, [takesIt](HWND who, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        return takesIt ? 0 : ::DefWindowProcW(who, WM_KEYDOWN, wParam, lParam);
+      });
       QTest::keyClick(WidgetOf(child), Qt::Key_F1);
       PumpAll();
       EXPECT_EQ(CountOf(WM_HELP), 1);

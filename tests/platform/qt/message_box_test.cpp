@@ -1,15 +1,8 @@
 // Message boxes answered with real clicks and keys.
-#include <windows.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QMessageBox>
-#include <QTest>
 #include <algorithm>
 #include <atomic>
-#include <thread>
 
 #include "desktop/dialog_driver.h"
 #include "platform/kernel/locale_source.h"
@@ -126,20 +119,16 @@ TEST_F(MessageBoxOnDesktop, ButtonsSpeakTheUsersLanguage) {
 }
 
 TEST_F(MessageBoxOnDesktop, TheOwnerIsDisabledMeanwhile) {
-  HWND owner = nullptr;
   const DesktopScript user([&](DesktopScript& script) {
     QMessageBox* box = AwaitBox(script, "Caption");
     script.Do([&] {
-      EXPECT_FALSE(::IsWindowEnabled(owner));
+      EXPECT_FALSE(::IsWindowEnabled(window_));
       Click(0)(*box);
     });
   });
-  OnWindowThread([&] {
-    owner = ::CreateWindowExW(0, L"Static", L"Owner", WS_POPUP | WS_VISIBLE, 0, 0, 100, 100,
-                              nullptr, nullptr, nullptr, nullptr);
-    ::MessageBoxW(owner, L"Text", L"Caption", MB_OK);
-    EXPECT_TRUE(::IsWindowEnabled(owner));
-    ::DestroyWindow(owner);
+  WithWindow([this] {
+    ::MessageBoxW(window_, L"Text", L"Caption", MB_OK);
+    EXPECT_TRUE(::IsWindowEnabled(window_));
   });
 }
 

@@ -1,10 +1,5 @@
 // What the mouse does, as messages.
-#include <windows.h>
-
-#include <gmock/gmock.h>
 #include <windowsx.h>
-
-#include <QTest>
 
 #include "platform/qt/window_fixture.h"
 
@@ -16,20 +11,14 @@ using ::testing::IsEmpty;
 // The window, the message, what is down with it, and its place.
 using Notified = std::tuple<HWND, UINT, WPARAM, int, int>;
 
-class MouseOnDesktop : public WindowOnDesktop {
+class MouseOnDesktop : public NotingWindow<Notified> {
  protected:
   MouseOnDesktop() {
     for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message) {
-      On(message, [this, message](HWND window, WPARAM wParam, LPARAM lParam) -> LRESULT {
+      Hear(message, [this, message](HWND window, WPARAM wParam, LPARAM lParam) {
         notified_.emplace_back(window, message, wParam, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
-        return 0;
       });
     }
-  }
-  // What has been told since the last time.
-  std::vector<Notified> Take() {
-    PumpAll();
-    return std::exchange(notified_, {});
   }
 
   static void Press(HWND window, QPoint place, Qt::MouseButton button = Qt::LeftButton,
@@ -45,8 +34,6 @@ class MouseOnDesktop : public WindowOnDesktop {
   }
   // With a button down, as the toolkit tells it: to the widget where the button went down.
   static void Move(HWND window, QPoint place) { QTest::mouseMove(WidgetOf(window), place); }
-
-  std::vector<Notified> notified_;
 };
 
 TEST_F(MouseOnDesktop, ButtonsAreNotifiedWithTheirPlaceAndWhatIsDown) {
@@ -125,37 +112,28 @@ TEST_F(MouseOnDesktop, TheWindowUnderTheMouseIsNotifiedWhetherAButtonIsDownOrNot
   });
 }
 
-TEST_F(MouseOnDesktop, WhatIsDoneInADisabledWindowIsForTheOneAroundIt) {
+TEST_F(MouseOnDesktop, WhatIsDoneInADisabledWindowIsForTheOneAroundItAndOtherwiseLost) {
   WithWindow([this] {
     const HWND child = CreateChild(window_);
     const HWND inner = CreateChild(child, {5, 5, 20, 20});
     const HWND button = CreateButton(window_);
     ::EnableWindow(child, FALSE);
     ::EnableWindow(button, FALSE);
-    for (const HWND each : {child, inner, button})
+    for (const auto& [each, x, y] :
+         {std::tuple{child, 13, 24}, {inner, 18, 29}, {button, 103, 24}}) {
       Click(each, {3, 4});
-    EXPECT_THAT(Take(), ElementsAre(Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 13, 24},
-                                    Notified{window_, WM_LBUTTONUP, 0, 13, 24},
-                                    Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 18, 29},
-                                    Notified{window_, WM_LBUTTONUP, 0, 18, 29},
-                                    Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, 103, 24},
-                                    Notified{window_, WM_LBUTTONUP, 0, 103, 24}));
+      EXPECT_THAT(Take(), ElementsAre(Notified{window_, WM_LBUTTONDOWN, MK_LBUTTON, x, y},
+                                      Notified{window_, WM_LBUTTONUP, 0, x, y}));
+    }
+    const HWND ended = Create();
+    PumpAll();
+    Click(window_, {1, 2});
+    Click(ended, {1, 2});
+    ::DestroyWindow(ended);
     ::EnableWindow(window_, FALSE);
     Click(window_, {1, 2});
     Click(child, {1, 2});
-    EXPECT_THAT(Take(), IsEmpty());
-  });
-}
-
-TEST_F(MouseOnDesktop, WhatAnEndedOrDisabledWindowHasNotTakenIsLost) {
-  WithWindow([this] {
-    const HWND disabled = Create();
-    PumpAll();
-    Click(window_, {1, 2});
-    Click(disabled, {1, 2});
-    ::DestroyWindow(window_);
-    ::EnableWindow(disabled, FALSE);
-    EXPECT_THAT(Take(), IsEmpty());
+    EXPECT_THAT(Take(), IsEmpty()) << "what they had not taken is lost, too";
   });
 }
 
@@ -181,9 +159,8 @@ TEST_F(MouseOnDesktop, AButtonIsKnownToBeDownAsLongAsItIs) {
   WithWindow([this] {
     const HWND button = CreateButton(window_);
     std::vector<bool> down;
-    On(WM_LBUTTONDOWN, [&](HWND, WPARAM, LPARAM) -> LRESULT {
+    Hear(WM_LBUTTONDOWN, [&](HWND, WPARAM, LPARAM) {
       down = {::GetAsyncKeyState(VK_LBUTTON) < 0, ::GetKeyState(VK_LBUTTON) < 0};
-      return 0;
     });
     Press(window_, {1, 1});
     PumpAll();

@@ -1,11 +1,8 @@
 // What a window keeps on screens with more than 96 pixels to the inch, each in a process of its
 // own, since the scale is that of the whole desktop.
-#include <windows.h>
-
 #include <unistd.h>
 
 #include <QImage>
-#include <cstdlib>
 
 #include "platform/kit/exit_with_result.h"
 #include "platform/qt/window_fixture.h"
@@ -17,20 +14,18 @@ class ScaledSurface : public WindowOnDesktop {
   [[noreturn]] void RunScaled(const char* factor) {
     ::alarm(60);
     ::setenv("QT_SCALE_FACTOR", factor, 1);
-    WithWindow([this] { DrawLine(); },
-               {.brush = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH))});
+    const auto drawLine = [this] {
+      Pump([&] { return CountOf(WM_PAINT) > 0; });
+      const HDC context = ::GetDC(window_);
+      const RECT line = {20, 10, 21, 40};
+      ::FillRect(context, &line, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+      EXPECT_EQ(::GetPixel(context, 20, 20), RGB(0, 0, 0));
+      EXPECT_EQ(::GetPixel(context, 21, 20), RGB(255, 255, 255));
+      ::ReleaseDC(window_, context);
+      ExpectSharpLine(WidgetOf(window_)->grab().toImage());
+    };
+    WithWindow(drawLine, {.brush = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH))});
     ExitWithResult();
-  }
-
-  void DrawLine() const {
-    Pump([&] { return CountOf(WM_PAINT) > 0; });
-    const HDC context = ::GetDC(window_);
-    const RECT line = {20, 10, 21, 40};
-    ::FillRect(context, &line, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-    EXPECT_EQ(::GetPixel(context, 20, 20), RGB(0, 0, 0));
-    EXPECT_EQ(::GetPixel(context, 21, 20), RGB(255, 255, 255));
-    ::ReleaseDC(window_, context);
-    ExpectSharpLine(WidgetOf(window_)->grab().toImage());
   }
 
   // Every pixel is black or white, and as many are black as the line has.

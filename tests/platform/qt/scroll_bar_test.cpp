@@ -1,10 +1,5 @@
-#include <windows.h>
-
-#include <gmock/gmock.h>
-
 #include <QScrollBar>
 #include <QStyleOptionSlider>
-#include <QTest>
 #include <QWheelEvent>
 
 #include "platform/qt/window_fixture.h"
@@ -12,12 +7,10 @@
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::Pair;
 
 // To tell where its parts are.
-class BarParts final : public QScrollBar {
- public:
+struct BarParts final : QScrollBar {
   static QPoint Middle(QScrollBar* bar, QStyle::SubControl part) {
     QStyleOptionSlider option;
     (bar->*&BarParts::initStyleOption)(&option);
@@ -29,23 +22,12 @@ void Click(QScrollBar* bar, QStyle::SubControl part) {
   QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, BarParts::Middle(bar, part));
 }
 
-void SendMouse(QWidget* widget, QEvent::Type type, QPoint place) {
-  const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-  const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-  QMouseEvent event(type, place, widget->mapToGlobal(QPointF(place)), button, held, Qt::NoModifier);
-  QCoreApplication::sendEvent(widget, &event);
-}
-
-class ScrollBarOnDesktop : public WindowOnDesktop {
+class ScrollBarOnDesktop : public NotingWindow<std::pair<int, int>> {
  protected:
   ScrollBarOnDesktop() {
     for (const UINT message : {WM_VSCROLL, WM_HSCROLL}) {
-      On(message, [this, message](HWND window, WPARAM wParam, LPARAM) -> LRESULT {
+      Hear(message, [this](HWND, WPARAM wParam, LPARAM) {
         notified_.emplace_back(LOWORD(wParam), HIWORD(wParam));
-        if (follows_ && LOWORD(wParam) == SB_LINEDOWN) {
-          ::SetScrollPos(window, message == WM_VSCROLL ? SB_VERT : SB_HORZ, 5, TRUE);
-        }
-        return 0;
       });
     }
   }
@@ -68,13 +50,6 @@ class ScrollBarOnDesktop : public WindowOnDesktop {
     }
     return nullptr;
   }
-  std::vector<std::pair<int, int>> Take() {
-    PumpAll();
-    return std::exchange(notified_, {});
-  }
-
-  std::vector<std::pair<int, int>> notified_;
-  bool follows_ = false;
 };
 
 TEST_F(ScrollBarOnDesktop, TheBarsLieBesideTheClientAreaAndAboveChildren) {
@@ -99,21 +74,24 @@ TEST_F(ScrollBarOnDesktop, AClickIsNotifiedAndTheProcedureMovesTheBar) {
                                                       {QStyle::SC_ScrollBarSubLine, SB_LINEUP},
                                                       {QStyle::SC_ScrollBarAddPage, SB_PAGEDOWN},
                                                       {QStyle::SC_ScrollBarSubPage, SB_PAGEUP}};
-  for (const auto orientation : {Qt::Vertical, Qt::Horizontal}) {
-    WithBars(orientation == Qt::Vertical ? WS_VSCROLL : WS_HSCROLL, [&] {
+  for (const auto& [orientation, style, message, which] :
+       {std::tuple{Qt::Vertical, WS_VSCROLL, WM_VSCROLL, SB_VERT},
+        {Qt::Horizontal, WS_HSCROLL, WM_HSCROLL, SB_HORZ}}) {
+    WithBars(style, [&] {
       QScrollBar* bar = Bar(orientation);
       for (const auto& [part, request] : cases) {
         Click(bar, part);
-        EXPECT_THAT(notified_, IsEmpty()) << "told inside the desktop's event";
+        EXPECT_TRUE(notified_.empty()) << "told inside the desktop's event";
         EXPECT_THAT(Take(), ElementsAre(Pair(request, 0), Pair(SB_ENDSCROLL, 0)));
         EXPECT_EQ(bar->value(), 4) << "it moves by itself";
         EXPECT_EQ(bar->sliderPosition(), 4);
       }
-      follows_ = true;
+      Hear(message, [&](HWND window, WPARAM wParam, LPARAM) {
+        if (LOWORD(wParam) == SB_LINEDOWN) ::SetScrollPos(window, which, 5, TRUE);
+      });
       Click(bar, QStyle::SC_ScrollBarAddLine);
-      Take();
+      PumpAll();
       EXPECT_EQ(bar->value(), 5);
-      follows_ = false;
       EXPECT_FALSE(bar->hasFocus());
       EXPECT_EQ(CountOf(WM_LBUTTONDOWN), 0) << "the window is told of a click on its bar";
     });
@@ -124,8 +102,8 @@ TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt
   WithBars(WS_VSCROLL, [this] {
     QScrollBar* bar = Bar();
     const QPoint thumb = BarParts::Middle(bar, QStyle::SC_ScrollBarSlider);
-    SendMouse(bar, QEvent::MouseButtonPress, thumb);
-    SendMouse(bar, QEvent::MouseMove, thumb + QPoint(0, 40));
+    QTest::mousePress(bar, Qt::LeftButton, {}, thumb);
+    QTest::mouseMove(bar, thumb + QPoint(0, 40));
     PumpAll();
     ASSERT_FALSE(notified_.empty());
     const int place = notified_.back().second;
@@ -139,7 +117,7 @@ TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt
     ::SetScrollPos(window_, SB_VERT, 2, TRUE);
     EXPECT_EQ(bar->sliderPosition(), place) << "it is torn from under the mouse";
     Take();
-    SendMouse(bar, QEvent::MouseButtonRelease, thumb + QPoint(0, 40));
+    QTest::mouseRelease(bar, Qt::LeftButton, {}, thumb + QPoint(0, 40));
     EXPECT_THAT(Take(), ElementsAre(Pair(SB_THUMBPOSITION, place), Pair(SB_ENDSCROLL, 0)));
     EXPECT_EQ(bar->sliderPosition(), 2);
     EXPECT_EQ(bar->value(), 2);
@@ -148,7 +126,7 @@ TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt
     QWheelEvent wheel(over, bar->mapToGlobal(over), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(bar, &wheel);
-    EXPECT_THAT(Take(), IsEmpty()) << "the wheel is not the bar's";
+    EXPECT_TRUE(Take().empty()) << "the wheel is not the bar's";
     EXPECT_EQ(bar->value(), 2);
   });
 }
@@ -156,12 +134,7 @@ TEST_F(ScrollBarOnDesktop, TheThumbFollowsTheMouseAndGoesWhereTheProcedurePutsIt
 TEST_F(ScrollBarOnDesktop, WhatABarUncoversIsPainted) {
   WithBars(WS_VSCROLL, [this] {
     std::vector<LONG> painted;
-    On(WM_PAINT, [&](HWND handle, WPARAM, LPARAM) -> LRESULT {
-      PAINTSTRUCT paint{};
-      ::BeginPaint(handle, &paint);
-      painted = {paint.rcPaint.left, paint.rcPaint.top, paint.rcPaint.right, paint.rcPaint.bottom};
-      return ::EndPaint(handle, &paint);
-    });
+    OnPaint([&](HWND, const PAINTSTRUCT& paint) { painted = EdgesOf(paint.rcPaint); });
     ::ShowScrollBar(window_, SB_VERT, FALSE);
     Pump([&] { return !painted.empty(); });
     EXPECT_THAT(painted, ElementsAre(183, 0, 200, 200));

@@ -1,10 +1,5 @@
 // What windows show: their painting, and what is drawn on them otherwise.
-#include <windows.h>
-
-#include <gmock/gmock.h>
-
 #include <QEvent>
-#include <thread>
 
 #include "platform/qt/window_fixture.h"
 
@@ -48,13 +43,11 @@ class Surface : public WindowOnDesktop {
       ++erasures_;
       return TRUE;
     });
-    On(WM_PAINT, [this](HWND window, WPARAM, LPARAM) -> LRESULT {
-      PAINTSTRUCT paint{};
-      Fill(::BeginPaint(window, &paint), {0, 0, 1'000, 1'000}, colour_);
+    OnPaint([this](HWND, const PAINTSTRUCT& paint) {
+      Fill(paint.hdc, {0, 0, 1'000, 1'000}, colour_);
       ++paintings_;
       painted_ = paint.rcPaint;
       toErase_ = paint.fErase != FALSE;
-      return ::EndPaint(window, &paint);
     });
   }
   // In a window that is painted red.
@@ -79,9 +72,6 @@ class Surface : public WindowOnDesktop {
     paintings_ = erasures_ = 0;
     painted_ = {};
   }
-  std::vector<LONG> Painted() const {
-    return {painted_.left, painted_.top, painted_.right, painted_.bottom};
-  }
 
   COLORREF colour_ = kRed;
   int paintings_ = 0;
@@ -99,13 +89,10 @@ TEST_F(Surface, AWindowIsFilledWithTheBrushOfItsClassAndPaintedOver) {
     const auto ofSystem = reinterpret_cast<HBRUSH>(UINT_PTR{COLOR_HIGHLIGHT + 1});
     for (const HBRUSH brush : {own, ofSystem}) {
       HDC used = nullptr;
-      On(WM_PAINT, [&](HWND window, WPARAM, LPARAM) -> LRESULT {
-        PAINTSTRUCT paint{};
-        used = ::BeginPaint(window, &paint);
-        EXPECT_EQ(used, paint.hdc);
+      OnPaint([&](HWND, const PAINTSTRUCT& paint) {
+        used = paint.hdc;
         EXPECT_FALSE(paint.fErase);
         Fill(used, {10, 10, 20, 20}, kRed);
-        return ::EndPaint(window, &paint);
       });
       const HWND window = Create(WS_VISIBLE, kPlace, nullptr, {.brush = brush});
       Pump([&] { return used != nullptr; });
@@ -120,8 +107,7 @@ TEST_F(Surface, AWindowIsFilledWithTheBrushOfItsClassAndPaintedOver) {
 
 TEST_F(Surface, WhatIsDrawnOutsideOfAPaintingIsSeenSoonAndStaysWhenItHasBeenCovered) {
   WithPainted([this] {
-    class Watch final : public QObject {
-     public:
+    struct Watch final : QObject {
       bool eventFilter(QObject* /*watched*/, QEvent* event) override {
         isCopied = isCopied || event->type() == QEvent::Paint;
         return false;
@@ -147,18 +133,14 @@ TEST_F(Surface, AParentDrawsInItsChildWhileThatPaints) {
   WithPainted([this] {
     const HWND child = CreateChild(window_);
     PumpUntilPainted();
-    On(WM_APP, [&](HWND, WPARAM, LPARAM) -> LRESULT {
+    Hear(WM_APP, [&](HWND, WPARAM, LPARAM) {
       // Outside of what is damaged, too.
       DrawOn(child, [](HDC context) { Fill(context, {2, 2, 40, 8}, kBlue); });
-      return 0;
     });
-    On(WM_PAINT, [&](HWND window, WPARAM, LPARAM) -> LRESULT {
-      PAINTSTRUCT paint{};
-      const HDC context = ::BeginPaint(window, &paint);
-      Fill(context, {0, 0, 50, 30}, kWhite);
+    OnPaint([this](HWND, const PAINTSTRUCT& paint) {
+      Fill(paint.hdc, {0, 0, 50, 30}, kWhite);
       ::SendMessageW(window_, WM_APP, 0, 0);
-      Fill(context, {0, 0, 4, 30}, kWhite);
-      return ::EndPaint(window, &paint);
+      Fill(paint.hdc, {0, 0, 4, 30}, kWhite);
     });
     const RECT part = {0, 0, 10, 10};
     ::InvalidateRect(child, &part, FALSE);
@@ -181,7 +163,7 @@ TEST_F(Surface, APaintingIsClippedToWhatIsDamaged) {
     EXPECT_EQ(paintings_, 0);
     Repaint(&second);
     EXPECT_EQ(paintings_, 1);
-    EXPECT_THAT(Painted(), ElementsAre(10, 10, 60, 60));
+    EXPECT_THAT(EdgesOf(painted_), ElementsAre(10, 10, 60, 60));
     EXPECT_EQ(Kept(window_, 10, 10), kBlue);
     EXPECT_EQ(Kept(window_, 59, 59), kBlue);
     EXPECT_EQ(Kept(window_, 9, 10), kRed);
@@ -219,7 +201,7 @@ TEST_F(Surface, WhatIsInvalidatedWhileItIsPaintedIsPaintedOnceMore) {
     });
     Repaint(nullptr, true);
     Pump([&] { return paintings_ == 2; });
-    EXPECT_THAT(Painted(), ElementsAre(3, 3, 9, 9));
+    EXPECT_THAT(EdgesOf(painted_), ElementsAre(3, 3, 9, 9));
   });
 }
 
@@ -244,7 +226,7 @@ TEST_F(Surface, AnotherSizePaintsWhatIsNewUnlessTheClassWantsEverything) {
       ::SetWindowPos(window_, nullptr, 0, 0, each.width, each.height, SWP_NOMOVE | SWP_NOZORDER);
       if (each.painted[2] != 0) PumpUntilPainted();
       PumpAll();
-      EXPECT_EQ(Painted(), each.painted) << each.style << " " << each.width;
+      EXPECT_EQ(EdgesOf(painted_), each.painted) << each.style << " " << each.width;
       EXPECT_EQ(erasures_, each.painted[2] != 0 ? 1 : 0) << "nothing stood there";
       const bool isKept = each.painted[0] != 0 || each.painted[2] == 0;
       EXPECT_EQ(Kept(window_, 149, 50), isKept ? kRed : kBlue);
@@ -264,13 +246,20 @@ TEST_F(Surface, AHiddenWindowIsNotPaintedAndDrawnOnInVain) {
     EXPECT_EQ(paintings_, 0);
     ::ShowWindow(window_, SW_SHOW);
     PumpUntilPainted();
-    EXPECT_THAT(Painted(), ElementsAre(0, 0, 200, 100));
+    EXPECT_THAT(EdgesOf(painted_), ElementsAre(0, 0, 200, 100));
     EXPECT_EQ(Kept(window_, 10, 10), kRed);
   });
 }
 
-TEST_F(Surface, AContextOutlivesItsWindow) {
+TEST_F(Surface, AContextOfAControlOrOfAnEndedWindowDrawsNothing) {
   WithPainted([this] {
+    DrawOn(CreateButton(window_), [](HDC context) {
+      SIZE size{};
+      EXPECT_TRUE(::GetTextExtentPoint32W(context, L"Go", 2, &size));
+      EXPECT_GT(size.cx, 0);
+      EXPECT_FALSE(CanFill(context));
+      EXPECT_EQ(::GetLastError(), DWORD{ERROR_NOT_SUPPORTED});
+    });
     const HDC context = ::GetDC(window_);
     ::DestroyWindow(window_);
     ::SetLastError(0);
@@ -283,27 +272,13 @@ TEST_F(Surface, AContextOutlivesItsWindow) {
   });
 }
 
-TEST_F(Surface, AControlIsMeasuredWithButNotDrawnOn) {
-  WithPainted([this] {
-    DrawOn(CreateButton(window_), [](HDC context) {
-      SIZE size{};
-      EXPECT_TRUE(::GetTextExtentPoint32W(context, L"Go", 2, &size));
-      EXPECT_GT(size.cx, 0);
-      EXPECT_FALSE(CanFill(context));
-      EXPECT_EQ(::GetLastError(), DWORD{ERROR_NOT_SUPPORTED});
-    });
-  });
-}
-
 TEST_F(Surface, AnotherThreadDrawsOnAWindowToo) {
   WithPainted([this] {
-    bool isDone = false;
     std::thread other([&] {
       DrawOn(window_, [](HDC context) { Fill(context, {0, 0, 10, 10}, kBlue); });
       ::PostMessageW(window_, WM_APP, 0, 0);
     });
-    On(WM_APP, [&](HWND, WPARAM, LPARAM) -> LRESULT { return isDone = true; });
-    Pump([&] { return isDone; });
+    Pump([&] { return CountOf(WM_APP) == 1; });
     other.join();
     EXPECT_EQ(Kept(window_, 5, 5), kBlue);
   });
@@ -313,15 +288,12 @@ TEST_F(Surface, AWindowMayEndWhileItIsPaintedByTheDesktopOrAtOnce) {
   WithPainted([this] {
     const HWND other = Create();
     PumpAll();
-    On(WM_PAINT, [](HWND window, WPARAM, LPARAM) -> LRESULT {
-      PAINTSTRUCT paint{};
-      const HDC context = ::BeginPaint(window, &paint);
+    OnPaint([](HWND window, const PAINTSTRUCT& paint) {
       ::DestroyWindow(window);
       PumpAll();
       // Whatever a procedure still does with them.
-      CanFill(context);
-      ::TextOutW(context, 0, 0, L"x", 1);
-      return ::EndPaint(window, &paint);
+      CanFill(paint.hdc);
+      ::TextOutW(paint.hdc, 0, 0, L"x", 1);
     });
     ::InvalidateRect(other, nullptr, FALSE);
     Pump([&] { return !::IsWindow(other); });

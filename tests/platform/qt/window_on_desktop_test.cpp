@@ -1,10 +1,4 @@
-#include <windows.h>
-
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QScreen>
-#include <QTest>
 
 #include "platform/kernel/handle_table.h"
 #include "platform/qt/window_fixture.h"
@@ -39,21 +33,14 @@ TEST_F(WindowOnDesktop, AWindowAndItsChildAreWhereTheyWerePut) {
 TEST_F(WindowOnDesktop, WhereTheUserPutsAWindowIsNotified) {
   WithWindow([this] {
     std::vector<LPARAM> told;
-    for (const UINT message : {WM_MOVE, WM_SIZE}) {
-      On(message, [&](HWND, WPARAM, LPARAM lParam) -> LRESULT {
-        told.push_back(lParam);
-        return 0;
-      });
-    }
+    for (const UINT message : {WM_MOVE, WM_SIZE})
+      Hear(message, [&](HWND, WPARAM, LPARAM lParam) { told.push_back(lParam); });
     WidgetOf(window_)->setGeometry(5, 6, 200, 100);
     WidgetOf(window_)->setGeometry(5, 6, 210, 110);
     EXPECT_TRUE(told.empty()) << "told inside the desktop's event";
     Pump([&] { return told.size() == 2; });
     EXPECT_THAT(told, ElementsAre(MAKELPARAM(5, 6), MAKELPARAM(210, 110)));
-    RECT place{};
-    ::GetWindowRect(window_, &place);
-    EXPECT_EQ(place.left, 5);
-    EXPECT_EQ(place.right, 215);
+    EXPECT_THAT(EdgesOf(PlaceOf(window_)), ElementsAre(5, 6, 215, 116));
   });
 }
 
@@ -89,7 +76,7 @@ TEST_F(WindowOnDesktop, WhatTheUserDoesArrivesWhateverMessageIsWaitedFor) {
   });
 }
 
-TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutIt) {
+TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutItAndComesBackFromADialog) {
   WithWindow([this] {
     const HWND first = CreateChild(window_);
     const HWND second = CreateChild(window_, {70, 20, 120, 50});
@@ -99,9 +86,8 @@ TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutIt) {
     EXPECT_EQ(QApplication::focusWidget(), WidgetOf(first));
     PumpAll();
     std::vector<std::pair<HWND, HWND>> lost;
-    On(WM_KILLFOCUS, [&](HWND who, WPARAM wParam, LPARAM) -> LRESULT {
+    Hear(WM_KILLFOCUS, [&](HWND who, WPARAM wParam, LPARAM) {
       lost.emplace_back(who, reinterpret_cast<HWND>(wParam));
-      return 0;
     });
     WidgetOf(second)->setFocus();
     Pump([&] { return ::GetFocus() == second; });
@@ -113,13 +99,7 @@ TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutIt) {
     WidgetOf(first)->setFocus();
     Pump([&] { return ::GetFocus() == first; });
     EXPECT_EQ(::GetActiveWindow(), window_);
-  });
-}
 
-TEST_F(WindowOnDesktop, WhenADialogGoesItsOwnerHasTheFocusAgain) {
-  WithWindow([this] {
-    const HWND child = CreateChild(window_);
-    ::SetFocus(child);
     const HWND owned = Create(WS_VISIBLE, kPlace, window_);
     PumpUntilActive(owned);
     EXPECT_EQ(::GetActiveWindow(), owned);
@@ -168,16 +148,14 @@ TEST_F(WindowOnDesktop, TheScreenTheMouseAndTheSpeakerAreThere) {
   OnWindowThread([] {
     const HWND anywhere = ::CreateWindowExW(0, L"Static", L"", 0, CW_USEDEFAULT, 0, CW_USEDEFAULT,
                                             0, nullptr, nullptr, nullptr, nullptr);
-    RECT screen{};
-    EXPECT_TRUE(::GetWindowRect(::GetDesktopWindow(), &screen));
+    const RECT screen = PlaceOf(::GetDesktopWindow());
     EXPECT_GT(screen.right, 0);
     EXPECT_EQ(screen.right, ::GetSystemMetrics(SM_CXSCREEN));
     EXPECT_EQ(screen.bottom, ::GetSystemMetrics(SM_CYSCREEN));
     POINT place = {-1, -1};
     EXPECT_TRUE(::GetCursorPos(&place));
     EXPECT_EQ(place.x, QCursor::pos().x());
-    RECT chosen{};
-    EXPECT_TRUE(::GetWindowRect(anywhere, &chosen));
+    const RECT chosen = PlaceOf(anywhere);
     EXPECT_GT(chosen.right, chosen.left);
     EXPECT_LE(chosen.right, screen.right);
     EXPECT_TRUE(::MessageBeep(0));

@@ -1,5 +1,5 @@
-// A key of the local machine, made if it is not there and closed with the object, and what the
-// tests write and read in it.
+// A key, made if it is not there and closed with the object, and what the tests write and read in
+// it.
 #pragma once
 
 #include <windows.h>
@@ -14,9 +14,9 @@
 
 class Key {
  public:
-  explicit Key(const wchar_t* path, REGSAM access = KEY_ALL_ACCESS)
-      : status_(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path, 0, nullptr, 0, access, nullptr, &key_,
-                                  nullptr)) {}
+  explicit Key(const wchar_t* path, REGSAM access = KEY_ALL_ACCESS,
+               HKEY parent = HKEY_LOCAL_MACHINE)
+      : status_(::RegCreateKeyExW(parent, path, 0, nullptr, 0, access, nullptr, &key_, nullptr)) {}
   ~Key() {
     if (status_ == 0) ::RegCloseKey(key_);
   }
@@ -43,6 +43,13 @@ class Key {
     ::RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &bytes);
     return text;
   }
+  // 99 if there is none.
+  DWORD Number(const wchar_t* name) const {
+    DWORD number = 99;
+    DWORD bytes = sizeof number;
+    ::RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(&number), &bytes);
+    return number;
+  }
   LSTATUS Subkey(DWORD index, wchar_t* name, DWORD& characters) const {
     return ::RegEnumKeyExW(key_, index, name, &characters, nullptr, nullptr, nullptr, nullptr);
   }
@@ -60,6 +67,16 @@ class Key {
   HKEY key_ = nullptr;
   LSTATUS status_;
 };
+
+// The status of opening a key to read it. It is closed again.
+inline LSTATUS OpenStatus(const wchar_t* path, HKEY parent = HKEY_LOCAL_MACHINE) {
+  HKEY key = nullptr;
+  const LSTATUS status = ::RegOpenKeyExW(parent, path, 0, KEY_READ, &key);
+  if (status == 0) {
+    EXPECT_EQ(::RegCloseKey(key), 0);
+  }
+  return status;
+}
 
 struct RegistryCall {
   const char* call;

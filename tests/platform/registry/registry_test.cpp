@@ -57,15 +57,12 @@ TEST(Registry, AccessRightsOfTheHandleAreChecked) {
   const Key made(L"Software\\Maker");
   const Key reader(L"Software\\Maker", KEY_READ);
   const Key writer(L"Software\\Maker", KEY_WRITE);
-  HKEY created = nullptr;
   wchar_t name[8];
   DWORD characters = 8;
   ExpectStatuses({
       {"set", reader.SetText(L"Name", L"x"), ERROR_ACCESS_DENIED},
       {"delete", ::RegDeleteValueW(reader.Get(), L"Name"), ERROR_ACCESS_DENIED},
-      {"create",
-       ::RegCreateKeyExW(reader.Get(), L"Sub", 0, nullptr, 0, KEY_READ, nullptr, &created, nullptr),
-       ERROR_ACCESS_DENIED},
+      {"create", Key(L"Sub", KEY_READ, reader.Get()).Status(), ERROR_ACCESS_DENIED},
       {"set by the writer", writer.SetText(L"Name", L"x"), NO_ERROR},
       {"query", writer.Find(L"Name"), ERROR_ACCESS_DENIED},
       {"enumerate", writer.Subkey(0, name, characters), ERROR_ACCESS_DENIED},
@@ -76,17 +73,14 @@ TEST(Registry, AccessRightsOfTheHandleAreChecked) {
 TEST(Registry, ADeletedKeyIsKnownAsDeletedThroughItsHandles) {
   const Key top(L"Top");
   const Key key(L"Top\\Sub");
-  HKEY below = nullptr;
   ExpectStatuses({
       {"with a subkey", ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"Top"), ERROR_ACCESS_DENIED},
       {"delete", ::RegDeleteKeyW(top.Get(), L"SUB"), NO_ERROR},
       {"delete again", ::RegDeleteKeyW(top.Get(), L"Sub"), ERROR_FILE_NOT_FOUND},
       {"set", key.SetText(L"Name", L"x"), ERROR_KEY_DELETED},
       {"query", key.Find(L"Name"), ERROR_KEY_DELETED},
-      {"open", ::RegOpenKeyExW(key.Get(), L"Below", 0, KEY_READ, &below), ERROR_KEY_DELETED},
-      {"create",
-       ::RegCreateKeyExW(key.Get(), L"Below", 0, nullptr, 0, KEY_READ, nullptr, &below, nullptr),
-       ERROR_KEY_DELETED},
+      {"open", OpenStatus(L"Below", key.Get()), ERROR_KEY_DELETED},
+      {"create", Key(L"Below", KEY_READ, key.Get()).Status(), ERROR_KEY_DELETED},
   });
   EXPECT_TRUE(top.Subkeys().empty());
 }
@@ -104,19 +98,14 @@ TEST(Registry, AValueIsDeletedOnceAndReplacedInPlace) {
 }
 
 TEST(Registry, InvalidPathsAndHandlesGetTheirStatus) {
-  HKEY key = nullptr;
-  const auto open = [&key](const std::wstring& path) {
-    return ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key);
-  };
   const Key top(L"Top");
   ExpectStatuses({
-      {"missing", open(L"No\\Such"), ERROR_FILE_NOT_FOUND},
-      {"backslash first", open(L"\\Top"), ERROR_BAD_PATHNAME},
-      {"name of 256", open(std::wstring(256, L'x')), ERROR_INVALID_PARAMETER},
+      {"missing", OpenStatus(L"No\\Such"), ERROR_FILE_NOT_FOUND},
+      {"backslash first", OpenStatus(L"\\Top"), ERROR_BAD_PATHNAME},
+      {"name of 256", OpenStatus(std::wstring(256, L'x').c_str()), ERROR_INVALID_PARAMETER},
       {"no result", ::RegOpenKeyExW(top.Get(), L"", 0, KEY_READ, nullptr), ERROR_INVALID_PARAMETER},
-      {"no key", ::RegOpenKeyExW(nullptr, L"Top", 0, KEY_READ, &key), ERROR_INVALID_HANDLE},
-      {"no path", ::RegOpenKeyExW(top.Get(), nullptr, 0, KEY_READ, &key), NO_ERROR},
-      {"close", ::RegCloseKey(key), NO_ERROR},
+      {"no key", OpenStatus(L"Top", nullptr), ERROR_INVALID_HANDLE},
+      {"no path", OpenStatus(nullptr, top.Get()), NO_ERROR},
       {"close the root", ::RegCloseKey(HKEY_LOCAL_MACHINE), NO_ERROR},
   });
 }

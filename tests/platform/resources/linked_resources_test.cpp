@@ -15,15 +15,12 @@ BOOL CALLBACK CollectLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR
 }
 
 std::wstring Text(DWORD number, DWORD language, ...) {
+  wchar_t text[40] = L"";
   va_list inserts;
   va_start(inserts, language);
-  LPWSTR text = nullptr;
-  ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_HMODULE, nullptr, number,
-                   language, reinterpret_cast<LPWSTR>(&text), 0, &inserts);
+  ::FormatMessageW(FORMAT_MESSAGE_FROM_HMODULE, nullptr, number, language, text, 40, &inserts);
   va_end(inserts);
-  const std::wstring result = text == nullptr ? L"" : text;
-  ::LocalFree(text);
-  return result;
+  return text;
 }
 
 TEST(LinkedResources, TheLanguagesComeInTheOrderOfTheSource) {

@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <climits>
 
@@ -25,8 +24,6 @@ HWND CreateFailing(const wchar_t* className, DWORD style = 0, HWND parent = null
 
 class FailingCalls : public ::testing::Test {
  protected:
-  void SetUp() override { recording_.Take(); }
-
   Recording recording_;
   const HWND window_ = Recording::Create();
   MSG message_{};
@@ -35,41 +32,40 @@ class FailingCalls : public ::testing::Test {
 };
 
 TEST_F(FailingCalls, ADestroyedWindowIsAnInvalidHandle) {
-  const HWND stale = Recording::Create();
-  ::DestroyWindow(stale);
+  const HWND gone = Recording::Create();
+  ::DestroyWindow(gone);
   // The slot is in use again, but by another window.
   Recording::Create();
   recording_.Take();
-  const MSG toStale{stale, WM_NCCREATE, 0, 0, 0, {}};
+  const MSG toGone{gone, WM_NCCREATE, 0, 0, 0, {}};
   int end = 0;
   ExpectFailures({
-      {"IsWindow", [&] { return ::IsWindow(stale); }, kNoWindow},
-      {"DestroyWindow", [&] { return ::DestroyWindow(stale); }, kNoWindow},
-      {"CreateWindowExW", [&] { return CreateFailing(L"Recording", 0, stale); }, kNoWindow},
-      {"SendMessageW", [&] { return ::SendMessageW(stale, WM_NCCREATE, 0, 0); }, kNoWindow},
-      {"PostMessageW", [&] { return ::PostMessageW(stale, WM_APP, 0, 0); }, kNoWindow},
-      {"GetMessageW", [&] { return ::GetMessageW(&message_, stale, 0, 0) != -1; }, kNoWindow},
-      {"PeekMessageW", [&] { return ::PeekMessageW(&message_, stale, 0, 0, PM_REMOVE); },
-       kNoWindow},
-      {"DispatchMessageW", [&] { return ::DispatchMessageW(&toStale); }, kNoWindow},
-      {"SetTimer", [&] { return ::SetTimer(stale, 1, 10, nullptr); }, kNoWindow},
-      {"KillTimer", [&] { return ::KillTimer(stale, 1); }, kNoWindow},
-      {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(stale, GWLP_WNDPROC); }, kNoWindow},
-      {"SetWindowLongPtrW", [&] { return ::SetWindowLongPtrW(stale, GWLP_WNDPROC, 1); }, kNoWindow},
-      {"SetWindowTextW", [&] { return ::SetWindowTextW(stale, L""); }, kNoWindow},
-      {"ShowWindow", [&] { return ::ShowWindow(stale, SW_SHOW); }, kNoWindow},
-      {"IsWindowVisible", [&] { return ::IsWindowVisible(stale); }, kNoWindow},
-      {"EnableWindow", [&] { return ::EnableWindow(stale, TRUE); }, kNoWindow},
-      {"IsWindowEnabled", [&] { return ::IsWindowEnabled(stale); }, kNoWindow},
-      {"SetForegroundWindow", [&] { return ::SetForegroundWindow(stale); }, kNoWindow},
-      {"SetFocus", [&] { return ::SetFocus(stale); }, kNoWindow},
-      {"CreateCaret", [&] { return ::CreateCaret(stale, nullptr, 1, 1); }, kNoWindow},
-      {"GetWindowRect", [&] { return ::GetWindowRect(stale, &rect_); }, kNoWindow},
-      {"GetClientRect", [&] { return ::GetClientRect(stale, &rect_); }, kNoWindow},
-      {"ScreenToClient", [&] { return ::ScreenToClient(stale, &point_); }, kNoWindow},
+      {"IsWindow", [&] { return ::IsWindow(gone); }, kNoWindow},
+      {"DestroyWindow", [&] { return ::DestroyWindow(gone); }, kNoWindow},
+      {"CreateWindowExW", [&] { return CreateFailing(L"Recording", 0, gone); }, kNoWindow},
+      {"SendMessageW", [&] { return ::SendMessageW(gone, WM_NCCREATE, 0, 0); }, kNoWindow},
+      {"PostMessageW", [&] { return ::PostMessageW(gone, WM_APP, 0, 0); }, kNoWindow},
+      {"GetMessageW", [&] { return ::GetMessageW(&message_, gone, 0, 0) != -1; }, kNoWindow},
+      {"PeekMessageW", [&] { return ::PeekMessageW(&message_, gone, 0, 0, PM_REMOVE); }, kNoWindow},
+      {"DispatchMessageW", [&] { return ::DispatchMessageW(&toGone); }, kNoWindow},
+      {"SetTimer", [&] { return ::SetTimer(gone, 1, 10, nullptr); }, kNoWindow},
+      {"KillTimer", [&] { return ::KillTimer(gone, 1); }, kNoWindow},
+      {"GetWindowLongPtrW", [&] { return ::GetWindowLongPtrW(gone, GWLP_WNDPROC); }, kNoWindow},
+      {"SetWindowLongPtrW", [&] { return ::SetWindowLongPtrW(gone, GWLP_WNDPROC, 1); }, kNoWindow},
+      {"SetWindowTextW", [&] { return ::SetWindowTextW(gone, L""); }, kNoWindow},
+      {"ShowWindow", [&] { return ::ShowWindow(gone, SW_SHOW); }, kNoWindow},
+      {"IsWindowVisible", [&] { return ::IsWindowVisible(gone); }, kNoWindow},
+      {"EnableWindow", [&] { return ::EnableWindow(gone, TRUE); }, kNoWindow},
+      {"IsWindowEnabled", [&] { return ::IsWindowEnabled(gone); }, kNoWindow},
+      {"SetForegroundWindow", [&] { return ::SetForegroundWindow(gone); }, kNoWindow},
+      {"SetFocus", [&] { return ::SetFocus(gone); }, kNoWindow},
+      {"CreateCaret", [&] { return ::CreateCaret(gone, nullptr, 1, 1); }, kNoWindow},
+      {"GetWindowRect", [&] { return ::GetWindowRect(gone, &rect_); }, kNoWindow},
+      {"GetClientRect", [&] { return ::GetClientRect(gone, &rect_); }, kNoWindow},
+      {"ScreenToClient", [&] { return ::ScreenToClient(gone, &point_); }, kNoWindow},
       {"ScreenToClient", [&] { return ::ScreenToClient(nullptr, &point_); }, kNoWindow},
-      {"MoveWindow", [&] { return ::MoveWindow(stale, 0, 0, 0, 0, FALSE); }, kNoWindow},
-      {"GetScrollRange", [&] { return ::GetScrollRange(stale, SB_VERT, &end, &end); }, kNoWindow},
+      {"MoveWindow", [&] { return ::MoveWindow(gone, 0, 0, 0, 0, FALSE); }, kNoWindow},
+      {"GetScrollRange", [&] { return ::GetScrollRange(gone, SB_VERT, &end, &end); }, kNoWindow},
   });
   EXPECT_THAT(recording_.Take(), IsEmpty());
 }
@@ -95,10 +91,10 @@ TEST_F(FailingCalls, InvalidArgumentsFailWithTheDocumentedError) {
   constexpr DWORD kNoClass = ERROR_CLASS_DOES_NOT_EXIST;
   WNDCLASSW found{};
   const auto notMenu = reinterpret_cast<HMENU>(window_);
+  recording_.Take();
   SCROLLINFO info{sizeof info - 4, SIF_ALL, 0, 0, 0, 0, 0};
   ExpectFailures({
-      {"a child of nobody", [] { return CreateFailing(L"Recording", WS_CHILD); },
-       ERROR_TLW_WITH_WSCHILD},
+      {"no parent", [] { return CreateFailing(L"Recording", WS_CHILD); }, ERROR_TLW_WITH_WSCHILD},
       {"a menu that is none", [&] { return CreateFailing(L"Recording", 0, nullptr, notMenu); },
        ERROR_INVALID_MENU_HANDLE},
       {"a class of nobody", [] { return CreateFailing(L"None"); }, ERROR_CANNOT_FIND_WND_CLASS},
@@ -113,12 +109,10 @@ TEST_F(FailingCalls, InvalidArgumentsFailWithTheDocumentedError) {
       {"KillTimer", [&] { return ::KillTimer(window_, 1); }, kInvalid},
       {"RegisterWindowMessageW", [] { return ::RegisterWindowMessageW(L""); }, kInvalid},
       {"PostThreadMessageW", [] { return ::PostThreadMessageW(0, WM_APP, 0, 0); }, kNoThread},
-      {"PostThreadMessageW", [] { return ::PostThreadMessageW(0xFFFFFFF0, WM_APP, 0, 0); },
-       kNoThread},
+      {"no thread", [] { return ::PostThreadMessageW(0xFFFFFFF0, WM_APP, 0, 0); }, kNoThread},
       {"LoadCursorW", [] { return ::LoadCursorW(nullptr, MAKEINTRESOURCEW(1)); }, kNoResource},
       {"both bars", [&] { return ::SetScrollRange(window_, SB_BOTH, 0, 1, TRUE); }, kInvalid},
-      {"too wide a range", [&] { return ::SetScrollRange(window_, SB_VERT, -2, INT_MAX, TRUE); },
-       kRange},
+      {"wide range", [&] { return ::SetScrollRange(window_, SB_VERT, -2, INT_MAX, TRUE); }, kRange},
       {"GetScrollInfo", [&] { return ::GetScrollInfo(window_, SB_VERT, &info); }, kInvalid},
   });
   EXPECT_THAT(recording_.Take(), IsEmpty());

@@ -1,8 +1,11 @@
+// Who has the keyboard, and who shows a caret.
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include <thread>
+
+#include "platform/kit/failing_call.h"
 #include "platform/kit/recording_window.h"
 
 namespace {
@@ -46,8 +49,7 @@ TEST_F(FocusTest, ADisabledWindowNeitherKeepsNorGetsIt) {
   EXPECT_EQ(::GetFocus(), nullptr);
   ::SetFocus(second_);
   recording_.Take();
-  EXPECT_EQ(::SetFocus(first_), nullptr);
-  EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+  EXPECT_EQ(ErrorOf(::SetFocus(first_)), DWORD{ERROR_INVALID_PARAMETER});
   EXPECT_THAT(recording_.Take(), IsEmpty());
   EXPECT_EQ(::GetFocus(), second_);
   ::EnableWindow(window_, FALSE);
@@ -103,6 +105,38 @@ TEST_F(FocusTest, WhenAnOwnedWindowGoesItsOwnerIsActiveUnlessItIsDisabled) {
   ::EnableWindow(window_, FALSE);
   ::DestroyWindow(another);
   EXPECT_EQ(::GetActiveWindow(), nullptr);
+}
+
+using Caret = FocusTest;
+
+TEST_F(Caret, OnlyTheWindowThatHasItMayShowIt) {
+  EXPECT_EQ(ErrorOf(::ShowCaret(first_)), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_FALSE(::DestroyCaret());
+  EXPECT_FALSE(::SetCaretPos(1, 2));
+  EXPECT_TRUE(::CreateCaret(first_, nullptr, 3, 12));
+  EXPECT_TRUE(::ShowCaret(first_));
+  std::thread([this] { EXPECT_FALSE(::ShowCaret(first_)) << "another thread's"; }).join();
+  EXPECT_FALSE(::ShowCaret(second_));
+  EXPECT_FALSE(::HideCaret(second_));
+  EXPECT_TRUE(::HideCaret(nullptr)) << "whichever has it";
+  EXPECT_TRUE(::CreateCaret(second_, nullptr, 0, 0));
+  EXPECT_FALSE(::HideCaret(first_)) << "a new one ends the one before";
+  EXPECT_TRUE(::DestroyCaret());
+  EXPECT_FALSE(::DestroyCaret());
+}
+
+TEST_F(Caret, ItsPlaceIsKeptAsLongAsItsWindow) {
+  POINT place = {7, 7};
+  EXPECT_TRUE(::GetCaretPos(&place));
+  EXPECT_EQ(place.x, 0);
+  ::CreateCaret(first_, nullptr, 3, 12);
+  EXPECT_TRUE(::SetCaretPos(-4, 15));
+  EXPECT_TRUE(::GetCaretPos(&place));
+  EXPECT_EQ(place.x, -4);
+  EXPECT_EQ(place.y, 15);
+  ::DestroyWindow(first_);
+  EXPECT_FALSE(::SetCaretPos(1, 1));
+  EXPECT_FALSE(::DestroyCaret());
 }
 
 }  // namespace

@@ -9,16 +9,14 @@ namespace {
 
 using Keys = std::array<BYTE, 256>;
 
-Keys Down(std::initializer_list<int> keys) {
+constexpr BYTE kToggled = 0x01;
+
+Keys Down(std::initializer_list<int> keys, BYTE capsLock = 0) {
   Keys down{};
   for (const int key : keys)
     down.at(static_cast<std::size_t>(key)) = 0x80;
+  down[VK_CAPITAL] = capsLock;
   return down;
-}
-
-Keys WithCapsLock(Keys keys) {
-  keys[VK_CAPITAL] = 0x01;
-  return keys;
 }
 
 constexpr int kNothing = -1;
@@ -36,8 +34,8 @@ TEST(Keyboard, KeysTypeWhatAUsKeyboardTypes) {
       {{}, {{VK_DELETE, kNothing}, {VK_LEFT, kNothing}, {VK_F5, kNothing}}},
       {Down({VK_SHIFT}), {{'A', 'A'}, {'5', '%'}, {VK_DIVIDE, '/'}, {VK_OEM_3, '~'}}},
       {Down({VK_SHIFT}), {{VK_RETURN, 13}, {VK_SHIFT, kNothing}}},
-      {WithCapsLock({}), {{'Z', 'Z'}, {'5', '5'}}},
-      {WithCapsLock(Down({VK_SHIFT})), {{'Z', 'z'}}},
+      {Down({}, kToggled), {{'Z', 'Z'}, {'5', '5'}}},
+      {Down({VK_SHIFT}, kToggled), {{'Z', 'z'}}},
       {Down({VK_CONTROL}), {{'A', 1}, {'5', kNothing}}},
       {Down({VK_CONTROL, VK_SHIFT}), {{'Z', 26}}},
       {Down({VK_CONTROL, VK_MENU}), {{'A', kNothing}}},

@@ -26,8 +26,7 @@ HWND CreateOf(const wchar_t* className) {
 
 TEST(WindowClass, ANameIsTakenWhateverItsCase) {
   EXPECT_GE(Register(L"Taken"), 0xC000);
-  EXPECT_EQ(Register(L"tAKEN"), 0);
-  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_ALREADY_EXISTS});
+  EXPECT_EQ(ErrorOf(Register(L"tAKEN")), DWORD{ERROR_CLASS_ALREADY_EXISTS});
   WNDCLASSW found{};
   EXPECT_TRUE(::GetClassInfoW(kInstance, L"taken", &found));
   EXPECT_EQ(found.style, UINT{CS_DBLCLKS});
@@ -40,8 +39,7 @@ TEST(WindowClass, ANameIsTakenWhateverItsCase) {
 TEST(WindowClass, AClassStaysAsLongAsItHasWindows) {
   const auto* const name = MAKEINTRESOURCEW(Register(L"Used"));
   const HWND window = CreateOf(name);
-  EXPECT_FALSE(::UnregisterClassW(L"Used", kInstance));
-  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_HAS_WINDOWS});
+  EXPECT_EQ(ErrorOf(::UnregisterClassW(L"Used", kInstance)), DWORD{ERROR_CLASS_HAS_WINDOWS});
   EXPECT_TRUE(::DestroyWindow(window));
   EXPECT_TRUE(::UnregisterClassW(name, kInstance));
   EXPECT_EQ(CreateOf(L"Used"), nullptr);
@@ -69,8 +67,7 @@ TEST(WindowClass, ClassesOfTheSystemAreFoundForEveryInstanceAndStay) {
   EXPECT_TRUE(::GetClassInfoW(nullptr, L"#32770", &found));
   EXPECT_TRUE(::GetClassInfoW(nullptr, MAKEINTRESOURCEW(32770), &found));
   EXPECT_TRUE(::DestroyWindow(CreateOf(L"button")));
-  EXPECT_FALSE(::UnregisterClassW(L"Button", nullptr));
-  EXPECT_EQ(::GetLastError(), DWORD{ERROR_CLASS_DOES_NOT_EXIST});
+  EXPECT_EQ(ErrorOf(::UnregisterClassW(L"Button", nullptr)), DWORD{ERROR_CLASS_DOES_NOT_EXIST});
 }
 
 TEST(RegisteredMessage, ANameHasOneNumberInTheDocumentedRange) {

@@ -11,12 +11,8 @@ namespace quillgate {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::Contains;
-using testing::IsEmpty;
-using testing::Not;
 
 const QString kLogonTitle = "Quillgate - Log on";
-const QString kFirstUserTitle = "Add new user";
 
 class ServiceDesktopTest : public ServiceTest {
  protected:
@@ -47,15 +43,6 @@ class ServiceDesktopTest : public ServiceTest {
     script.Do([] {});
   }
 
-  void AddUserWithPassword(LogonSystem system, const wchar_t* name, const wchar_t* password) {
-    User user(name);
-    user.SetPassword(password);
-    EXPECT_TRUE(user.Save(UserTableOf(system), objects_.GetDatabase()));
-  }
-  // What the tray would do with a click; the dialogs open there.
-  void LogOnFromTray(DesktopScript& script, std::wstring_view name) {
-    script.Post([this, name] { objects_.Logons().LogOnFromTray(name); });
-  }
   void AwaitLoggedOn(DesktopScript& script, const std::wstring& name) {
     script.Await([&] { return LoggedOn() == name; }, "logon");
   }
@@ -69,7 +56,8 @@ class ServiceDesktopTest : public ServiceTest {
 TEST_F(ServiceDesktopTest, TheTrayShowsTheGateAndTheEventLogDoesNot) {
   Run([this](DesktopScript& script) {
     AwaitStart(script);
-    EXPECT_THAT(machine_.EventTexts(), Not(Contains(L"Quillgate - Internet connection enabled")));
+    EXPECT_THAT(machine_.EventTexts(),
+                testing::Not(testing::Contains(L"Quillgate - Internet connection enabled")));
     Stop();
   });
   const auto changes = machine_.NotificationChanges();
@@ -83,7 +71,7 @@ TEST_F(ServiceDesktopTest, TheFirstStartAsksForTheFirstUserAndLogsItOn) {
   Set(SettingKey::kFirstStart, L"1");
   Set(SettingKey::kLogonSystem, L"QUILLGATE");
   Run([this](DesktopScript& script) {
-    QWidget* question = script.AwaitWindow(kFirstUserTitle);
+    QWidget* question = script.AwaitWindow("Add new user");
     script.Type(question, IDC_INPUT_EDIT, "Anna");
     script.Click(question, IDOK);
     script.Click(script.AwaitWindow("Quillgate"), IDOK);
@@ -100,7 +88,7 @@ TEST_F(ServiceDesktopTest, TheFirstStartAsksForTheFirstUserAndLogsItOn) {
 
 TEST_F(ServiceDesktopTest, ControlsDoNotWaitForTheDialogNorStackAnotherOne) {
   Set(SettingKey::kLogonSystem, L"QUILLGATE");
-  AddUserWithPassword(LogonSystem::kQuillgate, L"Anna", L"secret");
+  AddUser(LogonSystem::kQuillgate, L"Anna", L"secret");
   Run([this](DesktopScript& script) {
     AwaitStart(script);
     module_.HandleControl(kControlWindowsLogon);
@@ -120,11 +108,12 @@ TEST_F(ServiceDesktopTest, ControlsDoNotWaitForTheDialogNorStackAnotherOne) {
 }
 
 TEST_F(ServiceDesktopTest, ALogOffUnderTheDialogClosesTheGateAndTheAnswerOpensItAgain) {
-  AddUserWithPassword(LogonSystem::kNone, L"User", L"");
-  AddUserWithPassword(LogonSystem::kNone, L"Admin", L"secret");
+  AddUser(LogonSystem::kNone, L"User");
+  AddUser(LogonSystem::kNone, L"Admin", L"secret");
   Run([this](DesktopScript& script) {
     AwaitStart(script);
-    LogOnFromTray(script, L"Admin");
+    // As the tray does with a click; the dialog opens there.
+    script.Post([this] { objects_.Logons().LogOnFromTray(L"Admin"); });
     QWidget* dialog = script.AwaitWindow(kLogonTitle);
     EXPECT_EQ(LoggedOn(), L"") << "the session before it has ended";
     module_.HandleControl(kControlWindowsLogon);
@@ -158,23 +147,7 @@ struct OpenAtStop {
   const wchar_t* loggedOn;
 };
 
-class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {
- protected:
-  void Open(DesktopScript& script) {
-    if (GetParam().firstStart) return;
-    const LPARAM click = static_cast<LPARAM>(GetParam().trayClick);
-    if (click != 0) {
-      ::PostMessageW(machine_.NotificationChanges().front().second.hWnd, WM_USER + 1, 0, click);
-      return;
-    }
-    module_.HandleControl(kControlWindowsLogon);
-    if (*GetParam().password != 0) script.Click(script.AwaitWindow(kLogonTitle), IDOK);
-  }
-  bool IsOpen() {
-    const QString title = GetParam().title;
-    return title.isEmpty() ? QApplication::activePopupWidget() != nullptr : Count(title) == 1;
-  }
-};
+class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {};
 
 constexpr OpenAtStop kOpenAtStop[] = {
     {true, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
@@ -187,25 +160,36 @@ constexpr OpenAtStop kOpenAtStop[] = {
 INSTANTIATE_TEST_SUITE_P(Open, StopTest, testing::ValuesIn(kOpenAtStop));
 
 TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
-  const auto& [firstStart, trayClick, system, user, password, title, loggedOn] = GetParam();
-  Set(SettingKey::kFirstStart, firstStart ? L"1" : L"0");
-  Set(SettingKey::kLogonSystem, system);
+  const OpenAtStop& given = GetParam();
+  Set(SettingKey::kFirstStart, given.firstStart ? L"1" : L"0");
+  Set(SettingKey::kLogonSystem, given.system);
   machine_.ShowMenus();
-  if (user != nullptr) {
-    AddUserWithPassword(CurrentLogonSystem(objects_.GetSettings()), user, password);
-  }
-  Run([this](DesktopScript& script) {
+  if (given.user != nullptr) AddUser(LogonSystemOf(given.system), given.user, given.password);
+
+  Run([&](DesktopScript& script) {
     AwaitStart(script);
-    Open(script);
-    script.Await([this] { return IsOpen(); }, "question");
+    if (given.trayClick != 0) {
+      const HWND tray = machine_.NotificationChanges().front().second.hWnd;
+      ::PostMessageW(tray, WM_USER + 1, 0, static_cast<LPARAM>(given.trayClick));
+    } else if (!given.firstStart) {
+      module_.HandleControl(kControlWindowsLogon);
+      if (*given.password != 0) script.Click(script.AwaitWindow(kLogonTitle), IDOK);
+    }
+    const auto isOpen = [&] {
+      const bool isMenu = *given.title == 0;
+      return isMenu ? QApplication::activePopupWidget() != nullptr : Count(given.title) == 1;
+    };
+    script.Await(isOpen, "question");
     Stop();
   });
-  EXPECT_EQ(LoggedOn(), loggedOn);
+
+  EXPECT_EQ(LoggedOn(), given.loggedOn);
   EXPECT_THAT(machine_.NotificationChanges().back().first, static_cast<DWORD>(NIM_DELETE));
-  EXPECT_EQ(Failure(L"DELETE FROM CrashLog;"), L"No database open.");
-  if (user != nullptr) return;
+  EXPECT_THAT([this] { Execute(L"DELETE FROM CrashLog;"); },
+              testing::Throws<DBerror>(testing::Property(&DBerror::Message, L"No database open.")));
+  if (given.user != nullptr) return;
   objects_.GetDatabase().DbOpen();
-  EXPECT_THAT(Query(L"SELECT Name FROM Users_Quillgate;"), IsEmpty());
+  EXPECT_THAT(Query(L"SELECT Name FROM Users_Quillgate;"), testing::IsEmpty());
 }
 
 }  // namespace

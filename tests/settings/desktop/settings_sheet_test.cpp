@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QRadioButton>
 
 #include "frame/desktop/frame_test.h"
 #include "program/with_session.h"
@@ -16,24 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-
-const QString kTitle = "Settings";
-constexpr int kApply = 0x3021;
-
-// The users of a machine whose logon system can be changed, as the service does it.
-class TestControl final : public LogonSystemControl {
- public:
-  explicit TestControl(std::function<bool(const std::function<bool()>&)> change)
-      : change_(std::move(change)) {}
-
-  std::shared_ptr<UserCollection> Users() const override { return users; }
-  bool Switch(const std::function<bool()>& store) override { return change_(store); }
-
-  std::shared_ptr<UserCollection> users;
-
- private:
-  std::function<bool(const std::function<bool()>&)> change_;
-};
 
 // The user in the sheet.
 class SheetUser {
@@ -96,7 +77,7 @@ class SheetUser {
   QWidget* sheet;
 };
 
-class SettingsSheetTest : public WithSession<WithUsers<FrameTest>> {
+class SettingsSheetTest : public WithSession<WithUsers<FrameTest>>, protected LogonSystemControl {
  protected:
   SettingsSheetTest() { Use(L"QUILLGATE", {L"Bo", L"Cy"}, {L"Anna"}); }
 
@@ -104,38 +85,33 @@ class SettingsSheetTest : public WithSession<WithUsers<FrameTest>> {
            const std::vector<std::wstring>& administrators) {
     UseSystem(system, names, administrators);
     users_->SaveAll();
-    control_.users = users_;
   }
   void LogOn(const std::wstring& name) {
     prompts_.name = identity_.name = name;
-    logon_.LogOn(system_ == LogonSystem::kNone ? std::wstring_view(name) : std::wstring_view());
+    logon_.LogOn({});
     EXPECT_EQ(LoggedOn(), name);
   }
   // The user presses OK or Cancel in the end, unless the sheet closes by itself.
   void Open(int last, const std::function<void(SheetUser&)>& act) {
-    DesktopScript script([&](DesktopScript& running) {
-      SheetUser user(running, running.AwaitWindow(kTitle));
+    DesktopScript script(UserOf("Settings", last, [&](DesktopScript& running, QWidget* window) {
+      SheetUser user(running, window);
       act(user);
-      if (last != 0) running.Click(user.sheet, last);
-      running.AwaitNoWindow(kTitle);
-    });
-    SettingsSheet({ui_, catalogue_, database_, settings_, calendar_, logon_, identity_, control_})
+    }));
+    SettingsSheet({ui_, catalogue_, database_, settings_, calendar_, logon_, identity_, *this})
         .Open(*session_);
   }
-  bool Switch(const std::function<bool()>& store) {
+  std::shared_ptr<UserCollection> Users() const override { return users_; }
+  // As the service does it.
+  bool Switch(const std::function<bool()>& store) override {
     if (!store()) return false;
     logon_.LogOff(1);
-    system_ = CurrentLogonSystem(settings_);
-    users_ = std::make_shared<UserCollection>(system_, database_);
-    control_.users = users_;
+    const LogonSystem system = CurrentLogonSystem(settings_);
+    users_ = std::make_shared<UserCollection>(system, database_);
     logon_.SetUsers(users_);
-    if (system_ == LogonSystem::kNone) logon_.LogOnAs(kOverrideUserName);
+    if (system == LogonSystem::kNone) logon_.LogOnAs(kOverrideUserName);
     return true;
   }
   std::wstring Setting(SettingKey key) { return settings_.GetSetting(key, L"(none)"); }
-
-  LogonSystem system_ = LogonSystem::kQuillgate;
-  TestControl control_{[this](const auto& store) { return Switch(store); }};
 };
 
 TEST_F(SettingsSheetTest, ARegularUserChangesHisPasswordAndNothingElse) {
@@ -220,9 +196,7 @@ TEST_F(SettingsSheetTest, NewAndRemoveTakeEffectAtOnceAndRefuseWhatCannotBe) {
     user.Choose(IDC_USERS, 1);
     for (const int answer : {IDNO, IDYES}) {
       user.Click(IDC_REMOVE_USER);
-      QWidget* box = user.script.AwaitWindow(kBoxTitle);
-      user.script.Click(box, answer);
-      user.script.AwaitNoWindow(kBoxTitle);
+      CloseBox(user.script, answer);
     }
     EXPECT_EQ(user.Get<QComboBox>(IDC_USERS)->currentText(), "Cy");
   });
@@ -274,10 +248,8 @@ TEST_F(SettingsSheetTest, AThresholdIsRefusedOutsideItsRangeAndLetsTheWarningCom
 TEST_F(SettingsSheetTest, AnotherLogonSystemIsAppliedBeforeItsUsersAreChanged) {
   LogOn(L"Anna");
   Pass(30s);
-  {
-    UserCollection none(LogonSystem::kNone, database_);
-    EnsureBuiltInUsers(none);
-  }
+  UserCollection none(LogonSystem::kNone, database_);
+  EnsureBuiltInUsers(none);
   Open(IDOK, [&](SheetUser& user) {
     EXPECT_FALSE(user.IsEnabled(IDC_SYSTEM_WINDOWS));
     user.Click(IDC_SYSTEM_NONE);
@@ -329,39 +301,37 @@ TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {
 }
 
 TEST_F(SettingsSheetTest, TheSheetClosesAndStoresNothingOnceItsUserIsLoggedOffOrTheServiceStops) {
-  const std::function<void()> ends[] = {[this] {
-                                          logon_.LogOff(1);
-                                          Pass(1s);
-                                        },
-                                        [this] {
-                                          stop_.Raise();
-                                          ::PostQuitMessage(0);
-                                        }};
-  for (const auto& end : ends) {
+  for (const bool stops : {false, true}) {
     LogOn(L"Anna");
     Open(0, [&](SheetUser& user) {
       user.Turn(1);
       user.Click(IDC_TIME_LIMIT);
-      user.script.Do(end);
+      user.script.Do([&] {
+        if (stops) {
+          stop_.Raise();
+          ::PostQuitMessage(0);
+        } else {
+          logon_.LogOff(1);
+          Pass(1s);
+        }
+      });
     });
-    EXPECT_FALSE(users_->Find(L"Anna")->TimeLimit().enabled);
+    EXPECT_FALSE(users_->Find(L"Anna")->TimeLimit().enabled) << stops;
   }
 }
 
 TEST_F(SettingsSheetTest, UnderWindowsAccountsOfTheMachineBecomeUsers) {
   Use(L"WINDOWS", {}, {L"anna"});
-  system_ = LogonSystem::kWindows;
   machine_.SetAccounts(std::nullopt);
   LogOn(L"anna");
   Open(IDCANCEL, [&](SheetUser& user) {
     user.Turn(1);
     for (const int control : {IDC_REMOVE_USER, IDC_CHANGE_PASSWORD, IDC_PASSWORD_HINT})
       EXPECT_FALSE(user.IsEnabled(control)) << control;
-    const auto accounts =
-        std::vector<platform::LocalAccount>{{L"anna", L"", 1}, {L"karl", L"", 2}, {L"bea", L"", 3}};
     user.Click(IDC_NEW_USER);
     EXPECT_EQ(CloseBox(user.script), "Could not retrieve Windows user list.");
-    machine_.SetAccounts(accounts);
+    machine_.SetAccounts(std::vector<platform::LocalAccount>{
+        {L"anna", L"", 1}, {L"karl", L"", 2}, {L"bea", L"", 3}});
     user.Click(IDC_NEW_USER);
     QWidget* dialog = user.script.AwaitWindow("Add new user");
     auto* list = qobject_cast<QComboBox*>(user.script.Child(dialog, IDC_ACCOUNT));

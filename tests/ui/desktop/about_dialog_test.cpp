@@ -7,15 +7,12 @@
 namespace quillgate {
 namespace {
 
-class AboutDialogTest : public FrameTest {};
-
-TEST_F(AboutDialogTest, AboutNamesTheProgramAndItsVersion) {
-  DesktopScript script([](DesktopScript& running) {
-    QWidget* window = running.AwaitWindow("About Quillgate");
-    EXPECT_EQ(running.TextOf(running.Child(window, IDC_ABOUT_NAME)), "Quillgate");
-    EXPECT_EQ(running.TextOf(running.Child(window, IDC_ABOUT_VERSION)), "Version " QG_VERSION_TEXT);
-    running.Click(window, IDOK);
-  });
+TEST_F(FrameTest, AboutNamesTheProgramAndItsVersion) {
+  const auto look = [](DesktopScript& user, QWidget* window) {
+    EXPECT_EQ(user.TextOf(window, IDC_ABOUT_NAME), "Quillgate");
+    EXPECT_EQ(user.TextOf(window, IDC_ABOUT_VERSION), "Version " QG_VERSION_TEXT);
+  };
+  DesktopScript script(UserOf("About Quillgate", IDOK, look));
   AboutDialog(ui_).Run();
 }
 

@@ -37,7 +37,7 @@ TEST_F(DialogPromptsTest, TheFirstUserIsMadeThenLogsOnWithABlankPassword) {
     script.Await([handle] { return !::IsWindow(handle); }, "end of the empty answer");
     QWidget* again = script.AwaitWindow("Add new user");
     EXPECT_TRUE(indicator_.locked);
-    EXPECT_EQ(script.TextOf(script.Child(again, IDC_INPUT_PROMPT)),
+    EXPECT_EQ(script.TextOf(again, IDC_INPUT_PROMPT),
               "No Quillgate users were found. Please enter a name to create a new user:");
     script.Type(again, IDC_INPUT_EDIT, "O'Brien");
     script.Key(Qt::Key_Return);

@@ -21,9 +21,9 @@ class DeviceFile : public testing::Test {
     return ::CreateFileW(path, access, share, nullptr, disposition, flags, nullptr);
   }
   // The handle is closed again.
-  static DWORD OpenError(const wchar_t* path, DWORD access = kBoth, DWORD share = 0,
-                         DWORD disposition = OPEN_EXISTING, DWORD flags = FILE_ATTRIBUTE_NORMAL) {
-    const HANDLE device = Open(path, access, share, disposition, flags);
+  template <class... Options>
+  static DWORD OpenError(const wchar_t* path, Options... options) {
+    const HANDLE device = Open(path, options...);
     const DWORD error = ErrorOf(device != INVALID_HANDLE_VALUE);
     ::CloseHandle(device);
     return error;

@@ -5,7 +5,6 @@
 
 #include <fstream>
 
-#include "platform/device/driver_host.h"
 #include "platform/service/layer/service_fixture.h"
 
 namespace {
@@ -40,10 +39,8 @@ class Driver : public ServiceFixture {
   DWORD Send(HANDLE device, DWORD code, std::string in = "", DWORD outBytes = 0) {
     answer_.assign(outBytes, '?');
     returned_ = 0;
-    const DWORD inBytes = static_cast<DWORD>(in.size());
-    return ErrorOf(::DeviceIoControl(device, code, inBytes == 0 ? nullptr : in.data(), inBytes,
-                                     outBytes == 0 ? nullptr : answer_.data(), outBytes, &returned_,
-                                     nullptr));
+    return ErrorOf(::DeviceIoControl(device, code, in.data(), static_cast<DWORD>(in.size()),
+                                     answer_.data(), outBytes, &returned_, nullptr));
   }
 
   std::filesystem::path DriverFile(const char* name) const {
@@ -90,7 +87,7 @@ TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
 TEST_F(Driver, AnImageThatIsNoDriverFailsTheStart) {
   std::ofstream(DriverFile("text.so")) << "not a shared object";
   // A proper shared object that lacks the two functions.
-  std::filesystem::copy_file(ProgramFile("platform_test_no_driver.so"), DriverFile("nodriver.so"));
+  std::filesystem::copy_file(ProgramFile("sample_module.so"), DriverFile("nodriver.so"));
   std::ofstream(DriverFile("open.so")) << "anybody can write a driver here";
   std::filesystem::permissions(DriverFile("open.so"), std::filesystem::perms(0666));
   const std::pair<const wchar_t*, DWORD> cases[] = {
@@ -130,17 +127,14 @@ TEST_F(Driver, TakesNoControlsButStopAndInterrogateAndGoesThenIfItIsDeleted) {
 // Another process hosts the driver: it can be seen, neither started nor stopped, until it dies.
 TEST_F(Driver, ItsHostsDeathStopsIt) {
   const ScHandle driver = CreateBuiltDriver();
-  int ends[2] = {};
-  ASSERT_EQ(::pipe(ends), 0);
   const pid_t host = ::fork();
   if (host == 0) {
-    const char result = Start(driver) == NO_ERROR ? 'y' : 'n';
-    if (::write(ends[1], &result, 1) == 1) ::pause();
+    if (Start(driver) == NO_ERROR) ::raise(SIGSTOP);
     ::_exit(1);
   }
-  char result = 0;
-  ASSERT_EQ(::read(ends[0], &result, 1), 1);
-  ASSERT_EQ(result, 'y');
+  int status = 0;
+  ::waitpid(host, &status, WUNTRACED);
+  ASSERT_TRUE(WIFSTOPPED(status)) << "the driver did not start";
   EXPECT_EQ(StateOf(driver), SERVICE_RUNNING);
   EXPECT_EQ(ProcessOf(driver), static_cast<DWORD>(host));
   EXPECT_EQ(Start(driver), ERROR_SERVICE_ALREADY_RUNNING);

@@ -1,7 +1,5 @@
 // What programs of the layer have from elsewhere: a desktop, and the resources that they are made
 // with.
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <deque>
 
@@ -10,11 +8,7 @@
 
 namespace {
 
-class Offscreen : public ::testing::Environment {
- public:
-  void SetUp() override { ::setenv("QT_QPA_PLATFORM", "offscreen", 0); }
-};
-[[maybe_unused]] const auto* const offscreen = ::testing::AddGlobalTestEnvironment(new Offscreen);
+[[maybe_unused]] const int offscreen = ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
 
 }  // namespace
 

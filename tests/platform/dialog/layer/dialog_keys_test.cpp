@@ -18,7 +18,12 @@ using ::testing::ElementsAre;
 class DialogKeys : public ::testing::Test {
  protected:
   DialogKeys() {
-    dialog_.EndOnCommands();
+    dialog_.On(WM_COMMAND, [](HWND window, WPARAM wParam, LPARAM) -> INT_PTR {
+      const int id = LOWORD(wParam);
+      const bool isButton = id == IDOK || id == IDCANCEL || id == kOther;
+      if (isButton && HIWORD(wParam) == BN_CLICKED) ::EndDialog(window, id);
+      return TRUE;
+    });
     dialog_.On(WM_INITDIALOG, [](HWND window, WPARAM, LPARAM) -> INT_PTR {
       ::SendMessageW(::GetDlgItem(window, kFirstKind), BM_SETCHECK, BST_CHECKED, 0);
       return TRUE;
@@ -26,21 +31,17 @@ class DialogKeys : public ::testing::Test {
   }
 
   INT_PTR Run(std::function<void(DesktopScript&, QWidget*)> body) {
-    const DesktopScript script([&](DesktopScript& user) {
-      QWidget* window = user.AwaitWindow("Form");
-      body(user, window);
-    });
+    const DesktopScript script([&](DesktopScript& user) { body(user, user.AwaitWindow("Form")); });
     return dialog_.Run();
   }
-  // Runs the script with the keyboard on the control.
-  INT_PTR RunIn(std::optional<OwnControl>& control, LRESULT code,
-                std::function<void(DesktopScript&)> body) {
+  // With a control of that code that has the keyboard.
+  void RunIn(LRESULT code, std::function<void(DesktopScript&)> body) {
     dialog_.On(WM_INITDIALOG, [&, code](HWND window, WPARAM, LPARAM) -> INT_PTR {
-      control.emplace(code, window);
-      ::SetFocus(control->Window());
+      control_.emplace(code, window);
+      ::SetFocus(control_->Window());
       return FALSE;
     });
-    return Run([&](DesktopScript& user, QWidget*) {
+    Run([&](DesktopScript& user, QWidget*) {
       AwaitFocus(user, OwnControl::kId);
       body(user);
     });
@@ -54,6 +55,7 @@ class DialogKeys : public ::testing::Test {
   }
 
   ScriptedDialog dialog_;
+  std::optional<OwnControl> control_;
 };
 
 TEST_F(DialogKeys, TabAndArrowsMoveTheFocus) {
@@ -129,13 +131,8 @@ TEST_F(DialogKeys, F1AsksForTheHelpOfTheControlWithTheFocus) {
 }
 
 TEST_F(DialogKeys, ADisabledDialogTakesNoInputAndIsNotClosed) {
-  dialog_.On(WM_COMMAND, [](HWND window, WPARAM wParam, LPARAM) -> INT_PTR {
-    if (LOWORD(wParam) == kOther) ::MessageBoxW(window, L"Question?", L"Box", MB_OK);
-    if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) ::EndDialog(window, LOWORD(wParam));
-    return TRUE;
-  });
   EXPECT_EQ(Run([&](DesktopScript& user, QWidget* window) {
-              user.Click(window, kOther);
+              user.Post([&] { ::MessageBoxW(dialog_.Window(), L"Question?", L"Box", MB_OK); });
               QWidget* box = user.AwaitWindow("Box");
               user.Do([&] { window->close(); });
               user.Do([&] { EXPECT_TRUE(window->isVisible() && window->isEnabled()); });
@@ -147,11 +144,10 @@ TEST_F(DialogKeys, ADisabledDialogTakesNoInputAndIsNotClosed) {
 }
 
 TEST_F(DialogKeys, AControlOfAProgramGetsTheArrowsAndCharactersThatItWants) {
-  std::optional<OwnControl> control;
-  RunIn(control, DLGC_WANTARROWS | DLGC_WANTCHARS, [&](DesktopScript& user) {
+  RunIn(DLGC_WANTARROWS | DLGC_WANTCHARS, [&](DesktopScript& user) {
     user.Key(Qt::Key_Down);
     user.Key(Qt::Key_X);
-    user.Await([&] { return !control->Characters().empty(); }, "character");
+    user.Await([&] { return !control_->Characters().empty(); }, "character");
     user.Key(Qt::Key_Tab);
     AwaitFocus(user, kName);
     for (const int id : {OwnControl::kId, kOther}) {
@@ -160,20 +156,19 @@ TEST_F(DialogKeys, AControlOfAProgramGetsTheArrowsAndCharactersThatItWants) {
     }
     user.Key(Qt::Key_Escape);
   });
-  EXPECT_THAT(control->Keys(), ElementsAre(VK_DOWN, 'X', VK_SHIFT));
-  EXPECT_THAT(control->Characters(), ElementsAre('x'));
+  EXPECT_THAT(control_->Keys(), ElementsAre(VK_DOWN, 'X', VK_SHIFT));
+  EXPECT_THAT(control_->Characters(), ElementsAre('x'));
 }
 
 TEST_F(DialogKeys, AControlOfAProgramThatWantsAllKeysGetsThem) {
-  std::optional<OwnControl> control;
-  RunIn(control, DLGC_WANTALLKEYS, [&](DesktopScript& user) {
+  RunIn(DLGC_WANTALLKEYS, [&](DesktopScript& user) {
     for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Escape})
       user.Key(key);
-    user.Await([&] { return control->Keys().size() == 3; }, "third key");
+    user.Await([&] { return control_->Keys().size() == 3; }, "third key");
     user.Do([&] { ::EndDialog(dialog_.Window(), kOther); });
   });
-  EXPECT_THAT(control->Keys(), ElementsAre(VK_TAB, VK_RETURN, VK_ESCAPE));
-  EXPECT_THAT(control->Characters(), ElementsAre(9, 13, 27));
+  EXPECT_THAT(control_->Keys(), ElementsAre(VK_TAB, VK_RETURN, VK_ESCAPE));
+  EXPECT_THAT(control_->Characters(), ElementsAre(9, 13, 27));
 }
 
 }  // namespace

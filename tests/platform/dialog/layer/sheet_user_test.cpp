@@ -1,7 +1,6 @@
 // The user at property sheets and wizards, what they look like, and which are refused.
 #include <windows.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <prsht.h>
 
@@ -18,15 +17,8 @@
 namespace {
 
 constexpr int kTabs = 0x3020;
-constexpr int kApply = 0x3021;
 constexpr int kBack = 0x3023;
 constexpr int kNext = 0x3024;
-
-RECT PlaceOf(HWND window) {
-  RECT place{};
-  ::GetWindowRect(window, &place);
-  return place;
-}
 
 class SheetUser : public ::testing::Test {
  protected:

@@ -11,16 +11,14 @@
 namespace {
 
 constexpr LANGID kSwedish = MAKELANGID(LANG_SWEDISH, SUBLANG_DEFAULT);
-constexpr LANGID kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT);
-constexpr LANGID kNeutral = MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL);
 
 ResourceBytes Titled(std::u16string_view title) {
   return TemplateBytes(kDialogStyle, {0, 0, 100, 50}, title).Bytes();
 }
 
 TEST(TemplateChoice, TheUsersLanguageComesBeforeTheNeutralOneAndAnyOther) {
-  const std::pair english(kEnglish, Titled(u"English"));
-  const std::pair neutral(kNeutral, Titled(u"Neutral"));
+  const std::pair english(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), Titled(u"English"));
+  const std::pair neutral(MAKELANGID(LANG_NEUTRAL, SUBLANG_NEUTRAL), Titled(u"Neutral"));
   const std::pair swedish(kSwedish, Titled(u"Svenska"));
   platform::SetLocaleChoice(platform::LocaleChoice{kSwedish, 0});
   ScriptedDialog dialog;
@@ -28,9 +26,7 @@ TEST(TemplateChoice, TheUsersLanguageComesBeforeTheNeutralOneAndAnyOther) {
        {std::pair{AddTemplates({english, neutral, swedish}), L"Svenska"},
         {AddTemplates({english, neutral}), L"Neutral"},
         {AddTemplates({english}), L"English"}}) {
-    wchar_t text[20] = L"";
-    ::GetWindowTextW(dialog.Create(name), text, 20);
-    EXPECT_STREQ(text, title);
+    EXPECT_EQ(TextOf(dialog.Create(name)), title);
     ::DestroyWindow(dialog.Window());
   }
   platform::SetLocaleChoice(std::nullopt);

@@ -100,46 +100,42 @@ TEST(Gdiplus, TheModuleExportsEveryFunction) {
   EXPECT_TRUE(::FreeLibrary(module));
 }
 
-// A banner of 367 by 74 pixels with a text of 28 points, which are 37 pixels.
+// A text of 28 points, which are 37 pixels.
 class Banner : public DrawingTest {
  protected:
   RECT InkAt(REAL x, REAL y) const {
     surface_.Clear();
     EXPECT_EQ(text_.Draw(L"Hill", {x, y, 0, 0}), Ok);
-    return surface_.Ink().value_or(RECT{});
+    return surface_.Ink();
   }
 
   const Session session_;
-  const DrawingSurface surface_{367, 74};
-  const PlacedText text_{surface_.Get(), 28};
+  const PlacedText text_{page_, 28};
 };
 
-TEST_F(Banner, TextStartsASixthOfItsSizeAfterItsPlace) {
-  const RECT plain = InkAt(160, 12);
-  EXPECT_GE(plain.left, 160 + 6);
-  EXPECT_LE(plain.left, 160 + 6 + 6);
+TEST_F(Banner, TextLandsWhereOrdinaryTextDoesASixthOfItsSizeAfterItsPlace) {
+  const RECT plain = InkAt(60, 12);
+  EXPECT_GE(plain.left, 60 + 6);
+  EXPECT_LE(plain.left, 60 + 6 + 6);
   EXPECT_GE(plain.top, 12 + 4);
   EXPECT_LE(plain.bottom, 12 + 45);
   EXPECT_NEAR(plain.bottom - plain.top, 37 * 3 / 4, 3);
-  const RECT moved = InkAt(170, 20);
+  const RECT moved = InkAt(70, 20);
   EXPECT_EQ(moved.left - plain.left, 10);
   EXPECT_EQ(moved.top - plain.top, 8);
-  const RECT shadow = InkAt(162.5F, 14.5F);
+  const RECT shadow = InkAt(62.5F, 14.5F);
   EXPECT_NEAR(shadow.left - plain.left, 2.5, 1);
   EXPECT_NEAR(shadow.top - plain.top, 2.5, 1);
-}
 
-TEST_F(Banner, TextLandsWhereOrdinaryTextDoes) {
-  const RECT plus = InkAt(160, 12);
   surface_.Clear();
-  const Selected font(surface_.Get(), NewFont(L"Tahoma", -37, FW_BOLD));
-  ::SetBkMode(surface_.Get(), TRANSPARENT);
-  ::TextOutW(surface_.Get(), 160 + 6, 12, L"Hill", 4);
-  const RECT ordinary = surface_.Ink().value();
-  EXPECT_NEAR(plus.left, ordinary.left, 1);
-  EXPECT_NEAR(plus.right, ordinary.right, 1);
-  EXPECT_EQ(plus.top, ordinary.top);
-  EXPECT_EQ(plus.bottom, ordinary.bottom);
+  const Selected font(page_, NewFont(L"Tahoma", -37, FW_BOLD));
+  ::SetBkMode(page_, TRANSPARENT);
+  ::TextOutW(page_, 60 + 6, 12, L"Hill", 4);
+  const RECT ordinary = surface_.Ink();
+  EXPECT_NEAR(plain.left, ordinary.left, 1);
+  EXPECT_NEAR(plain.right, ordinary.right, 1);
+  EXPECT_EQ(plain.top, ordinary.top);
+  EXPECT_EQ(plain.bottom, ordinary.bottom);
 }
 
 TEST_F(Banner, InvalidArgumentsAreNamedByTheStatus) {
@@ -164,7 +160,7 @@ TEST_F(Banner, InvalidArgumentsAreNamedByTheStatus) {
   const PlacedText ended(context, 10);
   ::DeleteDC(context);
   EXPECT_EQ(ended.Draw(L"x", {0, 0, 0, 0}), Win32Error);
-  EXPECT_EQ(surface_.Ink(), std::nullopt);
+  EXPECT_EQ(surface_.Ink(), RECT{});
 }
 
 }  // namespace

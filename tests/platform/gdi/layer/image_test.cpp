@@ -12,59 +12,57 @@
 
 namespace {
 
-// From the upper left to the lower right.
 using Pixels = std::vector<COLORREF>;
 
-HANDLE Load(WORD name, UINT type, int side, UINT flags = LR_DEFAULTCOLOR) {
-  return ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(name), type, side, side, flags);
+HANDLE Load(WORD name, UINT type, int width, int height, UINT flags = LR_DEFAULTCOLOR) {
+  return ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(name), type, width, height,
+                      flags);
 }
 
 HICON Icon(WORD name, int side, UINT flags = LR_DEFAULTCOLOR) {
-  return static_cast<HICON>(Load(name, IMAGE_ICON, side, flags));
+  return static_cast<HICON>(Load(name, IMAGE_ICON, side, side, flags));
+}
+
+// Two by two pixels, from the upper left to the lower right.
+Pixels CornerOf(HDC context) {
+  return {::GetPixel(context, 0, 0), ::GetPixel(context, 1, 0), ::GetPixel(context, 0, 1),
+          ::GetPixel(context, 1, 1)};
 }
 
 class Image : public DrawingTest {
  protected:
   Image() { RegisterImageResources(); }
+
+  // Draws it at that size, 0 for its own, on a page that is empty again, and ends it.
+  void Show(HICON icon, int side, HBRUSH background = nullptr) const {
+    surface_.Clear();
+    EXPECT_TRUE(::DrawIconEx(page_, 0, 0, icon, side, side, 0, background, DI_NORMAL));
+    EXPECT_TRUE(::DestroyIcon(icon));
+  }
 };
 
 TEST_F(Image, ABitmapShowsItsPixels) {
-  const HDC context = ::CreateCompatibleDC(nullptr);
   for (const WORD name : {kBitmap24, kBitmapPalette}) {
-    const Selected bitmap(context, Load(name, IMAGE_BITMAP, 0));
-    const Pixels pixels = {::GetPixel(context, 0, 0), ::GetPixel(context, 1, 0),
-                           ::GetPixel(context, 0, 1), ::GetPixel(context, 1, 1)};
-    EXPECT_EQ(pixels, (Pixels{kRed, kGreen, kBlue, kWhite})) << name;
+    const Selected bitmap(page_, Load(name, IMAGE_BITMAP, 0, 0));
+    EXPECT_EQ(CornerOf(page_), (Pixels{kRed, kGreen, kBlue, kWhite})) << name;
   }
-  ::DeleteDC(context);
 }
 
 TEST_F(Image, AnIconLeavesItsTransparentPixelsOut) {
-  const DrawingSurface surface(2, 2);
-  const auto pixels = [&](WORD name, HBRUSH background) {
-    surface.Clear();
-    const HICON icon = Icon(name, 0);
-    EXPECT_TRUE(::DrawIconEx(surface.Get(), 0, 0, icon, 2, 2, 0, background, DI_NORMAL)) << name;
-    EXPECT_TRUE(::DestroyIcon(icon));
-    return surface.Pixels();
-  };
-  for (const WORD name : {kIconPng, kIconAlpha})
-    EXPECT_EQ(pixels(name, nullptr), (Pixels{kRed, kWhite, kGreen, kBlue})) << name;
-  EXPECT_EQ(pixels(kIconAlpha, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH))),
-            (Pixels{kRed, kBlack, kGreen, kBlue}))
+  for (const WORD name : {kIconPng, kIconAlpha}) {
+    Show(Icon(name, 0), 2);
+    EXPECT_EQ(CornerOf(page_), (Pixels{kRed, kWhite, kGreen, kBlue})) << name;
+  }
+  Show(Icon(kIconAlpha, 0), 2, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+  EXPECT_EQ(CornerOf(page_), (Pixels{kRed, kBlack, kGreen, kBlue}))
       << "the background brush does not fill what the icon leaves out";
 }
 
 TEST_F(Image, ADamagedPictureShowsNothing) {
-  const DrawingSurface surface(2, 2);
-  const HICON icon = Icon(kIconCut, 0);
-  EXPECT_TRUE(::DrawIconEx(surface.Get(), 0, 0, icon, 2, 2, 0, nullptr, DI_NORMAL));
-  ::DestroyIcon(icon);
-  EXPECT_EQ(surface.Ink(), std::nullopt);
-  const HDC context = ::CreateCompatibleDC(nullptr);
-  const Selected bitmap(context, Load(kBitmapCut, IMAGE_BITMAP, 0));
-  EXPECT_EQ(::GetPixel(context, 1, 1), kBlack);
-  ::DeleteDC(context);
+  Show(Icon(kIconCut, 0), 2);
+  EXPECT_EQ(surface_.Ink(), RECT{});
+  const Selected bitmap(page_, Load(kBitmapCut, IMAGE_BITMAP, 0, 0));
+  EXPECT_EQ(::GetPixel(page_, 1, 1), kBlack);
 }
 
 TEST_F(Image, AnIconIsTheOneOfItsSizeWithTheMostColours) {
@@ -74,7 +72,6 @@ TEST_F(Image, AnIconIsTheOneOfItsSizeWithTheMostColours) {
     COLORREF colour;
     LONG drawn;
   };
-  const DrawingSurface surface(64, 64);
   const char* scale = std::getenv("QT_SCALE_FACTOR");
   const bool isFine = scale != nullptr && std::string_view(scale) != "1";
   // On a fine screen an icon is drawn from the picture that is as fine.
@@ -84,12 +81,9 @@ TEST_F(Image, AnIconIsTheOneOfItsSizeWithTheMostColours) {
        {Case{16, LR_DEFAULTCOLOR, small, 16}, Case{32, LR_DEFAULTCOLOR, kGreen, 32},
         Case{24, LR_DEFAULTCOLOR, kGreen, 24}, Case{48, LR_DEFAULTCOLOR, kGreen, 48},
         Case{0, LR_DEFAULTSIZE, kGreen, 32}}) {
-    surface.Clear();
-    const HICON icon = Icon(kIconSizes, side, flags);
-    EXPECT_TRUE(::DrawIconEx(surface.Get(), 0, 0, icon, 0, 0, 0, nullptr, DI_NORMAL));
-    ::DestroyIcon(icon);
-    EXPECT_EQ(surface.At(4, 4), colour) << side;
-    EXPECT_EQ(surface.Ink(), (RECT{0, 0, drawn, drawn})) << side;
+    Show(Icon(kIconSizes, side, flags), 0);
+    EXPECT_EQ(surface_.At(4, 4), colour) << side;
+    EXPECT_EQ(surface_.Ink(), (RECT{0, 0, drawn, drawn})) << side;
   }
 }
 
@@ -111,11 +105,8 @@ TEST_F(Image, ASharedIconIsLoadedOnceAndKeptAnotherEveryTime) {
 }
 
 TEST_F(Image, BitmapsAreMeasuredAndLoadedInAnotherSize) {
-  const HANDLE bitmap = ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kBitmap24),
-                                     IMAGE_BITMAP, 7, 0, LR_DEFAULTCOLOR);
-  BITMAP description{};
-  EXPECT_EQ(::GetObjectW(bitmap, sizeof description, &description),
-            static_cast<int>(sizeof description));
+  const HANDLE bitmap = Load(kBitmap24, IMAGE_BITMAP, 7, 0);
+  const auto description = DescriptionOf<BITMAP>(bitmap);
   EXPECT_EQ(description.bmWidth, 7);
   EXPECT_EQ(description.bmHeight, 2);
   EXPECT_TRUE(::DeleteObject(bitmap));
@@ -123,23 +114,21 @@ TEST_F(Image, BitmapsAreMeasuredAndLoadedInAnotherSize) {
 
 TEST_F(Image, LoadingSaysWhyItFails) {
   const HINSTANCE program = ::GetModuleHandleW(nullptr);
-  const auto byName = [](HINSTANCE from, LPCWSTR name) {
-    return ::LoadImageW(from, name, IMAGE_ICON, 0, 0, LR_DEFAULTCOLOR);
-  };
+  const auto* const png = MAKEINTRESOURCEW(kIconPng);
   constexpr WORD kMissing = 4'000;
   constexpr UINT kFromFile = 0x10;
   constexpr DWORD kNoName = ERROR_RESOURCE_NAME_NOT_FOUND;
   constexpr DWORD kNoData = ERROR_RESOURCE_DATA_NOT_FOUND;
   constexpr DWORD kParameter = ERROR_INVALID_PARAMETER;
   ExpectFailures({
-      {"missing icon", [] { return Load(kMissing, IMAGE_ICON, 0); }, kNoName},
-      {"missing bitmap", [] { return Load(kMissing, IMAGE_BITMAP, 0); }, kNoName},
-      {"name", [&] { return byName(program, L"ByName"); }, kNoName},
-      {"system's", [&] { return byName(nullptr, MAKEINTRESOURCEW(kIconPng)); }, kNoData},
-      {"file", [] { return Load(kIconPng, IMAGE_ICON, 0, kFromFile); }, kParameter},
-      {"negative side", [] { return Load(kIconPng, IMAGE_ICON, -1); }, kParameter},
-      {"unknown type", [] { return Load(kIconPng, 9, 0); }, kParameter},
-      {"bitmap without pixels", [] { return Load(kBitmapEmpty, IMAGE_BITMAP, 0); }, kNoData},
+      {"missing icon", [] { return Load(kMissing, IMAGE_ICON, 0, 0); }, kNoName},
+      {"missing bitmap", [] { return Load(kMissing, IMAGE_BITMAP, 0, 0); }, kNoName},
+      {"name", [&] { return ::LoadImageW(program, L"ByName", IMAGE_ICON, 0, 0, 0); }, kNoName},
+      {"system's", [&] { return ::LoadImageW(nullptr, png, IMAGE_ICON, 0, 0, 0); }, kNoData},
+      {"file", [] { return Load(kIconPng, IMAGE_ICON, 0, 0, kFromFile); }, kParameter},
+      {"negative side", [] { return Load(kIconPng, IMAGE_ICON, -1, -1); }, kParameter},
+      {"unknown type", [] { return Load(kIconPng, 9, 0, 0); }, kParameter},
+      {"bitmap without pixels", [] { return Load(kBitmapEmpty, IMAGE_BITMAP, 0, 0); }, kNoData},
   });
 }
 

@@ -48,14 +48,6 @@ std::string Utf16(std::u16string_view text) {
   return {reinterpret_cast<const char*>(text.data()), text.size() * 2};
 }
 
-// Says that it has a message at the very end and more blocks than bytes.
-std::vector<std::byte> DamagedTable() {
-  std::vector<std::byte> bytes = Table({{1, "Hej%0"}});
-  bytes[0] = std::byte{0xFF};
-  bytes[12] = std::byte{0xF0};
-  return bytes;
-}
-
 [[maybe_unused]] const bool registered = [] {
   static const auto english = Table({
       {1, "Hello%0"},
@@ -73,7 +65,10 @@ std::vector<std::byte> DamagedTable() {
       {14, "50%"},
   });
   static const auto swedish = Table({{1, "Hej%0"}});
-  static const auto damaged = DamagedTable();
+  // Says that it has a message at the very end and more blocks than bytes.
+  static auto damaged = swedish;
+  damaged[0] = std::byte{0xFF};
+  damaged[12] = std::byte{0xF0};
   static const platform::Resource resources[] = {
       {11, 1, kEnglish, english}, {11, 1, kSwedish, swedish}, {11, 1, kDamaged, damaged}};
   platform::RegisterResources(resources);
@@ -101,12 +96,7 @@ std::wstring Text(DWORD id, DWORD language, Inserts... inserts) {
   return text;
 }
 
-class FormatMessage : public ::testing::Test {
- protected:
-  platform::SimulatedMachine machine_;
-};
-
-TEST_F(FormatMessage, EntriesOfBothEncodingsAreReadAndTheirEscapesReplaced) {
+TEST(FormatMessage, EntriesOfBothEncodingsAreReadAndTheirEscapesReplaced) {
   EXPECT_EQ(Text(1, kEnglish), L"Hello");
   EXPECT_EQ(Text(2, kEnglish), L"ends in a break\r\n");
   EXPECT_EQ(Text(5, kEnglish), L"100% a\r\nb\rc\td e.f!gzh");
@@ -116,13 +106,13 @@ TEST_F(FormatMessage, EntriesOfBothEncodingsAreReadAndTheirEscapesReplaced) {
   EXPECT_EQ(Text(14, kEnglish), L"50%");
 }
 
-TEST_F(FormatMessage, InsertsAreTakenInTheOrderOfTheirNumbers) {
+TEST(FormatMessage, InsertsAreTakenInTheOrderOfTheirNumbers) {
   EXPECT_EQ(Text(3, kEnglish, 4294967295u, 7u, -5), L"The value 4294967295 is not in 7 - -5.");
   EXPECT_EQ(Text(4, kEnglish, L"first", L"second"), L"second before first, twice first");
   EXPECT_EQ(Text(11, kEnglish, 1u, 2u, 3u), L"3 without the first two");
 }
 
-TEST_F(FormatMessage, WithoutALanguageTheUsersIsTriedThenEnglish) {
+TEST(FormatMessage, WithoutALanguageTheUsersIsTriedThenEnglish) {
   const struct {
     LANGID user;
     DWORD wanted;
@@ -131,16 +121,17 @@ TEST_F(FormatMessage, WithoutALanguageTheUsersIsTriedThenEnglish) {
       {kSwedish, 0, L"Hej"},       {kSwedish, 0x400, L"Hej"}, {0x81D, 0x400, L"Hej"},
       {kEnglish, 0x400, L"Hello"}, {0x40C, 0x400, L"Hello"},  {0x809, 0, L"Hello"},
   };
+  platform::SimulatedMachine machine;
   EXPECT_EQ(Text(1, kSwedish), L"Hej") << "the language that is asked for goes first";
   for (const auto& each : cases) {
-    machine_.SetLocale(each.user, 0);
+    machine.SetLocale(each.user, 0);
     EXPECT_EQ(Text(1, each.wanted), each.text) << each.user;
   }
-  machine_.SetLocale(kSwedish, 0);
+  machine.SetLocale(kSwedish, 0);
   EXPECT_EQ(Text(8, 0), L"only English \u00e5");
 }
 
-TEST_F(FormatMessage, MissingTextsAndWrongInsertsFailWithTheirErrors) {
+TEST(FormatMessage, MissingTextsAndWrongInsertsFailWithTheirErrors) {
   const std::tuple<DWORD, LANGID, DWORD> cases[] = {
       {8, kSwedish, ERROR_MR_MID_NOT_FOUND},   {1, 0x40C, ERROR_RESOURCE_LANG_NOT_FOUND},
       {1, kDamaged, ERROR_MR_MID_NOT_FOUND},   {70000, kDamaged, ERROR_MR_MID_NOT_FOUND},
@@ -158,7 +149,7 @@ TEST_F(FormatMessage, MissingTextsAndWrongInsertsFailWithTheirErrors) {
   EXPECT_EQ(buffer, nullptr);
 }
 
-TEST_F(FormatMessage, ACallersBufferIsNotOverrun) {
+TEST(FormatMessage, ACallersBufferIsNotOverrun) {
   wchar_t buffer[6] = L"xxxxx";
   EXPECT_EQ(ErrorOf(Format(FORMAT_MESSAGE_FROM_HMODULE, 1, kEnglish, buffer, 5)),
             ERROR_INSUFFICIENT_BUFFER);

@@ -50,26 +50,21 @@ TEST_F(NamedMutex, NamesDifferInCaseAndNameSpace) {
 }
 
 TEST_F(NamedMutex, ExistsForOtherProcessesUntilItsOwnIsKilled) {
-  int made[2];
-  ASSERT_EQ(::pipe(made), 0);
   const pid_t other = ::fork();
   if (other == 0) {
     ::CreateMutexW(nullptr, TRUE, kName);
-    const DWORD error = ::GetLastError();
-    ::write(made[1], &error, sizeof error);
-    ::pause();
+    if (::GetLastError() == NO_ERROR) ::raise(SIGSTOP);
+    ::_exit(1);
   }
-  DWORD error = ERROR_GEN_FAILURE;
-  EXPECT_EQ(::read(made[0], &error, sizeof error), sizeof error);
-  EXPECT_EQ(error, NO_ERROR);
+  int status = 0;
+  ::waitpid(other, &status, WUNTRACED);
+  ASSERT_TRUE(WIFSTOPPED(status)) << "it was not the first to make one";
   EXPECT_TRUE(::CloseHandle(::CreateMutexW(nullptr, FALSE, kName)));
   EXPECT_EQ(::GetLastError(), ERROR_ALREADY_EXISTS);
   ::kill(other, SIGKILL);
   ::waitpid(other, nullptr, 0);
   EXPECT_TRUE(::CloseHandle(::CreateMutexW(nullptr, FALSE, kName)));
   EXPECT_EQ(::GetLastError(), NO_ERROR);
-  ::close(made[0]);
-  ::close(made[1]);
 }
 
 }  // namespace

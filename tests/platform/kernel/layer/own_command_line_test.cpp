@@ -17,17 +17,9 @@ using Words = std::vector<std::wstring>;
 // this file then compares them.
 TEST(OwnCommandLine, IsReadBackWordForWord) {
   const char* filter = "--gtest_filter=OwnCommandLine.DISABLED_ShowsItsWords";
-  const char* words[] = {"./not here/prog",
-                         filter,
-                         "--gtest_also_run_disabled_tests",
-                         "",
-                         "a b",
-                         "q\"uote",
-                         "back\\",
-                         "back \\",
-                         "\\\"",
-                         "\xC3\xA5",
-                         nullptr};
+  const char* disabledToo = "--gtest_also_run_disabled_tests";
+  const char* words[] = {"./not here/prog", filter,    disabledToo, "",         "a b",  "q\"uote",
+                         "back\\",          "back \\", "\\\"",      "\xC3\xA5", nullptr};
   EXPECT_EXIT(::execv("/proc/self/exe", const_cast<char**>(words)), testing::ExitedWithCode(0), "");
 }
 

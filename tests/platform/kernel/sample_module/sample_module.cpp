@@ -1,15 +1,12 @@
-// A shared object that the module tests load.
+// A shared object that the module tests load, and which the driver tests find to be no driver.
 extern "C" {
-
-[[gnu::visibility("default")]] long SampleAnswer();
-long SampleHidden();
-
-long SampleAnswer() {
-  return SampleHidden() + 1;
-}
 
 long SampleHidden() {
   return 6;
+}
+
+[[gnu::visibility("default")]] long SampleAnswer() {
+  return SampleHidden() + 1;
 }
 
 }  // extern "C"

@@ -23,10 +23,8 @@ using ::testing::ElementsAre;
 
 constexpr COLORREF kPaint = RGB(12, 200, 34);
 constexpr LONG kCheckColumn = 15;
-
-SIZE SizeOf(UINT command) {
-  return {static_cast<LONG>(80 + command), 24};
-}
+constexpr LONG kWidth = 80;  // and the command's number
+constexpr LONG kHeight = 24;
 
 // What the owner has been asked for, the last drawing of each command; on the window thread alone.
 std::vector<UINT> measured;
@@ -37,8 +35,8 @@ LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     auto* item = reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
     EXPECT_EQ(item->CtlType, ODT_MENU);
     measured.push_back(item->itemID);
-    item->itemWidth = static_cast<UINT>(SizeOf(item->itemID).cx);
-    item->itemHeight = static_cast<UINT>(SizeOf(item->itemID).cy);
+    item->itemWidth = kWidth + item->itemID;
+    item->itemHeight = kHeight;
     return TRUE;
   }
   if (message == WM_DRAWITEM) {
@@ -102,13 +100,10 @@ class Desktop {
 
   HWND Owner() const { return owner_.Get(); }
   HMENU Menu() const { return menu_.Get(); }
-  UINT Track(POINT place = {50, 60}, UINT flags = 0) const {
+  UINT Track(const User& user, POINT place = {50, 60}, UINT flags = 0) const {
+    const DesktopScript script([&](DesktopScript& it) { user(it, AwaitMenu(it, "Statistics")); });
     return static_cast<UINT>(::TrackPopupMenuEx(menu_.Get(), flags | TPM_RETURNCMD, place.x,
                                                 place.y, owner_.Get(), nullptr));
-  }
-  UINT TrackFor(const User& user, POINT place = {50, 60}, UINT flags = 0) const {
-    const DesktopScript script([&](DesktopScript& it) { user(it, AwaitMenu(it, "Statistics")); });
-    return Track(place, flags);
   }
 
  private:
@@ -140,11 +135,7 @@ TEST(MenuOnDesktop, ClicksAndKeysChoose) {
     Press({Qt::Key_Escape})(script, AwaitMenu(script, "Topics"));
     Press({Qt::Key_Escape})(script, AwaitMenu(script, "Statistics"));
   };
-  const struct {
-    const char* use;
-    User user;
-    UINT answer;
-  } cases[] = {
+  const std::tuple<const char*, User, UINT> cases[] = {
       {"a click", Click(1), 13},
       {"a click outside", clickOutside, 0},
       {"the arrow down", Press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}), 13},
@@ -156,13 +147,12 @@ TEST(MenuOnDesktop, ClicksAndKeysChoose) {
       {"leaving the submenu", leaveSubmenu, 0},
   };
   Desktop::Run([&](Desktop& desktop) {
-    for (const auto& each : cases)
-      EXPECT_EQ(desktop.TrackFor(each.user), each.answer) << each.use;
+    for (const auto& [use, user, answer] : cases)
+      EXPECT_EQ(desktop.Track(user), answer) << use;
   });
 }
 
 TEST(MenuOnDesktop, TheOwnerMeasuresItemsOnceAndDrawsThemAsTheyAre) {
-  const auto stateOf = [](UINT command) { return drawn[command].itemState; };
   const User user = [&](DesktopScript& script, QMenu* menu) {
     script.Await([] { return drawn.contains(1); }, "drawing of the last item");
     script.Do([&] {
@@ -172,16 +162,16 @@ TEST(MenuOnDesktop, TheOwnerMeasuresItemsOnceAndDrawsThemAsTheyAre) {
         const QPoint centre = menu->actionGeometry(action).center();
         EXPECT_EQ(picture.pixelColor(centre) == QColor(12, 200, 34), !action->isSeparator());
       }
-      EXPECT_EQ(stateOf(5), 0u);
+      EXPECT_EQ(drawn[5].itemState, 0u);
       EXPECT_EQ(drawn[5].itemAction, ODA_DRAWENTIRE);
-      EXPECT_EQ(stateOf(13), ODS_DEFAULT);
+      EXPECT_EQ(drawn[13].itemState, ODS_DEFAULT);
     });
     Press({Qt::Key_Down})(script, menu);
-    script.Await([&] { return stateOf(5) == ODS_SELECTED; }, "selected item");
+    script.Await([] { return drawn[5].itemState == ODS_SELECTED; }, "selected item");
     script.Do([] { EXPECT_EQ(drawn[5].itemAction, ODA_DRAWENTIRE | ODA_SELECT); });
     Press({Qt::Key_Down})(script, menu);
-    const auto hasMovedOn = [&] {
-      return stateOf(5) == 0 && stateOf(13) == (ODS_DEFAULT | ODS_SELECTED);
+    const auto hasMovedOn = [] {
+      return drawn[5].itemState == 0 && drawn[13].itemState == (ODS_DEFAULT | ODS_SELECTED);
     };
     script.Await(hasMovedOn, "selection that has moved on");
     Press({Qt::Key_H})(script, menu);
@@ -189,21 +179,20 @@ TEST(MenuOnDesktop, TheOwnerMeasuresItemsOnceAndDrawsThemAsTheyAre) {
   };
   const auto work = [&](Desktop& desktop) {
     ::SetMenuDefaultItem(desktop.Menu(), 13, FALSE);
-    desktop.TrackFor(user);
+    desktop.Track(user);
     EXPECT_EQ(reinterpret_cast<HMENU>(drawn[5].hwndItem), desktop.Menu());
   };
   Desktop::Run(work, MFT_OWNERDRAW);
   EXPECT_THAT(measured, ElementsAre(5, 13, 2, 1, 11, 12));
   const RECT first = drawn[5].rcItem;
   // As wide as the widest and the column of check marks.
-  EXPECT_EQ(first.right - first.left, SizeOf(13).cx + kCheckColumn);
-  EXPECT_EQ(first.bottom - first.top, SizeOf(5).cy);
+  EXPECT_EQ(first.right - first.left, kWidth + 13 + kCheckColumn);
+  EXPECT_EQ(first.bottom - first.top, kHeight);
   EXPECT_EQ(drawn[13].rcItem.top, first.bottom);
 }
 
 TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
-  using Ending = void (*)(HWND owner);
-  const Ending kEndings[] = {
+  const std::function<void(HWND owner)> endings[] = {
       [](HWND) { ::PostQuitMessage(6); },
       [](HWND owner) { ::PostMessageW(owner, WM_CANCELMODE, 0, 0); },
       [](HWND owner) { ::EnableWindow(owner, FALSE); },
@@ -211,7 +200,7 @@ TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
   };
   Desktop::Run([&](Desktop& desktop) {
     const HiddenWindow other;
-    for (const Ending end : kEndings) {
+    for (const auto& end : endings) {
       const User user = [&](DesktopScript& script, QMenu* menu) {
         script.Do([&] {
           ::SendMessageW(other.Get(), WM_CANCELMODE, 0, 0);
@@ -219,7 +208,7 @@ TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
           end(desktop.Owner());
         });
       };
-      EXPECT_EQ(desktop.TrackFor(user), 0u);
+      EXPECT_EQ(desktop.Track(user), 0u);
       EXPECT_EQ(OpenMenu(), nullptr);
       MSG message{};
       EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
@@ -228,38 +217,31 @@ TEST(MenuOnDesktop, AMenuIsEndedFromOutsideAndSwallowsTheQuitMessage) {
 }
 
 TEST(MenuOnDesktop, AMenuIsAlignedToItsPlaceAndKeptOnTheScreen) {
-  const auto areaOf = [](Desktop& desktop, POINT place, UINT flags) {
-    QRect area;
-    const User user = [&](DesktopScript& script, QMenu* menu) {
-      script.Do([&] { area = menu->geometry(); });
-      Press({Qt::Key_Escape})(script, menu);
-    };
-    desktop.TrackFor(user, place, flags);
-    return area;
+  QRect area;
+  const User look = [&](DesktopScript& script, QMenu* menu) {
+    script.Do([&] { area = menu->geometry(); });
+    Press({Qt::Key_Escape})(script, menu);
   };
   Desktop::Run([&](Desktop& desktop) {
-    EXPECT_EQ(areaOf(desktop, {50, 60}, 0).topLeft(), QPoint(50, 60));
-    const QRect area = areaOf(desktop, {400, 300}, TPM_RIGHTALIGN | TPM_BOTTOMALIGN);
+    desktop.Track(look, {50, 60});
+    EXPECT_EQ(area.topLeft(), QPoint(50, 60));
+    desktop.Track(look, {400, 300}, TPM_RIGHTALIGN | TPM_BOTTOMALIGN);
     EXPECT_EQ(area.bottomRight() + QPoint(1, 1), QPoint(400, 300));
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    EXPECT_TRUE(screen.contains(areaOf(desktop, {9000, 9000}, 0)));
-    EXPECT_TRUE(screen.contains(areaOf(desktop, {-900, -900}, 0)));
+    for (const POINT place : {POINT{9000, 9000}, POINT{-900, -900}}) {
+      desktop.Track(look, place);
+      EXPECT_TRUE(screen.contains(area)) << place.x;
+    }
   });
 }
 
 TEST(MenuOnDesktop, AMenuOfAnotherThreadOpensOnTheWindowThread) {
   Desktop::Run([](Desktop& desktop) {
-    const DesktopScript user(
-        [](DesktopScript& script) { Click(4)(script, AwaitMenu(script, "Statistics")); });
-    const DWORD windowThread = ::GetCurrentThreadId();
-    auto answer = std::async(std::launch::async, [&] {
-      const UINT command = desktop.Track();
-      ::PostThreadMessageW(windowThread, WM_APP, 0, 0);
-      return command;
-    });
+    auto answer = std::async(std::launch::async, [&] { return desktop.Track(Click(4)); });
     MSG message{};
-    while (::GetMessageW(&message, nullptr, 0, 0) > 0 && message.message != WM_APP)
-      ::DispatchMessageW(&message);
+    while (answer.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+      if (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+    }
     EXPECT_EQ(answer.get(), 1u);
   });
 }

@@ -47,12 +47,10 @@ TEST_F(MenuTracking, AMenuIsShownAsItIsAndItsAnswerReturned) {
 
 TEST_F(MenuTracking, AMenuIsRefusedWhileOneIsOpenAndWithoutADesktop) {
   constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
-  constexpr DWORD kActive = ERROR_POPUP_ALREADY_ACTIVE;
-  constexpr DWORD kNoDesktop = ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION;
   MENUITEMINFOW item = AskFor(MIIM_FTYPE);
   item.fType = 0x4;  // MFT_BITMAP
   platform::SetMenuTracker([&](const platform::TrackedMenu&) {
-    ExpectFailures({{"a second menu", [this] { return Track(); }, kActive}});
+    ExpectFailures({{"a second menu", [this] { return Track(); }, ERROR_POPUP_ALREADY_ACTIVE}});
     return 4u;
   });
   EXPECT_EQ(Track(), 4u);
@@ -60,7 +58,7 @@ TEST_F(MenuTracking, AMenuIsRefusedWhileOneIsOpenAndWithoutADesktop) {
   platform::SetMenuTracker({});
   ::testing::internal::CaptureStderr();
   ExpectFailures({
-      {"no desktop", [this] { return Track(); }, kNoDesktop},
+      {"no desktop", [this] { return Track(); }, ERROR_REQUIRES_INTERACTIVE_WINDOWSTATION},
       {"no answer", [this] { return Track(0); }, kInvalid},
       {"a picture", [&] { return ::InsertMenuItemW(menu_.Get(), 0, TRUE, &item); }, kInvalid},
   });

@@ -2,25 +2,19 @@
 
 #include <gmock/gmock.h>
 
-#include <iphlpapi.h>
-
-#include <string>
 #include <vector>
 
 #include "platform/net/counter_base.h"
+#include "platform/net/layer/interface_queries.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
 
+using platform::SimulatedCard;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class InterfaceTable : public testing::Test {
  protected:
-  void Set(std::vector<platform::NetworkInterface> interfaces) {
-    machine_.Interfaces().Set(std::move(interfaces));
-  }
-
   std::vector<MIB_IFROW> Table(BOOL order) const {
     ULONG bytes = 0;
     EXPECT_EQ(::GetIfTable(nullptr, &bytes, order), ERROR_INSUFFICIENT_BUFFER);
@@ -34,15 +28,15 @@ class InterfaceTable : public testing::Test {
 };
 
 TEST_F(InterfaceTable, RowsAreSortedByIndexOnlyWhenAsked) {
-  EXPECT_THAT(Table(TRUE), IsEmpty());
-  Set({platform::SimulatedCard(7, L"eth7"), platform::SimulatedCard(3, L"eth3")});
+  EXPECT_THAT(Table(TRUE), testing::IsEmpty());
+  machine_.Interfaces().Set({SimulatedCard(7, L"eth7"), SimulatedCard(3, L"eth3")});
   const auto index = [](DWORD number) { return testing::Field(&MIB_IFROW::dwIndex, number); };
   EXPECT_THAT(Table(FALSE), ElementsAre(index(7), index(3)));
   EXPECT_THAT(Table(TRUE), ElementsAre(index(3), index(7)));
 }
 
 TEST_F(InterfaceTable, ABufferThatIsOneByteShortStaysUntouched) {
-  Set({platform::SimulatedCard(1, L"a"), platform::SimulatedCard(2, L"b")});
+  machine_.Interfaces().Set({SimulatedCard(1, L"a"), SimulatedCard(2, L"b")});
   ULONG needed = 0;
   ::GetIfTable(nullptr, &needed, TRUE);
   std::vector<BYTE> memory(needed + sizeof(DWORD), 0xEE);
@@ -55,12 +49,11 @@ TEST_F(InterfaceTable, ABufferThatIsOneByteShortStaysUntouched) {
 }
 
 TEST_F(InterfaceTable, ARowTellsTheAddressAndTheLow32BitsOfTheCountersOfItsIndex) {
-  auto card = platform::SimulatedCard(4, L"eth4");
+  auto card = SimulatedCard(4, L"eth4");
   card.physicalAddress = {0x00, 0x0C, 0x29, 0x3A, 0x5B, 0x7C};
   card.counters = {0x1'0000'0005, 0x2'FFFF'FFFE, 17, 18};
   card.bitsPerSecond = 10'000'000'000;
-  card.up = true;
-  Set({card});
+  machine_.Interfaces().Set({card});
   MIB_IFROW row{};
   row.dwIndex = 4;
   ASSERT_EQ(::GetIfEntry(&row), NO_ERROR);
@@ -77,41 +70,20 @@ TEST_F(InterfaceTable, ARowTellsTheAddressAndTheLow32BitsOfTheCountersOfItsIndex
   EXPECT_EQ(::GetIfEntry(nullptr), ERROR_INVALID_PARAMETER);
 }
 
-class Adapters : public InterfaceTable {
- protected:
-  // The chain, in a buffer that lives as long as the test.
-  const IP_ADAPTER_INFO* Chain() {
-    ULONG bytes = 0;
-    EXPECT_EQ(::GetAdaptersInfo(nullptr, &bytes), ERROR_BUFFER_OVERFLOW);
-    memory_.resize(bytes / sizeof(IP_ADAPTER_INFO) + 1);
-    EXPECT_EQ(::GetAdaptersInfo(memory_.data(), &bytes), NO_ERROR);
-    return memory_.data();
-  }
-
-  static std::vector<std::string> Addresses(const IP_ADDR_STRING& list) {
-    std::vector<std::string> addresses;
-    for (const IP_ADDR_STRING* each = &list; each != nullptr; each = each->Next) {
-      addresses.emplace_back(each->IpAddress.String);
-    }
-    return addresses;
-  }
-
-  std::vector<IP_ADAPTER_INFO> memory_;
-};
-
-TEST_F(Adapters, AChainHoldsTheCardsWithAllOfTheirAddresses) {
-  auto first = platform::SimulatedCard(2, L"eth0");
+TEST_F(InterfaceTable, AnAdapterChainHoldsTheCardsWithAllOfTheirAddresses) {
+  auto first = SimulatedCard(2, L"eth0");
   first.description = L"Fj\u00e4rr";
   first.addresses = {{"192.0.2.5", "255.255.255.0"}, {"198.51.100.7", "255.255.0.0"}};
   first.gateways = {"192.0.2.1", "192.0.2.2", "192.0.2.3"};
   first.dhcp = true;
-  auto loopback = platform::SimulatedCard(1, L"lo");
+  auto loopback = SimulatedCard(1, L"lo");
   loopback.isCard = false;
-  auto second = platform::SimulatedCard(3, L"eth1");
+  auto second = SimulatedCard(3, L"eth1");
   second.addresses = {{"203.0.113.9", "255.255.255.255"}};
-  Set({first, loopback, second});
+  machine_.Interfaces().Set({first, loopback, second});
 
-  const IP_ADAPTER_INFO* const chain = Chain();
+  const auto adapters = Adapters();
+  const IP_ADAPTER_INFO* const chain = adapters.data();
   EXPECT_STREQ(chain->AdapterName, "eth0");
   EXPECT_STREQ(chain->Description, "Fj\xC3\xA4rr");
   EXPECT_EQ(chain->Index, 2u);
@@ -127,32 +99,29 @@ TEST_F(Adapters, AChainHoldsTheCardsWithAllOfTheirAddresses) {
   EXPECT_EQ(chain->Next->Next, nullptr);
 }
 
-TEST_F(Adapters, ACardWithoutAddressesHasAZeroOneAndNoCardNoData) {
-  Set({platform::SimulatedCard(2, L"eth0")});
-  const IP_ADAPTER_INFO* const chain = Chain();
-  EXPECT_EQ(chain->CurrentIpAddress, nullptr);
-  EXPECT_THAT(Addresses(chain->IpAddressList), ElementsAre("0.0.0.0"));
-  EXPECT_THAT(Addresses(chain->GatewayList), ElementsAre("0.0.0.0"));
-  auto loopback = platform::SimulatedCard(1, L"lo");
+TEST_F(InterfaceTable, AnAdapterWithoutAddressesHasAZeroOneAndNoCardNoData) {
+  machine_.Interfaces().Set({SimulatedCard(2, L"eth0")});
+  const auto adapters = Adapters();
+  EXPECT_EQ(adapters[0].CurrentIpAddress, nullptr);
+  EXPECT_THAT(Addresses(adapters[0].IpAddressList), ElementsAre("0.0.0.0"));
+  EXPECT_THAT(Addresses(adapters[0].GatewayList), ElementsAre("0.0.0.0"));
+  auto loopback = SimulatedCard(1, L"lo");
   loopback.isCard = false;
-  Set({loopback});
+  machine_.Interfaces().Set({loopback});
   ULONG bytes = 0;
   EXPECT_EQ(::GetAdaptersInfo(nullptr, &bytes), ERROR_NO_DATA);
   EXPECT_EQ(bytes, 0u);
 }
 
-TEST_F(Adapters, NameServersBelongToTheAdapterThatIsAskedFor) {
-  auto card = platform::SimulatedCard(2, L"eth0");
+TEST_F(InterfaceTable, NameServersBelongToTheAdapterThatIsAskedFor) {
+  auto card = SimulatedCard(2, L"eth0");
   card.nameServers = {"192.0.2.53", "198.51.100.53"};
-  Set({card, platform::SimulatedCard(3, L"eth1")});
-  ULONG bytes = 0;
-  ASSERT_EQ(::GetPerAdapterInfo(2, nullptr, &bytes), ERROR_BUFFER_OVERFLOW);
-  std::vector<IP_PER_ADAPTER_INFO> info(bytes / sizeof(IP_PER_ADAPTER_INFO) + 1);
-  ASSERT_EQ(::GetPerAdapterInfo(2, info.data(), &bytes), NO_ERROR);
-  EXPECT_THAT(Addresses(info[0].DnsServerList), ElementsAre("192.0.2.53", "198.51.100.53"));
-  ASSERT_EQ(::GetPerAdapterInfo(3, info.data(), &bytes), NO_ERROR);
-  EXPECT_THAT(Addresses(info[0].DnsServerList), ElementsAre(""));
-  EXPECT_EQ(::GetPerAdapterInfo(9, info.data(), &bytes), ERROR_INVALID_PARAMETER);
+  machine_.Interfaces().Set({card, SimulatedCard(3, L"eth1")});
+  EXPECT_THAT(NameServers(2), ElementsAre("192.0.2.53", "198.51.100.53"));
+  EXPECT_THAT(NameServers(3), ElementsAre(""));
+  IP_PER_ADAPTER_INFO info{};
+  ULONG bytes = sizeof info;
+  EXPECT_EQ(::GetPerAdapterInfo(9, &info, &bytes), ERROR_INVALID_PARAMETER);
 }
 
 TEST(CounterBase, CountersNeverFallAndNothingCountsTwice) {

@@ -5,18 +5,13 @@
 #include <ntddndis.h>
 
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "platform/kit/failing_call.h"
+#include "platform/net/layer/interface_queries.h"
 #include "platform/testing/simulated_machine.h"
 
 namespace {
-
-HANDLE Open(const std::wstring& name) {
-  return ::CreateFileW((L"\\\\.\\" + name).c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
-                       nullptr);
-}
 
 class NetworkStatistics : public testing::Test {
  protected:
@@ -27,7 +22,7 @@ class NetworkStatistics : public testing::Test {
     auto tunnel = platform::SimulatedCard(3, L"tun0");
     tunnel.physicalAddress.clear();
     machine_.Interfaces().Set({card, tunnel});
-    device_ = Open(L"eth0");
+    device_ = OpenInterface(L"eth0");
   }
   ~NetworkStatistics() override { ::CloseHandle(device_); }
 
@@ -66,7 +61,7 @@ TEST_F(NetworkStatistics, CountersAreWholeIn64BitsAndTheAddressHasItsOwnLength) 
 
 TEST_F(NetworkStatistics, InvalidQueriesFailAsOfADriverAndAnswerNothing) {
   constexpr DWORD kCode = IOCTL_NDIS_QUERY_GLOBAL_STATS;
-  const HANDLE tunnel = Open(L"tun0");
+  const HANDLE tunnel = OpenInterface(L"tun0");
   EXPECT_EQ(Query(tunnel, OID_GEN_DIRECTED_BYTES_RCV), 0u);
   const struct {
     HANDLE device;
@@ -89,8 +84,8 @@ TEST_F(NetworkStatistics, InvalidQueriesFailAsOfADriverAndAnswerNothing) {
 }
 
 TEST_F(NetworkStatistics, AnInterfaceThatIsMissingOrGoneHasNoDevice) {
-  EXPECT_EQ(ErrorOf(Open(L"eth1") != INVALID_HANDLE_VALUE), ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(Open(L""), INVALID_HANDLE_VALUE);
+  EXPECT_EQ(ErrorOf(OpenInterface(L"eth1") != INVALID_HANDLE_VALUE), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(OpenInterface(L""), INVALID_HANDLE_VALUE);
   machine_.Interfaces().Set({});
   EXPECT_EQ(Query(device_, OID_GEN_DIRECTED_BYTES_RCV), ERROR_DEV_NOT_EXIST);
   EXPECT_EQ(Query(device_, OID_802_3_CURRENT_ADDRESS), ERROR_DEV_NOT_EXIST);

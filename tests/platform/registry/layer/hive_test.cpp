@@ -36,17 +36,14 @@ class HiveTest : public ::testing::Test {
   static LSTATUS SetNumber(const wchar_t* name, DWORD number) {
     return Key(L"Top", KEY_WRITE).Set(name, REG_DWORD, &number, sizeof number);
   }
-  static LSTATUS Number(const wchar_t* name, DWORD& number) {
-    HKEY key = nullptr;
-    LSTATUS status = ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Top", 0, KEY_READ, &key);
-    if (status != 0) return status;
-    DWORD bytes = sizeof number;
-    status =
-        ::RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(&number), &bytes);
-    ::RegCloseKey(key);
-    return status;
+  void ExpectCorruptAndNotOverwritten(const std::string& text) const {
+    Put(text);
+    EXPECT_EQ(OpenStatus(L"Top"), kCorrupt) << text.substr(0, 100);
+    EXPECT_EQ(Create(L"Other"), kCorrupt) << text.substr(0, 100);
+    EXPECT_EQ(Content(), text);
   }
-  const std::filesystem::path folder_ = TestMachine().Root() / "root" / "registry";
+
+  const std::filesystem::path folder_ = TestMachine::Get().Root() / "root" / "registry";
   const std::filesystem::path file_ = folder_ / "machine.hive";
 };
 
@@ -96,19 +93,9 @@ TEST_F(HiveTest, AVolatileKeyIsNotStoredAsALastingOne) {
   EXPECT_EQ(Content(), "");
 }
 
-TEST_F(HiveTest, IsReadableByItsOwnerAlone) {
-  std::filesystem::remove_all(folder_);
-  ASSERT_EQ(Create(L"Top"), 0);
-  using std::filesystem::perms;
-  EXPECT_EQ(std::filesystem::status(file_).permissions(), perms::owner_read | perms::owner_write);
-  EXPECT_EQ(std::filesystem::status(folder_).permissions(), perms::owner_all);
-}
-
 TEST_F(HiveTest, IsTextThatAPersonCanReadAndWrite) {
   Put("registry 1\n[Top]\n\"Number\"=dword:0000002a\n[Top\\Sub]\n@=\"text\"\nend 4\n");
-  DWORD number = 0;
-  EXPECT_EQ(Number(L"number", number), 0);
-  EXPECT_EQ(number, 42u);
+  EXPECT_EQ(Key(L"Top", KEY_READ).Number(L"number"), 42u);
   EXPECT_EQ(SetNumber(L"More", 1), 0);
   EXPECT_EQ(Content(),
             "registry 1\n[Top]\n\"Number\"=dword:0000002a\n\"More\"=dword:00000001\n"
@@ -119,26 +106,13 @@ TEST_F(HiveTest, CutOffAnywhereItIsCorruptAndNotOverwritten) {
   ASSERT_EQ(Create(L"Top\\Sub"), 0);
   ASSERT_EQ(SetNumber(L"Number", 7), 0);
   const std::string whole = Content();
-  DWORD number = 0;
-  for (std::size_t length = 0; length < whole.size(); ++length) {
-    Put(whole.substr(0, length));
-    ASSERT_EQ(Number(L"Number", number), kCorrupt) << length;
-    ASSERT_EQ(Create(L"Other"), kCorrupt) << length;
-    ASSERT_EQ(Content(), whole.substr(0, length));
-  }
+  for (std::size_t length = 0; length < whole.size(); ++length)
+    ExpectCorruptAndNotOverwritten(whole.substr(0, length));
   Put(whole);
-  EXPECT_EQ(Number(L"Number", number), 0);
-  EXPECT_EQ(number, 7u);
+  EXPECT_EQ(Key(L"Top", KEY_READ).Number(L"Number"), 7u);
 }
 
 TEST_F(HiveTest, MalformedOnesAreCorruptAndNotOverwritten) {
-  const auto expectCorrupt = [this](const std::string& text) {
-    Put(text);
-    DWORD number = 0;
-    EXPECT_EQ(Number(L"n", number), kCorrupt) << text.substr(0, 100);
-    EXPECT_EQ(Create(L"Other"), kCorrupt);
-    EXPECT_EQ(Content(), text);
-  };
   for (const char* text :
        {"end 1\n", "end 0\nend 0\n", "[Sub\\Orphan]\nend 1\n", "[A]\n[a]\nend 2\n",
         "[A]\n\"n\"=\"1\"\n\"N\"=\"2\"\nend 3\n", "[]\nend 1\n", "[A\\]\nend 1\n", "[A\nend 1\n",
@@ -146,17 +120,17 @@ TEST_F(HiveTest, MalformedOnesAreCorruptAndNotOverwritten) {
         "[A]\n\"n\"=\"open\nend 2\n", "[A]\n\"n\"=hex(3):1\nend 2\n",
         "[A]\n\"n\"=hex(3):11,\nend 2\n", "[A]\n\"n\"=hex(99999999999):11\nend 2\n",
         "[A]\n\"n\"=\"\xC3\"\nend 2\n", "[A]\n\"\\x00\"=\"1\"\nend 2\n", "[A]\nn=\"1\"\nend 2\n"}) {
-    expectCorrupt(std::string("registry 1\n") + text);
+    ExpectCorruptAndNotOverwritten(std::string("registry 1\n") + text);
   }
-  expectCorrupt("registry 2\nend 0\n");
-  expectCorrupt(std::string(100'000, '\0'));
+  ExpectCorruptAndNotOverwritten("registry 2\nend 0\n");
+  ExpectCorruptAndNotOverwritten(std::string(100'000, '\0'));
   std::string deep = "registry 1\n";
   std::string path;
   for (int i = 0; i < 600; ++i) {
     path += i == 0 ? "k" : "\\k";
     deep += '[' + path + "]\n";
   }
-  expectCorrupt(deep + "end 600\n");
+  ExpectCorruptAndNotOverwritten(deep + "end 600\n");
 }
 
 TEST_F(HiveTest, AFolderOrAPipeInItsPlaceIsCorruptWithoutWaiting) {
@@ -218,20 +192,22 @@ TEST_F(HiveTest, AWriterKilledAtAnyMomentLeavesAWholeHive) {
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
     ASSERT_EQ(SetNumber(L"Mine", static_cast<DWORD>(round)), 0);
-    DWORD number = 0;
-    ASSERT_EQ(Number(L"Mine", number), 0);
-    ASSERT_EQ(number, static_cast<DWORD>(round));
+    ASSERT_EQ(Key(L"Top", KEY_READ).Number(L"Mine"), static_cast<DWORD>(round));
   }
 }
 
-TEST_F(HiveTest, SomebodyWithoutTheRightGetsAccessDenied) {
-  if (::geteuid() != 0) GTEST_SKIP() << "only root can become somebody else";
+TEST_F(HiveTest, IsReadableByItsOwnerAloneAndOthersGetAccessDenied) {
+  std::filesystem::remove_all(folder_);
   ASSERT_EQ(Create(L"Top"), 0);
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(file_).permissions(), perms::owner_read | perms::owner_write);
+  EXPECT_EQ(std::filesystem::status(folder_).permissions(), perms::owner_all);
+
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can become somebody else";
   const auto use = [] {
     constexpr uid_t kNobody = 65534;
     if (::setuid(kNobody) != 0) ::_exit(2);
-    DWORD number = 0;
-    const bool read = Number(L"Number", number) != ERROR_ACCESS_DENIED;
+    const bool read = OpenStatus(L"Top") != ERROR_ACCESS_DENIED;
     ::_exit(read || Create(L"Other") != ERROR_ACCESS_DENIED ? 1 : 0);
   };
   EXPECT_EXIT(use(), testing::ExitedWithCode(0), "");

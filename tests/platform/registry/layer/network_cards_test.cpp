@@ -12,10 +12,8 @@ TEST(NetworkCards, AreTheMachinesCardsInTheOrderOffered) {
   loopback.isCard = false;
   auto card = platform::SimulatedCard(9, L"eth9");
   card.description = L"Nine";
-  TestMachine().Interfaces().Set({card, loopback, platform::SimulatedCard(2, L"eth2")});
-  HKEY opened = nullptr;
-  ASSERT_EQ(::RegOpenKeyExW(HKEY_LOCAL_MACHINE, kCards, 0, KEY_READ, &opened), 0);
-  EXPECT_EQ(::RegCloseKey(opened), 0);
+  TestMachine::Get().Interfaces().Set({card, loopback, platform::SimulatedCard(2, L"eth2")});
+  ASSERT_EQ(OpenStatus(kCards), 0);
   const Key cards(kCards, KEY_READ);
   EXPECT_EQ(cards.Subkeys(), (Names{L"1", L"2"}));
   const Key first((kCards + std::wstring(L"\\1")).c_str(), KEY_READ);
@@ -25,7 +23,7 @@ TEST(NetworkCards, AreTheMachinesCardsInTheOrderOffered) {
   EXPECT_EQ(second.Text(L"ServiceName"), L"eth2");
   ExpectStatuses({{"delete", ::RegDeleteKeyW(cards.Get(), L"2"), ERROR_ACCESS_DENIED}});
 
-  TestMachine().Interfaces().Set({});
+  TestMachine::Get().Interfaces().Set({});
   EXPECT_TRUE(cards.Subkeys().empty());
   ExpectStatuses({{"query", second.Find(L"ServiceName"), ERROR_KEY_DELETED}});
 }

@@ -117,15 +117,13 @@ TEST_F(ControlSocket, AClientThatDoesNotWaitForItsReplyHarmsNothing) {
   EXPECT_TRUE(Answers(kSoon));
 }
 
-TEST_F(ControlSocket, TheSocketIsForItsOwnerAlone) {
+TEST_F(ControlSocket, IsForItsOwnerAloneEvenWhenTheFilesAreOpen) {
   using std::filesystem::perms;
   EXPECT_EQ(std::filesystem::status(path_).permissions(), perms::owner_read | perms::owner_write);
   EXPECT_EQ(std::filesystem::status(path_.parent_path()).permissions(), perms::owner_all);
-}
 
-// The modes of the files are opened wide first, so that only the peer's identity is left to judge.
-TEST_F(ControlSocket, AnotherUserIsNotAnsweredEvenWhenTheFilesAreOpen) {
   if (::geteuid() != 0) GTEST_SKIP() << "needs root to become another user";
+  // The modes are opened wide, so that only the peer's identity is left to judge.
   for (auto folder = path_.parent_path(); folder != machine_.Root().parent_path();
        folder = folder.parent_path()) {
     ASSERT_EQ(::chmod(folder.c_str(), 0755), 0);

@@ -1,46 +1,11 @@
-#include <winreg.h>
-
 #include <tuple>
 
+#include "platform/registry/registry_key.h"
 #include "platform/service/layer/service_fixture.h"
 
 namespace {
 
-class ServiceConfig : public ServiceFixture {
- protected:
-  struct Wanted {
-    const wchar_t* name = L"sample";
-    const wchar_t* displayName = L"A sample";
-    DWORD access = SERVICE_ALL_ACCESS;
-    DWORD type = SERVICE_WIN32_OWN_PROCESS;
-    DWORD startType = SERVICE_DEMAND_START;
-    DWORD errorControl = SERVICE_ERROR_NORMAL;
-    const wchar_t* image = L"\\opt\\sample";
-    const wchar_t* dependencies = nullptr;
-    const wchar_t* account = nullptr;
-  };
-
-  DWORD Create(const Wanted& wanted) {
-    const ScHandle service(::CreateServiceW(manager_.get(), wanted.name, wanted.displayName,
-                                            wanted.access, wanted.type, wanted.startType,
-                                            wanted.errorControl, wanted.image, nullptr, nullptr,
-                                            wanted.dependencies, wanted.account, nullptr));
-    return ErrorOf(service != nullptr);
-  }
-
-  // The configuration, in memory that lasts as long as the test.
-  LPQUERY_SERVICE_CONFIGW Query(const ScHandle& service) {
-    DWORD needed = 0;
-    EXPECT_EQ(ErrorOf(::QueryServiceConfigW(service.get(), nullptr, 0, &needed)),
-              ERROR_INSUFFICIENT_BUFFER);
-    memory_.resize(needed);
-    auto* const config = reinterpret_cast<LPQUERY_SERVICE_CONFIGW>(memory_.data());
-    EXPECT_TRUE(::QueryServiceConfigW(service.get(), config, needed, &needed));
-    return config;
-  }
-
-  std::vector<std::byte> memory_;
-};
+using ServiceConfig = ServiceFixture;
 
 TEST_F(ServiceConfig, InvalidArgumentsMakeNoService) {
   const std::pair<Wanted, DWORD> cases[] = {
@@ -61,25 +26,33 @@ TEST_F(ServiceConfig, InvalidArgumentsMakeNoService) {
       {{.account = L".\\somebody"}, ERROR_INVALID_SERVICE_ACCOUNT},
   };
   for (const auto& each : cases) {
-    EXPECT_EQ(Create(each.first), each.second) << (&each - cases);
+    EXPECT_EQ(CreateError(each.first), each.second) << (&each - cases);
     EXPECT_EQ(OpenError(L"sample"), ERROR_SERVICE_DOES_NOT_EXIST) << (&each - cases);
   }
 }
 
 TEST_F(ServiceConfig, NamesAreTakenInAnyCase) {
-  ASSERT_EQ(Create({.name = L"Sample"}), NO_ERROR);
-  EXPECT_EQ(Create({.name = L"SAMPLE", .displayName = L"Another"}), ERROR_SERVICE_EXISTS);
+  ASSERT_EQ(CreateError({.name = L"Sample", .displayName = L"A sample"}), NO_ERROR);
+  EXPECT_EQ(CreateError({.name = L"SAMPLE", .displayName = L"Another"}), ERROR_SERVICE_EXISTS);
   EXPECT_EQ(OpenError(L"sAMPLE"), NO_ERROR);
-  EXPECT_EQ(Create({.name = L"other", .displayName = L"a SAMPLE"}), ERROR_DUPLICATE_SERVICE_NAME);
-  EXPECT_EQ(Create({.name = L"other", .displayName = L"sample"}), ERROR_DUPLICATE_SERVICE_NAME);
+  EXPECT_EQ(CreateError({.name = L"other", .displayName = L"a SAMPLE"}),
+            ERROR_DUPLICATE_SERVICE_NAME);
+  EXPECT_EQ(CreateError({.name = L"other", .displayName = L"sample"}),
+            ERROR_DUPLICATE_SERVICE_NAME);
 }
 
 TEST_F(ServiceConfig, TheRecordIsChangedValueByValueAndByNoInvalidChange) {
-  ASSERT_EQ(Create({.type = SERVICE_WIN32_OWN_PROCESS | SERVICE_INTERACTIVE_PROCESS}), NO_ERROR);
-  const ScHandle service = Open(L"sample");
+  const ScHandle service =
+      Create({.type = SERVICE_WIN32_OWN_PROCESS | SERVICE_INTERACTIVE_PROCESS});
   ASSERT_EQ(Change(service, SERVICE_AUTO_START, nullptr, L"Renamed"), NO_ERROR);
   EXPECT_EQ(Change(service, 9, L"\\other"), ERROR_INVALID_PARAMETER);
-  const auto* config = Query(service);
+
+  DWORD needed = 0;
+  EXPECT_EQ(ErrorOf(::QueryServiceConfigW(service.get(), nullptr, 0, &needed)),
+            ERROR_INSUFFICIENT_BUFFER);
+  std::vector<std::byte> memory(needed);
+  auto* const config = reinterpret_cast<LPQUERY_SERVICE_CONFIGW>(memory.data());
+  ASSERT_TRUE(::QueryServiceConfigW(service.get(), config, needed, &needed));
   EXPECT_EQ(config->dwServiceType, 0x110u);
   EXPECT_EQ(config->dwStartType, SERVICE_AUTO_START);
   EXPECT_EQ(config->dwErrorControl, SERVICE_ERROR_NORMAL);
@@ -91,7 +64,7 @@ TEST_F(ServiceConfig, TheRecordIsChangedValueByValueAndByNoInvalidChange) {
 }
 
 TEST_F(ServiceConfig, AHandleWithoutTheRightDoesNothing) {
-  ASSERT_EQ(Create({}), NO_ERROR);
+  ASSERT_EQ(CreateError({}), NO_ERROR);
   SERVICE_STATUS status{};
   DWORD needed = 0;
   const ScHandle query = Open(L"sample", SERVICE_QUERY_STATUS);
@@ -103,11 +76,11 @@ TEST_F(ServiceConfig, AHandleWithoutTheRightDoesNothing) {
   const ScHandle start = Open(L"sample", SERVICE_START);
   EXPECT_EQ(ErrorOf(::QueryServiceStatus(start.get(), &status)), ERROR_ACCESS_DENIED);
   manager_.reset(::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT));
-  EXPECT_EQ(Create({.name = L"x", .displayName = L"x"}), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(CreateError({.name = L"x"}), ERROR_ACCESS_DENIED);
 }
 
 TEST_F(ServiceConfig, AForeignOrClosedHandleIsInvalid) {
-  ASSERT_EQ(Create({}), NO_ERROR);
+  ASSERT_EQ(CreateError({}), NO_ERROR);
   SERVICE_STATUS status{};
   EXPECT_EQ(ErrorOf(::QueryServiceStatus(manager_.get(), &status)), ERROR_INVALID_HANDLE);
   const SC_HANDLE closed = Open(L"sample").get();
@@ -124,18 +97,18 @@ TEST_F(ServiceConfig, AnotherMachineOrDatabaseIsNotThere) {
 }
 
 TEST_F(ServiceConfig, ADeletedServiceIsGoneAndItsHandleSaysSo) {
-  ASSERT_EQ(Create({}), NO_ERROR);
-  const ScHandle service = Open(L"sample");
+  const ScHandle service = Create({});
   ASSERT_TRUE(::DeleteService(service.get()));
   EXPECT_EQ(OpenError(L"sample"), ERROR_SERVICE_DOES_NOT_EXIST);
   EXPECT_EQ(ErrorOf(::DeleteService(service.get())), ERROR_SERVICE_MARKED_FOR_DELETE);
   EXPECT_EQ(Start(service), ERROR_SERVICE_MARKED_FOR_DELETE);
   EXPECT_EQ(StateOf(service), SERVICE_STOPPED);
-  EXPECT_EQ(Create({}), NO_ERROR);
+  EXPECT_EQ(CreateError({}), NO_ERROR);
 }
 
 // A record that somebody has damaged counts as no service and can be replaced, not trusted.
 TEST_F(ServiceConfig, ADamagedRecordIsNoService) {
+  constexpr const wchar_t* kRecord = L"SYSTEM\\CurrentControlSet\\Services\\sample";
   const std::tuple<const wchar_t*, DWORD, std::string> damages[] = {
       {L"Type", REG_SZ, std::string(8, 'x')},
       {L"Type", REG_DWORD, std::string(1, '\1')},
@@ -144,16 +117,10 @@ TEST_F(ServiceConfig, ADamagedRecordIsNoService) {
       {L"ErrorControl", REG_NONE, ""},
   };
   for (const auto& [value, type, data] : damages) {
-    ASSERT_EQ(Create({}), NO_ERROR);
-    HKEY key = nullptr;
-    ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Services\\sample", 0,
-                    KEY_WRITE, &key);
-    ASSERT_EQ(::RegSetValueExW(key, value, 0, type, reinterpret_cast<const BYTE*>(data.data()),
-                               static_cast<DWORD>(data.size())),
-              ERROR_SUCCESS);
-    ::RegCloseKey(key);
+    ASSERT_EQ(CreateError({}), NO_ERROR);
+    ASSERT_EQ(Key(kRecord, KEY_WRITE).Set(value, type, data.data(), data.size()), 0);
     EXPECT_EQ(OpenError(L"sample"), ERROR_SERVICE_DOES_NOT_EXIST) << type;
-    EXPECT_EQ(Create({}), NO_ERROR) << type;
+    EXPECT_EQ(CreateError({}), NO_ERROR) << type;
     EXPECT_TRUE(::DeleteService(Open(L"sample").get()));
   }
 }

@@ -31,16 +31,34 @@ class ServiceFixture : public testing::Test {
   ~ServiceFixture() override {
     for (const std::wstring& name : names_) {
       const ScHandle service = Open(name);
-      if (service.get() != nullptr && ProcessOf(service) != ::GetCurrentProcessId()) Kill(service);
+      if (service != nullptr && ProcessOf(service) != ::GetCurrentProcessId()) Kill(service);
     }
   }
 
+  struct Wanted {
+    const wchar_t* name = L"sample";
+    const wchar_t* displayName = nullptr;
+    DWORD access = SERVICE_ALL_ACCESS;
+    DWORD type = SERVICE_WIN32_OWN_PROCESS;
+    DWORD startType = SERVICE_DEMAND_START;
+    DWORD errorControl = SERVICE_ERROR_NORMAL;
+    const wchar_t* image = L"\\opt\\sample";
+    const wchar_t* dependencies = nullptr;
+    const wchar_t* account = nullptr;
+  };
+
+  ScHandle Create(const Wanted& wanted) {
+    return ScHandle(::CreateServiceW(manager_.get(), wanted.name, wanted.displayName, wanted.access,
+                                     wanted.type, wanted.startType, wanted.errorControl,
+                                     wanted.image, nullptr, nullptr, wanted.dependencies,
+                                     wanted.account, nullptr));
+  }
   // The test service, behaving as `mode` tells.
   ScHandle CreateTestService(const std::wstring& name, const std::wstring& mode) {
     std::wstring image = ProgramFile("platform_test_service").wstring() + L" " + mode;
     std::ranges::replace(image, L'/', L'\\');
     names_.push_back(name);
-    return Create(name, SERVICE_WIN32_OWN_PROCESS, SERVICE_DEMAND_START, image);
+    return Create({.name = name.c_str(), .image = image.c_str()});
   }
   // As above, and running.
   ScHandle RunTestService(const std::wstring& name, const std::wstring& mode) {
@@ -50,14 +68,18 @@ class ServiceFixture : public testing::Test {
     return service;
   }
   ScHandle CreateDriver(const std::wstring& name, const std::wstring& image) {
-    return Create(name, SERVICE_KERNEL_DRIVER, SERVICE_SYSTEM_START, image);
+    return Create({.name = name.c_str(),
+                   .type = SERVICE_KERNEL_DRIVER,
+                   .startType = SERVICE_SYSTEM_START,
+                   .image = image.c_str()});
   }
   ScHandle Open(const std::wstring& name, DWORD access = SERVICE_ALL_ACCESS) {
     return ScHandle(::OpenServiceW(manager_.get(), name.c_str(), access));
   }
 
   // These answer NO_ERROR or the last error.
-  DWORD OpenError(const std::wstring& name) { return ErrorOf(Open(name).get() != nullptr); }
+  DWORD CreateError(const Wanted& wanted) { return ErrorOf(Create(wanted) != nullptr); }
+  DWORD OpenError(const std::wstring& name) { return ErrorOf(Open(name) != nullptr); }
   static DWORD Start(const ScHandle& service) {
     return ErrorOf(::StartServiceW(service.get(), 0, nullptr));
   }
@@ -120,12 +142,5 @@ class ServiceFixture : public testing::Test {
   ScHandle manager_{::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS)};
 
  private:
-  ScHandle Create(const std::wstring& name, DWORD type, DWORD startType,
-                  const std::wstring& image) {
-    return ScHandle(::CreateServiceW(manager_.get(), name.c_str(), nullptr, SERVICE_ALL_ACCESS,
-                                     type, startType, SERVICE_ERROR_NORMAL, image.c_str(), nullptr,
-                                     nullptr, nullptr, nullptr, nullptr));
-  }
-
   std::vector<std::wstring> names_;
 };

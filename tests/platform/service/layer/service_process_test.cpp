@@ -160,8 +160,7 @@ TEST_F(ServiceProcess, DeletedWhileItRunsItGoesWhenItStopsOrIsKilled) {
     ASSERT_TRUE(::DeleteService(service.get()));
     EXPECT_EQ(ErrorOf(::DeleteService(service.get())), ERROR_SERVICE_MARKED_FOR_DELETE);
     EXPECT_EQ(OpenError(L"sample"), NO_ERROR) << "gone while it runs";
-    EXPECT_EQ(ErrorOf(CreateTestService(L"sample", L"normal") != nullptr),
-              ERROR_SERVICE_MARKED_FOR_DELETE);
+    EXPECT_EQ(CreateError({}), ERROR_SERVICE_MARKED_FOR_DELETE);
     if (killed) {
       Kill(service);
       EXPECT_EQ(Start(service), ERROR_SERVICE_MARKED_FOR_DELETE);

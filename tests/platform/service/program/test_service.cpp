@@ -2,11 +2,11 @@
 // sees, it tells in its status: the last control as wait hint, 1 as check point when it started in
 // the system's folder, the number of its arguments as service-specific exit code.
 #include <windows.h>
-#include <shellapi.h>
 #include <winsvc.h>
 
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
+#include <filesystem>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -15,8 +15,7 @@ namespace {
 
 std::wstring mode;
 std::mutex mutex;
-std::condition_variable changed;
-bool stopping = false;
+std::atomic<bool> stopping = false;
 SERVICE_STATUS_HANDLE statusHandle = nullptr;
 SERVICE_STATUS status{};
 
@@ -33,22 +32,11 @@ void WINAPI HandleControl(DWORD control) {
   if (control == SERVICE_CONTROL_STOP) {
     status.dwCurrentState = SERVICE_STOP_PENDING;
     stopping = true;
-    changed.notify_all();
+    stopping.notify_all();
   } else {
     status.dwWaitHint = control;
   }
   ::SetServiceStatus(statusHandle, &status);
-}
-
-bool StartedInSystemFolder() {
-  wchar_t folder[4096] = {};
-  const DWORD length = ::GetCurrentDirectoryW(4096, folder);
-  return std::wstring(folder, length).ends_with(L"\\System32");
-}
-
-void AwaitStop() {
-  std::unique_lock lock(mutex);
-  changed.wait(lock, [] { return stopping; });
 }
 
 void WINAPI ServiceMain(DWORD argumentCount, LPWSTR* arguments) {
@@ -57,27 +45,19 @@ void WINAPI ServiceMain(DWORD argumentCount, LPWSTR* arguments) {
   statusHandle = ::RegisterServiceCtrlHandlerW(arguments[0], HandleControl);
   status.dwServiceType = SERVICE_WIN32_OWN_PROCESS;
   status.dwControlsAccepted = mode == L"deaf" ? 0 : SERVICE_ACCEPT_STOP;
-  status.dwCheckPoint = StartedInSystemFolder() ? 1 : 0;
+  status.dwCheckPoint = std::filesystem::current_path().filename() == "System32" ? 1 : 0;
   status.dwServiceSpecificExitCode = argumentCount;
   Report(SERVICE_START_PENDING);
   if (mode == L"dawdler") std::this_thread::sleep_for(std::chrono::milliseconds(500));
   if (mode != L"pending") Report(SERVICE_RUNNING);
-  AwaitStop();
+  stopping.wait(false);
   Report(SERVICE_STOPPED);
-}
-
-std::wstring SecondWord() {
-  int count = 0;
-  LPWSTR* words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  std::wstring word = count > 1 ? words[1] : L"";
-  ::LocalFree(words);
-  return word;
 }
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-  mode = SecondWord();
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR arguments, int) {
+  mode = arguments;
   if (mode == L"dead") return 1;
   std::wstring name = L"any";
   const SERVICE_TABLE_ENTRYW table[] = {{name.data(), ServiceMain}, {nullptr, nullptr}};

@@ -23,14 +23,11 @@
 namespace {
 
 // All other tests are about a machine without a desktop, wherever they run.
-class NoDesktop : public ::testing::Environment {
- public:
-  void SetUp() override {
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-      ::unsetenv(name);
-  }
-};
-[[maybe_unused]] const auto* const noDesktop = ::testing::AddGlobalTestEnvironment(new NoDesktop);
+[[maybe_unused]] const bool isWithoutDesktop = [] {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    ::unsetenv(name);
+  return true;
+}();
 
 bool IsToolkitMapped() {
   std::stringstream maps;
@@ -44,18 +41,17 @@ std::chrono::milliseconds ThreadTime() {
   return std::chrono::milliseconds(time.tv_sec * 1'000 + time.tv_nsec / 1'000'000);
 }
 
-[[noreturn]] void Run(const char* desktop, void (*body)()) {
-  ::alarm(60);
-  if (desktop != nullptr) ::setenv("QT_QPA_PLATFORM", desktop, 1);
-  body();
-  ExitWithResult();
-}
-
 // Runs the body in a process of its own on that desktop (null: none), which must end well and have
 // written this on standard error.
 void ExpectCleanExit(const char* desktop, void (*body)(), const char* written = "") {
   ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
-  EXPECT_EXIT(Run(desktop, body), ::testing::ExitedWithCode(EXIT_SUCCESS), written);
+  const auto run = [&] {
+    ::alarm(60);
+    if (desktop != nullptr) ::setenv("QT_QPA_PLATFORM", desktop, 1);
+    body();
+    ExitWithResult();
+  };
+  EXPECT_EXIT(run(), ::testing::ExitedWithCode(EXIT_SUCCESS), written);
 }
 
 TEST(Desktop, TheToolkitIsNeverMappedWithoutADesktopThatCanBeReached) {

@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <future>
 
@@ -90,15 +89,12 @@ TEST_F(TimerTest, TimersOfTheThreadGetNumbersOfTheirOwn) {
   EXPECT_TRUE(::KillTimer(nullptr, second));
 }
 
-using Call = std::tuple<HWND, UINT, UINT_PTR, DWORD>;
-std::vector<Call> calls;
-
-void CALLBACK RecordCall(HWND window, UINT message, UINT_PTR id, DWORD tick) {
-  calls.emplace_back(window, message, id, tick);
-}
-
 TEST_F(TimerTest, ACallbackIsCalledInsteadOfTheProcedure) {
-  ::SetTimer(window_, 5, 100, RecordCall);
+  using Call = std::tuple<HWND, UINT, UINT_PTR, DWORD>;
+  static std::vector<Call> calls;
+  ::SetTimer(window_, 5, 100, [](HWND window, UINT message, UINT_PTR id, DWORD tick) {
+    calls.emplace_back(window, message, id, tick);
+  });
   EXPECT_THAT(After(100), IsEmpty());
   EXPECT_THAT(calls, ElementsAre(Call{window_, WM_TIMER, 5, ::GetTickCount()}));
 }
