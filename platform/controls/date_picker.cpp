@@ -117,12 +117,8 @@ LRESULT DatePicker::SetRange(WPARAM ends, const SYSTEMTIME* range) {
   latest_ = hasMax ? std::optional(range[1]) : std::nullopt;
   const PickedDate first = hasMin ? DateOf(range[0]) : kFirstDate;
   const PickedDate last = std::max(first, hasMax ? DateOf(range[1]) : kLastDate);
-  const PickedDate bounded = std::clamp(DateOf(time_), first, last);
-  if (Peer() != nullptr) {
-    Peer()->SetRange(first, last);
-    Peer()->SetDate(bounded);
-  }
-  TakeDate(bounded);
+  if (Peer() != nullptr) Peer()->SetRange(first, last);
+  TakeDate(std::clamp(DateOf(time_), first, last));
   return TRUE;
 }
 

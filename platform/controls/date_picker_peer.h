@@ -20,7 +20,7 @@ class DatePickerEvents {
  public:
   virtual ~DatePickerEvents() = default;
 
-  // The user picked a date. Not called for SetDate.
+  // The user picked a date. Not called for SetDate and SetRange.
   virtual void OnPicked(const PickedDate& date) = 0;
   virtual void OnCalendarShown(bool shown) = 0;
 };
@@ -28,7 +28,7 @@ class DatePickerEvents {
 class DatePickerPeer : public WindowPeer {
  public:
   virtual void SetDate(const PickedDate& date) = 0;
-  // The dates that the user can pick.
+  // The dates that the user can pick. A shown date outside them is replaced by the nearest one.
   virtual void SetRange(const PickedDate& first, const PickedDate& last) = 0;
   // MCS_ bits.
   virtual void SetCalendarStyle(DWORD style) = 0;

@@ -65,11 +65,12 @@ TEST_F(DatePickerTest, ADateThatTheUserPicksIsNotifiedLater) {
 }
 
 TEST_F(DatePickerTest, TheRangeBoundsWhatIsSetAndPicked) {
-  const SYSTEMTIME range[] = {Date(2024, 5, 1), Date(2024, 5, 15)};
+  const SYSTEMTIME range[] = {Date(2024, 5, 1), Date(2024, 5, 14)};
   EXPECT_TRUE(Send(picker_, DTM_SETRANGE, GDTR_MIN | GDTR_MAX, range));
-  EXPECT_FALSE(Set(Date(2024, 5, 16)));
+  EXPECT_EQ(Shown(), QDate(2024, 5, 14));
+  EXPECT_FALSE(Set(Date(2024, 5, 15)));
   PressUpOnDay();
-  EXPECT_EQ(Shown(), QDate(2024, 5, 15));
+  EXPECT_EQ(Shown(), QDate(2024, 5, 14));
   SYSTEMTIME got[2];
   EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN | GDTR_MAX});
   EXPECT_EQ(got[0].wDay, 1);
