@@ -2,11 +2,11 @@
 
 #include <shellapi.h>
 
+#include <QFrame>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScreen>
 #include <QStyle>
 #include <QToolButton>
@@ -70,12 +70,16 @@ QPoint PositionNextTo(const QRect& icon, QSize size) {
           within(wantedTop, available.top(), available.bottom() + 1 - size.height())};
 }
 
-class BalloonWidget final : public QWidget {
+class BalloonWidget final : public QFrame {
  public:
   BalloonWidget(const TrayBalloon& balloon, std::function<void(BalloonEnd)> onEnd)
-      : QWidget(nullptr, Qt::ToolTip | Qt::WindowStaysOnTopHint), onEnd_(std::move(onEnd)) {
+      : QFrame(nullptr, Qt::ToolTip | Qt::WindowStaysOnTopHint), onEnd_(std::move(onEnd)) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setPalette(QToolTip::palette());
+    setBackgroundRole(QPalette::ToolTipBase);
+    setAutoFillBackground(true);
+    setForegroundRole(QPalette::Mid);  // the line of the frame
+    setFrameShape(QFrame::Box);
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->setHorizontalSpacing(kGap);
@@ -117,7 +121,6 @@ class BalloonWidget final : public QWidget {
     auto* button = new QToolButton(this);
     button->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     button->setIconSize({kIconSize, kIconSize});
-    button->setFixedSize(kIconSize, kIconSize);
     button->setAutoRaise(true);
     connect(button, &QToolButton::clicked, this, [this] { onEnd_(BalloonEnd::kClosed); });
     return button;
@@ -125,13 +128,6 @@ class BalloonWidget final : public QWidget {
 
   void mouseReleaseEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton) onEnd_(BalloonEnd::kClicked);
-  }
-
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.setBrush(palette().color(QPalette::ToolTipBase));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
 
   const std::function<void(BalloonEnd)> onEnd_;
