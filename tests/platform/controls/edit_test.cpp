@@ -1,7 +1,9 @@
 // Fields of one line, typed into for real.
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMenu>
 
 #include "platform/controls/control_test.h"
 
@@ -101,6 +103,22 @@ TEST_F(EditTest, ATextThatIsPastedIsCutAtTheLimitAndNothingIsDropped) {
   QDragEnterEvent drag({}, Qt::CopyAction, QGuiApplication::clipboard()->mimeData(), {}, {});
   QCoreApplication::sendEvent(WidgetOf<QLineEdit>(edit), &drag);
   EXPECT_FALSE(drag.isAccepted());
+}
+
+TEST_F(EditTest, ItsMenuOffersWhatTheTextAllows) {
+  HWND edit = Edit(0, L"text");
+  QContextMenuEvent event(QContextMenuEvent::Mouse, {}, {});
+  QCoreApplication::sendEvent(WidgetOf(edit), &event);
+  auto* menu = WidgetOf(edit)->findChild<QMenu*>();
+  ASSERT_NE(menu, nullptr);
+  std::vector<std::string> offered;
+  for (const QAction* each : menu->actions()) {
+    if (each->isEnabled() && !each->isSeparator()) offered.push_back(each->text().toStdString());
+  }
+  EXPECT_THAT(offered, ElementsAre("&Paste", "Select All"));
+  menu->actions().back()->trigger();
+  EXPECT_EQ(Selection(edit), Selected(0, 4));
+  menu->close();
 }
 
 TEST_F(EditTest, ANumberFieldTakesDigitsOnly) {

@@ -152,6 +152,14 @@ TEST_F(Wizard, PagesLetGoAreAskedForTheWayAndAreMadeOnce) {
   EXPECT_EQ(sheet_.Notified(), expected);
 }
 
+TEST_F(Wizard, NextIsTheDefaultButtonUntilAPageChoosesOne) {
+  constexpr int kNext = 0x3024;
+  LRESULT chosen = 0;
+  sheet_.OnInit([&](HWND page) { chosen = ::SendMessageW(::GetParent(page), DM_GETDEFID, 0, 0); });
+  sheet_.Run({Press(PSBTN_CANCEL)});
+  EXPECT_EQ(chosen, MAKELONG(kNext, DC_HASDEFID));
+}
+
 TEST_F(Wizard, FinishEndsItUnlessThePageKeepsIt) {
   sheet_.Answer(PSN_WIZNEXT, sheet_.TemplateOf(3), "a");
   EXPECT_GT(sheet_.Run({Press(PSBTN_NEXT), Press(PSBTN_FINISH)}), 0);

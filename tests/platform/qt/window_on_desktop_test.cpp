@@ -107,6 +107,8 @@ TEST_F(WindowOnDesktop, TheFocusIsWhereTheUserAndTheProgramPutItAndComesBackFrom
     EXPECT_EQ(::GetActiveWindow(), window_);
     PumpUntilActive(window_);
     EXPECT_EQ(QApplication::focusWidget(), WidgetOf(::GetFocus()));
+    QApplication::setActiveWindow(nullptr);  // the user goes to another program
+    Pump([] { return ::GetActiveWindow() == nullptr && ::GetFocus() == nullptr; });
   });
 }
 

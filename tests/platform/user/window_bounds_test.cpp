@@ -91,6 +91,7 @@ TEST_F(WindowBounds, TheScreensWindowIsNobodysToEndOrToWriteTo) {
   EXPECT_EQ(desktop, ::GetDesktopWindow());
   EXPECT_FALSE(::DestroyWindow(desktop));
   EXPECT_EQ(::GetLastError(), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_FALSE(::EnableWindow(desktop, FALSE));
   EXPECT_FALSE(::PostMessageW(desktop, WM_APP, 0, 0));
   EXPECT_EQ(::SendMessageW(desktop, WM_APP, 0, 0), 0);
   EXPECT_EQ(::GetParent(desktop), nullptr);

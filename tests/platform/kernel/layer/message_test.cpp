@@ -56,7 +56,7 @@ std::string Utf16(std::u16string_view text) {
       {4, "%2!s! before %1, twice %1!s!%0"},
       {5, "100%% a%nb%rc%td% e%.f%!g%zh%0not seen"},
       {6, "one\r\ntwo\nthree\rfour"},
-      {7, Utf16(u"sixteen \u00e5 \U0001F600%0"), 1},
+      {7, Utf16(u"sixteen \u00e5 \U00010000\U0010FFFF%0"), 1},
       {8, "only English \xC3\xA5%0"},
       {9, "%1!x!%0"},
       {10, "%1!u! and %1!s!%0"},
@@ -101,7 +101,7 @@ TEST(FormatMessage, EntriesOfBothEncodingsAreReadAndTheirEscapesReplaced) {
   EXPECT_EQ(Text(2, kEnglish), L"ends in a break\r\n");
   EXPECT_EQ(Text(5, kEnglish), L"100% a\r\nb\rc\td e.f!gzh");
   EXPECT_EQ(Text(6, kEnglish), L"one\r\ntwo\r\nthree\r\nfour");
-  EXPECT_EQ(Text(7, kEnglish), L"sixteen \u00e5 \U0001F600");
+  EXPECT_EQ(Text(7, kEnglish), L"sixteen \u00e5 \U00010000\U0010FFFF");
   EXPECT_EQ(Text(8, kEnglish), L"only English \u00e5");
   EXPECT_EQ(Text(14, kEnglish), L"50%");
 }

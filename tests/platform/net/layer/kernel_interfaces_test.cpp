@@ -1,12 +1,16 @@
 // The kernel's own interfaces, in a network namespace of the test's.
 #include <windows.h>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <linux/if_packet.h>
+#include <linux/if_tun.h>
 #include <net/if.h>
+#include <net/if_arp.h>
 
 #include <ntddndis.h>
 
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 #include <cstring>
@@ -138,6 +142,27 @@ TEST_F(KernelInterfaces, TheCardWithTheDefaultRouteIsOfferedFirst) {
   adapters = Adapters();
   EXPECT_STREQ(adapters[0].GatewayList.IpAddress.String, "198.51.100.66");
   EXPECT_STREQ(adapters[1].GatewayList.IpAddress.String, "192.0.2.2");
+}
+
+TEST_F(KernelInterfaces, ADescriptionIsTheAliasElseMadeOfKindAndName) {
+  ASSERT_TRUE(Succeeds("ip link set near alias 'Broadband upstairs'"));
+  const auto adapters = Adapters();
+  EXPECT_STREQ(adapters[0].Description, "Veth (far)");
+  EXPECT_STREQ(adapters[1].Description, "Broadband upstairs");
+}
+
+TEST_F(KernelInterfaces, ADialledLineIsACardOfItsOwnType) {
+  constexpr UINT kPpp = 23;  // as documented for IP_ADAPTER_INFO
+  const int line = ::open("/dev/net/tun", O_RDWR | O_CLOEXEC);
+  if (line < 0) GTEST_SKIP() << "no tunnels";
+  ifreq request{};
+  std::strcpy(request.ifr_name, "line");
+  request.ifr_flags = IFF_TUN;
+  EXPECT_EQ(::ioctl(line, TUNSETIFF, &request), 0) << std::strerror(errno);
+  EXPECT_EQ(::ioctl(line, TUNSETLINK, ARPHRD_PPP), 0) << std::strerror(errno);
+  EXPECT_THAT(Names(), ElementsAre("far", "near", "line"));
+  EXPECT_EQ(Adapters()[2].Type, kPpp);
+  ::close(line);
 }
 
 TEST_F(KernelInterfaces, PartsOfABridgeComeLastAndLoopbackNever) {

@@ -114,6 +114,10 @@ TEST_F(ServiceProcess, ALinkInPlaceOfItsFilesIsNotFollowed) {
   const ScHandle linked = CreateTestService(L"linked", L"normal");
   std::filesystem::create_symlink(machine_.Root() / "elsewhere", ServiceFile("linked.lock"));
   EXPECT_EQ(Start(linked), ERROR_PATH_NOT_FOUND);
+  const std::filesystem::path database = ServiceFile("../services.lock");
+  ASSERT_TRUE(std::filesystem::remove(database));
+  std::filesystem::create_symlink(machine_.Root() / "elsewhere", database);
+  EXPECT_EQ(OpenError(L"linked"), ERROR_PATH_NOT_FOUND);
   EXPECT_FALSE(std::filesystem::exists(machine_.Root() / "elsewhere"));
 }
 
