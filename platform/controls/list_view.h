@@ -11,10 +11,11 @@
 
 #include "platform/controls/basic_control.h"
 #include "platform/controls/list_view_items.h"
+#include "platform/controls/row_states.h"
 
 namespace platform {
 
-class ListView final : public BasicControl, private ListViewEvents {
+class ListView final : public BasicControl, private ListViewContent, private ListViewEvents {
  public:
   explicit ListView(Window& window) : BasicControl(window) {}
 
@@ -22,21 +23,29 @@ class ListView final : public BasicControl, private ListViewEvents {
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  // When the parent is notified of a change: at once if a message made the change, as deferred work
-  // if the user did.
-  enum class When { kNow, kLater };
+  int RowCount() const override { return items_.RowCount(); }
+  const std::vector<ListViewColumn>& Columns() const override { return items_.Columns(); }
+  std::wstring Text(int row, int column) const override { return items_.Text(row, column); }
+  UINT State(int row) const override;
+  const RowRanges& SelectedRows() const override { return states_.selected; }
+  int FocusedRow() const override { return states_.focused; }
 
-  void OnSelected(const std::vector<int>& rows, int focused) override;
+  void OnSelected(const RowRanges& rows) override;
+  void OnFocusMoved(int row) override;
   void OnCheckClicked(int row) override;
   void OnHeaderClicked(int column) override;
   void OnHeaderResized(int column, int width) override;
   void OnRowClicked(int row, int column, bool twice) override;
 
   ListViewPeer* Peer() const { return static_cast<ListViewPeer*>(Self().Peer()); }
+  bool HasRow(int row) const { return row >= 0 && row < RowCount(); }
+  bool HasCheckBoxes() const { return (extendedStyle_ & LVS_EX_CHECKBOXES) != 0; }
+  bool IsSingleSelection() const { return (Self().Style() & LVS_SINGLESEL) != 0; }
   std::optional<LRESULT> AnswerColumns(UINT message, int column, LPARAM lParam);
   std::optional<LRESULT> AnswerRows(UINT message, int row, LPARAM lParam);
   LRESULT AnswerStates(UINT message, int row, LPARAM lParam);
 
+  // list_view.cpp
   LRESULT InsertColumn(int column, const LVCOLUMNW* given);
   LRESULT SetColumn(int column, const LVCOLUMNW* given);
   LRESULT GetColumn(int column, LVCOLUMNW* result) const;
@@ -45,6 +54,7 @@ class ListView final : public BasicControl, private ListViewEvents {
   // The width in pixels for LVSCW_AUTOSIZE or LVSCW_AUTOSIZE_USEHEADER.
   int FittingWidth(int column, bool useHeader) const;
 
+  // list_view_rows.cpp
   LRESULT InsertItem(const LVITEMW* given);
   LRESULT SetItem(const LVITEMW* given);
   LRESULT GetItem(LVITEMW* result) const;
@@ -53,24 +63,36 @@ class ListView final : public BasicControl, private ListViewEvents {
   LRESULT DeleteItem(int row);
   LRESULT DeleteAllItems();
   LRESULT Sort(LPARAM parameter, PFNLVCOMPARE compare);
-  LRESULT NextItem(int after, UINT flags) const;
   LRESULT EnsureVisible(int row);
 
+  // list_view_states.cpp
+  LRESULT NextItem(int after, UINT flags) const;
   LRESULT SetItemState(int row, const LVITEMW* given);
-  // Sets the bits in the mask to those of the state, and adjusts the other rows: only one row has
-  // the focus and, with LVS_SINGLESEL, only one is selected.
-  void ChangeState(int row, UINT state, UINT mask, When when);
-  void ChangeOwnState(int row, UINT state, UINT mask, When when);
-  void NotifyChangeLater(const NMLISTVIEW& change);
-  void NotifyChanges();
   LRESULT SetExtendedStyle(DWORD mask, DWORD style);
+  // Sets the bits in the mask to those of the state, and adjusts the other rows: only one row has
+  // the focus and, with LVS_SINGLESEL, only one is selected. Notifies each change at once.
+  void ChangeState(int row, UINT state, UINT mask);
+  void ChangeOwnState(int row, UINT state, UINT mask);
+  // The same for all rows; FALSE when they cannot have that state.
+  LRESULT ChangeAllStates(UINT state, UINT mask);
+  void ChangeStateImages(UINT image);
 
+  // What the user did to focus and selection is notified as deferred work: what it comes to by
+  // then. A message that changes rows or states calls NotifyUserChanges first.
+  void NoteUserChange();
+  void NotifyUserChanges();
+  // Notifies what has changed since.
+  void NotifyChangesSince(const RowStates& before);
+  void NotifySelection(const RowRanges& rows, bool selected);
+  void NotifyState(int row, UINT before, UINT after);
   NMLISTVIEW NotificationOf(int row) const;
+  NMLISTVIEW StateNotification(int row, UINT before, UINT after) const;
 
   ListViewItems items_;
+  RowStates states_;
   DWORD extendedStyle_ = 0;
-  // Pending LVN_ITEMCHANGED notifications of what the user did.
-  std::vector<NMLISTVIEW> unsent_;
+  // The states before what the user did that is not notified yet.
+  std::optional<RowStates> unsent_;
 };
 
 }  // namespace platform

@@ -1,6 +1,8 @@
 #include "platform/controls/list_view_items.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace platform {
 
@@ -9,10 +11,6 @@ std::wstring ListViewItems::Text(int row, int column) const {
   const std::vector<std::wstring>& texts = Row(row).texts;
   const auto index = static_cast<std::size_t>(column);
   return index < texts.size() ? texts[index] : std::wstring();
-}
-
-UINT ListViewItems::State(int row) const {
-  return HasRow(row) ? Row(row).state : 0;
 }
 
 bool ListViewItems::HasColumn(int column) const {
@@ -36,23 +34,18 @@ void ListViewItems::RemoveRow(int row) {
   items_.erase(items_.begin() + row);
 }
 
-void ListViewItems::Sort(PFNLVCOMPARE compare, LPARAM parameter) {
-  std::ranges::stable_sort(items_, [&](const Item& first, const Item& second) {
-    return compare(first.data, second.data, parameter) < 0;
+std::vector<int> ListViewItems::Sort(PFNLVCOMPARE compare, LPARAM parameter) {
+  std::vector<int> order(items_.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::ranges::stable_sort(order, [&](int first, int second) {
+    return compare(Row(first).data, Row(second).data, parameter) < 0;
   });
-}
-
-int ListViewItems::NextWith(int after, UINT state) const {
-  if (after >= RowCount()) return -1;
-  for (int row = std::max(after, -1) + 1; row < RowCount(); ++row) {
-    if ((Row(row).state & state) == state) return row;
-  }
-  return -1;
-}
-
-int ListViewItems::CountWith(UINT state) const {
-  return static_cast<int>(std::ranges::count_if(
-      items_, [state](const Item& item) { return (item.state & state) == state; }));
+  std::vector<Item> sorted;
+  sorted.reserve(items_.size());
+  for (const int row : order)
+    sorted.push_back(std::move(Row(row)));
+  items_ = std::move(sorted);
+  return order;
 }
 
 int ListViewItems::InsertColumn(int column, ListViewColumn data) {

@@ -1,4 +1,5 @@
-// The columns and rows of a list view. Plain data without notifications. Used by its control.
+// The columns and rows of a list view whose rows it keeps itself. Plain data without notifications.
+// Used by its control.
 #pragma once
 
 #include <windows.h>
@@ -12,21 +13,28 @@
 
 namespace platform {
 
-class ListViewItems final : public ListViewContent {
+// The state images of check boxes.
+inline constexpr UINT kUnchecked = INDEXTOSTATEIMAGEMASK(1);
+inline constexpr UINT kChecked = INDEXTOSTATEIMAGEMASK(2);
+
+// Whether the text is LPSTR_TEXTCALLBACK, which is not supported.
+inline bool IsTextCallback(const wchar_t* text) {
+  return reinterpret_cast<LONG_PTR>(text) == -1;
+}
+
+class ListViewItems {
  public:
   struct Item {
     std::vector<std::wstring> texts;
     LPARAM data = 0;
-    UINT state = 0;
+    // The check box: a number within LVIS_STATEIMAGEMASK.
+    UINT stateImage = 0;
   };
 
-  int RowCount() const override { return static_cast<int>(items_.size()); }
-  const std::vector<ListViewColumn>& Columns() const override { return columns_; }
-  std::wstring Text(int row, int column) const override;
-  UINT State(int row) const override;
-
+  int RowCount() const { return static_cast<int>(items_.size()); }
   bool HasRow(int row) const { return row >= 0 && row < RowCount(); }
-  bool HasColumn(int column) const;
+  // Empty for a row or a column that does not exist.
+  std::wstring Text(int row, int column) const;
   // The row must exist.
   Item& Row(int row) { return items_[static_cast<std::size_t>(row)]; }
   const Item& Row(int row) const { return items_[static_cast<std::size_t>(row)]; }
@@ -36,19 +44,19 @@ class ListViewItems final : public ListViewContent {
   int InsertRow(int row, Item item);
   void RemoveRow(int row);
   void Clear() { items_.clear(); }
-  // A stable sort.
-  void Sort(PFNLVCOMPARE compare, LPARAM parameter);
+  // A stable sort. Returns the previous index of each row.
+  std::vector<int> Sort(PFNLVCOMPARE compare, LPARAM parameter);
 
-  // The first row after that one (below zero: of all) whose state has all the bits; -1 when there
-  // is none.
-  int NextWith(int after, UINT state) const;
-  int CountWith(UINT state) const;
-
+  const std::vector<ListViewColumn>& Columns() const { return columns_; }
+  bool HasColumn(int column) const;
   // Inserts the column; at the end when there are fewer columns. Moves the texts of the rows with
   // their columns. Returns the index of the new column.
   int InsertColumn(int column, ListViewColumn data);
   // The column must exist.
   ListViewColumn& Column(int column) { return columns_[static_cast<std::size_t>(column)]; }
+  const ListViewColumn& Column(int column) const {
+    return columns_[static_cast<std::size_t>(column)];
+  }
 
  private:
   std::vector<ListViewColumn> columns_;

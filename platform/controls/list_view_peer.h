@@ -1,9 +1,11 @@
 // The widget of a list view, which shows the rows that the control holds. For the window thread.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/controls/row_ranges.h"
 #include "platform/user/window_peer.h"
 
 namespace platform {
@@ -14,7 +16,8 @@ struct ListViewColumn {
   int format = 0;  // LVCFMT_LEFT, LVCFMT_RIGHT or LVCFMT_CENTER
 };
 
-// The content to show. The texts and states of a row that does not exist are empty.
+// The content to show, which alone holds focus and selection. The texts and states of a row that
+// does not exist are empty.
 class ListViewContent {
  public:
   virtual ~ListViewContent() = default;
@@ -24,6 +27,9 @@ class ListViewContent {
   virtual std::wstring Text(int row, int column) const = 0;
   // LVIS_ bits.
   virtual UINT State(int row) const = 0;
+  virtual const RowRanges& SelectedRows() const = 0;
+  // Below zero: none.
+  virtual int FocusedRow() const = 0;
 };
 
 // Called inside an event of the desktop.
@@ -31,9 +37,10 @@ class ListViewEvents {
  public:
   virtual ~ListViewEvents() = default;
 
-  // The rows that the user has selected, in ascending order, and the row with the focus (below
-  // zero: none).
-  virtual void OnSelected(const std::vector<int>& rows, int focused) = 0;
+  // What the user has selected, all rows together.
+  virtual void OnSelected(const RowRanges& rows) = 0;
+  // Below zero: no row has the focus.
+  virtual void OnFocusMoved(int row) = 0;
   // The user clicked the check box of the row; it still shows the old state.
   virtual void OnCheckClicked(int row) = 0;
   virtual void OnHeaderClicked(int column) = 0;
@@ -43,12 +50,16 @@ class ListViewEvents {
 
 class ListViewPeer : public WindowPeer {
  public:
-  // Called after the content has changed.
-  virtual void ColumnsChanged() = 0;
+  // Called after the content has changed. Texts and states are asked for when they are painted.
+  virtual void ColumnInserted() = 0;
+  virtual void ColumnChanged(int column) = 0;
   virtual void RowInserted(int row) = 0;
   virtual void RowRemoved(int row) = 0;
-  virtual void RowChanged(int row) = 0;
-  virtual void RowsReplaced() = 0;
+  // Rows were added or removed at the end.
+  virtual void RowCountChanged() = 0;
+  virtual void RowsChanged() = 0;
+  // Focus or selection.
+  virtual void StatesChanged() = 0;
 
   virtual void EnsureVisible(int row) = 0;
   // LVS_EX_ bits.

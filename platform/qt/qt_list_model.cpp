@@ -35,13 +35,23 @@ void QtListModel::RemoveRow(int row) {
   endRemoveRows();
 }
 
-void QtListModel::ChangeRow(int row) {
-  if (columns_ > 0) emit dataChanged(index(row, 0), index(row, columns_ - 1));
+void QtListModel::TakeRowCount() {
+  const int rows = content_.RowCount();
+  if (rows > rows_) {
+    beginInsertRows({}, rows_, rows - 1);
+    rows_ = rows;
+    endInsertRows();
+  } else if (rows < rows_) {
+    beginRemoveRows({}, rows, rows_ - 1);
+    rows_ = rows;
+    endRemoveRows();
+  }
 }
 
 void QtListModel::ShowCheckBoxes(bool shown) {
   hasCheckBoxes_ = shown;
-  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, 0));
+  // The first row stands for all: views take their height from it.
+  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(0, 0));
 }
 
 int QtListModel::rowCount(const QModelIndex& parent) const {

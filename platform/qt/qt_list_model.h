@@ -12,14 +12,16 @@ class QtListModel final : public QAbstractTableModel {
  public:
   explicit QtListModel(const ListViewContent& content) : content_(content) {}
 
-  // The model shows a change of the content only after the matching call.
+  // The model shows a change of the content only after the matching call; texts and check boxes
+  // need none, since views that paint ask for them.
   void Replace();
   void InsertRow(int row);
   void RemoveRow(int row);
-  void ChangeRow(int row);
+  // Rows were added or removed at the end.
+  void TakeRowCount();
+  void ChangeColumn(int column) { emit headerDataChanged(Qt::Horizontal, column, column); }
 
   void ShowCheckBoxes(bool shown);
-  UINT State(int row) const { return content_.State(row); }
 
   // Called when the user clicks a check box.
   std::function<void(int row)> onCheckClicked;

@@ -5,12 +5,12 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QStyledItemDelegate>
-#include <QTreeView>
-#include <algorithm>
-#include <vector>
+#include <memory>
 
 #include "platform/qt/qt_control_peers.h"
 #include "platform/qt/qt_list_model.h"
+#include "platform/qt/qt_list_widget.h"
+#include "platform/qt/qt_row_selection.h"
 
 namespace platform {
 namespace {
@@ -18,10 +18,10 @@ namespace {
 constexpr int kRowSpace = 3;  // pixels, for the lines of the grid
 constexpr int kPadding = 12;  // pixels, on both sides of a text together
 
-// Draws the cells according to the list view's styles.
+// Draws the cells according to the list view's styles and the selection that the control holds.
 class CellPainter final : public QStyledItemDelegate {
  public:
-  explicit CellPainter(QTreeView* view, bool showsSelectionAlways)
+  CellPainter(QtListWidget* view, bool showsSelectionAlways)
       : QStyledItemDelegate(view), view_(*view), showsSelectionAlways_(showsSelectionAlways) {}
 
   bool hasGrid = false;
@@ -30,8 +30,10 @@ class CellPainter final : public QStyledItemDelegate {
  private:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
-    const bool hides = !showsSelectionAlways_ && !view_.hasFocus();
-    if (hides || (!selectsFullRow && index.column() != 0)) option->state &= ~QStyle::State_Selected;
+    const bool showsSelection = showsSelectionAlways_ || view_.hasFocus();
+    const bool isInSelection = selectsFullRow || index.column() == 0;
+    option->state.setFlag(QStyle::State_Selected,
+                          showsSelection && isInSelection && view_.IsSelected(index));
   }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kRowSpace);
@@ -45,57 +47,76 @@ class CellPainter final : public QStyledItemDelegate {
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
   }
 
-  const QTreeView& view_;
+  const QtListWidget& view_;
   const bool showsSelectionAlways_;
 };
 
 class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
  public:
-  QtListViewPeer(QTreeView* view, const PeerOrigin& origin, const ListViewContent& content,
+  QtListViewPeer(QtListWidget* view, const PeerOrigin& origin, const ListViewContent& content,
                  ListViewEvents& events)
       : QtControlPeer(view, origin),
         view_(view),
         content_(content),
         events_(events),
         model_(content),
+        selection_(&model_, content, events),
         cells_(new CellPainter(view, (origin.style & LVS_SHOWSELALWAYS) != 0)) {
     SetUpView(origin.style);
     SetUpHeader(origin.style);
     model_.onCheckClicked = [&events](int row) { events.OnCheckClicked(row); };
     view->setModel(&model_);
+    const std::unique_ptr<QItemSelectionModel> unused(view->selectionModel());
+    view->setSelectionModel(&selection_);
     Listen();
   }
   // The widget may outlive the peer.
   ~QtListViewPeer() override {
-    if (view_ != nullptr) view_->setModel(nullptr);
+    if (view_ == nullptr) return;
+    view_->Forget();
+    view_->setModel(nullptr);
   }
 
   void SetText(const std::wstring& /*text*/) override {}
-  void ColumnsChanged() override { RowsReplaced(); }
+  void ColumnInserted() override {
+    const QSignalBlocker silence(selection_);
+    const QScopedValueRollback sizing(sizing_, true);
+    model_.Replace();
+    for (int column = 0; column < model_.columnCount(); ++column)
+      ShowWidth(column);
+    ShowFocus();
+  }
+  void ColumnChanged(int column) override {
+    const QScopedValueRollback sizing(sizing_, true);
+    ShowWidth(column);
+    model_.ChangeColumn(column);
+    RowsChanged();
+  }
   void RowInserted(int row) override {
-    const QScopedValueRollback showing(showing_, true);
+    const QSignalBlocker silence(selection_);
+    selection_.Forget();
     model_.InsertRow(row);
-    ShowSelection();
   }
   void RowRemoved(int row) override {
-    const QScopedValueRollback showing(showing_, true);
+    const QSignalBlocker silence(selection_);
+    selection_.Forget();
     model_.RemoveRow(row);
-    ShowSelection();
+    ShowFocus();
   }
-  void RowChanged(int row) override {
-    model_.ChangeRow(row);
-    // While the user's selection is being reported, Qt shows it already.
-    if (reporting_) return;
-    const QScopedValueRollback showing(showing_, true);
-    ShowStateOf(row);
+  void RowCountChanged() override {
+    const QSignalBlocker silence(selection_);
+    selection_.Forget();
+    model_.TakeRowCount();
+    if (model_.rowCount() == 0) view_->scrollToTop();
+    ShowFocus();
+    RowsChanged();
   }
-  void RowsReplaced() override {
-    const QScopedValueRollback showing(showing_, true);
-    model_.Replace();
-    const auto& columns = content_.Columns();
-    for (std::size_t column = 0; column < columns.size(); ++column)
-      view_->header()->resizeSection(static_cast<int>(column), columns[column].width);
-    ShowSelection();
+  void RowsChanged() override { view_->viewport()->update(); }
+  void StatesChanged() override {
+    const QSignalBlocker silence(selection_);
+    selection_.Forget();
+    ShowFocus();
+    RowsChanged();
   }
 
   void EnsureVisible(int row) override { view_->scrollTo(model_.index(row, 0)); }
@@ -104,7 +125,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
     cells_->selectsFullRow = (style & LVS_EX_FULLROWSELECT) != 0;
     view_->setAllColumnsShowFocus(cells_->selectsFullRow);
     model_.ShowCheckBoxes((style & LVS_EX_CHECKBOXES) != 0);
-    view_->viewport()->update();
+    RowsChanged();
   }
   int RowWidthFor(const std::wstring& text, bool withCheckBox) const override {
     const int box = view_->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, view_) +
@@ -147,7 +168,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
                      [this](int column) { events_.OnHeaderClicked(column); });
     QObject::connect(header, &QHeaderView::sectionResized, Context(),
                      [this](int column, int /*before*/, int width) {
-                       if (!showing_) events_.OnHeaderResized(column, width);
+                       if (!sizing_) events_.OnHeaderResized(column, width);
                      });
     const auto click = [this](bool twice) {
       return [this, twice](const QModelIndex& index) {
@@ -156,47 +177,30 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
     };
     QObject::connect(view_, &QTreeView::clicked, Context(), click(false));
     QObject::connect(view_, &QTreeView::doubleClicked, Context(), click(true));
-    const QItemSelectionModel* selection = view_->selectionModel();
-    QObject::connect(selection, &QItemSelectionModel::selectionChanged, Context(),
-                     [this] { ReportSelection(); });
-    QObject::connect(selection, &QItemSelectionModel::currentRowChanged, Context(),
-                     [this] { ReportSelection(); });
+    QObject::connect(&selection_, &QItemSelectionModel::currentRowChanged, Context(),
+                     [this](const QModelIndex& current) { events_.OnFocusMoved(current.row()); });
   }
 
-  void ReportSelection() {
-    if (showing_) return;
-    const QScopedValueRollback reporting(reporting_, true);
-    std::vector<int> rows;
-    for (const QModelIndex& index : view_->selectionModel()->selectedRows())
-      rows.push_back(index.row());
-    std::ranges::sort(rows);
-    events_.OnSelected(rows, view_->currentIndex().row());
+  void ShowWidth(int column) {
+    const auto& columns = content_.Columns();
+    view_->header()->resizeSection(column, columns[static_cast<std::size_t>(column)].width);
   }
-  void ShowSelection() {
-    for (int row = 0; row < model_.rowCount(); ++row)
-      ShowStateOf(row);
-  }
-  void ShowStateOf(int row) {
-    if (model_.columnCount() == 0) return;
-    QItemSelectionModel& selection = *view_->selectionModel();
-    const QModelIndex index = model_.index(row, 0);
-    const UINT state = content_.State(row);
-    const auto change =
-        (state & LVIS_SELECTED) != 0 ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
-    selection.select(index, change | QItemSelectionModel::Rows);
-    if ((state & LVIS_FOCUSED) != 0) {
-      selection.setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-    }
+  // To be called with the selection's signals blocked: the view would scroll to the row, and lay
+  // out all rows for it.
+  void ShowFocus() {
+    const int row = content_.FocusedRow();
+    if (selection_.currentIndex().row() == row) return;
+    selection_.setCurrentIndex(model_.index(row, 0), QItemSelectionModel::NoUpdate);
   }
 
-  QPointer<QTreeView> view_;
+  QPointer<QtListWidget> view_;
   const ListViewContent& content_;
   ListViewEvents& events_;
   QtListModel model_;
+  QtRowSelection selection_;
   CellPainter* cells_;
-  // Set while the control's changes are shown, and while the user's are reported.
-  bool showing_ = false;
-  bool reporting_ = false;
+  // Set while widths that the control holds are shown.
+  bool sizing_ = false;
 };
 
 }  // namespace
@@ -204,8 +208,8 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
 std::unique_ptr<ListViewPeer> QtControlPeers::MakeListView(const PeerOrigin& origin,
                                                            const ListViewContent& content,
                                                            ListViewEvents& events) {
-  return std::make_unique<QtListViewPeer>(new QTreeView(WidgetOf(origin.parent)), origin, content,
-                                          events);
+  return std::make_unique<QtListViewPeer>(new QtListWidget(WidgetOf(origin.parent), content),
+                                          origin, content, events);
 }
 
 }  // namespace platform

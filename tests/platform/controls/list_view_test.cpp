@@ -15,6 +15,8 @@ constexpr UINT kFocusedToo = LVIS_SELECTED | LVIS_FOCUSED;
 
 class ListViewTest : public ControlTest {
  protected:
+  static constexpr int kRowsInView = 4;
+
   ListViewTest() {
     List(LVS_SINGLESEL);
     onNotify = [this](const NMHDR& header) {
@@ -73,16 +75,21 @@ class ListViewTest : public ControlTest {
     EXPECT_EQ(View()->model()->rowCount(), ListView_GetItemCount(list_));
     return users;
   }
+  bool LooksSelected(int row) const {
+    const QRect cell = View()->visualRect(View()->model()->index(row, 0));
+    const QPoint place = View()->viewport()->pos() + QPoint(cell.right() - 8, cell.center().y());
+    const QColor usual = View()->palette().color(QPalette::Base);
+    return Seen(list_, place.x(), place.y()) != RGB(usual.red(), usual.green(), usual.blue());
+  }
   // As the control knows it and as the user sees it.
   std::vector<int> Selected() const {
     std::vector<int> rows;
     LRESULT next = -1;
-    while ((next = Send(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(next), LVNI_SELECTED)) >= 0) {
-      const auto row = static_cast<int>(next);
-      rows.push_back(row);
-      EXPECT_TRUE(View()->selectionModel()->isRowSelected(row));
-    }
-    EXPECT_EQ(View()->selectionModel()->selectedRows().size(), rows.size());
+    while ((next = Send(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(next), LVNI_SELECTED)) >= 0)
+      rows.push_back(static_cast<int>(next));
+    for (int row = 0; row < std::min(ListView_GetItemCount(list_), kRowsInView); ++row)
+      EXPECT_EQ(LooksSelected(row), std::ranges::count(rows, row) == 1) << row;
+    EXPECT_EQ(Send(list_, LVM_GETSELECTEDCOUNT), std::ssize(rows));
     return rows;
   }
   // In the middle of the row, or so far from its left edge.
@@ -90,6 +97,11 @@ class ListViewTest : public ControlTest {
     const QRect place = View()->visualRect(View()->model()->index(row, 0));
     const int x = fromLeft != 0 ? place.left() + fromLeft : place.center().x();
     QTest::mouseClick(View()->viewport(), Qt::LeftButton, modifiers, QPoint(x, place.center().y()));
+  }
+  bool SelectAll() const {
+    LVITEMW item{};
+    item.state = item.stateMask = LVIS_SELECTED;
+    return Send(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), &item) != FALSE;
   }
   void ClickSecondHeading() {
     QHeaderView* header = View()->header();
@@ -185,12 +197,30 @@ TEST_F(ListViewTest, SeveralRowsAreSelectedUnlessOneIsTheMost) {
   EXPECT_THAT(Selected(), ElementsAre(2));
   EXPECT_THAT(changes_, ElementsAre(Change(0, 0, LVIS_SELECTED), Change(0, LVIS_SELECTED, 0),
                                     Change(2, 0, LVIS_SELECTED)));
+  EXPECT_FALSE(SelectAll());
+  EXPECT_THAT(Selected(), ElementsAre(2));
+  List(0);
+  EXPECT_TRUE(SelectAll());
+  EXPECT_THAT(Selected(), ElementsAre(0, 1, 2));
+  EXPECT_EQ(changes_.size(), 3u);
+}
+
+TEST_F(ListViewTest, ControlTogglesRowsAndShiftSelectsThoseFromTheLastOneClicked) {
   List(0);
   ClickRow(0);
   ClickRow(2, Qt::ControlModifier);
   EXPECT_THAT(Selected(), ElementsAre(0, 2));
-  ListView_SetItemState(list_, -1, LVIS_SELECTED, LVIS_SELECTED);
+  ClickRow(1, Qt::ShiftModifier);
+  EXPECT_THAT(Selected(), ElementsAre(1, 2));
+  ClickRow(2, Qt::ControlModifier);
+  EXPECT_THAT(Selected(), ElementsAre(1));
+  Notified();
+  changes_.clear();
+  Press(list_, Qt::Key_Home, Qt::ShiftModifier);
   EXPECT_THAT(Selected(), ElementsAre(0, 1, 2));
+  Notified();
+  EXPECT_THAT(changes_,
+              ElementsAre(Change(2, LVIS_FOCUSED, LVIS_SELECTED), Change(0, 0, kFocusedToo)));
 }
 
 TEST_F(ListViewTest, TheSelectionGoesWithItsRow) {
@@ -201,6 +231,14 @@ TEST_F(ListViewTest, TheSelectionGoesWithItsRow) {
   EXPECT_THAT(Selected(), ElementsAre(1));
   Send(list_, LVM_DELETEITEM, 1);
   EXPECT_THAT(Selected(), IsEmpty());
+  List(0);
+  SelectAll();
+  AddRow(L"zoe", L"1", 1, 1);
+  EXPECT_THAT(Selected(), ElementsAre(0, 2, 3));
+  Send(list_, LVM_DELETEITEM, 1);
+  EXPECT_THAT(Selected(), ElementsAre(0, 1, 2));
+  Send(list_, LVM_DELETEITEM, 1);
+  EXPECT_THAT(Selected(), ElementsAre(0, 1));
 }
 
 TEST_F(ListViewTest, SortingMovesWholeRows) {
