@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 
 constexpr DWORD kStyles = LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_ALIGNLEFT |
-                          LVS_NOCOLUMNHEADER | LVS_NOSORTHEADER;
+                          LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_NOSORTHEADER;
 constexpr DWORD kOwnStyles = 0xFFFF;  // the low word is the class's own
 constexpr UINT kLastMessage = LVM_FIRST + 255;
 constexpr int kDefaultColumnWidth = 10;  // pixels, as documented
@@ -20,12 +20,24 @@ bool IsSupported(DWORD style) {
   return (style & LVS_TYPEMASK) == LVS_REPORT && (style & kOwnStyles & ~kStyles) == 0;
 }
 
+template <std::size_t kCount>
+bool IsAmong(const std::array<UINT, kCount>& messages, UINT message) {
+  return std::ranges::find(messages, message) != messages.end();
+}
+
 bool ChangesRows(UINT message) {
   constexpr std::array kMessages = {
-      LVM_INSERTITEMW,    LVM_SETITEMW,  LVM_DELETEITEM,
-      LVM_DELETEALLITEMS, LVM_SORTITEMS, LVM_SETITEMSTATE,
+      LVM_INSERTITEMW, LVM_SETITEMW,     LVM_DELETEITEM,   LVM_DELETEALLITEMS,
+      LVM_SORTITEMS,   LVM_SETITEMSTATE, LVM_SETITEMCOUNT,
   };
-  return std::ranges::find(kMessages, message) != kMessages.end();
+  return IsAmong(kMessages, message);
+}
+
+// Whether the message is for lists that keep their rows.
+bool IsOfKeptRows(UINT message) {
+  constexpr std::array kMessages = {LVM_INSERTITEMW, LVM_SETITEMTEXTW, LVM_DELETEITEM,
+                                    LVM_SORTITEMS};
+  return IsAmong(kMessages, message);
 }
 
 }  // namespace
@@ -45,9 +57,13 @@ std::optional<LRESULT> ListView::Answer(UINT message, WPARAM wParam, LPARAM lPar
     NotifyUserChanges();
     if (!Self().IsLive()) return 0;
   }
+  if (IsOwnerData() && IsOfKeptRows(message)) {
+    return Refuse("list view: rows of the program", message, message == LVM_INSERTITEMW ? -1 : 0);
+  }
   if (message == LVM_SORTITEMS) {
     return Sort(static_cast<LPARAM>(wParam), reinterpret_cast<PFNLVCOMPARE>(lParam));
   }
+  if (message == LVM_SETITEMCOUNT) return SetItemCount(wParam, lParam);
   const int index = static_cast<int>(wParam);
   if (const auto answer = AnswerColumns(message, index, lParam)) return answer;
   if (const auto answer = AnswerRows(message, index, lParam)) return answer;
@@ -92,6 +108,10 @@ std::optional<LRESULT> ListView::AnswerRows(UINT message, int row, LPARAM lParam
       return RowCount();
     case LVM_ENSUREVISIBLE:
       return EnsureVisible(row);
+    case LVM_GETITEMRECT:
+      return GetItemRect(row, reinterpret_cast<RECT*>(lParam));
+    case LVM_REDRAWITEMS:
+      return RedrawItems();
     default:
       return std::nullopt;
   }
@@ -181,8 +201,10 @@ LRESULT ListView::SetColumnWidth(int column, int width) {
 
 int ListView::FittingWidth(int column, bool useHeader) const {
   const bool hasCheckBox = column == 0 && HasCheckBoxes();
+  // Of the program's rows only those in view are asked for.
+  const RowRange rows = IsOwnerData() ? Peer()->RowsInView() : RowRange{0, RowCount() - 1};
   int width = 0;
-  for (int row = 0; row < RowCount(); ++row)
+  for (int row = rows.first; row <= rows.last; ++row)
     width = std::max(width, Peer()->RowWidthFor(Text(row, column), hasCheckBox));
   if (!useHeader) return width;
   const auto& columns = items_.Columns();

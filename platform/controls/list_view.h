@@ -1,5 +1,6 @@
 // "SysListView32" in report view: columns, rows, selection, check boxes, and the notifications to
-// the parent. Owned by its window, on the window thread.
+// the parent. With LVS_OWNERDATA the program holds the rows: the list knows how many there are and
+// asks for a text when it is painted or measured. Owned by its window, on the window thread.
 #pragma once
 
 #include <windows.h>
@@ -23,9 +24,9 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  int RowCount() const override { return items_.RowCount(); }
+  int RowCount() const override { return IsOwnerData() ? ownerRows_ : items_.RowCount(); }
   const std::vector<ListViewColumn>& Columns() const override { return items_.Columns(); }
-  std::wstring Text(int row, int column) const override { return items_.Text(row, column); }
+  std::wstring Text(int row, int column) const override;
   UINT State(int row) const override;
   const RowRanges& SelectedRows() const override { return states_.selected; }
   int FocusedRow() const override { return states_.focused; }
@@ -38,6 +39,7 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   void OnRowClicked(int row, int column, bool twice) override;
 
   ListViewPeer* Peer() const { return static_cast<ListViewPeer*>(Self().Peer()); }
+  bool IsOwnerData() const { return (Self().Style() & LVS_OWNERDATA) != 0; }
   bool HasRow(int row) const { return row >= 0 && row < RowCount(); }
   bool HasCheckBoxes() const { return (extendedStyle_ & LVS_EX_CHECKBOXES) != 0; }
   bool IsSingleSelection() const { return (Self().Style() & LVS_SINGLESEL) != 0; }
@@ -55,6 +57,8 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   int FittingWidth(int column, bool useHeader) const;
 
   // list_view_rows.cpp
+  std::wstring AskForText(int row, int column) const;
+  LRESULT SetItemCount(WPARAM count, LPARAM flags);
   LRESULT InsertItem(const LVITEMW* given);
   LRESULT SetItem(const LVITEMW* given);
   LRESULT GetItem(LVITEMW* result) const;
@@ -64,6 +68,8 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   LRESULT DeleteAllItems();
   LRESULT Sort(LPARAM parameter, PFNLVCOMPARE compare);
   LRESULT EnsureVisible(int row);
+  LRESULT GetItemRect(int row, RECT* bounds) const;
+  LRESULT RedrawItems();
 
   // list_view_states.cpp
   LRESULT NextItem(int after, UINT flags) const;
@@ -84,11 +90,15 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   // Notifies what has changed since.
   void NotifyChangesSince(const RowStates& before);
   void NotifySelection(const RowRanges& rows, bool selected);
+  // With LVS_OWNERDATA a range is notified as one change, and all rows as that of row -1.
+  void NotifyOwner(const RowRanges& rows, bool selected);
   void NotifyState(int row, UINT before, UINT after);
   NMLISTVIEW NotificationOf(int row) const;
   NMLISTVIEW StateNotification(int row, UINT before, UINT after) const;
 
+  // With LVS_OWNERDATA only the columns.
   ListViewItems items_;
+  int ownerRows_ = 0;
   RowStates states_;
   DWORD extendedStyle_ = 0;
   // The states before what the user did that is not notified yet.

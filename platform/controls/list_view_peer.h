@@ -62,6 +62,11 @@ class ListViewPeer : public WindowPeer {
   virtual void StatesChanged() = 0;
 
   virtual void EnsureVisible(int row) = 0;
+  // Of the row in all columns, in client coordinates; outside of the client area when it is not in
+  // view. Nothing without columns.
+  virtual std::optional<RECT> BoundsOf(int row) const = 0;
+  // None when the last one is below the first.
+  virtual RowRange RowsInView() const = 0;
   // LVS_EX_ bits.
   virtual void SetExtendedStyle(DWORD style) = 0;
   // Widths in pixels: of a column in which the text is not cut, in a row and in the header; and of

@@ -50,6 +50,9 @@ LRESULT ListView::NextItem(int after, UINT flags) const {
 LRESULT ListView::SetItemState(int row, const LVITEMW* given) {
   if (given == nullptr) return FALSE;
   const UINT mask = given->stateMask & (kRowStates | LVIS_STATEIMAGEMASK);
+  if (IsOwnerData() && (mask & LVIS_STATEIMAGEMASK) != 0) {
+    return Refuse("list view: state images of the program's rows", LVM_SETITEMSTATE, FALSE);
+  }
   if (row == -1) return ChangeAllStates(given->state, mask);
   if (!HasRow(row)) return FALSE;
   ChangeState(row, given->state, mask);
@@ -104,8 +107,9 @@ void ListView::ChangeStateImages(UINT image) {
 LRESULT ListView::SetExtendedStyle(DWORD mask, DWORD style) {
   const DWORD before = extendedStyle_;
   if (mask == 0) mask = ~DWORD{0};
-  if ((style & mask & ~kExtendedStyles) != 0) LogLine("list view: an extended style is ignored");
-  extendedStyle_ = ((before & ~mask) | (style & mask)) & kExtendedStyles;
+  const DWORD known = IsOwnerData() ? kExtendedStyles & ~LVS_EX_CHECKBOXES : kExtendedStyles;
+  if ((style & mask & ~known) != 0) LogLine("list view: an extended style is ignored");
+  extendedStyle_ = ((before & ~mask) | (style & mask)) & known;
   if (Peer() != nullptr) Peer()->SetExtendedStyle(extendedStyle_);
   if (((before ^ extendedStyle_) & LVS_EX_CHECKBOXES) == 0) return before;
   ChangeStateImages(HasCheckBoxes() ? kUnchecked : 0);
@@ -143,6 +147,7 @@ void ListView::NotifyChangesSince(const RowStates& before) {
 }
 
 void ListView::NotifySelection(const RowRanges& rows, bool selected) {
+  if (IsOwnerData()) return NotifyOwner(rows, selected);
   const UINT before = selected ? 0 : LVIS_SELECTED;
   for (const RowRange& range : rows.All()) {
     for (int row = range.first; row <= range.last; ++row)
@@ -150,8 +155,24 @@ void ListView::NotifySelection(const RowRanges& rows, bool selected) {
   }
 }
 
+void ListView::NotifyOwner(const RowRanges& rows, bool selected) {
+  const UINT before = selected ? 0 : LVIS_SELECTED;
+  const UINT after = before ^ LVIS_SELECTED;
+  const int remaining = selected ? RowCount() - states_.selected.Count() : states_.selected.Count();
+  if (rows.Count() > 1 && remaining == 0) return NotifyState(-1, before, after);
+  for (const RowRange& range : rows.All()) {
+    if (!Self().IsLive()) return;
+    if (range.first == range.last) {
+      NotifyState(range.first, before, after);
+    } else {
+      NMLVODSTATECHANGE notification{{}, range.first, range.last, after, before};
+      Notify(LVN_ODSTATECHANGED, notification);
+    }
+  }
+}
+
 void ListView::NotifyState(int row, UINT before, UINT after) {
-  if (!Self().IsLive() || !HasRow(row)) return;
+  if (!Self().IsLive() || (row != -1 && !HasRow(row))) return;
   NMLISTVIEW notification = StateNotification(row, before, after);
   Notify(LVN_ITEMCHANGED, notification);
 }

@@ -4,7 +4,9 @@
 #include <QHeaderView>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <memory>
 
 #include "platform/qt/qt_control_peers.h"
@@ -62,6 +64,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
         model_(content),
         selection_(&model_, content, events),
         cells_(new CellPainter(view, (origin.style & LVS_SHOWSELALWAYS) != 0)) {
+    view->canSearch = (origin.style & LVS_OWNERDATA) == 0;
     SetUpView(origin.style);
     SetUpHeader(origin.style);
     model_.onCheckClicked = [&events](int row) { events.OnCheckClicked(row); };
@@ -120,6 +123,19 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
   }
 
   void EnsureVisible(int row) override { view_->scrollTo(model_.index(row, 0)); }
+  std::optional<RECT> BoundsOf(int row) const override {
+    const int last = model_.columnCount() - 1;
+    if (last < 0) return std::nullopt;
+    const QRect cells =
+        view_->visualRect(model_.index(row, 0)) | view_->visualRect(model_.index(row, last));
+    return WinRect(cells.translated(view_->viewport()->pos()));
+  }
+  RowRange RowsInView() const override {
+    const int rowHeight = std::max(1, view_->visualRect(model_.index(0, 0)).height());
+    const int first = view_->verticalScrollBar()->value();
+    const int last = first + view_->viewport()->height() / rowHeight;
+    return {first, std::min(last, model_.rowCount() - 1)};
+  }
   void SetExtendedStyle(DWORD style) override {
     cells_->hasGrid = (style & LVS_EX_GRIDLINES) != 0;
     cells_->selectsFullRow = (style & LVS_EX_FULLROWSELECT) != 0;
@@ -147,6 +163,7 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
     view_->setItemsExpandable(false);
     view_->setIndentation(0);
     view_->setUniformRowHeights(true);
+    view_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
     view_->setSelectionMode((style & LVS_SINGLESEL) != 0 ? QAbstractItemView::SingleSelection

@@ -18,7 +18,14 @@ class QtListWidget final : public QTreeView {
 
   bool IsSelected(const QModelIndex& index) const;
 
+  // Whether letters that the user types find the row that begins with them. The base class asks for
+  // the texts of all rows on the way.
+  bool canSearch = true;
+
  private:
+  void keyboardSearch(const QString& text) override {
+    if (canSearch) QTreeView::keyboardSearch(text);
+  }
   // A range of rows is one range; the base class would add row after row.
   void setSelection(const QRect& area, QItemSelectionModel::SelectionFlags command) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,

@@ -1,6 +1,8 @@
 // List views in report view: rows, columns, selection, check boxes and sorting.
 #include <QHeaderView>
 #include <QTreeView>
+#include <cwchar>
+#include <set>
 
 #include "platform/controls/control_test.h"
 
@@ -23,6 +25,9 @@ class ListViewTest : public ControlTest {
       const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
       if (header.code == LVN_ITEMCHANGED) changes_.push_back(change);
       if (header.code == LVN_COLUMNCLICK) clickedColumn_ = change.iSubItem;
+      if (header.code == LVN_GETDISPINFOW) Answer(header);
+      if (header.code == LVN_ODSTATECHANGED)
+        ranges_.push_back(reinterpret_cast<const NMLVODSTATECHANGE&>(header));
     };
   }
 
@@ -37,6 +42,23 @@ class ListViewTest : public ControlTest {
     AddRow(L"carl", L"200", 200);
     Notified();
     changes_.clear();
+  }
+  // With as many rows of this program.
+  void OwnerList(WPARAM rows) {
+    List(LVS_OWNERDATA);
+    EXPECT_TRUE(Send(list_, LVM_SETITEMCOUNT, rows, LPARAM{LVSICF_NOSCROLL}));
+  }
+  // The buffer is filled for the first column; for others the text is the program's.
+  void Answer(const NMHDR& header) {
+    auto& item = const_cast<NMLVDISPINFOW&>(reinterpret_cast<const NMLVDISPINFOW&>(header)).item;
+    EXPECT_EQ(item.mask, LVIF_TEXT);
+    asked_.insert(item.iItem);
+    ownText_ = L"own " + std::to_wstring(item.iItem);
+    if (item.iSubItem > 0) {
+      item.pszText = ownText_.data();
+    } else {
+      std::swprintf(item.pszText, static_cast<std::size_t>(item.cchTextMax), L"row %d", item.iItem);
+    }
   }
   void AddColumn(std::wstring title, int width) {
     LVCOLUMNW column{};
@@ -112,6 +134,10 @@ class ListViewTest : public ControlTest {
   HWND list_ = nullptr;
   std::vector<NMLISTVIEW> changes_;
   int clickedColumn_ = -1;
+  // Of lists with rows of the program.
+  std::vector<NMLVODSTATECHANGE> ranges_;
+  std::set<int> asked_;
+  std::wstring ownText_;
 };
 
 auto Change(int row, UINT before, UINT after) {
@@ -239,6 +265,85 @@ TEST_F(ListViewTest, TheSelectionGoesWithItsRow) {
   EXPECT_THAT(Selected(), ElementsAre(0, 1, 2));
   Send(list_, LVM_DELETEITEM, 1);
   EXPECT_THAT(Selected(), ElementsAre(0, 1));
+}
+
+TEST_F(ListViewTest, TextsOfTheProgramsRowsAreAskedForOnlyWhereTheyArePaintedMeasuredOrRead) {
+  constexpr int kRows = 100'000;
+  constexpr std::size_t kFew = 40;
+  OwnerList(kRows);
+  PumpAll();
+  ListView_SetColumnWidth(list_, 1, LVSCW_AUTOSIZE);
+  EXPECT_TRUE(asked_.contains(kRowsInView - 1));
+  EXPECT_LT(asked_.size(), kFew);
+  EXPECT_EQ(Cell(kRows - 1, 0), L"row 99999");
+  EXPECT_EQ(Cell(kRows - 1, 1), L"own 99999");
+  EXPECT_EQ(Cell(kRows, 1), L"");
+  asked_.clear();
+  EXPECT_TRUE(Send(list_, LVM_ENSUREVISIBLE, kRows / 2));
+  Send(list_, LVM_REDRAWITEMS, 0, LPARAM{kRows - 1});
+  PumpAll();
+  EXPECT_TRUE(asked_.contains(kRows / 2));
+  Press(list_, Qt::Key_R);
+  EXPECT_LT(asked_.size(), kFew) << "asked for by a search";
+}
+
+TEST_F(ListViewTest, TheProgramsRowsCannotBeInsertedChangedSortedOrChecked) {
+  OwnerList(3);
+  const LVITEMW item = Item(LVIF_TEXT, 0, ownText_.data());
+  LVITEMW check{};
+  check.state = check.stateMask = LVIS_STATEIMAGEMASK;
+  const std::tuple<UINT, WPARAM, LPARAM, LRESULT> cases[] = {
+      {LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item), -1},
+      {LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item), FALSE},
+      {LVM_SETITEMTEXTW, 0, reinterpret_cast<LPARAM>(&item), FALSE},
+      {LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&check), FALSE},
+      {LVM_DELETEITEM, 0, 0, FALSE},
+      {LVM_SORTITEMS, 0, 1, FALSE},
+      {LVM_SETITEMCOUNT, 5, 4, FALSE},
+  };
+  for (const auto& [message, wParam, lParam, failure] : cases)
+    EXPECT_EQ(Send(list_, message, wParam, lParam), failure) << message;
+  ListView_SetExtendedListViewStyleEx(list_, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
+  EXPECT_EQ(Send(list_, LVM_GETEXTENDEDLISTVIEWSTYLE), 0);
+  EXPECT_EQ(ListView_GetItemCount(list_), 3);
+  EXPECT_TRUE(ListView_DeleteAllItems(list_));
+  EXPECT_EQ(ListView_GetItemCount(list_), 0);
+}
+
+TEST_F(ListViewTest, SelectingManyOfTheProgramsRowsIsOneNotification) {
+  constexpr int kRows = 100'000;
+  OwnerList(kRows);
+  SelectAll();
+  EXPECT_THAT(changes_, ElementsAre(Change(-1, 0, LVIS_SELECTED)));
+  EXPECT_EQ(Send(list_, LVM_GETSELECTEDCOUNT), kRows);
+  ClickRow(0);
+  Notified();
+  changes_.clear();
+  ranges_.clear();
+  ClickRow(3, Qt::ShiftModifier);
+  Notified();
+  EXPECT_THAT(changes_, ElementsAre(Change(0, LVIS_FOCUSED, 0), Change(3, 0, kFocusedToo)));
+  ASSERT_EQ(ranges_.size(), 1u);
+  EXPECT_EQ(ranges_[0].iFrom, 1);
+  EXPECT_EQ(ranges_[0].iTo, 2);
+  EXPECT_EQ(ranges_[0].uNewState, LVIS_SELECTED);
+  Press(list_, Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(Send(list_, LVM_GETSELECTEDCOUNT), kRows);
+  Send(list_, LVM_SETITEMCOUNT, 2);
+  Send(list_, LVM_SETITEMCOUNT, 4);
+  EXPECT_THAT(Selected(), ElementsAre(0, 1)) << "rows past the end stay selected";
+  EXPECT_EQ(Send(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), -1);
+}
+
+TEST_F(ListViewTest, TheBoundsOfARowReachOverItsColumns) {
+  RECT bounds{};
+  ASSERT_TRUE(Send(list_, LVM_GETITEMRECT, 1, &bounds));
+  EXPECT_EQ(bounds.right - bounds.left, 200);
+  const QRect cell = View()->visualRect(View()->model()->index(1, 0));
+  EXPECT_EQ(bounds.top, View()->viewport()->y() + cell.top());
+  EXPECT_EQ(bounds.bottom - bounds.top, cell.height());
+  bounds.left = LVIR_BOUNDS;
+  EXPECT_FALSE(Send(list_, LVM_GETITEMRECT, 3, &bounds));
 }
 
 TEST_F(ListViewTest, SortingMovesWholeRows) {
