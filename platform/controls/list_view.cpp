@@ -52,6 +52,7 @@ std::optional<LRESULT> ListView::Answer(UINT message, WPARAM wParam, LPARAM lPar
     return FALSE;
   }
   if (message == WM_GETDLGCODE) return DLGC_WANTARROWS | DLGC_WANTCHARS;
+  if (message == WM_KEYDOWN) NotifyKey(wParam);
   if (message < LVM_FIRST || message > kLastMessage) return std::nullopt;
   if (ChangesRows(message)) {
     NotifyUserChanges();
@@ -134,6 +135,13 @@ LRESULT ListView::AnswerStates(UINT message, int row, LPARAM lParam) {
     default:
       return Refuse("list view", message, 0);
   }
+}
+
+// The widget has used the key already.
+void ListView::NotifyKey(WPARAM virtualKey) const {
+  alignas(NMHDR) NMLVKEYDOWN notification{};
+  notification.wVKey = static_cast<WORD>(virtualKey);
+  Notify(LVN_KEYDOWN, notification);
 }
 
 void ListView::OnHeaderClicked(int column) {

@@ -22,6 +22,7 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
 
   std::unique_ptr<WindowPeer> MakePeer(Window& window, WindowPeer* parent) override;
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool TakesKeyMessages() const override { return true; }
 
  private:
   int RowCount() const override { return IsOwnerData() ? ownerRows_ : items_.RowCount(); }
@@ -48,6 +49,7 @@ class ListView final : public BasicControl, private ListViewContent, private Lis
   LRESULT AnswerStates(UINT message, int row, LPARAM lParam);
 
   // list_view.cpp
+  void NotifyKey(WPARAM virtualKey) const;
   LRESULT InsertColumn(int column, const LVCOLUMNW* given);
   LRESULT SetColumn(int column, const LVCOLUMNW* given);
   LRESULT GetColumn(int column, LVCOLUMNW* result) const;

@@ -197,6 +197,14 @@ struct NMLVODSTATECHANGE {
   UINT uNewState;
   UINT uOldState;
 };
+// Without space between its members, as in the real header.
+#pragma pack(push, 1)
+struct NMLVKEYDOWN {
+  NMHDR hdr;
+  WORD wVKey;
+  UINT flags;
+};
+#pragma pack(pop)
 #define LVN_FIRST (0U - 100U)
 #define LVN_ITEMCHANGED (LVN_FIRST - 1)
 #define LVN_INSERTITEM (LVN_FIRST - 2)
@@ -204,6 +212,7 @@ struct NMLVODSTATECHANGE {
 #define LVN_DELETEALLITEMS (LVN_FIRST - 4)
 #define LVN_COLUMNCLICK (LVN_FIRST - 8)
 #define LVN_ODSTATECHANGED (LVN_FIRST - 15)
+#define LVN_KEYDOWN (LVN_FIRST - 55)
 #define LVN_GETDISPINFOW (LVN_FIRST - 77)
 
 // --- up-downs ---

@@ -82,6 +82,16 @@ Qt::CursorShape CursorOf(PointerShape shape) {
 
 }  // namespace
 
+bool ReportKey(const QKeyEvent& event, WindowEvents& events) {
+  const bool isDown = event.type() == QEvent::KeyPress;
+  const VirtualKey key = VirtualKeyOf(event);
+  if (key.code == 0) return false;
+  // Qt reports a release before each repetition of a key.
+  const bool isReported = isDown || !event.isAutoRepeat();
+  return !isReported || events.OnKey({key.code, key.scanCode, isDown, event.isAutoRepeat(),
+                                      event.text().toStdWString()});
+}
+
 QtInput::QtInput(QWidget* widget, WindowEvents& events) : widget_(widget), events_(events) {
   Reporters().insert(widget, &events);
   widget->setMouseTracking(true);
@@ -130,14 +140,7 @@ bool QtInput::OnKey(QKeyEvent& event) {
   // A key that no widget accepts is sent again to each parent of the focus widget.
   const QWidget* focus = widget_->window()->focusWidget();
   if (focus != nullptr && focus != widget_) return false;
-  const bool isDown = event.type() == QEvent::KeyPress;
-  const VirtualKey key = VirtualKeyOf(event);
-  if (key.code == 0) return false;
-  // Qt reports a release before each repetition of a key.
-  const bool isReported = isDown || !event.isAutoRepeat();
-  if (isReported && !events_.OnKey({key.code, key.scanCode, isDown, event.isAutoRepeat(),
-                                    event.text().toStdWString()}))
-    return false;
+  if (!ReportKey(event, events_)) return false;
   event.accept();
   return true;
 }

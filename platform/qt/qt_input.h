@@ -12,6 +12,10 @@
 
 namespace platform {
 
+// Reports a key that went down or up; nothing for one without a virtual key. True when the window
+// uses it.
+bool ReportKey(const QKeyEvent& event, WindowEvents& events);
+
 class QtInput final : public QObject {
  public:
   QtInput(QWidget* widget, WindowEvents& events);

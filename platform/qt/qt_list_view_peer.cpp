@@ -64,7 +64,6 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
         model_(content),
         selection_(&model_, content, events),
         cells_(new CellPainter(view, (origin.style & LVS_SHOWSELALWAYS) != 0)) {
-    view->canSearch = (origin.style & LVS_OWNERDATA) == 0;
     SetUpView(origin.style);
     SetUpHeader(origin.style);
     model_.onCheckClicked = [&events](int row) { events.OnCheckClicked(row); };
@@ -225,8 +224,8 @@ class QtListViewPeer final : public QtControlPeer<ListViewPeer> {
 std::unique_ptr<ListViewPeer> QtControlPeers::MakeListView(const PeerOrigin& origin,
                                                            const ListViewContent& content,
                                                            ListViewEvents& events) {
-  return std::make_unique<QtListViewPeer>(new QtListWidget(WidgetOf(origin.parent), content),
-                                          origin, content, events);
+  return std::make_unique<QtListViewPeer>(new QtListWidget(origin, content, events), origin,
+                                          content, events);
 }
 
 }  // namespace platform

@@ -1,11 +1,9 @@
 #include "platform/qt/qt_list_widget.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <QMouseEvent>
 #include <algorithm>
+
+#include "platform/qt/qt_input.h"
+#include "platform/qt/qt_peer.h"
 
 namespace platform {
 namespace {
@@ -17,8 +15,47 @@ Qt::KeyboardModifiers ModifiersOf(const QEvent* event) {
 
 }  // namespace
 
-bool QtListWidget::IsSelected(const QModelIndex& index) const {
-  return content_ != nullptr && (content_->State(index.row()) & LVIS_SELECTED) != 0;
+QtListWidget::QtListWidget(const PeerOrigin& origin, const ListViewContent& content,
+                           ListViewEvents& events)
+    : QTreeView(WidgetOf(origin.parent)),
+      window_(&origin.events),
+      content_(&content),
+      events_(&events),
+      canSearch_((origin.style & LVS_OWNERDATA) == 0) {}
+
+void QtListWidget::Forget() {
+  window_ = nullptr;
+  content_ = nullptr;
+  events_ = nullptr;
+}
+
+bool QtListWidget::HasState(const QModelIndex& index, UINT state) const {
+  return content_ != nullptr && (content_->State(index.row()) & state) != 0;
+}
+
+void QtListWidget::keyPressEvent(QKeyEvent* event) {
+  if (window_ == nullptr) return;
+  ReportKey(*event, *window_);
+  // The program alone decides what these do.
+  if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::SelectAll)) return;
+  const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+  if (isSpace && HasState(currentIndex(), LVIS_STATEIMAGEMASK)) {
+    events_->OnCheckClicked(currentIndex().row());
+  } else {
+    QTreeView::keyPressEvent(event);
+  }
+}
+
+void QtListWidget::keyReleaseEvent(QKeyEvent* event) {
+  if (window_ != nullptr) ReportKey(*event, *window_);
+  QTreeView::keyReleaseEvent(event);
+}
+
+void QtListWidget::mouseReleaseEvent(QMouseEvent* event) {
+  QTreeView::mouseReleaseEvent(event);
+  if (event->button() != Qt::RightButton || window_ == nullptr) return;
+  const QPoint place = event->globalPosition().toPoint();
+  window_->OnContextMenuRequested({place.x(), place.y()});
 }
 
 void QtListWidget::setSelection(const QRect& area, QItemSelectionModel::SelectionFlags command) {

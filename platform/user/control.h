@@ -25,6 +25,10 @@ class Control {
   // The result of a message; nothing when DefWindowProcW is to handle it.
   virtual std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
+  // Whether the window gets key messages for what its peer reports. Other controls handle keys
+  // inside the desktop's event.
+  virtual bool TakesKeyMessages() const { return false; }
+
   // The value that the class keeps with each window at that offset (GetWindowLongPtrW with an index
   // of zero or more); null when there is none.
   virtual LONG_PTR* Extra(int /*index*/) { return nullptr; }

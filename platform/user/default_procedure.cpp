@@ -1,4 +1,6 @@
 // DefWindowProcW: handles the messages that a window procedure leaves to the system.
+#include <windowsx.h>
+
 #include <algorithm>
 
 #include "platform/kernel/api_result.h"
@@ -10,6 +12,8 @@
 
 namespace platform {
 namespace {
+
+constexpr LPARAM kByKeyboard = -1;  // the place of WM_CONTEXTMENU then
 
 LRESULT SetText(Window& window, LPARAM lParam) {
   const auto* text = reinterpret_cast<const wchar_t*>(lParam);
@@ -35,6 +39,16 @@ void PaintNothing(HWND window) {
 LRESULT PassToParent(const Window& window, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto parent = ParentOf(window);
   return parent != nullptr ? ::SendMessageW(parent->Handle(), message, wParam, lParam) : 0;
+}
+
+void AskForContextMenu(HWND window, LPARAM place) {
+  ::SendMessageW(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), place);
+}
+
+void AskForContextMenuAtMouse(HWND window, LPARAM lParam) {
+  POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  ::ClientToScreen(window, &place);
+  AskForContextMenu(window, MAKELPARAM(place.x, place.y));
 }
 
 // The windows around it come first: they may set a cursor for the windows inside them.
@@ -84,6 +98,17 @@ LRESULT WINAPI DefWindowProcW(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_KEYDOWN:
       if (wParam == VK_F1) AskForHelp(*found);
       return 0;
+    case WM_KEYUP:
+      if (wParam == VK_APPS) AskForContextMenu(window, kByKeyboard);
+      return 0;
+    case WM_SYSKEYDOWN:
+      if (wParam == VK_F10 && ::GetKeyState(VK_SHIFT) < 0) AskForContextMenu(window, kByKeyboard);
+      return 0;
+    case WM_RBUTTONUP:
+      AskForContextMenuAtMouse(window, lParam);
+      return 0;
+    case WM_CONTEXTMENU:
+      return found->IsChild() ? PassToParent(*found, message, wParam, lParam) : 0;
     case WM_SETCURSOR:
       return SetClassCursor(*found, wParam, lParam) ? TRUE : FALSE;
     case WM_HELP:

@@ -222,6 +222,23 @@ BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition,
   return FailedCall(FALSE);
 }
 
+BOOL WINAPI AppendMenuW(HMENU menu, UINT flags, UINT_PTR command, LPCWSTR text) try {
+  if ((flags & ~MF_GRAYED) != 0) {
+    LogLine("AppendMenuW: unsupported flags");
+    return Fail(ERROR_INVALID_PARAMETER);
+  }
+  constexpr UINT kAfterTheOthers = static_cast<UINT>(-1);
+  MENUITEMINFOW information{};
+  information.cbSize = sizeof information;
+  information.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_STRING;
+  information.fState = (flags & MF_GRAYED) != 0 ? MFS_GRAYED : MFS_ENABLED;
+  information.wID = static_cast<UINT>(command);
+  information.dwTypeData = const_cast<LPWSTR>(text);
+  return ::InsertMenuItemW(menu, kAfterTheOthers, TRUE, &information);
+} catch (...) {
+  return FailedCall(FALSE);
+}
+
 BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition,
                              LPMENUITEMINFOW information) try {
   const std::lock_guard lock(MenuLock());

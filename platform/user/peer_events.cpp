@@ -57,13 +57,19 @@ void PeerEvents::OnHelpRequested() {
   RequestHelp(window_);
 }
 
+void PeerEvents::OnContextMenuRequested(POINT place) {
+  DeferMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window_.Handle()),
+               MAKELPARAM(place.x, place.y));
+}
+
 void PeerEvents::OnMouse(const MouseInput& input) {
   QueueMouse(window_, input);
 }
 
 bool PeerEvents::OnKey(const KeyInput& input) {
-  // Dialogs, like controls, handle keys inside the event.
-  if (window_.SystemControl() != nullptr) return false;
+  // Dialogs, like most controls, handle keys inside the event.
+  const Control* control = window_.SystemControl();
+  if (control != nullptr && !control->TakesKeyMessages()) return false;
   QueueKey(window_, input);
   return true;
 }

@@ -19,6 +19,7 @@ class PeerEvents final : public WindowEvents {
   void OnActivationChanged(bool active) override;
   void OnFocusChanged(bool focused) override;
   void OnHelpRequested() override;
+  void OnContextMenuRequested(POINT place) override;
   void OnMouse(const MouseInput& input) override;
   bool OnKey(const KeyInput& input) override;
   void OnScroll(int bar, UINT request, int position) override;

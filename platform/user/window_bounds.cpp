@@ -213,6 +213,17 @@ BOOL WINAPI GetClientRect(HWND window, LPRECT area) try {
   return FailedCall(FALSE);
 }
 
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point) try {
+  POINT origin{};
+  if (point == nullptr || !OriginOf(window, origin)) {
+    return FALSE;
+  }
+  *point = {point->x + origin.x, point->y + origin.y};
+  return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
+}
+
 BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) try {
   POINT origin{};
   if (point == nullptr || !OriginOf(window, origin)) {

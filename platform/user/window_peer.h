@@ -61,8 +61,11 @@ class WindowEvents {
   virtual void OnFocusChanged(bool focused) = 0;
   // F1 with the focus on this window.
   virtual void OnHelpRequested() = 0;
-  // Reported by windows that paint themselves only; the controls of system classes handle mouse and
-  // keys in their widgets.
+  // A right click, at that place of the screen. Reported by controls of system classes; other
+  // windows get it from DefWindowProcW.
+  virtual void OnContextMenuRequested(POINT place) = 0;
+  // Reported by windows that paint themselves only; the controls of system classes handle the
+  // mouse, and mostly keys, in their widgets.
   virtual void OnMouse(const MouseInput& input) = 0;
   // False when the window does not use the key; the desktop may handle it then.
   virtual bool OnKey(const KeyInput& input) = 0;

@@ -1,5 +1,9 @@
 #include "frame/list_view.h"
 
+#include <windowsx.h>
+
+#include <algorithm>
+
 namespace quillgate {
 namespace {
 
@@ -10,11 +14,12 @@ LPWSTR Borrowed(const std::wstring& text) {
 
 }  // namespace
 
-void ListView::AddColumn(const std::wstring& heading, int width) const {
+void ListView::AddColumn(const std::wstring& heading, int width, int alignment) const {
   LVCOLUMNW column{};
-  column.mask = LVCF_TEXT | LVCF_WIDTH;
+  column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
   column.pszText = Borrowed(heading);
   column.cx = width;
+  column.fmt = alignment;
   constexpr int kAfterTheOthers = 1000;
   ListView_InsertColumn(Window(), kAfterTheOthers, &column);
 }
@@ -44,6 +49,49 @@ std::wstring ListView::Cell(int row, int column) const {
   wchar_t text[kMaximumLength + 1] = L"";
   ListView_GetItemText(Window(), row, column, text, kMaximumLength + 1);
   return text;
+}
+
+void ListView::SetRowCount(int count) const {
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
+}
+
+void ListView::Redraw() const {
+  Send(LVM_REDRAWITEMS, 0, Count() - 1);
+}
+
+void ListView::AnswerTextRequest(const NMHDR& header, const TextOfCell& textOf) {
+  // The answer goes into the notification itself.
+  LVITEMW item = reinterpret_cast<const NMLVDISPINFOW&>(header).item;
+  if ((item.mask & LVIF_TEXT) == 0 || item.pszText == nullptr || item.cchTextMax <= 0) return;
+  const std::wstring text = textOf(item.iItem, item.iSubItem);
+  const std::size_t copied = text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1);
+  item.pszText[copied] = L'\0';
+}
+
+void ListView::Select(int row, bool selected) const {
+  ListView_SetItemState(Window(), row, selected ? LVIS_SELECTED : 0u, LVIS_SELECTED);
+}
+
+int ListView::Next(int after, UINT flags) const {
+  return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(after), MAKELPARAM(flags, 0)));
+}
+
+RECT ListView::RowBounds(int row) const {
+  RECT bounds{};
+  bounds.left = LVIR_BOUNDS;
+  const bool exists =
+      Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds)) != FALSE;
+  return exists ? bounds : RECT{};
+}
+
+POINT ListView::MenuPosition(LPARAM position) const {
+  POINT place{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+  if (place.x != -1 || place.y != -1) return place;
+  RECT area{};
+  ::GetClientRect(Window(), &area);
+  place = {area.left, std::clamp(RowBounds(FocusedRow()).bottom, area.top, area.bottom)};
+  ::ClientToScreen(Window(), &place);
+  return place;
 }
 
 bool ListView::IsCheckChange(const NMHDR& header) {

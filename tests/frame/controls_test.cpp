@@ -17,12 +17,15 @@ namespace {
 
 struct Parent final : CallbackWindow {
   LRESULT WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
-    if (message == WM_NOTIFY && ListView::IsCheckChange(*reinterpret_cast<NMHDR*>(lParam)))
-      ++checkChanges;
+    if (message != WM_NOTIFY) return ::DefWindowProcW(window, message, wParam, lParam);
+    const auto& header = *reinterpret_cast<NMHDR*>(lParam);
+    if (ListView::IsCheckChange(header)) ++checkChanges;
+    if (header.code == LVN_GETDISPINFOW) ListView::AnswerTextRequest(header, textOf);
     return ::DefWindowProcW(window, message, wParam, lParam);
   }
 
   int checkChanges = 0;
+  ListView::TextOfCell textOf;
 };
 
 class ControlsTest : public testing::Test {
@@ -97,6 +100,30 @@ TEST_F(ControlsTest, ADateIsKeptWithinItsBounds) {
   EXPECT_EQ(picker.Date()->wDay, 7);
   picker.SetDate(day(31));
   EXPECT_EQ(picker.Date()->wDay, 31);
+}
+
+TEST_F(ControlsTest, AListAsksTheProgramForItsRows) {
+  const ListView list(Make(L"SysListView32", 1, LVS_REPORT | LVS_OWNERDATA), 1);
+  list.AddColumn(L"Name", 50);
+  list.AddColumn(L"Bytes", 50, LVCFMT_RIGHT);
+  list.SetRowCount(100);
+  parent_.textOf = [](int row, int column) {
+    return std::to_wstring(row) + std::wstring(static_cast<std::size_t>(column) * 300, L'0');
+  };
+  EXPECT_EQ(list.Cell(7, 0), L"7");
+  EXPECT_EQ(list.Cell(7, 1).size(), 255u) << "more than there is space for";
+  list.Select(5, true);
+  list.Select(8, true);
+  EXPECT_EQ(list.NextSelected(-1), 5);
+  EXPECT_EQ(list.NextSelected(5), 8);
+  EXPECT_EQ(list.NextSelected(8), -1);
+  list.SelectAll(true);
+  list.Select(0, false);
+  EXPECT_EQ(list.NextSelected(-1), 1);
+  EXPECT_EQ(list.FocusedRow(), -1);
+  const POINT byMouse = list.MenuPosition(MAKELPARAM(-1, 40));
+  EXPECT_EQ(byMouse.x, -1);
+  EXPECT_EQ(byMouse.y, 40);
 }
 
 TEST_F(ControlsTest, ChecksAndCellsStayWithTheirRowWhenSorted) {

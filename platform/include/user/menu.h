@@ -16,6 +16,9 @@ extern "C" {
 #define MIIM_STRING 0x00000040u
 #define MIIM_FTYPE 0x00000100u
 
+#define MF_STRING 0x00000000u
+#define MF_ENABLED 0x00000000u
+#define MF_GRAYED 0x00000001u
 #define MFT_STRING 0x00000000u
 #define MFT_OWNERDRAW 0x00000100u
 #define MFT_SEPARATOR 0x00000800u
@@ -86,6 +89,7 @@ HMENU WINAPI CreatePopupMenu();
 BOOL WINAPI DestroyMenu(HMENU menu);
 int WINAPI GetMenuItemCount(HMENU menu);
 BOOL WINAPI InsertMenuItemW(HMENU menu, UINT item, BOOL byPosition, LPCMENUITEMINFOW information);
+BOOL WINAPI AppendMenuW(HMENU menu, UINT flags, UINT_PTR command, LPCWSTR text);
 BOOL WINAPI GetMenuItemInfoW(HMENU menu, UINT item, BOOL byPosition, LPMENUITEMINFOW information);
 BOOL WINAPI SetMenuDefaultItem(HMENU menu, UINT item, UINT byPosition);
 // With TPM_RETURNCMD the chosen command, which the documented type BOOL allows.

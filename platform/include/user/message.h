@@ -27,6 +27,7 @@ extern "C" {
 #define WM_SETFONT 0x0030u
 #define WM_GETFONT 0x0031u
 #define WM_HELP 0x0053u
+#define WM_CONTEXTMENU 0x007Bu
 #define WM_STYLECHANGED 0x007Du
 #define WM_NOTIFY 0x004Eu
 #define WM_NCCREATE 0x0081u

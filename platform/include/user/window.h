@@ -124,6 +124,7 @@ BOOL WINAPI MoveWindow(HWND window, int x, int y, int width, int height, BOOL re
 BOOL WINAPI GetWindowRect(HWND window, LPRECT place);
 BOOL WINAPI GetClientRect(HWND window, LPRECT area);
 BOOL WINAPI ScreenToClient(HWND window, LPPOINT point);
+BOOL WINAPI ClientToScreen(HWND window, LPPOINT point);
 
 BOOL WINAPI GetCursorPos(LPPOINT place);
 #define SM_CXSCREEN 0

@@ -1,4 +1,5 @@
 // List views in report view: rows, columns, selection, check boxes and sorting.
+#include <QClipboard>
 #include <QHeaderView>
 #include <QTreeView>
 #include <cwchar>
@@ -12,6 +13,7 @@ using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::Field;
 using ::testing::IsEmpty;
+using ::testing::Pair;
 
 constexpr UINT kFocusedToo = LVIS_SELECTED | LVIS_FOCUSED;
 
@@ -113,6 +115,12 @@ class ListViewTest : public ControlTest {
       EXPECT_EQ(LooksSelected(row), std::ranges::count(rows, row) == 1) << row;
     EXPECT_EQ(Send(list_, LVM_GETSELECTEDCOUNT), std::ssize(rows));
     return rows;
+  }
+  QPoint MiddleOf(int row) const {
+    return View()->visualRect(View()->model()->index(row, 0)).center();
+  }
+  void RightClickRow(int row) {
+    QTest::mouseClick(View()->viewport(), Qt::RightButton, {}, MiddleOf(row));
   }
   // In the middle of the row, or so far from its left edge.
   void ClickRow(int row, Qt::KeyboardModifiers modifiers = {}, int fromLeft = 0) {
@@ -388,6 +396,58 @@ TEST_F(ListViewTest, CheckBoxesComeToAllRowsAndAreClickedAndNotified) {
   Notified();
   EXPECT_EQ(ListView_GetCheckState(list_, 1), 0u);
   EXPECT_THAT(changes_, ::testing::Contains(Change(1, 0x2000, 0x1000)));
+  ClickRow(2);
+  Notified();
+  changes_.clear();
+  Press(list_, Qt::Key_Space);
+  EXPECT_THAT(changes_, IsEmpty()) << "told inside the desktop's event";
+  Notified();
+  EXPECT_THAT(changes_, ElementsAre(Change(2, 0x1000, 0x2000)));
+}
+
+TEST_F(ListViewTest, ControlWithAOrCReachesTheProgramAndDoesNothingElse) {
+  List(0);
+  ClickRow(0);
+  QGuiApplication::clipboard()->setText("before");
+  std::vector<std::pair<int, bool>> keys;
+  onNotify = [&](const NMHDR& header) {
+    if (header.code != LVN_KEYDOWN) return;
+    const int key = reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey;
+    if (key != VK_CONTROL) keys.emplace_back(key, ::GetKeyState(VK_CONTROL) < 0);
+  };
+  Press(list_, Qt::Key_A, Qt::ControlModifier);
+  Press(list_, Qt::Key_C, Qt::ControlModifier);
+  Press(list_, Qt::Key_F5);
+  EXPECT_THAT(keys, IsEmpty()) << "told inside the desktop's event";
+  Notified();
+  EXPECT_THAT(keys, ElementsAre(Pair('A', true), Pair('C', true), Pair(VK_F5, false)));
+  EXPECT_THAT(Selected(), ElementsAre(0));
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
+}
+
+TEST_F(ListViewTest, ARightClickSelectsItsRowAndAsksTheParentForAMenuAsTheMenuKeyDoes) {
+  List(0);
+  std::vector<LPARAM> places;
+  Hear(WM_CONTEXTMENU, [&](HWND window, WPARAM wParam, LPARAM lParam) {
+    EXPECT_EQ(window, Parent());
+    EXPECT_EQ(reinterpret_cast<HWND>(wParam), list_);
+    places.push_back(lParam);
+  });
+  RightClickRow(1);
+  EXPECT_THAT(places, IsEmpty()) << "told inside the desktop's event";
+  Notified();
+  const QPoint clicked = View()->viewport()->mapToGlobal(MiddleOf(1));
+  EXPECT_THAT(places, ElementsAre(MAKELPARAM(clicked.x(), clicked.y())));
+  EXPECT_THAT(Selected(), ElementsAre(1));
+  ClickRow(2, Qt::ShiftModifier);
+  RightClickRow(1);
+  EXPECT_THAT(Selected(), ElementsAre(1, 2)) << "the menu is for all of them";
+  Press(list_, Qt::Key_Menu);
+  Press(list_, Qt::Key_F10, Qt::ShiftModifier);
+  Notified();
+  ASSERT_EQ(places.size(), 4u);
+  EXPECT_EQ(places[2], -1);
+  EXPECT_EQ(places[3], -1);
 }
 
 }  // namespace

@@ -79,6 +79,16 @@ TEST_F(MenuTest, CommandsAreFoundInSubmenusTooAndOneItemIsTheDefaultOrNone) {
   EXPECT_EQ(StateOf(2), MFS_ENABLED);
 }
 
+TEST_F(MenuTest, AnAppendedItemComesLastAndMayBeDisabled) {
+  EXPECT_TRUE(::AppendMenuW(menu_.Get(), MF_STRING | MF_GRAYED, 5, L"Copy"));
+  EXPECT_TRUE(::AppendMenuW(menu_.Get(), MF_STRING | MF_ENABLED, 6, L"Select all"));
+  EXPECT_EQ(StateOf(5), MFS_GRAYED);
+  EXPECT_EQ(StateOf(6), MFS_ENABLED);
+  MENUITEMINFOW last = AskFor(MIIM_ID);
+  EXPECT_TRUE(::GetMenuItemInfoW(menu_.Get(), 1, TRUE, &last));
+  EXPECT_EQ(last.wID, 6u);
+}
+
 TEST_F(MenuTest, StaleMenusAndItemsThatCannotBeFail) {
   constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
   constexpr DWORD kNoMenu = ERROR_INVALID_MENU_HANDLE;
@@ -105,6 +115,8 @@ TEST_F(MenuTest, StaleMenusAndItemsThatCannotBeFail) {
       {"GetMenuItemCount", [&] { return ::GetMenuItemCount(stale) != -1; }, kNoMenu},
       {"DestroyMenu", [&] { return ::DestroyMenu(stale); }, kNoMenu},
       {"SetMenuDefaultItem", [&] { return ::SetMenuDefaultItem(stale, 0, TRUE); }, kNoMenu},
+      {"AppendMenuW", [&] { return ::AppendMenuW(stale, MF_STRING, 1, L""); }, kNoMenu},
+      {"a check mark", [&] { return ::AppendMenuW(menu_.Get(), 8, 1, L""); }, kInvalid},
       {"both ways", [&] { return insert(AskFor(MIIM_TYPE | MIIM_STRING)); }, kInvalid},
       {"another size", [&] { return insert(small); }, kInvalid},
       {"in itself", [&] { return insert(endless); }, kInvalid},

@@ -51,6 +51,24 @@ TEST_F(DefaultProcedure, ARequestForHelpGoesUpToTheFirstThatAnswers) {
   EXPECT_THAT(asked, ElementsAre(child, owned, window_));
 }
 
+TEST_F(DefaultProcedure, AMenuIsAskedForByMouseAndKeysOfTheWindowAndThoseAroundIt) {
+  const HWND owned = Recording::Create(L"owned", window_, 0, {100, 200, 300, 400});
+  const HWND child = Recording::Create(L"child", owned, WS_CHILD, {10, 20, 50, 60});
+  std::vector<HWND> asked;
+  LPARAM place = 0;
+  recording_.On(WM_CONTEXTMENU, [&](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    EXPECT_EQ(reinterpret_cast<HWND>(wParam), child);
+    asked.push_back(window);
+    place = lParam;
+    return ::DefWindowProcW(window, message, wParam, lParam);
+  });
+  ::DefWindowProcW(child, WM_RBUTTONUP, 0, MAKELPARAM(3, 4));
+  EXPECT_EQ(place, MAKELPARAM(113, 224));
+  ::DefWindowProcW(child, WM_KEYUP, VK_APPS, 0);
+  EXPECT_EQ(place, -1);
+  EXPECT_THAT(asked, ElementsAre(child, owned, child, owned)) << "an owner is not asked";
+}
+
 TEST_F(DefaultProcedure, ABroadcastReachesEveryTopLevelWindowAndNoOther) {
   const HWND owned = Recording::Create(L"owned", window_);
   Recording::Create(L"child", window_, WS_CHILD);
