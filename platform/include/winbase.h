@@ -20,6 +20,11 @@ HANDLE WINAPI GetProcessHeap();
 LPVOID WINAPI HeapAlloc(HANDLE heap, DWORD flags, SIZE_T bytes);
 BOOL WINAPI HeapFree(HANDLE heap, DWORD flags, LPVOID memory);
 HLOCAL WINAPI LocalFree(HLOCAL memory);
+#define GMEM_MOVEABLE 0x0002u
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes);
+LPVOID WINAPI GlobalLock(HGLOBAL memory);
+BOOL WINAPI GlobalUnlock(HGLOBAL memory);
+HGLOBAL WINAPI GlobalFree(HGLOBAL memory);
 // Written also when nobody reads it any more.
 inline PVOID RtlSecureZeroMemory(PVOID memory, SIZE_T bytes) {
   auto* each = static_cast<volatile char*>(memory);

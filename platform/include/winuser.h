@@ -2,6 +2,7 @@
 #pragma once
 
 #include <user/caret.h>
+#include <user/clipboard.h>
 #include <user/control.h>
 #include <user/cursor.h>
 #include <user/dialog.h>

@@ -16,6 +16,7 @@ enum class HandleKind : std::uint8_t {
   kMutex,
   kDevice,
   kModule,
+  kGlobalMemory,
   kRegistryKey,
   kServiceManager,
   kService,

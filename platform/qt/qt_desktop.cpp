@@ -1,4 +1,5 @@
 #include <QAbstractEventDispatcher>
+#include <QClipboard>
 #include <cerrno>
 #include <clocale>
 #include <exception>
@@ -88,6 +89,17 @@ class QtDesktop final : public DesktopModule,
   TrayBackend& Tray() override { return tray_; }
   KeySet KeysDown() override { return application_.KeysDown(); }
   void Beep() override { QApplication::beep(); }
+  void SetClipboardText(const std::wstring& text) override {
+    // With the line ends of this desktop.
+    const QString offered = QString::fromStdWString(text).replace("\r\n", "\n");
+    SurvivesUse([&] {
+      if (offered.isEmpty()) {
+        QGuiApplication::clipboard()->clear();
+      } else {
+        QGuiApplication::clipboard()->setText(offered);
+      }
+    });
+  }
   std::unique_ptr<ShownMessageBox> ShowMessageBox(const MessageBoxView& view) override {
     return std::make_unique<QtMessageBox>(view, loop_);
   }

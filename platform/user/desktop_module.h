@@ -4,6 +4,8 @@
 // ControlSide, DialogSide, TraySide.
 #pragma once
 
+#include <string>
+
 #include "platform/gdi/graphics_backend.h"
 #include "platform/user/event_loop.h"
 #include "platform/user/key_set.h"
@@ -23,6 +25,9 @@ class DesktopModule {
   // Keys and buttons that are down, as far as the desktop has reported to this process.
   virtual KeySet KeysDown() = 0;
   virtual void Beep() = 0;
+  // Offers the text to other programs for pasting, in place of what was offered before. Empty:
+  // nothing is offered.
+  virtual void SetClipboardText(const std::wstring& text) = 0;
 };
 
 // The only export of the module, under the name kCreateDesktopModule. The caller owns the object.

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "frame/callback_window.h"
+#include "frame/clipboard.h"
 #include "frame/combo_box.h"
 #include "frame/date_picker.h"
 #include "frame/list_view.h"
@@ -88,6 +89,10 @@ TEST_F(ControlsTest, WhatIsSetIsWhatIsRead) {
   arrows.SetRange(-100, 100);
   arrows.SetPosition(-3);
   EXPECT_EQ(arrows.Position(), -3);
+}
+
+TEST_F(ControlsTest, WithoutADesktopNothingIsCopied) {
+  EXPECT_FALSE(CopyToClipboard(parent_.Window(), L"text"));
 }
 
 TEST_F(ControlsTest, ADateIsKeptWithinItsBounds) {

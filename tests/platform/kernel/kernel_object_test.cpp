@@ -136,6 +136,18 @@ TEST(CriticalSection, IsRecursiveAndKeepsOthersOut) {
   ::DeleteCriticalSection(&section);
 }
 
+TEST(GlobalMemory, StaysLockedAsOftenAsItWasAndEndsOnce) {
+  const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, 8);
+  EXPECT_EQ(::GlobalLock(memory), ::GlobalLock(memory));
+  EXPECT_TRUE(::GlobalUnlock(memory));
+  EXPECT_EQ(ErrorOf(::GlobalUnlock(memory)), NO_ERROR);
+  EXPECT_EQ(ErrorOf(::GlobalUnlock(memory)), ERROR_NOT_LOCKED);
+  EXPECT_EQ(::GlobalFree(memory), nullptr);
+  EXPECT_EQ(ErrorOf(::GlobalFree(memory) == nullptr), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(ErrorOf(::GlobalLock(memory) != nullptr), ERROR_INVALID_HANDLE);
+  EXPECT_EQ(ErrorOf(::GlobalAlloc(0, 8) != nullptr), ERROR_INVALID_PARAMETER) << "unmovable";
+}
+
 TEST(HeapAlloc, AForeignHeapGivesNoMemoryAndFreesNone) {
   EXPECT_EQ(::HeapAlloc(nullptr, 0, 8), nullptr);
   void* memory = ::HeapAlloc(::GetProcessHeap(), HEAP_ZERO_MEMORY, 8);

@@ -22,6 +22,7 @@ TEST(NoDesktop, WhatTakesTheUserFails) {
       {"MessageBoxW", box, kNoStation},
       {"MessageBeep", [] { return ::MessageBeep(MB_OK); }, kNoStation},
       {"GetCursorPos", [&] { return ::GetCursorPos(&place); }, kNoStation},
+      {"OpenClipboard", [] { return ::OpenClipboard(nullptr); }, kNoStation},
   });
   EXPECT_THAT(::testing::internal::GetCapturedStderr(),
               ::testing::HasSubstr("Program: Disk is full"));
