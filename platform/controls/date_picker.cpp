@@ -88,8 +88,20 @@ void DatePicker::OnPicked(const PickedDate& date) {
   NotifyLater(DTN_DATETIMECHANGE, notification);
 }
 
-void DatePicker::OnCalendarShown(bool shown) {
-  NotifyLater(shown ? DTN_DROPDOWN : DTN_CLOSEUP, NMHDR{});
+void DatePicker::OnCalendarRequested() {
+  Later<DatePicker>([](DatePicker& self) { self.DropDown(); });
+}
+
+void DatePicker::OnCalendarClosed() {
+  NotifyLater(DTN_CLOSEUP, NMHDR{});
+}
+
+// As documented, the calendar is shown after the notification, in which the parent may set its
+// style.
+void DatePicker::DropDown() {
+  NMHDR notification{};
+  Notify(DTN_DROPDOWN, notification);
+  if (Self().IsLive() && Peer() != nullptr) Peer()->ShowCalendar();
 }
 
 LRESULT DatePicker::SetTime(WPARAM kind, const SYSTEMTIME* time) {

@@ -21,7 +21,8 @@ class DatePicker final : public BasicControl, private DatePickerEvents {
 
  private:
   void OnPicked(const PickedDate& date) override;
-  void OnCalendarShown(bool shown) override;
+  void OnCalendarRequested() override;
+  void OnCalendarClosed() override;
 
   DatePickerPeer* Peer() const { return static_cast<DatePickerPeer*>(Self().Peer()); }
   LRESULT SetTime(WPARAM kind, const SYSTEMTIME* time);
@@ -29,6 +30,7 @@ class DatePicker final : public BasicControl, private DatePickerEvents {
   LRESULT SetRange(WPARAM ends, const SYSTEMTIME* range);
   LRESULT GetRange(SYSTEMTIME* range) const;
   LRESULT SetCalendarStyle(DWORD style);
+  void DropDown();
   void TakeDate(const PickedDate& date);
 
   SYSTEMTIME time_{};

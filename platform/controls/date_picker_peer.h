@@ -20,9 +20,12 @@ class DatePickerEvents {
  public:
   virtual ~DatePickerEvents() = default;
 
-  // The user picked a date. Not called for SetDate and SetRange.
+  // The user picked a date: in the calendar, by stepping, or by typing a part of it that is now
+  // complete or left. Not called for SetDate and SetRange.
   virtual void OnPicked(const PickedDate& date) = 0;
-  virtual void OnCalendarShown(bool shown) = 0;
+  // The user asked for the calendar, which only ShowCalendar shows.
+  virtual void OnCalendarRequested() = 0;
+  virtual void OnCalendarClosed() = 0;
 };
 
 class DatePickerPeer : public WindowPeer {
@@ -32,6 +35,7 @@ class DatePickerPeer : public WindowPeer {
   virtual void SetRange(const PickedDate& first, const PickedDate& last) = 0;
   // MCS_ bits.
   virtual void SetCalendarStyle(DWORD style) = 0;
+  virtual void ShowCalendar() = 0;
 };
 
 }  // namespace platform

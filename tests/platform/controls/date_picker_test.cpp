@@ -81,19 +81,54 @@ TEST_F(DatePickerTest, TheRangeBoundsWhatIsSetAndPicked) {
   EXPECT_EQ(Send(picker_, DTM_GETRANGE, 0, got), LRESULT{GDTR_MIN});
 }
 
-TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersWhenItDrops) {
+TEST_F(DatePickerTest, APartThatIsTypedCountsOnceItIsCompleteOrLeft) {
+  const SYSTEMTIME range[] = {SYSTEMTIME{}, Date(2024, 5, 15)};
+  Send(picker_, DTM_SETRANGE, GDTR_MAX, range);
+  const struct {
+    QDateTimeEdit::Section typedIn;
+    const char* typed;
+    bool isComplete;
+    QDate date;
+  } cases[] = {
+      {QDateTimeEdit::YearSection, "1999", true, {1999, 5, 15}},
+      {QDateTimeEdit::YearSection, "200", false, {1999, 5, 15}},
+      {QDateTimeEdit::DaySection, "2", false, {1999, 5, 2}},
+      {QDateTimeEdit::DaySection, "31", true, {1999, 5, 31}},
+      {QDateTimeEdit::YearSection, "2030", true, {2024, 5, 15}},
+  };
+  for (const auto& each : cases) {
+    const QDate before = Shown();
+    Edit()->setSelectedSection(each.typedIn);
+    QTest::keyClicks(Edit(), each.typed);
+    EXPECT_EQ(Shown(), each.isComplete ? each.date : before) << each.typed;
+    Edit()->setSelectedSection(QDateTimeEdit::MonthSection);
+    EXPECT_EQ(Shown(), each.date) << each.typed;
+    EXPECT_EQ(Notified().size(), before != each.date ? 1u : 0u) << each.typed;
+  }
+}
+
+TEST_F(DatePickerTest, TheCalendarCanBeGivenWeekNumbersBeforeItDrops) {
+  QCalendarWidget* calendar = Edit()->calendarWidget();
   onNotify = [&](const NMHDR& header) {
     constexpr LPARAM kStyle = MCS_WEEKNUMBERS | MCS_NOTODAY | MCS_NOTODAYCIRCLE;
-    if (header.code == DTN_DROPDOWN) Send(picker_, DTM_SETMCSTYLE, 0, kStyle);
+    if (header.code != DTN_DROPDOWN) return;
+    EXPECT_FALSE(calendar->isVisible());
+    Send(picker_, DTM_SETMCSTYLE, 0, kStyle);
   };
   const QPoint arrow(Edit()->width() - 6, Edit()->height() / 2);
-  QTest::mouseClick(Edit(), Qt::LeftButton, {}, arrow);
-  QCalendarWidget* calendar = Edit()->calendarWidget();
-  ASSERT_TRUE(calendar->isVisible());
-  EXPECT_THAT(Notified(), ElementsAre("notify 1 -754"));
-  EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::ISOWeekNumbers);
-  calendar->window()->hide();
-  EXPECT_THAT(Notified(), ElementsAre("notify 1 -753"));
+  const std::function<void()> ways[] = {
+      [&] { QTest::mouseClick(Edit(), Qt::LeftButton, {}, arrow); },
+      [&] { Press(picker_, Qt::Key_F4); },
+      [&] { Press(picker_, Qt::Key_Down, Qt::AltModifier); },
+  };
+  for (const auto& drop : ways) {
+    drop();
+    EXPECT_THAT(Notified(), ElementsAre("notify 1 -754"));
+    ASSERT_TRUE(calendar->isVisible());
+    EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::ISOWeekNumbers);
+    calendar->window()->hide();
+    EXPECT_THAT(Notified(), ElementsAre("notify 1 -753"));
+  }
 }
 
 }  // namespace

@@ -50,6 +50,9 @@ TEST_F(UpDownTest, StepsAreNotifiedAndMayBeRefusedOrChanged) {
   EXPECT_EQ(Position(upDown), 9);
   ClickArrow(upDown, Qt::UpArrow);
   EXPECT_EQ(Position(upDown), 10) << "the range ends here";
+  heard = {};
+  ClickArrow(upDown, Qt::UpArrow);
+  EXPECT_EQ(heard.iPos, 10) << "the parent hears of no step at the end";
 }
 
 TEST_F(UpDownTest, UntilARangeIsSetTheUpperArrowDecreases) {
