@@ -7,6 +7,7 @@ import time
 from demo_network import probes
 from service_lab import Download, check, say
 from tour_settings import SettingsStops
+from tour_statistics import OTHERS, StatisticsStops
 from tour_texts import interface_texts
 
 BYTES_PER_SECOND = 400_000
@@ -42,6 +43,7 @@ def users_and_settings(language):
         f"INSERT INTO Settings VALUES ('5820', '{LANGUAGE_SETTINGS[language]}');",
         user_row("Users_Quillgate", "anna", megabytes=DOWNLOAD_LIMIT_MEGABYTES),
         user_row("Users_Quillgate", "bo", administrator=True),
+        *(user_row("Users_Quillgate", name) for name in OTHERS),
         user_row("Users_None", "User"),
         user_row("Users_None", "Admin", administrator=True),
         user_row("Users_Windows", WINDOWS_USER, administrator=True),
@@ -59,6 +61,7 @@ class Walk:
         self.texts = interface_texts(language)
         self.hours = hours
         self.settings = SettingsStops(desktop, album, service, network, self.texts)
+        self.statistics = StatisticsStops(desktop, album, self.texts)
 
     def everything(self):
         self.own_logon_system()
@@ -158,6 +161,9 @@ class Walk:
         self.album.add("about", "About the program", "Name and version.")
         self.desktop.keys("Return")
         self.desktop.await_closed(self.texts[1106])
+        self.open_menu()
+        self.choose(1)
+        self.statistics.everything()
         self.open_menu()
         self.choose(3)
         self.settings.administrator(self.check_gate)

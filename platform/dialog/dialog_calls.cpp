@@ -56,6 +56,19 @@ HWND WINAPI CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND ow
   return FailedCall<HWND>(nullptr);
 }
 
+BOOL WINAPI MapDialogRect(HWND dialog, LPRECT rect) try {
+  const FoundDialog found = FindDialog(dialog);
+  if (found.control == nullptr) return FALSE;
+  if (rect == nullptr) {
+    ::SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+  }
+  *rect = found.control->Units().Pixels(*rect);
+  return TRUE;
+} catch (...) {
+  return FailedCall(FALSE);
+}
+
 // Only hides the dialog; its modal loop destroys it.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result) try {
   const FoundDialog found = FindDialog(dialog);

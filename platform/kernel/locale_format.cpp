@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include <unicode/ucal.h>
 #include <unicode/udat.h>
 #include <unicode/unum.h>
 
@@ -27,9 +26,33 @@ constexpr std::int32_t kUtcLength = 3;
 constexpr const char16_t* kUtc = u"UTC";
 constexpr char16_t kNarrowSpace = u'\u202F';
 
-using NumberFormatter = std::unique_ptr<UNumberFormat, decltype(&unum_close)>;
-using DateFormatter = std::unique_ptr<UDateFormat, decltype(&udat_close)>;
-using Calendar = std::unique_ptr<UCalendar, decltype(&ucal_close)>;
+template <auto kClose>
+struct CloseWith {
+  template <class Formatter>
+  void operator()(Formatter* format) const {
+    kClose(format);
+  }
+};
+using NumberFormatter = std::unique_ptr<UNumberFormat, CloseWith<unum_close>>;
+using DateFormatter = std::unique_ptr<UDateFormat, CloseWith<udat_close>>;
+
+// The formatter of the latest locale: opening one takes a hundred times as long as formatting. One
+// for each thread and kind, since threads must not share them.
+template <class Formatter>
+class LastFormatter {
+ public:
+  // Null when there is none for the locale.
+  template <class Open>
+  auto* For(const std::string& locale, const Open& open) {
+    if (formatter_ == nullptr || locale != locale_) formatter_ = open(locale);
+    locale_ = locale;
+    return formatter_.get();
+  }
+
+ private:
+  std::string locale_;
+  Formatter formatter_;
+};
 
 std::optional<std::wstring> Widen(const IcuText& text, std::int32_t length, UErrorCode error) {
   if (U_FAILURE(error) || length > kTextLimit) return std::nullopt;
@@ -55,9 +78,8 @@ std::optional<std::string> NumberText(std::wstring_view value) {
 
 NumberFormatter OpenNumberFormat(const std::string& locale) {
   UErrorCode error = U_ZERO_ERROR;
-  NumberFormatter format(unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &error),
-                         unum_close);
-  if (U_FAILURE(error)) return {nullptr, unum_close};
+  NumberFormatter format(unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &error));
+  if (U_FAILURE(error)) return nullptr;
   unum_setAttribute(format.get(), UNUM_FRACTION_DIGITS, kDecimals);
   unum_setAttribute(format.get(), UNUM_ROUNDING_MODE, UNUM_ROUND_HALFUP);
   unum_setAttribute(format.get(), UNUM_MINIMUM_GROUPING_DIGITS, 1);
@@ -69,32 +91,37 @@ std::optional<std::wstring> FormattedNumber(LCID locale, LPCWSTR value) {
   const std::string name = FormatLocale(locale, "LC_NUMERIC");
   const std::optional<std::string> number = NumberText(value);
   if (name.empty() || !number) return std::nullopt;
-  const NumberFormatter format = OpenNumberFormat(name);
+  thread_local LastFormatter<NumberFormatter> last;
+  const UNumberFormat* format = last.For(name, OpenNumberFormat);
   if (format == nullptr) return std::nullopt;
   IcuText text{};
   UErrorCode error = U_ZERO_ERROR;
   const std::int32_t length =
-      unum_formatDecimal(format.get(), number->data(), static_cast<std::int32_t>(number->size()),
+      unum_formatDecimal(format, number->data(), static_cast<std::int32_t>(number->size()),
                          text.data(), kTextLimit, nullptr, &error);
   return Widen(text, length, error);
 }
 
-bool IsDate(const SYSTEMTIME& time) {
+// Nothing for a date that Windows does not format.
+std::optional<std::chrono::sys_days> DayOf(const SYSTEMTIME& time) {
   using namespace std::chrono;
   const year_month_day day = year(time.wYear) / month(time.wMonth) / std::chrono::day(time.wDay);
-  return day.ok() && time.wYear >= 1601;
+  if (!day.ok() || time.wYear < 1601) return std::nullopt;
+  return sys_days(day);
 }
 
-bool IsTimeOfDay(const SYSTEMTIME& time) {
-  return time.wHour < 24 && time.wMinute < 60 && time.wSecond < 60 && time.wMilliseconds < 1000;
+std::optional<std::chrono::seconds> TimeOfDay(const SYSTEMTIME& time) {
+  using namespace std::chrono;
+  const bool isTime =
+      time.wHour < 24 && time.wMinute < 60 && time.wSecond < 60 && time.wMilliseconds < 1000;
+  if (!isTime) return std::nullopt;
+  return hours(time.wHour) + minutes(time.wMinute) + seconds(time.wSecond);
 }
 
-DateFormatter OpenDateFormat(const std::string& locale, UDateFormatStyle time,
-                             UDateFormatStyle date) {
+DateFormatter OpenFormat(const std::string& locale, UDateFormatStyle time, UDateFormatStyle date) {
   UErrorCode error = U_ZERO_ERROR;
-  DateFormatter format(udat_open(time, date, locale.c_str(), kUtc, kUtcLength, nullptr, 0, &error),
-                       udat_close);
-  return U_SUCCESS(error) ? std::move(format) : DateFormatter(nullptr, udat_close);
+  DateFormatter format(udat_open(time, date, locale.c_str(), kUtc, kUtcLength, nullptr, 0, &error));
+  return U_SUCCESS(error) ? std::move(format) : nullptr;
 }
 
 // Windows writes the year of a short date with four digits.
@@ -110,41 +137,46 @@ void UseFullYears(UDateFormat* format) {
   udat_applyPattern(format, 0, pattern.data(), static_cast<std::int32_t>(pattern.size()));
 }
 
-std::optional<std::wstring> FormattedMoment(const DateFormatter& format, const SYSTEMTIME& time) {
-  UErrorCode error = U_ZERO_ERROR;
-  const Calendar calendar(ucal_open(kUtc, kUtcLength, "en_US", UCAL_GREGORIAN, &error), ucal_close);
-  if (format == nullptr || U_FAILURE(error)) return std::nullopt;
-  ucal_setDateTime(calendar.get(), time.wYear, time.wMonth - 1, time.wDay, time.wHour, time.wMinute,
-                   time.wSecond, &error);
-  const UDate moment = ucal_getMillis(calendar.get(), &error);
+DateFormatter OpenDateFormat(const std::string& locale) {
+  DateFormatter format = OpenFormat(locale, UDAT_NONE, UDAT_SHORT);
+  if (format != nullptr) UseFullYears(format.get());
+  return format;
+}
+
+std::optional<std::wstring> FormattedMoment(const UDateFormat* format,
+                                            std::chrono::sys_seconds moment) {
+  if (format == nullptr) return std::nullopt;
+  const std::chrono::milliseconds sinceEpoch = moment.time_since_epoch();
   IcuText text{};
-  const std::int32_t length =
-      udat_format(format.get(), moment, text.data(), kTextLimit, nullptr, &error);
+  UErrorCode error = U_ZERO_ERROR;
+  const std::int32_t length = udat_format(format, static_cast<UDate>(sinceEpoch.count()),
+                                          text.data(), kTextLimit, nullptr, &error);
   return Widen(text, length, error);
 }
 
 std::optional<std::wstring> FormattedDate(LCID locale, const SYSTEMTIME& date) {
   const std::string name = FormatLocale(locale, "LC_TIME");
-  if (name.empty() || !IsDate(date)) return std::nullopt;
-  const DateFormatter format = OpenDateFormat(name, UDAT_NONE, UDAT_SHORT);
-  if (format != nullptr) UseFullYears(format.get());
-  SYSTEMTIME midnight{};
-  midnight.wYear = date.wYear;
-  midnight.wMonth = date.wMonth;
-  midnight.wDay = date.wDay;
-  return FormattedMoment(format, midnight);
+  const auto day = DayOf(date);
+  if (name.empty() || !day) return std::nullopt;
+  thread_local LastFormatter<DateFormatter> last;
+  return FormattedMoment(last.For(name, OpenDateFormat), *day);
+}
+
+// Opens the formatter of times of day in one of the styles.
+template <UDateFormatStyle kStyle>
+const UDateFormat* TimeFormat(const std::string& locale) {
+  thread_local LastFormatter<DateFormatter> last;
+  return last.For(locale,
+                  [](const std::string& name) { return OpenFormat(name, kStyle, UDAT_NONE); });
 }
 
 std::optional<std::wstring> FormattedTime(LCID locale, DWORD flags, const SYSTEMTIME& time) {
   const std::string name = FormatLocale(locale, "LC_TIME");
-  if (name.empty() || !IsTimeOfDay(time)) return std::nullopt;
-  // Only the time of day is formatted, but ICU needs a valid date.
-  SYSTEMTIME someDay = time;
-  someDay.wYear = 2000;
-  someDay.wMonth = 1;
-  someDay.wDay = 1;
-  const UDateFormatStyle style = (flags & TIME_NOSECONDS) != 0 ? UDAT_SHORT : UDAT_MEDIUM;
-  return FormattedMoment(OpenDateFormat(name, style, UDAT_NONE), someDay);
+  const auto sinceMidnight = TimeOfDay(time);
+  if (name.empty() || !sinceMidnight) return std::nullopt;
+  const UDateFormat* format =
+      (flags & TIME_NOSECONDS) != 0 ? TimeFormat<UDAT_SHORT>(name) : TimeFormat<UDAT_MEDIUM>(name);
+  return FormattedMoment(format, std::chrono::sys_seconds(*sinceMidnight));
 }
 
 SYSTEMTIME MomentOrNow(const SYSTEMTIME* moment) {

@@ -82,6 +82,9 @@ class LogonSession final : private LogonCandidates {
   // The users that may log on; null: none.
   void SetUsers(std::shared_ptr<UserCollection> users);
 
+  // The names of the users that may log on, in ascending order of character codes.
+  std::vector<std::wstring> Names() const override;
+
   bool IsLoggedOn() const;
   // The current user's record as it is now in the collection; null when no user is logged on. One
   // value is one state of the user's rules, so an access check takes it once.
@@ -118,7 +121,6 @@ class LogonSession final : private LogonCandidates {
   // Whether a logon with that name needs a prompt. Requires the decision lock.
   bool Asks(LogonSystem system, std::wstring_view name) const;
 
-  std::vector<std::wstring> Names() const override;
   bool Accepts(std::wstring_view name, std::wstring_view password) const override;
 
   // The logon system in the settings, or as last read when they cannot be read. Requires the

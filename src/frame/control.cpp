@@ -1,5 +1,7 @@
 #include "frame/control.h"
 
+#include "handles/gdi_handles.h"
+
 namespace quillgate {
 
 std::wstring Control::Text() const {
@@ -8,6 +10,14 @@ std::wstring Control::Text() const {
   const int copied = ::GetWindowTextW(window_, text.data(), length + 1);
   text.resize(static_cast<std::size_t>(copied));
   return text;
+}
+
+int Control::TextWidth(const std::wstring& text) const {
+  const WindowDc context(window_);
+  const SelectedObject font(context.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+  SIZE size{};
+  ::GetTextExtentPoint32W(context.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+  return size.cx;
 }
 
 RECT Control::BoundsIn(HWND window) const {

@@ -22,6 +22,9 @@ class Control {
   void SetText(const std::wstring& text) const { ::SetWindowTextW(window_, text.c_str()); }
   std::wstring Text() const;
 
+  // The width of the text in the control's font, in pixels.
+  int TextWidth(const std::wstring& text) const;
+
   // Moves the control within the client area of its parent. In pixels.
   void MoveBy(int x, int y) const;
   // In the client area of that window.

@@ -80,6 +80,14 @@ struct ServiceHandleTrait {
 };
 using ServiceHandle = UniqueHandle<ServiceHandleTrait>;
 
+// A menu that is not a submenu. Destroying it destroys its submenus.
+struct MenuTrait {
+  using Type = HMENU;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type menu) { ::DestroyMenu(menu); }
+};
+using MenuHandle = UniqueHandle<MenuTrait>;
+
 // Memory of the process heap.
 struct HeapBlockTrait {
   using Type = void*;

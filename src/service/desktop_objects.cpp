@@ -21,6 +21,7 @@ DesktopObjects::DesktopObjects(ProcessObjects& objects)
           {ui_, objects.GetSettings(), objects.GetDatabase(), objects.Calendar(), objects.Logon()}),
       settings_({ui_, objects.Catalogue(), objects.GetDatabase(), objects.GetSettings(),
                  objects.Calendar(), objects.Logon(), objects.Identity(), objects}),
+      statistics_({ui_, objects.GetDatabase(), objects.Calendar()}),
       tray_({objects.Catalogue(), objects.GetSettings(), objects.Logon(), objects.Logons(), help_,
              objects.Stop(), MakeOpeners()}) {
   help_.SetHelpFile(kHelpFileName);
@@ -39,6 +40,7 @@ TrayOpeners DesktopObjects::MakeOpeners() {
   TrayOpeners openers;
   openers.connection = [this] { connection_.Open(objects_.Session()); };
   openers.settings = [this] { settings_.Open(objects_.Session()); };
+  openers.statistics = [this] { statistics_.Open(objects_.Logon().Names()); };
   openers.about = [this] { AboutDialog(ui_).Run(); };
   openers.stopService = StopOwnService;
   return openers;

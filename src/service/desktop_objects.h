@@ -8,6 +8,7 @@
 #include "frame/help_system.h"
 #include "frame/ui_surroundings.h"
 #include "settings/settings_sheet.h"
+#include "stats/statistics_sheet.h"
 #include "ui/connection_sheet.h"
 #include "ui/dialog_prompts.h"
 #include "ui/tray_controller.h"
@@ -37,6 +38,7 @@ class DesktopObjects {
   DialogPrompts prompts_;
   ConnectionSheet connection_;
   SettingsSheet settings_;
+  StatisticsSheet statistics_;
   TrayController tray_;
 };
 

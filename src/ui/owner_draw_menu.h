@@ -12,14 +12,6 @@
 
 namespace quillgate {
 
-struct MenuTrait {
-  using Type = HMENU;
-  static Type Invalid() { return nullptr; }
-  static void Close(Type menu) { ::DestroyMenu(menu); }
-};
-// Owns a menu that is not a submenu. Destroying it destroys its submenus.
-using MenuHandle = UniqueHandle<MenuTrait>;
-
 class OwnerDrawMenu final : public CallbackWindow {
  public:
   OwnerDrawMenu();

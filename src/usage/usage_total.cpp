@@ -2,9 +2,9 @@
 
 #include <chrono>
 #include <cmath>
-#include <cwchar>
 
 #include "usage/automation_date.h"
+#include "usage/stored_number.h"
 
 namespace quillgate {
 namespace {
@@ -55,7 +55,7 @@ std::uint64_t UsageTotal::Sum(DATE from, DATE to) const {
   if (!user_.empty()) sql.append(L" AND User = ").append(SqlText(user_));
   DbRows rows;
   if (!database_.Run(sql.append(L";"), rows)) throw BusyError();
-  return rows.empty() ? 0 : std::wcstoull(rows.front().front().c_str(), nullptr, 10);
+  return rows.empty() ? 0 : StoredSum(rows.front().front());
 }
 
 DayRange Today() {

@@ -45,6 +45,8 @@ BOOL WINAPI IsDialogMessageW(HWND dialog, LPMSG message);
 
 HWND WINAPI GetDlgItem(HWND dialog, int id);
 int WINAPI GetDlgCtrlID(HWND window);
+// Changes dialog units into pixels.
+BOOL WINAPI MapDialogRect(HWND dialog, LPRECT rect);
 // What WM_HELP tells: which window F1 was pressed in, and the number of its help text.
 struct HELPINFO {
   UINT cbSize;

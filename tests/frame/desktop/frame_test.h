@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <QLineEdit>
+#include <QPointer>
 #include <optional>
 
 #include "desktop/dialog_driver.h"
@@ -43,10 +44,11 @@ class FrameTest : public testing::Test {
   }
   // The text of the message box that is open, which the button closes.
   static QString CloseBox(DesktopScript& script, int button = IDOK) {
-    QWidget* box = script.AwaitWindow(kBoxTitle);
+    const QPointer<QWidget> box = script.AwaitWindow(kBoxTitle);
     const QString text = script.TextOf(box);
     script.Click(box, button);
-    script.AwaitNoWindow(kBoxTitle);
+    // Another box may follow at once.
+    script.Await([&] { return box == nullptr || !box->isVisible(); }, "end of the message box");
     return text;
   }
 

@@ -28,7 +28,7 @@ TEST_F(AnyControl, UnsupportedStylesMakeNoControl) {
                                     {L"COMBOBOX", 0x0002u},               // with a field
                                     {L"EDIT", 0x0004u},                   // of several lines
                                     {WC_LISTVIEW, 0u},                    // icons
-                                    {WC_LISTVIEW, LVS_REPORT | 0x1000u},  // owner's data
+                                    {WC_LISTVIEW, LVS_REPORT | 0x0400u},  // drawn by the owner
                                     {L"STATIC", 0x000Du},                 // drawn by the owner
                                     {TOOLTIPS_CLASSW, 0x1000u}}) {
     EXPECT_EQ(Make(name, style), nullptr) << ::testing::PrintToString(name) << " " << style;

@@ -40,6 +40,11 @@ TEST(DialogTemplate, ADialogHasItsTextsAndNumbersAndItsPlacesInUnitsOfTheFont) {
   EXPECT_EQ(corner.y, ::MulDiv(8, extent.cy, 8));
   EXPECT_EQ(place.right - place.left, ::MulDiv(40, averageWidth, 4));
   EXPECT_EQ(place.bottom - place.top, ::MulDiv(16, extent.cy, 8));
+  RECT mapped{4, 8, 44, 24};
+  EXPECT_TRUE(::MapDialogRect(window, &mapped));
+  EXPECT_EQ(mapped.left, corner.x);
+  EXPECT_EQ(mapped.bottom, ::MulDiv(24, extent.cy, 8));
+  EXPECT_FALSE(::MapDialogRect(label, &mapped));
 }
 
 TEST(DialogTemplate, BytesThatEndTooEarlyMakeNoDialog) {
