@@ -1,17 +1,15 @@
 // Measures the overhead of the query layer on top of the bare database. Each pair runs the same
-// statement on the same file, alternating in one process, and reports the medians and their ratio.
+// statement on the same file.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
+#include "bare_database.h"
 #include "platform/testing/simulated_machine.h"
 #include "storage/database.h"
 #include "storage/settings.h"
-#include "timing.h"
 #include "usage/automation_date.h"
 #include "usage/usage_total.h"
 #include "usage/week_calendar.h"
@@ -26,37 +24,6 @@ constexpr char kFillLog[] =
     "CAST(i * 31 % 1000000 AS TEXT), CAST(i * 3701 % 100000000 AS TEXT), "
     "strftime('%Y-%m-%d %H:%M:%S', '1996-01-01', '+' || (i * 315) || ' seconds') FROM n;";
 
-class BareConnection {
- public:
-  explicit BareConnection(const std::string& path) {
-    Check(sqlite3_open(path.c_str(), &database_));
-  }
-  ~BareConnection() { sqlite3_close(database_); }
-  BareConnection(const BareConnection&) = delete;
-  BareConnection& operator=(const BareConnection&) = delete;
-
-  void Execute(const char* sql) { Check(sqlite3_exec(database_, sql, nullptr, nullptr, nullptr)); }
-
-  // Runs the statement once through the table interface of the database.
-  void GetTable(const char* sql) {
-    char** table = nullptr;
-    int rows = 0;
-    int columns = 0;
-    Check(sqlite3_get_table(database_, sql, &table, &rows, &columns, nullptr));
-    benchmark::DoNotOptimize(table);
-    sqlite3_free_table(table);
-  }
-
-  sqlite3* Get() const { return database_; }
-
- private:
-  static void Check(int code) {
-    if (code != SQLITE_OK) throw std::runtime_error(sqlite3_errstr(code));
-  }
-
-  sqlite3* database_ = nullptr;
-};
-
 // One file with a full log, opened through the layer and directly.
 struct Setting {
   Setting() : bare((machine.ProgramFolder() / "quillgate.dat").string()) {
@@ -67,7 +34,7 @@ struct Setting {
 
   platform::SimulatedMachine machine;
   Database database;
-  BareConnection bare;
+  BareDatabase bare;
 };
 
 Setting& TheSetting() {
@@ -75,47 +42,17 @@ Setting& TheSetting() {
   return setting;
 }
 
-// Runs both alternately, each equally often first and second.
-template <class Bare, class Layer>
-void Compare(benchmark::State& state, Bare bare, Layer layer) {
-  std::vector<double> bareTimes;
-  std::vector<double> layerTimes;
-  bare();
-  layer();
-  for (auto _ : state) {
-    if (bareTimes.size() % 2 == 0) {
-      bareTimes.push_back(bench::SecondsOf(bare));
-      layerTimes.push_back(bench::SecondsOf(layer));
-    } else {
-      layerTimes.push_back(bench::SecondsOf(layer));
-      bareTimes.push_back(bench::SecondsOf(bare));
-    }
-    state.SetIterationTime(layerTimes.back());
-  }
-  state.counters["bare_us"] = bench::Median(bareTimes) * 1e6;
-  state.counters["layer_us"] = bench::Median(layerTimes) * 1e6;
-  state.counters["ratio"] = bench::Median(layerTimes) / bench::Median(bareTimes);
-}
-
-void CompareQueries(benchmark::State& state, const std::string& sql) {
-  Setting& setting = TheSetting();
-  const std::wstring wide(sql.begin(), sql.end());
-  Compare(
-      state, [&] { setting.bare.GetTable(sql.c_str()); },
-      [&] {
-        DbRows rows;
-        setting.database.DbQuery(wide, rows);
-        benchmark::DoNotOptimize(rows.data());
-      });
+void CompareQuery(benchmark::State& state, const std::wstring& sql) {
+  CompareQueries(state, TheSetting().bare, TheSetting().database, {sql});
 }
 
 void OneRow(benchmark::State& state) {
-  CompareQueries(state, "SELECT Value FROM Settings WHERE Key = '845';");
+  CompareQuery(state, L"SELECT Value FROM Settings WHERE Key = '845';");
 }
 
 void TenThousandRowsOfFiveColumns(benchmark::State& state) {
-  CompareQueries(state,
-                 "SELECT StartDate, User, Seconds, BytesRecv, BytesSent FROM ConnLog LIMIT 10000;");
+  CompareQuery(state,
+               L"SELECT StartDate, User, Seconds, BytesRecv, BytesSent FROM ConnLog LIMIT 10000;");
 }
 
 // Compares with the fastest way to query the database: a prepared statement on the same index.

@@ -15,6 +15,7 @@
 #include "grid/grid_messages.h"
 #include "grid/grid_types.h"
 #include "grid/grid_window.h"
+#include "message_pump.h"
 #include "platform/testing/simulated_machine.h"
 #include "timing.h"
 
@@ -52,12 +53,6 @@ std::vector<std::wstring> Texts() {
     texts.push_back(number % 2 == 0 ? std::to_wstring(number) + L".5"
                                     : L"Text " + std::to_wstring(number));
   return texts;
-}
-
-void PumpMessages() {
-  MSG message;
-  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    ::DispatchMessageW(&message);
 }
 
 // A grid as large as a screen, shown on a simulated desktop.
