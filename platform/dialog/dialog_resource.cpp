@@ -18,7 +18,7 @@ bool IsOfExecutable(HINSTANCE instance) {
 // In the documented order: the user's language, its default sublanguage, its neutral sublanguage,
 // neutral, any.
 LANGID BestOf(const std::vector<LANGID>& languages) {
-  const LANGID user = CurrentLanguage();
+  const LANGID user = ThreadLanguage();
   const LANGID primary = PRIMARYLANGID(user);
   for (const LANGID wanted :
        {user, MAKELANGID(primary, SUBLANG_DEFAULT), MAKELANGID(primary, SUBLANG_NEUTRAL),

@@ -30,6 +30,7 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH wide, int wide
 #define LOCALE_IFIRSTDAYOFWEEK 0x0000100Cu
 LANGID WINAPI GetSystemDefaultLangID();
 LANGID WINAPI GetSystemDefaultUILanguage();
+LANGID WINAPI SetThreadUILanguage(LANGID language);
 int WINAPI GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR data, int characters);
 
 // Only the locale's own formats: the format parameters are null.

@@ -119,6 +119,9 @@ std::optional<std::wstring> FirstDayText(LCID locale) {
   return std::to_wstring(*day);
 }
 
+// 0: the thread has chosen none.
+thread_local LANGID threadLanguage = 0;
+
 std::string UsersLocale(const char* category) {
   if (const std::optional<LocaleChoice> chosen = ChosenLocale()) {
     return IcuNameOf(chosen->language);
@@ -160,6 +163,18 @@ int CurrentFirstDayFromMonday() {
   return chosen ? chosen->firstDayFromMonday : EnvironmentFirstDay();
 }
 
+LANGID ThreadLanguage() {
+  return threadLanguage != 0 ? threadLanguage : CurrentLanguage();
+}
+
+std::string LanguageCode(LANGID language) {
+  std::array<char, ULOC_LANG_CAPACITY> code{};
+  UErrorCode error = U_ZERO_ERROR;
+  uloc_getLanguage(IcuNameOf(language).c_str(), code.data(),
+                   static_cast<std::int32_t>(code.size() - 1), &error);
+  return U_SUCCESS(error) ? code.data() : "";
+}
+
 void SetLocaleChoice(std::optional<LocaleChoice> newChoice) {
   const std::lock_guard lock(choiceMutex);
   choice = newChoice;
@@ -174,6 +189,14 @@ LANGID WINAPI GetSystemDefaultLangID() try { return platform::CurrentLanguage();
 }
 
 LANGID WINAPI GetSystemDefaultUILanguage() try { return platform::CurrentLanguage(); } catch (...) {
+  return platform::FailedCall(LANGID{0});
+}
+
+LANGID WINAPI SetThreadUILanguage(LANGID language) try {
+  const bool isUsers = PRIMARYLANGID(language) == LANG_NEUTRAL;
+  platform::threadLanguage = isUsers ? LANGID{0} : language;
+  return language != 0 ? language : platform::CurrentLanguage();
+} catch (...) {
   return platform::FailedCall(LANGID{0});
 }
 

@@ -19,6 +19,10 @@ struct LocaleChoice {
 
 LANGID CurrentLanguage();
 int CurrentFirstDayFromMonday();
+// The language that the calling thread has chosen for its interface, else the user's.
+LANGID ThreadLanguage();
+// The code of a language by ISO 639, such as "sv"; empty for a language that ICU does not support.
+std::string LanguageCode(LANGID language);
 // The ICU name of a locale; empty for a locale that ICU does not support. For a default locale,
 // `category` is the environment variable to read, such as "LC_NUMERIC".
 std::string FormatLocale(LCID locale, const char* category);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/kernel/api_result.h"
+#include "platform/kernel/locale_source.h"
 #include "platform/kernel/log.h"
 
 namespace platform {
@@ -50,7 +51,7 @@ std::span<const std::byte> FindResourceBytes(std::uint16_t type, std::uint16_t n
     return {};
   }
   constexpr LANGID kPrimaryMask = 0x3FF;
-  const LANGID ofInterface = ::GetSystemDefaultUILanguage();
+  const LANGID ofInterface = ThreadLanguage();
   for (const LANGID wanted :
        {LANGID{0}, ofInterface, static_cast<LANGID>(ofInterface & kPrimaryMask)}) {
     if (std::ranges::count(languages, wanted) > 0) return FindResourceBytes(type, name, wanted);

@@ -52,7 +52,9 @@ MessageCatalogue::MessageCatalogue()
 }
 
 void MessageCatalogue::SetInterfaceLanguage(DWORD id) {
-  languageId_ = WithDefaultSublanguage(id);
+  const LANGID language = WithDefaultSublanguage(id);
+  languageId_ = language;
+  ::SetThreadUILanguage(PRIMARYLANGID(language) == LANG_NEUTRAL ? LANGID{0} : language);
 }
 
 std::wstring MessageCatalogue::GetMessageText(MessageId id, ...) const {

@@ -28,8 +28,9 @@ class MessageCatalogue {
   // Empty when there is no such text; no error is reported.
   std::wstring GetMessageText(MessageId id, ...) const;
 
-  // Applies to texts fetched afterwards. The low 16 bits are used, with the default sublanguage; 0
-  // means the user's language.
+  // Applies to texts fetched afterwards and, on the calling thread, to what the system shows there,
+  // such as help. The low 16 bits are used, with the default sublanguage; 0 means the user's
+  // language.
   void SetInterfaceLanguage(DWORD id);
   LANGID InterfaceLanguageId() const { return languageId_; }
 

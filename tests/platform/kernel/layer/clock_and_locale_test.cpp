@@ -9,6 +9,7 @@
 #include <thread>
 #include <tuple>
 
+#include "platform/kernel/locale_source.h"
 #include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
@@ -66,6 +67,17 @@ TEST(UserLocale, WithoutASimulatedOneTheEnvironmentDecides) {
     EXPECT_EQ(Information(LOCALE_USER_DEFAULT, LOCALE_IFIRSTDAYOFWEEK), firstDay) << value;
   }
   clear();
+}
+
+TEST(UserLocale, TheLanguageOfAThreadIsItsOwnUntilItTakesTheUsersAgain) {
+  const platform::SimulatedMachine machine;
+  std::thread([] {
+    EXPECT_EQ(::SetThreadUILanguage(kSwedish), kSwedish);
+    EXPECT_EQ(platform::LanguageCode(platform::ThreadLanguage()), "sv");
+    std::thread([] { EXPECT_EQ(platform::ThreadLanguage(), kEnglish); }).join();
+    EXPECT_EQ(::SetThreadUILanguage(0), kEnglish);
+    EXPECT_EQ(platform::LanguageCode(platform::ThreadLanguage()), "en");
+  }).join();
 }
 
 TEST(UserLocale, UnsupportedFormsAreNotTakenForTheDefault) {
