@@ -16,6 +16,7 @@
 #include "platform/qt/qt_display_watch.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_graphics.h"
+#include "platform/qt/qt_help.h"
 #include "platform/qt/qt_menus.h"
 #include "platform/qt/qt_message_box.h"
 #include "platform/qt/qt_peer.h"
@@ -23,6 +24,7 @@
 #include "platform/qt/qt_tray.h"
 #include "platform/qt/qt_window_peers.h"
 #include "platform/qt/qt_x11.h"
+#include "platform/shell/help_peers.h"
 #include "platform/shell/tray_backend.h"
 #include "platform/user/desktop_module.h"
 
@@ -56,7 +58,8 @@ bool DisableForeignBus() {
 class QtDesktop final : public DesktopModule,
                         public ControlSide,
                         public DialogSide,
-                        public TraySide {
+                        public TraySide,
+                        public HelpSide {
  public:
   // The caller owns the watch until it calls Own.
   explicit QtDesktop(QtDisplayWatch& watch) : watch_(watch) {
@@ -87,6 +90,7 @@ class QtDesktop final : public DesktopModule,
   GraphicsBackend& Graphics() override { return graphics_; }
   MenuBackend& Menus() override { return menus_; }
   TrayBackend& Tray() override { return tray_; }
+  HelpPeers& Help() override { return help_; }
   KeySet KeysDown() override { return application_.KeysDown(); }
   void Beep() override { QApplication::beep(); }
   void SetClipboardText(const std::wstring& text) override {
@@ -125,6 +129,7 @@ class QtDesktop final : public DesktopModule,
   QtDialogPeers dialogs_;
   QtMenus menus_;
   QtTray tray_;
+  QtHelp help_;
 };
 
 std::unique_ptr<DesktopModule> MakeDesktop() {

@@ -6,7 +6,7 @@
 
 #include <memory>
 #include <optional>
-#include <span>
+#include <vector>
 
 #include "platform/user/window_peer.h"
 
@@ -40,7 +40,7 @@ struct SystemClass {
 };
 
 // Every system class; FindWindowClass finds them for any instance, without regard to case. Defined
-// by the family that has most of them (controls/system_classes.cpp).
-std::span<const SystemClass> SystemClasses();
+// by the wiring.
+std::vector<SystemClass> SystemClasses();
 
 }  // namespace platform

@@ -1,7 +1,7 @@
 // The interface between the layer and its desktop module, a shared object that is loaded when the
 // first window is created on a machine with a desktop. The object is created, used and destroyed on
 // the window thread. It also implements the interfaces that the families above this one declare:
-// ControlSide, DialogSide, TraySide.
+// ControlSide, DialogSide, TraySide, HelpSide.
 #pragma once
 
 #include <string>

@@ -44,7 +44,8 @@ ATOM AtomOfSystemClass(std::wstring_view name) {
 
 std::vector<ClassPointer> MakeClasses() {
   std::vector<ClassPointer> classes;
-  for (const SystemClass& each : SystemClasses()) {
+  static const auto& systemClasses = *new std::vector<SystemClass>(SystemClasses());
+  for (const SystemClass& each : systemClasses) {
     auto windowClass = std::make_shared<WindowClass>();
     windowClass->name = each.name;
     windowClass->atom = AtomOfSystemClass(each.name);

@@ -122,7 +122,7 @@ TEST_F(DialogKeys, F1AsksForTheHelpOfTheControlWithTheFocus) {
     user.Key(Qt::Key_F1);
     user.Key(Qt::Key_Tab);
     AwaitFocus(user, kFirstKind);
-    user.Key(Qt::Key_F1);
+    user.Key(Qt::Key_F1, Qt::ShiftModifier);
     user.Key(Qt::Key_Escape);
   });
   constexpr UINT kSize = sizeof(HELPINFO);

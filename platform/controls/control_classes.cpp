@@ -1,4 +1,4 @@
-#include <windows.h>
+#include "platform/controls/control_classes.h"
 
 #include <commctrl.h>
 
@@ -14,7 +14,6 @@
 #include "platform/controls/tool_tip.h"
 #include "platform/controls/up_down.h"
 #include "platform/dialog/dialog_control.h"
-#include "platform/user/control.h"
 
 namespace platform {
 namespace {
@@ -26,7 +25,7 @@ std::unique_ptr<Control> Make(Window& window) {
 
 }  // namespace
 
-std::span<const SystemClass> SystemClasses() {
+std::span<const SystemClass> ControlClasses() {
   static constexpr std::array kClasses = {
       SystemClass{WC_STATIC, Make<StaticControl>},
       SystemClass{WC_BUTTON, Make<ButtonControl>},
