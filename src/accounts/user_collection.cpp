@@ -22,11 +22,26 @@ bool UserCollection::LoadAll() {
   const CriticalSectionLock change(changes_);
   EntryMap users;
   std::vector<std::wstring> unreadable;
-  const bool complete = ReadTable(users, unreadable);
+  // Read first, so that a change during the reading is noticed afterwards.
+  edition_ = StoredEdition();
+  const bool isRead = ReadTable(users, unreadable);
+  if (!isRead) edition_.reset();
   const CriticalSectionLock hold(lock_);
   users_.swap(users);
   unreadable_.swap(unreadable);
-  return complete;
+  return isRead && unreadable_.empty();
+}
+
+std::optional<std::uint32_t> UserCollection::StoredEdition() {
+  const auto text = Settings(database_).GetSettingIfKnown(SettingKey::kUsersEdition, L"0");
+  return text ? std::optional(SettingNumber(*text)) : std::nullopt;
+}
+
+// A lower edition is that of a database that has been made anew since.
+bool UserCollection::IsOutdated() {
+  const CriticalSectionLock change(changes_);
+  const auto stored = StoredEdition();
+  return stored && edition_ && *stored > *edition_;
 }
 
 std::vector<std::wstring> UserCollection::UnreadableNames() const {
@@ -37,7 +52,7 @@ std::vector<std::wstring> UserCollection::UnreadableNames() const {
 bool UserCollection::ReadTable(EntryMap& users, std::vector<std::wstring>& unreadable) {
   try {
     DbRows rows;
-    database_.DbQuery(L"SELECT Name FROM " + std::wstring(Table()) + L";", rows);
+    if (!database_.Run(L"SELECT Name FROM " + std::wstring(Table()) + L";", rows)) return false;
     for (const DbRow& row : rows) {
       User user;
       // The user keeps its name even when the row turns out to be unreadable.
@@ -45,29 +60,41 @@ bool UserCollection::ReadTable(EntryMap& users, std::vector<std::wstring>& unrea
       if (!user.Load(row.at(0), Table(), database_)) unreadable.push_back(row.at(0));
       users.emplace(row.at(0), NewEntry(std::move(user)));
     }
-    return unreadable.empty();
-  } catch (const std::exception&) {
-    return false;
-  }
-}
-
-bool UserCollection::SaveAll() {
-  const CriticalSectionLock change(changes_);
-  return ReplaceTable(Snapshot());
-}
-
-bool UserCollection::ReplaceTable(const UserMap& users) {
-  try {
-    DbTransaction transaction(database_);
-    database_.DbExecute(L"DELETE FROM " + std::wstring(Table()) + L";");
-    for (const auto& [name, user] : users) {
-      if (!user->Save(Table(), database_)) return false;
-    }
-    transaction.Commit();
     return true;
   } catch (const std::exception&) {
     return false;
   }
+}
+
+bool UserCollection::SaveAll(const std::function<void()>& together) {
+  const CriticalSectionLock change(changes_);
+  return ReplaceTable(Snapshot(), together);
+}
+
+bool UserCollection::Store(const std::function<bool()>& work) {
+  try {
+    DbTransaction transaction(database_);
+    const auto stored = StoredEdition();
+    if (!edition_ || !stored || *stored > *edition_ || !work()) return false;
+    const std::uint32_t next = *edition_ + 1;
+    Settings(database_).SetSetting(SettingKey::kUsersEdition, std::to_wstring(next));
+    transaction.Commit();
+    edition_ = next;
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+bool UserCollection::ReplaceTable(const UserMap& users, const std::function<void()>& together) {
+  return Store([&] {
+    database_.DbExecute(L"DELETE FROM " + std::wstring(Table()) + L";");
+    for (const auto& [name, user] : users) {
+      if (!user->Save(Table(), database_)) return false;
+    }
+    if (together) together();
+    return true;
+  });
 }
 
 bool UserCollection::Add(User user) {
@@ -79,7 +106,8 @@ bool UserCollection::Add(User user) {
 
 bool UserCollection::AddStored(User user) {
   const CriticalSectionLock change(changes_);
-  return !Contains(user.Name()) && user.Save(Table(), database_) && Add(std::move(user));
+  return !Contains(user.Name()) && Store([&] { return user.Save(Table(), database_); }) &&
+         Add(std::move(user));
 }
 
 bool UserCollection::Replace(User user) {
@@ -208,14 +236,18 @@ UserCollection::UserMap UserCollection::Snapshot() const {
   return users;
 }
 
-void EnsureBuiltInUsers(UserCollection& users) {
-  // An empty collection may be one that could not be read; saving it would replace the override
-  // password in the table with the blank one.
-  if (users.Count() != 0 || !users.LoadAll() || users.Count() != 0) return;
+void AddBuiltInUsers(UserCollection& users) {
   User administrator{std::wstring(kOverrideUserName)};
   administrator.AssignAdministrator(true);
   users.Add(User(std::wstring(kCommonUserName)));
   users.Add(std::move(administrator));
+}
+
+void EnsureBuiltInUsers(UserCollection& users) {
+  // An empty collection may be one that could not be read; saving it would replace the override
+  // password in the table with the blank one.
+  if (users.Count() != 0 || !users.LoadAll() || users.Count() != 0) return;
+  AddBuiltInUsers(users);
   users.SaveAll();
 }
 

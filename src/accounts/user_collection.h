@@ -1,10 +1,14 @@
-// The users of one logon system: the table's copy in memory. The process has one, created by the
-// service main thread and replaced when the logon system changes. Every operation may be called on
-// any thread. Users are immutable values that are replaced as a whole: a caller that found one
-// keeps it unchanged, also when the collection is destroyed. Changes are serialised, including
-// their database access; readers never wait for the database.
+// The users of one logon system: the table's copy in memory. The service has one, replaced when the
+// logon system changes; the setup wizard has its own. Every operation may be called on any thread.
+// Users are immutable values that are replaced as a whole: a caller that found one keeps it
+// unchanged, also when the collection is destroyed. Changes are serialised, including their
+// database access; readers never wait for the database.
+//
+// Whatever is stored also raises the edition of the user tables, and nothing is stored once that is
+// higher than when the users were loaded: a process never writes over what another one has written.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,9 +35,14 @@ class UserCollection {
   // The users whose rows the latest LoadAll could not read completely, in the table's order.
   std::vector<std::wstring> UnreadableNames() const;
 
+  // Whether users have been stored elsewhere since the latest LoadAll. False also when the database
+  // cannot tell.
+  bool IsOutdated();
+
   // Replaces the table with the collection, all or nothing: on failure (false) the table stays
-  // unchanged. Never throws.
-  bool SaveAll();
+  // unchanged. What `together` writes to the database belongs to the same transaction. Never
+  // throws.
+  bool SaveAll(const std::function<void()>& together = nullptr);
 
   // False when the name exists; the collection is then unchanged.
   bool Add(User user);
@@ -76,8 +85,13 @@ class UserCollection {
 
   static bool HasAdministrator(const UserMap& users);
   bool HasOtherAdministrator(std::wstring_view name) const;
+  // False when the names could not be read; users read so far are in the map.
   bool ReadTable(EntryMap& users, std::vector<std::wstring>& unreadable);
-  bool ReplaceTable(const UserMap& users);
+  // Runs the work, which writes to the table, in a transaction that raises the edition. False when
+  // the work returns that, throws, or cannot be made permanent.
+  bool Store(const std::function<bool()>& work);
+  bool ReplaceTable(const UserMap& users, const std::function<void()>& together = nullptr);
+  std::optional<std::uint32_t> StoredEdition();
   UserMap Snapshot() const;
 
   // A snapshot with these users replaced; nullopt when that is not allowed.
@@ -87,14 +101,18 @@ class UserCollection {
 
   LogonSystem system_;
   Database& database_;
-  CriticalSection changes_;       // held during each change, with its database access
+  CriticalSection changes_;  // held during each change, with its database access
+  // As loaded, or as stored since; nothing when the table could not be read. Requires changes_.
+  std::optional<std::uint32_t> edition_;
   mutable CriticalSection lock_;  // protects the map; taken last and only briefly
   EntryMap users_;
   std::vector<std::wstring> unreadable_;
 };
 
-// Creates the NONE system's two users if its table is empty: "User" and the administrator "Admin",
-// both with the blank password; saved. A table that cannot be read stays unchanged.
+// Adds those of the NONE system's two users that are missing: "User" and the administrator "Admin",
+// both with the blank password.
+void AddBuiltInUsers(UserCollection& users);
+// The same for an empty table, which is saved. A table that cannot be read stays unchanged.
 void EnsureBuiltInUsers(UserCollection& users);
 
 }  // namespace quillgate

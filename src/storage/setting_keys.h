@@ -18,6 +18,7 @@ enum class SettingKey : unsigned {
   kLastLogonName = 24646,       // name last entered in the logon dialog; default empty
   kDownloadWarnings = 25549,    // "YES" when on; default "NO"
   kDownloadWarningMegabytes = 29920,  // megabytes left at which to warn; "0" in LimitWarnings
+  kUsersEdition = 60917,              // counts the changes of user tables; default "0"
   kFirstStart = 85298,                // "1" until the first start is over, then "0"; default "1"
   kLocalTrafficAllowed = 352936,      // "YES": local traffic passes a closed gate; default "NO"
 };

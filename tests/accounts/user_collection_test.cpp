@@ -120,6 +120,23 @@ TEST_F(UserCollectionTest, SeveralReplacedUsersAreStoredTogetherOrNotAtAll) {
   EXPECT_TRUE(users_.Find(L"Bo")->IsAdministrator());
 }
 
+TEST_F(UserCollectionTest, NothingIsStoredOverUsersThatAnotherProcessHasStored) {
+  StoreAnnaAndBo();
+  UserCollection others(LogonSystem::kQuillgate, database_);
+  EXPECT_FALSE(users_.IsOutdated());
+  EXPECT_TRUE(others.AddStored(User(L"Cy")));
+  EXPECT_FALSE(others.IsOutdated());
+  EXPECT_TRUE(users_.IsOutdated());
+  EXPECT_FALSE(users_.SaveAll() || users_.AddStored(User(L"Dan")) || users_.RemoveStored(L"Bo"));
+  EXPECT_FALSE(users_.ReplaceAllStored({Limited(User(L"Bo"), 5)}));
+  EXPECT_EQ(users_.Find(L"Bo")->TimeLimit().amount, 1);
+  EXPECT_EQ(StoredLimits(), (DbRows{{L"Anna", L"1"}, {L"Bo", L"1"}, {L"Cy", L"1"}}));
+  EXPECT_TRUE(users_.LoadAll() && users_.RemoveStored(L"Bo"));
+  database_.DbExecute(L"DELETE FROM Settings;");  // a database that has been made anew
+  EXPECT_FALSE(users_.IsOutdated());
+  EXPECT_TRUE(users_.SaveAll());
+}
+
 TEST_F(UserCollectionTest, AUserInUseOutlivesItsReplacementItsRemovalAndAReload) {
   users_.Add(Administrator(L"Anna"));
   users_.Add(User(L"Bo"));
