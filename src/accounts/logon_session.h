@@ -81,6 +81,7 @@ class LogonSession final : private LogonCandidates {
   void SetSessionControl(SessionControl* session);
   // The users that may log on; null: none.
   void SetUsers(std::shared_ptr<UserCollection> users);
+  std::shared_ptr<UserCollection> Users() const;
 
   // The names of the users that may log on, in ascending order of character codes.
   std::vector<std::wstring> Names() const override;
@@ -126,7 +127,6 @@ class LogonSession final : private LogonCandidates {
   // The logon system in the settings, or as last read when they cannot be read. Requires the
   // decision lock.
   LogonSystem System() const;
-  std::shared_ptr<UserCollection> Users() const;
   void SetCurrent(std::shared_ptr<const UserEntry> user);
 
   // Opens the prompt of that system; creates the first user before if necessary. No lock is held.

@@ -46,4 +46,8 @@ std::optional<LogonSystem> LogonSystemIfKnown(Settings& settings) {
   return word ? std::optional(LogonSystemOf(*word)) : std::nullopt;
 }
 
+void StoreLogonSystem(LogonSystem system, Settings& settings) {
+  settings.SetSetting(SettingKey::kLogonSystem, LogonSystemWord(system));
+}
+
 }  // namespace quillgate

@@ -20,6 +20,7 @@ std::wstring_view UserTableOf(LogonSystem system);
 // nullopt.
 LogonSystem CurrentLogonSystem(Settings& settings);
 std::optional<LogonSystem> LogonSystemIfKnown(Settings& settings);
+void StoreLogonSystem(LogonSystem system, Settings& settings);
 
 // The two users of the NONE system: the common one, and the one that the override password logs on.
 inline constexpr std::wstring_view kCommonUserName = L"User";

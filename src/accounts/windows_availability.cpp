@@ -35,12 +35,13 @@ bool IsPackageInstalled() {
 
 }  // namespace
 
-// All tests are made; a later reason replaces an earlier one.
 MessageId WindowsLogonHint(WindowsIdentity& identity) {
-  MessageId hint = ReportedUser(identity).empty() ? kMsgRebootNeeded : 0;
-  if (!IsPackageRegistered()) hint = kMsgComponentMissing;
-  if (!IsPackageInstalled()) hint = kMsgComponentMissing;
-  return hint;
+  if (!HasWindowsLogonPackage()) return kMsgComponentMissing;
+  return ReportedUser(identity).empty() ? kMsgRebootNeeded : 0;
+}
+
+bool HasWindowsLogonPackage() {
+  return IsPackageRegistered() && IsPackageInstalled();
 }
 
 }  // namespace quillgate

@@ -10,4 +10,7 @@ namespace quillgate {
 // The message that says why not; 0: they can be. Never throws.
 MessageId WindowsLogonHint(WindowsIdentity& identity);
 
+// Whether the package is installed, whoever it has reported.
+bool HasWindowsLogonPackage();
+
 }  // namespace quillgate

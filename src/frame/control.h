@@ -21,6 +21,8 @@ class Control {
 
   void SetText(const std::wstring& text) const { ::SetWindowTextW(window_, text.c_str()); }
   std::wstring Text() const;
+  // The font must outlive the control.
+  void SetFont(HFONT font) const { Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE); }
 
   // The width of the text in the control's font, in pixels.
   int TextWidth(const std::wstring& text) const;

@@ -156,8 +156,9 @@ void DialogObject::ShowMessageBox(MessageId message, UINT icon) const {
   ShowText(window_, Catalogue(), Catalogue().GetMessageText(message), icon);
 }
 
-bool DialogObject::Ask(MessageId message) const {
-  return AskYesNo(window_, Catalogue(), Catalogue().GetMessageText(message)) && !IsStopping();
+bool DialogObject::Ask(MessageId message, MessageId caption) const {
+  const std::wstring question = Catalogue().GetMessageText(message);
+  return AskYesNo(window_, Catalogue(), question, caption) && !IsStopping();
 }
 
 std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRange& range) const {

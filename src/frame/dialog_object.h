@@ -83,7 +83,7 @@ class DialogObject {
   // ShowMessageBox shows a message box owned by the dialog, with one of the MB_ICON styles. Ask
   // shows a question with Yes and No and returns whether the user chose Yes.
   void ShowMessageBox(MessageId message, UINT icon) const;
-  bool Ask(MessageId message) const;
+  bool Ask(MessageId message, MessageId caption = kMsgProductName) const;
 
   // Reads the number in a field. Nullopt when it is out of range: the user has seen a message box,
   // and the field has the focus with its text selected.

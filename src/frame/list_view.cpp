@@ -51,6 +51,21 @@ std::wstring ListView::Cell(int row, int column) const {
   return text;
 }
 
+void ListView::SelectAndShow(int row) const {
+  if (row < 0) return;
+  constexpr UINT kSelected = LVIS_SELECTED | LVIS_FOCUSED;
+  ListView_SetItemState(Window(), row, kSelected, kSelected);
+  Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+std::optional<int> ListView::SelectedBy(const NMHDR& header) {
+  if (header.code != LVN_ITEMCHANGED) return {};
+  const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+  const bool isSelection = (change.uChanged & LVIF_STATE) != 0 &&
+                           (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
+  return isSelection ? std::optional(change.iItem) : std::nullopt;
+}
+
 void ListView::SetRowCount(int count) const {
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
 }

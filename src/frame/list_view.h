@@ -8,6 +8,7 @@
 #include <commctrl.h>
 
 #include <functional>
+#include <optional>
 
 #include "frame/control.h"
 
@@ -55,6 +56,10 @@ class ListView : public Control {
   bool IsSelected(int row) const {
     return ListView_GetItemState(Window(), row, LVIS_SELECTED) != 0;
   }
+  // Selects a row and scrolls to it; notifies as when the user does. A negative row is ignored.
+  void SelectAndShow(int row) const;
+  // The row that the notification reports as selected; nullopt for any other notification.
+  static std::optional<int> SelectedBy(const NMHDR& header);
   void Select(int row, bool selected) const;
   void SelectAll(bool selected) const { Select(kAllRows, selected); }
   // The first selected row after that one (-1: of all); -1 when there is none.

@@ -5,9 +5,9 @@
 namespace quillgate {
 namespace {
 
-int Show(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT style) {
-  return ::MessageBoxW(owner, text.c_str(), catalogue.GetMessageText(kMsgProductName).c_str(),
-                       style);
+int Show(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text, UINT style,
+         MessageId caption = kMsgProductName) {
+  return ::MessageBoxW(owner, text.c_str(), catalogue.GetMessageText(caption).c_str(), style);
 }
 
 std::wstring CurrentFailure(const MessageCatalogue& catalogue) {
@@ -34,8 +34,9 @@ void ShowInformation(HWND owner, const MessageCatalogue& catalogue, const std::w
   ShowText(owner, catalogue, text, MB_ICONINFORMATION);
 }
 
-bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question) {
-  return Show(owner, catalogue, question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question,
+              MessageId caption) {
+  return Show(owner, catalogue, question, MB_YESNO | MB_ICONQUESTION, caption) == IDYES;
 }
 
 void ShowCurrentException(HWND owner, const MessageCatalogue& catalogue) noexcept {

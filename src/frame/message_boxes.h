@@ -1,4 +1,4 @@
-// The message boxes of the program. The product name is the caption of all of them.
+// The message boxes of the program. The product name is the caption unless another one is given.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,8 @@ void ShowError(HWND owner, const MessageCatalogue& catalogue, const std::wstring
 void ShowInformation(HWND owner, const MessageCatalogue& catalogue, const std::wstring& text);
 
 // Shows a question with Yes and No; returns whether the user chose Yes.
-bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question);
+bool AskYesNo(HWND owner, const MessageCatalogue& catalogue, const std::wstring& question,
+              MessageId caption = kMsgProductName);
 
 // Call within a catch handler: shows the exception that is being handled as an error. The text of a
 // database error is shown as it is.

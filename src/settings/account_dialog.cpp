@@ -1,6 +1,11 @@
 #include "settings/account_dialog.h"
 
+#include <algorithm>
+#include <vector>
+
+#include "accounts/windows_users.h"
 #include "frame/combo_box.h"
+#include "frame/message_boxes.h"
 #include "resources/resource.h"
 
 namespace quillgate {
@@ -29,6 +34,18 @@ void AccountDialog::SetTexts(HWND) {
 bool AccountDialog::OnCommand(int control, int) {
   if (control == IDOK) chosen_ = ComboBox(Window(), IDC_ACCOUNT).SelectedText();
   return EndBy(control);
+}
+
+std::optional<std::wstring> AskNewAccount(const UiSurroundings& ui, HWND owner,
+                                          const UserCollection& users) {
+  std::vector<std::wstring> names;
+  if (!GetWindowsUserList(names)) {
+    ShowError(owner, ui.catalogue, ui.catalogue.GetMessageText(kMsgNoWindowsUsers));
+    return {};
+  }
+  std::erase_if(names, [&](const std::wstring& each) { return users.Contains(each); });
+  std::ranges::sort(names);
+  return AccountDialog(ui, names).Run(owner);
 }
 
 }  // namespace quillgate

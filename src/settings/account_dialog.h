@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "accounts/user_collection.h"
 #include "frame/dialog_object.h"
 
 namespace quillgate {
@@ -26,5 +27,10 @@ class AccountDialog final : public DialogObject {
   std::span<const std::wstring> names_;
   std::wstring chosen_;
 };
+
+// Asks for an account of the machine that is not one of the users yet. Nothing when that was
+// cancelled, or when the accounts cannot be enumerated, which the user is told.
+std::optional<std::wstring> AskNewAccount(const UiSurroundings& ui, HWND owner,
+                                          const UserCollection& users);
 
 }  // namespace quillgate

@@ -47,10 +47,6 @@ bool StoreGeneralSettings(const GeneralSettings& values, Settings& settings) {
   return isTimeNew || isDownloadNew;
 }
 
-void StoreLogonSystem(LogonSystem system, Settings& settings) {
-  settings.SetSetting(SettingKey::kLogonSystem, LogonSystemWord(system));
-}
-
 std::optional<std::size_t> ShownLanguage(const LanguageList& languages, DWORD stored,
                                          LANGID systemDefault) {
   std::optional<std::size_t> english;

@@ -34,7 +34,6 @@ GeneralSettings ReadGeneralSettings(Settings& settings);
 // Writes everything but the logon system. True when a threshold that is in force has changed, so
 // that the warnings of the running session may be given again.
 bool StoreGeneralSettings(const GeneralSettings& values, Settings& settings);
-void StoreLogonSystem(LogonSystem system, Settings& settings);
 
 // The index of the language that the page shows as the chosen one; nothing for an empty list. The
 // order of the tests is deliberate, see docs/behaviour.md.

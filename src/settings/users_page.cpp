@@ -2,17 +2,16 @@
 
 #include <algorithm>
 
-#include "accounts/windows_users.h"
 #include "frame/check_box.h"
 #include "frame/help_topics.h"
 #include "frame/input_dialog.h"
 #include "frame/message_boxes.h"
-#include "frame/number_field.h"
 #include "resources/resource.h"
 #include "settings/account_dialog.h"
 #include "settings/hours_dialog.h"
 #include "settings/password_dialog.h"
 #include "settings/session_effects.h"
+#include "settings/user_name.h"
 
 namespace quillgate {
 namespace {
@@ -20,33 +19,15 @@ namespace {
 constexpr UINT_PTR kOwnerTimer = 1;
 constexpr UINT kOwnerMilliseconds = 500;
 
-constexpr LimitControls kTimeControls{IDC_TIME_LIMIT, IDC_TIME_LIMIT_AMOUNT, IDC_TIME_LIMIT_PERIOD};
-constexpr LimitControls kDownloadControls{IDC_DOWNLOAD_LIMIT, IDC_DOWNLOAD_LIMIT_AMOUNT,
-                                          IDC_DOWNLOAD_LIMIT_PERIOD};
-
-// A name that can be seen and stored.
-bool IsAcceptableName(std::wstring_view name) {
-  constexpr std::wstring_view kBlanks = L" \u00A0\u3000";
-  const auto isControl = [](wchar_t each) {
-    return each < L' ' || (each >= L'\x7F' && each < L'\xA0');
-  };
-  return name.find_first_not_of(kBlanks) != std::wstring_view::npos &&
-         std::ranges::none_of(name, isControl) && IsStorableUserName(name);
-}
+constexpr LimitFields kTimeLimit{IDC_TIME_LIMIT, IDC_TIME_LIMIT_AMOUNT, IDC_TIME_LIMIT_PERIOD};
+constexpr LimitFields kDownloadLimit{IDC_DOWNLOAD_LIMIT, IDC_DOWNLOAD_LIMIT_AMOUNT,
+                                     IDC_DOWNLOAD_LIMIT_PERIOD};
 
 // Whether a notification of a control means that the user has changed a rule.
 bool IsRuleChange(int control, int code) {
-  switch (control) {
-    case IDC_TIME_LIMIT_AMOUNT:
-    case IDC_DOWNLOAD_LIMIT_AMOUNT:
-      return code == EN_CHANGE;
-    case IDC_TIME_LIMIT_PERIOD:
-    case IDC_DOWNLOAD_LIMIT_PERIOD:
-      return code == CBN_SELCHANGE;
-    default:
-      return code == BN_CLICKED && (control == IDC_TIME_LIMIT || control == IDC_DOWNLOAD_LIMIT ||
-                                    control == IDC_ADMINISTRATOR);
-  }
+  return LimitControls::IsChange(kTimeLimit, control, code) ||
+         LimitControls::IsChange(kDownloadLimit, control, code) ||
+         (control == IDC_ADMINISTRATOR && code == BN_CLICKED);
 }
 
 }  // namespace
@@ -59,14 +40,14 @@ UsersPage::UsersPage(const SettingsSurroundings& surroundings, SessionLog& sessi
       state_(state) {}
 
 bool UsersPage::OnInitDialog(HWND window) {
-  for (const int field : {IDC_TIME_LIMIT_AMOUNT, IDC_DOWNLOAD_LIMIT_AMOUNT})
-    NumberField(window, field).LimitLength(NumberField::kMaximumLength);
+  for (const LimitFields& fields : {kTimeLimit, kDownloadLimit})
+    Limit(fields).LimitLength();
   ::SetTimer(window, kOwnerTimer, kOwnerMilliseconds, nullptr);
   return true;
 }
 
 // The lists of periods are texts too; the first time the users are loaded as well.
-void UsersPage::SetTexts(HWND window) {
+void UsersPage::SetTexts(HWND) {
   constexpr ControlText kTexts[] = {
       {IDC_NEW_USER, kMsgNew},
       {IDC_REMOVE_USER, kMsgRemove},
@@ -84,14 +65,8 @@ void UsersPage::SetTexts(HWND window) {
       {IDC_ADMINISTRATOR, kMsgIsAdministrator},
   };
   ShowTexts(kTexts);
-  for (const int list : {IDC_TIME_LIMIT_PERIOD, IDC_DOWNLOAD_LIMIT_PERIOD}) {
-    const ComboBox periods(window, list);
-    const int selected = periods.Selection();
-    periods.Clear();
-    for (const MessageId period : {kMsgDay, kMsgWeekPeriod, kMsgMonthPeriod})
-      periods.Add(Catalogue().GetMessageText(period));
-    periods.Select(selected);
-  }
+  for (const LimitFields& fields : {kTimeLimit, kDownloadLimit})
+    Limit(fields).ListPeriods(Catalogue());
   if (users_ == nullptr) Reload();
   EnableControls();
 }
@@ -138,24 +113,11 @@ void UsersPage::ShowUser(const std::wstring& name) {
   const auto user = edits_->Find(name);
   shownName_ = user ? name : std::wstring();
   isShowing_ = true;
-  ShowLimit(kTimeControls, user ? user->TimeLimit() : User::Limit{});
-  ShowLimit(kDownloadControls, user ? user->DownloadLimit() : User::Limit{});
+  Limit(kTimeLimit).Show(user ? user->TimeLimit() : User::Limit{});
+  Limit(kDownloadLimit).Show(user ? user->DownloadLimit() : User::Limit{});
   CheckBox(Window(), IDC_ADMINISTRATOR).Check(user && user->IsAdministrator());
   isShowing_ = false;
   EnableControls();
-}
-
-void UsersPage::ShowLimit(const LimitControls& controls, const User::Limit& limit) const {
-  const LimitEntry entry = EntryOf(limit);
-  CheckBox(Window(), controls.enabled).Check(entry.enabled);
-  NumberField(Window(), controls.amount).SetText(entry.amount);
-  ComboBox(Window(), controls.period).Select(entry.period);
-}
-
-LimitEntry UsersPage::Entry(const LimitControls& controls) const {
-  return {CheckBox(Window(), controls.enabled).IsChecked(),
-          NumberField(Window(), controls.amount).Text(),
-          ComboBox(Window(), controls.period).Selection()};
 }
 
 UserRights UsersPage::Rights() const {
@@ -182,13 +144,9 @@ void UsersPage::EnableControls() const {
   for (const int control : {IDC_PASSWORD_GROUP, IDC_PASSWORD_HINT})
     enable(control, rights.hasPassword);
   enable(IDC_CHANGE_PASSWORD, rights.mayChangePassword);
-  for (const int control : {IDC_CHANGE_HOURS, IDC_TIME_LIMIT, IDC_DOWNLOAD_LIMIT})
-    enable(control, rights.mayChangeRules);
-  for (const LimitControls& controls : {kTimeControls, kDownloadControls}) {
-    const bool isOn = CheckBox(Window(), controls.enabled).IsChecked();
-    enable(controls.amount, rights.mayChangeRules && isOn);
-    enable(controls.period, rights.mayChangeRules && isOn);
-  }
+  enable(IDC_CHANGE_HOURS, rights.mayChangeRules);
+  for (const LimitFields& fields : {kTimeLimit, kDownloadLimit})
+    Limit(fields).Enable(rights.mayChangeRules && isUsable);
   enable(IDC_ADMINISTRATOR, rights.mayChangeAdministrator);
   const ControlText hints[] = {{IDC_PASSWORD_HINT, rights.passwordHint},
                                {IDC_HOURS_HINT, rights.hoursHint}};
@@ -248,21 +206,23 @@ void UsersPage::ChangeShown(Change&& change) {
 
 bool UsersPage::KeepEntered() {
   if (!Rights().mayChangeRules) return true;
-  for (const LimitControls& controls : {kTimeControls, kDownloadControls}) {
-    if (IsAccepted(Entry(controls))) continue;
+  for (const LimitFields& fields : {kTimeLimit, kDownloadLimit}) {
+    if (IsAccepted(Limit(fields).Entry())) continue;
     Activate();
-    if (!ReadNumber(controls.amount, kLimitRange)) return false;
+    if (!ReadNumber(fields.amount, kLimitRange)) return false;
   }
   const auto before = edits_->Find(shownName_);
   if (!before) return true;
   const bool isAdministrator = CheckBox(Window(), IDC_ADMINISTRATOR).IsChecked();
-  const bool isSame = EntryOf(before->TimeLimit()) == Entry(kTimeControls) &&
-                      EntryOf(before->DownloadLimit()) == Entry(kDownloadControls) &&
+  const LimitEntry time = Limit(kTimeLimit).Entry();
+  const LimitEntry download = Limit(kDownloadLimit).Entry();
+  const bool isSame = EntryOf(before->TimeLimit()) == time &&
+                      EntryOf(before->DownloadLimit()) == download &&
                       before->IsAdministrator() == isAdministrator;
   if (isSame) return true;
   ChangeShown([&](User& user) {
-    user.SetTimeLimit(LimitOf(Entry(kTimeControls), user.TimeLimit()));
-    user.SetDownloadLimit(LimitOf(Entry(kDownloadControls), user.DownloadLimit()));
+    user.SetTimeLimit(LimitOf(time, user.TimeLimit()));
+    user.SetDownloadLimit(LimitOf(download, user.DownloadLimit()));
     user.AssignAdministrator(isAdministrator);
   });
   return true;
@@ -272,21 +232,14 @@ std::optional<std::wstring> UsersPage::AskNewName() {
   if (system_ != LogonSystem::kWindows) {
     return InputDialog(surroundings_.ui).Run(Sheet(), kMsgAddNewUser, kMsgEnterUserName);
   }
-  std::vector<std::wstring> names;
-  if (!GetWindowsUserList(names)) {
-    ShowMessageBox(kMsgNoWindowsUsers, MB_ICONERROR);
-    return {};
-  }
-  std::erase_if(names, [this](const std::wstring& each) { return users_->Contains(each); });
-  std::ranges::sort(names);
-  return AccountDialog(surroundings_.ui, names).Run(Sheet());
+  return AskNewAccount(surroundings_.ui, Sheet(), *users_);
 }
 
 void UsersPage::AddUser() {
   if (!KeepEntered()) return;
   const auto name = AskNewName();
   if (!name) return;
-  if (!IsAcceptableName(*name)) return ShowMessageBox(kMsgInvalidUserName, MB_ICONEXCLAMATION);
+  if (!IsAcceptableUserName(*name)) return ShowMessageBox(kMsgInvalidUserName, MB_ICONEXCLAMATION);
   User user(*name);
   user.AssignAdministrator(StartsAsAdministrator(system_, edits_->HasOtherAdministrator(*name)));
   if (!users_->AddStored(std::move(user))) {

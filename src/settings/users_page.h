@@ -9,20 +9,13 @@
 
 #include "frame/combo_box.h"
 #include "frame/property_page.h"
-#include "settings/limit_entry.h"
+#include "settings/limit_controls.h"
 #include "settings/settings_surroundings.h"
 #include "settings/sheet_state.h"
 #include "settings/user_edits.h"
 #include "settings/user_rights.h"
 
 namespace quillgate {
-
-// The controls of one limit.
-struct LimitControls {
-  int enabled;
-  int amount;
-  int period;
-};
 
 class UsersPage final : public PropertyPage {
  public:
@@ -43,8 +36,7 @@ class UsersPage final : public PropertyPage {
   // Takes the users of the logon system in force, and drops what was changed in others.
   void Reload();
   void ShowUser(const std::wstring& name);
-  void ShowLimit(const LimitControls& controls, const User::Limit& limit) const;
-  LimitEntry Entry(const LimitControls& controls) const;
+  LimitControls Limit(const LimitFields& fields) const { return {Window(), fields}; }
   void EnableControls() const;
   UserRights Rights() const;
 

@@ -1,5 +1,5 @@
-// The user of a test in a property sheet: clicks and types in the controls of the page that is
-// shown.
+// The user in a property sheet or wizard: its current page's controls by their numbers. All calls are
+// made by the script.
 #pragma once
 
 #include <windows.h>
@@ -7,8 +7,9 @@
 #include <prsht.h>
 
 #include <QComboBox>
+#include <QLineEdit>
 
-#include "frame/desktop/frame_test.h"
+#include "desktop/dialog_driver.h"
 
 namespace quillgate {
 
@@ -66,7 +67,8 @@ class SheetUser {
     script.Await([&] { return list->currentText() == text; }, text);
   }
   QString Text(int id) { return script.TextOf(Get(id)); }
-  void Apply() { script.Click(sheet, kApply); }
+  // A button of the sheet itself.
+  void Press(int button) { script.Click(sheet, button); }
 
   DesktopScript& script;
   QWidget* sheet;

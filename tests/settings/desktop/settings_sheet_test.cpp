@@ -3,8 +3,8 @@
 #include "settings/settings_sheet.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 
+#include "frame/desktop/frame_test.h"
 #include "frame/desktop/sheet_user.h"
 #include "program/with_session.h"
 
@@ -148,7 +148,7 @@ TEST_F(SettingsSheetTest, AppliedRulesHoldAtOnceAndASessionThatMayGoOnGoesOn) {
     user.Turn(1);
     user.Click(IDC_TIME_LIMIT);
     user.Enter(IDC_TIME_LIMIT_AMOUNT, "2");
-    user.Apply();
+    user.Press(kApply);
     user.script.Await([&] { return users_->Find(L"Anna")->TimeLimit().enabled; }, "apply");
     EXPECT_TRUE(session_->IsOnline());
     EXPECT_EQ(session_->SecondsOnline(), 90u);
@@ -170,7 +170,7 @@ TEST_F(SettingsSheetTest, AThresholdIsRefusedOutsideItsRangeAndLetsTheWarningCom
     for (const QString text : {"0", "1441"}) {
       user.Enter(IDC_TIME_WARNING_AMOUNT, text);
       user.Turn(text == "0" ? 1 : 0);
-      user.Apply();
+      user.Press(kApply);
       EXPECT_EQ(CloseBox(user.script),
                 "The value " + text + " is invalid. It must be in the range 1 - 1440.");
       user.AwaitFocus(IDC_TIME_WARNING_AMOUNT);
@@ -193,7 +193,7 @@ TEST_F(SettingsSheetTest, AnotherLogonSystemIsAppliedBeforeItsUsersAreChanged) {
     user.Turn(1);
     EXPECT_TRUE(CloseBox(user.script).startsWith("Because the logon system has changed"));
     EXPECT_FALSE(user.IsEnabled(IDC_NEW_USER) || user.IsEnabled(IDC_CHANGE_PASSWORD));
-    user.Apply();
+    user.Press(kApply);
     user.AwaitChosen(IDC_USERS, "Admin");
     EXPECT_FALSE(user.IsEnabled(IDC_NEW_USER));
     EXPECT_TRUE(user.IsEnabled(IDC_CHANGE_PASSWORD));
@@ -223,7 +223,7 @@ TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {
     user.Choose(IDC_ADAPTER, 1);
     user.Click(IDC_LOCAL_TRAFFIC);
     user.Click(IDC_STATISTICS_RESTRICTED);
-    user.Apply();
+    user.Press(kApply);
     user.script.Await([&] { return user.sheet->windowTitle() == "Inst\u00e4llningar"; }, "Swedish");
     EXPECT_EQ(user.Get<QComboBox>(IDC_FIRST_DAY)->currentText(), "Onsdag");
   });

@@ -10,6 +10,7 @@
 #include <QToolButton>
 #include <QTreeView>
 
+#include "frame/desktop/frame_test.h"
 #include "frame/desktop/sheet_user.h"
 #include "program/program_test.h"
 
