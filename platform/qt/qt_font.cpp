@@ -25,7 +25,8 @@ struct Substitute {
   // The letter spacing in percent that makes texts as wide as in the original face.
   qreal spacing;
 };
-constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed", 97}};
+constexpr std::array kSubstitutes = {Substitute{"Tahoma", "DejaVu Sans Condensed", 97},
+                                     Substitute{"Verdana Bold", "DejaVu Sans", 100}};
 
 bool IsDesktopFace(const QString& face) {
   return face.isEmpty() || face.compare("MS Shell Dlg", Qt::CaseInsensitive) == 0 ||

@@ -106,7 +106,8 @@ TEST(Dialogs, HelpNumbersTellTemplateAndControlOnThePagesOnly) {
   for (const auto& [number, controls] : NumbersInHeader()) {
     constexpr DWORD kHelped[] = {IDD_SETTINGS_USERS,     IDD_SETTINGS_GENERAL,
                                  IDD_SETTINGS_ADVANCED,  IDD_CONNECTION_GENERAL,
-                                 IDD_CONNECTION_DETAILS, IDD_STATISTICS_DETAILS};
+                                 IDD_CONNECTION_DETAILS, IDD_STATISTICS_DETAILS,
+                                 IDD_SETUP_RESTRICTIONS, IDD_SETUP_USERS};
     const bool helps = std::ranges::count(kHelped, number) != 0;
     for (const DialogItem& item : Dialog(number).items) {
       const DWORD expected = helps ? 0x80000000 + number * 65536 + item.id : 0;

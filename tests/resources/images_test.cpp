@@ -1,4 +1,4 @@
-// The program's icons and bitmap as they are linked into it.
+// The program's icons and bitmaps as they are linked into it.
 #include <windows.h>
 
 #include <gmock/gmock.h>
@@ -26,9 +26,10 @@ unsigned NumberAt(Bytes bytes, std::size_t offset, std::size_t size) {
 }
 
 TEST(Images, EveryIconHasItsFourSizesInFullColour) {
-  for (const int icon : {IDI_CONNECTION_ENABLED, IDI_CONNECTION_DISABLED, IDI_CONNECTION_UNDECIDED,
-                         IDI_MENU_SETTINGS, IDI_MENU_EXIT, IDI_MENU_STATISTICS, IDI_MENU_HELP,
-                         IDI_MENU_LOG_ON, IDI_MENU_CONNECTION, IDI_MENU_OVERRIDE}) {
+  for (const int icon :
+       {IDI_CONNECTION_ENABLED, IDI_CONNECTION_DISABLED, IDI_CONNECTION_UNDECIDED,
+        IDI_MENU_SETTINGS, IDI_MENU_EXIT, IDI_MENU_STATISTICS, IDI_MENU_HELP, IDI_MENU_LOG_ON,
+        IDI_MENU_CONNECTION, IDI_MENU_OVERRIDE, IDI_SETUP_WARNING}) {
     const Bytes group =
         platform::FindResourceBytes(kIconGroup, static_cast<std::uint16_t>(icon), kEnglish);
     ASSERT_EQ(group.size(), 6u + 4 * 14) << icon;
@@ -43,6 +44,22 @@ TEST(Images, EveryIconHasItsFourSizesInFullColour) {
       EXPECT_EQ(NumberAt(image, 8, 4), kSizes[i] * 2);  // height of colours and mask
       EXPECT_EQ(NumberAt(image, 14, 2), 32u);           // bits of a pixel
     }
+  }
+}
+
+TEST(Images, BitmapsHaveTheSizesThatTheirPlacesLeave) {
+  const struct {
+    int number;
+    unsigned width, height;
+  } cases[] = {
+      {IDB_LOGON_BANNER, 367, 74}, {IDB_WIZARD_WATERMARK, 164, 314}, {IDB_WIZARD_HEADER, 49, 49}};
+  for (const auto& each : cases) {
+    const Bytes bitmap =
+        platform::FindResourceBytes(kBitmap, static_cast<std::uint16_t>(each.number), kEnglish);
+    ASSERT_GT(bitmap.size(), 40u) << each.number;
+    EXPECT_EQ(NumberAt(bitmap, 4, 4), each.width);
+    EXPECT_EQ(NumberAt(bitmap, 8, 4), each.height);
+    EXPECT_EQ(NumberAt(bitmap, 14, 2), 24u);
   }
 }
 
@@ -68,13 +85,6 @@ class Banner : public testing::Test {
 
   Bytes bytes_ = platform::FindResourceBytes(kBitmap, IDB_LOGON_BANNER, kEnglish);
 };
-
-TEST_F(Banner, HasTheSizeThatTheDialogLeavesForIt) {
-  ASSERT_GT(bytes_.size(), 40u);
-  EXPECT_EQ(NumberAt(bytes_, 4, 4), kWidth);
-  EXPECT_EQ(NumberAt(bytes_, 8, 4), kHeight);
-  EXPECT_EQ(NumberAt(bytes_, 14, 2), 24u);
-}
 
 // A wider dialog repeats the last column, which must not be seen as stripes.
 TEST_F(Banner, ContinuesEvenlyAtItsRightEdge) {
