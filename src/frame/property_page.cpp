@@ -57,8 +57,10 @@ INT_PTR CALLBACK PropertyPage::StaticPageProc(HWND window, UINT message, WPARAM 
                                               LPARAM lParam) noexcept {
   if (message != WM_INITDIALOG) return Route(window, message, wParam, lParam);
   const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
-  // The sheet has its final size and is not yet shown. The system chose its position.
-  CentreOnScreen(::GetParent(window));
+  // The sheet has its final size; the system chose its position. A wizard is already shown when its
+  // later pages are created, and stays where the user has moved it.
+  const HWND sheet = ::GetParent(window);
+  if (!::IsWindowVisible(sheet)) CentreOnScreen(sheet);
   return reinterpret_cast<PropertyPage*>(page->lParam)->Begin(window);
 }
 

@@ -1,5 +1,5 @@
-// The user in a property sheet or wizard: its current page's controls by their numbers. All calls are
-// made by the script.
+// The user in a property sheet or wizard: its current page's controls by their numbers. All calls
+// are made by the script.
 #pragma once
 
 #include <windows.h>
@@ -8,10 +8,16 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <functional>
 
 #include "desktop/dialog_driver.h"
 
 namespace quillgate {
+
+// The buttons of a wizard.
+constexpr int kBack = 0x3023;
+constexpr int kNext = 0x3024;
+constexpr int kFinish = 0x3025;
 
 class SheetUser {
  public:
@@ -69,6 +75,24 @@ class SheetUser {
   QString Text(int id) { return script.TextOf(Get(id)); }
   // A button of the sheet itself.
   void Press(int button) { script.Click(sheet, button); }
+
+  // --- in a wizard ---
+  void AwaitReady(int button) {
+    const QWidget* widget = script.Child(sheet, button);
+    script.Await([&] { return widget->isVisible() && widget->isEnabled(); }, "button");
+  }
+  // What turns the page.
+  void Go(const std::function<void()>& act) {
+    const HWND window = script.HandleOf(sheet);
+    HWND before = nullptr;
+    script.Do([&] { before = PropSheet_GetCurrentPageHwnd(window); });
+    act();
+    script.Await([&] { return PropSheet_GetCurrentPageHwnd(window) != before; }, "other page");
+  }
+  void Go(int button) {
+    AwaitReady(button);
+    Go([&] { Press(button); });
+  }
 
   DesktopScript& script;
   QWidget* sheet;

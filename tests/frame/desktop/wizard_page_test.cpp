@@ -4,16 +4,13 @@
 #include <stdexcept>
 
 #include "frame/desktop/frame_test.h"
+#include "frame/desktop/sheet_user.h"
 #include "frame/property_sheet.h"
 
 namespace quillgate {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr int kBack = 0x3023;
-constexpr int kNext = 0x3024;
-constexpr int kFinish = 0x3025;
 
 class RecordingPage final : public WizardPage {
  public:
