@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include "frame/help_topics.h"
 #include "service/process_objects.h"
 #include "service/service_installation.h"
@@ -11,6 +13,13 @@ namespace quillgate {
 
 bool HasDesktop() {
   return ::GetSystemMetrics(SM_CXSCREEN) != 0;
+}
+
+void InitialiseControls() {
+  const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
+                                                            ICC_TAB_CLASSES | ICC_UPDOWN_CLASS |
+                                                            ICC_DATE_CLASSES};
+  ::InitCommonControlsEx(&controls);
 }
 
 DesktopObjects::DesktopObjects(ProcessObjects& objects)

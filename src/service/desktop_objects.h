@@ -19,6 +19,8 @@ class ProcessObjects;
 
 // Whether the process can show windows.
 bool HasDesktop();
+// Registers the common controls that dialogs and pages use.
+void InitialiseControls();
 
 class DesktopObjects {
  public:

@@ -24,6 +24,7 @@ unsigned MonitorThread::Run() noexcept {
 void MonitorThread::RunCycle() noexcept {
   const CriticalSectionLock hold(cycle_);
   if (IsStopRequested()) return;
+  prepare_();
   try {
     session_.RunEnforcementCycle();
     lastFailure_.clear();

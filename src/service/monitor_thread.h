@@ -2,6 +2,7 @@
 // the thread wakes once a second. A failed cycle is logged, and the next one runs all the same.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "service/event_log.h"
@@ -12,7 +13,9 @@ namespace quillgate {
 
 class MonitorThread final : public WorkerThread {
  public:
-  MonitorThread(SessionLog& session, EventLog& events) : session_(session), events_(events) {}
+  // `prepare` is called before each cycle; it must not throw.
+  MonitorThread(SessionLog& session, EventLog& events, std::function<void()> prepare)
+      : session_(session), events_(events), prepare_(std::move(prepare)) {}
   ~MonitorThread() override { Join(); }
 
   // Call after Stop: waits until a running cycle is over. No cycle begins afterwards.
@@ -26,6 +29,7 @@ class MonitorThread final : public WorkerThread {
 
   SessionLog& session_;
   EventLog& events_;
+  const std::function<void()> prepare_;
   CriticalSection cycle_;
   // The failure logged last; the same one is not logged at every cycle.
   std::wstring lastFailure_;

@@ -7,6 +7,7 @@
 #include "service/command_line.h"
 #include "service/service_installation.h"
 #include "service/service_names.h"
+#include "service/setup_run.h"
 
 namespace quillgate {
 namespace {
@@ -57,8 +58,7 @@ int RunProcess(ServiceModule& service, ProcessObjects& objects,
       OpenGateForGood();
       break;
     case CommandWord::kSetupWizard:
-      objects.Events().LogEvent(L"The setup wizard is not available in this version.");
-      break;
+      return RunSetupWizard(objects);
     case CommandWord::kUnknown:
       break;
   }

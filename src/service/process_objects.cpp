@@ -1,10 +1,25 @@
 #include "service/process_objects.h"
 
 namespace quillgate {
+namespace {
+
+constexpr std::uint32_t kLanguageBits = 0xFFFF;
+constexpr std::uint32_t kDefaultSublanguage = 0x400;
+
+}  // namespace
 
 ProcessObjects::~ProcessObjects() {
   monitor_.reset();
   logon_.SetSessionControl(nullptr);
+}
+
+void ProcessObjects::ApplyLanguage() {
+  const std::uint32_t stored = SettingNumber(settings_.GetSetting(SettingKey::kLanguage, L"0"));
+  catalogue_.SetInterfaceLanguage((stored & kLanguageBits) | kDefaultSublanguage);
+}
+
+bool ProcessObjects::IsFirstStart() {
+  return settings_.GetSetting(SettingKey::kFirstStart, L"1") == L"1";
 }
 
 void ProcessObjects::EnterDesktop() {
@@ -69,39 +84,62 @@ LogonSystem ProcessObjects::AwaitLogonSystem() {
 
 void ProcessObjects::LoadUsers() {
   const LogonSystem system = AwaitLogonSystem();
-  users_ = std::make_shared<UserCollection>(system, database_);
+  const auto users = std::make_shared<UserCollection>(system, database_);
   // Saving the built-in users replaces the table, so a table that could not be read must not count
   // as empty.
-  if (users_->Count() == 0 && !HasNoUsers()) users_->LoadAll();
-  if (system == LogonSystem::kNone && HasNoUsers()) EnsureBuiltInUsers(*users_);
-  for (const std::wstring& name : users_->UnreadableNames()) {
+  if (users->Count() == 0 && !HasNoUsers(*users)) users->LoadAll();
+  if (system == LogonSystem::kNone && HasNoUsers(*users)) EnsureBuiltInUsers(*users);
+  for (const std::wstring& name : users->UnreadableNames()) {
     events_.LogEvent(L"The stored user cannot be read whole, so its rules may not hold: " + name);
   }
-  logon_.SetUsers(users_);
+  logon_.SetUsers(users);
 }
 
-// Nobody else decides about a logon meanwhile. Who chose NONE goes on with the override; under
-// QUILLGATE people log on themselves.
+// Who chose NONE goes on with the override.
 bool ProcessObjects::Switch(const std::function<bool()>& store) {
+  return TakeOver(store, [this] {
+    const bool isNone = CurrentLogonSystem(settings_) == LogonSystem::kNone;
+    if (!isNone || !logon_.LogOnAs(kOverrideUserName)) logon_.LogOnWithoutAsking({});
+  });
+}
+
+bool ProcessObjects::SetUp(const std::function<bool()>& store) {
+  return TakeOver(store, [this] { logon_.LogOnWithoutAsking({}); });
+}
+
+void ProcessObjects::FollowSetup() noexcept {
+  const auto isOutdated = [this] {
+    const auto users = Users();
+    return users != nullptr && users->IsOutdated();
+  };
+  try {
+    // Asked again under the decision lock, since somebody else may load users meanwhile.
+    if (isOutdated()) SetUp(isOutdated);
+  } catch (...) {
+    events_.LogCurrentException();
+  }
+}
+
+// Nobody else decides about a logon meanwhile. Under QUILLGATE people log on themselves.
+bool ProcessObjects::TakeOver(const std::function<bool()>& store,
+                              const std::function<void()>& logOn) {
   const CriticalSectionLock hold(logon_.DecisionLock());
   if (!store()) return false;
   logonRequests_.LogOff(1);
   LoadUsers();
-  const LogonSystem system = CurrentLogonSystem(settings_);
-  if (system == LogonSystem::kQuillgate) return true;
+  if (CurrentLogonSystem(settings_) == LogonSystem::kQuillgate) return true;
   try {
-    if (system == LogonSystem::kWindows || !logon_.LogOnAs(kOverrideUserName))
-      logon_.LogOnWithoutAsking({});
+    logOn();
   } catch (...) {
     events_.LogCurrentException();
   }
   return true;
 }
 
-bool ProcessObjects::HasNoUsers() {
+bool ProcessObjects::HasNoUsers(const UserCollection& users) {
   try {
     DbRows rows;
-    database_.DbQuery(L"SELECT COUNT(*) FROM " + std::wstring(users_->Table()) + L";", rows);
+    database_.DbQuery(L"SELECT COUNT(*) FROM " + std::wstring(users.Table()) + L";", rows);
     return rows.size() == 1 && rows.front().at(0) == L"0";
   } catch (...) {
     events_.LogCurrentException();
@@ -111,11 +149,12 @@ bool ProcessObjects::HasNoUsers() {
 
 void ProcessObjects::ReleaseUsers() {
   logon_.SetUsers(nullptr);
-  users_.reset();
 }
 
 void ProcessObjects::StartMonitor() {
-  if (monitor_ == nullptr) monitor_ = std::make_unique<MonitorThread>(Session(), events_);
+  if (monitor_ == nullptr) {
+    monitor_ = std::make_unique<MonitorThread>(Session(), events_, [this] { FollowSetup(); });
+  }
   monitor_->Start();
 }
 

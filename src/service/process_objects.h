@@ -41,6 +41,11 @@ class ProcessObjects final : public LogonSystemControl {
   StopRequest& Stop() { return stop_; }
   WindowsIdentity& Identity() { return windowsLogonName_; }
 
+  // Shows texts in the language of the settings from now on.
+  void ApplyLanguage();
+  // Whether no start of the service has got as far as its window yet.
+  bool IsFirstStart();
+
   // Called on the service main thread, before and after its message loop. If there is no desktop,
   // or the tray cannot be created (which is logged), the event log shows the state of the gate and
   // every prompt of a logon counts as cancelled.
@@ -70,13 +75,20 @@ class ProcessObjects final : public LogonSystemControl {
   // Null before StartMonitor.
   MonitorThread* Monitor() { return monitor_.get(); }
 
-  // --- the logon system; on the service main thread ---
-  std::shared_ptr<UserCollection> Users() const override { return users_; }
+  // --- the logon system; any thread ---
+  std::shared_ptr<UserCollection> Users() const override { return logon_.Users(); }
   bool Switch(const std::function<bool()>& store) override;
+  // As Switch for the setup wizard, whose `store` also writes users: the logon is an ordinary one.
+  bool SetUp(const std::function<bool()>& store);
+  // Takes over what a wizard in another process has stored, if it has.
+  void FollowSetup() noexcept;
 
  private:
+  // Stores, then ends the session, loads the users and logs on; see Switch. `logOn` is not called
+  // under QUILLGATE.
+  bool TakeOver(const std::function<bool()>& store, const std::function<void()>& logOn);
   LogonSystem AwaitLogonSystem();
-  bool HasNoUsers();
+  bool HasNoUsers(const UserCollection& users);
   void ReportMissingHook();
 
   EventLog events_;
@@ -90,7 +102,6 @@ class ProcessObjects final : public LogonSystemControl {
   WindowsLogonName windowsLogonName_{database_};
   LogonSession logon_{settings_, windowsLogonName_};
   LogonRequests logonRequests_{logon_, events_};
-  std::shared_ptr<UserCollection> users_;
   std::unique_ptr<DesktopObjects> desktop_;
   std::unique_ptr<SessionLog> session_;
   std::atomic<SessionLog*> sharedSession_{nullptr};  // for other threads

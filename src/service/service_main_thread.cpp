@@ -2,13 +2,12 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include <optional>
 #include <stdexcept>
 
 #include "service/service_module.h"
 #include "service/service_window.h"
+#include "service/setup_run.h"
 
 namespace quillgate {
 namespace {
@@ -17,14 +16,11 @@ constexpr DWORD kMonitorStopMilliseconds = 5000;
 // Time for the monitor, which checks the stop request once a second, to notice it.
 constexpr DWORD kStopPauseMilliseconds = 500;
 
-constexpr std::uint32_t kLanguageBits = 0xFFFF;
-constexpr std::uint32_t kDefaultSublanguage = 0x400;
-
 }  // namespace
 
 void ServiceMainThread::Run() {
   module_.SetMainThread();
-  ApplyLanguage();
+  objects_.ApplyLanguage();
   ApplyFirstDayOfWeek();
   std::optional<ServiceWindow> window;
   try {
@@ -32,6 +28,7 @@ void ServiceMainThread::Run() {
     objects_.StartMonitor();
     // From here on calls may wait for a display server, which enforcement must not do.
     InitialiseControls();
+    RunSetupAtFirstStart(objects_);
     objects_.EnterDesktop();
     window.emplace(objects_);
     if (!window->Create()) throw std::runtime_error("Could not create the service window.");
@@ -41,19 +38,6 @@ void ServiceMainThread::Run() {
     throw;
   }
   TakeDown();
-}
-
-void ServiceMainThread::InitialiseControls() {
-  const INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
-                                                            ICC_TAB_CLASSES | ICC_UPDOWN_CLASS |
-                                                            ICC_DATE_CLASSES};
-  ::InitCommonControlsEx(&controls);
-}
-
-void ServiceMainThread::ApplyLanguage() {
-  const std::uint32_t stored =
-      SettingNumber(objects_.GetSettings().GetSetting(SettingKey::kLanguage, L"0"));
-  objects_.Catalogue().SetInterfaceLanguage((stored & kLanguageBits) | kDefaultSublanguage);
 }
 
 void ServiceMainThread::ApplyFirstDayOfWeek() {

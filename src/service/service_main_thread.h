@@ -1,6 +1,7 @@
 // The work of the service between "running" and "stopped": begins the session, starts the monitor,
-// creates the desktop objects and the hidden window, runs the message loop, and takes everything
-// down in order. Runs on the service main thread.
+// runs the setup wizard if this is the first start, creates the desktop objects and the hidden
+// window, runs the message loop, and takes everything down in order. Runs on the service main
+// thread.
 #pragma once
 
 #include "service/process_objects.h"
@@ -19,8 +20,6 @@ class ServiceMainThread {
   void Run();
 
  private:
-  void InitialiseControls();
-  void ApplyLanguage();
   void ApplyFirstDayOfWeek();
   void RunMessageLoop();
   void TakeDown();

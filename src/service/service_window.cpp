@@ -52,7 +52,8 @@ LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
 
 void ServiceWindow::OnCreate(HWND window) {
   objects_.Logons().SetRequestWindow(window);
-  if (objects_.GetSettings().GetSetting(SettingKey::kFirstStart, L"1") == L"1") OnFirstStart();
+  // A stop while the setup wizard was open leaves the first start to the next one.
+  if (objects_.IsFirstStart() && !objects_.Stop().IsRaised()) OnFirstStart();
   if (registerNotification_ != nullptr) registerNotification_(window, NOTIFY_FOR_ALL_SESSIONS);
 }
 

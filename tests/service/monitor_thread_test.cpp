@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "service_test.h"
+#include "wizard/wizard_state.h"
 
 namespace quillgate {
 namespace {
@@ -73,6 +74,28 @@ TEST_F(MonitorThreadTest, AFailingDatabaseIsLoggedOnceAndDoesNotEndTheCycles) {
   EXPECT_EQ(machine_.Events().size(), before + 2) << "a new failure of the same kind";
 }
 
+TEST_F(MonitorThreadTest, ACycleGoesOnWithWhatAWizardInAnotherProcessHasStored) {
+  Database database;
+  Settings settings(database);
+  WizardState advanced(database);
+  advanced.ChooseType(false);
+  advanced.ChooseSystem(LogonSystem::kQuillgate);
+  advanced.SetAdministrator(L"Anna", L"swan");
+  ASSERT_TRUE(advanced.Store(settings));
+  EXPECT_FALSE(objects_.Users()->AddStored(User(L"Bo"))) << "over the wizard's";
+  Wake(20);
+  EXPECT_THAT(objects_.Users()->SortedNames(), testing::ElementsAre(L"Anna"));
+  EXPECT_EQ(LoggedOn(), L"");
+  EXPECT_FALSE(objects_.Session().IsOnline());
+  WizardState simple(database);
+  simple.SetOverridePassword(L"lark");
+  ASSERT_TRUE(simple.Store(settings));
+  Wake(40);
+  EXPECT_TRUE(objects_.Users()->Find(L"Admin")->CheckPassword(L"lark"));
+  EXPECT_EQ(LoggedOn(), L"User");
+  EXPECT_EQ(Query(L"SELECT User FROM ConnLog;"), DbRows{{L"User"}}) << "ended by the first alone";
+}
+
 TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
   Wake(18);
   HasCycled();
@@ -86,7 +109,9 @@ TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
 
 TEST_F(MonitorThreadTest, AMonitorThatWasNeverStartedEndsWithoutACycle) {
   HasCycled();
-  { MonitorThread another(objects_.Session(), objects_.Events()); }
+  {
+    MonitorThread another(objects_.Session(), objects_.Events(), [] {});
+  }
   EXPECT_FALSE(HasCycled());
 }
 

@@ -51,7 +51,6 @@ TEST_F(ProcessEntryTest, EveryRoleRecordsTheFolderWithItsTerminatorAndSaysWhatIt
   const std::pair<std::vector<std::wstring>, const char*> roles[] = {
       {{L"Setup"}, ""},
       {{L"Uninstall"}, ""},
-      {{L"/SetupWizard"}, "The setup wizard is not available in this version.\n"},
       {{}, "StartServiceCtrlDispatcher Error=1063\n"},
   };
   for (const auto& [arguments, output] : roles) {
@@ -63,6 +62,15 @@ TEST_F(ProcessEntryTest, EveryRoleRecordsTheFolderWithItsTerminatorAndSaysWhatIt
     EXPECT_THAT(machine_.MessageBoxes(), IsEmpty());
     EXPECT_THAT(machine_.Events(), IsEmpty());
   }
+}
+
+TEST_F(ProcessEntryTest, ASetupWizardWithoutADesktopFailsAndSaysHowToRunItLater) {
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Run({L"/SetupWizard"}), 1);
+  EXPECT_THAT(testing::internal::GetCapturedStderr(),
+              testing::EndsWith("use the command \"qgserv SetupWizard\".\n"));
+  EXPECT_EQ(output_, "");
+  EXPECT_THAT(machine_.Events(), IsEmpty());
 }
 
 TEST_F(ProcessEntryTest, AnInstalledServiceIsInteractiveAndStartsWithTheSystemUntilUninstalled) {

@@ -1,7 +1,7 @@
-// Two hundred SIGKILLs at random moments, half of them while sessions are measured and logged, half
-// while the user table is being replaced. The victims do the program's writing on a simulated
-// machine with the real database engine; what they had reported as done when they died must be in
-// the database, which the stock sqlite3 reads.
+// Three hundred SIGKILLs at random moments: while sessions are measured and logged, while the user
+// table is being replaced, and while the setup wizard stores a configuration. The victims do the
+// program's writing on a simulated machine with the real database engine; what they had reported as
+// done when they died must be in the database, which the stock sqlite3 reads.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -24,6 +24,7 @@
 #include "program/program_test.h"
 #include "program/recording_indicator.h"
 #include "session/session_log.h"
+#include "wizard/wizard_state.h"
 
 namespace quillgate {
 namespace {
@@ -99,6 +100,25 @@ void SaveUsers(Victim& victim, const Reports& report, int) {
   }
 }
 
+// Reports the number of each setup, which is the edition of the users. The logon systems alternate,
+// and every user of the chosen one carries the number of the setup that wrote it.
+void StoreSetups(Victim& victim, const Reports& report, int) {
+  while (true) {
+    WizardState wizard(victim.database);
+    const std::wstring edition = victim.settings.GetSetting(SettingKey::kUsersEdition, L"0");
+    const auto number = static_cast<std::int32_t>(SettingNumber(edition)) + 1;
+    wizard.ChooseType(false);
+    wizard.ChooseSystem(number % 2 == 0 ? LogonSystem::kWindows : LogonSystem::kQuillgate);
+    for (int i = 0; i < kUsers; ++i) {
+      User user(L"user " + std::to_wstring(i));
+      user.SetTimeLimit({false, number, LimitPeriod::kDay});
+      if (!wizard.Users().Replace(user)) wizard.Users().Add(user);
+    }
+    if (!wizard.Store(victim.settings)) return;
+    report("set up||" + std::to_string(number));
+  }
+}
+
 // Reported sessions that are not stored once, with at least the seconds that were reported, and as
 // finished with exactly these once their end was.
 constexpr const char* kLostSessions = R"(
@@ -120,6 +140,21 @@ constexpr const char* kLostUsers = R"(
     (SELECT MAX(Number + 0) AS Saved FROM Reported)
     WHERE Entries <> 25 OR Oldest <> Newest OR Oldest NOT BETWEEN Saved AND Saved + 1)";
 
+// The configuration unless logon system and users are those of one setup: the last one that was
+// reported or the next.
+constexpr const char* kLostSetup = R"(
+  SELECT * FROM
+    (SELECT (SELECT Value FROM Settings WHERE Key = '845') AS System,
+            (SELECT Value + 0 FROM Settings WHERE Key = '60917') AS Edition,
+            (SELECT MAX(Number + 0) FROM Reported) AS Saved),
+    (SELECT 'QUILLGATE' AS Owner, COUNT(*) AS Entries, MIN(TimeLimit + 0) AS Oldest,
+            MAX(TimeLimit + 0) AS Newest FROM Users_Quillgate
+     UNION ALL
+     SELECT 'WINDOWS', COUNT(*), MIN(TimeLimit + 0), MAX(TimeLimit + 0) FROM Users_Windows)
+    WHERE Owner = CASE Edition % 2 WHEN 0 THEN 'WINDOWS' ELSE 'QUILLGATE' END
+      AND (System IS NOT Owner OR Entries <> 25 OR Oldest IS NOT Edition OR
+           Newest IS NOT Edition OR Edition NOT BETWEEN Saved AND Saved + 1))";
+
 // What a victim does, what of it is lost (nothing may be), and whether it did enough to tell.
 struct KillPoint {
   const char* name;
@@ -131,6 +166,7 @@ struct KillPoint {
 constexpr KillPoint kKillPoints[] = {
     {"Sessions", LogSessions, kLostSessions, "SELECT MAX(State = 'ended') FROM Reported"},
     {"Users", SaveUsers, kLostUsers, "SELECT MAX(Number + 0) > 100 FROM Reported"},
+    {"Setups", StoreSetups, kLostSetup, "SELECT MAX(Number + 0) > 100 FROM Reported"},
 };
 
 class Kills : public testing::TestWithParam<KillPoint> {

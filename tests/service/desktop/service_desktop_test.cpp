@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "desktop/dialog_driver.h"
+#include "frame/desktop/sheet_user.h"
 #include "resources/resource.h"
 #include "service/service_main_thread.h"
 #include "service/service_test.h"
@@ -67,15 +68,28 @@ TEST_F(ServiceDesktopTest, TheTrayShowsTheGateAndTheEventLogDoesNot) {
   EXPECT_EQ(std::wstring(changes.back().second.szTip), L"Quillgate - Internet connection enabled");
 }
 
-TEST_F(ServiceDesktopTest, TheFirstStartAsksForTheFirstUserAndLogsItOn) {
+TEST_F(ServiceDesktopTest, TheFirstStartBeginsWithTheWizardWhoseAdministratorThenLogsOn) {
   Set(SettingKey::kFirstStart, L"1");
-  Set(SettingKey::kLogonSystem, L"QUILLGATE");
   Run([this](DesktopScript& script) {
-    QWidget* question = script.AwaitWindow("Add new user");
-    script.Type(question, IDC_INPUT_EDIT, "Anna");
-    script.Click(question, IDOK);
-    script.Click(script.AwaitWindow("Quillgate"), IDOK);
-    script.Click(script.AwaitWindow(kLogonTitle), IDOK);
+    SheetUser wizard(script, script.AwaitWindow("Quillgate Setup Wizard"));
+    EXPECT_EQ(LoggedOn(), L"User") << "enforced meanwhile";
+    EXPECT_TRUE(machine_.NotificationChanges().empty()) << "the icon comes later";
+    wizard.Go(kNext);
+    wizard.Click(IDC_TYPE_ADVANCED);
+    wizard.Go(kNext);
+    wizard.Click(IDC_CHOICE_QUILLGATE);
+    wizard.Go(kNext);
+    wizard.Enter(IDC_ADMINISTRATOR_NAME, "Anna");
+    wizard.Enter(IDC_ADMINISTRATOR_PASSWORD, "swan");
+    wizard.Enter(IDC_ADMINISTRATOR_CONFIRM, "swan");
+    wizard.Go(kNext);
+    wizard.Go(kNext);
+    wizard.AwaitReady(kFinish);
+    wizard.Press(kFinish);
+    QWidget* dialog = script.AwaitWindow(kLogonTitle);
+    EXPECT_EQ(LoggedOn(), L"");
+    script.Type(dialog, IDC_LOGON_PASSWORD, "swan");
+    script.Click(dialog, IDOK);
     AwaitLoggedOn(script, L"Anna");
     EXPECT_TRUE(objects_.Session().IsOnline());
     Stop();
@@ -150,7 +164,7 @@ struct OpenAtStop {
 class StopTest : public ServiceDesktopTest, public testing::WithParamInterface<OpenAtStop> {};
 
 constexpr OpenAtStop kOpenAtStop[] = {
-    {true, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
+    {true, 0, L"QUILLGATE", nullptr, L"", "Quillgate Setup Wizard", L""},
     {false, 0, L"QUILLGATE", nullptr, L"", "Add new user", L""},
     {false, 0, L"QUILLGATE", L"Anna", L"", "Quillgate - Log on", L""},
     {false, 0, L"QUILLGATE", L"Anna", L"secret", "Quillgate", L""},
@@ -190,6 +204,7 @@ TEST_P(StopTest, EndsTheServiceUnderWhateverIsOpen) {
   if (given.user != nullptr) return;
   objects_.GetDatabase().DbOpen();
   EXPECT_THAT(Query(L"SELECT Name FROM Users_Quillgate;"), testing::IsEmpty());
+  EXPECT_EQ(Setting(SettingKey::kFirstStart), given.firstStart ? L"1" : L"0");
 }
 
 }  // namespace
