@@ -103,7 +103,8 @@ bool DialogControl::TakeKey(DialogKey key, HWND focus, LRESULT code) {
 
 void DialogControl::OnFocusMoved(HWND focus) {
   window_.Queue()->Defer([dialog = window_.Handle(), focus] {
-    if (::IsWindow(dialog)) MarkDefaultButton(dialog, focus);
+    // The focus may have moved on meanwhile, as when a page is hidden and another one shown.
+    if (::IsWindow(dialog) && ::GetFocus() == focus) MarkDefaultButton(dialog, focus);
   });
 }
 
