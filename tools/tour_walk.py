@@ -1,29 +1,25 @@
 """The walk through the program: what is done at each stop, what must appear there, and what must
 be true of the traffic meanwhile.
 """
-import hashlib
 import time
 
 from demo_network import probes
 from service_lab import Download, check, say
 from tour_settings import SettingsStops
-from tour_statistics import OTHERS, StatisticsStops
+from tour_statistics import OTHERS, StatisticsStops, write_log
 from tour_texts import interface_texts
+from tour_wizard import WizardStops, digest
 
 BYTES_PER_SECOND = 400_000
 CYCLE_SECONDS = 20
 DOWNLOAD_LIMIT_MEGABYTES = 8
 MEGABYTE = 1 << 20
+HELP_TITLES = {"en": "Quillgate - Help", "sv": "Quillgate - Handbok"}
 LANGUAGE_SETTINGS = {"en": "9", "sv": "29"}
 CONTROL_LOGGING_OFF = 129
 ALLOWED_EVERY_HOUR = "0" * 168
 WINDOWS_USER = "karin"
 PASSWORDS = {"anna": "nightingale", "bo": "harbour", "Admin": "lighthouse"}
-
-
-def digest(password):
-    """As the user tables store it."""
-    return hashlib.md5(password.encode()).hexdigest().upper()
 
 
 def user_row(table, name, megabytes=None, administrator=False):
@@ -37,7 +33,8 @@ def user_row(table, name, megabytes=None, administrator=False):
 
 def users_and_settings(language):
     return (
-        "DELETE FROM Users_None;",
+        "DELETE FROM Settings;",
+        *(f"DELETE FROM Users_{system};" for system in ("None", "Quillgate", "Windows")),
         "INSERT INTO Settings VALUES ('85298', '0');",
         "INSERT INTO Settings VALUES ('845', 'QUILLGATE');",
         f"INSERT INTO Settings VALUES ('5820', '{LANGUAGE_SETTINGS[language]}');",
@@ -58,12 +55,17 @@ class Walk:
         self.service = service
         self.network = network
         self.album = album
+        self.language = language
         self.texts = interface_texts(language)
         self.hours = hours
         self.settings = SettingsStops(desktop, album, service, network, self.texts)
         self.statistics = StatisticsStops(desktop, album, self.texts)
+        self.wizard = WizardStops(desktop, album, service, self.texts)
 
     def everything(self):
+        self.wizard.everything()
+        self.service.sql(*users_and_settings(self.language))
+        write_log(self.service.database)
         self.own_logon_system()
         self.override()
         self.hours.everything()
@@ -155,6 +157,12 @@ class Walk:
         self.desktop.keys("Up", "Up", "Right")
         self.desktop.await_menus(2)
         self.album.add("menu-help", "The help menu", "Opened from the menu of the icon.")
+        self.desktop.keys("Return")
+        self.desktop.rest_pointer()
+        self.help_topics()
+        self.open_menu()
+        self.desktop.keys("Up", "Up", "Right")
+        self.desktop.await_menus(2)
         self.desktop.keys("Down", "Return")
         self.desktop.rest_pointer()
         self.desktop.await_window(self.texts[1106])
@@ -167,6 +175,17 @@ class Walk:
         self.open_menu()
         self.choose(3)
         self.settings.administrator(self.check_gate)
+
+    def help_topics(self):
+        self.desktop.await_window(HELP_TITLES[self.language])
+        self.album.add("help", "Help", "Contents on the left, a topic on the right.")
+        self.desktop.keys("ctrl+f")
+        self.desktop.type("4095")
+        self.desktop.keys("Return", "Return")
+        time.sleep(0.5)
+        self.album.add("help-search", "A search in all topics", "The first occurrence is selected.")
+        self.desktop.keys("Escape")
+        self.desktop.await_closed(HELP_TITLES[self.language])
 
     # Nobody logs on: one set of restrictions, and a password that lifts them.
 
