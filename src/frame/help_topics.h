@@ -16,6 +16,8 @@ inline constexpr wchar_t kTopicStatisticsTopList[] = L"html/reports2.html";
 inline constexpr wchar_t kTopicSettingsGeneral[] = L"html/opt-general.html";
 inline constexpr wchar_t kTopicSettingsUsers[] = L"html/opt-users.html";
 inline constexpr wchar_t kTopicSettingsAdvanced[] = L"html/opt-advanced.html";
+inline constexpr wchar_t kTopicHours[] = L"html/hours.html";
+inline constexpr wchar_t kTopicSetupWizard[] = L"html/wizard.html";
 
 // The number of the popup text of a control. The dialog templates contain the same numbers as help
 // identifiers.

@@ -10,7 +10,8 @@ namespace quillgate {
 
 class InputDialog final : public DialogObject {
  public:
-  explicit InputDialog(const UiSurroundings& ui) : DialogObject(ui, {}) {}
+  InputDialog(const UiSurroundings& ui, std::wstring helpTopic)
+      : DialogObject(ui, std::move(helpTopic)) {}
 
   // Returns the text, at most 511 characters and possibly empty; nullopt when the dialog was
   // cancelled. The owner may be null.

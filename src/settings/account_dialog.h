@@ -7,6 +7,7 @@
 
 #include "accounts/user_collection.h"
 #include "frame/dialog_object.h"
+#include "frame/help_topics.h"
 
 namespace quillgate {
 
@@ -14,7 +15,7 @@ class AccountDialog final : public DialogObject {
  public:
   // The names outlive the dialog.
   AccountDialog(const UiSurroundings& ui, std::span<const std::wstring> names)
-      : DialogObject(ui, {}), names_(names) {}
+      : DialogObject(ui, kTopicSettingsUsers), names_(names) {}
 
   // One of the names; nothing when it was cancelled. The owner may be null.
   std::optional<std::wstring> Run(HWND owner);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "frame/control.h"
+#include "frame/help_topics.h"
 #include "resources/resource.h"
 
 namespace quillgate {
@@ -24,7 +25,7 @@ bool IsPrimaryButtonDown() {
 
 HoursDialog::HoursDialog(const UiSurroundings& ui, Settings& settings, HWND parent,
                          const HoursTable& hours)
-    : DialogObject(ui, {}),
+    : DialogObject(ui, kTopicHours),
       parent_(parent),
       hours_(hours),
       firstDay_(SettingNumber(settings.GetSetting(SettingKey::kFirstDayOfWeek, L"1"))) {}

@@ -5,12 +5,13 @@
 #include <string>
 
 #include "frame/dialog_object.h"
+#include "frame/help_topics.h"
 
 namespace quillgate {
 
 class PasswordDialog final : public DialogObject {
  public:
-  explicit PasswordDialog(const UiSurroundings& ui) : DialogObject(ui, {}) {}
+  explicit PasswordDialog(const UiSurroundings& ui) : DialogObject(ui, kTopicSettingsUsers) {}
 
   // At most 64 characters, possibly none; nothing when it was cancelled. The owner may be null.
   std::optional<std::wstring> Run(HWND owner);

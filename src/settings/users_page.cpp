@@ -230,7 +230,8 @@ bool UsersPage::KeepEntered() {
 
 std::optional<std::wstring> UsersPage::AskNewName() {
   if (system_ != LogonSystem::kWindows) {
-    return InputDialog(surroundings_.ui).Run(Sheet(), kMsgAddNewUser, kMsgEnterUserName);
+    return InputDialog(surroundings_.ui, kTopicSettingsUsers)
+        .Run(Sheet(), kMsgAddNewUser, kMsgEnterUserName);
   }
   return AskNewAccount(surroundings_.ui, Sheet(), *users_);
 }

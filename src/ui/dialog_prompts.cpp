@@ -1,5 +1,6 @@
 #include "ui/dialog_prompts.h"
 
+#include "frame/help_topics.h"
 #include "frame/input_dialog.h"
 #include "frame/message_boxes.h"
 #include "ui/logon_dialog.h"
@@ -21,7 +22,7 @@ std::optional<std::wstring> DialogPrompts::AskLogon(LogonSystem system,
 std::optional<std::wstring> DialogPrompts::AskFirstUserName() {
   const IndicatorLock locked(indicator_);
   for (;;) {
-    auto name = InputDialog(ui_).Run(nullptr, kMsgAddNewUser, kMsgEnterFirstUser);
+    auto name = InputDialog(ui_, kTopicLogon).Run(nullptr, kMsgAddNewUser, kMsgEnterFirstUser);
     // The caller decides whether to prompt again after an empty name.
     if (!name || name->empty() || IsStorableUserName(*name)) return name;
     ShowError(nullptr, ui_.catalogue, ui_.catalogue.GetMessageText(kMsgInvalidUserName));

@@ -1,10 +1,12 @@
 #include "wizard/setup_page.h"
 
+#include "frame/help_topics.h"
+
 namespace quillgate {
 
 SetupPage::SetupPage(const WizardSurroundings& surroundings, WizardState& state, unsigned number,
                      std::optional<Header> header)
-    : WizardPage(surroundings.ui, number, kMsgSetupWizard, header, {}),
+    : WizardPage(surroundings.ui, number, kMsgSetupWizard, header, kTopicSetupWizard),
       surroundings_(surroundings),
       state_(state),
       number_(number) {}

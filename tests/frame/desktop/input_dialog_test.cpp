@@ -22,7 +22,8 @@ TEST_F(FrameTest, AnInputDialogAnswersUpTo511CharactersOfWhatWasEnteredOrNothing
       user.Type(window, IDC_INPUT_EDIT, each.typed);
     };
     DesktopScript script(UserOf("Add new user", each.button, enter));
-    EXPECT_EQ(InputDialog(ui_).Run(window_->Get(), kMsgAddNewUser, kMsgUserNameLabel), each.answer)
+    EXPECT_EQ(InputDialog(ui_, {}).Run(window_->Get(), kMsgAddNewUser, kMsgUserNameLabel),
+              each.answer)
         << each.typed.toStdString();
   }
 }
