@@ -25,8 +25,8 @@ int RowRanges::Next(int after) const {
 
 void RowRanges::Add(RowRange rows) {
   // Ranges that overlap or adjoin become one.
-  const Place from = Locate(rows.first - 1);
-  const Place to = std::find_if(from, ranges_.end(),
+  const auto from = Locate(rows.first - 1);
+  const auto to = std::find_if(from, ranges_.end(),
                                 [&](const RowRange& each) { return each.first - 1 > rows.last; });
   if (from != to) {
     rows.first = std::min(rows.first, from->first);
@@ -36,13 +36,13 @@ void RowRanges::Add(RowRange rows) {
 }
 
 void RowRanges::Remove(RowRange rows) {
-  const Place from = Locate(rows.first);
-  const Place to = std::find_if(from, ranges_.end(),
+  const auto from = Locate(rows.first);
+  const auto to = std::find_if(from, ranges_.end(),
                                 [&](const RowRange& each) { return each.first > rows.last; });
   if (from == to) return;
   const RowRange head{from->first, rows.first - 1};
   const int end = std::prev(to)->last;
-  Place place = Erase(from, to);
+  auto place = Erase(from, to);
   if (end > rows.last) place = Insert(place, {rows.last + 1, end});
   if (head.first <= head.last) Insert(place, head);
 }
@@ -74,7 +74,7 @@ RowRanges RowRanges::Without(const RowRanges& other) const {
 }
 
 void RowRanges::InsertRow(int row) {
-  Place place = Locate(row);
+  auto place = Locate(row);
   if (place != ranges_.end() && place->first < row) {
     const RowRange head{place->first, row - 1};
     place->first = row;
@@ -88,13 +88,13 @@ void RowRanges::InsertRow(int row) {
 
 void RowRanges::RemoveRow(int row) {
   Remove({row, row});
-  const Place place = Locate(row);
-  for (Place each = place; each != ranges_.end(); ++each) {
+  const auto place = Locate(row);
+  for (auto each = place; each != ranges_.end(); ++each) {
     --each->first;
     --each->last;
   }
   if (place == ranges_.begin() || place == ranges_.end()) return;
-  const Place before = std::prev(place);
+  const auto before = std::prev(place);
   if (before->last + 1 != place->first) return;
   before->last = place->last;
   ranges_.erase(place);
@@ -110,7 +110,7 @@ RowRanges::Place RowRanges::Insert(Place place, RowRange rows) {
 }
 
 RowRanges::Place RowRanges::Erase(Place from, Place to) {
-  for (Place each = from; each != to; ++each)
+  for (auto each = from; each != to; ++each)
     count_ -= CountOf(*each);
   return ranges_.erase(from, to);
 }

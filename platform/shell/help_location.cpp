@@ -107,10 +107,10 @@ std::optional<HelpTarget> ResolveHelpAddress(std::wstring_view path, std::wstrin
 }
 
 fs::path FindHelpFile(std::wstring_view file, LANGID language) {
-  const fs::path named = ExecutableFolder() / PosixPath(file);
+  fs::path named = ExecutableFolder() / PosixPath(file);
   const std::string code = LanguageCode(language);
   if (code.empty()) return named;
-  const fs::path translated = named.parent_path() / code / named.filename();
+  fs::path translated = named.parent_path() / code / named.filename();
   std::error_code error;
   return fs::is_regular_file(translated, error) ? translated : named;
 }

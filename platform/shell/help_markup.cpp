@@ -142,7 +142,7 @@ std::wstring MarkupReader::ReadValue() {
   if (!IsAt(L"\"") && !IsAt(L"'")) return DecodeReferences(TakeUntil(L" \t\r\n\f>"));
   const std::wstring_view quote = markup_.substr(at_, 1);
   ++at_;
-  const std::wstring value = DecodeReferences(TakeUntil(quote));
+  std::wstring value = DecodeReferences(TakeUntil(quote));
   if (at_ < markup_.size()) ++at_;
   return value;
 }
