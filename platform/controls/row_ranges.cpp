@@ -27,7 +27,7 @@ void RowRanges::Add(RowRange rows) {
   // Ranges that overlap or adjoin become one.
   const auto from = Locate(rows.first - 1);
   const auto to = std::find_if(from, ranges_.end(),
-                                [&](const RowRange& each) { return each.first - 1 > rows.last; });
+                               [&](const RowRange& each) { return each.first - 1 > rows.last; });
   if (from != to) {
     rows.first = std::min(rows.first, from->first);
     rows.last = std::max(rows.last, std::prev(to)->last);
@@ -38,7 +38,7 @@ void RowRanges::Add(RowRange rows) {
 void RowRanges::Remove(RowRange rows) {
   const auto from = Locate(rows.first);
   const auto to = std::find_if(from, ranges_.end(),
-                                [&](const RowRange& each) { return each.first > rows.last; });
+                               [&](const RowRange& each) { return each.first > rows.last; });
   if (from == to) return;
   const RowRange head{from->first, rows.first - 1};
   const int end = std::prev(to)->last;
