@@ -1,7 +1,6 @@
 #include "platform/service/service_channel.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 
@@ -11,6 +10,7 @@
 #include <cstdlib>
 
 #include "platform/kernel/encoding.h"
+#include "platform/kernel/linux_poll.h"
 #include "platform/service/service_files.h"
 
 namespace platform {
@@ -30,18 +30,6 @@ bool IsLockFile(int descriptor, std::wstring_view name) {
   return ::fstat(descriptor, &status) == 0 &&
          ::lstat(ServiceFilePath(name, ServiceFile::kLock).c_str(), &file) == 0 &&
          status.st_dev == file.st_dev && status.st_ino == file.st_ino;
-}
-
-// Returns when the channel is readable or closed, or after the timeout.
-void AwaitInput(int channel) {
-  using std::chrono::steady_clock;
-  const auto deadline = steady_clock::now() + kTimeout;
-  pollfd entry{channel, POLLIN, 0};
-  while (true) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
-    const int timeout = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
-    if (::poll(&entry, 1, timeout) >= 0 || errno != EINTR) return;
-  }
 }
 
 }  // namespace
@@ -70,7 +58,7 @@ void ReportTaken(int channel) {
 }
 
 bool AwaitTaken(int channel) {
-  AwaitInput(channel);
+  AwaitInput(channel, std::chrono::steady_clock::now() + kTimeout);
   char report = 0;
   return ::recv(channel, &report, sizeof report, MSG_DONTWAIT) == sizeof report && report == kTaken;
 }

@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <winerror.h>
@@ -13,6 +12,7 @@
 #include <utility>
 
 #include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/linux_poll.h"
 #include "platform/kernel/log.h"
 #include "platform/kernel/modules.h"
 #include "platform/kernel/oom_score.h"
@@ -40,7 +40,6 @@ class ReaderProcess {
   std::optional<std::string> Read();
 
  private:
-  bool AwaitOutput(std::chrono::steady_clock::time_point end) const;
   bool AwaitEnd();
 
   FileDescriptor output_;
@@ -65,25 +64,12 @@ ReaderProcess::ReaderProcess(const fs::path& program, const fs::path& file) {
   if (error == 0) ExposeToOomKiller(process_);
 }
 
-// True when there is output or its end.
-bool ReaderProcess::AwaitOutput(std::chrono::steady_clock::time_point end) const {
-  pollfd readable{output_.Get(), POLLIN, 0};
-  for (;;) {
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-    if (left.count() <= 0) return false;
-    const int ready = ::poll(&readable, 1, static_cast<int>(left.count()));
-    if (ready < 0 && errno == EINTR) continue;
-    return ready == 1;
-  }
-}
-
 std::optional<std::string> ReaderProcess::Read() {
   if (process_ < 0) return std::nullopt;
   const auto end = std::chrono::steady_clock::now() + kTimeout;
   std::string stream;
   std::array<char, kBufferSize> buffer{};
-  while (AwaitOutput(end)) {
+  while (AwaitInput(output_.Get(), end)) {
     const ssize_t count = ::read(output_.Get(), buffer.data(), buffer.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return std::nullopt;

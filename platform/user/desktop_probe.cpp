@@ -1,6 +1,5 @@
 #include "platform/user/desktop_probe.h"
 
-#include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -10,6 +9,7 @@
 #include <csignal>
 #include <string>
 
+#include "platform/kernel/linux_poll.h"
 #include "platform/kernel/oom_score.h"
 
 namespace platform {
@@ -21,17 +21,9 @@ namespace {
 constexpr auto kTimeout = std::chrono::seconds(15);
 
 bool AwaitByte(int descriptor) {
-  const auto end = std::chrono::steady_clock::now() + kTimeout;
-  pollfd readable{descriptor, POLLIN, 0};
-  for (;;) {
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-    if (left.count() <= 0) return false;
-    const int ready = ::poll(&readable, 1, static_cast<int>(left.count()));
-    if (ready < 0 && errno == EINTR) continue;
-    char word = 0;
-    return ready == 1 && ::read(descriptor, &word, 1) == 1;
-  }
+  char word = 0;
+  return AwaitInput(descriptor, std::chrono::steady_clock::now() + kTimeout) &&
+         ::read(descriptor, &word, 1) == 1;
 }
 
 }  // namespace

@@ -77,6 +77,15 @@ bool OriginOf(HWND window, POINT& origin) {
   });
 }
 
+// Moves the point by so many times that position. False without a point, or when the window is
+// gone.
+bool MovePoint(HWND window, POINT* point, int times) {
+  POINT origin{};
+  if (point == nullptr || !OriginOf(window, origin)) return false;
+  *point = {point->x + times * origin.x, point->y + times * origin.y};
+  return true;
+}
+
 // The window's bounds in screen coordinates. `wanted`, the caller's buffer, is only checked. False,
 // with the last error set, on failure.
 bool BoundsOnScreen(HWND window, RECT* wanted, RECT& bounds) {
@@ -214,23 +223,13 @@ BOOL WINAPI GetClientRect(HWND window, LPRECT area) try {
 }
 
 BOOL WINAPI ClientToScreen(HWND window, LPPOINT point) try {
-  POINT origin{};
-  if (point == nullptr || !OriginOf(window, origin)) {
-    return FALSE;
-  }
-  *point = {point->x + origin.x, point->y + origin.y};
-  return TRUE;
+  return MovePoint(window, point, 1) ? TRUE : FALSE;
 } catch (...) {
   return FailedCall(FALSE);
 }
 
 BOOL WINAPI ScreenToClient(HWND window, LPPOINT point) try {
-  POINT origin{};
-  if (point == nullptr || !OriginOf(window, origin)) {
-    return FALSE;
-  }
-  *point = {point->x - origin.x, point->y - origin.y};
-  return TRUE;
+  return MovePoint(window, point, -1) ? TRUE : FALSE;
 } catch (...) {
   return FailedCall(FALSE);
 }
