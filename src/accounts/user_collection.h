@@ -73,6 +73,7 @@ class UserCollection {
   // For callers that follow a user through its changes.
   std::shared_ptr<const UserEntry> FindEntry(std::wstring_view name) const;
   bool Contains(std::wstring_view name) const;
+  bool HasAdministrator() const { return HasAdministrator(Snapshot()); }
   // In ascending order of character codes.
   std::vector<std::wstring> SortedNames() const;
   std::size_t Count() const;

@@ -7,13 +7,6 @@
 namespace quillgate {
 namespace {
 
-struct GlobalBlockTrait {
-  using Type = HGLOBAL;
-  static Type Invalid() { return nullptr; }
-  static void Close(Type block) { ::GlobalFree(block); }
-};
-using GlobalBlock = UniqueHandle<GlobalBlockTrait>;
-
 // Has the clipboard open for a window, if it can be had.
 class OpenedClipboard {
  public:

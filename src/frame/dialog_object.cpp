@@ -161,15 +161,18 @@ bool DialogObject::Ask(MessageId message, MessageId caption) const {
   return AskYesNo(window_, Catalogue(), question, caption) && !IsStopping();
 }
 
-std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRange& range) const {
-  const NumberField edit(window_, field);
-  const std::uint32_t number = edit.Number();
-  if (range.Contains(number)) return number;
-  const std::wstring text =
-      Catalogue().GetMessageText(kMsgValueOutOfRange, number, range.lowest, range.highest);
-  ShowText(window_, Catalogue(), text, MB_ICONEXCLAMATION);
+void DialogObject::RefuseEntry(int field, const std::wstring& reason) const {
+  ShowText(window_, Catalogue(), reason, MB_ICONEXCLAMATION);
+  const Edit edit(window_, field);
   edit.SelectAll();
   edit.Focus();
+}
+
+std::optional<std::uint32_t> DialogObject::ReadNumber(int field, const NumberRange& range) const {
+  const std::uint32_t number = NumberField(window_, field).Number();
+  if (range.Contains(number)) return number;
+  RefuseEntry(field,
+              Catalogue().GetMessageText(kMsgValueOutOfRange, number, range.lowest, range.highest));
   return {};
 }
 

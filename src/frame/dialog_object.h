@@ -85,6 +85,12 @@ class DialogObject {
   void ShowMessageBox(MessageId message, UINT icon) const;
   bool Ask(MessageId message, MessageId caption = kMsgProductName) const;
 
+  // Shows why the text of a field is refused; the field then has the focus with its text selected.
+  void RefuseEntry(int field, const std::wstring& reason) const;
+  void RefuseEntry(int field, MessageId reason) const {
+    RefuseEntry(field, Catalogue().GetMessageText(reason));
+  }
+
   // Reads the number in a field. Nullopt when it is out of range: the user has seen a message box,
   // and the field has the focus with its text selected.
   std::optional<std::uint32_t> ReadNumber(int field, const NumberRange& range) const;

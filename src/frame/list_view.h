@@ -25,9 +25,6 @@ class ListView : public Control {
   // Appends a column. The width is in pixels, the alignment one of LVCFMT_; the first column is
   // always aligned to the left.
   void AddColumn(const std::wstring& heading, int width, int alignment = LVCFMT_LEFT) const;
-  void SetColumnWidth(int column, int width) const {
-    ListView_SetColumnWidth(Window(), column, width);
-  }
   void SetHeading(int column, const std::wstring& heading) const;
   // Fits the width of a column to its texts and heading; the last column takes the rest of the
   // width.

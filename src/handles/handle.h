@@ -96,6 +96,14 @@ struct HeapBlockTrait {
 };
 using HeapBlock = UniqueHandle<HeapBlockTrait>;
 
+// Memory for the clipboard, which takes it over.
+struct GlobalBlockTrait {
+  using Type = HGLOBAL;
+  static Type Invalid() { return nullptr; }
+  static void Close(Type block) { ::GlobalFree(block); }
+};
+using GlobalBlock = UniqueHandle<GlobalBlockTrait>;
+
 // Memory that a system call allocated for its caller.
 struct LocalBlockTrait {
   using Type = HLOCAL;

@@ -32,12 +32,9 @@ void PasswordDialog::SetTexts(HWND) {
 
 bool PasswordDialog::OnCommand(int control, int) {
   if (control != IDOK) return EndBy(control);
-  const Edit first(Window(), IDC_PASSWORD);
-  password_ = first.Text();
+  password_ = Edit(Window(), IDC_PASSWORD).Text();
   if (password_ == Edit(Window(), IDC_PASSWORD_AGAIN).Text()) return EndBy(control);
-  ShowMessageBox(kMsgPasswordsDiffer, MB_ICONEXCLAMATION);
-  first.SelectAll();
-  first.Focus();
+  RefuseEntry(IDC_PASSWORD, kMsgPasswordsDiffer);
   return true;
 }
 

@@ -49,9 +49,10 @@ std::wstring SessionStatement(const DateInterval& interval, const UserFilter& fi
 DbRows ReadSessions(Database& database, const DateInterval& interval, const UserFilter& filter) {
   const std::wstring sql = SessionStatement(interval, filter);
   if (!filter.isEveryone || FitsStatement(sql)) return Query(database, sql);
+  constexpr auto kUserColumn = static_cast<std::size_t>(SessionColumn::kUser);
   DbRows rows = Query(database, IntervalStatement(interval) + L";");
   const std::unordered_set<std::wstring_view> names(filter.names.begin(), filter.names.end());
-  std::erase_if(rows, [&](const DbRow& row) { return !names.contains(row[1]); });
+  std::erase_if(rows, [&](const DbRow& row) { return !names.contains(row[kUserColumn]); });
   return rows;
 }
 

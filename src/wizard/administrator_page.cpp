@@ -26,12 +26,9 @@ void AdministratorPage::SetTexts(HWND) {
 }
 
 bool AdministratorPage::AcceptsNext() {
-  const Edit field(Window(), IDC_ADMINISTRATOR_NAME);
-  const std::wstring name = field.Text();
+  const std::wstring name = Edit(Window(), IDC_ADMINISTRATOR_NAME).Text();
   if (!IsAcceptableUserName(name)) {
-    ShowMessageBox(kMsgInvalidUserName, MB_ICONEXCLAMATION);
-    field.SelectAll();
-    field.Focus();
+    RefuseEntry(IDC_ADMINISTRATOR_NAME, kMsgInvalidUserName);
     return false;
   }
   const auto password = ReadPassword();

@@ -21,11 +21,8 @@ bool PasswordPage::OnInitDialog(HWND window) {
 
 std::optional<std::wstring> PasswordPage::ReadPassword() const {
   std::wstring password = Edit(Window(), fields_.password).Text();
-  const Edit confirmation(Window(), fields_.confirmation);
-  if (password != confirmation.Text()) {
-    ShowMessageBox(kMsgPasswordsDiffer, MB_ICONEXCLAMATION);
-    confirmation.SelectAll();
-    confirmation.Focus();
+  if (password != Edit(Window(), fields_.confirmation).Text()) {
+    RefuseEntry(fields_.confirmation, kMsgPasswordsDiffer);
     return {};
   }
   if (password.empty() && !Ask(kMsgAskNoPassword)) return {};

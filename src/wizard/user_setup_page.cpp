@@ -15,13 +15,6 @@ constexpr LimitFields kLimit{IDC_DETAILS_LIMIT, IDC_DETAILS_LIMIT_AMOUNT, IDC_DE
 constexpr int kMaximumPassword = 64;
 constexpr int kAdministratorColumn = 1;
 
-bool HasAdministrator(const UserCollection& users) {
-  return std::ranges::any_of(users.SortedNames(), [&](const std::wstring& each) {
-    const auto user = users.Find(each);
-    return user != nullptr && user->IsAdministrator();
-  });
-}
-
 }  // namespace
 
 UserSetupPage::UserSetupPage(const WizardSurroundings& surroundings, WizardState& state)
@@ -180,10 +173,7 @@ bool UserSetupPage::IsNameAccepted(const std::wstring& name) const {
   if (name == ShownName()) return true;
   const bool isTaken = State().Users().Contains(name);
   if (!isTaken && IsAcceptableUserName(name)) return true;
-  ShowMessageBox(isTaken ? kMsgUserNotAdded : kMsgInvalidUserName, MB_ICONEXCLAMATION);
-  const Edit field(Window(), IDC_DETAILS_NAME);
-  field.SelectAll();
-  field.Focus();
+  RefuseEntry(IDC_DETAILS_NAME, isTaken ? kMsgUserNotAdded : kMsgInvalidUserName);
   return false;
 }
 
@@ -207,7 +197,7 @@ void UserSetupPage::AddUser() {
   if (!IsAcceptableUserName(*name)) return ShowMessageBox(kMsgInvalidUserName, MB_ICONEXCLAMATION);
   User user(*name);
   // Under WINDOWS there is no administrator page: the first user is the administrator.
-  user.AssignAdministrator(!HasAdministrator(State().Users()));
+  user.AssignAdministrator(!State().Users().HasAdministrator());
   if (!State().Users().Add(std::move(user))) {
     return ShowMessageBox(kMsgUserNotAdded, MB_ICONEXCLAMATION);
   }
