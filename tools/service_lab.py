@@ -3,6 +3,7 @@
 Nothing else on the machine is touched, and everything is gone when the program that uses this ends,
 however it ends.
 """
+import hashlib
 import os
 import signal
 import socket
@@ -25,6 +26,11 @@ def check(holds, text):
     if not holds:
         failures.append(text)
     return holds
+
+
+def digest(password):
+    """As the user tables store it."""
+    return hashlib.md5(password.encode()).hexdigest().upper()
 
 
 class Service:

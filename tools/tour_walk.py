@@ -4,11 +4,11 @@ be true of the traffic meanwhile.
 import time
 
 from demo_network import probes
-from service_lab import Download, check, say
+from service_lab import Download, check, digest, say
 from tour_settings import SettingsStops
 from tour_statistics import OTHERS, StatisticsStops, write_log
 from tour_texts import interface_texts
-from tour_wizard import WizardStops, digest
+from tour_wizard import WizardStops
 
 BYTES_PER_SECOND = 400_000
 CYCLE_SECONDS = 20

@@ -1,21 +1,15 @@
 """The setup wizard on the desktop of the tour: by command along the simple path and cancelled, then as
 the first thing that the service shows, along the path with users.
 """
-import hashlib
 import subprocess
 import time
 
-from service_lab import check
+from service_lab import check, digest
 
 CAPTION = 30038
 LOG_ON_CAPTION = 1041
 BOX = 100
 WAIT_SECONDS = 30
-
-
-def digest(password):
-    """As the user tables store it."""
-    return hashlib.md5(password.encode()).hexdigest().upper()
 
 
 class WizardStops:
