@@ -1,4 +1,4 @@
-// The user accounts of this machine: those of people in the password database, or the simulated
+// The user accounts of this machine: those of people in the name service, or the simulated
 // machine's. Any thread.
 #pragma once
 
@@ -19,6 +19,6 @@ struct LocalAccount {
 using AccountSource = std::function<std::optional<std::vector<LocalAccount>>()>;
 
 std::optional<std::vector<LocalAccount>> ListAccounts();
-void SetAccountSource(AccountSource source);  // empty: the password database again
+void SetAccountSource(AccountSource source);  // empty: the name service again
 
 }  // namespace platform

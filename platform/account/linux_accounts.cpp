@@ -6,6 +6,7 @@
 #include <charconv>
 #include <fstream>
 #include <mutex>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -50,9 +51,9 @@ UserIdRange ReadUserIdRange(std::istream& configuration) {
   return range;
 }
 
-bool IsLoginShell(std::string_view shell) {
-  const std::string_view program = shell.substr(shell.rfind('/') + 1);
-  return program != "nologin" && program != "false" && program != "sync";
+std::wstring AccountName(std::string_view name) {
+  name.remove_prefix(name.rfind('\\') + 1);
+  return Wide(name.substr(0, name.find('@')));
 }
 
 std::optional<std::vector<LocalAccount>> HumanAccounts() {
@@ -62,22 +63,25 @@ std::optional<std::vector<LocalAccount>> HumanAccounts() {
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
   std::vector<LocalAccount> accounts;
+  std::set<std::wstring> names;
+  bool isReadable = false;
   ::setpwent();
   errno = 0;
   while (const passwd* const entry = ::getpwent()) {
+    isReadable = true;
     const bool human = entry->pw_uid >= range.first && entry->pw_uid <= range.last;
-    if (human && IsLoginShell(entry->pw_shell == nullptr ? "" : entry->pw_shell)) {
-      accounts.push_back({Wide(entry->pw_name), Wide(FullName(*entry)), entry->pw_uid});
+    const std::wstring name = AccountName(entry->pw_name);
+    if (human && names.insert(name).second) {
+      accounts.push_back({name, Wide(FullName(*entry)), entry->pw_uid});
     }
     errno = 0;
   }
   const int error = errno;
   ::endpwent();
-  if (error != 0 && error != ENOENT) {
-    LogLine("the password database cannot be read");
-    return std::nullopt;
-  }
-  return accounts;
+  if (error == 0 || error == ENOENT) return accounts;
+  LogLine("the name service cannot list all accounts");
+  if (isReadable) return accounts;
+  return std::nullopt;
 }
 
 }  // namespace platform

@@ -1,8 +1,10 @@
-// The accounts of people in the password database. Any thread.
+// The accounts of people in the name service: local ones, and those of directories as far as they
+// can be listed. Any thread.
 #pragma once
 
 #include <istream>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,11 +21,12 @@ struct UserIdRange {
 // Reads the range from login.defs. A missing or malformed number keeps its default.
 UserIdRange ReadUserIdRange(std::istream& configuration);
 
-// Whether an account with this shell can log on; an empty shell is the default one.
-bool IsLoginShell(std::string_view shell);
+// The name without a domain, which directories put before a backslash or after "@".
+std::wstring AccountName(std::string_view name);
 
-// The accounts in the range with a login shell, in the order of the password database; nothing when
-// it cannot be read.
+// The accounts in the range, each name once, in the order of the name service; nothing when it
+// lists no account at all. Neither the shell nor a locked password matters: people log on by other
+// means as well.
 std::optional<std::vector<LocalAccount>> HumanAccounts();
 
 }  // namespace platform

@@ -92,3 +92,7 @@
 #define ERROR_RESOURCE_ENUM_USER_STOP 15106u
 
 #define NERR_Success 0u
+
+// Results of component functions; a negative one is a failure.
+#define S_OK (static_cast<HRESULT>(0))
+#define E_FAIL (static_cast<HRESULT>(0x80004005u))

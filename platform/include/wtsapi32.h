@@ -3,4 +3,10 @@
 
 #include <windef.h>
 
+extern "C" {
+
 #define NOTIFY_FOR_ALL_SESSIONS 1u
+BOOL WINAPI WTSRegisterSessionNotification(HWND window, DWORD flags);
+BOOL WINAPI WTSUnRegisterSessionNotification(HWND window);
+
+}  // extern "C"

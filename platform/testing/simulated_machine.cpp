@@ -120,6 +120,8 @@ void SimulatedMachine::InstallSources() {
   AllowDriverFiles(false);
   SetInterfaceSource(&interfaces_);
   SetAccounts(std::vector<LocalAccount>{});
+  SetSessionWatchSource(
+      [this](SessionObserver& observer, SleepNotice) { return seat_.Watch(observer); });
   SetLocale(MAKELANGID(LANG_ENGLISH, SUBLANG_DEFAULT), 0);
   InstallUser();
   SetEventSink([this](const LoggedEvent& event) {
@@ -171,6 +173,7 @@ SimulatedMachine::~SimulatedMachine() {
   SetMenuTracker({});
   SetMessageBoxResponder({});
   SetLocaleChoice(std::nullopt);
+  SetSessionWatchSource({});
   SetAccountSource({});
   SetDeviceResolver({});
   SetInterfaceSource(nullptr);

@@ -1,8 +1,8 @@
 // A machine made of data, for tests of programs written to Win32. The test sets and reads back
-// clock, network interfaces, accounts, devices, drivers, locale, event log, message boxes, popup
-// menus, cursor and notification area. They replace the real machine's while the object lives; only
-// one object may live at a time. Registry and service records are real, in an empty root folder of
-// the test. The executable's path is reported in an empty folder.
+// clock, network interfaces, accounts, user sessions, devices, drivers, locale, event log, message
+// boxes, popup menus, cursor and notification area. They replace the real machine's while the
+// object lives; only one object may live at a time. Registry and service records are real, in an
+// empty root folder of the test. The executable's path is reported in an empty folder.
 #pragma once
 
 #include <deque>
@@ -21,6 +21,7 @@
 #include "platform/service/event_sink.h"
 #include "platform/shell/notification_area.h"
 #include "platform/testing/simulated_clock.h"
+#include "platform/testing/simulated_seat.h"
 #include "platform/user/menu_tracking.h"
 
 namespace platform {
@@ -73,6 +74,7 @@ class SimulatedMachine {
 
   SimulatedClock& Time() { return clock_; }
   SimulatedInterfaces& Interfaces() { return interfaces_; }
+  SimulatedSeat& Seat() { return seat_; }
 
   const std::filesystem::path& Root() const { return root_; }
   const std::filesystem::path& ProgramFolder() const { return programFolder_; }
@@ -118,6 +120,7 @@ class SimulatedMachine {
   std::filesystem::path programFolder_;
   SimulatedClock clock_;
   SimulatedInterfaces interfaces_;
+  SimulatedSeat seat_;
   std::vector<std::wstring> driverStems_;
   mutable std::mutex mutex_;
   std::deque<int> messageBoxAnswers_;

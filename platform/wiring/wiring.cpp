@@ -12,12 +12,15 @@
 #include "platform/shell/notification_area.h"
 #include "platform/user/desktop.h"
 #include "platform/user/modal_loop.h"
+#include "platform/user/session_notification.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
 
 std::map<std::wstring, ExportTable> LayerModules() {
-  return {{L"gdiplus.dll", GdiplusExports()}, {L"hhctrl.ocx", HelpViewerExports()}};
+  return {{L"gdiplus.dll", GdiplusExports()},
+          {L"hhctrl.ocx", HelpViewerExports()},
+          {L"wtsapi32.dll", SessionNotificationExports()}};
 }
 
 std::vector<SystemClass> SystemClasses() {
@@ -45,6 +48,7 @@ bool WithRunningGraphics(const std::function<void(GraphicsBackend&)>& work) {
 
 void OnWindowEnded(HWND window) {
   ForgetNotificationIconsOf(window);
+  ForgetSessionNotifications(window);
 }
 
 }  // namespace platform

@@ -100,7 +100,7 @@ TEST_F(DisplayInformation, OtherLevelsOtherServersAndUnreadableAccountsFail) {
   EXPECT_EQ(Query(0, 100).status, ERROR_ACCESS_DENIED);
 }
 
-TEST(PasswordDatabase, OnlyPeopleWhoCanLogOnAreListed) {
+TEST(PasswordDatabase, OnlyPeopleAreListedEachOnceAndWithoutTheirDomain) {
   const std::string reason = own_namespaces::Enter();
   if (!reason.empty()) GTEST_SKIP() << reason;
   ASSERT_TRUE(
@@ -109,7 +109,8 @@ TEST(PasswordDatabase, OnlyPeopleWhoCanLogOnAreListed) {
                                 "anna:x:500:500:Anna \xC3\x85str\xC3\xB6m,room 1:/:/bin/sh\n"
                                 "daemon:x:499:499::/:/bin/sh\n"
                                 "ftp:x:501:501::/:/usr/sbin/nologin\n"
-                                "off:x:502:502::/:/bin/false\n"
+                                "EXAMPLE\\off:x:502:502::/:/bin/false\n"
+                                "anna@example.org:x:503:503::/:/bin/sh\n"
                                 "bo:x:600:600:Bo &:/:\n"
                                 "nobody:x:601:601::/:/bin/sh\n"));
   ASSERT_TRUE(
@@ -117,6 +118,7 @@ TEST(PasswordDatabase, OnlyPeopleWhoCanLogOnAreListed) {
   const Batch batch = Query(0, 100);
   EXPECT_EQ(batch.status, ERROR_SUCCESS);
   EXPECT_THAT(batch.accounts, ElementsAre(Account(L"anna", L"Anna \u00c5str\u00f6m", 500),
+                                          Account(L"ftp", L"", 501), Account(L"off", L"", 502),
                                           Account(L"bo", L"Bo bo", 600)));
 }
 
