@@ -1,6 +1,8 @@
 // The values of the settings pages: what is read and stored, and who may change what.
+#include <filesystem>
+#include <fstream>
+
 #include "accounts/windows_availability.h"
-#include "platform/kernel/modules.h"
 #include "program/program_test.h"
 #include "settings/advanced_settings.h"
 #include "settings/general_settings.h"
@@ -112,18 +114,19 @@ TEST_F(SettingsValues, ALimitThatIsOffTakesAnyText) {
 
 TEST_F(SettingsValues, TheWindowsSystemIsAvailableOnceItsPackageHasReportedSomebody) {
   EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
-  platform::RegisterBuiltInModule(L"qgwlnp.dll", {});
-  EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
   HKEY key = nullptr;
   ::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
                     L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\Notify\\qgwlnp", 0,
                     nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
   ::RegCloseKey(key);
+  // Found before the real package, which lies beside the test program.
+  const auto damaged = machine_.ProgramFolder() / "qgwlnp.so";
+  std::ofstream(damaged) << "damaged";
+  EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
+  std::filesystem::remove(damaged);
   EXPECT_EQ(WindowsLogonHint(identity_), kMsgRebootNeeded);
   identity_.name = L"anna";
   EXPECT_EQ(WindowsLogonHint(identity_), 0u);
-  platform::UnregisterBuiltInModule(L"qgwlnp.dll");
-  EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
 }
 
 TEST(UserRightsTest, FollowTheLogonSystemAndWhoLooks) {
