@@ -75,4 +75,8 @@ std::filesystem::path RootFolder() {
   return WIN_ROOT_DEFAULT;
 }
 
+bool IsMachineRoot() {
+  return RootFolder() == WIN_ROOT_DEFAULT;
+}
+
 }  // namespace platform

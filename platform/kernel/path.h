@@ -17,4 +17,8 @@ std::wstring WindowsPath(const std::filesystem::path& path);
 // call, so that each test can have its own root folder.
 std::filesystem::path RootFolder();
 
+// Whether the root folder is the one fixed at build time, which is that of the machine's own
+// services.
+bool IsMachineRoot();
+
 }  // namespace platform

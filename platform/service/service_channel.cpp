@@ -11,7 +11,10 @@
 
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/linux_poll.h"
+#include "platform/kernel/log.h"
+#include "platform/service/linux_systemd_notice.h"
 #include "platform/service/service_files.h"
+#include "platform/service/service_state.h"
 
 namespace platform {
 namespace {
@@ -32,6 +35,18 @@ bool IsLockFile(int descriptor, std::wstring_view name) {
          status.st_dev == file.st_dev && status.st_ino == file.st_ino;
 }
 
+// Publishes that the service starts, too: what lies there is of the process before.
+bool TakeLock(ServiceChannel& started) {
+  DWORD error = TakeServiceLock(started.name, started.lock);
+  ServiceState starting = StartingState(SERVICE_WIN32_OWN_PROCESS);
+  starting.processId = static_cast<DWORD>(::getpid());
+  if (error == NO_ERROR) error = PublishState(started.name, starting);
+  if (error == NO_ERROR) return true;
+  LogLine("service " + Utf8(started.name) + " cannot be taken over: error " +
+          std::to_string(error));
+  return false;
+}
+
 }  // namespace
 
 std::optional<ServiceChannel> TakeInheritedChannel() {
@@ -40,9 +55,13 @@ std::optional<ServiceChannel> TakeInheritedChannel() {
   ServiceChannel inherited;
   inherited.name = Wide(variable);
   ::unsetenv(kServiceVariable);
+  if (!IsServiceName(inherited.name)) return std::nullopt;
+  if (IsStartedBySystemd()) {
+    if (!TakeLock(inherited)) return std::nullopt;
+    return inherited;
+  }
   // The variable alone proves nothing: a program may have passed it on to a child process.
-  if (!IsServiceName(inherited.name) || !IsSocket(kInheritedChannel) ||
-      !IsLockFile(kInheritedLock, inherited.name)) {
+  if (!IsSocket(kInheritedChannel) || !IsLockFile(kInheritedLock, inherited.name)) {
     return std::nullopt;
   }
   inherited.channel.Reset(kInheritedChannel);

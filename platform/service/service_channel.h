@@ -1,5 +1,6 @@
-// What a service's process inherits from the keeper, which starts it: the service's name, its lock,
-// and a channel. On the channel the process reports that its dispatcher has taken the service over.
+// What a service's process has from the keeper that starts it. From the layer's own: the service's
+// name, its lock, and a channel, on which the process reports that its dispatcher has taken the
+// service over. From systemd: the name; the process takes the lock itself and reports to systemd.
 // Any thread.
 #pragma once
 
@@ -18,12 +19,13 @@ inline constexpr int kInheritedLock = 4;
 
 struct ServiceChannel {
   std::wstring name;
-  FileDescriptor channel;
+  FileDescriptor channel;  // closed: systemd has started the process
   FileDescriptor lock;
 };
 
-// For the service's process, once: takes ownership of what it inherited, so that its own child
-// processes do not inherit it. Nothing when the process was not started by a keeper.
+// For the service's process, once: takes ownership of what it has from the keeper, so that its own
+// child processes do not inherit it. Nothing when the process was not started by a keeper, or when
+// the service runs in another process.
 std::optional<ServiceChannel> TakeInheritedChannel();
 
 // For the service's process: reports to the keeper that the service's main thread exists.

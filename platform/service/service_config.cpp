@@ -11,6 +11,7 @@
 #include "platform/service/service_database.h"
 #include "platform/service/service_files.h"
 #include "platform/service/service_handle.h"
+#include "platform/service/service_keeper.h"
 
 namespace platform {
 namespace {
@@ -86,7 +87,11 @@ DWORD AddRecord(const ServiceRecord& record) {
   }
   if (error != ERROR_SERVICE_DOES_NOT_EXIST) return error;
   error = CheckDisplayName(database, record);
-  return error == NO_ERROR ? database.Create(record) : error;
+  if (error == NO_ERROR) error = database.Create(record);
+  if (error != NO_ERROR || IsDriver(record.type)) return error;
+  error = CurrentKeeper()->Configure(record);
+  if (error != NO_ERROR) database.Delete(record.name);
+  return error;
 }
 
 DWORD Create(SC_HANDLE managerHandle, const ServiceRecord& record, const Extras& extras,
@@ -127,6 +132,12 @@ DWORD ReadOpened(ServiceDatabase& database, const ServiceObject& service, Servic
   return error == ERROR_SERVICE_DOES_NOT_EXIST ? ERROR_SERVICE_MARKED_FOR_DELETE : error;
 }
 
+// Drivers have no keeper.
+DWORD TellKeeper(const ServiceRecord& before, const ServiceRecord& now) {
+  if (!IsDriver(now.type)) return CurrentKeeper()->Configure(now);
+  return IsDriver(before.type) ? NO_ERROR : CurrentKeeper()->Remove(now.name);
+}
+
 DWORD Change(SC_HANDLE handle, const Changes& changes, const Extras& extras) {
   std::shared_ptr<ServiceObject> service;
   DWORD error = FindService(handle, SERVICE_CHANGE_CONFIG, service);
@@ -137,10 +148,15 @@ DWORD Change(SC_HANDLE handle, const Changes& changes, const Extras& extras) {
   error = ReadOpened(database, *service, record);
   if (error != NO_ERROR) return error;
   if (record.markedForDeletion) return ERROR_SERVICE_MARKED_FOR_DELETE;
+  const ServiceRecord before = record;
   Apply(changes, record);
   error = CheckRecord(record);
   if (error == NO_ERROR) error = CheckDisplayName(database, record);
-  return error == NO_ERROR ? database.Write(record) : error;
+  if (error == NO_ERROR) error = database.Write(record);
+  if (error != NO_ERROR) return error;
+  error = TellKeeper(before, record);
+  if (error != NO_ERROR) database.Write(before);
+  return error;
 }
 
 // Appends texts to the caller's buffer, after the structure that points to them.

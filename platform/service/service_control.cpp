@@ -8,10 +8,20 @@
 #include "platform/service/control_message.h"
 #include "platform/service/driver_keeper.h"
 #include "platform/service/service_handle.h"
+#include "platform/service/service_keeper.h"
 #include "platform/service/service_state.h"
 
 namespace platform {
 namespace {
+
+// A process that is being started has published nothing yet; only its keeper knows of it.
+ServiceState StateOf(const ServiceObject& service) {
+  const ServiceState state = ReadState(service.name, service.type);
+  const bool dead = state.status.dwCurrentState == SERVICE_STOPPED && state.processId == 0;
+  const bool starting =
+      dead && service.type != SERVICE_KERNEL_DRIVER && CurrentKeeper()->IsStarting(service.name);
+  return starting ? StartingState(service.type) : state;
+}
 
 // A driver has no process of its own to query; its published status is complete.
 DWORD ControlDriver(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
@@ -27,13 +37,19 @@ DWORD ControlDriver(const ServiceObject& service, DWORD control, SERVICE_STATUS&
 DWORD ControlProcess(const ServiceObject& service, DWORD control, SERVICE_STATUS& status) {
   ControlReply reply;
   DWORD error = SendControl(service.name, control, reply);
+  const bool stops = control == SERVICE_CONTROL_STOP;
   if (error == NO_ERROR) {
     status = reply.status;
+    if (stops && reply.error == NO_ERROR) CurrentKeeper()->NoteStop(service.name);
     return reply.error;
   }
   // No reply: the process has stopped or died, or it is still starting.
-  status = ReadState(service.name, service.type).status;
-  if (status.dwCurrentState == SERVICE_STOPPED) return ERROR_SERVICE_NOT_ACTIVE;
+  status = StateOf(service).status;
+  if (status.dwCurrentState == SERVICE_STOPPED) {
+    // A process that died may be about to be started again.
+    if (stops) CurrentKeeper()->NoteStop(service.name);
+    return ERROR_SERVICE_NOT_ACTIVE;
+  }
   if (error != ERROR_SERVICE_NOT_ACTIVE) return error;
   error = JudgeControl(status, control);
   return error == NO_ERROR ? ERROR_SERVICE_REQUEST_TIMEOUT : error;
@@ -60,7 +76,7 @@ DWORD Control(SC_HANDLE handle, DWORD control, SERVICE_STATUS* status) {
 DWORD QueryState(SC_HANDLE handle, ServiceState& state) {
   std::shared_ptr<ServiceObject> service;
   const DWORD error = FindService(handle, SERVICE_QUERY_STATUS, service);
-  if (error == NO_ERROR) state = ReadState(service->name, service->type);
+  if (error == NO_ERROR) state = StateOf(*service);
   return error;
 }
 

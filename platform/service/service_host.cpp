@@ -17,6 +17,7 @@
 #include "platform/kernel/log.h"
 #include "platform/kernel/oom_score.h"
 #include "platform/kernel/system_error.h"
+#include "platform/service/linux_systemd_notice.h"
 #include "platform/service/service_database.h"
 #include "platform/service/service_state.h"
 
@@ -58,18 +59,17 @@ ServiceHost* ServiceHost::Current() {
 
 ServiceHost::ServiceHost(ServiceChannel inherited)
     : name_(std::move(inherited.name)),
+      bySystemd_(!inherited.channel.IsOpen()),
       channel_(std::move(inherited.channel)),
-      lock_(std::move(inherited.lock)) {
-  status_.dwServiceType = SERVICE_WIN32_OWN_PROCESS;
-  status_.dwCurrentState = SERVICE_START_PENDING;
-  status_.dwWaitHint = 2000;
-}
+      lock_(std::move(inherited.lock)),
+      status_(StartingState(SERVICE_WIN32_OWN_PROCESS).status) {}
 
 DWORD ServiceHost::Run(LPSERVICE_MAIN_FUNCTIONW serviceMain) {
+  dispatcher_ = std::this_thread::get_id();
   const DWORD error = Prepare();
   if (error != NO_ERROR) return error;
   std::thread mainThread([this, serviceMain] { RunMain(serviceMain); });
-  ReportTaken(channel_.Get());
+  if (!bySystemd_) ReportTaken(channel_.Get());
   channel_.Reset();
   Dispatch();
   server_.Close();
@@ -79,6 +79,7 @@ DWORD ServiceHost::Run(LPSERVICE_MAIN_FUNCTIONW serviceMain) {
 
 DWORD ServiceHost::Prepare() {
   SpareFromOomKiller();
+  if (bySystemd_) NotifyTaken();
   // SIGTERM is blocked before the main thread is created, which inherits the mask. It stays blocked
   // after the service has stopped: a second signal must not interrupt the program's exit.
   const sigset_t signals = StopSignals();
@@ -198,6 +199,7 @@ DWORD ServiceHost::SetStatus(const SERVICE_STATUS& status) {
   if (!IsStatus(status)) return ERROR_INVALID_DATA;
   {
     const std::lock_guard guard(mutex_);
+    if (bySystemd_ && IsSignOfLife(status)) NotifyAlive();
     Publish(status);
   }
   Wake();
@@ -209,12 +211,20 @@ DWORD ServiceHost::SetStatus(const SERVICE_STATUS& status) {
   return NO_ERROR;
 }
 
+// "Still running", said by a thread of the service's own accord. What the handler reports, which
+// runs on the dispatcher's thread, only answers a control.
+bool ServiceHost::IsSignOfLife(const SERVICE_STATUS& status) const {
+  return status.dwCurrentState == SERVICE_RUNNING && status_.dwCurrentState == SERVICE_RUNNING &&
+         std::this_thread::get_id() != dispatcher_;
+}
+
 SERVICE_STATUS ServiceHost::Status() {
   const std::lock_guard guard(mutex_);
   return status_;
 }
 
 void ServiceHost::Publish(const SERVICE_STATUS& status) {
+  if (bySystemd_) NotifyStatus(status_, status);
   status_ = status;
   // PublishState logs a failure; clients of the control socket get the status all the same.
   PublishState(name_, {status, ::GetCurrentProcessId()});

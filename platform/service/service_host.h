@@ -7,6 +7,7 @@
 
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include "platform/kernel/file_descriptor.h"
 #include "platform/service/control_message.h"
@@ -30,7 +31,8 @@ class ServiceHost {
   // Returns the handle with which the service reports its status.
   SERVICE_STATUS_HANDLE RegisterHandler(LPHANDLER_FUNCTION handler);
 
-  // Publishes the status. ERROR_INVALID_DATA when the type or the state is invalid.
+  // Publishes the status. Running after running is a sign of life for systemd's watchdog, unless
+  // the control handler reports it. ERROR_INVALID_DATA when the type or the state is invalid.
   DWORD SetStatus(const SERVICE_STATUS& status);
 
  private:
@@ -45,11 +47,14 @@ class ServiceHost {
   ControlReply HandleControl(DWORD control);
   DWORD CallHandler(DWORD control);
   bool HasEnded();
+  bool IsSignOfLife(const SERVICE_STATUS& status) const;  // under the mutex
   SERVICE_STATUS Status();
   void Publish(const SERVICE_STATUS& status);
   void Wake();
 
   const std::wstring name_;
+  const bool bySystemd_;
+  std::thread::id dispatcher_;
   FileDescriptor channel_;
   FileDescriptor lock_;  // held until the process ends
   FileDescriptor signals_;
@@ -58,7 +63,7 @@ class ServiceHost {
   bool stopRequested_ = false;  // by SIGTERM, and not handled yet; the dispatcher's thread alone
 
   std::mutex mutex_;  // guards the members below
-  SERVICE_STATUS status_{};
+  SERVICE_STATUS status_;
   LPHANDLER_FUNCTION handler_ = nullptr;
   SERVICE_STATUS_HANDLE handle_ = nullptr;
   bool mainReturned_ = false;

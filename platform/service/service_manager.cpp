@@ -8,6 +8,7 @@
 #include "platform/service/service_database.h"
 #include "platform/service/service_files.h"
 #include "platform/service/service_handle.h"
+#include "platform/service/service_keeper.h"
 
 namespace platform {
 namespace {
@@ -51,6 +52,8 @@ DWORD OpenExisting(SC_HANDLE managerHandle, LPCWSTR name, DWORD access, SC_HANDL
 DWORD Delete(SC_HANDLE handle) {
   std::shared_ptr<ServiceObject> service;
   DWORD error = FindService(handle, DELETE, service);
+  if (error != NO_ERROR) return error;
+  if (service->type != SERVICE_KERNEL_DRIVER) error = CurrentKeeper()->Remove(service->name);
   if (error != NO_ERROR) return error;
   ServiceDatabase database;
   error = database.Delete(service->name);

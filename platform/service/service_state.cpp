@@ -147,6 +147,14 @@ ServiceState ReadState(std::wstring_view name, DWORD serviceType) {
   }
 }
 
+ServiceState StartingState(DWORD serviceType) {
+  ServiceState state;
+  state.status.dwServiceType = serviceType;
+  state.status.dwCurrentState = SERVICE_START_PENDING;
+  state.status.dwWaitHint = 2000;
+  return state;
+}
+
 ServiceState StoppedState(DWORD serviceType, DWORD exitCode) {
   ServiceState state;
   state.status.dwServiceType = serviceType;

@@ -32,7 +32,8 @@ void ForgetState(std::wstring_view name);
 // not read.
 ServiceState ReadState(std::wstring_view name, DWORD serviceType);
 
-// A stopped service of that type with that exit code.
+// A service of that type that is being started, and a stopped one with that exit code.
+ServiceState StartingState(DWORD serviceType);
 ServiceState StoppedState(DWORD serviceType, DWORD exitCode);
 
 }  // namespace platform

@@ -7,6 +7,7 @@
 #include "platform/device/driver_host.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/modules.h"
+#include "platform/service/service_keeper.h"
 #include "platform/user/cursor_source.h"
 #include "platform/user/desktop.h"
 #include "platform/user/window.h"
@@ -166,6 +167,7 @@ SimulatedMachine::~SimulatedMachine() {
   for (const std::wstring& stem : driverStems_)
     UnregisterBuiltInDriver(stem);
   AllowDriverFiles(true);
+  SetSystemdPlace(std::nullopt);
   ClearNotificationArea();
   SetNotificationObserver({});
   SetEventSink({});
@@ -181,6 +183,11 @@ SimulatedMachine::~SimulatedMachine() {
   SetModuleFileName({});
   std::error_code error;
   std::filesystem::remove_all(root_, error);
+}
+
+void SimulatedMachine::UseSystemd(const std::string& busAddress,
+                                  const std::filesystem::path& units) {
+  SetSystemdPlace(SystemdPlace{busAddress, units, root_});
 }
 
 void SimulatedMachine::SetAccounts(std::optional<std::vector<LocalAccount>> accounts) {

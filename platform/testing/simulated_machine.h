@@ -91,6 +91,9 @@ class SimulatedMachine {
   // Adds the system's IP filter driver, as AddDriver does.
   std::shared_ptr<RecordingDevice> AddIpFilterDriver();
 
+  // Keeps services with the systemd on that bus from now on, which reads unit files in that folder.
+  void UseSystemd(const std::string& busAddress, const std::filesystem::path& units);
+
   // Shows windows from now on, on an offscreen desktop. To be called before the first window is
   // created, by tests that need a desktop. Message boxes and menus are still answered without being
   // shown, unless the test calls the two functions below. The destructor destroys the windows of

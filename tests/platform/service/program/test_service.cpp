@@ -50,6 +50,7 @@ void WINAPI ServiceMain(DWORD argumentCount, LPWSTR* arguments) {
   Report(SERVICE_START_PENDING);
   if (mode == L"dawdler") std::this_thread::sleep_for(std::chrono::milliseconds(500));
   if (mode != L"pending") Report(SERVICE_RUNNING);
+  if (mode == L"living") Report(SERVICE_RUNNING);
   stopping.wait(false);
   Report(SERVICE_STOPPED);
 }

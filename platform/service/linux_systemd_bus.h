@@ -1,0 +1,58 @@
+// The calls of systemd's manager over D-Bus that a keeper of services needs. Units are named with
+// their suffix ("sample.service"). Errors are Win32 codes, 0 is success; a failed call leaves a
+// line in the log. Used by one thread at a time.
+#pragma once
+
+#include <systemd/sd-bus.h>
+#include <windef.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+class SystemdBus {
+ public:
+  // Null when the bus cannot be reached.
+  static std::unique_ptr<SystemdBus> Connect(const std::string& address);
+
+  // Whether systemd knows a unit file of that name, in whichever folder.
+  bool KnowsUnitFile(const std::string& unit);
+  // Whether its process is being started for the first time after a stop; the pause before a
+  // restart does not count.
+  bool IsStarting(const std::string& unit);
+
+  // Whether the unit starts with the machine.
+  DWORD Enable(const std::string& unit);
+  DWORD Disable(const std::string& unit);
+  // Reads the unit files again.
+  DWORD Reload();
+
+  // Starts the unit and waits until it is ready or `isTaken` answers true, 30 s at most.
+  // ERROR_SERVICE_REQUEST_TIMEOUT also when the start fails.
+  DWORD Start(const std::string& unit, const std::function<bool()>& isTaken);
+  // Queues the stop; does not wait.
+  DWORD Stop(const std::string& unit);
+
+ private:
+  struct Close {
+    void operator()(sd_bus* bus) const { ::sd_bus_flush_close_unref(bus); }
+  };
+  struct Release {
+    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
+  };
+  using Bus = std::unique_ptr<sd_bus, Close>;
+  using Message = std::unique_ptr<sd_bus_message, Release>;
+
+  explicit SystemdBus(Bus bus) : bus_(std::move(bus)) {}
+
+  // `types` are those of the arguments, as sd_bus_message_append has them.
+  template <class... Arguments>
+  DWORD Call(const char* member, Message& reply, const char* types, Arguments... arguments);
+  std::string UnitProperty(const char* path, const char* name);
+
+  Bus bus_;
+};
+
+}  // namespace platform
