@@ -24,13 +24,14 @@ unsigned MonitorThread::Run() noexcept {
 void MonitorThread::RunCycle() noexcept {
   const CriticalSectionLock hold(cycle_);
   if (IsStopRequested()) return;
-  prepare_();
+  if (callbacks_.before) callbacks_.before();
   try {
     session_.RunEnforcementCycle();
     lastFailure_.clear();
   } catch (...) {
     LogFailure();
   }
+  if (callbacks_.after) callbacks_.after();
 }
 
 void MonitorThread::LogFailure() noexcept {

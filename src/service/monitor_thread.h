@@ -13,9 +13,15 @@ namespace quillgate {
 
 class MonitorThread final : public WorkerThread {
  public:
-  // `prepare` is called before each cycle; it must not throw.
-  MonitorThread(SessionLog& session, EventLog& events, std::function<void()> prepare)
-      : session_(session), events_(events), prepare_(std::move(prepare)) {}
+  // Called around each cycle on the monitor's thread, `after` also when the cycle failed. They must
+  // not throw; either may be empty.
+  struct Callbacks {
+    std::function<void()> before;
+    std::function<void()> after;
+  };
+
+  MonitorThread(SessionLog& session, EventLog& events, Callbacks callbacks)
+      : session_(session), events_(events), callbacks_(std::move(callbacks)) {}
   ~MonitorThread() override { Join(); }
 
   // Call after Stop: waits until a running cycle is over. No cycle begins afterwards.
@@ -29,7 +35,7 @@ class MonitorThread final : public WorkerThread {
 
   SessionLog& session_;
   EventLog& events_;
-  const std::function<void()> prepare_;
+  const Callbacks callbacks_;
   CriticalSection cycle_;
   // The failure logged last; the same one is not logged at every cycle.
   std::wstring lastFailure_;

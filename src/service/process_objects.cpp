@@ -151,9 +151,11 @@ void ProcessObjects::ReleaseUsers() {
   logon_.SetUsers(nullptr);
 }
 
-void ProcessObjects::StartMonitor() {
+void ProcessObjects::StartMonitor(std::function<void()> afterCycle) {
   if (monitor_ == nullptr) {
-    monitor_ = std::make_unique<MonitorThread>(Session(), events_, [this] { FollowSetup(); });
+    monitor_ = std::make_unique<MonitorThread>(
+        Session(), events_,
+        MonitorThread::Callbacks{[this] { FollowSetup(); }, std::move(afterCycle)});
   }
   monitor_->Start();
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 #include "accounts/logon_session.h"
@@ -70,8 +71,9 @@ class ProcessObjects final : public LogonSystemControl {
   void LoadUsers();
   void ReleaseUsers();
 
-  // Creates the monitor thread and starts it. Throws std::runtime_error.
-  void StartMonitor();
+  // Creates the monitor thread and starts it; `afterCycle` is called after each of its cycles.
+  // Throws std::runtime_error.
+  void StartMonitor(std::function<void()> afterCycle = {});
   // Null before StartMonitor.
   MonitorThread* Monitor() { return monitor_.get(); }
 

@@ -25,7 +25,7 @@ void ServiceMainThread::Run() {
   std::optional<ServiceWindow> window;
   try {
     objects_.BeginSession();
-    objects_.StartMonitor();
+    objects_.StartMonitor([this] { module_.ReportAlive(); });
     // From here on calls may wait for a display server, which enforcement must not do.
     InitialiseControls();
     RunSetupAtFirstStart(objects_);

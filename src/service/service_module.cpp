@@ -115,6 +115,11 @@ void ServiceModule::ReportState(DWORD state) {
   ::SetServiceStatus(statusHandle_, &status_);
 }
 
+void ServiceModule::ReportAlive() noexcept {
+  const CriticalSectionLock hold(statusLock_);
+  if (status_.dwCurrentState == SERVICE_RUNNING) ::SetServiceStatus(statusHandle_, &status_);
+}
+
 void ServiceModule::HandleControl(DWORD control) {
   switch (control) {
     case SERVICE_CONTROL_STOP:

@@ -39,6 +39,10 @@ class ServiceModule {
   // request that came earlier, WM_QUIT is posted here.
   void SetMainThread();
 
+  // Called after each enforcement cycle: reports once more that the service runs, if it does, so
+  // that the system can tell a service that hangs. On the monitor thread.
+  void ReportAlive() noexcept;
+
   const std::wstring& ServiceName() const { return serviceName_; }
   const std::wstring& DisplayName() const { return displayName_; }
 

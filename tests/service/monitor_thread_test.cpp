@@ -20,7 +20,7 @@ class MonitorThreadTest : public ServiceTest {
     objects_.Session();
     objects_.Logons().LogOn();
     machine_.Time().HoldSleepers();
-    objects_.StartMonitor();
+    objects_.StartMonitor([signs = signsOfLife_] { ++*signs; });
     EXPECT_TRUE(AwaitSleep(1000ms));
   }
 
@@ -47,6 +47,9 @@ class MonitorThreadTest : public ServiceTest {
     Execute(L"DELETE FROM CrashLog;");
     return cycled;
   }
+
+  // The monitor has a share: it ends after this fixture.
+  std::shared_ptr<std::atomic<int>> signsOfLife_ = std::make_shared<std::atomic<int>>(0);
 };
 
 TEST_F(MonitorThreadTest, TheFirstCycleComesAtOnceAndTheNextAtTheTwentiethWake) {
@@ -64,6 +67,7 @@ TEST_F(MonitorThreadTest, AFailingDatabaseIsLoggedOnceAndDoesNotEndTheCycles) {
   Execute(L"ALTER TABLE CrashLog RENAME TO Gone;");
   Wake(40);
   EXPECT_EQ(machine_.Events().size(), before + 1);
+  EXPECT_EQ(*signsOfLife_, 3) << "a failed cycle is one as well";
   EXPECT_EQ(machine_.EventTexts().back(), L"Database error: no such table: CrashLog");
   Execute(L"ALTER TABLE Gone RENAME TO CrashLog;");
   HasCycled();
