@@ -35,7 +35,7 @@ void WriteOwnLog(const LoggedEvent& event) {
   const bool written = WriteSystemLog(event);
   const bool foreground = ServiceHost::Current() == nullptr;
   if (!written || foreground) {
-    LogLine(TimeText() + ' ' + Utf8(event.source) + ": " + Utf8(event.text));
+    LogLine(TimeText() + ' ' + Utf8(event.source) + ": " + OneLine(event.text));
   }
 }
 
@@ -44,6 +44,13 @@ void WriteOwnLog(const LoggedEvent& event) {
 void SetEventSink(EventSink sink) {
   const std::lock_guard guard(ChosenSink().mutex);
   ChosenSink().sink = std::move(sink);
+}
+
+std::string OneLine(std::wstring_view text) {
+  std::string line;
+  for (const char letter : Utf8(text))
+    line += letter == '\n' ? ", " : std::string(1, letter);
+  return line;
 }
 
 void DeliverEvent(const LoggedEvent& event) {

@@ -16,6 +16,7 @@
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/file_descriptor.h"
 #include "platform/service/event_delivery.h"
+#include "platform/service/event_fields.h"
 
 namespace platform {
 namespace {
@@ -44,18 +45,20 @@ void AppendField(std::string& datagram, std::string_view name, std::string_view 
 
 std::string JournalDatagram(const LoggedEvent& event) {
   std::string datagram;
-  AppendField(datagram, "MESSAGE", Utf8(event.text));
+  const std::string text = Utf8(event.text);
+  AppendField(datagram, "MESSAGE", text);
+  AppendField(datagram, "MESSAGE_ID", EventKindId(text));
   AppendField(datagram, "PRIORITY", std::to_string(Priority(event.type)));
   AppendField(datagram, "SYSLOG_IDENTIFIER", Utf8(event.source));
   AppendField(datagram, "EVENT_ID", std::to_string(event.id));
+  for (const auto& [name, value] : EventData(text))
+    AppendField(datagram, name, value);
   return datagram;
 }
 
 std::string SyslogDatagram(const LoggedEvent& event) {
-  std::string text = Utf8(event.text);
-  std::ranges::replace(text, '\n', ' ');
   return '<' + std::to_string(kDaemonFacility * 8 + Priority(event.type)) + '>' +
-         Utf8(event.source) + '[' + std::to_string(::getpid()) + "]: " + text;
+         Utf8(event.source) + '[' + std::to_string(::getpid()) + "]: " + OneLine(event.text);
 }
 
 bool SendDatagram(std::string_view path, const std::string& datagram) {

@@ -37,8 +37,8 @@ void ProcessObjects::LeaveDesktop() {
 
 SessionLog& ProcessObjects::Session() {
   if (session_ == nullptr) {
-    session_ = std::make_unique<SessionLog>(
-        SessionSurroundings{database_, settings_, catalogue_, calendar_, logon_, indicator_});
+    session_ = std::make_unique<SessionLog>(SessionSurroundings{
+        database_, settings_, catalogue_, calendar_, logon_, indicator_, &sessionEvents_});
     sharedSession_ = session_.get();
     logon_.SetSessionControl(session_.get());
     if (!session_->IsHookAvailable()) ReportMissingHook();

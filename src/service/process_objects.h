@@ -15,6 +15,7 @@
 #include "service/logon_requests.h"
 #include "service/monitor_thread.h"
 #include "service/relay_indicator.h"
+#include "service/session_event_log.h"
 #include "service/windows_logon_name.h"
 #include "session/session_log.h"
 #include "settings/settings_surroundings.h"
@@ -101,6 +102,7 @@ class ProcessObjects final : public LogonSystemControl {
   WeekCalendar calendar_;
   EventLogIndicator eventLogIndicator_{events_};
   RelayIndicator indicator_{eventLogIndicator_};
+  SessionEventLog sessionEvents_{events_};
   WindowsLogonName windowsLogonName_{database_};
   LogonSession logon_{settings_, windowsLogonName_};
   LogonRequests logonRequests_{logon_, events_};

@@ -9,6 +9,7 @@ SessionLog::SessionLog(const SessionSurroundings& surroundings)
       catalogue_(surroundings.catalogue),
       logon_(surroundings.logon),
       indicator_(surroundings.indicator),
+      events_(surroundings.events),
       meter_(surroundings.logon),
       log_(surroundings.database),
       rules_(meter_, log_, rests_, surroundings.database, surroundings.calendar),
@@ -50,6 +51,13 @@ void SessionLog::OpenGate() {
   ShowGate(GateIcon::kEnabled, kMsgConnectionEnabled);
 }
 
+// Opens the gate for the current user.
+void SessionLog::BeginSession() {
+  OpenGate();
+  const auto user = logon_.CurrentUser();
+  if (events_ != nullptr && user != nullptr) events_->SessionBegan(user->Name());
+}
+
 void SessionLog::Disable() {
   NoteLocalPolicy();
   const CriticalSectionLock hold(lock_);
@@ -62,12 +70,13 @@ void SessionLog::CloseGate() {
 }
 
 // Blocks before the counters are read, so that nothing passes after the reading.
-void SessionLog::EndMeasuredSession() {
+void SessionLog::EndMeasuredSession(AccessReason reason) {
   hook_.Block(localAllowed_);
   if (const auto user = logon_.CurrentUser()) {
     const SessionRecord session = meter_.Record(user->Name());
     rests_.Add(session);
     log_.Keep(session);
+    if (events_ != nullptr && meter_.IsOnline()) events_->SessionEnded(session, reason);
   }
   EndMeasuring();
 }
@@ -137,7 +146,7 @@ void SessionLog::EndSession() {
     const CriticalSectionLock hold(lock_);
     warnings_.Clear();
     sessionEnded_ = true;
-    EndMeasuredSession();
+    EndMeasuredSession(AccessReason::kNobodyLoggedOn);
   }
   WriteFinished();
 }
@@ -262,12 +271,12 @@ bool SessionLog::SwitchGate() {
   const AccessReason reason = Judge();
   if (meter_.IsOnline()) {
     if (reason == AccessReason::kAllowed) return false;
-    EndMeasuredSession();
+    EndMeasuredSession(reason);
     NotifyDisabled(ReasonText(reason));
     return log_.HasUnwritten();
   }
   if (reason != AccessReason::kAllowed || sessionEnded_ || MustKnowTotals()) return false;
-  OpenGate();
+  BeginSession();
   indicator_.ShowMessage(catalogue_.GetMessageText(kMsgConnectionEnabled),
                          catalogue_.GetMessageText(kMsgProductName), BalloonIcon::kInformation, 0);
   return false;
@@ -310,7 +319,7 @@ void SessionLog::Reevaluate() {
   warnings_.Clear();
   const AccessReason reason = Judge();
   if (reason == AccessReason::kAllowed) {
-    OpenGate();
+    BeginSession();
     return;
   }
   CloseGate();

@@ -17,6 +17,7 @@
 #include "session/connection_log.h"
 #include "session/gate_indicator.h"
 #include "session/limit_warnings.h"
+#include "session/session_events.h"
 #include "session/session_meter.h"
 #include "session/session_rests.h"
 
@@ -30,6 +31,7 @@ struct SessionSurroundings {
   const WeekCalendar& calendar;
   const LogonSession& logon;
   GateIndicator& indicator;
+  SessionEvents* events = nullptr;  // null: nobody is told
 };
 
 // The running session at one moment; all values are 0 while there is none.
@@ -106,8 +108,9 @@ class SessionLog final : public SessionControl {
   // Require the lock. Judge: the access of the current user, by the user's record as it is now.
   AccessReason Judge() const;
   void OpenGate();
+  void BeginSession();
   void CloseGate();
-  void EndMeasuredSession();
+  void EndMeasuredSession(AccessReason reason);
   void EndMeasuring();
 
   // The steps of a cycle. A failure of RefreshDueTotals is reported only after SwitchGate.
@@ -132,6 +135,7 @@ class SessionLog final : public SessionControl {
   const MessageCatalogue& catalogue_;
   const LogonSession& logon_;
   GateIndicator& indicator_;
+  SessionEvents* const events_;
   CriticalSection databaseTurn_;
   mutable CriticalSection lock_;
   IpFilterHook hook_;

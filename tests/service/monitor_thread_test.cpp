@@ -113,9 +113,7 @@ TEST_F(MonitorThreadTest, AStopIsSeenAtTheNextWake) {
 
 TEST_F(MonitorThreadTest, AMonitorThatWasNeverStartedEndsWithoutACycle) {
   HasCycled();
-  {
-    MonitorThread another(objects_.Session(), objects_.Events(), [] {});
-  }
+  { MonitorThread another(objects_.Session(), objects_.Events(), {}); }
   EXPECT_FALSE(HasCycled());
 }
 

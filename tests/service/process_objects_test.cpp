@@ -27,6 +27,23 @@ TEST_F(ProcessObjectsTest, EventsAreInformationOfTheServiceOrPrintedAndSignsStan
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "%s%n%ls 100%\n");
 }
 
+TEST_F(ProcessObjectsTest, ASessionsEndTellsWhyAndHowMuchOnLinesOfTheirOwn) {
+  const std::pair<AccessReason, std::wstring> cases[] = {
+      {AccessReason::kHourBlocked, L"hour not allowed"},
+      {AccessReason::kTimeUsedUp, L"time limit reached"},
+      {AccessReason::kDownloadUsedUp, L"download limit reached"},
+      {AccessReason::kNobodyLoggedOn, L"logged off"}};
+  for (const auto& [reason, words] : cases) {
+    SessionEventLog(objects_.Events())
+        .SessionEnded(
+            {.user = L"Anna", .seconds = 60, .bytesSent = 7, .bytesReceived = 5'000'000'000},
+            reason);
+    EXPECT_EQ(machine_.EventTexts().back(),
+              L"Session ended\nReason: " + words +
+                  L"\nSeconds: 60\nBytes received: 5000000000\nBytes sent: 7\nUser: Anna");
+  }
+}
+
 TEST_F(ProcessObjectsTest, AnExceptionIsNotifiedByItsText) {
   const auto logThrown = [this](const auto& exception) {
     try {

@@ -100,6 +100,9 @@ TEST_F(ServiceWindowTest, ASuspensionIsAllowedAndEndsTheSessionAndOtherPowerEven
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMSUSPEND), TRUE);
   EXPECT_EQ(LoggedOn(), L"");
   EXPECT_THAT(Query(L"SELECT User FROM ConnLog;"), ElementsAre(DbRow{L"User"}));
+  EXPECT_THAT(machine_.EventTexts(), Contains(L"Session started\nUser: User"));
+  EXPECT_THAT(machine_.EventTexts(),
+              Contains(testing::StartsWith(L"Session ended\nReason: logged off\n")));
   EXPECT_EQ(Send(WM_POWERBROADCAST, PBT_APMRESUMESUSPEND), TRUE);
   EXPECT_EQ(LoggedOn(), L"User");
 }

@@ -76,7 +76,7 @@ std::string Received(std::string_view path) {
   address.sun_family = AF_UNIX;
   std::ranges::copy(path, address.sun_path);
   EXPECT_EQ(::bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  Report(::RegisterEventSourceW(nullptr, L"sample"), L"two\nlines \u00e5");
+  Report(::RegisterEventSourceW(nullptr, L"sample"), L"two: lines\nOf what: \u00e5\nmore");
   char datagram[1024] = {};
   const ssize_t bytes = ::recv(socket, datagram, sizeof datagram, MSG_DONTWAIT);
   return bytes < 0 ? "nothing" : std::string(datagram, static_cast<std::size_t>(bytes));
@@ -86,10 +86,13 @@ TEST(EventLog, TheJournalGetsOneFieldForEachThingEvenWithLineBreaks) {
   const bool run = RunWithEmptyFolder("/run", [] {
     std::filesystem::create_directories("/run/systemd/journal");
     using std::string_literals::operator""s;
-    EXPECT_THAT(Received("/run/systemd/journal/socket"),
-                AllOf(StartsWith("MESSAGE\n\x0C\0\0\0\0\0\0\0two\nlines \xC3\xA5\n"s),
-                      HasSubstr("SYSLOG_IDENTIFIER\n\x06\0\0\0\0\0\0\0sample\n"s),
-                      HasSubstr("PRIORITY\n\1\0\0\0\0\0\0\0006\n"s)));
+    EXPECT_THAT(
+        Received("/run/systemd/journal/socket"),
+        AllOf(StartsWith("MESSAGE\n\x1B\0\0\0\0\0\0\0two: lines\nOf what: \xC3\xA5\nmore\n"s),
+              HasSubstr("MESSAGE_ID\n\x20\0\0\0\0\0\0\0005714d319447c8709ba61669f0257536d\n"s),
+              HasSubstr("EVENT_OF_WHAT\n\2\0\0\0\0\0\0\0\xC3\xA5\n"s),
+              HasSubstr("SYSLOG_IDENTIFIER\n\x06\0\0\0\0\0\0\0sample\n"s),
+              HasSubstr("PRIORITY\n\1\0\0\0\0\0\0\0006\n"s)));
   });
   if (!run) GTEST_SKIP() << "no mount namespace for a journal of its own";
 }
@@ -97,8 +100,8 @@ TEST(EventLog, TheJournalGetsOneFieldForEachThingEvenWithLineBreaks) {
 TEST(EventLog, WithoutJournalSyslogGetsOneLine) {
   if (std::filesystem::exists("/run/systemd/journal/socket")) GTEST_SKIP() << "there is a journal";
   const bool run = RunWithEmptyFolder("/dev", [] {
-    EXPECT_THAT(Received("/dev/log"),
-                AllOf(StartsWith("<30>sample["), EndsWith("]: two lines \xC3\xA5")));
+    EXPECT_THAT(Received("/dev/log"), AllOf(StartsWith("<30>sample["),
+                                            EndsWith("]: two: lines, Of what: \xC3\xA5, more")));
   });
   if (!run) GTEST_SKIP() << "no mount namespace for a syslog of its own";
 }
