@@ -41,6 +41,8 @@ class BusFault {
   BusFault& operator=(const BusFault&) = delete;
 
   sd_bus_error* Out() { return &error_; }
+  // Without a name when no error reply has come.
+  const sd_bus_error& Reply() const { return error_; }
   // Throws BusError when the call's result is negative; `what` names the call.
   void Check(int result, const char* what) const;
 

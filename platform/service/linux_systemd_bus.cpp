@@ -25,13 +25,6 @@ constexpr std::uint64_t kCallMicroseconds = 30'000'000;
 constexpr std::uint64_t kPollMicroseconds = 20'000;
 constexpr std::chrono::seconds kStartTimeout{30};
 
-struct BusError : sd_bus_error {
-  BusError() : sd_bus_error{} {}
-  ~BusError() { ::sd_bus_error_free(this); }
-  BusError(const BusError&) = delete;
-  BusError& operator=(const BusError&) = delete;
-};
-
 DWORD ErrorOfReply(const char* name) {
   struct Row {
     const char* name;
@@ -53,17 +46,27 @@ DWORD ErrorOfReply(const char* name) {
   return ERROR_GEN_FAILURE;
 }
 
-// The results of jobs that have ended, by their object paths.
-using JobResults = std::map<std::string, std::string, std::less<>>;
+// The jobs that have ended.
+struct EndedJobs {
+  std::string manager;                                      // systemd's own name on the bus
+  std::map<std::string, std::string, std::less<>> results;  // by the jobs' object paths
+};
 
-int NoteJob(sd_bus_message* message, void* results, sd_bus_error*) noexcept {
+// The bus delivers a signal that anybody sends to this connection alone, whatever sender was asked
+// for: hence the comparison with the sender.
+int NoteJob(sd_bus_message* message, void* jobs, sd_bus_error*) noexcept {
+  auto& ended = *static_cast<EndedJobs*>(jobs);
+  const char* const sender = ::sd_bus_message_get_sender(message);
   std::uint32_t id = 0;
   const char* job = nullptr;
   const char* unit = nullptr;
   const char* result = nullptr;
-  if (::sd_bus_message_read(message, "uoss", &id, &job, &unit, &result) < 0) return 0;
+  if (sender == nullptr || ended.manager != sender ||
+      ::sd_bus_message_read(message, "uoss", &id, &job, &unit, &result) < 0) {
+    return 0;
+  }
   try {
-    static_cast<JobResults*>(results)->insert_or_assign(job, result);
+    ended.results.insert_or_assign(job, result);
   } catch (...) {
     return -ENOMEM;
   }
@@ -88,7 +91,7 @@ bool AwaitJob(sd_bus* bus, const std::function<std::optional<bool>()>& outcome) 
 std::unique_ptr<SystemdBus> SystemdBus::Connect(const std::string& address) {
   sd_bus* created = nullptr;
   if (::sd_bus_new(&created) < 0) return nullptr;
-  Bus bus(created);
+  BusConnection bus(created);
   const bool connected = ::sd_bus_set_address(bus.get(), address.c_str()) >= 0 &&
                          ::sd_bus_set_bus_client(bus.get(), 1) >= 0 &&
                          ::sd_bus_set_method_call_timeout(bus.get(), kCallMicroseconds) >= 0 &&
@@ -97,17 +100,18 @@ std::unique_ptr<SystemdBus> SystemdBus::Connect(const std::string& address) {
 }
 
 template <class... Arguments>
-DWORD SystemdBus::Call(const char* member, Message& reply, const char* types,
+DWORD SystemdBus::Call(const char* member, BusMessage& reply, const char* types,
                        Arguments... arguments) {
-  BusError failure;
+  BusFault fault;
   sd_bus_message* answered = nullptr;
   const int result = ::sd_bus_call_method(bus_.get(), kSystemd, kManagerPath, kManager, member,
-                                          &failure, &answered, types, arguments...);
+                                          fault.Out(), &answered, types, arguments...);
   reply.reset(answered);
   if (result >= 0) return NO_ERROR;
-  const char* text = failure.message != nullptr ? failure.message : "no reply";
+  const sd_bus_error& error = fault.Reply();
+  const char* text = error.message != nullptr ? error.message : "no reply";
   LogLine(std::string("systemd: ") + member + ": " + text);
-  return ErrorOfReply(failure.name);
+  return ErrorOfReply(error.name);
 }
 
 bool SystemdBus::KnowsUnitFile(const std::string& unit) {
@@ -126,7 +130,7 @@ std::string SystemdBus::UnitProperty(const char* path, const char* name) {
 }
 
 bool SystemdBus::IsStarting(const std::string& unit) {
-  Message reply;
+  BusMessage reply;
   const char* path = nullptr;
   if (Call("LoadUnit", reply, "s", unit.c_str()) != NO_ERROR ||
       ::sd_bus_message_read(reply.get(), "o", &path) < 0) {
@@ -137,47 +141,48 @@ bool SystemdBus::IsStarting(const std::string& unit) {
 }
 
 DWORD SystemdBus::Enable(const std::string& unit) {
-  Message reply;
+  BusMessage reply;
   // Neither for this boot only nor in the place of other links.
   return Call("EnableUnitFiles", reply, "asbb", 1, unit.c_str(), 0, 0);
 }
 
 DWORD SystemdBus::Disable(const std::string& unit) {
-  Message reply;
+  BusMessage reply;
   // Not for this boot only.
   return Call("DisableUnitFiles", reply, "asb", 1, unit.c_str(), 0);
 }
 
 DWORD SystemdBus::Reload() {
-  Message reply;
+  BusMessage reply;
   return Call("Reload", reply, "");
 }
 
 DWORD SystemdBus::Start(const std::string& unit, const std::function<bool()>& isTaken) {
-  JobResults results;
+  EndedJobs ended;
   sd_bus_slot* slot = nullptr;
   ::sd_bus_match_signal(bus_.get(), &slot, kSystemd, kManagerPath, kManager, "JobRemoved", NoteJob,
-                        &results);
+                        &ended);
   const std::unique_ptr<sd_bus_slot, decltype(&::sd_bus_slot_unref)> subscription(
       slot, &::sd_bus_slot_unref);
-  Message reply;
+  BusMessage reply;
   DWORD error = Call("Subscribe", reply, "");
-  if (error == NO_ERROR) error = Call("StartUnit", reply, "ss", unit.c_str(), "replace");
-  const char* job = nullptr;
-  if (error == NO_ERROR && ::sd_bus_message_read(reply.get(), "o", &job) < 0) {
-    error = ERROR_GEN_FAILURE;
-  }
   if (error != NO_ERROR) return error;
+  const char* const manager = ::sd_bus_message_get_sender(reply.get());
+  if (manager != nullptr) ended.manager = manager;
+  error = Call("StartUnit", reply, "ss", unit.c_str(), "replace");
+  if (error != NO_ERROR) return error;
+  const char* job = nullptr;
+  if (::sd_bus_message_read(reply.get(), "o", &job) < 0) return ERROR_GEN_FAILURE;
   const bool started = AwaitJob(bus_.get(), [&] {
-    const auto ended = results.find(job);
-    if (ended != results.end()) return std::optional(ended->second == "done");
+    const auto result = ended.results.find(job);
+    if (result != ended.results.end()) return std::optional(result->second == "done");
     return isTaken() ? std::optional(true) : std::nullopt;
   });
   return started ? NO_ERROR : ERROR_SERVICE_REQUEST_TIMEOUT;
 }
 
 DWORD SystemdBus::Stop(const std::string& unit) {
-  Message reply;
+  BusMessage reply;
   return Call("StopUnit", reply, "ss", unit.c_str(), "replace");
 }
 

@@ -3,12 +3,13 @@
 // line in the log. Used by one thread at a time.
 #pragma once
 
-#include <systemd/sd-bus.h>
 #include <windef.h>
 
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "platform/kernel/linux_bus.h"
 
 namespace platform {
 
@@ -36,23 +37,14 @@ class SystemdBus {
   DWORD Stop(const std::string& unit);
 
  private:
-  struct Close {
-    void operator()(sd_bus* bus) const { ::sd_bus_flush_close_unref(bus); }
-  };
-  struct Release {
-    void operator()(sd_bus_message* message) const { ::sd_bus_message_unref(message); }
-  };
-  using Bus = std::unique_ptr<sd_bus, Close>;
-  using Message = std::unique_ptr<sd_bus_message, Release>;
-
-  explicit SystemdBus(Bus bus) : bus_(std::move(bus)) {}
+  explicit SystemdBus(BusConnection bus) : bus_(std::move(bus)) {}
 
   // `types` are those of the arguments, as sd_bus_message_append has them.
   template <class... Arguments>
-  DWORD Call(const char* member, Message& reply, const char* types, Arguments... arguments);
+  DWORD Call(const char* member, BusMessage& reply, const char* types, Arguments... arguments);
   std::string UnitProperty(const char* path, const char* name);
 
-  Bus bus_;
+  BusConnection bus_;
 };
 
 }  // namespace platform

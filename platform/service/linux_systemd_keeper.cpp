@@ -55,6 +55,7 @@ DWORD WriteText(const std::filesystem::path& path, std::string_view text, mode_t
       ::fsync(file.Get()) == 0 && ::rename(fresh.c_str(), path.c_str()) == 0;
   if (written) return NO_ERROR;
   const DWORD error = ErrorFromErrno(errno);
+  ::unlink(fresh.c_str());
   LogLine(path.string() + " could not be written");
   return error;
 }

@@ -35,16 +35,19 @@ bool IsLockFile(int descriptor, std::wstring_view name) {
          status.st_dev == file.st_dev && status.st_ino == file.st_ino;
 }
 
-// Publishes that the service starts, too: what lies there is of the process before.
+// Publishes that the service starts, too: what lies there is of the process before. A full disk,
+// which is logged, keeps no service from running.
 bool TakeLock(ServiceChannel& started) {
-  DWORD error = TakeServiceLock(started.name, started.lock);
+  const DWORD error = TakeServiceLock(started.name, started.lock);
+  if (error != NO_ERROR) {
+    LogLine("service " + Utf8(started.name) + " cannot be taken over: error " +
+            std::to_string(error));
+    return false;
+  }
   ServiceState starting = StartingState(SERVICE_WIN32_OWN_PROCESS);
   starting.processId = static_cast<DWORD>(::getpid());
-  if (error == NO_ERROR) error = PublishState(started.name, starting);
-  if (error == NO_ERROR) return true;
-  LogLine("service " + Utf8(started.name) + " cannot be taken over: error " +
-          std::to_string(error));
-  return false;
+  PublishState(started.name, starting);
+  return true;
 }
 
 }  // namespace

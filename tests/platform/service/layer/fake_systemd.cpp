@@ -45,6 +45,31 @@ std::string Directive(const std::filesystem::path& unit, const std::string& name
   return {};
 }
 
+// Null while nobody listens there.
+sd_bus* OpenBus(const std::string& address) {
+  sd_bus* bus = nullptr;
+  ::sd_bus_new(&bus);
+  ::sd_bus_set_address(bus, address.c_str());
+  ::sd_bus_set_bus_client(bus, 1);
+  return ::sd_bus_start(bus) >= 0 ? bus : ::sd_bus_close_unref(bus);
+}
+
+// As anybody may, tells whoever has made the call that the job has failed; delivered when this
+// returns.
+void ForgeFailure(const std::string& address, sd_bus_message* call) {
+  sd_bus* bus = OpenBus(address);
+  sd_bus_message* signal = nullptr;
+  ::sd_bus_message_new_signal(bus, &signal, kPath, kManager, "JobRemoved");
+  ::sd_bus_message_append(signal, "uoss", 1, kJob, "any.service", "failed");
+  ::sd_bus_message_set_destination(signal, ::sd_bus_message_get_sender(call));
+  ::sd_bus_send(bus, signal, nullptr);
+  ::sd_bus_message_unref(signal);
+  // Answered when the bus has passed on what was sent before.
+  ::sd_bus_call_method(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                       "GetId", nullptr, nullptr, "");
+  ::sd_bus_close_unref(bus);
+}
+
 // The unit's name in a call with one name or a list of one; empty in a call with neither.
 std::string UnitIn(sd_bus_message* call) {
   char type = 0;
@@ -95,20 +120,17 @@ void FakeSystemd::StartBus() {
 
 void FakeSystemd::Connect() {
   for (int attempt = 0; attempt < 1000; ++attempt) {
-    ::sd_bus_new(&bus_);
-    ::sd_bus_set_address(bus_, Address().c_str());
-    ::sd_bus_set_bus_client(bus_, 1);
-    const bool connected = ::sd_bus_start(bus_) >= 0 &&
-                           ::sd_bus_request_name(bus_, "org.freedesktop.systemd1", 0) >= 0 &&
-                           ::sd_bus_add_filter(
-                               bus_, nullptr,
-                               [](sd_bus_message* message, void* self, sd_bus_error*) {
-                                 const int sent = static_cast<FakeSystemd*>(self)->Answer(message);
-                                 const bool forMe =
-                                     ::sd_bus_message_is_method_call(message, nullptr, nullptr) > 0;
-                                 return sent < 0 || !forMe ? sent : 1;
-                               },
-                               this) >= 0;
+    bus_ = OpenBus(Address());
+    const bool connected =
+        bus_ != nullptr && ::sd_bus_request_name(bus_, "org.freedesktop.systemd1", 0) >= 0 &&
+        ::sd_bus_add_filter(
+            bus_, nullptr,
+            [](sd_bus_message* message, void* self, sd_bus_error*) {
+              const int sent = static_cast<FakeSystemd*>(self)->Answer(message);
+              const bool forMe = ::sd_bus_message_is_method_call(message, nullptr, nullptr) > 0;
+              return sent < 0 || !forMe ? sent : 1;
+            },
+            this) >= 0;
     if (connected) return;
     bus_ = ::sd_bus_close_unref(bus_);
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -163,6 +185,7 @@ int FakeSystemd::StartUnit(sd_bus_message* call, const std::string& unit) {
     return ::sd_bus_reply_method_errorf(call, "org.freedesktop.systemd1.NoSuchUnit", "no %s",
                                         unit.c_str());
   }
+  ForgeFailure(Address(), call);
   process_ = Spawn("set -a; . '" + Directive(file, "EnvironmentFile=-") + "'; cd '" +
                    Directive(file, "WorkingDirectory=") + "' && exec env NOTIFY_SOCKET='" +
                    (folder_ / "notify").string() +

@@ -1,6 +1,7 @@
 // A systemd of the test's own, on a bus of its own: it answers the manager's calls, starts the
-// process of a unit as its file says and hears what the process tells. One process at a time. Runs
-// on a thread of its own until it is destroyed.
+// process of a unit as its file says and hears what the process tells. Before each start somebody
+// else on the bus says that it has failed. One process at a time. Runs on a thread of its own until
+// it is destroyed.
 #pragma once
 
 #include <systemd/sd-bus.h>
