@@ -51,11 +51,13 @@ void WINAPI WLEventLogon(PWLX_NOTIFICATION_INFO info) noexcept {
   });
 }
 
-// The service first: a connection does not stay open because the database is in use.
+// The service first: a connection does not stay open because the database is in use. And again: a
+// service that has started meanwhile has read the name.
 void WINAPI WLEventLogoff(PWLX_NOTIFICATION_INFO) noexcept {
   WithService([](const ServiceLink& service) {
     service.Send(kLoggedOff);
     IsDone(UserRecord(service.Folder()).Remove());
+    service.Send(kLoggedOff);
   });
 }
 

@@ -15,7 +15,7 @@ void WINAPI WLEventStartup(PWLX_NOTIFICATION_INFO info) noexcept;
 // logged on. Takes a minute at most while the database is in use.
 void WINAPI WLEventLogon(PWLX_NOTIFICATION_INFO info) noexcept;
 
-// Notifies the service, then removes the name.
+// Notifies the service, removes the name, and notifies the service again.
 void WINAPI WLEventLogoff(PWLX_NOTIFICATION_INFO info) noexcept;
 
 // Enters the package into the registry, or removes it. The service must be installed: the package

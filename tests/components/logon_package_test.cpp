@@ -129,6 +129,18 @@ TEST_F(LogonPackage, ADatabaseInUseIsWaitedFor) {
   EXPECT_EQ(Rows(), "UserName|anna");
 }
 
+TEST_F(LogonPackage, AServiceThatHasReadTheNameBeforeItWasRemovedLearnsOfTheLogoff) {
+  StartService();
+  quillgate::EngineConnection other(folder_.File());
+  ASSERT_EQ(other.Run("BEGIN IMMEDIATE;").code, 0);
+  std::jthread logoff([] { Notify("WLEventLogoff", L"anna"); });
+  EXPECT_TRUE(Await([&] { return LastControl() == 129; }));
+  EXPECT_EQ(Control(service_, 128), NO_ERROR);  // stands for a start of the service
+  EXPECT_EQ(other.Run("COMMIT;").code, 0);
+  logoff.join();
+  EXPECT_EQ(LastControl(), 129u);
+}
+
 TEST_F(LogonPackage, AKillAtAnyMomentLeavesOneOfTheNames) {
   Notify("WLEventLogon", L"anna");
   for (int round = 0; round < 20; ++round) {

@@ -10,7 +10,7 @@ namespace platform::winlogon {
 struct ConsoleUser {
   std::wstring sessionId;  // empty: nobody is at the console
   std::wstring name;
-  bool isTold = true;  // false: the packages are being told of the logon
+  bool isTold = true;  // false: the packages are being told of the logon or the logoff
 
   bool operator==(const ConsoleUser&) const = default;
 };

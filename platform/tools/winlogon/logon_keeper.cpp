@@ -22,6 +22,8 @@ void LogonKeeper::Follow(const SeatState& seat) {
   if (next == current_) return;
   const bool isSame = next.sessionId == current_.sessionId && next.name == current_.name;
   if (!isSame && !current_.sessionId.empty()) {
+    // After a kill in it a user who has come back is told again: the name may be gone already.
+    Store({current_.sessionId, current_.name, false});
     notify_(LogonEvent::kLogoff, current_.name);
     Store({});
   }

@@ -2,6 +2,8 @@
 // until it is killed, which may happen at any time.
 #include <windows.h>
 
+#include <systemd/sd-daemon.h>
+
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -45,6 +47,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
   LogonKeeper keeper(
       BootId(), [&](LogonEvent event, const std::wstring& user) { packages.Notify(event, user); });
   keeper.Start();
+  // What reads what the packages store waits for that: a crash may have left somebody's name there.
+  ::sd_notify(0, "READY=1");
   LatestSeat seat;
   const auto watch = WatchSessions(seat, SleepNotice::kNone);
   for (;;)

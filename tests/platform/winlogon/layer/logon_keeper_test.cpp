@@ -67,6 +67,8 @@ TEST(LogonKeeper, NoLogonAndNoLogoffIsLostWithTheProcess) {
       {"who is still there", L"1", L"dag", {L"logon dag"}},
       {"killed in a logoff", L"1", L"eva", {L"logoff dag"}, L"logoff dag"},
       {"is told again", L"1", L"eva", {L"logoff dag", L"logon eva"}},
+      {"killed in a logoff", L"1", L"", {L"logoff eva"}, L"logoff eva"},
+      {"who has come back", L"1", L"eva", {L"logon eva"}},
       {"crash of the machine", L"2", L"", {L"startup"}},
       {"logon after it", L"2", L"eva", {L"logon eva"}},
   };
