@@ -92,20 +92,14 @@ void LogindWatch::Serve(LogindClient& client, const std::stop_token& ended) {
 
 bool LogindWatch::Handle(LogindNotice notice, LogindClient& client, const std::stop_token& ended) {
   if (notice == LogindNotice::kChanged) return true;
-  if (notice == LogindNotice::kRestarted) {
+  if (notice != LogindNotice::kSleep) {
     HoldSleep(client);
-    return true;
+    return notice == LogindNotice::kRestarted;
   }
   if (sleep_ == SleepNotice::kNone) return false;
-  if (notice == LogindNotice::kSleep) {
-    isAsleep_ = true;
-    observer_.OnSuspend(ended);
-    inhibitor_.Reset();
-  } else {
-    const bool isAnnounced = isAsleep_;
-    HoldSleep(client);
-    if (!isAnnounced) observer_.OnResume(false);
-  }
+  isAsleep_ = true;
+  observer_.OnSuspend(ended);
+  inhibitor_.Reset();
   return false;
 }
 
@@ -146,7 +140,9 @@ bool LogindWatch::Wait(const LogindClient& client, bool mustRetry) {
                      [](const pollfd& each) { return each.revents != 0; });
 }
 
-// The kernel sleeps without logind, too, when it is told directly.
+// The kernel sleeps without logind, too, when it is told directly; and logind may have announced a
+// sleep before it was listened to. That it announces an end does not mean that the machine has
+// slept.
 void LogindWatch::NoticeSleepOfOthers() {
   const bool hasSlept = clock_.HasSlept();
   if (hasSlept && !isAsleep_ && sleep_ == SleepNotice::kBeforeAndAfter) observer_.OnResume(false);

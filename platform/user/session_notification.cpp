@@ -29,8 +29,6 @@ class SessionNotifier final : public SessionObserver {
 
  private:
   void Notify(const SeatChange& change);
-  bool Remove(HWND window, bool all);
-  bool HasWindows();
 
   std::mutex watching_;  // guards watch_, is held while it starts and ends
   std::unique_ptr<SessionWatch> watch_;
@@ -51,24 +49,17 @@ void SessionNotifier::Register(HWND window) {
 
 bool SessionNotifier::Unregister(HWND window, bool all) {
   const std::lock_guard watching(watching_);
-  if (watch_ == nullptr || !Remove(window, all)) return false;
-  // Without the mutex: the end of the watch waits for a call that may need it.
-  if (!HasWindows()) watch_.reset();
-  return true;
-}
-
-bool SessionNotifier::Remove(HWND window, bool all) {
-  const std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
   const auto found = registrations_.find(window);
   if (found == registrations_.end()) return false;
   if (all || --found->second == 0) registrations_.erase(found);
-  if (registrations_.empty()) seat_.reset();
+  if (!registrations_.empty()) return true;
+  // Without the mutex: the end of the watch waits for a call that may need it.
+  lock.unlock();
+  watch_.reset();
+  lock.lock();
+  seat_.reset();
   return true;
-}
-
-bool SessionNotifier::HasWindows() {
-  const std::lock_guard lock(mutex_);
-  return !registrations_.empty();
 }
 
 // The first state is where the changes begin.
