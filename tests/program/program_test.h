@@ -2,7 +2,11 @@
 // settings, the users of a logon system, and a logon that the test decides.
 #pragma once
 
+#include <windows.h>
+
 #include <gmock/gmock.h>
+
+#include <winreg.h>
 
 #include <memory>
 #include <string>
@@ -65,6 +69,14 @@ class WithUsers : public Fixture {
     for (const std::wstring& name : administrators)
       users_->Add(Administrator(name));
     logon_.SetUsers(users_);
+  }
+  // As the logon notification package does it, which lies beside the test program.
+  static void RegisterLogonPackage() {
+    HKEY key = nullptr;
+    ::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
+                      L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\Notify\\qgwlnp",
+                      0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
+    ::RegCloseKey(key);
   }
   std::wstring LoggedOn() const {
     const auto user = logon_.CurrentUser();

@@ -113,20 +113,20 @@ TEST_F(SettingsValues, ALimitThatIsOffTakesAnyText) {
 }
 
 TEST_F(SettingsValues, TheWindowsSystemIsAvailableOnceItsPackageHasReportedSomebody) {
-  EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
-  HKEY key = nullptr;
-  ::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
-                    L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\Notify\\qgwlnp", 0,
-                    nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
-  ::RegCloseKey(key);
+  const auto hint = [&](const wchar_t* reported) {
+    identity_.name = reported;
+    return WindowsLogonHint(identity_);
+  };
+  EXPECT_EQ(hint(L""), kMsgComponentMissing);
+  EXPECT_EQ(hint(L"anna"), kMsgComponentMissing);
+  RegisterLogonPackage();
   // Found before the real package, which lies beside the test program.
   const auto damaged = machine_.ProgramFolder() / "qgwlnp.so";
   std::ofstream(damaged) << "damaged";
-  EXPECT_EQ(WindowsLogonHint(identity_), kMsgComponentMissing);
+  EXPECT_EQ(hint(L"anna"), kMsgComponentMissing);
   std::filesystem::remove(damaged);
-  EXPECT_EQ(WindowsLogonHint(identity_), kMsgRebootNeeded);
-  identity_.name = L"anna";
-  EXPECT_EQ(WindowsLogonHint(identity_), 0u);
+  EXPECT_EQ(hint(L""), kMsgRebootNeeded);
+  EXPECT_EQ(hint(L"anna"), 0u);
 }
 
 TEST(UserRightsTest, FollowTheLogonSystemAndWhoLooks) {

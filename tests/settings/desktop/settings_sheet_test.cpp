@@ -2,7 +2,10 @@
 // applied settings mean to the running service.
 #include "settings/settings_sheet.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include "frame/desktop/frame_test.h"
 #include "frame/desktop/sheet_user.h"
@@ -50,6 +53,21 @@ class SettingsSheetTest : public WithSession<WithUsers<FrameTest>>, protected Lo
   }
   std::wstring Setting(SettingKey key) { return settings_.GetSetting(key, L"(none)"); }
 };
+
+// What appears where the pointer rests over a control.
+QString TipOver(SheetUser& user, int control) {
+  QWidget* widget = user.Get(control);
+  user.script.Await([] { return !QToolTip::isVisible(); }, "end of the tip before");
+  QString tip;
+  user.script.Do([&] {
+    const QPoint inside(5, 5);
+    QHelpEvent rest(QEvent::ToolTip, inside, widget->mapToGlobal(inside));
+    QApplication::sendEvent(widget, &rest);
+    if (QToolTip::isVisible()) tip = QToolTip::text();
+    QToolTip::hideText();
+  });
+  return tip;
+}
 
 TEST_F(SettingsSheetTest, ARegularUserChangesHisPasswordAndNothingElse) {
   LogOn(L"Bo");
@@ -203,6 +221,21 @@ TEST_F(SettingsSheetTest, AnotherLogonSystemIsAppliedBeforeItsUsersAreChanged) {
   EXPECT_EQ(LoggedOn(), L"Admin");
   EXPECT_TRUE(session_->IsOnline());
   EXPECT_EQ(Query(L"SELECT User, Seconds FROM ConnLog;"), (DbRows{{L"Anna", L"30"}}));
+}
+
+TEST_F(SettingsSheetTest, WindowsCanBeChosenOnceItsPackageHasReportedSomebodyAndTellsWhyNot) {
+  LogOn(L"Anna");
+  const auto expect = [&](const std::wstring& reported, const QString& tip) {
+    identity_.name = reported;
+    Open(IDCANCEL, [&](SheetUser& user) {
+      EXPECT_EQ(user.IsEnabled(IDC_SYSTEM_WINDOWS), tip.isEmpty());
+      EXPECT_EQ(TipOver(user, IDC_SYSTEM_WINDOWS).left(20), tip);
+    });
+  };
+  expect(L"anna", "<p>A component requi");
+  RegisterLogonPackage();
+  expect(L"", "<p>You need to reboo");
+  expect(L"anna", "");
 }
 
 TEST_F(SettingsSheetTest, LanguageCalendarAdapterAndRestrictionsTakeEffect) {

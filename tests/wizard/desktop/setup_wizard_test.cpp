@@ -10,7 +10,6 @@
 #include "frame/desktop/frame_test.h"
 #include "frame/desktop/sheet_user.h"
 #include "grid/grid_notifications.h"
-#include "platform/kernel/modules.h"
 #include "program/program_test.h"
 
 namespace quillgate {
@@ -20,7 +19,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 const QString kTitle = "Quillgate Setup Wizard";
-constexpr wchar_t kPackage[] = L"qgwlnp.dll";
 
 class WizardUser : public SheetUser {
  public:
@@ -60,8 +58,6 @@ class WizardUser : public SheetUser {
 
 class SetupWizardTest : public WithUsers<FrameTest> {
  protected:
-  ~SetupWizardTest() override { platform::UnregisterBuiltInModule(kPackage); }
-
   // The user presses a last button, unless the wizard closes by itself.
   void Run(int last, const std::function<void(WizardUser&)>& act) {
     DesktopScript script(UserOf(kTitle, last, [&](DesktopScript& running, QWidget* window) {
@@ -74,14 +70,6 @@ class SetupWizardTest : public WithUsers<FrameTest> {
   std::wstring System() { return settings_.GetSetting(SettingKey::kLogonSystem, L"-"); }
   std::shared_ptr<const User> Stored(LogonSystem system, const wchar_t* name) {
     return UserCollection(system, database_).Find(name);
-  }
-  static void InstallWindowsPackage() {
-    platform::RegisterBuiltInModule(kPackage, {});
-    HKEY key = nullptr;
-    ::RegCreateKeyExW(HKEY_LOCAL_MACHINE,
-                      L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\Notify\\qgwlnp",
-                      0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
-    ::RegCloseKey(key);
   }
 };
 
@@ -190,7 +178,7 @@ TEST_F(SetupWizardTest, TheQuillgatePathMakesTheAdministratorAndKeepsTheEditsOfS
 }
 
 TEST_F(SetupWizardTest, TheWindowsPathTakesAccountsOfTheMachineTheFirstAsAdministrator) {
-  InstallWindowsPackage();
+  RegisterLogonPackage();
   machine_.SetAccounts(std::vector<platform::LocalAccount>{{L"karl", L"", 1}, {L"bea", L"", 2}});
   Run(kFinish, [&](WizardUser& user) {
     user.ChooseSystem(IDC_CHOICE_WINDOWS);
