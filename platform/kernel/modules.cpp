@@ -171,10 +171,24 @@ fs::path FindInFolder(const fs::path& folder, const std::wstring& stem) {
   return {};
 }
 
+// The link to the executable in the root folder's "Programs"; empty when there is none, or one that
+// others could change.
+fs::path LinkToExecutable() {
+  const fs::path executable = ExecutablePath();
+  std::error_code error;
+  fs::path link = fs::absolute(RootFolder() / "Programs" / executable.filename(), error);
+  if (error || fs::canonical(link, error) != executable) return {};
+  return RequireTrusted(link, "program") == NO_ERROR ? link : fs::path();
+}
+
 fs::path ShownExecutablePath() {
-  ModuleList& list = List();
-  const std::lock_guard lock(list.mutex);
-  return list.shownPath.empty() ? ExecutablePath() : list.shownPath;
+  {
+    ModuleList& list = List();
+    const std::lock_guard lock(list.mutex);
+    if (!list.shownPath.empty()) return list.shownPath;
+  }
+  fs::path link = LinkToExecutable();
+  return link.empty() ? ExecutablePath() : link;
 }
 
 }  // namespace

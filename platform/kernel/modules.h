@@ -22,7 +22,10 @@ void UnregisterBuiltInModule(std::wstring_view name);
 // without a desktop too; then the functions that need one fail. Defined by the wiring.
 std::map<std::wstring, ExportTable> LayerModules();
 
-// The path of the running executable.
+// The path of the running executable. A program keeps files of its own beside itself, which it
+// cannot where its folder is read-only, as below /usr. So the root folder may have a link to it,
+// "Programs/NAME": GetModuleFileNameW then returns the path of that link, and what a program looks
+// for beside itself is looked for there first.
 std::filesystem::path ExecutablePath();
 
 // Sets the path that GetModuleFileNameW returns for the executable, so that a test has a folder of

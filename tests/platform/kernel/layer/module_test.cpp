@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "platform/kernel/modules.h"
+#include "platform/kernel/path.h"
 #include "platform/kit/failing_call.h"
 #include "platform/testing/simulated_machine.h"
 
@@ -87,6 +88,23 @@ TEST_F(ModuleTest, TheExecutableStaysAndANameOfItThatDoesNotFitIsCut) {
   EXPECT_EQ(::GetModuleFileNameW(nullptr, cut, 0), 0u);
   EXPECT_EQ(::GetModuleFileNameW(reinterpret_cast<HMODULE>(cut), cut, MAX_PATH), 0u);
   EXPECT_EQ(::GetLastError(), ERROR_MOD_NOT_FOUND);
+}
+
+TEST_F(ModuleTest, TheExecutableLiesWhereTheRootFolderHasALinkToItAndNowhereElse) {
+  platform::SetModuleFileName({});
+  const std::filesystem::path executable = platform::ExecutablePath();
+  const std::filesystem::path programs = machine_.Root() / "root" / "Programs";
+  const std::filesystem::path link = programs / executable.filename();
+  std::filesystem::create_directories(programs);
+  const std::pair<std::filesystem::path, std::filesystem::path> cases[] = {
+      {executable, link}, {"/bin/true", executable}, {"/nowhere", executable}};
+  for (const auto& [target, shown] : cases) {
+    std::filesystem::remove(link);
+    std::filesystem::create_symlink(target, link);
+    wchar_t path[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+    EXPECT_EQ(platform::PosixPath(path), shown) << target;
+  }
 }
 
 TEST_F(ModuleTest, OnlyWhatNobodyElseCanChangeIsLoaded) {
