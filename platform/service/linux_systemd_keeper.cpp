@@ -98,7 +98,7 @@ std::filesystem::path SystemdKeeper::EnvironmentFile(std::wstring_view name) con
   return place_.environments / (UnitStem(name) + ".environment");
 }
 
-DWORD SystemdKeeper::Configure(const ServiceRecord& record) {
+DWORD SystemdKeeper::Configure(const ServiceRecord& record, bool hasNewStartType) {
   const std::string unit = UnitOf(record.name);
   if (unit.size() > kMaxUnitName) return ERROR_INVALID_NAME;
   const std::filesystem::path file = UnitFile(record.name);
@@ -114,7 +114,8 @@ DWORD SystemdKeeper::Configure(const ServiceRecord& record) {
   const std::string text =
       UnitText({record, words, RootPath(), std::filesystem::absolute(SystemFolder()),
                 EnvironmentFile(record.name)});
-  const DWORD error = Announce(record, text);
+  // A service that was created without systemd has no unit yet.
+  const DWORD error = Announce(record, text, hasNewStartType || !IsMade(before));
   if (error == NO_ERROR) return NO_ERROR;
   if (before.empty()) {
     ::unlink(file.c_str());
@@ -124,11 +125,13 @@ DWORD SystemdKeeper::Configure(const ServiceRecord& record) {
   return error;
 }
 
-DWORD SystemdKeeper::Announce(const ServiceRecord& record, const std::string& text) {
+DWORD SystemdKeeper::Announce(const ServiceRecord& record, const std::string& text,
+                              bool hasNewStartType) {
   const std::string unit = UnitOf(record.name);
   DWORD error = WriteText(UnitFile(record.name), text, 0644);
-  if (error != NO_ERROR) return error;
-  error = record.startType == SERVICE_AUTO_START ? bus_->Enable(unit) : bus_->Disable(unit);
+  if (error == NO_ERROR && hasNewStartType) {
+    error = record.startType == SERVICE_AUTO_START ? bus_->Enable(unit) : bus_->Disable(unit);
+  }
   return error == NO_ERROR ? bus_->Reload() : error;
 }
 

@@ -17,7 +17,7 @@ class SystemdKeeper final : public ServiceKeeper {
 
   // ERROR_SERVICE_EXISTS when the machine has a unit of that name that the layer has not written,
   // ERROR_ACCESS_DENIED when others could change the program.
-  DWORD Configure(const ServiceRecord& record) override;
+  DWORD Configure(const ServiceRecord& record, bool hasNewStartType) override;
   // systemd keeps a running process whose unit is gone, and does not start it again.
   DWORD Remove(std::wstring_view name) override;
   // A start that fails is not tried again.
@@ -28,7 +28,7 @@ class SystemdKeeper final : public ServiceKeeper {
  private:
   std::filesystem::path UnitFile(std::wstring_view name) const;
   std::filesystem::path EnvironmentFile(std::wstring_view name) const;
-  DWORD Announce(const ServiceRecord& record, const std::string& text);
+  DWORD Announce(const ServiceRecord& record, const std::string& text, bool hasNewStartType);
 
   const std::unique_ptr<SystemdBus> bus_;
   const SystemdPlace place_;

@@ -9,7 +9,7 @@ namespace platform {
 class OwnKeeper final : public ServiceKeeper {
  public:
   // The record is all there is of a service that has no process.
-  DWORD Configure(const ServiceRecord&) override { return 0; }
+  DWORD Configure(const ServiceRecord&, bool) override { return 0; }
   DWORD Remove(std::wstring_view) override { return 0; }
 
   // A process that does not call its dispatcher in time is killed.

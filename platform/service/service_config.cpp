@@ -89,7 +89,7 @@ DWORD AddRecord(const ServiceRecord& record) {
   error = CheckDisplayName(database, record);
   if (error == NO_ERROR) error = database.Create(record);
   if (error != NO_ERROR || IsDriver(record.type)) return error;
-  error = CurrentKeeper()->Configure(record);
+  error = CurrentKeeper()->Configure(record, true);
   if (error != NO_ERROR) database.Delete(record.name);
   return error;
 }
@@ -134,7 +134,8 @@ DWORD ReadOpened(ServiceDatabase& database, const ServiceObject& service, Servic
 
 // Drivers have no keeper.
 DWORD TellKeeper(const ServiceRecord& before, const ServiceRecord& now) {
-  if (!IsDriver(now.type)) return CurrentKeeper()->Configure(now);
+  const bool hasNewStartType = IsDriver(before.type) || before.startType != now.startType;
+  if (!IsDriver(now.type)) return CurrentKeeper()->Configure(now, hasNewStartType);
   return IsDriver(before.type) ? NO_ERROR : CurrentKeeper()->Remove(now.name);
 }
 

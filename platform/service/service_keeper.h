@@ -19,9 +19,10 @@ class ServiceKeeper {
  public:
   virtual ~ServiceKeeper() = default;
 
-  // The service was created or its configuration has changed. After an error the caller takes the
+  // The service was created or its configuration has changed. Unless its start type has, a change
+  // that an administrator has made to it by other means stays. After an error the caller takes the
   // record back.
-  virtual DWORD Configure(const ServiceRecord& record) = 0;
+  virtual DWORD Configure(const ServiceRecord& record, bool hasNewStartType) = 0;
   // The service is to be deleted: it starts no more. Its process, if there is one, goes on. Calling
   // it again is fine.
   virtual DWORD Remove(std::wstring_view name) = 0;

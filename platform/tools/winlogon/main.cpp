@@ -47,7 +47,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
   LogonKeeper keeper(
       BootId(), [&](LogonEvent event, const std::wstring& user) { packages.Notify(event, user); });
   keeper.Start();
-  // What reads what the packages store waits for that: a crash may have left somebody's name there.
+  // What a crash has left is gone now, and services that read it may start.
   ::sd_notify(0, "READY=1");
   LatestSeat seat;
   const auto watch = WatchSessions(seat, SleepNotice::kNone);

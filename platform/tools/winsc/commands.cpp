@@ -185,6 +185,14 @@ int Control(const std::wstring& name, DWORD code) {
   return kDone;
 }
 
+int Refresh(const std::wstring& name) {
+  const Service service(name);
+  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Refresh();
+  if (error != NO_ERROR) return Fail(name, error);
+  PrintLine(name, L"refreshed");
+  return kDone;
+}
+
 int Autostart() {
   int result = kDone;
   for (const std::wstring& name : ServiceNames())

@@ -18,6 +18,7 @@ constexpr const wchar_t* kUsage =
     L"       winsc stop NAME          stop it and wait until its process has gone\n"
     L"       winsc query NAME         show its state; exit status 3 when it is stopped\n"
     L"       winsc control NAME CODE  send a control, 1 to 255\n"
+    L"       winsc refresh NAME       write its unit anew, as after an update\n"
     L"       winsc autostart          start what is to start with the system\n";
 
 std::vector<std::wstring> Words() {
@@ -47,6 +48,7 @@ int Run(const std::vector<std::wstring>& words) {
   if (words.size() == 3 && command == L"start") return Start(words[2]);
   if (words.size() == 3 && command == L"stop") return Stop(words[2]);
   if (words.size() == 3 && command == L"query") return Query(words[2]);
+  if (words.size() == 3 && command == L"refresh") return Refresh(words[2]);
   if (words.size() == 4 && command == L"control") return ControlWithCode(words[2], words[3]);
   return Usage();
 }

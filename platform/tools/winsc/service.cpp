@@ -43,4 +43,10 @@ DWORD Service::ReadConfig(DWORD& type, DWORD& startType) const {
   return error;
 }
 
+DWORD Service::Refresh() const {
+  return ErrorOf(::ChangeServiceConfigW(service_.Get(), SERVICE_NO_CHANGE, SERVICE_NO_CHANGE,
+                                        SERVICE_NO_CHANGE, nullptr, nullptr, nullptr, nullptr,
+                                        nullptr, nullptr, nullptr));
+}
+
 }  // namespace platform::winsc

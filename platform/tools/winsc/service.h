@@ -35,6 +35,8 @@ class Service {
   DWORD Control(DWORD code, SERVICE_STATUS& status) const;
   DWORD Query(SERVICE_STATUS_PROCESS& status) const;
   DWORD ReadConfig(DWORD& type, DWORD& startType) const;
+  // Configures the service as it is configured.
+  DWORD Refresh() const;
 
  private:
   ServiceHandle manager_;

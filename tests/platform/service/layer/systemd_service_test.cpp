@@ -50,6 +50,11 @@ TEST_F(SystemdService, ItsUnitFollowsTheConfigurationUntilTheServiceIsDeleted) {
     EXPECT_THAT(systemd_->TakeCalls(), ElementsAre(each.call + unit, "Reload"));
     EXPECT_THAT(Unit("a\\x20sample"), HasSubstr(each.directive));
   }
+  EXPECT_EQ(Change(service, SERVICE_NO_CHANGE), NO_ERROR);
+  EXPECT_THAT(systemd_->TakeCalls(), ElementsAre("Reload")) << "an administrator's choice was lost";
+  std::filesystem::remove(UnitFile("a\\x20sample"));
+  EXPECT_EQ(Change(service, SERVICE_NO_CHANGE), NO_ERROR);
+  EXPECT_THAT(systemd_->TakeCalls(), ElementsAre("DisableUnitFiles" + unit, "Reload"));
   ASSERT_TRUE(::DeleteService(service.get()));
   EXPECT_THAT(systemd_->TakeCalls(), ElementsAre("DisableUnitFiles" + unit, "Reload"));
   EXPECT_FALSE(std::filesystem::exists(UnitFile("a\\x20sample")));

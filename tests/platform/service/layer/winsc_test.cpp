@@ -34,6 +34,7 @@ TEST_F(Winsc, StartsControlsAndStopsUntilTheProcessIsGone) {
   EXPECT_EQ(StatusOf(service).dwWaitHint, 128u);
   EXPECT_EQ(Run("stop sample").second, "sample: stopped\n");
   EXPECT_EQ(ProcessOf(service), 0u);
+  EXPECT_EQ(Run("refresh sample"), Outcome(0, "sample: refreshed\n"));
   EXPECT_EQ(Run("query sample").second, "sample: stopped, exit code 0\n");
 }
 
