@@ -5,12 +5,14 @@
 #include <memory>
 #include <string>
 
+#include "boot_option.h"
 #include "gate_watch.h"
 #include "packet_gate.h"
 #include "platform/device/driver_module.h"
 
 namespace {
 
+using quillgate::gate::BootOption;
 using quillgate::gate::GateWatch;
 using quillgate::gate::PacketGate;
 
@@ -36,6 +38,11 @@ void LogLine(const std::string& text) noexcept {
 
 void Report(const std::string& text) noexcept {
   theHost->reportEvent(theHost->driver, text.c_str());
+}
+
+// Asked each time, so that the option takes effect without a restart.
+std::chrono::milliseconds LeaseLength() {
+  return BootOption(theHost->rootFolder).Lease();
 }
 
 // No exception may leave the module.
@@ -94,7 +101,8 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
     const DriverHost* host) noexcept {
   theHost = host;
   return Guarded([host] {
-    theGate = std::make_unique<PacketGate>(LogLine, Report);
+    theGate = std::make_unique<PacketGate>(LogLine, Report, LeaseLength);
+    theGate->TakeOver();
     const DriverDevice device{kDeviceName, theGate.get(), OpenGate, Control};
     const std::uint32_t error = host->createDevice(&device);
     if (error == 0 && quillgate::gate::FilterAccess() == 0) Watch();
@@ -103,7 +111,7 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
 }
 
 // A program that ends in order has opened the gate before. After any other end a closed gate stays
-// closed.
+// closed, and an open one on a lease closes.
 extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
   theHost->deleteDevice(kDeviceName);
   theWatch.reset();

@@ -4,6 +4,7 @@
 
 #include <system_error>
 
+#include "lease.h"
 #include "table_owner.h"
 
 namespace quillgate::gate {
@@ -21,10 +22,8 @@ std::string DeleteAll(const std::vector<std::string>& tables) {
 
 }  // namespace
 
-PacketGate::PacketGate(Write log, Write report) : log_(std::move(log)), report_(std::move(report)) {
-  // Without access to the packet filter there is nothing to hold; Open reports the error.
-  if (FilterAccess() == 0) TakeOver();
-}
+PacketGate::PacketGate(Write log, Write report, Lease lease)
+    : log_(std::move(log)), report_(std::move(report)), lease_(std::move(lease)) {}
 
 NftSession& PacketGate::Session() {
   if (!session_) session_.emplace();
@@ -50,14 +49,34 @@ std::uint32_t PacketGate::Open() {
   }
 }
 
-// The tables of a killed process may have been changed since, or those of an older version may
-// differ: they are replaced.
+// The tables of a closed gate may have been changed since, or those of an older version may differ:
+// they are replaced. How much of a lease is left is known to the kernel only.
 void PacketGate::TakeOver() {
+  const std::lock_guard lock(mutex_);
+  // Without access to the packet filter there is nothing to hold; Open reports the error.
   std::string listing;
-  if (ReadListing(listing) != 0) return;
+  if (FilterAccess() != 0 || ReadListing(listing) != 0) return;
+  const GateState state = StateOf(listing);
+  held_ = state != GateState::kOpen;
+  if (state == GateState::kClosed) Close(AllowsLocal(listing), {});
+}
+
+std::uint32_t PacketGate::ReadState(GateState& state) {
+  const std::lock_guard lock(mutex_);
+  std::string listing;
+  const std::uint32_t error = ReadListing(listing);
+  if (error == 0) state = StateOf(listing);
+  return error;
+}
+
+GateState PacketGate::StateOf(const std::string& listing) {
+  bool hasChains = false;
   for (const auto& [name, shape] : ReadTableShapes(listing))
-    held_ = held_ || !shape.chains.empty();
-  if (held_) Close(AllowsLocal(listing));
+    hasChains = hasChains || !shape.chains.empty();
+  if (!hasChains) return GateState::kOpen;
+  const std::string set = std::string(kTableName) + " " + kLeaseSet;
+  const bool isOnLease = Session().Run("list set " + set) == 0 && LeaseRuns(Session().Output());
+  return isOnLease ? GateState::kOnLease : GateState::kClosed;
 }
 
 std::uint32_t PacketGate::ReadNames(std::vector<std::string>& present) {
@@ -81,7 +100,7 @@ std::uint32_t PacketGate::ReadListing(std::string& listing) {
   for (const std::string& table : present) {
     if (error == 0) error = Session().Run("list table " + table);
     if (error != 0) return Failed("the closed gate cannot be read", error, Session().Error());
-    listing += WithoutOwners(Session().Output());
+    listing += WithoutVolatile(Session().Output());
   }
   return error;
 }
@@ -153,12 +172,32 @@ std::uint32_t PacketGate::Pass() {
     return 0;
   }
   passIsDue_ = false;
-  return RemoveTables();
+  const std::chrono::milliseconds length = lease_();
+  return length.count() == 0 ? RemoveTables() : OpenFor(length);
+}
+
+std::uint32_t PacketGate::OpenFor(std::chrono::milliseconds length) {
+  const Deadline end = Clock::now() + length;
+  if (!IsOnLease() || closed_->allowLocal != allowLocal_) return Close(allowLocal_, end);
+  closed_->leaseEnd = end;
+  const std::uint32_t error = PutBackIfChanged(false);
+  return error != 0 ? error : Renew(length);
+}
+
+std::uint32_t PacketGate::Renew(std::chrono::milliseconds length) {
+  std::string commands;
+  for (const auto& [name, shape] : ReadTableShapes(closed_->listing))
+    commands += RenewLease(name, length);
+  if (Session().Run(commands) != 0) return Close(closed_->allowLocal, closed_->leaseEnd);
+  // A higher number tells of changes by others.
+  const std::uint32_t renewed = closed_->generation + 1;
+  if (FilterGeneration() == renewed) closed_->generation = renewed;
+  return 0;
 }
 
 void PacketGate::Leave() {
   const std::lock_guard lock(mutex_);
-  if (passIsDue_) RemoveTables();
+  if (passIsDue_ || IsOnLease()) RemoveTables();
 }
 
 std::uint32_t PacketGate::RemoveTables() {
@@ -213,11 +252,15 @@ std::uint32_t PacketGate::TryToReplace(const std::vector<TableRules>& wanted) {
 std::vector<TableRules> PacketGate::AllRules(const Closed& closed) {
   std::vector<TableRules> tables = FrameRules(closed.links, closed.allowLocal, Hooks());
   tables.push_back(PacketRules(closed.links, closed.allowLocal));
+  if (!closed.leaseEnd) return tables;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*closed.leaseEnd - Clock::now());
+  for (TableRules& table : tables)
+    AddLease(table, left);
   return tables;
 }
 
-// Replaces all tables in one transaction. When that fails, at least the rules for the machine's own
-// packets are replaced.
+// Replaces all tables in one transaction. When that fails for a gate that closes, at least the
+// rules for the machine's own packets are replaced.
 std::uint32_t PacketGate::Replace(Closed& closed, std::vector<TableRules>& wanted) {
   closed.links = LinksNow();
   wanted = AllRules(closed);
@@ -228,10 +271,11 @@ std::uint32_t PacketGate::Replace(Closed& closed, std::vector<TableRules>& wante
   closed.links = LinksNow();
   wanted = AllRules(closed);
   std::uint32_t error = TryToReplace(wanted);
-  if (error == 0) return 0;
-  Failed("the gate stays open for frames", error, Session().Error());
-  wanted = {PacketRules(closed.links, closed.allowLocal)};
-  error = TryToReplace(wanted);
+  if (error != 0 && !closed.leaseEnd) {
+    Failed("the gate stays open for frames", error, Session().Error());
+    wanted = {PacketRules(closed.links, closed.allowLocal)};
+    error = TryToReplace(wanted);
+  }
   return error == 0 ? 0 : Failed("the gate stays as it is", error, Session().Error());
 }
 
@@ -239,18 +283,18 @@ std::uint32_t PacketGate::Block() {
   const std::lock_guard lock(mutex_);
   held_ = false;
   passIsDue_ = false;
-  if (!closed_ || closed_->allowLocal != allowLocal_) return Close(allowLocal_);
+  if (!closed_ || IsOnLease() || closed_->allowLocal != allowLocal_) return Close(allowLocal_, {});
   std::vector<std::string> present;
   const std::uint32_t error = ReadNames(present);
   return error != 0 ? error : PutBackIfChanged(true);
 }
 
-std::uint32_t PacketGate::Close(bool allowLocal) {
+std::uint32_t PacketGate::Close(bool allowLocal, Deadline leaseEnd) {
   // Without access this fails at once, and with one line in the log.
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
-  Closed closed{.allowLocal = allowLocal};
+  Closed closed{.allowLocal = allowLocal, .leaseEnd = leaseEnd};
   std::vector<TableRules> wanted;
   error = Replace(closed, wanted);
   if (error != 0) {
@@ -273,7 +317,8 @@ std::uint32_t PacketGate::AllowLocal(bool allow) {
   if (closed_ && closed_->allowLocal == allow) return 0;
   std::vector<std::string> present;
   const std::uint32_t error = ReadNames(present);
-  return error != 0 || present.empty() ? error : Close(allow);
+  if (error != 0 || present.empty()) return error;
+  return Close(allow, IsOnLease() ? closed_->leaseEnd : Deadline());
 }
 
 std::uint32_t PacketGate::Repair(bool linksChanged) {
@@ -300,7 +345,7 @@ std::uint32_t PacketGate::PutBackIfChanged(bool linksChanged) {
 }
 
 std::uint32_t PacketGate::PutBack(bool byOthers) {
-  const std::uint32_t error = Close(closed_->allowLocal);
+  const std::uint32_t error = Close(closed_->allowLocal, closed_->leaseEnd);
   if (!byOthers) return error;
   report_(error == 0 ? "Another program changed the rules of the closed gate in the packet filter. "
                        "They have been put back."

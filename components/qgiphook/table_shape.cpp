@@ -92,12 +92,18 @@ std::map<std::string, TableShape> ReadTableShapes(std::string_view listing) {
   return reader.Take();
 }
 
-std::string WithoutOwners(std::string_view listing) {
+std::string WithoutVolatile(std::string_view listing) {
+  const std::string leaseBegin = std::string("set ") + kLeaseSet + " {";
   std::string result;
-  ForEachLine(listing, [&result](std::string_view line) {
+  bool isInLease = false;
+  ForEachLine(listing, [&](std::string_view line) {
     constexpr std::string_view kTableFlags = "\tflags ";
     const bool isDormant = line.find("dormant") != std::string_view::npos;
     if (line.starts_with(kTableFlags) && !isDormant) return;
+    const std::string_view words = Trimmed(line);
+    if (words == "}") isInLease = false;
+    if (isInLease && !words.starts_with("type ") && !words.starts_with("flags ")) return;
+    if (words == leaseBegin) isInLease = true;
     if (line.starts_with("table ")) line = line.substr(0, line.find(" #"));
     result.append(line).push_back('\n');
   });

@@ -30,7 +30,11 @@ struct TableShape {
 // quillgate").
 std::map<std::string, TableShape> ReadTableShapes(std::string_view listing);
 
-// The listing without the tables' owners, which do not affect the rules.
-std::string WithoutOwners(std::string_view listing);
+// The set that the lease of an open gate consists of.
+inline constexpr const char* kLeaseSet = "lease";
+
+// The listing without the tables' owners, which do not affect the rules, and without the elements
+// of the lease, which expire by themselves.
+std::string WithoutVolatile(std::string_view listing);
 
 }  // namespace quillgate::gate

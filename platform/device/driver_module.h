@@ -29,6 +29,8 @@ struct DriverHost {
   // member below.
   void (*reportEvent)(void* driver, const char* utf8);
   void* driver;
+  // The layer's root folder, absolute, in UTF-8: a driver may keep files there.
+  const char* rootFolder;
 };
 
 // 0, or the error with which starting the driver's service fails.

@@ -13,6 +13,7 @@
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/kernel/path.h"
 #include "platform/kernel/trusted_path.h"
 
 namespace platform {
@@ -78,6 +79,7 @@ class ModuleDriver final : public LoadedDriver {
   ModulePointer module_;
   DriverUnloadFunction unload_;
   DriverEventSink events_;
+  const std::string rootFolder_;
   DriverHost host_;
   bool loaded_ = false;
 };
@@ -116,7 +118,9 @@ ModuleDriver::ModuleDriver(ModulePointer module, DriverUnloadFunction unload,
     : module_(std::move(module)),
       unload_(unload),
       events_(std::move(events)),
-      host_{HostCreateDevice, HostDeleteDevice, HostLogLine, HostReportEvent, this} {}
+      rootFolder_(std::filesystem::absolute(RootFolder()).native()),
+      host_{HostCreateDevice,   HostDeleteDevice, HostLogLine, HostReportEvent, this,
+            rootFolder_.c_str()} {}
 
 DWORD ModuleDriver::Load(DriverLoadFunction load) {
   callingDriver = this;

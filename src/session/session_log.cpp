@@ -237,7 +237,7 @@ AccessReason SessionLog::Judge() const {
 
 void SessionLog::RunEnforcementCycle() {
   NoteLocalPolicy();
-  AssertClosedGate();
+  AssertGate();
   FirstFailure failure;
   failure.Run([this] { RefreshDueTotals(); });
   if (SwitchGate()) WriteClosedSession();
@@ -246,10 +246,15 @@ void SessionLog::RunEnforcementCycle() {
   SnapshotSession();
 }
 
-// Other programs may have changed the machine's packet filter meanwhile.
-void SessionLog::AssertClosedGate() {
+// Other programs may have changed the machine's packet filter meanwhile, and a driver may open the
+// gate for a limited time only.
+void SessionLog::AssertGate() {
   const CriticalSectionLock hold(lock_);
-  if (!meter_.IsOnline()) hook_.Block(localAllowed_);
+  if (!meter_.IsOnline()) {
+    hook_.Block(localAllowed_);
+  } else if (Judge() == AccessReason::kAllowed) {
+    hook_.Pass();
+  }
 }
 
 // A closed gate is not opened by totals that could not be read; an open one is judged by the totals

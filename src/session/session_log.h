@@ -98,7 +98,7 @@ class SessionLog final : public SessionControl {
 
   // --- enforcement; both throw DBerror ---
   // Switches the gate by the rules, shows the warnings, writes the snapshot. A gate that must close
-  // is closed even when the database fails. For a gate that is closed already, the block is sent
+  // is closed even when the database fails. For a gate that is as it must be, its code is sent
   // again.
   void RunEnforcementCycle();
   // After a logon or a change of users: opens the gate, which starts a session, or closes it.
@@ -115,7 +115,7 @@ class SessionLog final : public SessionControl {
 
   // The steps of a cycle. A failure of RefreshDueTotals is reported only after SwitchGate.
   // SwitchGate returns whether it closed the gate and left a session to be written.
-  void AssertClosedGate();
+  void AssertGate();
   bool MustKnowTotals() const;
   void RefreshDueTotals();
   bool SwitchGate();

@@ -24,6 +24,7 @@
 #include <thread>
 #include <vector>
 
+#include "lab/database_folder.h"
 #include "lab/network_namespace.h"
 
 namespace {
@@ -75,8 +76,8 @@ class HookDriver : public testing::Test {
 
   // Runs `work` inside, with the driver loaded.
   void WithDriver(const std::function<void(lab::LoadedDriver&)>& work) {
-    place_->Run([&work] {
-      lab::LoadedDriver driver;
+    place_->Run([this, &work] {
+      lab::LoadedDriver driver(folder_.Path().string());
       EXPECT_EQ(driver.Open(), 0u);
       work(driver);
       EXPECT_THAT(driver.TakeLines(), IsEmpty());
@@ -88,7 +89,7 @@ class HookDriver : public testing::Test {
   std::string Rules() {
     return place_->Shell("nft -n list table inet quillgate | sed 's/ # .*//; /^\tflags/d; /^$/d'");
   }
-  // "local": closed but for local traffic.
+  // "local": closed but for local traffic; "lease": open until its end.
   std::string State() {
     if (Tables().find("quillgate") == std::string::npos) return "open";
     const std::string rules = Rules();
@@ -96,28 +97,38 @@ class HookDriver : public testing::Test {
       EXPECT_THAT(rules, HasSubstr("type filter hook " + chain + " priority 0; policy drop;"));
     }
     EXPECT_THAT(rules, Not(HasSubstr("established")));
+    if (rules.find(" expires ") != std::string::npos) return "lease";
     return rules.find("192.168.0.0/16") == std::string::npos ? "closed" : "local";
   }
 
   std::optional<lab::NetworkNamespace> place_;
+  lab::DatabaseFolder folder_;  // the driver's root folder
 };
 
 // A program that starts lets everything pass before it knows what has been decided, so a gate that
 // is found closed stays so until then.
 TEST_F(HookDriver, EachCodeGivesItsStateAndADecisionAloneOpensAGateThatIsFoundClosed) {
   const struct {
+    bool optionOn;
     std::vector<std::uint32_t> codes;
     std::vector<std::string> states;  // at the loading, after each code, and after the unloading
   } programs[] = {
-      {{kPass, kBlockLocal, kBlock, kAllowLocal, kBlockLocal, kPass, kPass},
+      {false,
+       {kPass, kBlockLocal, kBlock, kAllowLocal, kBlockLocal, kPass, kPass},
        {"open", "open", "open", "closed", "local", "closed", "open", "open", "open"}},
-      {{kBlock}, {"open", "closed", "closed"}},
-      {{kPass, kBlockLocal, kBlock}, {"closed", "closed", "closed", "closed", "closed"}},
-      {{kPass, kAllowLocal}, {"closed", "closed", "local", "open"}},  // ended in order
-      {{kAllowLocal, kBlock}, {"open", "open", "local", "local"}},
-      {{kPass, kPass}, {"local", "local", "open", "open"}},  // decided to pass
+      {false, {kBlock}, {"open", "closed", "closed"}},
+      {false, {kPass, kBlockLocal, kBlock}, {"closed", "closed", "closed", "closed", "closed"}},
+      {false, {kPass, kAllowLocal}, {"closed", "closed", "local", "open"}},  // ended in order
+      {false, {kAllowLocal, kBlock}, {"open", "open", "local", "local"}},
+      {false, {kPass, kPass}, {"local", "local", "open", "open"}},  // decided to pass
+      {true,
+       {kPass, kPass, kBlock, kPass, kAllowLocal, kPass, kBlock},
+       {"open", "lease", "lease", "closed", "lease", "lease", "lease", "local", "local"}},
+      {true, {kPass, kPass}, {"local", "local", "lease", "open"}},
+      {true, {kPass}, {"open", "lease", "open"}},
   };
-  for (const auto& [codes, expected] : programs) {
+  for (const auto& [optionOn, codes, expected] : programs) {
+    if (optionOn) lab::WriteFile(folder_.Path() / "closed_from_boot", "");
     std::vector<std::string> states;
     WithDriver([&](lab::LoadedDriver& driver) {
       states.push_back(State());

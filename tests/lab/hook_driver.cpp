@@ -19,13 +19,14 @@ namespace {
 std::optional<DriverDevice> device;
 std::mutex mutex;  // of the lines: the driver's own thread writes some
 std::vector<std::string> lines;
+std::string root;
 
 void AddLine(const char* line) {
   const std::lock_guard lock(mutex);
   lines.emplace_back(line);
 }
 
-const DriverHost kHost = {
+DriverHost host = {
     .createDevice = [](const DriverDevice* created) -> std::uint32_t {
       device = *created;
       return 0;
@@ -34,10 +35,11 @@ const DriverHost kHost = {
     .logLine = AddLine,
     .reportEvent = [](void*, const char* event) { AddLine(event); },
     .driver = nullptr,
+    .rootFolder = nullptr,
 };
 
-int Serve(int commands) {
-  LoadedDriver driver;
+int Serve(int commands, const std::string& rootFolder) {
+  LoadedDriver driver(rootFolder);
   std::uint32_t code = 0;
   while (::recv(commands, &code, sizeof code, 0) == sizeof code) {
     const std::uint32_t result = driver.Control(code);
@@ -48,14 +50,16 @@ int Serve(int commands) {
 
 }  // namespace
 
-LoadedDriver::LoadedDriver() {
+LoadedDriver::LoadedDriver(const std::string& rootFolder) {
+  root = rootFolder;
+  host.rootFolder = root.c_str();
   const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
   void* const module = ::dlopen((folder / "QGIpHook.so").c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) throw std::runtime_error(::dlerror());
   const auto load = reinterpret_cast<DriverLoadFunction>(::dlsym(module, "DriverLoad"));
   unload_ = reinterpret_cast<DriverUnloadFunction>(::dlsym(module, "DriverUnload"));
   if (load == nullptr || unload_ == nullptr) throw std::runtime_error("not a driver");
-  if (load(&kHost) != 0 || !device || std::wstring(device->name) != L"QGIpHook") {
+  if (load(&host) != 0 || !device || std::wstring(device->name) != L"QGIpHook") {
     throw std::runtime_error("the driver makes no device");
   }
 }
@@ -80,7 +84,7 @@ std::vector<std::string> LoadedDriver::TakeLines() {
   return std::exchange(lines, {});
 }
 
-DriverProcess::DriverProcess(const NetworkNamespace& place) {
+DriverProcess::DriverProcess(const NetworkNamespace& place, const std::string& rootFolder) {
   int ends[2];
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
     throw std::runtime_error("no socket pair");
@@ -89,7 +93,7 @@ DriverProcess::DriverProcess(const NetworkNamespace& place) {
   const FileDescriptor theirs(ends[1]);
   process_ = place.Start([&] {
     commands_ = {};
-    return Serve(theirs.Get());
+    return Serve(theirs.Get(), rootFolder);
   });
 }
 

@@ -22,7 +22,9 @@ inline constexpr std::uint32_t kBlockLocal = 0x939C20A0;
 // loaded when the object goes, the driver does not.
 class LoadedDriver {
  public:
-  LoadedDriver();  // throws std::runtime_error when there is no module or it makes no device
+  // Throws std::runtime_error when there is no module or it makes no device. In the root folder
+  // lies the driver's option.
+  explicit LoadedDriver(const std::string& rootFolder = "/nowhere");
   ~LoadedDriver();
   LoadedDriver(const LoadedDriver&) = delete;
   LoadedDriver& operator=(const LoadedDriver&) = delete;
@@ -39,7 +41,7 @@ class LoadedDriver {
 // In a process of its own.
 class DriverProcess {
  public:
-  explicit DriverProcess(const NetworkNamespace& place);
+  explicit DriverProcess(const NetworkNamespace& place, const std::string& rootFolder = "/nowhere");
   ~DriverProcess();  // kills, if it still runs
   DriverProcess(const DriverProcess&) = delete;
   DriverProcess& operator=(const DriverProcess&) = delete;

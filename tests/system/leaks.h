@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "lab/database_folder.h"
 #include "lab/hook_driver.h"
 #include "lab/network_lab.h"
 #include "lab/raw_packet.h"
@@ -40,7 +41,13 @@ class Leaks : public testing::Test {
     lab_->Host().Shell("nft flush ruleset");
   }
 
-  void StartDriver() { driver_ = std::make_unique<lab::DriverProcess>(lab_->Host()); }
+  void StartDriver() {
+    driver_ = std::make_unique<lab::DriverProcess>(lab_->Host(), folder_.Path().string());
+  }
+  // From now on an open gate is a lease of so many seconds.
+  void LeaseFor(int seconds) {
+    lab::WriteFile(folder_.Path() / "closed_from_boot", std::to_string(seconds));
+  }
 
   // How many packets like `seen` arrive when that one is sent.
   static std::size_t Arrivals(const lab::NetworkNamespace& from, const char* interfaceName,
@@ -54,6 +61,7 @@ class Leaks : public testing::Test {
 
   inline static std::unique_ptr<lab::NetworkLab> lab_;
   inline static std::string whyNot_;
+  lab::DatabaseFolder folder_;  // the driver's root folder
   std::unique_ptr<lab::DriverProcess> driver_;
 };
 

@@ -18,6 +18,7 @@ class Driver : public ServiceFixture {
  protected:
   ~Driver() override {
     ::unsetenv("TEST_DRIVER_ERROR");
+    ::unsetenv("TEST_DRIVER_ROOT");
     ::unsetenv("TEST_DRIVER_UNLOADED");
   }
   static HANDLE OpenDevice(const wchar_t* path) {
@@ -62,6 +63,7 @@ TEST_F(Driver, ASharedObjectBesideTheExecutableIsLoadedAndUnloaded) {
   EXPECT_EQ(machine_.Events()[0].source, L"TestDriver");
   EXPECT_EQ(machine_.Events()[0].type, EVENTLOG_WARNING_TYPE);
   EXPECT_EQ(machine_.Events()[0].text, L"loaded \xE4");
+  EXPECT_STREQ(std::getenv("TEST_DRIVER_ROOT"), (machine_.Root() / "root").c_str());
 
   const HANDLE device = OpenDevice(kDevice);
   ASSERT_NE(device, INVALID_HANDLE_VALUE) << ::GetLastError();

@@ -34,6 +34,7 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(const
   const char* error = std::getenv("TEST_DRIVER_ERROR");
   const DriverDevice device = {L"TestModuleDevice", nullptr, Open, Control};
   const std::uint32_t created = host->createDevice(&device);
+  ::setenv("TEST_DRIVER_ROOT", host->rootFolder, 1);
   host->reportEvent(host->driver, "loaded \xC3\xA4");
   return error != nullptr ? static_cast<std::uint32_t>(std::atoi(error)) : created;
 }
