@@ -52,7 +52,7 @@ class RealService : public testing::Test {
     const std::string whyNot = lab::NetworkNamespace::WhyNot();
     if (!whyNot.empty()) GTEST_SKIP() << whyNot;
     lab_ = std::make_unique<lab::NetworkLab>();
-    for (const char* file : {"qgserv", "winsc", "qgdbeng.so", "QGIpHook.so"})
+    for (const char* file : {"qgserv", "winsc", "qggate", "qgdbeng.so", "QGIpHook.so"})
       CopyFromBuild(file);
     Must("./qgserv Install");
     Sql("INSERT INTO Settings VALUES ('845', 'WINDOWS'); CREATE TABLE WlNpData (Key, Value);"
@@ -161,6 +161,29 @@ TEST_F(RealService, TheGateFollowsTheUserThroughKillRestartAndStop) {
   ExpectClosed("after the restart");
   Stop();
   ExpectOpen("after an orderly stop");
+}
+
+TEST_F(RealService, AGateThatIsClosedFromTheBootStaysSoUntilAUserIsJudgedOrItIsOpenedByHand) {
+  leaks::Flood flood(*lab_);
+  ExpectOpen("before");
+  Must("./qggate boot closed && ./qggate close");
+  ExpectClosed("before the service");
+  lab_->Forget();
+  flood.Begin(50us);
+  StartBlocked();
+  flood.Stop();
+  EXPECT_GT(flood.Sent(), 1000);
+  EXPECT_EQ(flood.Arrived(), 0u) << "while the service starts";
+  EXPECT_THAT(Run("./qggate open"), Pair(1, HasSubstr("Stop it first")));
+  ExpectClosed("while the service runs");
+  Kill();
+  Must("./qggate open");
+  ExpectOpen("by hand");
+  StartOpen();
+  EXPECT_THAT(Run("./qggate status"), Pair(0, HasSubstr("renews it\nboot: closed")));
+  ExpectOpen("for a user who may connect");
+  Stop();
+  EXPECT_THAT(Run("./qggate boot open && ./qggate status"), Pair(0, "gate: open\nboot: open\n"));
 }
 
 TEST_F(RealService, ALogonOfAnotherSystemUserSwitchesTheGateAtOnce) {
