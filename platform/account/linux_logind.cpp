@@ -2,7 +2,9 @@
 
 #include <errno.h>
 #include <fcntl.h>
-#include <sys/pidfd.h>
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <new>
@@ -42,7 +44,7 @@ bool IsGone(const BusError& error) {
 // have none) logind alone says when the session ends.
 bool WatchLeader(std::uint32_t process, std::vector<FileDescriptor>& leaders) {
   if (process == 0) return true;
-  FileDescriptor leader(::pidfd_open(static_cast<pid_t>(process), 0));
+  FileDescriptor leader(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
   if (!leader.IsOpen()) return errno != ESRCH;
   pollfd ended{leader.Get(), POLLIN, 0};
   if (::poll(&ended, 1, 0) != 0) return false;
