@@ -140,7 +140,16 @@ BOOL WINAPI Unregister(HWND window) {
   return Register(window, 0);
 }
 
-TEST_F(ServiceWindowTest, SessionNotificationsLastAsLongAsTheWindow) {
+// Has no window of its own, which would have loaded the system's library already.
+class SessionNotificationTest : public ServiceTest {
+ protected:
+  SessionNotificationTest() {
+    objects_.Indicator().RelayWithoutTray();
+    Set(SettingKey::kFirstStart, L"0");
+  }
+};
+
+TEST_F(SessionNotificationTest, TheyLastAsLongAsTheWindow) {
   for (const bool complete : {false, true}) {
     platform::ExportTable exports = {
         {"WTSRegisterSessionNotification", reinterpret_cast<FARPROC>(Register)}};
