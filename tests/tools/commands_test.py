@@ -6,14 +6,18 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-SOURCES = {"qgserv": "src/service/command_line.cpp", "winsc": "platform/tools/winsc/main.cpp"}
-PATTERNS = {"qgserv": r'\{L"(\w+)", CommandWord', "winsc": r'command == L"(\w+)"'}
+# Where a program tells its words apart, and how.
+SOURCES = {
+    "qgserv": ("src/service/command_line.cpp", r'\{L"(\w+)", CommandWord'),
+    "winsc": ("platform/tools/winsc/main.cpp", r'command == L"(\w+)"'),
+    "qggate": ("components/qggate/main.cpp", r'words == Words\{"(\w+)"'),
+}
 
 
 def words_of(command):
     """The words that the program takes, in lower case."""
-    text = (ROOT / SOURCES[command]).read_text(encoding="utf-8")
-    return set(re.findall(PATTERNS[command], text))
+    source, pattern = SOURCES[command]
+    return set(re.findall(pattern, (ROOT / source).read_text(encoding="utf-8")))
 
 
 def completed(command, *typed):
@@ -55,6 +59,8 @@ class Commands(unittest.TestCase):
             ("winsc", "autostart", ""): "",
             ("winsc", "control", "qgserv", ""): "128 129",
             ("winsc", "query", "qgserv", ""): "",
+            ("qggate", "boot", "c"): "closed",
+            ("qggate", "open", ""): "",
         }
         for typed, offered in cases.items():
             self.assertEqual(completed(typed[0], *typed), offered, typed)
