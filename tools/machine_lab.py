@@ -251,7 +251,8 @@ class Machine:
 
     def log_on(self, user, at_screen=True):
         """Opens a session through PAM, which logind makes the screen's; its identifier."""
-        place = ["--setenv=XDG_SEAT=seat0"] if at_screen else []
+        # Without a class such a session counts as one in the background, which nobody sits at.
+        place = ["--setenv=XDG_SEAT=seat0", "--setenv=XDG_SESSION_CLASS=user"] if at_screen else []
         self.run("systemd-run", "--quiet", "--collect", f"--unit={user}-{at_screen}",
                  f"--property=User={user}", "--property=PAMName=login", *place, "sleep", "infinity")
         await_true(lambda: self.session(user, at_screen), 20, f"a session of {user}")
