@@ -14,7 +14,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 from demo_network import probes, probes_of_open_gate  # noqa: E402
 from machine_lab import BOOT_SECONDS, Machine, Outside, await_true, enter  # noqa: E402
-from machine_tree import PACKAGE, CannotRun  # noqa: E402
+from machine_tree import COPY, PACKAGE, CannotRun  # noqa: E402
 from service_lab import Download, say  # noqa: E402
 
 SKIPPED = 77
@@ -36,6 +36,8 @@ INSERT INTO Users_Windows VALUES ('bo','','NO','5','0','NO','1','0','{HOURS}','0
 """
 PROPERTIES = ("Id", "MainPID", "ControlGroup", "CPUUsageNSec", "MemoryCurrent",
               "InactiveExitTimestampMonotonic", "ActiveEnterTimestampMonotonic")
+PROGRAM = "/usr/lib/quillgate/qgserv"
+WAY_OUT = "this opens it: /usr/lib/quillgate/qggate open"
 UNITS = "grep -ls lib/quillgate/ /etc/systemd/system/*.service /lib/systemd/system/*.service; true"
 DATABASE = """find -L /usr/lib/quillgate /var/lib/quillgate -name quillgate.dat -print -quit \
   2>/dev/null; true"""
@@ -200,6 +202,24 @@ class Story:
         expect(self.machine.pulse.is_silent(since), "the gate stays closed for anna")
         self.log_on("bo", "bo's logon after the crash")
 
+    def start_without_service(self):
+        self.machine.run("qggate", "boot", "closed")
+        self.machine.run("chmod", "-x", PROGRAM)
+        self.machine.power_off()
+        self.machine.boot()
+        self.machine.log_on("bo")
+        time.sleep(3)
+        expect(self.machine.pulse.is_silent(0), "the gate is closed from the boot on")
+        expect(WAY_OUT in (COPY / "srv/console").read_text(), "the console says why")
+        expect(WAY_OUT in self.machine.run("journalctl", "--boot", "--unit=quillgate-closed"),
+               "the journal says why")
+        self.machine.run("qggate", "open")
+        self.machine.pulse.opened(time.monotonic(), 1)
+        self.machine.run("chmod", "+x", PROGRAM)
+        self.machine.run("qggate", "boot", "open")
+        self.await_services()
+        self.machine.pulse.opened(time.monotonic(), CYCLE_SECONDS)
+
     def idle(self):
         before = self.services()
         time.sleep(IDLE_SECONDS)
@@ -238,6 +258,8 @@ STORY = (
     ("the package is upgraded; the gate stays closed", Story.upgrade, 120),
     ("the machine crashes while bo downloads; his session is recovered", Story.crash, 300),
     ("anna logs on and is still past her limit; bo logs on and is not", Story.log_on_again, 120),
+    ("closed from the boot on, the service is broken; only root opens", Story.start_without_service,
+     180),
     ("nothing happens for a minute", Story.idle, IDLE_SECONDS + 60),
     ("the package is purged; the gate is open and nothing is left", Story.purge, 90),
 )
