@@ -56,6 +56,15 @@ std::wstring AccountName(std::string_view name) {
   return Wide(name.substr(0, name.find('@')));
 }
 
+std::wstring NameOfAccount(unsigned number) {
+  std::vector<char> buffer(1'024);
+  passwd entry{};
+  passwd* found = nullptr;
+  while (::getpwuid_r(number, &entry, buffer.data(), buffer.size(), &found) == ERANGE)
+    buffer.resize(2 * buffer.size());
+  return found != nullptr ? AccountName(entry.pw_name) : std::wstring();
+}
+
 std::optional<std::vector<LocalAccount>> HumanAccounts() {
   std::ifstream configuration("/etc/login.defs");
   const UserIdRange range = ReadUserIdRange(configuration);

@@ -24,6 +24,9 @@ UserIdRange ReadUserIdRange(std::istream& configuration);
 // The name without a domain, which directories put before a backslash or after "@".
 std::wstring AccountName(std::string_view name);
 
+// The name, without a domain, of the account with that number; empty when there is none.
+std::wstring NameOfAccount(unsigned number);
+
 // The accounts in the range, each name once, in the order of the name service; nothing when it
 // lists no account at all. Neither the shell nor a locked password matters: people log on by other
 // means as well.

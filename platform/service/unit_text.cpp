@@ -112,8 +112,11 @@ SystemCallErrorNumber=EPERM
 )";
 
 // The display's socket lies in a folder that PrivateTmp hides; the key to it is in the user's home
-// or runtime folder, which only its owner may enter.
-constexpr std::string_view kWithDesktop = R"(CapabilityBoundingSet=CAP_NET_ADMIN CAP_DAC_READ_SEARCH
+// or runtime folder, which only its owner may enter. Sessions offer their displays in the service's
+// own runtime folder.
+constexpr std::string_view kWithDesktop = R"(RuntimeDirectory=%p
+RuntimeDirectoryMode=0755
+CapabilityBoundingSet=CAP_NET_ADMIN CAP_DAC_READ_SEARCH
 ProtectHome=read-only
 BindReadOnlyPaths=-/tmp/.X11-unix
 )";

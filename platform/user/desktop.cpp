@@ -10,6 +10,8 @@
 #include "platform/kernel/modules.h"
 #include "platform/kernel/trusted_path.h"
 #include "platform/user/desktop_probe.h"
+#include "platform/user/linux_display_offers.h"
+#include "platform/user/window_creation.h"
 #include "platform/user/window_list.h"
 
 namespace platform {
@@ -19,7 +21,10 @@ struct DesktopState {
   std::mutex mutex;
   std::unique_ptr<DesktopModule> module;
   std::shared_ptr<ThreadQueue> windowThread;
-  bool unreachable = false;
+  // The first thread that found no desktop.
+  std::weak_ptr<ThreadQueue> waiting;
+  bool isUnreachable = false;  // the one that the environment names
+  bool isSpent = false;
 };
 
 DesktopState& State() {
@@ -35,7 +40,8 @@ bool EnvironmentNamesDesktop() {
   });
 }
 
-std::unique_ptr<DesktopModule> LoadModule() {
+// Sets isSpent when the toolkit fails on its way to a desktop that the probe has reached.
+std::unique_ptr<DesktopModule> LoadModule(bool& isSpent) {
   const std::filesystem::path file = FindSharedObject(L"windesktop.dll");
   if (file.empty()) {
     LogLine("desktop: the desktop module is not installed");
@@ -56,7 +62,48 @@ std::unique_ptr<DesktopModule> LoadModule() {
     LogLine(std::string("desktop: ") + ::dlerror());
     return nullptr;
   }
-  return std::unique_ptr<DesktopModule>(reinterpret_cast<CreateDesktopModuleFunction>(entry)());
+  std::unique_ptr<DesktopModule> module(reinterpret_cast<CreateDesktopModuleFunction>(entry)());
+  isSpent = module == nullptr;
+  return module;
+}
+
+// The caller holds the lock.
+bool JoinNamed(DesktopState& state, const std::shared_ptr<ThreadQueue>& queue) {
+  state.module = LoadModule(state.isSpent);
+  state.isUnreachable = state.module == nullptr;
+  if (state.isUnreachable) {
+    LogLine("desktop: going on without one");
+    return false;
+  }
+  state.windowThread = queue;
+  queue->SetEventLoop(&state.module->Loop());
+  return true;
+}
+
+void SetVariables(const DisplayVariables& variables) {
+  for (const auto& [name, value] : variables) {
+    if (value.empty()) {
+      ::unsetenv(name.c_str());
+    } else {
+      ::setenv(name.c_str(), value.c_str(), 1);
+    }
+  }
+}
+
+bool JoinWith(const DisplayVariables& variables) {
+  constexpr WPARAM kBitsPerPixel = 32;
+  {
+    DesktopState& state = State();
+    const std::lock_guard lock(state.mutex);
+    if (state.windowThread != nullptr || state.isSpent) return false;
+    SetVariables(variables);
+    if (!JoinNamed(state, CurrentQueue())) return false;
+  }
+  for (const auto& window : Windows().OfThread(*CurrentQueue()))
+    GivePeer(*window);
+  const SIZE screen = Desktop().Windows().ScreenSize();
+  ::PostMessageW(HWND_BROADCAST, WM_DISPLAYCHANGE, kBitsPerPixel, MAKELPARAM(screen.cx, screen.cy));
+  return true;
 }
 
 }  // namespace
@@ -64,18 +111,31 @@ std::unique_ptr<DesktopModule> LoadModule() {
 bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue) {
   DesktopState& state = State();
   const std::lock_guard lock(state.mutex);
-  if (state.windowThread != nullptr || state.unreachable || !EnvironmentNamesDesktop()) {
-    return false;
+  if (state.windowThread != nullptr || state.isSpent) return false;
+  if (!state.isUnreachable && EnvironmentNamesDesktop() && JoinNamed(state, queue)) return true;
+  if (state.waiting.expired()) state.waiting = queue;
+  ListenForDisplays();
+  return false;
+}
+
+bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> done) {
+  DesktopState& state = State();
+  std::shared_ptr<ThreadQueue> waiting;
+  {
+    const std::lock_guard lock(state.mutex);
+    waiting = state.waiting.lock();
   }
-  state.module = LoadModule();
-  state.unreachable = state.module == nullptr;
-  if (state.unreachable) {
-    LogLine("desktop: going on without one");
-    return false;
-  }
-  state.windowThread = queue;
-  queue->SetEventLoop(&state.module->Loop());
+  if (waiting == nullptr) return false;
+  waiting->Defer(
+      [variables = std::move(variables), done = std::move(done)] { done(JoinWith(variables)); });
   return true;
+}
+
+DesktopUse CurrentDesktopUse() {
+  DesktopState& state = State();
+  const std::lock_guard lock(state.mutex);
+  if (state.isSpent) return DesktopUse::kSpent;
+  return state.windowThread != nullptr ? DesktopUse::kJoined : DesktopUse::kNone;
 }
 
 void LeaveDesktop(const ThreadQueue& queue) {
@@ -94,7 +154,8 @@ void LoseDesktop(const ThreadQueue& queue) {
   LogLine("desktop: the connection is broken; going on without one");
   state.windowThread->SetEventLoop(nullptr);
   state.windowThread.reset();
-  state.unreachable = true;
+  state.isSpent = true;
+  ListenForDisplays();
   // The module and the windows' widgets are neither used nor destroyed from here on: without its
   // display connection no call into the toolkit is safe, destructors included.
   for (const auto& window : Windows().OfThread(queue))

@@ -1,9 +1,12 @@
 // The machine's desktop: whether there is one, and the desktop module. There is a desktop when the
-// environment names one (DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM), the module can be loaded and
-// the module can connect to it.
+// environment names one (DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM) or a session offers one, the
+// module can be loaded and the module can connect to it.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "platform/user/desktop_module.h"
 #include "platform/user/thread_queue.h"
@@ -14,6 +17,22 @@ namespace platform {
 // the module and lets the queue wait in its event loop. True when this call made the thread the
 // window thread. Called by the queue's thread.
 bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue);
+
+// Variables of the environment that name a display to the toolkit; empty values unset them.
+using DisplayVariables = std::map<std::string, std::string>;
+
+// Lets the first thread that found no desktop join this one, when it next retrieves messages: its
+// windows get peers, and top-level windows are notified by WM_DISPLAYCHANGE. `done` is called there
+// afterwards, not at all when the thread has ended before. False: no thread waits for a desktop.
+// Any thread.
+bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> done);
+
+enum class DesktopUse {
+  kNone,
+  kJoined,
+  kSpent,  // the connection was lost, or broke while it was made: no other is made in this process
+};
+DesktopUse CurrentDesktopUse();
 
 // Destroys the module if the queue's thread is the window thread; another thread can join then.
 // Called by the queue's thread.

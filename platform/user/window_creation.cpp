@@ -1,8 +1,8 @@
-// Creating windows.
+#include "platform/user/window_creation.h"
+
 #include "platform/kernel/api_result.h"
 #include "platform/kernel/log.h"
 #include "platform/user/desktop.h"
-#include "platform/user/window.h"
 #include "platform/user/window_bounds.h"
 #include "platform/user/window_destruction.h"
 #include "platform/user/window_list.h"
@@ -49,16 +49,6 @@ std::unique_ptr<WindowPeer> MakePeer(Window& window) {
                           : peers.MakeTopLevel(window.Events(), parent);
 }
 
-void GivePeer(Window& window) {
-  window.GivePeer(MakePeer(window));
-  if (window.Peer() == nullptr) return;
-  window.Peer()->SetIdentity(window.Handle(), window.Id());
-  window.Peer()->SetText(window.Text());
-  window.Peer()->SetBounds(window.Bounds());
-  window.Peer()->SetEnabled((window.Style() & WS_DISABLED) == 0);
-  ShowFirstScrollBars(window);
-}
-
 std::shared_ptr<Window> MakeWindow(const std::shared_ptr<const WindowClass>& windowClass,
                                    const CREATESTRUCTW& creation) {
   WindowOrigin origin;
@@ -91,6 +81,17 @@ bool SendCreation(const std::shared_ptr<Window>& window, const CREATESTRUCTW& cr
 }
 
 }  // namespace
+
+void GivePeer(Window& window) {
+  window.GivePeer(MakePeer(window));
+  if (window.Peer() == nullptr) return;
+  window.Peer()->SetIdentity(window.Handle(), window.Id());
+  window.Peer()->SetText(window.Text());
+  window.Peer()->SetBounds(window.Bounds());
+  window.Peer()->SetEnabled((window.Style() & WS_DISABLED) == 0);
+  ShowFirstScrollBars(window);
+}
+
 }  // namespace platform
 
 using namespace platform;

@@ -29,6 +29,7 @@ extern "C" {
 #define WM_HELP 0x0053u
 #define WM_CONTEXTMENU 0x007Bu
 #define WM_STYLECHANGED 0x007Du
+#define WM_DISPLAYCHANGE 0x007Eu
 #define WM_NOTIFY 0x004Eu
 #define WM_NCCREATE 0x0081u
 #define WM_NCDESTROY 0x0082u

@@ -1,0 +1,114 @@
+// Offers the display of the session that it is started in to a service, which shows its windows
+// there while the session is on the screen. The service comes as root, so root is let in. Ends with
+// the display.
+//
+// Usage: windisplay SOCKET
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/kernel/encoding.h"
+#include "platform/kernel/file_descriptor.h"
+#include "platform/user/display_offer.h"
+
+namespace {
+
+using namespace platform;
+using std::chrono::seconds;
+
+// Between two tries, longer each time while the service does not keep the connection.
+constexpr seconds kShortestPause{1};
+constexpr seconds kLongestPause{60};
+// From the X protocol's extension for access by the account that the kernel tells.
+constexpr std::uint8_t kServerInterpreted = 5;
+constexpr std::string_view kRootIsLetIn{"localuser\0root", 14};
+
+struct Disconnector {
+  void operator()(xcb_connection_t* display) const { ::xcb_disconnect(display); }
+};
+using Display = std::unique_ptr<xcb_connection_t, Disconnector>;
+
+std::string Variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+bool LetRootIn(xcb_connection_t* display) {
+  const auto request = ::xcb_change_hosts_checked(
+      display, XCB_HOST_MODE_INSERT, kServerInterpreted, kRootIsLetIn.size(),
+      reinterpret_cast<const std::uint8_t*>(kRootIsLetIn.data()));
+  const std::unique_ptr<xcb_generic_error_t, void (*)(void*)> error(
+      ::xcb_request_check(display, request), std::free);
+  return error == nullptr && ::xcb_connection_has_error(display) == 0;
+}
+
+FileDescriptor Offer(const std::string& socketPath, const DisplayOffer& offer) {
+  FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::ranges::copy(socketPath, address.sun_path);
+  const std::string message = EncodeOffer(offer);
+  const bool isMade =
+      ::connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+      ::send(socket.Get(), message.data(), message.size(), MSG_NOSIGNAL) > 0;
+  return isMade ? std::move(socket) : FileDescriptor();
+}
+
+// Until the service ends the connection (an invalid one counts as ended after the pause), or the
+// display does, in which case it is false.
+bool Await(const Display& display, const FileDescriptor& service, seconds pause) {
+  pollfd entries[] = {{::xcb_get_file_descriptor(display.get()), POLLIN, 0},
+                      {service.Get(), POLLIN, 0}};
+  const int limit =
+      service.IsOpen() ? -1 : static_cast<int>(std::chrono::milliseconds(pause).count());
+  for (;;) {
+    const int ready = ::poll(entries, 2, limit);
+    while (xcb_generic_event_t* const event = ::xcb_poll_for_event(display.get()))
+      std::free(event);
+    if (::xcb_connection_has_error(display.get()) != 0) return false;
+    if (ready == 0 || entries[1].revents != 0) return true;
+  }
+}
+
+[[noreturn]] void KeepOffering(const Display& display, const std::string& socketPath,
+                               const DisplayOffer& offer) {
+  seconds pause = kShortestPause;
+  for (;;) {
+    const auto start = std::chrono::steady_clock::now();
+    FileDescriptor service = Offer(socketPath, offer);
+    if (service.IsOpen() && !Await(display, service, pause)) std::exit(EXIT_SUCCESS);
+    const bool wasKept = std::chrono::steady_clock::now() - start > kLongestPause;
+    if (!Await(display, FileDescriptor(), pause)) std::exit(EXIT_SUCCESS);
+    pause = wasKept ? kShortestPause : std::min(2 * pause, kLongestPause);
+  }
+}
+
+}  // namespace
+
+int main(int argumentCount, char* arguments[]) {
+  const std::string socketPath = argumentCount == 2 ? arguments[1] : "";
+  if (socketPath.empty() || socketPath.size() >= sizeof sockaddr_un::sun_path) {
+    std::fputs("usage: windisplay SOCKET\n", stderr);
+    return 2;
+  }
+  const DisplayOffer offer{Variable("DISPLAY"), Wide(Variable("XDG_SESSION_ID"))};
+  if (!IsLocalDisplay(offer.display)) {
+    std::fputs("windisplay: this session has no X11 display of this machine\n", stderr);
+    return EXIT_FAILURE;
+  }
+  const Display display(::xcb_connect(nullptr, nullptr));
+  if (!LetRootIn(display.get())) {
+    std::fputs("windisplay: the display cannot be opened for root\n", stderr);
+    return EXIT_FAILURE;
+  }
+  KeepOffering(display, socketPath, offer);
+}
