@@ -24,11 +24,11 @@ bool ProcessObjects::IsFirstStart() {
 
 void ProcessObjects::EnterDesktop() {
   try {
-    if (HasDesktop()) desktop_ = std::make_unique<DesktopObjects>(*this);
+    if (!IsOnDesktop() && HasDesktop()) desktop_ = std::make_unique<DesktopObjects>(*this);
   } catch (...) {
     events_.LogCurrentException();
   }
-  if (desktop_ == nullptr) indicator_.RelayWithoutTray();
+  if (!IsOnDesktop()) indicator_.RelayWithoutTray();
 }
 
 void ProcessObjects::LeaveDesktop() {

@@ -50,8 +50,9 @@ class ProcessObjects final : public LogonSystemControl {
 
   // Called on the service main thread, before and after its message loop. If there is no desktop,
   // or the tray cannot be created (which is logged), the event log shows the state of the gate and
-  // every prompt of a logon counts as cancelled.
+  // every prompt of a logon counts as cancelled. Entering may be tried again.
   void EnterDesktop();
+  bool IsOnDesktop() const { return desktop_ != nullptr; }
   void LeaveDesktop();
 
   // Returns the session object. The first call creates it and is made on the service main thread.

@@ -1,9 +1,11 @@
 // The indicator of the session object, which outlives the tray: forwards to the tray while there is
 // one, else to the event log. The session begins before the process knows whether there is a tray;
-// calls that come earlier are queued. Any thread.
+// messages that come earlier are queued. Any thread.
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "handles/critical_section.h"
@@ -16,23 +18,39 @@ class RelayIndicator final : public GateIndicator {
   // `withoutTray` is the target where there is no tray.
   explicit RelayIndicator(GateIndicator& withoutTray) : withoutTray_(withoutTray) {}
 
-  // When these return, no thread calls the previous target any more, and the queued calls have been
-  // forwarded.
-  void RelayTo(GateIndicator& target) {
+  // When these return, no thread calls the previous target any more. A tray is shown the present
+  // state, since it may come late; messages that were queued are forwarded.
+  void RelayTo(GateIndicator& tray) {
     const CriticalSectionLock hold(lock_);
-    target_ = &target;
-    for (const auto& call : queued_)
-      call(target);
-    queued_.clear();
+    BeginWith(tray);
   }
-  void RelayWithoutTray() { RelayTo(withoutTray_); }
+  void RelayWithoutTray() {
+    const CriticalSectionLock hold(lock_);
+    if (target_ == nullptr) return BeginWith(withoutTray_);
+    target_ = &withoutTray_;
+  }
 
-  void SetIcon(GateIcon icon) override { Relay(&GateIndicator::SetIcon, icon); }
-  void SetTip(const std::wstring& text) override { Relay(&GateIndicator::SetTip, text); }
-  void Show() override { Relay(&GateIndicator::Show); }
+  void SetIcon(GateIcon icon) override {
+    const CriticalSectionLock hold(lock_);
+    icon_ = icon;
+    if (target_ != nullptr) target_->SetIcon(icon);
+  }
+  void SetTip(const std::wstring& text) override {
+    const CriticalSectionLock hold(lock_);
+    tip_ = text;
+    if (target_ != nullptr) target_->SetTip(text);
+  }
+  void Show() override {
+    const CriticalSectionLock hold(lock_);
+    isShown_ = true;
+    if (target_ != nullptr) target_->Show();
+  }
   void ShowMessage(const std::wstring& text, const std::wstring& title, BalloonIcon icon,
                    int kind) override {
-    Relay(&GateIndicator::ShowMessage, text, title, icon, kind);
+    const CriticalSectionLock hold(lock_);
+    if (target_ != nullptr) return target_->ShowMessage(text, title, icon, kind);
+    queued_.emplace_back(
+        [=](GateIndicator& target) { target.ShowMessage(text, title, icon, kind); });
   }
   // Not queued: without a tray there is nothing to click on.
   bool Lock() override {
@@ -45,22 +63,23 @@ class RelayIndicator final : public GateIndicator {
   }
 
  private:
-  template <class Operation, class... Arguments>
-  void Relay(Operation operation, const Arguments&... arguments) {
-    const CriticalSectionLock hold(lock_);
-    const auto call = [operation, arguments...](GateIndicator& target) {
-      (target.*operation)(arguments...);
-    };
-    if (target_ == nullptr) {
-      queued_.emplace_back(call);
-    } else {
-      call(*target_);
-    }
+  // The caller holds the lock.
+  void BeginWith(GateIndicator& target) {
+    target_ = &target;
+    if (icon_.has_value()) target.SetIcon(*icon_);
+    if (tip_.has_value()) target.SetTip(*tip_);
+    if (isShown_) target.Show();
+    for (const auto& message : queued_)
+      message(target);
+    queued_.clear();
   }
 
   GateIndicator& withoutTray_;
   CriticalSection lock_;
   GateIndicator* target_ = nullptr;
+  std::optional<GateIcon> icon_;
+  std::optional<std::wstring> tip_;
+  bool isShown_ = false;
   std::vector<std::function<void(GateIndicator&)>> queued_;
 };
 

@@ -5,6 +5,7 @@
 #include "desktop/dialog_driver.h"
 #include "frame/desktop/sheet_user.h"
 #include "resources/resource.h"
+#include "service/desktop_arrival.h"
 #include "service/service_main_thread.h"
 #include "service/service_test.h"
 
@@ -66,6 +67,24 @@ TEST_F(ServiceDesktopTest, TheTrayShowsTheGateAndTheEventLogDoesNot) {
   EXPECT_EQ(changes.front().first, static_cast<DWORD>(NIM_ADD));
   EXPECT_EQ(changes.back().first, static_cast<DWORD>(NIM_DELETE));
   EXPECT_EQ(std::wstring(changes.back().second.szTip), L"Quillgate - Internet connection enabled");
+}
+
+TEST_F(ServiceDesktopTest, ADesktopThatComesLaterGetsTheIconAsItIsThen) {
+  ::unsetenv("QT_QPA_PLATFORM");
+  objects_.EnterDesktop();
+  objects_.BeginSession();
+  DesktopArrival arrival(objects_);
+  arrival.Create();
+  EXPECT_TRUE(machine_.NotificationChanges().empty());
+  machine_.UseDesktop();
+  for (int each = 0; each < 2; ++each)
+    ::SendMessageW(arrival.Window(), WM_DISPLAYCHANGE, 32, MAKELPARAM(800, 600));
+  const auto changes = machine_.NotificationChanges();
+  EXPECT_EQ(
+      std::ranges::count(changes, DWORD{NIM_ADD}, [](const auto& each) { return each.first; }), 1);
+  EXPECT_EQ(std::wstring(changes.back().second.szTip), L"Quillgate - Internet connection enabled");
+  EXPECT_EQ(changes.back().second.dwState & NIS_HIDDEN, 0u);
+  objects_.LeaveDesktop();
 }
 
 TEST_F(ServiceDesktopTest, TheFirstStartBeginsWithTheWizardWhoseAdministratorThenLogsOn) {
