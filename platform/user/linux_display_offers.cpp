@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <sysexits.h>
 
 #include <algorithm>
 #include <array>
@@ -218,10 +219,11 @@ void DisplayOffers::Join(const DisplayOffer& offer) {
   if (isTried) joined_ = offer;
 }
 
-// Ends the process as a kill does: what it has set in the kernel stays.
+// Ends the process as a kill does: what it has set in the kernel stays. The status is what a
+// service's unit knows as the wish for a new process.
 void DisplayOffers::StartAnew() {
   LogLine("desktop: the person on the screen has another display, which a new process joins");
-  ::_exit(EXIT_FAILURE);
+  ::_exit(EX_TEMPFAIL);
 }
 
 }  // namespace

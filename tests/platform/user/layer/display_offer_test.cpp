@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <pwd.h>
+#include <sysexits.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -108,7 +109,7 @@ TEST(DisplayOffer, AServiceJoinsTheDisplayAndEndsForTheNextPersonsOne) {
     first = std::make_unique<OfferedScreen>(folder, "1");
     second = std::make_unique<OfferedScreen>(folder, "2");
   }
-  EXPECT_EXIT(FollowScreens(), ::testing::ExitedWithCode(EXIT_FAILURE),
+  EXPECT_EXIT(FollowScreens(), ::testing::ExitedWithCode(EX_TEMPFAIL),
               "joined 800\n.*another display");
   ::unsetenv("RUNTIME_DIRECTORY");
   std::filesystem::remove_all(folder);
