@@ -67,14 +67,16 @@ std::string WritableFolders(const UnitParts& parts) {
 }
 
 // A killed process is started again within a second, for ever; one that has ended in order (exit
-// status 0) is not. No failure is answered with SIGTERM, which is the stop control: a service that
-// hangs or starves is killed, and what it has set in the kernel stays.
+// status 0) is not; EX_TEMPFAIL asks for a new process without being a failure. No failure is
+// answered with SIGTERM, which is the stop control: a service that hangs or starves is killed, and
+// what it has set in the kernel stays.
 constexpr std::string_view kLife = R"(Type=notify
 NotifyAccess=main
 KillMode=mixed
 Restart=always
 RestartSec=500ms
 RestartPreventExitStatus=0
+SuccessExitStatus=TEMPFAIL
 TimeoutStartSec=30
 TimeoutStartFailureMode=kill
 TimeoutStopSec=30
@@ -110,6 +112,10 @@ SystemCallFilter=@system-service
 SystemCallFilter=~@privileged @resources
 SystemCallErrorNumber=EPERM
 )";
+
+// A service waits most of the time. The C library would keep what each thread has once had for that
+// thread (mallopt(3)).
+constexpr std::string_view kSmallHeap = "MALLOC_ARENA_MAX=1 MALLOC_TRIM_THRESHOLD_=65536";
 
 // The display's socket lies in a folder that PrivateTmp hides; the key to it is in the user's home
 // or runtime folder, which only its owner may enter. Sessions offer their displays in the service's
@@ -148,7 +154,8 @@ std::string UnitText(const UnitParts& parts) {
        << "\nWorkingDirectory=" << Line(parts.workingFolder.native(), true) << "\nEnvironment="
        << Words({std::string(kServiceVariable) + '=' + Utf8(record.name),
                  "PATH=" + std::string(kServicePath)})
-       << "\nEnvironmentFile=-" << Line(parts.environmentFile.native(), true) << '\n'
+       << ' ' << kSmallHeap << "\nEnvironmentFile=-" << Line(parts.environmentFile.native(), true)
+       << '\n'
        << kLife << kLimits << "ReadWritePaths=" << WritableFolders(parts) << '\n';
   const bool interactive = (record.type & SERVICE_INTERACTIVE_PROCESS) != 0;
   text << (interactive ? kWithDesktop : kWithoutDesktop)
