@@ -17,7 +17,7 @@ struct DisplayOffer {
   bool operator==(const DisplayOffer&) const = default;
 };
 
-// Whether DISPLAY names a display of this machine by its number, as all its sessions have them.
+// Whether the text is a display of this machine: a colon, its number and perhaps a screen's.
 bool IsLocalDisplay(std::string_view display);
 
 // The message by which a session makes its offer. Decoding anything else gives nothing.

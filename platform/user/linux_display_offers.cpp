@@ -9,11 +9,9 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -57,7 +55,7 @@ FileDescriptor Listen(const std::filesystem::path& path) {
   ::unlink(path.c_str());
   const bool isBound =
       ::bind(listener.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-  // Who connects is asked for when an offer is judged.
+  // Whose offer counts is decided by the account that has connected.
   constexpr mode_t kForEverybody = 0666;
   if (!isBound || ::chmod(path.c_str(), kForEverybody) != 0 || ::listen(listener.Get(), 16) != 0) {
     return {};
@@ -233,7 +231,8 @@ void ListenForDisplays() {
   std::call_once(once, [] {
     const char* const folder = std::getenv("RUNTIME_DIRECTORY");
     if (folder == nullptr) return;
-    std::thread([offers = std::make_unique<DisplayOffers>(folder)] { offers->Run(); }).detach();
+    auto& offers = *new DisplayOffers(folder);
+    std::thread([&offers] { offers.Run(); }).detach();
   });
 }
 

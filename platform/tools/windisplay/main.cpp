@@ -28,9 +28,9 @@ using std::chrono::seconds;
 // Between two tries, longer each time while the service does not keep the connection.
 constexpr seconds kShortestPause{1};
 constexpr seconds kLongestPause{60};
-// From the X protocol's extension for access by the account that the kernel tells.
+// Access by the account that the kernel tells (xhost(1), Xsecurity(7)).
 constexpr std::uint8_t kServerInterpreted = 5;
-constexpr std::string_view kRootIsLetIn{"localuser\0root", 14};
+constexpr std::string_view kLocalRoot{"localuser\0root", 14};
 
 struct Disconnector {
   void operator()(xcb_connection_t* display) const { ::xcb_disconnect(display); }
@@ -44,8 +44,8 @@ std::string Variable(const char* name) {
 
 bool LetRootIn(xcb_connection_t* display) {
   const auto request = ::xcb_change_hosts_checked(
-      display, XCB_HOST_MODE_INSERT, kServerInterpreted, kRootIsLetIn.size(),
-      reinterpret_cast<const std::uint8_t*>(kRootIsLetIn.data()));
+      display, XCB_HOST_MODE_INSERT, kServerInterpreted, kLocalRoot.size(),
+      reinterpret_cast<const std::uint8_t*>(kLocalRoot.data()));
   const std::unique_ptr<xcb_generic_error_t, void (*)(void*)> error(
       ::xcb_request_check(display, request), std::free);
   return error == nullptr && ::xcb_connection_has_error(display) == 0;
@@ -63,8 +63,8 @@ FileDescriptor Offer(const std::string& socketPath, const DisplayOffer& offer) {
   return isMade ? std::move(socket) : FileDescriptor();
 }
 
-// Until the service ends the connection (an invalid one counts as ended after the pause), or the
-// display does, in which case it is false.
+// True when the service has ended the connection or, without one, after the pause; false when the
+// display has ended.
 bool Await(const Display& display, const FileDescriptor& service, seconds pause) {
   pollfd entries[] = {{::xcb_get_file_descriptor(display.get()), POLLIN, 0},
                       {service.Get(), POLLIN, 0}};
