@@ -172,6 +172,11 @@ class Pulse:
                    seconds, "the Internet is silent")
         return max([asked - since for asked, _ in self.answers if asked >= since], default=0.0)
 
+    def longest_silence(self, since):
+        """Seconds between two questions that were answered, until now."""
+        asked = [since, *(each for each, _ in self.answers if each >= since), time.monotonic()]
+        return max(after - before for before, after in zip(asked, asked[1:]))
+
     def stop(self):
         self.stopping = True
         self.thread.join()
@@ -199,7 +204,7 @@ class Machine:
         group = GROUPS / os.environ["LAB_GROUP"] / "cgroup.procs"
         words = ["sh", "-c", 'echo $$ >"$0" && exec "$@"', group, "systemd-nspawn", "--quiet",
                  "--boot", f"--directory={COPY}", "--network-veth-extra=lan:uplink",
-                 "--register=no", "--keep-unit", "--console=pipe", "--link-journal=no",
+                 "--register=no", "--keep-unit", "--console=read-only", "--link-journal=no",
                  "--resolv-conf=off", "--timezone=off"]
         with (COPY / "srv/console").open("ab") as console:
             self.process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=console,

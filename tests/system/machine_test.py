@@ -41,6 +41,11 @@ WAY_OUT = "this opens it: /usr/lib/quillgate/qggate open"
 UNITS = "grep -ls lib/quillgate/ /etc/systemd/system/*.service /lib/systemd/system/*.service; true"
 DATABASE = """find -L /usr/lib/quillgate /var/lib/quillgate -name quillgate.dat -print -quit \
   2>/dev/null; true"""
+OLDER_PACKAGE = "/srv/older.deb"
+# The same with a lower version, so that there is one to upgrade from.
+OLDER = f"""dpkg-deb --raw-extract $1 /srv/older &&
+sed -i 's/^Version: .*/Version: 0.1/' /srv/older/DEBIAN/control &&
+dpkg-deb --root-owner-group --build /srv/older {OLDER_PACKAGE} && rm -r /srv/older"""
 MEMORY = """for group; do for process in $(cat /sys/fs/cgroup$group/cgroup.procs); do
   grep ^Pss: /proc/$process/smaps_rollup
 done; done"""
@@ -105,7 +110,8 @@ class Story:
     # The steps, in the order in which they happen.
 
     def install(self):
-        self.machine.run("apt-get", "install", "-y", "--no-install-recommends", str(PACKAGE))
+        self.machine.run("sh", "-c", OLDER, "sh", str(PACKAGE))
+        self.machine.run("apt-get", "install", "-y", "--no-install-recommends", OLDER_PACKAGE)
         self.await_services()
         self.machine.pulse.opened(time.monotonic(), CYCLE_SECONDS)
 
@@ -169,7 +175,7 @@ class Story:
 
     def upgrade(self):
         since = time.monotonic()
-        self.machine.run("apt-get", "install", "-y", "--reinstall", str(PACKAGE))
+        self.machine.run("apt-get", "install", "-y", str(PACKAGE))
         self.await_services()
         time.sleep(3)
         expect(self.machine.pulse.is_silent(since), "the gate was closed all the time")
@@ -202,6 +208,31 @@ class Story:
         expect(self.machine.pulse.is_silent(since), "the gate stays closed for anna")
         self.log_on("bo", "bo's logon after the crash")
 
+    def idle(self):
+        before = self.services()
+        time.sleep(IDLE_SECONDS)
+        after = self.services()
+        spent = sum(int(after[each]["CPUUsageNSec"]) - int(before[each]["CPUUsageNSec"])
+                    for each in after if before[each]["MainPID"] == after[each]["MainPID"] != "0")
+        self.figure("processor time of an idle hour", spent / 1e9 * 3600 / IDLE_SECONDS, "s", 30)
+        groups = [each["ControlGroup"] for each in after.values() if each["ControlGroup"]]
+        listed = self.machine.run("sh", "-c", MEMORY, "sh", *groups)
+        kilobytes = sum(int(line.split()[1]) for line in listed.splitlines())
+        self.figure("memory of our processes", kilobytes / 1024, "MB", 100)
+        counted = [int(each["MemoryCurrent"]) for each in after.values()
+                   if each["MemoryCurrent"].isdigit()]
+        if counted:
+            self.figure("memory of our control groups, file cache too", sum(counted) / MEGABYTE,
+                        "MB", 300)
+
+    def upgrade_open(self):
+        since = time.monotonic()
+        self.machine.run("apt-get", "install", "-y", "--reinstall", str(PACKAGE))
+        self.await_services()
+        time.sleep(3)
+        self.figure("longest silence while the package is upgraded with the gate open",
+                    self.machine.pulse.longest_silence(since), "s", 2)
+
     def start_without_service(self):
         self.machine.run("qggate", "boot", "closed")
         self.machine.run("chmod", "-x", PROGRAM)
@@ -219,23 +250,6 @@ class Story:
         self.machine.run("qggate", "boot", "open")
         self.await_services()
         self.machine.pulse.opened(time.monotonic(), CYCLE_SECONDS)
-
-    def idle(self):
-        before = self.services()
-        time.sleep(IDLE_SECONDS)
-        after = self.services()
-        spent = sum(int(after[each]["CPUUsageNSec"]) - int(before[each]["CPUUsageNSec"])
-                    for each in after if before[each]["MainPID"] == after[each]["MainPID"] != "0")
-        self.figure("processor time of an idle hour", spent / 1e9 * 3600 / IDLE_SECONDS, "s", 30)
-        groups = [each["ControlGroup"] for each in after.values() if each["ControlGroup"]]
-        listed = self.machine.run("sh", "-c", MEMORY, "sh", *groups)
-        kilobytes = sum(int(line.split()[1]) for line in listed.splitlines())
-        self.figure("memory of our processes", kilobytes / 1024, "MB", 100)
-        counted = [int(each["MemoryCurrent"]) for each in after.values()
-                   if each["MemoryCurrent"].isdigit()]
-        if counted:
-            self.figure("memory of our control groups, file cache too", sum(counted) / MEGABYTE,
-                        "MB", 300)
 
     def purge(self):
         self.machine.run("apt-get", "purge", "-y", "quillgate")
@@ -258,9 +272,10 @@ STORY = (
     ("the package is upgraded; the gate stays closed", Story.upgrade, 120),
     ("the machine crashes while bo downloads; his session is recovered", Story.crash, 300),
     ("anna logs on and is still past her limit; bo logs on and is not", Story.log_on_again, 120),
+    ("nothing happens for a minute", Story.idle, IDLE_SECONDS + 60),
+    ("the package is upgraded; the gate stays open", Story.upgrade_open, 120),
     ("closed from the boot on, the service is broken; only root opens", Story.start_without_service,
      180),
-    ("nothing happens for a minute", Story.idle, IDLE_SECONDS + 60),
     ("the package is purged; the gate is open and nothing is left", Story.purge, 90),
 )
 
