@@ -6,12 +6,15 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -79,8 +82,20 @@ bool Await(const Display& display, const FileDescriptor& service, seconds pause)
   }
 }
 
-[[noreturn]] void KeepOffering(const Display& display, const std::string& socketPath,
-                               const DisplayOffer& offer) {
+// An update has replaced the program: the new one goes on. A removal has removed it: it ends.
+void FollowUpdates(char* arguments[]) {
+  constexpr std::string_view kDeleted = " (deleted)";
+  std::error_code error;
+  std::string program = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (!program.ends_with(kDeleted)) return;
+  program.resize(program.size() - kDeleted.size());
+  ::execv(program.c_str(), arguments);
+  std::exit(EXIT_SUCCESS);
+}
+
+[[noreturn]] void KeepOffering(const Display& display, const DisplayOffer& offer,
+                               char* arguments[]) {
+  const std::string socketPath = arguments[1];
   seconds pause = kShortestPause;
   for (;;) {
     const auto start = std::chrono::steady_clock::now();
@@ -88,6 +103,7 @@ bool Await(const Display& display, const FileDescriptor& service, seconds pause)
     if (service.IsOpen() && !Await(display, service, pause)) std::exit(EXIT_SUCCESS);
     const bool wasKept = std::chrono::steady_clock::now() - start > kLongestPause;
     if (!Await(display, FileDescriptor(), pause)) std::exit(EXIT_SUCCESS);
+    FollowUpdates(arguments);
     pause = wasKept ? kShortestPause : std::min(2 * pause, kLongestPause);
   }
 }
@@ -95,8 +111,7 @@ bool Await(const Display& display, const FileDescriptor& service, seconds pause)
 }  // namespace
 
 int main(int argumentCount, char* arguments[]) {
-  const std::string socketPath = argumentCount == 2 ? arguments[1] : "";
-  if (socketPath.empty() || socketPath.size() >= sizeof sockaddr_un::sun_path) {
+  if (argumentCount != 2 || std::strlen(arguments[1]) >= sizeof sockaddr_un::sun_path) {
     std::fputs("usage: windisplay SOCKET\n", stderr);
     return 2;
   }
@@ -110,5 +125,5 @@ int main(int argumentCount, char* arguments[]) {
     std::fputs("windisplay: the display cannot be opened for root\n", stderr);
     return EXIT_FAILURE;
   }
-  KeepOffering(display, socketPath, offer);
+  KeepOffering(display, offer, arguments);
 }

@@ -55,16 +55,21 @@ TEST(DisplayOffer, ThatOfThePersonOnTheScreenIsTaken) {
   }
 }
 
-// A screen, and the program that offers it in somebody's session.
+// A screen, and a copy of the program that offers it in somebody's session.
 struct OfferedScreen {
-  OfferedScreen(const std::string& folder, const std::string& session)
-      : offering("env DISPLAY=:" + display + " XDG_SESSION_ID=" + session + ' ' +
-                 std::filesystem::read_symlink("/proc/self/exe").parent_path().native() +
-                 "/windisplay " + folder + "/display") {}
+  OfferedScreen(const std::filesystem::path& folder, const std::string& session)
+      : program(folder / ("windisplay" + session)) {
+    std::filesystem::copy_file(
+        std::filesystem::read_symlink("/proc/self/exe").replace_filename("windisplay"), program);
+    offering = std::make_unique<ChildProcess>(
+        "env DISPLAY=:" + display + " XDG_SESSION_ID=" + session + ' ' + program.native() + ' ' +
+        (folder / "display").native());
+  }
 
   ChildProcess screen{"Xvfb -displayfd 1 -screen 0 800x600x24 -nolisten tcp"};
   const std::string display = screen.ReadLine();
-  ChildProcess offering;
+  const std::filesystem::path program;
+  std::unique_ptr<ChildProcess> offering;
 };
 
 // For a process of its own, which it ends well, so that only what the test is about ends it with a
@@ -113,6 +118,7 @@ TEST(DisplayOffer, AServiceJoinsTheDisplayAndEndsForTheNextPersonsOne) {
               "joined 800\n.*another display");
   ::unsetenv("RUNTIME_DIRECTORY");
   std::filesystem::remove_all(folder);
+  EXPECT_EQ(first->offering->ReadLine(), "") << "ends when it is removed";
 }
 
 }  // namespace
