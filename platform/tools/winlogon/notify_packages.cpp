@@ -3,11 +3,9 @@
 #include <winreg.h>
 #include <winwlx.h>
 
-#include <iterator>
-#include <vector>
-
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
+#include "platform/tools/key_names.h"
 #include "platform/tools/winlogon/winlogon_key.h"
 
 namespace platform::winlogon {
@@ -18,19 +16,6 @@ using NotifyFunction = void(WINAPI*)(PWLX_NOTIFICATION_INFO info);
 const wchar_t* ValueOf(LogonEvent event) {
   constexpr const wchar_t* kValues[] = {L"Startup", L"Logon", L"Logoff"};
   return kValues[static_cast<std::size_t>(event)];
-}
-
-std::vector<std::wstring> NamesBelow(HKEY key) {
-  std::vector<std::wstring> names;
-  wchar_t name[256] = {};
-  DWORD characters = std::size(name);
-  for (DWORD index = 0; ::RegEnumKeyExW(key, index, name, &characters, nullptr, nullptr, nullptr,
-                                        nullptr) == ERROR_SUCCESS;
-       ++index) {
-    names.emplace_back(name, characters);
-    characters = std::size(name);
-  }
-  return names;
 }
 
 }  // namespace

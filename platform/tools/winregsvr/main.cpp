@@ -1,11 +1,12 @@
 // winregsvr, the command that lets a library enter itself into the registry or remove its entries,
 // written to the Win32 API alone.
 #include <windows.h>
-#include <shellapi.h>
 
 #include <cstdio>
 #include <string>
 #include <vector>
+
+#include "platform/tools/command_words.h"
 
 namespace {
 
@@ -18,14 +19,6 @@ constexpr const wchar_t* kUsage =
     L"       winregsvr /u FILE  let it remove what it has registered\n";
 
 using RegisterFunction = HRESULT(WINAPI*)();
-
-std::vector<std::wstring> Words() {
-  int count = 0;
-  LPWSTR* split = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  std::vector<std::wstring> words(split, split + (split == nullptr ? 0 : count));
-  ::LocalFree(split);
-  return words;
-}
 
 int Fail(const std::wstring& file, const wchar_t* what, unsigned error) {
   std::fwprintf(stderr, L"%ls: %ls (error %u)\n", file.c_str(), what, error);
@@ -47,7 +40,7 @@ int Call(const std::wstring& file, const char* name) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-  const std::vector<std::wstring> words = Words();
+  const std::vector<std::wstring> words = platform::CommandWords();
   if (words.size() == 2) return Call(words[1], "DllRegisterServer");
   if (words.size() == 3 && words[1] == L"/u") return Call(words[2], "DllUnregisterServer");
   std::fputws(kUsage, stderr);

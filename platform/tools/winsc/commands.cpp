@@ -9,6 +9,7 @@
 #include <iterator>
 #include <vector>
 
+#include "platform/tools/key_names.h"
 #include "platform/tools/winsc/service.h"
 
 namespace platform::winsc {
@@ -92,20 +93,12 @@ DWORD AwaitEnd(const Service& service) {
 }
 
 std::vector<std::wstring> ServiceNames() {
-  std::vector<std::wstring> names;
   HKEY key = nullptr;
   if (::RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Services", 0, KEY_READ,
                       &key) != ERROR_SUCCESS) {
-    return names;
+    return {};
   }
-  wchar_t name[256] = {};
-  DWORD characters = std::size(name);
-  for (DWORD index = 0; ::RegEnumKeyExW(key, index, name, &characters, nullptr, nullptr, nullptr,
-                                        nullptr) == ERROR_SUCCESS;
-       ++index) {
-    names.emplace_back(name, characters);
-    characters = std::size(name);
-  }
+  std::vector<std::wstring> names = NamesBelow(key);
   ::RegCloseKey(key);
   return names;
 }

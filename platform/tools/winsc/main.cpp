@@ -1,12 +1,12 @@
 // winsc, the command that controls services, written to the Win32 API alone.
 #include <windows.h>
-#include <shellapi.h>
 
 #include <cstdio>
 #include <cwchar>
 #include <string>
 #include <vector>
 
+#include "platform/tools/command_words.h"
 #include "platform/tools/winsc/commands.h"
 
 namespace {
@@ -20,14 +20,6 @@ constexpr const wchar_t* kUsage =
     L"       winsc control NAME CODE  send a control, 1 to 255\n"
     L"       winsc refresh NAME       write its unit anew, as after an update\n"
     L"       winsc autostart          start what is to start with the system\n";
-
-std::vector<std::wstring> Words() {
-  int count = 0;
-  LPWSTR* split = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  std::vector<std::wstring> words(split, split + (split == nullptr ? 0 : count));
-  ::LocalFree(split);
-  return words;
-}
 
 int Usage() {
   std::fputws(kUsage, stderr);
@@ -56,5 +48,5 @@ int Run(const std::vector<std::wstring>& words) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
-  return Run(Words());
+  return Run(platform::CommandWords());
 }
