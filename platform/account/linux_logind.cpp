@@ -79,22 +79,16 @@ void LogindClient::Connect() {
   if (result >= 0 && ::sd_bus_message_read(reply, "s", &owner) > 0) owner_ = owner;
 }
 
-// The bus delivers a signal that anybody sends to this connection alone, whatever sender was asked
-// for: hence the comparisons with the sender.
 int LogindClient::OnLogindSignal(sd_bus_message* message, void* self, sd_bus_error*) noexcept try {
   auto& client = *static_cast<LogindClient*>(self);
-  const char* const sender = ::sd_bus_message_get_sender(message);
-  if (sender != nullptr && client.owner_ == sender) client.TakeLogindSignal(message);
+  if (IsFrom(message, client.owner_)) client.TakeLogindSignal(message);
   return 0;
 } catch (const std::bad_alloc&) {
   return -ENOMEM;
 }
 
 int LogindClient::OnOwnerChanged(sd_bus_message* message, void* self, sd_bus_error*) noexcept try {
-  const char* const sender = ::sd_bus_message_get_sender(message);
-  if (sender != nullptr && std::string_view(sender) == kBus) {
-    static_cast<LogindClient*>(self)->TakeOwnerChange(message);
-  }
+  if (IsFrom(message, kBus)) static_cast<LogindClient*>(self)->TakeOwnerChange(message);
   return 0;
 } catch (const std::bad_alloc&) {
   return -ENOMEM;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -52,5 +53,9 @@ class BusFault {
 
 // The same for a call that has no error reply.
 void CheckBus(int result, const char* what);
+
+// Whether the message is from the connection with that name. The bus delivers a signal that anybody
+// sends to this connection alone, whatever sender was asked for, so receivers of signals compare.
+bool IsFrom(sd_bus_message* message, std::string_view name);
 
 }  // namespace platform

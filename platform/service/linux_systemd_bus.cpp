@@ -52,16 +52,13 @@ struct EndedJobs {
   std::map<std::string, std::string, std::less<>> results;  // by the jobs' object paths
 };
 
-// The bus delivers a signal that anybody sends to this connection alone, whatever sender was asked
-// for: hence the comparison with the sender.
 int NoteJob(sd_bus_message* message, void* jobs, sd_bus_error*) noexcept {
   auto& ended = *static_cast<EndedJobs*>(jobs);
-  const char* const sender = ::sd_bus_message_get_sender(message);
   std::uint32_t id = 0;
   const char* job = nullptr;
   const char* unit = nullptr;
   const char* result = nullptr;
-  if (sender == nullptr || ended.manager != sender ||
+  if (!IsFrom(message, ended.manager) ||
       ::sd_bus_message_read(message, "uoss", &id, &job, &unit, &result) < 0) {
     return 0;
   }
