@@ -43,10 +43,6 @@ DWORD CheckExtras(const Extras& extras) {
   return ERROR_INVALID_PARAMETER;
 }
 
-bool IsDriver(DWORD type) {
-  return type == SERVICE_KERNEL_DRIVER;
-}
-
 bool IsSupportedType(DWORD type) {
   return IsDriver(type) || (type & ~SERVICE_INTERACTIVE_PROCESS) == SERVICE_WIN32_OWN_PROCESS;
 }

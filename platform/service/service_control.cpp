@@ -7,6 +7,7 @@
 #include "platform/kernel/api_result.h"
 #include "platform/service/control_message.h"
 #include "platform/service/driver_keeper.h"
+#include "platform/service/service_database.h"
 #include "platform/service/service_handle.h"
 #include "platform/service/service_keeper.h"
 #include "platform/service/service_state.h"
@@ -19,7 +20,7 @@ ServiceState StateOf(const ServiceObject& service) {
   const ServiceState state = ReadState(service.name, service.type);
   const bool dead = state.status.dwCurrentState == SERVICE_STOPPED && state.processId == 0;
   const bool starting =
-      dead && service.type != SERVICE_KERNEL_DRIVER && CurrentKeeper()->IsStarting(service.name);
+      dead && !IsDriver(service.type) && CurrentKeeper()->IsStarting(service.name);
   return starting ? StartingState(service.type) : state;
 }
 
@@ -67,8 +68,8 @@ DWORD Control(SC_HANDLE handle, DWORD control, SERVICE_STATUS* status) {
   if (error != NO_ERROR) return error;
   if (access == 0 || status == nullptr) return ERROR_INVALID_PARAMETER;
   SERVICE_STATUS current{};
-  error = service->type == SERVICE_KERNEL_DRIVER ? ControlDriver(*service, control, current)
-                                                 : ControlProcess(*service, control, current);
+  error = IsDriver(service->type) ? ControlDriver(*service, control, current)
+                                  : ControlProcess(*service, control, current);
   if (ReportsStatus(error)) *status = current;
   return error;
 }

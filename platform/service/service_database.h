@@ -2,7 +2,7 @@
 // SYSTEM\CurrentControlSet\Services\NAME. Any thread; each object is used by one thread.
 #pragma once
 
-#include <windef.h>
+#include <winsvc.h>
 
 #include <string>
 #include <string_view>
@@ -11,6 +11,11 @@
 #include "platform/kernel/file_descriptor.h"
 
 namespace platform {
+
+// Whether a service of that type is a driver, which has no process of its own.
+inline bool IsDriver(DWORD type) {
+  return type == SERVICE_KERNEL_DRIVER;
+}
 
 struct ServiceRecord {
   std::wstring name;  // compared case-insensitively

@@ -53,7 +53,7 @@ DWORD Delete(SC_HANDLE handle) {
   std::shared_ptr<ServiceObject> service;
   DWORD error = FindService(handle, DELETE, service);
   if (error != NO_ERROR) return error;
-  if (service->type != SERVICE_KERNEL_DRIVER) error = CurrentKeeper()->Remove(service->name);
+  if (!IsDriver(service->type)) error = CurrentKeeper()->Remove(service->name);
   if (error != NO_ERROR) return error;
   ServiceDatabase database;
   error = database.Delete(service->name);

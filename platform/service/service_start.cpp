@@ -7,6 +7,7 @@
 #include "platform/kernel/log.h"
 #include "platform/service/driver_keeper.h"
 #include "platform/service/service_claim.h"
+#include "platform/service/service_database.h"
 #include "platform/service/service_handle.h"
 #include "platform/service/service_keeper.h"
 
@@ -23,7 +24,7 @@ DWORD StartByType(std::wstring_view name) {
   ServiceRecord record;
   DWORD error = ReadRecord(name, record);
   if (error != NO_ERROR) return error;
-  if (record.type != SERVICE_KERNEL_DRIVER) return CurrentKeeper()->Start(record);
+  if (!IsDriver(record.type)) return CurrentKeeper()->Start(record);
   FileDescriptor lock;
   error = ClaimService(record, lock);
   return error == NO_ERROR ? StartDriver(record, std::move(lock)) : error;
