@@ -31,6 +31,8 @@ using std::chrono::seconds;
 // Between two tries, longer each time while the service does not keep the connection.
 constexpr seconds kShortestPause{1};
 constexpr seconds kLongestPause{60};
+constexpr int kNoLimit = -1;
+constexpr int kNoService = -1;
 // Access by the account that the kernel tells (xhost(1), Xsecurity(7)).
 constexpr std::uint8_t kServerInterpreted = 5;
 constexpr std::string_view kLocalRoot{"localuser\0root", 14};
@@ -66,15 +68,12 @@ FileDescriptor Offer(const std::string& socketPath, const DisplayOffer& offer) {
   return isMade ? std::move(socket) : FileDescriptor();
 }
 
-// True when the service has ended the connection or, without one, after the pause; false when the
-// display has ended.
-bool Await(const Display& display, const FileDescriptor& service, seconds pause) {
-  pollfd entries[] = {{::xcb_get_file_descriptor(display.get()), POLLIN, 0},
-                      {service.Get(), POLLIN, 0}};
-  const int limit =
-      service.IsOpen() ? -1 : static_cast<int>(std::chrono::milliseconds(pause).count());
+// True when the service has ended the connection (-1: there is none), or after the limit; false
+// when the display has ended.
+bool Await(const Display& display, int service, int limitMilliseconds) {
+  pollfd entries[] = {{::xcb_get_file_descriptor(display.get()), POLLIN, 0}, {service, POLLIN, 0}};
   for (;;) {
-    const int ready = ::poll(entries, 2, limit);
+    const int ready = ::poll(entries, 2, limitMilliseconds);
     while (xcb_generic_event_t* const event = ::xcb_poll_for_event(display.get()))
       std::free(event);
     if (::xcb_connection_has_error(display.get()) != 0) return false;
@@ -99,10 +98,11 @@ void FollowUpdates(char* arguments[]) {
   seconds pause = kShortestPause;
   for (;;) {
     const auto start = std::chrono::steady_clock::now();
-    FileDescriptor service = Offer(socketPath, offer);
-    if (service.IsOpen() && !Await(display, service, pause)) std::exit(EXIT_SUCCESS);
+    const FileDescriptor service = Offer(socketPath, offer);
+    if (service.IsOpen() && !Await(display, service.Get(), kNoLimit)) std::exit(EXIT_SUCCESS);
     const bool wasKept = std::chrono::steady_clock::now() - start > kLongestPause;
-    if (!Await(display, FileDescriptor(), pause)) std::exit(EXIT_SUCCESS);
+    const std::chrono::milliseconds rest = pause;
+    if (!Await(display, kNoService, static_cast<int>(rest.count()))) std::exit(EXIT_SUCCESS);
     FollowUpdates(arguments);
     pause = wasKept ? kShortestPause : std::min(2 * pause, kLongestPause);
   }

@@ -54,9 +54,9 @@ void NotifyPackages::NotifyOne(HKEY package, LogonEvent event, std::wstring user
 }
 
 HMODULE NotifyPackages::Load(const std::wstring& file) {
-  const auto [entry, isNew] = loaded_.try_emplace(file, nullptr);
-  if (entry->second == nullptr) entry->second = ::LoadLibraryW(file.c_str());
-  return entry->second;
+  HMODULE& library = loaded_[file];
+  if (library == nullptr) library = ::LoadLibraryW(file.c_str());
+  return library;
 }
 
 }  // namespace platform::winlogon
