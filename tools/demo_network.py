@@ -57,10 +57,33 @@ def ip(*words):
     subprocess.run(["ip", *words], check=True)
 
 
+INTERNET, INTERNET6 = "203.0.113.10", "2001:db8:113::10"
+
+
+def give(device, addresses, *side):
+    """Makes an interface usable; `side` are the words for another namespace than one's own."""
+    for address in addresses:
+        flags = ["nodad"] if ":" in address else []
+        ip(*side, "address", "add", address, "dev", device, *flags)
+    ip(*side, "link", "set", device, "up")
+
+
+def start_server(bytes_per_second):
+    """The Internet's, in the namespace of that name; answers when this returns."""
+    server = subprocess.Popen(
+        ["ip", "netns", "exec", "internet", sys.executable, "-c", SERVER, str(bytes_per_second)],
+        stdout=subprocess.PIPE,
+        text=True,
+    )
+    if server.stdout.readline().strip() != "ready":
+        raise RuntimeError("the server on the Internet side did not start")
+    return server
+
+
 class Network:
     interface = "uplink"
-    internet = "203.0.113.10"
-    internet6 = "2001:db8:113::10"
+    internet = INTERNET
+    internet6 = INTERNET6
 
     def __init__(self, bytes_per_second):
         ip("link", "set", "lo", "up")
@@ -68,32 +91,17 @@ class Network:
             ip("netns", "add", name)
             ip("-n", name, "link", "set", "lo", "up")
         self.connect()
-        self.server = subprocess.Popen(
-            ["ip", "netns", "exec", "internet", sys.executable, "-c", SERVER, str(bytes_per_second)],
-            stdout=subprocess.PIPE,
-            text=True,
-        )
-        if self.server.stdout.readline().strip() != "ready":
-            raise RuntimeError("the server on the Internet side did not start")
+        self.server = start_server(bytes_per_second)
 
     def connect(self):
         ip("link", "add", self.interface, "type", "veth", "peer", "name", "lan", "netns", "router")
         ip("-n", "router", "link", "add", "wan", "type", "veth", "peer", "name", "web",
            "netns", "internet")
-        here, router, internet = [], ["-n", "router"], ["-n", "internet"]
-        for side, device, address in (
-            (here, self.interface, "192.168.77.2/24"),
-            (here, self.interface, "2001:db8:77::2/64"),
-            (router, "lan", "192.168.77.1/24"),
-            (router, "lan", "2001:db8:77::1/64"),
-            (router, "wan", "203.0.113.1/24"),
-            (router, "wan", "2001:db8:113::1/64"),
-            (internet, "web", "203.0.113.10/24"),
-            (internet, "web", "2001:db8:113::10/64"),
-        ):
-            flags = ["nodad"] if ":" in address else []
-            ip(*side, "address", "add", address, "dev", device, *flags)
-            ip(*side, "link", "set", device, "up")
+        router, internet = ("-n", "router"), ("-n", "internet")
+        give(self.interface, ("192.168.77.2/24", "2001:db8:77::2/64"))
+        give("lan", ("192.168.77.1/24", "2001:db8:77::1/64"), *router)
+        give("wan", ("203.0.113.1/24", "2001:db8:113::1/64"), *router)
+        give("web", (f"{INTERNET}/24", f"{INTERNET6}/64"), *internet)
         subprocess.run(
             ["ip", "netns", "exec", "router", "sh", "-c",
              "echo 1 >/proc/sys/net/ipv4/ip_forward; echo 1 >/proc/sys/net/ipv6/conf/all/forwarding"],

@@ -18,7 +18,7 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from demo_network import SERVER, ip
+from demo_network import INTERNET, INTERNET6, give, ip, start_server
 from machine_tree import COPY, CannotRun, fresh_copy, run
 from service_lab import enter_namespaces
 
@@ -104,36 +104,25 @@ def enter(package):
 class Outside:
     """The router and the Internet behind it, with the addresses of the demonstration's network."""
 
-    internet = "203.0.113.10"
-    internet6 = "2001:db8:113::10"
+    internet = INTERNET
+    internet6 = INTERNET6
 
     def __init__(self, bytes_per_second):
         ip("link", "set", "lo", "up")
         ip("netns", "add", "internet")
         ip("-n", "internet", "link", "set", "lo", "up")
         ip("link", "add", "wan", "type", "veth", "peer", "name", "web", "netns", "internet")
-        self.give("wan", "203.0.113.1/24", "2001:db8:113::1/64")
-        self.give("web", "203.0.113.10/24", "2001:db8:113::10/64", "-n", "internet")
+        give("wan", ("203.0.113.1/24", "2001:db8:113::1/64"))
+        give("web", (f"{INTERNET}/24", f"{INTERNET6}/64"), "-n", "internet")
         for family, gateway in (("-4", "203.0.113.1"), ("-6", "2001:db8:113::1")):
             ip("-n", "internet", family, "route", "add", "default", "via", gateway)
         for name in ("ipv4/ip_forward", "ipv6/conf/all/forwarding"):
             Path("/proc/sys/net", name).write_text("1")
-        self.server = subprocess.Popen(
-            ["ip", "netns", "exec", "internet", sys.executable, "-c", SERVER,
-             str(bytes_per_second)],
-            stdout=subprocess.PIPE, text=True,
-        )
-        if self.server.stdout.readline().strip() != "ready":
-            raise RuntimeError("the server on the Internet side did not start")
-
-    def give(self, device, address, address6, *side):
-        ip(*side, "address", "add", address, "dev", device)
-        ip(*side, "address", "add", address6, "dev", device, "nodad")
-        ip(*side, "link", "set", device, "up")
+        self.server = start_server(bytes_per_second)
 
     def connect(self):
         """The machine's cable, which it brings along when it boots."""
-        self.give("lan", "192.168.77.1/24", "2001:db8:77::1/64")
+        give("lan", ("192.168.77.1/24", "2001:db8:77::1/64"))
 
 
 class Pulse:
