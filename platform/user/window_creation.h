@@ -1,4 +1,4 @@
-// What a new window is given on a desktop.
+// Gives windows their peers on a desktop, new windows and those that were there before it.
 #pragma once
 
 #include "platform/user/window.h"

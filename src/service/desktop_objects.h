@@ -1,7 +1,7 @@
 // The objects that the process has only where there is a desktop: the tray, the dialogs of a logon,
-// help and GDI+. Created on the service main thread before its message loop, destroyed there after
-// it. While they exist, the indicator of the process forwards to the tray, and the prompts of a
-// logon are dialogs.
+// help and GDI+. Created on the service main thread, before its message loop or in it, destroyed
+// there after it. While they exist, the indicator of the process forwards to the tray, and the
+// prompts of a logon are dialogs.
 #pragma once
 
 #include "frame/gdi_plus.h"

@@ -48,9 +48,10 @@ class ProcessObjects final : public LogonSystemControl {
   // Whether no start of the service has got as far as its window yet.
   bool IsFirstStart();
 
-  // Called on the service main thread, before and after its message loop. If there is no desktop,
-  // or the tray cannot be created (which is logged), the event log shows the state of the gate and
-  // every prompt of a logon counts as cancelled. Entering may be tried again.
+  // Called on the service main thread: before its message loop, in it when a desktop comes, and
+  // after it. If there is no desktop, or the tray cannot be created (which is logged), the event
+  // log shows the state of the gate and every prompt of a logon counts as cancelled. Entering may
+  // be tried again.
   void EnterDesktop();
   bool IsOnDesktop() const { return desktop_ != nullptr; }
   void LeaveDesktop();

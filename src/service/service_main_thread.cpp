@@ -5,7 +5,6 @@
 #include <optional>
 #include <stdexcept>
 
-#include "service/desktop_arrival.h"
 #include "service/service_module.h"
 #include "service/service_window.h"
 #include "service/setup_run.h"
@@ -24,7 +23,6 @@ void ServiceMainThread::Run() {
   objects_.ApplyLanguage();
   ApplyFirstDayOfWeek();
   std::optional<ServiceWindow> window;
-  DesktopArrival arrival(objects_);
   try {
     objects_.BeginSession();
     objects_.StartMonitor([this] { module_.ReportAlive(); });
@@ -34,7 +32,6 @@ void ServiceMainThread::Run() {
     objects_.EnterDesktop();
     window.emplace(objects_);
     if (!window->Create()) throw std::runtime_error("Could not create the service window.");
-    if (!objects_.IsOnDesktop()) arrival.Create();
     RunMessageLoop();
   } catch (...) {
     TakeDown();

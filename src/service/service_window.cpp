@@ -41,6 +41,10 @@ LRESULT ServiceWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     case WM_WTSSESSION_CHANGE:
       OnSessionChange(wParam);
       break;
+    case WM_DISPLAYCHANGE:
+      // The first desktop may come long after the service's start.
+      objects_.EnterDesktop();
+      break;
     case kLogOnRequested:
       objects_.Logons().LogOn();
       break;

@@ -1,5 +1,6 @@
-// The hidden window of the service: receives suspend, resume and console session notifications, and
-// executes the steps of the first start when it is created. Used on the service main thread.
+// The hidden window of the service: receives suspend, resume and console session notifications,
+// enters the desktop when one comes after the service's start, and executes the steps of the first
+// start when it is created. Used on the service main thread.
 #pragma once
 
 #include "frame/callback_window.h"

@@ -5,9 +5,9 @@
 #include "desktop/dialog_driver.h"
 #include "frame/desktop/sheet_user.h"
 #include "resources/resource.h"
-#include "service/desktop_arrival.h"
 #include "service/service_main_thread.h"
 #include "service/service_test.h"
+#include "service/service_window.h"
 
 namespace quillgate {
 namespace {
@@ -73,12 +73,12 @@ TEST_F(ServiceDesktopTest, ADesktopThatComesLaterGetsTheIconAsItIsThen) {
   ::unsetenv("QT_QPA_PLATFORM");
   objects_.EnterDesktop();
   objects_.BeginSession();
-  DesktopArrival arrival(objects_);
-  arrival.Create();
+  ServiceWindow window(objects_);
+  window.Create();
   EXPECT_TRUE(machine_.NotificationChanges().empty());
   machine_.UseDesktop();
   for (int each = 0; each < 2; ++each)
-    ::SendMessageW(arrival.Window(), WM_DISPLAYCHANGE, 32, MAKELPARAM(800, 600));
+    ::SendMessageW(window.Window(), WM_DISPLAYCHANGE, 32, MAKELPARAM(800, 600));
   const auto changes = machine_.NotificationChanges();
   EXPECT_EQ(
       std::ranges::count(changes, DWORD{NIM_ADD}, [](const auto& each) { return each.first; }), 1);
