@@ -113,13 +113,21 @@ DWORD SystemdBus::Call(const char* member, BusMessage& reply, const char* types,
 
 bool SystemdBus::KnowsUnitFile(const std::string& unit) {
   // Asked without Call: that the file is missing is no failure that the log should tell of.
-  return ::sd_bus_call_method(bus_.get(), kSystemd, kManagerPath, kManager, "GetUnitFileState",
-                              nullptr, nullptr, "s", unit.c_str()) >= 0;
+  BusFault fault;
+  const int result =
+      ::sd_bus_call_method(bus_.get(), kSystemd, kManagerPath, kManager, "GetUnitFileState",
+                           fault.Out(), nullptr, "s", unit.c_str());
+  return result >= 0 || ErrorOfReply(fault.Reply().name) != ERROR_FILE_NOT_FOUND;
 }
 
-std::string SystemdBus::UnitProperty(const char* path, const char* name) {
+bool SystemdBus::IsMachineGoingDown() {
+  return Property(kManagerPath, kManager, "SystemState") == "stopping";
+}
+
+std::string SystemdBus::Property(const char* path, const char* interface, const char* name) {
   char* text = nullptr;
-  if (::sd_bus_get_property_string(bus_.get(), kSystemd, path, kUnit, name, nullptr, &text) < 0) {
+  if (::sd_bus_get_property_string(bus_.get(), kSystemd, path, interface, name, nullptr, &text) <
+      0) {
     return {};
   }
   const std::unique_ptr<char, decltype(&std::free)> owner(text, &std::free);
@@ -133,8 +141,8 @@ bool SystemdBus::IsStarting(const std::string& unit) {
       ::sd_bus_message_read(reply.get(), "o", &path) < 0) {
     return false;
   }
-  return UnitProperty(path, "ActiveState") == "activating" &&
-         UnitProperty(path, "SubState") != "auto-restart";
+  return Property(path, kUnit, "ActiveState") == "activating" &&
+         Property(path, kUnit, "SubState") != "auto-restart";
 }
 
 DWORD SystemdBus::Enable(const std::string& unit) {

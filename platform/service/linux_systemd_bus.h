@@ -18,10 +18,13 @@ class SystemdBus {
   // Null when the bus cannot be reached.
   static std::unique_ptr<SystemdBus> Connect(const std::string& address);
 
-  // Whether systemd knows a unit file of that name, in whichever folder.
+  // Whether the machine is being shut down or restarted.
+  bool IsMachineGoingDown();
+
+  // Whether systemd knows a unit file of that name, in whichever folder. True when it cannot be
+  // asked.
   bool KnowsUnitFile(const std::string& unit);
-  // Whether its process is being started for the first time after a stop; the pause before a
-  // restart does not count.
+  // Whether its process is being started; the pause before a restart does not count.
   bool IsStarting(const std::string& unit);
 
   // Whether the unit starts with the machine.
@@ -42,7 +45,8 @@ class SystemdBus {
   // `types` are those of the arguments, as sd_bus_message_append has them.
   template <class... Arguments>
   DWORD Call(const char* member, BusMessage& reply, const char* types, Arguments... arguments);
-  std::string UnitProperty(const char* path, const char* name);
+  // Empty when it cannot be read.
+  std::string Property(const char* path, const char* interface, const char* name);
 
   BusConnection bus_;
 };

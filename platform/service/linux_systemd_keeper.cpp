@@ -103,7 +103,7 @@ DWORD SystemdKeeper::Configure(const ServiceRecord& record, bool hasNewStartType
   if (unit.size() > kMaxUnitName) return ERROR_INVALID_NAME;
   const std::filesystem::path file = UnitFile(record.name);
   const std::string before = ReadText(file);
-  if (!IsMade(before) && bus_->KnowsUnitFile(unit)) {
+  if (!IsMade(before) && (!before.empty() || bus_->KnowsUnitFile(unit))) {
     LogLine("the machine has a unit " + unit + " of its own");
     return ERROR_SERVICE_EXISTS;
   }
@@ -118,6 +118,7 @@ DWORD SystemdKeeper::Configure(const ServiceRecord& record, bool hasNewStartType
   const DWORD error = Announce(record, text, hasNewStartType || !IsMade(before));
   if (error == NO_ERROR) return NO_ERROR;
   if (before.empty()) {
+    bus_->Disable(unit);
     ::unlink(file.c_str());
   } else {
     WriteText(file, before, 0644);

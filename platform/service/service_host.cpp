@@ -7,6 +7,8 @@
 #include <signal.h>
 #include <sys/eventfd.h>
 #include <sys/signalfd.h>
+#include <sysexits.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
@@ -18,7 +20,9 @@
 #include "platform/kernel/oom_score.h"
 #include "platform/kernel/system_error.h"
 #include "platform/service/linux_systemd_notice.h"
+#include "platform/service/process_renewal.h"
 #include "platform/service/service_database.h"
+#include "platform/service/service_keeper.h"
 #include "platform/service/service_state.h"
 
 namespace platform {
@@ -142,9 +146,12 @@ void ServiceHost::TakeSignals() {
     stopRequested_ = true;
 }
 
-// A stop signal that arrives while the service starts is handled when the start has completed.
+// A stop signal that arrives while the service starts is handled when the start has completed. When
+// the machine goes down, a service gets no stop control: its process just ends, and what it has set
+// in the kernel holds to the end.
 void ServiceHost::StopOnSignal() {
   if (!stopRequested_) return;
+  if (bySystemd_ && IsMachineGoingDown()) ::_exit(EXIT_SUCCESS);
   const SERVICE_STATUS status = Status();
   if (status.dwCurrentState == SERVICE_START_PENDING) return;
   stopRequested_ = false;
@@ -199,7 +206,10 @@ DWORD ServiceHost::SetStatus(const SERVICE_STATUS& status) {
   if (!IsStatus(status)) return ERROR_INVALID_DATA;
   {
     const std::lock_guard guard(mutex_);
-    if (bySystemd_ && IsSignOfLife(status)) NotifyAlive();
+    if (bySystemd_ && IsSignOfLife(status)) {
+      NotifyAlive();
+      NoteSignOfLife(std::chrono::steady_clock::now());
+    }
     Publish(status);
   }
   Wake();
@@ -224,10 +234,23 @@ SERVICE_STATUS ServiceHost::Status() {
 }
 
 void ServiceHost::Publish(const SERVICE_STATUS& status) {
+  if (bySystemd_ && IsFailure(status)) Fail(status.dwWin32ExitCode);
   if (bySystemd_) NotifyStatus(status_, status);
   status_ = status;
   // PublishState logs a failure; clients of the control socket get the status all the same.
   PublishState(name_, {status, ::GetCurrentProcessId()});
+}
+
+// A service that ran ends with an error although nobody has stopped it.
+bool ServiceHost::IsFailure(const SERVICE_STATUS& status) const {
+  return status_.dwCurrentState == SERVICE_RUNNING && status.dwCurrentState == SERVICE_STOPPED &&
+         status.dwWin32ExitCode != NO_ERROR;
+}
+
+// As a crash ends it, so that systemd starts it again and what it has set in the kernel stays.
+void ServiceHost::Fail(DWORD error) {
+  LogLine("service " + Utf8(name_) + " has failed: error " + std::to_string(error));
+  ::_exit(EX_SOFTWARE);
 }
 
 void ServiceHost::Wake() {

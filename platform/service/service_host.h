@@ -32,7 +32,8 @@ class ServiceHost {
   SERVICE_STATUS_HANDLE RegisterHandler(LPHANDLER_FUNCTION handler);
 
   // Publishes the status. Running after running is a sign of life for systemd's watchdog, unless
-  // the control handler reports it. ERROR_INVALID_DATA when the type or the state is invalid.
+  // the control handler reports it. Stopped with an error, unasked, ends a process of systemd's at
+  // once. ERROR_INVALID_DATA when the type or the state is invalid.
   DWORD SetStatus(const SERVICE_STATUS& status);
 
  private:
@@ -50,6 +51,8 @@ class ServiceHost {
   bool IsSignOfLife(const SERVICE_STATUS& status) const;  // under the mutex
   SERVICE_STATUS Status();
   void Publish(const SERVICE_STATUS& status);
+  bool IsFailure(const SERVICE_STATUS& status) const;  // under the mutex
+  [[noreturn]] void Fail(DWORD error);
   void Wake();
 
   const std::wstring name_;

@@ -42,6 +42,9 @@ class ServiceKeeper {
 // own, which systemd does not know.
 std::unique_ptr<ServiceKeeper> CurrentKeeper();
 
+// Whether systemd takes the machine down, or restarts it. False without systemd.
+bool IsMachineGoingDown();
+
 // A systemd and the folders that it shares with the layer.
 struct SystemdPlace {
   std::string busAddress;

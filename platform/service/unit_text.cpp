@@ -39,6 +39,16 @@ std::string Word(std::string_view text) {
   return word + '"';
 }
 
+// A path of a directive that takes patterns, where a backslash would escape the next letter.
+std::string Pattern(std::string_view path) {
+  std::string pattern;
+  for (const char letter : path) {
+    if (letter == '\\') pattern += '\\';
+    pattern += letter;
+  }
+  return pattern;
+}
+
 // The rest of a line, which knows no quotes. A backslash at its end would continue the line.
 std::string Line(std::string_view text, bool isPath) {
   std::string line;
@@ -66,10 +76,10 @@ std::string WritableFolders(const UnitParts& parts) {
   return folders;
 }
 
-// A killed process is started again within a second, for ever; one that has ended in order (exit
-// status 0) is not; EX_TEMPFAIL asks for a new process without being a failure. No failure is
-// answered with SIGTERM, which is the stop control: a service that hangs or starves is killed, and
-// what it has set in the kernel stays.
+// A process that was killed or has failed is started again within a second, for ever; one that has
+// ended in order (exit status 0) is not; EX_TEMPFAIL asks for a new process without being a
+// failure. No failure is answered with SIGTERM, which is the stop control: a service that hangs or
+// starves is killed, and what it has set in the kernel stays.
 constexpr std::string_view kLife = R"(Type=notify
 NotifyAccess=main
 KillMode=mixed
@@ -146,16 +156,18 @@ std::string UnitStem(std::wstring_view serviceName) {
 std::string UnitText(const UnitParts& parts) {
   const ServiceRecord& record = parts.record;
   std::ostringstream text;
-  text << kUnitMark << "\n[Unit]\nDescription=" << Line(Utf8(record.displayName), false)
-       << "\nStartLimitIntervalSec=0\n";
+  text << kUnitMark << "\n[Unit]\nDescription="
+       << Line(Utf8(record.displayName), false)
+       // Whether the machine goes down is asked at a stop, so the bus ends after it.
+       << "\nAfter=dbus.service\nStartLimitIntervalSec=0\n";
   if (record.startType == SERVICE_DISABLED) text << "RefuseManualStart=yes\n";
   // The colon: "$" in a word is no variable.
   text << "\n[Service]\nExecStart=:" << Words(parts.words)
        << "\nWorkingDirectory=" << Line(parts.workingFolder.native(), true) << "\nEnvironment="
        << Words({std::string(kServiceVariable) + '=' + Utf8(record.name),
                  "PATH=" + std::string(kServicePath)})
-       << ' ' << kSmallHeap << "\nEnvironmentFile=-" << Line(parts.environmentFile.native(), true)
-       << '\n'
+       << ' ' << kSmallHeap << "\nEnvironmentFile=-"
+       << Line(Pattern(parts.environmentFile.native()), true) << '\n'
        << kLife << kLimits << "ReadWritePaths=" << WritableFolders(parts) << '\n';
   const bool interactive = (record.type & SERVICE_INTERACTIVE_PROCESS) != 0;
   text << (interactive ? kWithDesktop : kWithoutDesktop)

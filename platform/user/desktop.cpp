@@ -25,6 +25,7 @@ struct DesktopState {
   std::weak_ptr<ThreadQueue> waiting;
   bool isUnreachable = false;  // the one that the environment names
   bool isSpent = false;
+  std::function<void(bool isJoined)> follow;  // of the desktop that was joined later
 };
 
 DesktopState& State() {
@@ -118,7 +119,7 @@ bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue) {
   return false;
 }
 
-bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> done) {
+bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> follow) {
   DesktopState& state = State();
   std::shared_ptr<ThreadQueue> waiting;
   {
@@ -126,8 +127,13 @@ bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoin
     waiting = state.waiting.lock();
   }
   if (waiting == nullptr) return false;
-  waiting->Defer(
-      [variables = std::move(variables), done = std::move(done)] { done(JoinWith(variables)); });
+  waiting->Defer([variables = std::move(variables), follow = std::move(follow)] {
+    const bool isJoined = JoinWith(variables);
+    follow(isJoined);
+    DesktopState& joined = State();
+    const std::lock_guard lock(joined.mutex);
+    if (isJoined) joined.follow = follow;
+  });
   return true;
 }
 
@@ -155,6 +161,7 @@ void LoseDesktop(const ThreadQueue& queue) {
   state.windowThread->SetEventLoop(nullptr);
   state.windowThread.reset();
   state.isSpent = true;
+  if (state.follow) state.follow(false);
   ListenForDisplays();
   // The module and the windows' widgets are neither used nor destroyed from here on: without its
   // display connection no call into the toolkit is safe, destructors included.

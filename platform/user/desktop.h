@@ -22,10 +22,10 @@ bool JoinDesktop(const std::shared_ptr<ThreadQueue>& queue);
 using DisplayVariables = std::map<std::string, std::string>;
 
 // Lets the first thread that found no desktop join this one, when it next retrieves messages: its
-// windows get peers, and top-level windows are notified by WM_DISPLAYCHANGE. `done` is called there
-// afterwards, not at all when the thread has ended before. False: no thread waits for a desktop.
-// Any thread.
-bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> done);
+// windows get peers, and top-level windows are notified by WM_DISPLAYCHANGE. `follow` is called
+// there afterwards, not at all when the thread has ended before, and once more when the desktop is
+// lost: it must call none of these functions. False: no thread waits for a desktop. Any thread.
+bool JoinDesktopLater(DisplayVariables variables, std::function<void(bool isJoined)> follow);
 
 enum class DesktopUse {
   kNone,

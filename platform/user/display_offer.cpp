@@ -9,7 +9,6 @@ namespace platform {
 namespace {
 
 constexpr char kSeparator = '\0';
-constexpr std::wstring_view kRoot = L"root";
 
 bool IsNumber(std::string_view text) {
   constexpr std::size_t kMostDigits = 5;
@@ -40,7 +39,7 @@ std::optional<DisplayOffer> DecodeOffer(std::string_view message) {
 const HeldOffer* ChooseOffer(std::span<const HeldOffer> offers, const SeatState& seat) {
   const SeatSession* const active = seat.Active();
   const auto isTaken = [&](const HeldOffer& each) {
-    if (active == nullptr) return each.account == kRoot;
+    if (active == nullptr) return each.account == kRootAccount;
     const std::wstring& session = each.offer.session;
     return each.account == active->user && (session.empty() || session == active->id);
   };
@@ -48,6 +47,11 @@ const HeldOffer* ChooseOffer(std::span<const HeldOffer> offers, const SeatState&
     if (isTaken(each)) return &each;
   }
   return nullptr;
+}
+
+bool AreOfDifferentSessions(const HeldOffer& one, const HeldOffer& other) {
+  const bool areKnown = !one.offer.session.empty() && !other.offer.session.empty();
+  return one.account != other.account || (areKnown && one.offer.session != other.offer.session);
 }
 
 }  // namespace platform

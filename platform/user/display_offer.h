@@ -24,14 +24,23 @@ bool IsLocalDisplay(std::string_view display);
 std::string EncodeOffer(const DisplayOffer& offer);
 std::optional<DisplayOffer> DecodeOffer(std::string_view message);
 
+// The account whose offers are taken while nobody is at the screen.
+inline constexpr std::wstring_view kRootAccount = L"root";
+
 struct HeldOffer {
   DisplayOffer offer;
   std::wstring account;  // who offers, without a domain
+
+  bool operator==(const HeldOffer&) const = default;
 };
 
 // The latest offer of the person on the seat's screen, from the session there if it is known; while
 // nobody is there, root's latest. The offers are in the order in which they came. Null: none is
 // taken.
 const HeldOffer* ChooseOffer(std::span<const HeldOffer> offers, const SeatState& seat);
+
+// Whether the two come from different sessions, as far as these are known. A session has one
+// display, whatever else it offers.
+bool AreOfDifferentSessions(const HeldOffer& one, const HeldOffer& other);
 
 }  // namespace platform

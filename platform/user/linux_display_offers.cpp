@@ -5,33 +5,40 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sysexits.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/account/linux_accounts.h"
 #include "platform/account/session_watch.h"
 #include "platform/kernel/file_descriptor.h"
 #include "platform/kernel/log.h"
+#include "platform/service/process_renewal.h"
 #include "platform/user/desktop.h"
 #include "platform/user/display_offer.h"
 
 namespace platform {
 namespace {
 
+using std::chrono::steady_clock;
+
 // Anybody may connect, so one account's connections are limited as well as all.
 constexpr std::ptrdiff_t kMostOfAccount = 4;
 constexpr std::size_t kMostConnections = 32;
 constexpr std::size_t kLongestMessage = 256;
+// Between two displays that cannot be joined, whoever offers them.
+constexpr std::chrono::seconds kShortestPause{1};
+constexpr std::chrono::seconds kLongestPause{60};
 
 struct Connection {
   FileDescriptor socket;
@@ -39,11 +46,14 @@ struct Connection {
   bool isMade = false;  // the offer has arrived
 };
 
+// Root is known by its number: an account of a directory may have the same name.
 std::wstring PeerOf(int socket) {
   ucred peer{};
   socklen_t size = sizeof peer;
   if (::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) != 0) return {};
-  return NameOfAccount(peer.uid);
+  if (peer.uid == 0) return std::wstring(kRootAccount);
+  std::wstring name = NameOfAccount(peer.uid);
+  return name == kRootAccount ? std::wstring() : name;
 }
 
 FileDescriptor Listen(const std::filesystem::path& path) {
@@ -78,10 +88,8 @@ class DisplayOffers final : public SessionObserver {
   void Receive();
   void Follow();
   void NoteOutcome();
-  std::optional<DisplayOffer> Chosen();
-  bool IsOffered() const;
-  void Join(const DisplayOffer& offer);
-  [[noreturn]] static void StartAnew();
+  std::optional<HeldOffer> Chosen();
+  void Join(const HeldOffer& chosen);
   void Wake() const { ::eventfd_write(wake_.Get(), 1); }
 
   const FileDescriptor listener_;
@@ -90,11 +98,14 @@ class DisplayOffers final : public SessionObserver {
   // Of the thread.
   std::vector<Connection> connections_;
   // The display that is being joined or has been.
-  std::optional<DisplayOffer> joined_;
+  std::optional<HeldOffer> joined_;
+  std::chrono::seconds pause_ = kShortestPause;
+  steady_clock::time_point nextJoin_;
 
   std::mutex mutex_;
   SeatState seat_;
-  std::optional<bool> outcome_;  // whether the display was joined, once it has been tried
+  // Whether the display was joined, once it has been tried; false again when it was lost.
+  std::optional<bool> outcome_;
 };
 
 void DisplayOffers::Run() noexcept {
@@ -125,7 +136,9 @@ void DisplayOffers::Await() {
   std::vector<pollfd> entries = {{listener_.Get(), POLLIN, 0}, {wake_.Get(), POLLIN, 0}};
   for (const Connection& each : connections_)
     entries.push_back({each.socket.Get(), POLLIN, 0});
-  ::poll(entries.data(), entries.size(), -1);
+  const auto left = nextJoin_ - steady_clock::now();
+  const auto limit = std::chrono::ceil<std::chrono::milliseconds>(left).count();
+  ::poll(entries.data(), entries.size(), limit > 0 ? static_cast<int>(limit) : -1);
   eventfd_t count = 0;
   ::eventfd_read(wake_.Get(), &count);
 }
@@ -162,66 +175,55 @@ void DisplayOffers::Receive() {
   });
 }
 
-std::optional<DisplayOffer> DisplayOffers::Chosen() {
+std::optional<HeldOffer> DisplayOffers::Chosen() {
   std::vector<HeldOffer> offers;
   for (const Connection& each : connections_) {
     if (each.isMade) offers.push_back(each.held);
   }
   const std::lock_guard lock(mutex_);
   const HeldOffer* const chosen = ChooseOffer(offers, seat_);
-  return chosen != nullptr ? std::optional(chosen->offer) : std::nullopt;
+  return chosen != nullptr ? std::optional(*chosen) : std::nullopt;
 }
 
 void DisplayOffers::Follow() {
   NoteOutcome();
   const auto chosen = Chosen();
-  if (!chosen.has_value() || chosen == joined_) return;
-  switch (CurrentDesktopUse()) {
-    case DesktopUse::kNone:
-      if (!joined_.has_value()) Join(*chosen);
-      break;
-    case DesktopUse::kJoined:
-      // A process that was started on a display stays there.
-      if (joined_.has_value()) StartAnew();
-      break;
-    case DesktopUse::kSpent:
-      StartAnew();
-      break;
-  }
+  const DesktopUse use = CurrentDesktopUse();
+  // A process that was started on a display stays there.
+  const bool isElsewhere = use == DesktopUse::kJoined && joined_.has_value() &&
+                           chosen.has_value() && AreOfDifferentSessions(*joined_, *chosen);
+  SetRenewalWanted(isElsewhere || use == DesktopUse::kSpent);
+  const bool isFree = use == DesktopUse::kNone && !joined_.has_value();
+  if (isFree && chosen.has_value() && steady_clock::now() >= nextJoin_) Join(*chosen);
 }
 
 void DisplayOffers::NoteOutcome() {
-  const bool isLost = CurrentDesktopUse() == DesktopUse::kSpent && !IsOffered();
-  const std::lock_guard lock(mutex_);
-  // Who offers a display that cannot be joined tries again after a while.
-  if (outcome_ == false) {
-    std::erase_if(connections_, [&](const Connection& each) { return each.held.offer == joined_; });
+  std::optional<bool> outcome;
+  {
+    const std::lock_guard lock(mutex_);
+    outcome = std::exchange(outcome_, std::nullopt);
   }
-  if (outcome_ == false || isLost) joined_.reset();
-  outcome_.reset();
+  if (!outcome.has_value()) return;
+  if (*outcome) {
+    pause_ = kShortestPause;
+    return;
+  }
+  // The display could not be joined, or was lost. Who still has it offers it again after a while.
+  std::erase_if(connections_, [&](const Connection& each) { return each.held == joined_; });
+  joined_.reset();
+  nextJoin_ = steady_clock::now() + pause_;
+  pause_ = std::min(2 * pause_, kLongestPause);
 }
 
-bool DisplayOffers::IsOffered() const {
-  return std::ranges::any_of(connections_,
-                             [&](const Connection& each) { return each.held.offer == joined_; });
-}
-
-void DisplayOffers::Join(const DisplayOffer& offer) {
+void DisplayOffers::Join(const HeldOffer& chosen) {
   const DisplayVariables variables = {
-      {"DISPLAY", offer.display}, {"QT_QPA_PLATFORM", "xcb"}, {"WAYLAND_DISPLAY", ""}};
+      {"DISPLAY", chosen.offer.display}, {"QT_QPA_PLATFORM", "xcb"}, {"WAYLAND_DISPLAY", ""}};
   const bool isTried = JoinDesktopLater(variables, [this](bool isJoined) {
     const std::lock_guard lock(mutex_);
     outcome_ = isJoined;
     Wake();
   });
-  if (isTried) joined_ = offer;
-}
-
-// Ends the process as a kill does: what it has set in the kernel stays. The status is what a
-// service's unit knows as the wish for a new process.
-void DisplayOffers::StartAnew() {
-  LogLine("desktop: the person on the screen has another display, which a new process joins");
-  ::_exit(EX_TEMPFAIL);
+  if (isTried) joined_ = chosen;
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 // Follows the person on the machine's screen from display to display. People's sessions offer
 // theirs at a socket in the service's runtime folder; a service that has started without a desktop
 // joins the display of the session on the screen. The toolkit works with one connection in a
-// process's life, so for any later display the process ends, and what keeps services starts it
-// again.
+// process's life, so for the display of any later session it wants a new process.
 //
 // A thread of its own, until the process ends.
 #pragma once

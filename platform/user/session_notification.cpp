@@ -69,6 +69,7 @@ void SessionNotifier::OnSeat(const SeatState& state) {
     for (const SeatChange& change : ChangesBetween(*seat_, state))
       Notify(change);
   }
+  std::erase_if(sessions_, [&](const auto& each) { return state.Find(each.first) == nullptr; });
   seat_ = state;
 }
 

@@ -104,6 +104,8 @@ void ServiceModule::RunServiceMain() {
     ServiceMainThread(*this, objects_).Run();
   } catch (...) {
     events.LogCurrentException();
+    const CriticalSectionLock hold(statusLock_);
+    status_.dwWin32ExitCode = ERROR_EXCEPTION_IN_SERVICE;
   }
   ReportState(SERVICE_STOPPED);
   events.LogEvent(L"Service stopped");

@@ -45,6 +45,7 @@ TEST_F(SystemdService, ItsUnitFollowsTheConfigurationUntilTheServiceIsDeleted) {
   const std::string unit = " a\\x20sample.service";
   const ScHandle service = CreateTestService(L"A Sample", L"normal");
   systemd_->TakeCalls();
+  EXPECT_THAT(Unit("a\\x20sample"), HasSubstr("/a\\\\x20sample.environment\n")) << "not found";
   for (const auto& each : cases) {
     ASSERT_EQ(Change(service, each.startType, nullptr, L"Renamed"), NO_ERROR);
     EXPECT_THAT(systemd_->TakeCalls(), ElementsAre(each.call + unit, "Reload"));
@@ -76,6 +77,14 @@ TEST_F(SystemdService, ItRunsAsItsUnitSaysAndTellsHowItFares) {
       "STOPPING=1",      "EXTEND_TIMEOUT_USEC=128000"};
   Await([&] { return systemd_->Notices().size() >= expected.size(); });
   EXPECT_EQ(systemd_->Notices(), expected);
+}
+
+TEST_F(SystemdService, AServiceThatFailsHasNotStopped) {
+  const ScHandle service = RunTestService(L"sample", L"failing");
+  Control(service, 200);  // the process may end before its answer
+  ASSERT_TRUE(AwaitProcessEnd(service));
+  EXPECT_EQ(StatusOf(service).dwWin32ExitCode, ERROR_PROCESS_ABORTED) << "systemd starts it again";
+  EXPECT_THAT(systemd_->Notices(), testing::Not(Contains("STOPPING=1")));
 }
 
 TEST_F(SystemdService, AStartThatFailsSaysWhyAndIsNotTriedAgain) {

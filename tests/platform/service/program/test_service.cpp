@@ -29,7 +29,11 @@ void Report(DWORD state) {
 void WINAPI HandleControl(DWORD control) {
   if (mode == L"throwing" && control == 200) throw 1;
   const std::lock_guard lock(mutex);
-  if (control == SERVICE_CONTROL_STOP) {
+  if (mode == L"failing") {
+    status.dwWin32ExitCode = ERROR_GEN_FAILURE;
+    stopping = true;
+    stopping.notify_all();
+  } else if (control == SERVICE_CONTROL_STOP) {
     status.dwCurrentState = SERVICE_STOP_PENDING;
     stopping = true;
     stopping.notify_all();

@@ -8,6 +8,7 @@
 #include <sysexits.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -16,6 +17,7 @@
 
 #include "platform/account/session_watch.h"
 #include "platform/kit/recording_window.h"
+#include "platform/service/process_renewal.h"
 #include "platform/shell/tray_desktop.h"
 #include "platform/testing/simulated_seat.h"
 
@@ -30,6 +32,14 @@ TEST(DisplayOffer, OnlyADisplayOfThisMachineIsAnOffer) {
   for (const std::string& each :
        {""s, ":0"s, "\0"s, "far:0\0"s, ":\0"s, ":0.\0"s, ":x\0"s, ":0:1\0"s, ":123456\0"s})
     EXPECT_EQ(DecodeOffer(each), std::nullopt) << each;
+}
+
+TEST(DisplayOffer, NobodyHasANewProcessByOfferingAnotherDisplayOfTheSameSession) {
+  const HeldOffer joined{{":0", L"1"}, L"anna"};
+  EXPECT_FALSE(AreOfDifferentSessions(joined, {{":9", L"1"}, L"anna"}));
+  EXPECT_FALSE(AreOfDifferentSessions(joined, {{":0", L""}, L"anna"}));
+  EXPECT_TRUE(AreOfDifferentSessions(joined, {{":0", L"2"}, L"anna"}));
+  EXPECT_TRUE(AreOfDifferentSessions(joined, {{":0", L"1"}, L"bo"}));
 }
 
 TEST(DisplayOffer, ThatOfThePersonOnTheScreenIsTaken) {
@@ -88,15 +98,18 @@ struct OfferedScreen {
   recording.On(WM_DISPLAYCHANGE,
                [&](HWND, UINT, WPARAM, LPARAM size) -> LRESULT { return width = LOWORD(size); });
   Recording::Create();
+  std::chrono::steady_clock::time_point now;
   const DWORD start = ::GetTickCount();
   while (::GetTickCount() - start < 30'000) {
     MSG message{};
     if (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
     ::Sleep(5);
+    NoteSignOfLife(now);
     if (width == 0 || width != ::GetSystemMetrics(SM_CXSCREEN)) continue;
     std::fprintf(stderr, "joined %d\n", std::exchange(width, 0));
     state.activeId = L"2";
     seat.Show(state);
+    now += std::chrono::minutes(1);
   }
   std::exit(EXIT_SUCCESS);
 }
@@ -115,7 +128,7 @@ TEST(DisplayOffer, AServiceJoinsTheDisplayAndEndsForTheNextPersonsOne) {
     second = std::make_unique<OfferedScreen>(folder, "2");
   }
   EXPECT_EXIT(FollowScreens(), ::testing::ExitedWithCode(EX_TEMPFAIL),
-              "joined 800\n.*another display");
+              "joined 800\n.*the new one that is wanted");
   ::unsetenv("RUNTIME_DIRECTORY");
   std::filesystem::remove_all(folder);
   EXPECT_EQ(first->offering->ReadLine(), "") << "ends when it is removed";
