@@ -8,12 +8,10 @@
 
 #include <cstdint>
 #include <new>
-#include <string_view>
 #include <utility>
 
 #include "platform/account/linux_accounts.h"
 #include "platform/kernel/encoding.h"
-#include "platform/kernel/log.h"
 
 namespace platform {
 namespace {
@@ -69,14 +67,17 @@ void LogindClient::Connect() {
   ::sd_bus_set_method_call_timeout(bus, kCallMicroseconds);
   CheckBus(::sd_bus_add_match(bus, nullptr, kLogindSignals, OnLogindSignal, this), "AddMatch");
   CheckBus(::sd_bus_add_match(bus, nullptr, kOwnerSignals, OnOwnerChanged, this), "AddMatch");
-  // Fails while logind does not run; its start is notified.
+  // While logind does not run it has no name; its start is notified.
   BusFault fault;
   sd_bus_message* reply = nullptr;
   const int result = ::sd_bus_call_method(bus, kBus, "/org/freedesktop/DBus", kBus, "GetNameOwner",
                                           fault.Out(), &reply, "s", kService);
   const BusMessage owned(reply);
+  if (::sd_bus_error_has_name(&fault.Reply(), SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) return;
+  fault.Check(result, "GetNameOwner");
   const char* owner = "";
-  if (result >= 0 && ::sd_bus_message_read(reply, "s", &owner) > 0) owner_ = owner;
+  CheckBus(::sd_bus_message_read(reply, "s", &owner), "GetNameOwner");
+  owner_ = owner;
 }
 
 int LogindClient::OnLogindSignal(sd_bus_message* message, void* self, sd_bus_error*) noexcept try {
@@ -197,13 +198,8 @@ FileDescriptor LogindClient::DelaySleep() {
       program_invocation_short_name, "Windows are notified before the machine sleeps", "delay");
   const BusMessage owned(reply);
   int borrowed = -1;
-  try {
-    fault.Check(result, "Inhibit");
-    CheckBus(::sd_bus_message_read(reply, "h", &borrowed), "Inhibit");
-  } catch (const BusError& error) {
-    LogLine(std::string("sleep cannot be delayed: ") + error.what());
-    return {};
-  }
+  fault.Check(result, "Inhibit");
+  CheckBus(::sd_bus_message_read(reply, "h", &borrowed), "Inhibit");
   return FileDescriptor(::fcntl(borrowed, F_DUPFD_CLOEXEC, 0));
 }
 

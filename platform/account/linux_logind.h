@@ -38,6 +38,9 @@ class LogindClient {
 
   int Socket() const;
   void Connect();
+  // Whether there is a logind. What needs one is not asked of the bus otherwise, which would try to
+  // start it each time.
+  bool IsRunning() const { return !owner_.empty(); }
 
   // What has arrived since the last call. Does not wait.
   std::vector<LogindNotice> TakeNotices();
@@ -49,7 +52,7 @@ class LogindClient {
   SeatReading ReadSeat();
 
   // The machine does not sleep while this is open, or not for some seconds (InhibitDelayMaxSec in
-  // logind.conf). Not open when logind refuses, which is logged.
+  // logind.conf).
   FileDescriptor DelaySleep();
 
  private:

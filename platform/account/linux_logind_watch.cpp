@@ -75,7 +75,7 @@ void LogindWatch::ServeConnection(const std::stop_token& ended) {
   const OpenSocket open(*this, client.Socket());
   if (ended.stop_requested()) return;
   client.Connect();
-  HoldSleep(client);
+  NoteWake();
   Serve(client, ended);
 }
 
@@ -83,17 +83,19 @@ void LogindWatch::Serve(LogindClient& client, const std::stop_token& ended) {
   bool isStale = true;
   while (!ended.stop_requested()) {
     for (const LogindNotice notice : client.TakeNotices())
-      isStale = Handle(notice, client, ended) || isStale;
+      isStale = Handle(notice, ended) || isStale;
+    if (LacksInhibitor()) DelaySleep(client);
     if (isStale) isStale = !ReadSeat(client);
-    isStale = Wait(client, isStale) || isStale;
+    const bool mustRetry = client.IsRunning() && (isStale || LacksInhibitor());
+    isStale = Wait(client, mustRetry) || isStale;
     NoticeSleepOfOthers();
   }
 }
 
-bool LogindWatch::Handle(LogindNotice notice, LogindClient& client, const std::stop_token& ended) {
+bool LogindWatch::Handle(LogindNotice notice, const std::stop_token& ended) {
   if (notice == LogindNotice::kChanged) return true;
   if (notice != LogindNotice::kSleep) {
-    HoldSleep(client);
+    NoteWake();
     return notice == LogindNotice::kRestarted;
   }
   if (sleep_ == SleepNotice::kNone) return false;
@@ -104,16 +106,34 @@ bool LogindWatch::Handle(LogindNotice notice, LogindClient& client, const std::s
 }
 
 // A new logind, or a new connection to it, does not tell the end of a sleep that was announced
-// before.
-void LogindWatch::HoldSleep(LogindClient& client) {
-  if (sleep_ == SleepNotice::kNone) return;
-  inhibitor_ = client.DelaySleep();
+// before, and does not know the inhibitor that was granted before.
+void LogindWatch::NoteWake() {
+  inhibitor_.Reset();
   if (!std::exchange(isAsleep_, false)) return;
   clock_.HasSlept();
   observer_.OnResume(true);
 }
 
+bool LogindWatch::LacksInhibitor() const {
+  return sleep_ != SleepNotice::kNone && !isAsleep_ && !inhibitor_.IsOpen();
+}
+
+void LogindWatch::DelaySleep(LogindClient& client) {
+  if (!client.IsRunning()) return;
+  try {
+    inhibitor_ = client.DelaySleep();
+    isSleepUndelayed_ = false;
+  } catch (const BusError& error) {
+    if (std::exchange(isSleepUndelayed_, true)) return;
+    LogLine(std::string("sleep cannot be delayed: ") + error.what());
+  }
+}
+
 bool LogindWatch::ReadSeat(LogindClient& client) {
+  if (!client.IsRunning()) {
+    LogFailure("it does not run");
+    return false;
+  }
   try {
     SeatReading reading = client.ReadSeat();
     leaders_ = std::move(reading.leaders);

@@ -29,9 +29,12 @@ class LogindWatch final : public SessionWatch {
   void ServeConnection(const std::stop_token& ended);
   void Serve(LogindClient& client, const std::stop_token& ended);
   // Returns whether the seat is to be read again.
-  bool Handle(LogindNotice notice, LogindClient& client, const std::stop_token& ended);
-  // Delays the next sleep, and notifies of the end of the last one.
-  void HoldSleep(LogindClient& client);
+  bool Handle(LogindNotice notice, const std::stop_token& ended);
+  // Ends what a sleep, or the logind before, has left behind.
+  void NoteWake();
+  // Whether nothing delays the next sleep, which is to be delayed.
+  bool LacksInhibitor() const;
+  void DelaySleep(LogindClient& client);
   // False when logind does not answer.
   bool ReadSeat(LogindClient& client);
   // Returns when something has happened, after some seconds when `mustRetry`. True when a session's
@@ -52,6 +55,7 @@ class LogindWatch final : public SessionWatch {
   std::vector<FileDescriptor> leaders_;
   bool isAsleep_ = false;  // the observer knows that the machine sleeps
   bool hasFailed_ = false;
+  bool isSleepUndelayed_ = false;  // as the log has it
 
   std::jthread thread_;  // last: it uses all others
 };

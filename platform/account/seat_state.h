@@ -9,7 +9,7 @@
 namespace platform {
 
 struct SeatSession {
-  std::wstring id;    // not used again while the machine runs
+  std::wstring id;    // not used again while logind runs
   std::wstring user;  // the account's name, without a domain
   bool locked = false;
 
