@@ -1,7 +1,9 @@
 #include "package_exports.h"
 
+#include <chrono>
 #include <exception>
 #include <string>
+#include <utility>
 
 #include "event_report.h"
 #include "package_key.h"
@@ -18,6 +20,9 @@ using quillgate::notifier::UserRecord;
 constexpr DWORD kLoggedOn = 128;
 constexpr DWORD kLoggedOff = 129;
 
+constexpr std::chrono::minutes kLongestLogon{1};
+constexpr std::chrono::seconds kNotificationInterval{1};
+
 // Without a service there is no database and nobody to notify.
 template <class Work>
 void WithService(Work work) noexcept {
@@ -29,25 +34,36 @@ void WithService(Work work) noexcept {
   }
 }
 
-// True when it was done; false, with an event in the log, when the database did not allow it.
-bool IsDone(const std::string& failure) {
-  if (failure.empty()) return true;
-  LogEvent(L"The name of the user who is logged on cannot be stored: " +
+void LogRefusal(const std::string& failure) {
+  LogEvent(L"The name of the user who is logged on cannot be stored or removed: " +
            quillgate::notifier::Widen(failure));
-  return false;
+}
+
+// A name that stayed would be taken for that of the next person, so there is no limit. Meanwhile
+// the service is notified again and again: whatever makes it read the name, nobody is logged on.
+void RemoveName(const ServiceLink& service) {
+  const UserRecord record(service.Folder());
+  bool hasFailed = false;
+  for (;;) {
+    const std::string failure = record.Remove(kNotificationInterval);
+    if (!failure.empty() && !std::exchange(hasFailed, true)) LogRefusal(failure);
+    if (hasFailed) service.Send(kLoggedOff);
+    if (failure.empty()) return;
+  }
 }
 
 }  // namespace
 
 void WINAPI WLEventStartup(PWLX_NOTIFICATION_INFO) noexcept {
-  WithService([](const ServiceLink& service) { IsDone(UserRecord(service.Folder()).Remove()); });
+  WithService(RemoveName);
 }
 
 void WINAPI WLEventLogon(PWLX_NOTIFICATION_INFO info) noexcept {
   WithService([info](const ServiceLink& service) {
     const std::wstring name = info->UserName == nullptr ? L"" : info->UserName;
-    const bool isStored = IsDone(UserRecord(service.Folder()).Store(name));
-    service.Send(isStored ? kLoggedOn : kLoggedOff);
+    const std::string failure = UserRecord(service.Folder()).Store(name, kLongestLogon);
+    if (!failure.empty()) LogRefusal(failure);
+    service.Send(failure.empty() ? kLoggedOn : kLoggedOff);
   });
 }
 
@@ -56,7 +72,7 @@ void WINAPI WLEventLogon(PWLX_NOTIFICATION_INFO info) noexcept {
 void WINAPI WLEventLogoff(PWLX_NOTIFICATION_INFO) noexcept {
   WithService([](const ServiceLink& service) {
     service.Send(kLoggedOff);
-    IsDone(UserRecord(service.Folder()).Remove());
+    RemoveName(service);
     service.Send(kLoggedOff);
   });
 }

@@ -8,14 +8,15 @@
 #pragma GCC visibility push(default)
 extern "C" {
 
-// The system has started: nobody is logged on, whatever was stored when it went down.
+// The system has started: nobody is logged on, whatever was stored when it went down. Returns when
+// that is removed.
 void WINAPI WLEventStartup(PWLX_NOTIFICATION_INFO info) noexcept;
 
-// Stores the user's name, then notifies the service. A name that cannot be stored leaves nobody
-// logged on. Takes a minute at most while the database is in use.
+// Stores the user's name, then notifies the service. A name that cannot be stored within a minute
+// leaves nobody logged on.
 void WINAPI WLEventLogon(PWLX_NOTIFICATION_INFO info) noexcept;
 
-// Notifies the service, removes the name, and notifies the service again.
+// Notifies the service, removes the name, however long that takes, and notifies the service again.
 void WINAPI WLEventLogoff(PWLX_NOTIFICATION_INFO info) noexcept;
 
 // Enters the package into the registry, or removes it. The service must be installed: the package

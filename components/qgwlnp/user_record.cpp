@@ -9,7 +9,6 @@ namespace quillgate::notifier {
 namespace {
 
 constexpr DWORD kRetryMilliseconds = 100;
-constexpr DWORD kLongestMilliseconds = 60'000;
 
 std::string Quoted(const std::string& text) {
   std::string quoted = "'";
@@ -32,31 +31,29 @@ void ReplaceOnce(const EngineLibrary& library, const std::string& path,
 
 }  // namespace
 
-std::string UserRecord::Store(const std::wstring& name) const {
-  return Replace("INSERT INTO WlNpData VALUES ('UserName', " + Quoted(Narrow(name)) + ");");
+std::string UserRecord::Store(const std::wstring& name, std::chrono::milliseconds limit) const {
+  return Replace("INSERT INTO WlNpData VALUES ('UserName', " + Quoted(Narrow(name)) + ");", limit);
 }
 
-std::string UserRecord::Remove() const {
-  return Replace({});
+std::string UserRecord::Remove(std::chrono::milliseconds limit) const {
+  return Replace({}, limit);
 }
 
 // Others use the file for moments or, as a copy does, for longer; a full disk or a missing folder
 // may be put right as well.
-std::string UserRecord::Replace(const std::string& insertion) const try {
-  const EngineLibrary& library = EngineLibrary::In(folder_);
+std::string UserRecord::Replace(const std::string& insertion,
+                                std::chrono::milliseconds limit) const {
   const std::string path = Narrow(folder_ + L"quillgate.dat");
   const DWORD start = ::GetTickCount();
   for (;;) {
     try {
-      ReplaceOnce(library, path, insertion);
+      ReplaceOnce(EngineLibrary::In(folder_), path, insertion);
       return {};
     } catch (const EngineError& error) {
-      if (::GetTickCount() - start >= kLongestMilliseconds) return error.what();
+      if (::GetTickCount() - start >= limit.count()) return error.what();
     }
     ::Sleep(kRetryMilliseconds);
   }
-} catch (const EngineError& error) {
-  return error.what();
 }
 
 }  // namespace quillgate::notifier

@@ -134,8 +134,10 @@ TEST_F(LogonPackage, AServiceThatHasReadTheNameBeforeItWasRemovedLearnsOfTheLogo
   quillgate::EngineConnection other(folder_.File());
   ASSERT_EQ(other.Run("BEGIN IMMEDIATE;").code, 0);
   std::jthread logoff([] { Notify("WLEventLogoff", L"anna"); });
-  EXPECT_TRUE(Await([&] { return LastControl() == 129; }));
-  EXPECT_EQ(Control(service_, 128), NO_ERROR);  // stands for a start of the service
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_TRUE(Await([&] { return LastControl() == 129; }));
+    EXPECT_EQ(Control(service_, 128), NO_ERROR);  // stands for a start of the service
+  }
   EXPECT_EQ(other.Run("COMMIT;").code, 0);
   logoff.join();
   EXPECT_EQ(LastControl(), 129u);
