@@ -49,6 +49,12 @@ std::string ThisProgram() {
   return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
+const char* Text(GateState state) {
+  return state == GateState::kOpen      ? "open"
+         : state == GateState::kOnLease ? "open while the service renews it"
+                                        : "closed";
+}
+
 // A gate that has rules stays as it is: it is the service's, or will be.
 int Close(PacketGate& gate) {
   GateState state{};
@@ -69,8 +75,8 @@ int Open(PacketGate& gate) {
   const bool isDone = gate.Pass() == 0;
   std::this_thread::sleep_for(kServiceReaction);
   GateState state{};
-  if (isDone && gate.ReadState(state) == 0 && state == GateState::kOpen) {
-    std::puts("The Internet connection is open.");
+  if (isDone && gate.ReadState(state) == 0 && state != GateState::kClosed) {
+    std::printf("The Internet connection is %s.\n", Text(state));
     return kDone;
   }
   PrintError("not open: a service that runs keeps its gate. Stop it first, which opens it, too.");
@@ -80,11 +86,8 @@ int Open(PacketGate& gate) {
 int ShowState(PacketGate& gate) {
   GateState state{};
   if (gate.ReadState(state) != 0) return kFailed;
-  const char* const text = state == GateState::kOpen      ? "open"
-                           : state == GateState::kOnLease ? "open while the service renews it"
-                                                          : "closed";
   const bool isOptionOn = Option().Lease().count() != 0;
-  std::printf("gate: %s\nboot: %s\n", text, isOptionOn ? "closed" : "open");
+  std::printf("gate: %s\nboot: %s\n", Text(state), isOptionOn ? "closed" : "open");
   return state == GateState::kClosed ? kIsClosed : kDone;
 }
 

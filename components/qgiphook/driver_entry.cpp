@@ -110,8 +110,8 @@ extern "C" __attribute__((visibility("default"))) std::uint32_t DriverLoad(
   });
 }
 
-// A program that ends in order has opened the gate before. After any other end a closed gate stays
-// closed, and an open one on a lease closes.
+// Unloading in order opens the gate of a lease for good. A killed process does not get here: its
+// closed gate stays closed, and its lease runs out.
 extern "C" __attribute__((visibility("default"))) void DriverUnload() noexcept {
   theHost->deleteDevice(kDeviceName);
   theWatch.reset();

@@ -204,7 +204,11 @@ std::uint32_t PacketGate::RemoveTables() {
   std::vector<std::string> present;
   std::uint32_t error = ReadNames(present);
   if (error != 0) return error;
-  if (!present.empty()) error = Session().Run(DeleteAll(present));
+  if (present.empty()) {
+    closed_.reset();
+    return 0;
+  }
+  error = Session().Run(DeleteAll(present));
   if (error == ERROR_FILE_NOT_FOUND && ReadNames(present) == 0) {
     // Another process removed some of them meanwhile.
     error = present.empty() ? 0 : Session().Run(DeleteAll(present));
@@ -347,9 +351,9 @@ std::uint32_t PacketGate::PutBackIfChanged(bool linksChanged) {
 std::uint32_t PacketGate::PutBack(bool byOthers) {
   const std::uint32_t error = Close(closed_->allowLocal, closed_->leaseEnd);
   if (!byOthers) return error;
-  report_(error == 0 ? "Another program changed the rules of the closed gate in the packet filter. "
+  report_(error == 0 ? "Another program changed the gate's rules in the packet filter. "
                        "They have been put back."
-                     : "Another program changed the rules of the closed gate in the packet filter. "
+                     : "Another program changed the gate's rules in the packet filter. "
                        "They could not be put back. Error=" +
                            std::to_string(error));
   return error;

@@ -31,11 +31,15 @@ class MakeCatalogue(unittest.TestCase):
         for _, entry in self.entries:
             self.assertNotRegex(entry, "[{}%]")
 
-    def test_no_event_is_explained_that_nobody_writes(self):
+    def test_what_is_written_is_explained_and_nothing_else(self):
         sources = [p for folder in ("src", "components") for p in (ROOT / folder).rglob("*.cpp")]
         written = "\n".join(path.read_text(encoding="utf-8") for path in sources)
         for text in {text for text, _ in self.entries}:
             self.assertRegex(written, f'"{re.escape(text)}')
+        kinds = {catalogue.kind_of(text) for text, _ in self.entries}
+        logged = {catalogue.kind_of(t) for t in re.findall(r'LogEvent\(\s*L"([^"]+)"', written)}
+        # It reaches the standard output alone.
+        self.assertEqual(logged - kinds, {"StartServiceCtrlDispatcher Error="})
 
 
 if __name__ == "__main__":
