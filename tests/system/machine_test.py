@@ -238,6 +238,9 @@ class Story:
         self.machine.run("chmod", "-x", PROGRAM)
         self.machine.power_off()
         self.machine.boot()
+        before = self.machine.run("journalctl", "--boot=-1", "--identifier=qgserv")
+        expect("Service started" in before and "Service stopped" not in before,
+               "the shutdown has not opened the gate: " + before)
         self.machine.log_on("bo")
         time.sleep(3)
         expect(self.machine.pulse.is_silent(0), "the gate is closed from the boot on")

@@ -186,6 +186,14 @@ int Refresh(const std::wstring& name) {
   return kDone;
 }
 
+int Delete(const std::wstring& name) {
+  const Service service(name);
+  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Delete();
+  if (error != NO_ERROR) return Fail(name, error);
+  PrintLine(name, L"deleted");
+  return kDone;
+}
+
 int Autostart() {
   int result = kDone;
   for (const std::wstring& name : ServiceNames())

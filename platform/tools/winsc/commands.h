@@ -20,6 +20,8 @@ int Control(const std::wstring& name, DWORD code);
 // Has what the system keeps of the service written anew, as after an update of the software. The
 // service need not be stopped.
 int Refresh(const std::wstring& name);
+// Removes the service from the system, once it has stopped.
+int Delete(const std::wstring& name);
 // Starts every service with an automatic start type. Drivers are left to the services that need
 // them: a driver is loaded in the process that starts it, and this process exits.
 int Autostart();

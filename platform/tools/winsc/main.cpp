@@ -19,6 +19,7 @@ constexpr const wchar_t* kUsage =
     L"       winsc query NAME         show its state; exit status 3 when it is stopped\n"
     L"       winsc control NAME CODE  send a control, 1 to 255\n"
     L"       winsc refresh NAME       write its unit anew, as after an update\n"
+    L"       winsc delete NAME        remove it from the system\n"
     L"       winsc autostart          start what is to start with the system\n";
 
 int Usage() {
@@ -41,6 +42,7 @@ int Run(const std::vector<std::wstring>& words) {
   if (words.size() == 3 && command == L"stop") return Stop(words[2]);
   if (words.size() == 3 && command == L"query") return Query(words[2]);
   if (words.size() == 3 && command == L"refresh") return Refresh(words[2]);
+  if (words.size() == 3 && command == L"delete") return Delete(words[2]);
   if (words.size() == 4 && command == L"control") return ControlWithCode(words[2], words[3]);
   return Usage();
 }

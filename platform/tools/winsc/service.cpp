@@ -49,4 +49,8 @@ DWORD Service::Refresh() const {
                                         nullptr, nullptr, nullptr));
 }
 
+DWORD Service::Delete() const {
+  return ErrorOf(::DeleteService(service_.Get()));
+}
+
 }  // namespace platform::winsc

@@ -37,6 +37,8 @@ class Service {
   DWORD ReadConfig(DWORD& type, DWORD& startType) const;
   // Configures the service as it is configured.
   DWORD Refresh() const;
+  // Removes it, when it has stopped at the latest.
+  DWORD Delete() const;
 
  private:
   ServiceHandle manager_;
