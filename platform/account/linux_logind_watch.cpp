@@ -75,7 +75,7 @@ void LogindWatch::ServeConnection(const std::stop_token& ended) {
   const OpenSocket open(*this, client.Socket());
   if (ended.stop_requested()) return;
   client.Connect();
-  NoteWake();
+  HoldSleep(client);
   Serve(client, ended);
 }
 
@@ -83,7 +83,7 @@ void LogindWatch::Serve(LogindClient& client, const std::stop_token& ended) {
   bool isStale = true;
   while (!ended.stop_requested()) {
     for (const LogindNotice notice : client.TakeNotices())
-      isStale = Handle(notice, ended) || isStale;
+      isStale = Handle(notice, client, ended) || isStale;
     if (LacksInhibitor()) DelaySleep(client);
     if (isStale) isStale = !ReadSeat(client);
     const bool mustRetry = client.IsRunning() && (isStale || LacksInhibitor());
@@ -92,10 +92,10 @@ void LogindWatch::Serve(LogindClient& client, const std::stop_token& ended) {
   }
 }
 
-bool LogindWatch::Handle(LogindNotice notice, const std::stop_token& ended) {
+bool LogindWatch::Handle(LogindNotice notice, LogindClient& client, const std::stop_token& ended) {
   if (notice == LogindNotice::kChanged) return true;
   if (notice != LogindNotice::kSleep) {
-    NoteWake();
+    HoldSleep(client);
     return notice == LogindNotice::kRestarted;
   }
   if (sleep_ == SleepNotice::kNone) return false;
@@ -107,8 +107,8 @@ bool LogindWatch::Handle(LogindNotice notice, const std::stop_token& ended) {
 
 // A new logind, or a new connection to it, does not tell the end of a sleep that was announced
 // before, and does not know the inhibitor that was granted before.
-void LogindWatch::NoteWake() {
-  inhibitor_.Reset();
+void LogindWatch::HoldSleep(LogindClient& client) {
+  if (sleep_ != SleepNotice::kNone) DelaySleep(client);
   if (!std::exchange(isAsleep_, false)) return;
   clock_.HasSlept();
   observer_.OnResume(true);
@@ -124,6 +124,7 @@ void LogindWatch::DelaySleep(LogindClient& client) {
     inhibitor_ = client.DelaySleep();
     isSleepUndelayed_ = false;
   } catch (const BusError& error) {
+    inhibitor_.Reset();
     if (std::exchange(isSleepUndelayed_, true)) return;
     LogLine(std::string("sleep cannot be delayed: ") + error.what());
   }

@@ -29,9 +29,9 @@ class LogindWatch final : public SessionWatch {
   void ServeConnection(const std::stop_token& ended);
   void Serve(LogindClient& client, const std::stop_token& ended);
   // Returns whether the seat is to be read again.
-  bool Handle(LogindNotice notice, const std::stop_token& ended);
-  // Ends what a sleep, or the logind before, has left behind.
-  void NoteWake();
+  bool Handle(LogindNotice notice, LogindClient& client, const std::stop_token& ended);
+  // Delays the next sleep, and notifies of the end of the last one.
+  void HoldSleep(LogindClient& client);
   // Whether nothing delays the next sleep, which is to be delayed.
   bool LacksInhibitor() const;
   void DelaySleep(LogindClient& client);
