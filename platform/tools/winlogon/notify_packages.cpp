@@ -5,7 +5,7 @@
 
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/log.h"
-#include "platform/tools/key_names.h"
+#include "platform/tools/command_key.h"
 #include "platform/tools/winlogon/winlogon_key.h"
 
 namespace platform::winlogon {

@@ -9,7 +9,7 @@
 #include <iterator>
 #include <vector>
 
-#include "platform/tools/key_names.h"
+#include "platform/tools/command_key.h"
 #include "platform/tools/winsc/service.h"
 
 namespace platform::winsc {
@@ -59,6 +59,13 @@ void PrintLine(const std::wstring& name, const wchar_t* text) {
   std::wprintf(L"%ls: %ls\n", name.c_str(), text);
 }
 
+// Tells that it was done, or why not.
+int Finish(const std::wstring& name, DWORD error, const wchar_t* done) {
+  if (error != NO_ERROR) return Fail(name, error);
+  PrintLine(name, done);
+  return kDone;
+}
+
 bool IsDriver(const Service& service) {
   DWORD type = 0;
   DWORD startType = 0;
@@ -93,22 +100,15 @@ DWORD AwaitEnd(const Service& service) {
 }
 
 std::vector<std::wstring> ServiceNames() {
-  HKEY key = nullptr;
-  if (::RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Services", 0, KEY_READ,
-                      &key) != ERROR_SUCCESS) {
-    return {};
-  }
-  std::vector<std::wstring> names = NamesBelow(key);
-  ::RegCloseKey(key);
-  return names;
+  const RegistryKey key(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Services");
+  return NamesBelow(key.Get());
 }
 
 int StartAtBoot(const std::wstring& name) {
   const Service service(name);
   DWORD type = 0;
   DWORD startType = SERVICE_DISABLED;
-  const DWORD error =
-      service.Error() != NO_ERROR ? service.Error() : service.ReadConfig(type, startType);
+  const DWORD error = service.ReadConfig(type, startType);
   if (error != NO_ERROR) return Fail(name, error);
   if (startType > SERVICE_AUTO_START) return kDone;
   if (type == SERVICE_KERNEL_DRIVER) {
@@ -127,7 +127,6 @@ int StartAtBoot(const std::wstring& name) {
 
 int Start(const std::wstring& name) {
   const Service service(name);
-  if (service.Error() != NO_ERROR) return Fail(name, service.Error());
   if (IsDriver(service)) {
     std::fwprintf(stderr, L"%ls: a driver lives in the process that starts it; not started\n",
                   name.c_str());
@@ -135,29 +134,24 @@ int Start(const std::wstring& name) {
   }
   DWORD error = service.Start();
   if (error == NO_ERROR) error = AwaitStart(service);
-  if (error != NO_ERROR) return Fail(name, error);
-  PrintLine(name, L"started");
-  return kDone;
+  return Finish(name, error, L"started");
 }
 
 int Stop(const std::wstring& name) {
   const Service service(name);
-  if (service.Error() != NO_ERROR) return Fail(name, service.Error());
   SERVICE_STATUS status{};
   DWORD error = service.Control(SERVICE_CONTROL_STOP, status);
   // Waits for a service that is already stopping, too.
   const bool stopping =
       error == ERROR_SERVICE_CANNOT_ACCEPT_CTRL && status.dwCurrentState == SERVICE_STOP_PENDING;
   if (error == NO_ERROR || stopping) error = AwaitEnd(service);
-  if (error != NO_ERROR) return Fail(name, error);
-  PrintLine(name, L"stopped");
-  return kDone;
+  return Finish(name, error, L"stopped");
 }
 
 int Query(const std::wstring& name) {
   const Service service(name);
   SERVICE_STATUS_PROCESS status{};
-  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Query(status);
+  const DWORD error = service.Query(status);
   if (error != NO_ERROR) return Fail(name, error);
   std::wprintf(L"%ls: %ls", name.c_str(), StateText(status.dwCurrentState));
   if (status.dwProcessId != 0) std::wprintf(L", process %u", status.dwProcessId);
@@ -171,7 +165,7 @@ int Query(const std::wstring& name) {
 int Control(const std::wstring& name, DWORD code) {
   const Service service(name);
   SERVICE_STATUS status{};
-  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Control(code, status);
+  const DWORD error = service.Control(code, status);
   if (error != NO_ERROR) return Fail(name, error);
   std::wprintf(L"%ls: control %u taken, %ls\n", name.c_str(), code,
                StateText(status.dwCurrentState));
@@ -179,19 +173,11 @@ int Control(const std::wstring& name, DWORD code) {
 }
 
 int Refresh(const std::wstring& name) {
-  const Service service(name);
-  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Refresh();
-  if (error != NO_ERROR) return Fail(name, error);
-  PrintLine(name, L"refreshed");
-  return kDone;
+  return Finish(name, Service(name).Refresh(), L"refreshed");
 }
 
 int Delete(const std::wstring& name) {
-  const Service service(name);
-  const DWORD error = service.Error() != NO_ERROR ? service.Error() : service.Delete();
-  if (error != NO_ERROR) return Fail(name, error);
-  PrintLine(name, L"deleted");
-  return kDone;
+  return Finish(name, Service(name).Delete(), L"deleted");
 }
 
 int Autostart() {

@@ -4,18 +4,16 @@
 #include <vector>
 
 namespace platform::winsc {
-namespace {
-
-DWORD ErrorOf(BOOL succeeded) {
-  return succeeded ? NO_ERROR : ::GetLastError();
-}
-
-}  // namespace
 
 Service::Service(const std::wstring& name)
     : manager_(::OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT)),
       service_(::OpenServiceW(manager_.Get(), name.c_str(), SERVICE_ALL_ACCESS)) {
   if (service_.Get() == nullptr) error_ = ::GetLastError();
+}
+
+DWORD Service::ErrorOf(BOOL succeeded) const {
+  if (service_.Get() == nullptr) return error_;
+  return succeeded ? NO_ERROR : ::GetLastError();
 }
 
 DWORD Service::Start() const {

@@ -26,10 +26,9 @@ class ServiceHandle {
 
 class Service {
  public:
-  // Opens the service. The other functions require that Error() is 0. Errors are Win32 codes, 0 is
-  // success.
+  // Opens the service. The functions answer Win32 codes, 0 is success; the code of the opening when
+  // that has failed.
   explicit Service(const std::wstring& name);
-  DWORD Error() const { return error_; }
 
   DWORD Start() const;
   DWORD Control(DWORD code, SERVICE_STATUS& status) const;
@@ -41,6 +40,9 @@ class Service {
   DWORD Delete() const;
 
  private:
+  // Of a call with the service's handle, which fails when that is null.
+  DWORD ErrorOf(BOOL succeeded) const;
+
   ServiceHandle manager_;
   ServiceHandle service_;
   DWORD error_ = 0;
