@@ -2,21 +2,24 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include "platform/service/service_files.h"
 
 namespace platform {
+namespace {
 
-ControlSocketAddress::ControlSocketAddress(std::wstring_view serviceName) {
-  const std::filesystem::path path = ServiceFilePath(serviceName, ServiceFile::kSocket);
-  folder_.Reset(::open(path.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-  const std::string name =
-      "/proc/self/fd/" + std::to_string(folder_.Get()) + '/' + path.filename().native();
-  if (name.size() >= sizeof address_.sun_path) folder_.Reset();
-  address_.sun_family = AF_UNIX;
-  if (folder_.IsOpen()) std::ranges::copy(name, address_.sun_path);
+std::filesystem::path SocketPath(std::wstring_view serviceName) {
+  return ServiceFilePath(serviceName, ServiceFile::kSocket);
 }
+
+}  // namespace
+
+ControlSocketAddress::ControlSocketAddress(std::wstring_view serviceName)
+    : folder_(
+          ::open(SocketPath(serviceName).parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)),
+      address_("/proc/self/fd/" + std::to_string(folder_.Get()) + '/' +
+               SocketPath(serviceName).filename().native()) {}
 
 }  // namespace platform

@@ -3,12 +3,10 @@
 // and must live until the address has been used.
 #pragma once
 
-#include <sys/socket.h>
-#include <sys/un.h>
-
 #include <string_view>
 
 #include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/linux_socket_address.h"
 
 namespace platform {
 
@@ -16,13 +14,13 @@ class ControlSocketAddress {
  public:
   explicit ControlSocketAddress(std::wstring_view serviceName);
 
-  bool IsValid() const { return folder_.IsOpen(); }
-  const sockaddr* Get() const { return reinterpret_cast<const sockaddr*>(&address_); }
-  static socklen_t Size() { return sizeof(sockaddr_un); }
+  bool IsValid() const { return folder_.IsOpen() && address_.IsValid(); }
+  const sockaddr* Get() const { return address_.Get(); }
+  static socklen_t Size() { return SocketAddress::Size(); }
 
  private:
   FileDescriptor folder_;
-  sockaddr_un address_{};
+  SocketAddress address_;
 };
 
 }  // namespace platform

@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,6 +14,7 @@
 
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/linux_socket_address.h"
 #include "platform/service/event_delivery.h"
 #include "platform/service/event_fields.h"
 
@@ -61,22 +61,18 @@ std::string SyslogDatagram(const LoggedEvent& event) {
          Utf8(event.source) + '[' + std::to_string(::getpid()) + "]: " + OneLine(event.text);
 }
 
-bool SendDatagram(std::string_view path, const std::string& datagram) {
+bool SendDatagram(const SocketAddress& log, const std::string& datagram) {
   const FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::ranges::copy(path, address.sun_path);
   // A log that does not read must not block the program.
   return ::sendto(socket.Get(), datagram.data(), datagram.size(), MSG_NOSIGNAL | MSG_DONTWAIT,
-                  reinterpret_cast<const sockaddr*>(&address),
-                  sizeof address) == static_cast<ssize_t>(datagram.size());
+                  log.Get(), SocketAddress::Size()) == static_cast<ssize_t>(datagram.size());
 }
 
 }  // namespace
 
 bool WriteSystemLog(const LoggedEvent& event) {
-  return SendDatagram(kJournalSocket, JournalDatagram(event)) ||
-         SendDatagram(kSyslogSocket, SyslogDatagram(event));
+  return SendDatagram(SocketAddress(kJournalSocket), JournalDatagram(event)) ||
+         SendDatagram(SocketAddress(kSyslogSocket), SyslogDatagram(event));
 }
 
 }  // namespace platform

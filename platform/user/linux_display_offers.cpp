@@ -4,7 +4,6 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 #include <algorithm>
 #include <array>
@@ -22,6 +21,7 @@
 #include "platform/account/linux_accounts.h"
 #include "platform/account/session_watch.h"
 #include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/linux_socket_address.h"
 #include "platform/kernel/log.h"
 #include "platform/service/process_renewal.h"
 #include "platform/user/desktop.h"
@@ -58,13 +58,10 @@ std::wstring PeerOf(int socket) {
 
 FileDescriptor Listen(const std::filesystem::path& path) {
   FileDescriptor listener(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (path.native().size() >= sizeof address.sun_path) return {};
-  std::ranges::copy(path.native(), address.sun_path);
+  const SocketAddress address(path.native());
+  if (!address.IsValid()) return {};
   ::unlink(path.c_str());
-  const bool isBound =
-      ::bind(listener.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  const bool isBound = ::bind(listener.Get(), address.Get(), SocketAddress::Size()) == 0;
   // Whose offer counts is decided by the account that has connected.
   constexpr mode_t kForEverybody = 0666;
   if (!isBound || ::chmod(path.c_str(), kForEverybody) != 0 || ::listen(listener.Get(), 16) != 0) {

@@ -5,7 +5,6 @@
 // Usage: windisplay SOCKET
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -13,7 +12,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -21,6 +19,7 @@
 
 #include "platform/kernel/encoding.h"
 #include "platform/kernel/file_descriptor.h"
+#include "platform/kernel/linux_socket_address.h"
 #include "platform/user/display_offer.h"
 
 namespace {
@@ -56,15 +55,11 @@ bool LetRootIn(xcb_connection_t* display) {
   return error == nullptr && ::xcb_connection_has_error(display) == 0;
 }
 
-FileDescriptor Offer(const std::string& socketPath, const DisplayOffer& offer) {
+FileDescriptor Offer(const SocketAddress& address, const DisplayOffer& offer) {
   FileDescriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::ranges::copy(socketPath, address.sun_path);
   const std::string message = EncodeOffer(offer);
-  const bool isMade =
-      ::connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-      ::send(socket.Get(), message.data(), message.size(), MSG_NOSIGNAL) > 0;
+  const bool isMade = ::connect(socket.Get(), address.Get(), SocketAddress::Size()) == 0 &&
+                      ::send(socket.Get(), message.data(), message.size(), MSG_NOSIGNAL) > 0;
   return isMade ? std::move(socket) : FileDescriptor();
 }
 
@@ -94,11 +89,11 @@ void FollowUpdates(char* arguments[]) {
 
 [[noreturn]] void KeepOffering(const Display& display, const DisplayOffer& offer,
                                char* arguments[]) {
-  const std::string socketPath = arguments[1];
+  const SocketAddress address(arguments[1]);
   seconds pause = kShortestPause;
   for (;;) {
     const auto start = std::chrono::steady_clock::now();
-    const FileDescriptor service = Offer(socketPath, offer);
+    const FileDescriptor service = Offer(address, offer);
     if (service.IsOpen() && !Await(display, service.Get(), kNoLimit)) std::exit(EXIT_SUCCESS);
     const bool wasKept = std::chrono::steady_clock::now() - start > kLongestPause;
     const std::chrono::milliseconds rest = pause;
@@ -111,7 +106,7 @@ void FollowUpdates(char* arguments[]) {
 }  // namespace
 
 int main(int argumentCount, char* arguments[]) {
-  if (argumentCount != 2 || std::strlen(arguments[1]) >= sizeof sockaddr_un::sun_path) {
+  if (argumentCount != 2 || !SocketAddress(arguments[1]).IsValid()) {
     std::fputs("usage: windisplay SOCKET\n", stderr);
     return 2;
   }
