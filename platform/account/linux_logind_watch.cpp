@@ -84,10 +84,10 @@ void LogindWatch::Serve(LogindClient& client, const std::stop_token& ended) {
   while (!ended.stop_requested()) {
     for (const LogindNotice notice : client.TakeNotices())
       isStale = Handle(notice, client, ended) || isStale;
-    if (LacksInhibitor()) DelaySleep(client);
     if (isStale) isStale = !ReadSeat(client);
     const bool mustRetry = client.IsRunning() && (isStale || LacksInhibitor());
     isStale = Wait(client, mustRetry) || isStale;
+    if (LacksInhibitor()) DelaySleep(client);
     NoticeSleepOfOthers();
   }
 }
